@@ -1,0 +1,41 @@
+#pragma once
+
+#include <map>
+#include <mutex>
+#include <string>
+#include <utility>
+
+#include "HostApi.h"
+#include "opcua/OpcUa_Variant.h"
+
+// One variable as it stands: the bare value (never a DataValue), quality and time of the last change.
+struct VariableState {
+    OpcUa_VariantHlp Value;
+    OpcUa_StatusCode Status = OpcUa_BadNoData;
+    long long Time = 0;  // file time, 0 before the first value
+};
+
+// The runtime's variables, shared by all tasks; safe for any number of threads. A variable is an id with a field
+// name (empty for the whole); ids are positive and given by Declare, 0 is no variable.
+class DORVEL_HOST_API VariableStore {
+public:
+    // A new variable, null and without data. The name is for people and need not be unique.
+    long long Declare(std::string name, OpcUa_BuiltInTypeHlp type);
+
+    // False when the id was never declared. A DataValue is taken apart; any other value is good and of time.
+    bool Write(long long id, std::string const& field, OpcUa_Variant const& value, long long time);
+    bool Read(long long id, std::string const& field, VariableState& state) const;
+
+    std::string Name(long long id) const;
+    OpcUa_BuiltInTypeHlp Type(long long id) const;
+
+private:
+    struct Variable {
+        std::string Name;
+        OpcUa_BuiltInTypeHlp Type;
+        std::map<std::string, VariableState> Fields;
+    };
+
+    mutable std::mutex mutex;
+    std::map<long long, Variable> variables;
+};
