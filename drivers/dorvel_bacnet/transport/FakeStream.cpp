@@ -1,0 +1,33 @@
+#include "FakeStream.h"
+
+#include <algorithm>
+
+#include "Exceptions.h"
+#include "PopFront.h"
+
+FakeStream::FakeStream(std::vector<char> const& octets) : queue(octets.begin(), octets.end()) {}
+
+FakeStream::FakeStream(std::deque<char> const& octets) : queue(octets) {}
+
+int FakeStream::Send(char const* /*octets*/, unsigned int /*count*/) {
+    return -1;
+}
+
+unsigned int FakeStream::Receive(char* buffer, unsigned int count) {
+    auto const delivered = std::min<std::size_t>(count, queue.size());
+    auto const end = queue.begin() + static_cast<std::ptrdiff_t>(delivered);
+    std::copy(queue.begin(), end, buffer);
+    queue.erase(queue.begin(), end);
+    return static_cast<unsigned int>(delivered);
+}
+
+char FakeStream::ReadByte() {
+    if (Available() < 1) {
+        throw WrongLengthException();
+    }
+    return PopFront(queue);
+}
+
+int FakeStream::Available() {
+    return static_cast<int>(queue.size());
+}

@@ -1,0 +1,27 @@
+#include "Network/NDataUnitRequest.h"
+
+#include "Network/ControlInformation.h"
+
+namespace Network {
+
+namespace {
+
+constexpr unsigned char MostHops = 0xFF;
+
+}  // namespace
+
+std::vector<char> ToNpdu(NDataUnitRequest const& request) {
+    ControlInformation information;
+    information.priority = request.priority;
+    information.expectingReply = request.expectingReply;
+    if (request.hasDestination) {
+        information.hasDestination = true;
+        information.destination = request.destination;
+        information.hopCount = MostHops;
+    }
+    std::vector<char> npdu = information.GetBytes();
+    npdu.insert(npdu.end(), request.data.begin(), request.data.end());
+    return npdu;
+}
+
+}  // namespace Network

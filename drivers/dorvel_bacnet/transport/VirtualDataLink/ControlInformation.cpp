@@ -1,0 +1,10 @@
+#include "VirtualDataLink/ControlInformation.h"
+
+namespace VirtualDataLink {
+
+std::vector<char> ControlInformation::GetBytes() const {
+    return {static_cast<char>(BvlcType), static_cast<char>(function), static_cast<char>((length >> 4) & 0xF0),
+            static_cast<char>(length & 0xFF)};
+}
+
+}  // namespace VirtualDataLink

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <vector>
+
+#include "VirtualDataLink/ControlInformation.h"
+
+namespace VirtualDataLink {
+
+// A BVLC frame: the header and the NPDU that it carries.
+struct ProtocolMessage {
+    ControlInformation controlInformation;
+    std::vector<char> data;
+
+    // The header followed by the data.
+    std::vector<char> GetBytes() const;
+};
+
+}  // namespace VirtualDataLink

@@ -1,0 +1,56 @@
+#include "VmacAddress.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "BitConverter.h"
+
+namespace {
+
+constexpr std::size_t AddressPlace = 0;
+constexpr std::size_t AddressSize = 4;
+constexpr std::size_t PortPlace = 4;
+constexpr std::size_t PortSize = 2;
+constexpr std::size_t FullSize = AddressSize + PortSize;
+
+// The octets from a place on; those that are missing are zero.
+std::vector<char> Field(std::vector<char> const& bytes, std::size_t place, std::size_t size) {
+    std::vector<char> field(size);
+    for (std::size_t i = 0; i < size && place + i < bytes.size(); ++i) {
+        field[i] = bytes[place + i];
+    }
+    return field;
+}
+
+void SetField(std::vector<char>& bytes, std::size_t place, std::vector<char> const& field) {
+    bytes.resize(std::max(bytes.size(), FullSize));
+    std::copy(field.begin(), field.end(), bytes.begin() + static_cast<std::ptrdiff_t>(place));
+}
+
+}  // namespace
+
+VmacAddress::VmacAddress(bool isBroadcast) : bytes(FullSize), broadcast(isBroadcast) {}
+
+VmacAddress::VmacAddress(std::vector<char> octets, bool isBroadcast)
+    : bytes(std::move(octets)), broadcast(isBroadcast) {}
+
+VmacAddress& VmacAddress::operator=(VmacAddress const& other) {
+    bytes = other.bytes;
+    return *this;
+}
+
+unsigned short VmacAddress::GetPort() const {
+    return BitConverter::ToUInt16(Field(bytes, PortPlace, PortSize), 0);
+}
+
+unsigned int VmacAddress::GetAddress() const {
+    return BitConverter::ToUInt32(Field(bytes, AddressPlace, AddressSize), 0);
+}
+
+void VmacAddress::SetPort(unsigned short port) {
+    SetField(bytes, PortPlace, BitConverter::GetBytes(port));
+}
+
+void VmacAddress::SetAddress(unsigned int address) {
+    SetField(bytes, AddressPlace, BitConverter::GetBytes(address));
+}
