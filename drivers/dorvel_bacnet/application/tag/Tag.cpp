@@ -1,0 +1,38 @@
+#include "Tag.h"
+
+#include "TagHeader.h"
+
+namespace {
+
+constexpr unsigned LargestShortContextNumber = 6;
+
+}  // namespace
+
+Tag::Tag(char tagNumber, bool isClass, char valLenType, int additionalLength)
+    : TagBase(tagNumber, isClass, valLenType), extendedLength(additionalLength) {}
+
+Tag::Tag(char tagNumber, bool isClass, char valLenType, std::vector<char> const& dataOctets,
+         int additionalLength)
+    : TagBase(tagNumber, isClass, valLenType), extendedLength(additionalLength), data(dataOctets) {}
+
+Tag Tag::FromOctets(char tagNumber, bool isClass, std::vector<char> const& dataOctets) {
+    auto const size = static_cast<int>(dataOctets.size());
+    if (size < TagHeader::ExtendedLength) {
+        return Tag(tagNumber, isClass, static_cast<char>(size), dataOctets, 0);
+    }
+    return Tag(tagNumber, isClass, TagHeader::ExtendedLength, dataOctets, size);
+}
+
+std::vector<char> Tag::GetBytes() const {
+    unsigned const tagNumber = static_cast<unsigned char>(GetTagNumber());
+    unsigned const classBit = GetIsClass() ? 0x08 : 0;
+    std::vector<char> bytes{static_cast<char>(tagNumber << 4 | classBit | (GetValLenType() & 7))};
+    if (GetIsClass() && tagNumber > LargestShortContextNumber) {
+        bytes.push_back(GetTagNumber());
+    }
+    if (GetValLenType() == TagHeader::ExtendedLength) {
+        bytes.push_back(static_cast<char>(extendedLength & 0xFF));
+    }
+    bytes.insert(bytes.end(), data.begin(), data.end());
+    return bytes;
+}

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <vector>
+
+// What primitive and constructed tags have in common. Numbers are stored as given, without a range check.
+class TagBase {
+public:
+    TagBase() = default;
+    TagBase(char tagNumber, bool isClass, char valLenType)
+        : number(tagNumber), contextSpecific(isClass), lengthType(valLenType) {}
+    virtual ~TagBase() = default;
+
+    // The tag as it goes on the wire.
+    virtual std::vector<char> GetBytes() const = 0;
+
+    // An octet, 0 to 255: to be widened as unsigned.
+    char GetTagNumber() const { return number; }
+    void SetTagNumber(char value) { number = value; }
+    // True for a context specific tag, false for an application tag.
+    bool GetIsClass() const { return contextSpecific; }
+    void SetIsClass(bool value) { contextSpecific = value; }
+    // The length/value/type of the first octet.
+    char GetValLenType() const { return lengthType; }
+    void SetValLenType(char value) { lengthType = value; }
+
+protected:
+    TagBase(TagBase const&) = default;
+    TagBase& operator=(TagBase const&) = default;
+
+private:
+    char number = 0;
+    bool contextSpecific = false;
+    char lengthType = 0;
+};

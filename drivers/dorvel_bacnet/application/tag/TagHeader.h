@@ -1,0 +1,34 @@
+#pragma once
+
+// The first octet of a tag (ASHRAE 135 clause 20.2.1): bits 7 to 4 the tag number, bit 3 the class, bits 2
+// to 0 the length/value/type.
+class TagHeader {
+public:
+    TagHeader() = default;
+    explicit TagHeader(char headerOctet) : octet(headerOctet) {}
+
+    // 0 to 15; 15 says that an octet with the number follows.
+    char GetTagNumber() const;
+    // True for a context specific tag, false for an application tag.
+    bool GetIsClass() const;
+    // 0 to 7: the length of the data, or one of the three values below.
+    char GetValueLengthType() const;
+    // Neither of the two looks at the class.
+    bool GetIsComplexOpenTag() const;
+    bool GetIsComplexCloseTag() const;
+
+    void SetIsClass(bool isClass);
+    // Numbers above 15 become 15.
+    void SetTagNumber(char tagNumber);
+    // The value, or 5 for one above 7, is combined by OR with the one that stands there. Tag number and class
+    // are lost.
+    void SetValueLengthType(char valueLengthType);
+
+    // Length/value/types that are not a length.
+    static constexpr char ExtendedLength = 5;
+    static constexpr char OpeningTag = 6;
+    static constexpr char ClosingTag = 7;
+
+private:
+    char octet = 0;
+};
