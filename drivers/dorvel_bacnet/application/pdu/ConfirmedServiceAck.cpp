@@ -1,0 +1,5 @@
+#include "ConfirmedServiceAck.h"
+
+int ConfirmedServiceAck::Compare(ConfirmedServiceAck&) const {
+    return 0;
+}

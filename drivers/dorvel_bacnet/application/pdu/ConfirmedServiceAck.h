@@ -1,0 +1,14 @@
+#pragma once
+
+#include <vector>
+
+// The payload of a complex acknowledgement: the result of one service, without the PDU header.
+class ConfirmedServiceAck {
+public:
+    virtual ~ConfirmedServiceAck() = default;
+
+    // 0 for equal. The base calls all equal; the services throw std::bad_cast for an ack of another class.
+    virtual int Compare(ConfirmedServiceAck& other) const;
+
+    virtual std::vector<char> GetBytes() const = 0;
+};

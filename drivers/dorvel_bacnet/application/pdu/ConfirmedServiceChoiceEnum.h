@@ -1,0 +1,38 @@
+#pragma once
+
+// BACnetConfirmedServiceChoice of ASHRAE 135 clause 21. One octet on the wire, so any value from 0 to 255
+// can be held; the client itself uses 12, 14 and 15.
+enum class ConfirmedServiceChoiceEnum : int {
+    AcknowledgeAlarm = 0,
+    ConfirmedCovNotification = 1,
+    ConfirmedEventNotification = 2,
+    GetAlarmSummary = 3,
+    GetEnrollmentSummary = 4,
+    SubscribeCov = 5,
+    AtomicReadFile = 6,
+    AtomicWriteFile = 7,
+    AddListElement = 8,
+    RemoveListElement = 9,
+    CreateObject = 10,
+    DeleteObject = 11,
+    ReadProperty = 12,
+    ReadPropertyConditional = 13,
+    ReadPropertyMultiple = 14,
+    WriteProperty = 15,
+    WritePropertyMultiple = 16,
+    DeviceCommunicationControl = 17,
+    ConfirmedPrivateTransfer = 18,
+    ConfirmedTextMessage = 19,
+    ReinitializeDevice = 20,
+    VtOpen = 21,
+    VtClose = 22,
+    VtData = 23,
+    Authenticate = 24,
+    RequestKey = 25,
+    ReadRange = 26,
+    LifeSafetyOperation = 27,
+    SubscribeCovProperty = 28,
+    GetEventInformation = 29,
+    SubscribeCovPropertyMultiple = 30,
+    ConfirmedCovNotificationMultiple = 31,
+};

@@ -1,0 +1,13 @@
+#pragma once
+
+// The error class of ASHRAE 135 clause 18. Any number off the wire can be held.
+enum class ErrorClassEnum : int {
+    Device = 0,
+    Object = 1,
+    Property = 2,
+    Resources = 3,
+    Security = 4,
+    Services = 5,
+    Vt = 6,
+    Communication = 7,
+};

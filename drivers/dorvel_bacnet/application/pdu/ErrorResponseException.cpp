@@ -1,0 +1,28 @@
+#include "ErrorResponseException.h"
+
+#include "ErrorPdu.h"
+
+namespace {
+
+constexpr char DefaultText[] = "Recieved packet with error";
+
+// Names the class in the place of the code as well: the text that is kept.
+std::string TextOf(ErrorClassEnum group) {
+    std::string const name = ErrorPdu::Message(group);
+    return std::string(DefaultText) + ". Class " + name + " Code " + name;
+}
+
+}  // namespace
+
+ErrorResponseException::ErrorResponseException() : std::runtime_error(DefaultText) {}
+
+ErrorResponseException::ErrorResponseException(std::string const& text) : std::runtime_error(text) {}
+
+ErrorResponseException::ErrorResponseException(char const* text) : std::runtime_error(text) {}
+
+ErrorResponseException::ErrorResponseException(std::string const& text, ErrorClassEnum group,
+                                               ErrorCodeEnum code)
+    : std::runtime_error(text), errorClass(group), errorCode(code) {}
+
+ErrorResponseException::ErrorResponseException(ErrorClassEnum group, ErrorCodeEnum code)
+    : ErrorResponseException(TextOf(group), group, code) {}

@@ -1,0 +1,15 @@
+#pragma once
+
+// The reject reason of ASHRAE 135 clause 18.10. Any octet off the wire can be held.
+enum class ReasonEnum : int {
+    Other = 0,
+    BufferOverflow = 1,
+    InconsistentParameters = 2,
+    InvalidParameterDataType = 3,
+    InvalidTag = 4,
+    MissingRequiredParameter = 5,
+    ParameterOutOfRange = 6,
+    TooManyArguments = 7,
+    UndefinedEnumeration = 8,
+    UnrecognizedService = 9,
+};

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <vector>
+
+#include "ConfirmedServiceChoiceEnum.h"
+#include "PDU.h"
+
+// The base of the PDUs that can travel in segments: ConfirmedRequestPdu and ComplexAck. It owns the header
+// octets that both have in common (ASHRAE 135 clauses 20.1.2 and 20.1.5).
+// Invoke id, sequence number and window size are unsigned octets, whatever the sign of a plain char is.
+class SegmentedPdu : public PDU {
+public:
+    // Everything 0 and false, the service choice 12 (ReadProperty).
+    SegmentedPdu() = default;
+    // A message in one piece.
+    SegmentedPdu(char id, ConfirmedServiceChoiceEnum choice);
+    // One segment: sets segmented-message.
+    SegmentedPdu(char id, ConfirmedServiceChoiceEnum choice, bool more, char sequence, char window);
+
+    // Compares, by subtraction, the type, then segmented-message, more-follows, invoke id, sequence number,
+    // window size and service choice. Throws std::bad_cast for a PDU of the same type and another class.
+    int Compare(PDU& other) const override;
+
+    // GetHeader(), the invoke id and, for a segmented message only, the sequence number and the window size.
+    std::vector<char> GetBytes() const override;
+
+    // The octets in front of the invoke id. Here one: the PDU type in the upper half, 08 for
+    // segmented-message, 04 for more-follows.
+    virtual std::vector<char> GetHeader() const;
+
+    bool GetSegmentedMessage() const { return segmentedMessage; }
+    void SetSegmentedMessage(bool value) { segmentedMessage = value; }
+    bool GetMoreFollows() const { return moreFollows; }
+    void SetMoreFollows(bool value) { moreFollows = value; }
+    char GetInvokeId() const { return invokeId; }
+    void SetInvokeId(char value) { invokeId = value; }
+    char GetSequenceNumber() const { return sequenceNumber; }
+    void SetSequenceNumber(char value) { sequenceNumber = value; }
+    char GetProposedWindowSize() const { return proposedWindowSize; }
+    void SetProposedWindowSize(char value) { proposedWindowSize = value; }
+    ConfirmedServiceChoiceEnum GetServiceChoice() const { return serviceChoice; }
+    void SetServiceChoice(ConfirmedServiceChoiceEnum value) { serviceChoice = value; }
+
+private:
+    bool segmentedMessage = false;
+    bool moreFollows = false;
+    char invokeId = 0;
+    char sequenceNumber = 0;
+    char proposedWindowSize = 0;
+    ConfirmedServiceChoiceEnum serviceChoice = ConfirmedServiceChoiceEnum::ReadProperty;
+};

@@ -1,0 +1,49 @@
+#include "ServiceElements.h"
+
+#include "BitConverter.h"
+#include "Octets.h"
+#include "SupportInformation.h"
+#include "TagKind.h"
+#include "TagParser.h"
+
+TagBase* FindElement(ServiceElements const& elements, char tagNumber) {
+    auto const element = elements.find(tagNumber);
+    return element == elements.end() ? nullptr : element->second.get();
+}
+
+ObjectIdentifier ReadObjectIdentifier(ServiceElements const& elements) {
+    return ObjectIdentifier(RequirePrimitive(FindElement(elements, 0)));
+}
+
+PropertyIdentifierEnum ReadPropertyIdentifier(ServiceElements const& elements) {
+    return TagParser::GetPropertyIdentifier(RequirePrimitive(FindElement(elements, 1)));
+}
+
+int ReadArrayIndex(TagBase& element) {
+    return static_cast<int>(TagParser::GetUnsignedInteger(RequirePrimitive(&element)));
+}
+
+std::vector<char> ObjectBytes(ObjectIdentifier object) {
+    return Tag::FromOctets(0, true, object.GetBytes()).GetBytes();
+}
+
+std::vector<char> ObjectAndPropertyBytes(ObjectIdentifier object, PropertyIdentifierEnum property) {
+    std::vector<char> octets = ObjectBytes(object);
+    AppendOctets(octets, Tag::FromOctets(1, true, {static_cast<char>(property)}).GetBytes());
+    return octets;
+}
+
+std::vector<char> ArrayIndexBytes(unsigned int arrayIndex) {
+    return Tag::FromOctets(2, true, BitConverter::GetBytes(arrayIndex)).GetBytes();
+}
+
+std::unique_ptr<CPropertyValue> ParsePropertyValue(ObjectIdentifier object, PropertyIdentifierEnum property,
+                                                   ComplexTag& wrapper) {
+    SupportInformation const& support = *SupportInformation::GetInstance();
+    PropertyInfo const info = support.GetPropertyInfo(object.GetObjectType(), property);
+    PropertyValueParser const* const parser = support.GetPropertyParser(info.type);
+    if (parser == nullptr) {
+        throw SupportInformationException("Support Information not found");
+    }
+    return parser->Parse(wrapper);
+}
