@@ -1,0 +1,79 @@
+#include "Date.h"
+
+#include <cstddef>
+
+#include "FileTime.h"
+
+namespace {
+
+constexpr std::uint8_t unspecified = 255;
+constexpr int daysFrom1601To1900 = 109207;
+constexpr long long unitsPerDay = 864000000000LL;
+
+int DaysOfYear(int year) {
+    return Date::IsLeapYear(year) ? 366 : 365;
+}
+
+// The days of a month of a year; none where the table ends.
+int DaysOfMonth(int year, std::size_t month) {
+    auto const& table = Date::IsLeapYear(year) ? Date::laepYearMonthDays : Date::originalYearMonthDays;
+    return month < table.size() ? table[month] : 0;
+}
+
+}  // namespace
+
+Date::Date(std::uint8_t yearSince1900, std::uint8_t monthOfYear, std::uint8_t dayOfMonth,
+           std::uint8_t dayOfWeek)
+    : year(yearSince1900), month(monthOfYear), day(dayOfMonth), weekday(dayOfWeek) {}
+
+Date::Date(unsigned long long fileTime) {
+    int const days = static_cast<int>(fileTime / unitsPerDay);
+    int sum = daysFrom1601To1900;
+    int walkedYear = 1900;
+    while (sum < days) {
+        sum += DaysOfYear(walkedYear);
+        ++walkedYear;
+    }
+    if (days > daysFrom1601To1900) {
+        year = static_cast<std::uint8_t>(walkedYear - 1901);
+    }
+    int const dayOfYear = days - (sum - DaysOfYear(walkedYear));
+
+    int const tableYear = 1900 + year;
+    std::size_t walkedMonth = 0;
+    int monthSum = 0;
+    // The 366th day of an ordinary year ends the walk in December.
+    while (monthSum < dayOfYear && walkedMonth < 12) {
+        ++walkedMonth;
+        monthSum += DaysOfMonth(tableYear, walkedMonth);
+    }
+    month = static_cast<std::uint8_t>(walkedMonth);
+    day = static_cast<std::uint8_t>(dayOfYear - monthSum + DaysOfMonth(tableYear, walkedMonth + 1));
+}
+
+bool Date::IsLeapYear(int year) {
+    return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
+}
+
+unsigned long long Date::ToFileTime() const {
+    long long days = 0;
+    if (year != unspecified) {
+        days = daysFrom1601To1900;
+        for (int walkedYear = 1900; walkedYear < 1900 + year; ++walkedYear) {
+            days += DaysOfYear(walkedYear);
+        }
+    }
+    if (month != unspecified) {
+        for (std::size_t walkedMonth = 0; walkedMonth < month; ++walkedMonth) {
+            days += DaysOfMonth(1900 + year, walkedMonth);
+        }
+    }
+    if (day != unspecified) {
+        days += day - 1;
+    }
+    return static_cast<unsigned long long>(days * unitsPerDay);
+}
+
+int Date::Compare(Date& other) const {
+    return CompareFileTimes(ToFileTime(), other.ToFileTime());
+}

@@ -1,0 +1,5 @@
+#include "Decoder.h"
+
+char Decoder::GetValue(char* position) {
+    return *position;
+}

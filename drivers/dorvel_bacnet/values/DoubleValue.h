@@ -1,0 +1,20 @@
+#pragma once
+
+#include "CPropertyValue.h"
+#include "PropertyValueParser.h"
+
+// Application tag 5, Double: eight octets, IEEE 754 double (ASHRAE 135 clause 20.2.7).
+class DoubleValue : public HeldValue<double> {
+public:
+    using HeldValue::HeldValue;
+
+    Tag ToApplicationTag() const override;
+    int Compare(CPropertyValue& other) const override;
+};
+
+// Reads up to eight octets of the first tag, whatever its number, as the low end of the bit pattern: a
+// Real found here is misread, not converted.
+class DoubleValueParser : public PropertyValueParser {
+public:
+    std::unique_ptr<CPropertyValue> Parse(ComplexTag& wrapper) const override;
+};

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+// Turns a text of the runtime into the octets of a character set, and back.
+class EncoderBase {
+public:
+    virtual ~EncoderBase() = default;
+
+    virtual std::vector<char> GetBytes(std::string text) const = 0;
+    virtual std::string GetString(std::vector<char> octets) const = 0;
+};

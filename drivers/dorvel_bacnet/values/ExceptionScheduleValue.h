@@ -1,0 +1,48 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "PropertyValueParser.h"
+#include "ScheduleValue.h"
+
+// Exception_Schedule (property 38, ASHRAE 135 clause 12.24) as the host writes it: a list of special events,
+// each closed by ";":
+//
+//     period "," priority "," entries
+//
+// The period is one of
+//
+//     "0," date            a date as in an entry of type 10
+//     "1," date "," date   from the first date to the second
+//     "2," mmwd            month, week of the month, day of the week; "*" is any, as is 0
+//     "3," instance        the dates of that Calendar object
+//
+// and the entries are those of ScheduleValue, except that a Null is a time with nothing behind its ",":
+//
+//     "3,7,10,08000000,4,9,20.000000;2,**12,5,12000000,,13000000,9,1,1;"
+class ExceptionScheduleValue : public ScheduleValue {
+public:
+    ExceptionScheduleValue() = default;
+    ExceptionScheduleValue(std::string text, EncodingTypeEnum textEncoding);
+
+    // Three tags an event: period, list of times and values, priority. An event of another period gives a
+    // priority of 0 alone.
+    std::vector<std::unique_ptr<TagBase>> ToApplicationComplexTags() const override;
+    int Compare(CPropertyValue& other) const override;
+
+    // The field at a place; one that is missing or empty throws std::runtime_error.
+    static std::string gfv(std::vector<std::string> const& fields, int index);
+
+private:
+    static std::unique_ptr<TagBase> Period(int form, std::vector<std::string> const& fields);
+    static std::unique_ptr<TagBase> Entries(std::vector<std::string> const& fields, int index);
+};
+
+// Turns an Exception_Schedule into its text, as a CharacterStringValue of the encoding Schedule: empty if
+// the number of tags is not a multiple of three. Tags of another shape than a special event's throw
+// ParseException. An event without entries takes itself and the ";" ahead of it out of the text.
+class ExceptionScheduleValueParser : public PropertyValueParser {
+public:
+    std::unique_ptr<CPropertyValue> Parse(ComplexTag& wrapper) const override;
+};

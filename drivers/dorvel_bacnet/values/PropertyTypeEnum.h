@@ -1,0 +1,35 @@
+#pragma once
+
+// The driver's own numbering of the types of properties; each number chooses a value class and its parser.
+// The gaps are part of it.
+enum class PropertyTypeEnum : int {
+    Boolean = 0,
+    Unsigned = 1,
+    Signed = 2,
+    Real = 3,
+    Double = 4,
+    Octet_String = 5,
+    Character_String = 6,
+    Bit_String = 7,
+    Time = 8,
+    Date = 9,
+    Date_Time = 10,
+    Object_Type = 11,
+    Binary_PV = 12,
+    Life_Safety_State = 13,
+    Life_Safety_Mode = 14,
+    Silenced_State = 15,
+    Life_Safety_Operation = 16,
+    Reliability = 17,
+    Status_Flags = 18,
+    Event_State = 19,
+    Engineering_Units = 20,
+    Device_Status = 22,
+    Object_Identifier = 23,
+    Segmentation = 24,
+    Restart_Reason = 27,
+    Polarity = 30,
+    Spare_Enumeration = 31,
+    Exception_Schedule = 32,
+    Weekly_Schedule = 33,
+};

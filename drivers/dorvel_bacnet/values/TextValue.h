@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+
+#include "CPropertyValue.h"
+#include "EncodingTypeEnum.h"
+
+// A property value that is held as a text with the number of its character set.
+class TextValue : public CPropertyValue {
+public:
+    TextValue() = default;
+    TextValue(std::string text, EncodingTypeEnum textEncoding);
+
+    std::string GetValue() const { return value; }
+    EncodingTypeEnum GetEncoding() const { return encoding; }
+
+protected:
+    // The difference of the encodings if they differ, else -1, 0 or 1 by the octets of the texts.
+    int CompareText(TextValue const& other) const;
+
+    std::string value;
+    EncodingTypeEnum encoding = EncodingTypeEnum::Utf8;
+};

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <typeinfo>
+#include <vector>
+
+#include "CPropertyValue.h"
+#include "CharacterStringValue.h"
+#include "ComplexTag.h"
+#include "FakeStream.h"
+#include "Hex.h"
+#include "TagParser.h"
+
+// Values to and from octets, as the tests of this folder need them.
+namespace test {
+
+// The constructed tag that wraps these octets in an acknowledgement.
+inline std::unique_ptr<ComplexTag> Wrap(Octets const& contents) {
+    Octets octets = Hex("3E") + contents + Hex("3F");
+    FakeStream stream(octets);
+    std::unique_ptr<TagBase> tag = TagParser::ReadTag(stream);
+    if (stream.Available() != 0) {
+        throw std::logic_error("the test's octets close their wrapper too early");
+    }
+    return std::unique_ptr<ComplexTag>(&dynamic_cast<ComplexTag&>(*tag.release()));
+}
+
+template <class Parser>
+std::unique_ptr<CPropertyValue> ParseOctets(Octets const& contents) {
+    return Parser().Parse(*Wrap(contents));
+}
+
+// What the parser makes of the octets, which must be a value of that class.
+template <class Value, class Parser>
+Value Read(std::string_view hex) {
+    return dynamic_cast<Value&>(*ParseOctets<Parser>(Hex(hex)));
+}
+
+// The text that a parser of schedules makes of the octets.
+template <class Parser>
+std::string ReadText(std::string_view hex) {
+    return Read<CharacterStringValue, Parser>(hex).GetValue();
+}
+
+// All tags of the value, primitive ones or else constructed ones, as octets.
+inline Octets WrittenOctets(CPropertyValue const& value) {
+    Octets octets;
+    for (Tag const& tag : value.ToApplicationTags()) {
+        octets = octets + tag.GetBytes();
+    }
+    if (octets.empty()) {
+        for (std::unique_ptr<TagBase> const& tag : value.ToApplicationComplexTags()) {
+            octets = octets + tag->GetBytes();
+        }
+    }
+    return octets;
+}
+
+inline std::string Written(CPropertyValue const& value) {
+    return ToHex(WrittenOctets(value));
+}
+
+// The text of the exception that the call ends with, which must be of exactly that class.
+template <class Exception, class Call>
+std::string Failure(Call&& call) {
+    try {
+        call();
+    } catch (Exception const& exception) {
+        return typeid(exception) == typeid(Exception) ? exception.what() : typeid(exception).name();
+    }
+    return "no failure";
+}
+
+}  // namespace test
