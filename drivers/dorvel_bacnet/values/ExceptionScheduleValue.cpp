@@ -76,11 +76,17 @@ std::string CalendarEntryText(Tag const& entry) {
     }
 }
 
+std::string CalendarText(TagBase& period) {
+    // A constructed tag has no octets of its own, so it is calendar 0.
+    auto const* const reference = dynamic_cast<Tag*>(&period);
+    unsigned const instance = reference == nullptr ? 0 : ObjectIdentifier(*reference).GetInstanceNumber();
+    return "3," + std::to_string(instance) + ",";
+}
+
 std::string PeriodText(TagBase& period) {
     auto* const choice = dynamic_cast<ComplexTag*>(&period);
     if (choice == nullptr || choice->size() != 1) {
-        ObjectIdentifier const calendar(RequirePrimitive(&period));
-        return "3," + std::to_string(calendar.GetInstanceNumber()) + ",";
+        return CalendarText(period);
     }
     auto* const range = dynamic_cast<ComplexTag*>(choice->GetSubTag(0));
     if (range == nullptr) {

@@ -41,7 +41,8 @@ private:
 
 // Turns an Exception_Schedule into its text, as a CharacterStringValue of the encoding Schedule: empty if
 // the number of tags is not a multiple of three. Tags of another shape than a special event's throw
-// ParseException. An event without entries takes itself and the ";" ahead of it out of the text.
+// ParseException, except that a constructed period without exactly one sub-tag is calendar 0. An event
+// without entries takes itself and the ";" ahead of it out of the text.
 class ExceptionScheduleValueParser : public PropertyValueParser {
 public:
     std::unique_ptr<CPropertyValue> Parse(ComplexTag& wrapper) const override;

@@ -6,6 +6,7 @@
 #include "BitStringValue.h"
 #include "CharacterStringValue.h"
 #include "DateValue.h"
+#include "DecimalText.h"
 #include "ObjectIdentifier.h"
 #include "TagAccess.h"
 #include "TagKind.h"
@@ -50,9 +51,9 @@ std::string ValueText(Tag const& tag, ScheduleEntryStyle const& style) {
         case 3:
             return std::to_string(static_cast<std::int32_t>(BitConverter::ToInt64(tag.data, 0)));
         case 4:
-            return std::to_string(BitConverter::ToFloat(tag.data, 0));
+            return DecimalText(BitConverter::ToFloat(tag.data, 0));
         case 5:
-            return std::to_string(BitConverter::ToDouble(tag.data, 0));
+            return DecimalText(BitConverter::ToDouble(tag.data, 0));
         case 6:
             return HexText(tag.data);
         case 7:

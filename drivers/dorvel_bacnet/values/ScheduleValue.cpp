@@ -7,6 +7,7 @@
 #include "BitStringValue.h"
 #include "BooleanValue.h"
 #include "CharacterStringValue.h"
+#include "DecimalText.h"
 #include "DoubleValue.h"
 #include "EnumValue.h"
 #include "IntValue.h"
@@ -79,9 +80,9 @@ Tag ScheduleValue::ToComplexTag(std::string const& type, std::string const& leng
         case 3:
             return IntValue(std::stoi(text) != 0 ? 1 : 0).ToApplicationTag();
         case 4:
-            return RealValue(static_cast<float>(std::stod(text))).ToApplicationTag();
+            return RealValue(static_cast<float>(DecimalNumber(text))).ToApplicationTag();
         case 5:
-            return DoubleValue(std::stod(text)).ToApplicationTag();
+            return DoubleValue(DecimalNumber(text)).ToApplicationTag();
         case 6:
             return OctetStringValue(HexToBytes(text)).ToApplicationTag();
         case 7:

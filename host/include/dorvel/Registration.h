@@ -19,11 +19,11 @@ enum class ConfigProcessorMode : int {
 
 using ConfigProcessor = int (*)(void const* source, ConfigProcessorMode mode, ControllerConfig* config);
 
-// Enters a callback under a name. Processors are called by ascending order number, the same number in order of
-// entry. 0, or -1 when the name is taken. The last three arguments are kept for the host.
-DORVEL_HOST_API int RegisterConfigProcessor(char const* name, int order, ConfigProcessor processor, void const* source,
-                                            void* reserved1, void* reserved2);
+// Enters a callback under a name. Processors are called by ascending order number, the same number in order
+// of entry. 0, or -1 when the name is taken. The last three arguments are kept for the host.
+DORVEL_HOST_API int RegisterConfigProcessor(char const* name, int order, ConfigProcessor processor,
+                                            void const* source, void* reserved1, void* reserved2);
 
-// Enters a library under a name; the runtime calls open for every Lua state that it prepares. 0, or -1 when the name
-// is taken.
+// Enters a library under a name; the runtime calls open for every Lua state that it prepares. 0, or -1 when
+// the name is taken.
 DORVEL_HOST_API int RegisterExternalSTLib(char const* name, lua_CFunction open);

@@ -11,17 +11,18 @@
 #include "dorvelshare/VariableStore.h"
 
 struct lua_State;
+class BaseLuaObj;
 class ScadaProtocol;
 
 namespace dorvel {
 
-// The runtime around the drivers: variables, tasks, registered libraries and configuration processors. One Lua state
-// belongs to one runtime; the state is the caller's and has to outlive it. Not safe for several threads but for
-// RequestStop.
+// The runtime around the drivers: variables, tasks, registered libraries and configuration processors. One
+// Lua state belongs to one runtime; the state is the caller's and has to outlive it. Not safe for several
+// threads but for RequestStop.
 class DORVEL_HOST_API Runtime {
 public:
-    // Called after every cycle of a block, on the thread of its task: the block, the number of its cycle from 1, and
-    // whether the driver ran.
+    // Called after every cycle of a block, on the thread of its task: the block, the number of its cycle from
+    // 1, and whether the driver ran.
     using CycleObserver = std::function<void(ScadaProtocol& block, unsigned long long cycle, bool ran)>;
 
     explicit Runtime(lua_State* L);
@@ -32,8 +33,9 @@ public:
 
     VariableStore& Variables();
 
-    // Prepares the Lua state: the table TYPES with the elementary types, FBMetadata, and every library that add-ins have
-    // registered. A library that refuses is an exception with its name.
+    // Prepares the Lua state: the table TYPES with the elementary types, FBMetadata, and every library that
+    // add-ins have registered. A library that refuses is an exception with its name. Processors get the modes
+    // Load before and Loaded after it.
     void OpenLibraries();
 
     STTask& AddTask(std::string name, std::chrono::milliseconds period);
@@ -41,15 +43,17 @@ public:
 
     // All blocks that scripts have made in this state, in the order of making (BaseLuaObj::Init enters them).
     std::vector<ScadaProtocol*> Blocks() const;
-    // Gives a block to a task. A block that nobody assigned belongs to the first task.
+    // Gives a block to a task, before InitBlock. A block that nobody assigned belongs to the first task. The
+    // runtime keeps its blocks alive.
     void Assign(ScadaProtocol& block, STTask& task);
-    // InitedInternal of one block: its variables become tags. What the driver throws comes out as it is.
+    // InitedInternal of one block, once: its variables become tags. What the driver throws comes out as it
+    // is; a block that is unknown, without a task or initialised already is a std::logic_error.
     void InitBlock(ScadaProtocol& block);
 
     void SetCycleObserver(CycleObserver observer);
 
-    // Runs every task on its own thread: start mode, then cycles until Stop, or until every block has had so many
-    // cycles (0: no end).
+    // Runs every task on its own thread: start mode, then cycles until Stop, or until every block has had so
+    // many cycles (0: no end).
     void Start(unsigned long long cycles = 0);
     // One cycle of every block of every task, on the caller's thread; for tests and single steps.
     void RunOnce();
@@ -57,11 +61,18 @@ public:
     bool WaitFinished(std::chrono::milliseconds timeout);
     // Stop mode to the processors, waits for the threads, stopped mode. Nothing when not started.
     void Stop();
+    // Asks the tasks to end after the block that is in its cycle; Stop is still needed. Any thread may call
+    // it.
+    void RequestStop();
 
 private:
-    friend class ::STTask;
+    friend class ::BaseLuaObj;
     friend class ::ScadaProtocol;
     struct Impl;
+
+    // Takes a block whose userdata the Lua registry keeps under the reference.
+    void Enter(ScadaProtocol& block, int reference);
+
     std::unique_ptr<Impl> impl;
 };
 

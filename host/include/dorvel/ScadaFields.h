@@ -16,8 +16,8 @@ class JsonWrapper;
 // The script-visible fields of a type, in the order in which they were added.
 class DORVEL_HOST_API ScadaFields {
 public:
-    // One field: how its value passes between an object and a script. position is the distance of the value from the
-    // start of the object, in octets.
+    // One field: how its value passes between an object and a script. position is the distance of the value
+    // from the start of the object, in octets.
     class DORVEL_HOST_API IField {
     public:
         IField(std::string fieldName, bool fieldRetain, std::size_t fieldPosition);
@@ -48,8 +48,8 @@ public:
     int ReadFrom(void* object, lua_State* L) const;
     // Pushes a table of all fields; gives 1.
     int WriteAllTo(void const* object, lua_State* L) const;
-    // Pushes the field whose key is at the top of the stack, nil for an unknown key or a field without a script form;
-    // gives 1.
+    // Pushes the field whose key is at the top of the stack, nil for an unknown key or a field without a
+    // script form; gives 1.
     int WriteTo(void const* object, lua_State* L) const;
 
     std::size_t size() const;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <map>
 #include <optional>
 #include <string>
@@ -9,15 +10,19 @@
 #include "dorvel/BaseLuaObj.h"
 #include "dorvelshare/LuaDataProvider.h"
 
+namespace dorvel {
+class Runtime;
+}
+
 // When a value is to be written to the device.
 enum class ProtocolWriteCondition : int {
-    OnChange = 0,   // it differs from the value that was written last; the first value is taken as written
-    Always = 1,     // in every cycle
-    OnTrigger = 2   // the item WriteItemId went from false to true
+    OnChange = 0,  // it differs from the value that was written last; the first value is taken as written
+    Always = 1,    // in every cycle
+    OnTrigger = 2  // the item WriteItemId went from false to true
 };
 
-// Base of all protocol drivers: the script-visible fields that every driver has, the cycle around Execute, and the
-// items by which a block reports to the runtime. An item id of 0 means that there is no such item.
+// Base of all protocol drivers: the script-visible fields that every driver has, the cycle around Execute,
+// and the items by which a block reports to the runtime. An item id of 0 means that there is no such item.
 class DORVEL_HOST_API ScadaProtocol : public BaseLuaObj {
 public:
     struct ReadChannel {
@@ -52,15 +57,17 @@ public:
     virtual void AddChannel(ReadChannel const* read, WriteChannel const* write,
                             std::map<std::string, OpcUa_VariantHlp> const& properties) = 0;
     // Fills the descriptor from the channels.
-    virtual void BaseInitChannel(ReadChannel const* read, WriteChannel const* write, DriverVarDsc& descriptor);
+    virtual void BaseInitChannel(ReadChannel const* read, WriteChannel const* write,
+                                 DriverVarDsc& descriptor);
     // Milliseconds to wait after a fault before the next cycle; 0, the cycle of the task decides.
     virtual int CalcRecconectInterval();
     // One cycle of the driver.
     virtual void Execute() = 0;
 
-    // One cycle as the host runs it: nothing when ExecuteItemId names an item that is false, or on the standby of a
-    // redundant pair without ExecuteOnSlave; else Execute. An exception of the driver becomes a fault with its text.
-    // True when Execute ran.
+    // One cycle as the host runs it: nothing before there is a data provider, when ExecuteItemId names an
+    // item that is not true, on the standby of a redundant pair without ExecuteOnSlave, within the pause of
+    // CalcRecconectInterval, or while another cycle of this block is under way; else Execute. An exception of
+    // the driver becomes a fault with its text. True when Execute ran.
     bool Cycle();
     // Cycle for a script: pushes whether the driver ran, gives 1.
     int call(lua_State* L);
@@ -73,28 +80,41 @@ public:
     long long ErrorTextItemId = 0;  // String: why, empty when it did not
     long long ExecuteItemId = 0;    // Boolean, read: the block is polled while it is true
     long long ConnectItemId = 0;    // Boolean: the last poll reached the device
-    long long WriteItemId = 0;      // Boolean, read: trigger of OnTrigger; else writes happen while it is true
+    long long WriteItemId = 0;  // Boolean, read: trigger of OnTrigger; else writes happen while it is true
     ProtocolWriteCondition WriteCondition = ProtocolWriteCondition::OnChange;
-    bool ExecuteOnSlave = false;    // poll on the standby too
-    bool WriteOnSlave = false;      // write on the standby too
+    bool ExecuteOnSlave = false;  // poll on the standby too
+    bool WriteOnSlave = false;    // write on the standby too
     Channels Vars;
 
 protected:
-    // The outcome of a poll: kept for CheckIndexProlog, and written to the fault, error-text and connect items.
+    // The outcome of a poll: kept for CheckIndexProlog, and written to the fault, error-text and connect
+    // items.
     void UpdateFaultState(bool fault, std::string const& text);
-    // Non-zero when this block may write in this cycle: not on the standby without WriteOnSlave, and not while
-    // WriteItemId names an item that is false (with OnTrigger the item only triggers).
+    // Non-zero when this block may write in this cycle: not on the standby without WriteOnSlave, and not
+    // while WriteItemId names an item that is false (with OnTrigger the item only triggers).
     int isWrite();
-    // Non-zero when the write condition wants this value written; remembers it in the descriptor. A null value is
-    // never written.
+    // Non-zero when the write condition wants this value written; remembers it in the descriptor. A null
+    // value is never written.
     int IsNeedWriteValue(OpcUa_VariantHlp const& value, DriverVarDsc& descriptor);
 
     LuaDataProvider* provider = nullptr;
+
+private:
+    friend class dorvel::Runtime;
+
+    bool MayExecute();
+    void ExecuteGuarded();
+    bool IsTriggered(DriverVarDsc& descriptor);
+
+    dorvel::Runtime* runtime = nullptr;  // that knows this block
+    std::atomic<bool> isInCycle{false};
+    long long faultTime = 0;  // when the last cycle ended in a fault, 0 after a good one
 };
 
-// Reads the table at the top of the stack into channels: a list of tables with ReadId, ReadField, Type (number of a
-// built-in type), ElementType, WriteId (none or 0: only read), WriteField; all other text keys become properties.
-// What is no such table ends in a Lua error that names the place.
+// Reads the table at the top of the stack into channels: a list of tables with ReadId, ReadField, Type
+// (number of a built-in type), ElementType, WriteId (none or 0: only read), WriteField; all other text keys
+// become properties. Type is required, and ElementType where Type is DataValue. What is no such table ends in
+// a Lua error that names the place, and channels stays as it was.
 DORVEL_HOST_API void get_lua_value(ScadaProtocol::Channels& channels, lua_State* L);
 
 namespace dorvel {

@@ -7,8 +7,8 @@
 namespace dorvel {
 
 // The one seam between the host and the world: datagrams and the clock. The operating system stands behind it
-// unless somebody puts something else there: tests a scripted network in virtual time, the workbench a recorder.
-// Calls come from many threads at once; one socket is used by one thread at a time.
+// unless somebody puts something else there: tests a scripted network in virtual time, the workbench a
+// recorder. Calls come from many threads at once; one socket is used by one thread at a time.
 class DORVEL_HOST_API HostEnvironment {
 public:
     virtual ~HostEnvironment() = default;
@@ -20,8 +20,8 @@ public:
 
     // True when the datagram left.
     virtual bool Send(int handle, sockaddr_in const& peer, void const* data, int length) = 0;
-    // Waits up to timeout milliseconds for a datagram, one that came earlier included. The number of octets put
-    // into buffer (what does not fit is lost), or -1 when none came.
+    // Waits up to timeout milliseconds for a datagram, one that came earlier included. The number of octets
+    // put into buffer (what does not fit is lost), or -1 when none came.
     virtual int Receive(int handle, sockaddr_in& sender, void* buffer, int size, int timeout) = 0;
 
     // The time now as a file time: 100-nanosecond units since 1 January 1601, UTC.

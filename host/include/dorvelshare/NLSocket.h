@@ -6,11 +6,12 @@
 
 // The runtime's UDP sockets. The record is the owner's; nothing is allocated behind it but the socket itself.
 struct NLSocket {
-    unsigned char open;      // open mark: non-zero while there is a socket
+    unsigned char open;  // open mark: non-zero while there is a socket
     unsigned char reserved;
-    unsigned short port;     // own port, host byte order: the runtime's base port before opening, then the bound one
-    int handle;              // the environment's handle, -1 while closed
-    sockaddr_in address;     // address part: the peer, for whoever looks at the record
+    unsigned short
+        port;    // own port, host byte order: the runtime's base port before opening, then the bound one
+    int handle;  // the environment's handle, -1 while closed
+    sockaddr_in address;  // address part: the peer, for whoever looks at the record
 };
 
 // The own port of a prepared record: BACnet/IP's, so that "one above" is a port that installations expect.
@@ -30,12 +31,13 @@ DORVEL_HOST_API unsigned int IPAddressFromString(char const* text);
 // an open socket is closed first. A socket that could not be opened is opened at its first use.
 DORVEL_HOST_API int NLTryOpenUDPSocket(NLSocket* socket, unsigned short port, int count);
 
-// Sends length octets to the peer (nothing when data is null and length 0) and waits up to timeout milliseconds
-// for one datagram, whoever sent it, one that came before the request included. The number of octets put into
-// buffer; 0 or less when nothing came or nothing could be sent. A closed socket is opened on any free port.
-// retries: how often a request without an answer is sent again, 0 for never; receive: 0 to send only;
-// task: number of the task that waits, for the trace.
-DORVEL_HOST_API int NLSendReceive(NLSocket* socket, sockaddr_in* peer, void const* data, int length, void* buffer,
-                                  int bufferSize, int timeout, int retries, int receive, unsigned short task);
+// Sends length octets to the peer (nothing when data is null and length 0) and waits up to timeout
+// milliseconds for one datagram, whoever sent it, one that came before the request included. The number of
+// octets put into buffer; 0 or less when nothing came or nothing could be sent. A closed socket is opened on
+// any free port. retries: how often a request without an answer is sent again, 0 for never; receive: 0 to
+// send only; task: number of the task that waits, for the trace.
+DORVEL_HOST_API int NLSendReceive(NLSocket* socket, sockaddr_in* peer, void const* data, int length,
+                                  void* buffer, int bufferSize, int timeout, int retries, int receive,
+                                  unsigned short task);
 
 DORVEL_HOST_API void NLCloseSocket(NLSocket* socket);

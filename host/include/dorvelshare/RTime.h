@@ -32,6 +32,6 @@ DORVEL_HOST_API FileTime ULLtoFT(unsigned long long fileTime);
 // The calendar date of a file time, as it stands (no time zone). 0, or -1 for a time beyond the year 30827.
 DORVEL_HOST_API int FileTimeToRTime(FileTime const* fileTime, RTime* result);
 
-// The number as text in a radix from 2 to 36, small letters; buffer takes at least 34 characters and is the result.
-// Another radix gives an empty text.
+// The number as text in a radix from 2 to 36, small letters; buffer takes at least 34 characters and is the
+// result. Another radix gives an empty text.
 DORVEL_HOST_API char* itoa(int value, char* buffer, int radix);

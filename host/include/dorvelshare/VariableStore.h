@@ -15,14 +15,15 @@ struct VariableState {
     long long Time = 0;  // file time, 0 before the first value
 };
 
-// The runtime's variables, shared by all tasks; safe for any number of threads. A variable is an id with a field
-// name (empty for the whole); ids are positive and given by Declare, 0 is no variable.
+// The runtime's variables, shared by all tasks; safe for any number of threads. A variable is an id with a
+// field name (empty for the whole); ids are positive and given by Declare, 0 is no variable.
 class DORVEL_HOST_API VariableStore {
 public:
     // A new variable, null and without data. The name is for people and need not be unique.
     long long Declare(std::string name, OpcUa_BuiltInTypeHlp type);
 
-    // False when the id was never declared. A DataValue is taken apart; any other value is good and of time.
+    // False when the id was never declared. A DataValue is taken apart, one without a time is of time; any
+    // other value is good and of time, null without data.
     bool Write(long long id, std::string const& field, OpcUa_Variant const& value, long long time);
     bool Read(long long id, std::string const& field, VariableState& state) const;
 

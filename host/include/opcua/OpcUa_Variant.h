@@ -113,8 +113,10 @@ public:
     OpcUa_StatusCode GetTime(long long& fileTime, int kind) const;
 
     // Converts in place by the rules of OPC 10000-4 (table of conversion rules): explicit and implicit ones
-    // alike. What cannot be converted leaves null. Converting to DataValue wraps the value with status good
-    // and time 0; converting a DataValue converts the value inside and drops status and time.
+    // alike. Floating point is rounded to an integer by adding 0.5 and cutting off downwards; texts are the
+    // lexical forms of XML Schema ("true", "1.5E3", "-INF", "2024-03-15T12:00:00Z"). What cannot be converted
+    // leaves null. Converting to DataValue wraps the value with status good and time 0; converting a
+    // DataValue converts the value inside and drops status and time.
     OpcUa_StatusCode ChangeType(_OpcUa_BuiltInType type);
 
     // Turns a DataValue into the value inside; other values stay. Status and source time of the DataValue go
@@ -122,6 +124,8 @@ public:
     void Normalize(unsigned int* status, _OpcUa_DateTime* time);
 };
 
-// Same type and same value; DataValues compare value, status and time.
+// Same type and same value, not-a-number being equal to itself; DataValues compare value, status and time.
 DORVEL_HOST_API bool operator==(OpcUa_Variant const& left, OpcUa_Variant const& right);
-inline bool operator!=(OpcUa_Variant const& left, OpcUa_Variant const& right) { return !(left == right); }
+inline bool operator!=(OpcUa_Variant const& left, OpcUa_Variant const& right) {
+    return !(left == right);
+}

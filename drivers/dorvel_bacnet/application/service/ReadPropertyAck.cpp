@@ -1,6 +1,7 @@
 #include "ReadPropertyAck.h"
 
 #include "ComplexTag.h"
+#include "Exceptions.h"
 #include "Octets.h"
 #include "ServiceElements.h"
 #include "TagKind.h"
@@ -70,7 +71,11 @@ std::unique_ptr<ConfirmedServiceAck> ReadPropertyAckParser::Parse(IStreamBase& s
     if (TagBase* const index = FindElement(elements, 2)) {
         ack->SetPropertyArrayIndex(ReadArrayIndex(*index));
     }
-    ComplexTag& wrapper = RequireComplex(FindElement(elements, 3));
-    ack->SetPropertyValue(ParsePropertyValue(ack->GetObjectId(), ack->GetPropertyIdentifier(), wrapper));
+    TagBase* const wrapper = FindElement(elements, 3);
+    if (wrapper == nullptr) {
+        throw FormatErrorException();
+    }
+    PropertyValueParser const& parser = FindValueParser(ack->GetObjectId(), ack->GetPropertyIdentifier());
+    ack->SetPropertyValue(parser.Parse(RequireComplex(wrapper)));
     return ack;
 }

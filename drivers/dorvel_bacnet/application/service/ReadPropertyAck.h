@@ -54,6 +54,6 @@ class ReadPropertyAckParser : public ServiceAckParser {
 public:
     // Throws FormatErrorException when the object, the property or the value is absent or of the wrong kind,
     // SupportInformationException for a pair that the support table does not hold, and what the value's
-    // parser throws.
+    // parser throws. The pair is looked up before the kind of the value's tag is.
     std::unique_ptr<ConfirmedServiceAck> Parse(IStreamBase& stream) const override;
 };

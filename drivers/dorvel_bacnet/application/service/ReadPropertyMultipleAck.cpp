@@ -16,7 +16,7 @@ void ReadResults(ComplexTag const& list, ReadPropertyMultipleAck& ack) {
     for (int place = 0; place < size; place += 2) {
         auto const property = TagParser::GetPropertyIdentifier(RequirePrimitive(SubTagOrNull(list, place)));
         ComplexTag& wrapper = RequireComplex(SubTagOrNull(list, place + 1));
-        ack.SetValue(property, ParsePropertyValue(ack.GetObjectId(), property, wrapper));
+        ack.SetValue(property, FindValueParser(ack.GetObjectId(), property).Parse(wrapper));
     }
 }
 

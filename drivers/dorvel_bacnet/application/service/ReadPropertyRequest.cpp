@@ -18,9 +18,11 @@ std::vector<char> ReadPropertyRequest::GetBytes() const {
 
 std::unique_ptr<ConfirmedServiceRequest> ReadPropertyRequestParser::Parse(IStreamBase& stream) const {
     ServiceElements const elements = TagParser::ReadSequence(stream, 3);
-    ObjectIdentifier const object = ReadObjectIdentifier(elements);
-    PropertyIdentifierEnum const property = ReadPropertyIdentifier(elements);
+    // Both have to be there before either is read.
+    Tag const& object = RequirePrimitive(FindElement(elements, 0));
+    Tag const& property = RequirePrimitive(FindElement(elements, 1));
     TagBase* const index = FindElement(elements, 2);
     int const arrayIndex = index == nullptr ? -1 : ReadArrayIndex(*index);
-    return std::make_unique<ReadPropertyRequest>(object, property, arrayIndex);
+    return std::make_unique<ReadPropertyRequest>(ObjectIdentifier(object),
+                                                 TagParser::GetPropertyIdentifier(property), arrayIndex);
 }

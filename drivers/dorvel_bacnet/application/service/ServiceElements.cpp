@@ -37,13 +37,12 @@ std::vector<char> ArrayIndexBytes(unsigned int arrayIndex) {
     return Tag::FromOctets(2, true, BitConverter::GetBytes(arrayIndex)).GetBytes();
 }
 
-std::unique_ptr<CPropertyValue> ParsePropertyValue(ObjectIdentifier object, PropertyIdentifierEnum property,
-                                                   ComplexTag& wrapper) {
+PropertyValueParser const& FindValueParser(ObjectIdentifier object, PropertyIdentifierEnum property) {
     SupportInformation const& support = *SupportInformation::GetInstance();
     PropertyInfo const info = support.GetPropertyInfo(object.GetObjectType(), property);
     PropertyValueParser const* const parser = support.GetPropertyParser(info.type);
     if (parser == nullptr) {
         throw SupportInformationException("Support Information not found");
     }
-    return parser->Parse(wrapper);
+    return *parser;
 }

@@ -4,11 +4,9 @@
 #include <memory>
 #include <vector>
 
-#include "CPropertyValue.h"
-#include "ComplexTag.h"
 #include "ObjectIdentifier.h"
 #include "PropertyIdentifierEnum.h"
-#include "Tag.h"
+#include "PropertyValueParser.h"
 #include "TagBase.h"
 
 // The elements that the services have in common, written and read in one place.
@@ -39,8 +37,7 @@ std::vector<char> ObjectAndPropertyBytes(ObjectIdentifier object, PropertyIdenti
 // Element 2: context tag 2 with the property array index in four octets, never shortened.
 std::vector<char> ArrayIndexBytes(unsigned int arrayIndex);
 
-// The value in its wrapper, read by the parser that the support table names for the pair. Throws
+// The parser that the support table names for the property's values; it stays the table's. Throws
 // SupportInformationException for a pair that the table does not hold, and the same for a type without a
 // parser: to a caller both are properties that are not supported.
-std::unique_ptr<CPropertyValue> ParsePropertyValue(ObjectIdentifier object, PropertyIdentifierEnum property,
-                                                   ComplexTag& wrapper);
+PropertyValueParser const& FindValueParser(ObjectIdentifier object, PropertyIdentifierEnum property);

@@ -1,0 +1,187 @@
+#include "BACnet_protocol.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <stdexcept>
+
+#include "BaseField.h"
+#include "Network/AddressParser.h"
+#include "ScadaObj.h"
+#include "dorvel/Registration.h"
+#include "dorvel/STTask.h"
+#include "dorvelshare/RTime.h"
+#include "dorvelshare/Trace.h"
+
+namespace dorvel::BACnet {
+
+namespace {
+
+constexpr int TraceLevelError = 0x20;
+
+int PropertyCode(std::map<std::string, OpcUa_VariantHlp> const& properties, char const* key) {
+    int code = 0;
+    auto const property = properties.find(key);
+    if (property != properties.end()) {
+        property->second.GetInt(code);
+    }
+    return code;
+}
+
+// The low 16 bits of what std::stoul gives where `long` has 32 bits, as on the controller: the magnitude has
+// to fit them, a sign is allowed.
+unsigned short ParsePort(std::string const& text) {
+    std::uint64_t const number = std::stoul(text);
+    bool const negative = text.find('-') < text.find_first_of("0123456789");
+    std::uint64_t const magnitude = negative ? 0 - number : number;
+    if (magnitude > 0xFFFFFFFF) {
+        throw std::out_of_range("stoul");
+    }
+    return static_cast<unsigned short>(number);
+}
+
+}  // namespace
+
+BACnetProtocol::BACnetProtocol() {
+    NLInitSocket(&socket);
+}
+
+BACnetProtocol::~BACnetProtocol() = default;
+
+std::string BACnetProtocol::getId() {
+    static int connectionCounter = 0;
+    return "DORVEL_Connect_" + std::to_string(connectionCounter++);
+}
+
+void BACnetProtocol::RegAsLuaType() {
+    static bool registered = false;
+    if (registered) {
+        return;
+    }
+    registered = true;
+    if (RegisterExternalSTLib(_ShortName(), SCADA_API::ScadaObj<BACnetProtocol>::RegFBType) != 0) {
+        OpcUa_Trace_Imp(TraceLevelError, __FILE__, __LINE__,
+                        "BACnetProtocol: Already registred other type with name '%s'", _ShortName());
+    }
+}
+
+// Every class of this inheritance chain stands at a fixed distance from its object, so that the offsets hold
+// although the class is not of standard layout.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Winvalid-offsetof"
+#define FIELD(member)                                                           \
+    new SCADA_API::BaseField<BACnetProtocol, decltype(BACnetProtocol::member)>( \
+        #member, false, offsetof(BACnetProtocol, member))
+
+void BACnetProtocol::AddFields(ScadaFields& fields) {
+    fields.add(FIELD(FaultItemId));
+    fields.add(FIELD(ErrorTextItemId));
+    fields.add(FIELD(ExecuteItemId));
+    fields.add(FIELD(ConnectItemId));
+    fields.add(FIELD(WriteItemId));
+    fields.add(FIELD(WriteCondition));
+    fields.add(FIELD(ExecuteOnSlave));
+    fields.add(FIELD(WriteOnSlave));
+    fields.add(FIELD(Vars));
+    fields.add(FIELD(Address));
+    fields.add(FIELD(MAC));
+    fields.add(FIELD(Timeout));
+    fields.add(FIELD(CountRepeat));
+    fields.add(FIELD(AddressNumber));
+    fields.add(FIELD(NetworkNumber));
+    fields.add(FIELD(Priority));
+}
+
+#undef FIELD
+#pragma GCC diagnostic pop
+
+void BACnetProtocol::AddChannel(ReadChannel const* read, WriteChannel const* write,
+                                std::map<std::string, OpcUa_VariantHlp> const& properties) {
+    auto descriptor = std::make_unique<DriverVarDsc>();
+    auto channel = std::make_unique<VelaBufferParameters>();
+    channel->objectType = PropertyCode(properties, "ObjectType");
+    channel->objectProperties = PropertyCode(properties, "ObjectProperties");
+    channel->objectNumber = PropertyCode(properties, "ObjectNumber");
+    BaseInitChannel(read, write, *descriptor);
+    channels.reserve(channels.size() + 1);
+    channel->descriptor = descriptor.release();
+    channels.push_back(channel.release());
+}
+
+void BACnetProtocol::Inited() {
+    taskParam = GetTaskSettings(FindSTTask(provider))->Number;
+    ipPort = Address;
+    auto const parts = Network::AddressParser::Split(ipPort, ':');
+    if (parts.size() != 2) {
+        logMsg("Incorrect IP address");
+        return;
+    }
+    unsigned int const address = IPAddressFromString(parts[0].c_str());
+    unsigned short const port = ParsePort(parts[1]);
+    auto peer = std::make_unique<sockaddr_in>();
+    NLMakeAddress(peer.get(), address, port);
+    NLInitSocket(&socket);
+    NLMakeAddress(&socket.address, address, port);
+    device = std::make_unique<TBACnet>(socket, peer.release(), taskParam, ipPort, MAC, Timeout, CountRepeat,
+                                       AddressNumber, NetworkNumber, Priority);
+    device->InitTags(channels);
+    for (VelaBufferParameters const* channel : channels) {
+        delete channel;
+    }
+    channels.clear();
+}
+
+void BACnetProtocol::Execute() {
+    if (!device || !device->IsCreated()) {
+        logMsg("Error create device for poll\n");
+        return;
+    }
+    device->ClearFault();
+    std::vector<WriteDataRec> values;
+    device->Read(values);
+    if (TBACnet::IsTerminated.load(std::memory_order_relaxed)) {
+        logMsgLn("Stop RT. Exit from driver");
+        return;
+    }
+    if (device->HasFault()) {
+        ReportLostConnection();
+    } else {
+        ReportValues(values);
+    }
+}
+
+void BACnetProtocol::ReportValues(std::vector<WriteDataRec> const& values) {
+    provider->WriteValues(values);
+    UpdateFaultState(false, "");
+}
+
+// Variables of another type than DataValue get no record: they keep value and quality.
+void BACnetProtocol::ReportLostConnection() {
+    std::vector<WriteDataRec> values;
+    for (auto const& [type, objects] : device->Tags()) {
+        for (auto const& [number, tags] : objects) {
+            for (tagReadData const* tag : tags) {
+                if (tag->descriptor->ReadType.Type == OpcUaType_DataValue) {
+                    values.push_back(OldValueAsBad(*tag->descriptor));
+                }
+            }
+        }
+    }
+    provider->WriteValues(values);
+    UpdateFaultState(true, "No connection");
+}
+
+WriteDataRec BACnetProtocol::OldValueAsBad(DriverVarDsc const& descriptor) const {
+    OpcUa_VariantHlp value;
+    provider->ReadValue(descriptor.ReadId, 0, descriptor.ReadField, descriptor.ReadType, value,
+                        GetValueFlags::None);
+    if (value.GetType() == OpcUaType_DataValue) {
+        value.Normalize(nullptr, nullptr);
+    }
+    WriteDataRec record;
+    record.Id = descriptor.ReadId;
+    record.Field = descriptor.ReadField;
+    record.Value.SetDataValue(value, getRDateTime(), OpcUa_Bad);
+    return record;
+}
+
+}  // namespace dorvel::BACnet

@@ -1,0 +1,201 @@
+#pragma once
+
+#include <lua.hpp>
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+#include <sstream>
+#include <string>
+
+#include "LuaGuard.h"
+#include "dorvel/ScadaFields.h"
+#include "dorvelshare/Trace.h"
+
+namespace SCADA_API {
+
+// Makes T, a ScadaProtocol, a Lua type and a function-block type. T has _ShortName(), the name of the Lua
+// library and of the metatable, _FullName(), that of the block type, and AddFields(ScadaFields&).
+//
+// An object lives inside a full userdata: New constructs it there, GC destroys it there. All operations but
+// MetaTable are Lua C functions. What T throws becomes a Lua error; Lua errors leave no object of C++ behind,
+// as nothing with a destructor stands on the way.
+template <class T>
+class ScadaObj {
+public:
+    // The fields of all objects of the type, entered by the first RegFBType of the process.
+    static inline ScadaFields fields;
+
+    // new(table): a block with the fields that the table gives.
+    static int New(lua_State* L);
+    // The value of a field, "__clone", or what the host serves for all blocks. A key that gives no text gives
+    // itself.
+    static int Get(lua_State* L);
+    static int Set(lua_State* L);
+    static int Call(lua_State* L);
+    // A table of all fields.
+    static int Clone(lua_State* L);
+    // Destroys the object; afterwards the userdata is none of this type.
+    static int GC(lua_State* L);
+    // The number of fields, those without a type included.
+    static int Length(lua_State* L);
+
+    // Registers the type in a Lua state: metatable, library and block type. -1 when the host refuses the
+    // block type, which is logged. Not to be called from Lua.
+    static int RegFBType(lua_State* L);
+    // The Lua text that declares the block type.
+    static std::string MetaTable();
+
+private:
+    static T* GetUserObject(lua_State* L);
+    static bool IsFunction(char const* name);
+    static void AddMethods(lua_State* L);
+};
+
+template <class T>
+T* ScadaObj<T>::GetUserObject(lua_State* L) {
+    static std::string const expected = std::string(T::_ShortName()) + "expected.";
+    void* object = luaL_checkudata(L, 1, T::_ShortName());
+    if (!object) {
+        luaL_argerror(L, 1, expected.c_str());
+    }
+    return static_cast<T*>(object);
+}
+
+template <class T>
+int ScadaObj<T>::New(lua_State* L) {
+    if (!L) {
+        return 0;
+    }
+    luaL_checktype(L, std::max(1, lua_gettop(L)), LUA_TTABLE);
+    void* room = lua_newuserdatauv(L, sizeof(T), 1);
+    T* object = nullptr;
+    GuardLuaCall(L, [&] {
+        object = new (room) T;
+        return 0;
+    });
+    lua_getfield(L, LUA_REGISTRYINDEX, T::_ShortName());
+    lua_setmetatable(L, -2);
+    return GuardLuaCall(L, [&] {
+        lua_pushvalue(L, -2);
+        fields.ReadAllFrom(object, L);
+        lua_settop(L, -2);
+        object->Init(L);
+        return 1;
+    });
+}
+
+template <class T>
+bool ScadaObj<T>::IsFunction(char const* name) {
+    static luaL_Reg const Lib_f[] = {{"__clone", Clone}, {nullptr, nullptr}};
+    for (luaL_Reg const* function = Lib_f; function->name; ++function) {
+        if (std::strcmp(function->name, name) == 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+template <class T>
+int ScadaObj<T>::Get(lua_State* L) {
+    T* object = GetUserObject(L);
+    return GuardLuaCall(L, [&] {
+        if (object->check(L, -1)) {
+            return 1;
+        }
+        if (lua_isstring(L, -1) && IsFunction(lua_tostring(L, -1))) {
+            lua_pushcclosure(L, Clone, 0);
+            return 1;
+        }
+        return fields.WriteTo(object, L);
+    });
+}
+
+template <class T>
+int ScadaObj<T>::Set(lua_State* L) {
+    T* object = GetUserObject(L);
+    luaL_checkany(L, 3);
+    return GuardLuaCall(L, [&] { return object->check(L, -2) ? 1 : fields.ReadFrom(object, L); });
+}
+
+template <class T>
+int ScadaObj<T>::Call(lua_State* L) {
+    T* object = GetUserObject(L);
+    return GuardLuaCall(L, [&] { return object->call(L); });
+}
+
+template <class T>
+int ScadaObj<T>::Clone(lua_State* L) {
+    T const* object = GetUserObject(L);
+    return GuardLuaCall(L, [&] { return fields.WriteAllTo(object, L); });
+}
+
+template <class T>
+int ScadaObj<T>::GC(lua_State* L) {
+    T* object = GetUserObject(L);
+    // A script can reach this function too: without its metatable the userdata is destroyed but once.
+    lua_pushnil(L);
+    lua_setmetatable(L, 1);
+    object->~T();
+    return 1;
+}
+
+template <class T>
+int ScadaObj<T>::Length(lua_State* L) {
+    auto count = fields.size();
+    if (ScadaFields const* parent = fields.parent()) {
+        count += parent->size();
+    }
+    lua_pushinteger(L, static_cast<lua_Integer>(count));
+    return 1;
+}
+
+template <class T>
+void ScadaObj<T>::AddMethods(lua_State* L) {
+    static luaL_Reg const Lib_f[] = {
+        {"new", New}, {"get", Get}, {"set", Set}, {"call", Call}, {nullptr, nullptr}};
+    static luaL_Reg const Lib_m[] = {{"__index", Get}, {"__newindex", Set}, {"__call", Call},
+                                     {"__gc", GC},     {"__len", Length},   {nullptr, nullptr}};
+    luaL_newmetatable(L, T::_ShortName());
+    luaL_setfuncs(L, Lib_m, 0);
+    lua_settop(L, -2);
+    lua_createtable(L, 0, 0);
+    luaL_setfuncs(L, Lib_f, 0);
+    lua_setglobal(L, T::_ShortName());
+}
+
+template <class T>
+int ScadaObj<T>::RegFBType(lua_State* L) {
+    static bool const hasFields = (T::AddFields(fields), true);
+    static_cast<void>(hasFields);
+    AddMethods(L);
+    std::string const text = MetaTable();
+    if (luaL_loadbufferx(L, text.data(), text.size(), T::_ShortName(), nullptr) == LUA_OK &&
+        lua_pcallk(L, 0, LUA_MULTRET, 0, 0, nullptr) == LUA_OK) {
+        return 1;
+    }
+    char const* message = lua_tostring(L, -1);
+    logMsg("%s\n", message ? message : "");
+    lua_settop(L, -2);
+    return -1;
+}
+
+template <class T>
+std::string ScadaObj<T>::MetaTable() {
+    std::ostringstream text;
+    text << std::boolalpha << T::_FullName() << "= FBMetadata({ Name = '" << T::_ShortName() << "', "
+         << "Hash = 1001, Vars = { \n";
+    int hash = 0;
+    for (auto const& field : fields.fields()) {
+        if (char const* type = field->lua_type()) {
+            text << '\t' << field->name << " = { "
+                 << "Hash = " << hash++ << ","
+                 << "Type = " << type << ","
+                 << "Retain = " << field->retain << " },\n";
+        }
+    }
+    text << "}})\n";
+    return text.str();
+}
+
+}  // namespace SCADA_API

@@ -1,0 +1,114 @@
+#include "TBACnet.h"
+
+#include <utility>
+
+#include "CodeMaps.h"
+#include "Network/AddressParser.h"
+#include "UserTrace.h"
+#include "dorvelshare/RTime.h"
+#include "dorvelshare/Trace.h"
+
+namespace dorvel::BACnet {
+
+char WriteInvokeId = 0;
+std::atomic<bool> TBACnet::IsTerminated{false};
+
+namespace {
+
+// How many local ports a client behind a router tries.
+constexpr int PortsToTry = 20;
+
+}  // namespace
+
+TBACnet::TBACnet(NLSocket& deviceSocket, sockaddr_in* devicePeer, unsigned short task, std::string address,
+                 std::string mac, int timeout, int countRepeat, int addressNumber, int networkNumber,
+                 int priority)
+    : settings(std::make_unique<TBACnetSettings>()),
+      socket(&deviceSocket),
+      peer(devicePeer),
+      taskParam(task) {
+    settings->addressNumber = addressNumber;
+    settings->networkNumber = static_cast<std::uint16_t>(networkNumber);
+    settings->remoteAddress.network = static_cast<std::uint16_t>(networkNumber);
+    try {
+        SetAddresses(address, mac);
+    } catch (std::exception const& failure) {
+        logMsgLn(failure.what());
+        return;
+    } catch (...) {
+        logMsgLn("Unknown error");
+        return;
+    }
+    settings->timeout = static_cast<std::uint16_t>(timeout);
+    settings->repeatCount = static_cast<std::uint16_t>(countRepeat);
+    settings->repeatCountCopy = settings->repeatCount;
+    settings->errorLimit = settings->repeatCount;
+    settings->ReadInvokeId = 0;
+    localTimeDiff = GetLocalTimeDiff();
+    settings->created = true;
+    settings->priority = priority;
+}
+
+TBACnet::~TBACnet() {
+    if (socket && socket->open != 0) {
+        NLCloseSocket(socket);
+    }
+    for (auto const& [type, objects] : tags) {
+        for (auto const& [number, objectTags] : objects) {
+            for (tagReadData const* tag : objectTags) {
+                delete tag;
+            }
+        }
+    }
+}
+
+void TBACnet::SetAddresses(std::string const& address, std::string const& mac) {
+    std::vector<char> device = Network::AddressParser::ParseAddress(mac);
+    if (settings->remoteAddress.network == 0) {
+        settings->linkAddress = std::move(device);
+        return;
+    }
+    NLTryOpenUDPSocket(socket, static_cast<unsigned short>(socket->port + 1), PortsToTry);
+    std::vector<char> router = Network::AddressParser::ParseAddress(address);
+    settings->remoteAddress.bytes = std::move(device);
+    settings->linkAddress = std::move(router);
+}
+
+void TBACnet::InitTags(std::vector<VelaBufferParameters*> const& params) {
+    InitObjectTypesMap();
+    for (VelaBufferParameters const* param : params) {
+        auto address = std::make_unique<tagAddress>();
+        address->objectNumber = param->objectNumber;
+        address->objectType = GetBacnetObjectType(param->objectType);
+        address->propertyId = GetPropertyType(param->objectProperties);
+
+        auto& objectTags = tags[address->objectType][address->objectNumber];
+        objectTags.reserve(objectTags.size() + 1);
+        objectTags.push_back(
+            new tagReadData{std::unique_ptr<DriverVarDsc>(param->descriptor), std::move(address)});
+    }
+}
+
+void TBACnet::Read(std::vector<WriteDataRec>& values) {
+    Trace("read start\n");
+    int budget = settings->errorLimit;
+    for (auto const& [type, objects] : tags) {
+        for (auto const& [number, objectTags] : objects) {
+            if (IsTerminated.load(std::memory_order_relaxed)) {
+                return;
+            }
+            Trace("Object type %d number %d\n", static_cast<int>(type), number);
+            ObjectIdentifier const object(type, static_cast<unsigned int>(number));
+            bool const answered = ProcessTagM(object, objectTags, values) != 0;
+            budget = answered ? settings->errorLimit : budget - settings->repeatCount;
+            if (budget <= 0) {
+                Trace("Error limit exceeded\n");
+                fault = true;
+                return;
+            }
+        }
+    }
+    Trace("read done\n");
+}
+
+}  // namespace dorvel::BACnet

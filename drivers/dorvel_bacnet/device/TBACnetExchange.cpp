@@ -1,0 +1,55 @@
+// The points at which datagrams cross the host's socket layer.
+
+#include <optional>
+#include <stdexcept>
+#include <utility>
+
+#include "Network/Message.h"
+#include "TBACnet.h"
+#include "VirtualDataLink/Framing.h"
+#include "VmacAddress.h"
+
+namespace dorvel::BACnet {
+
+namespace {
+
+// The largest datagram that is taken.
+constexpr int BufferSize = 1500;
+
+// What the host's socket call is told beside the datagram: it does not send again by itself, and it waits for
+// an answer.
+constexpr int HostRetries = 0;
+constexpr int WaitForAnswer = 1;
+
+// A frame of another BVLC function ends the exchange like any other frame that carries no NPDU.
+std::vector<char> Unwrap(std::vector<char> const& datagram) {
+    std::optional<std::vector<char>> npdu = VirtualDataLink::Unframe(datagram);
+    if (!npdu) {
+        throw std::runtime_error("packet format error");
+    }
+    return Network::Message::Parse(std::move(*npdu)).data;
+}
+
+}  // namespace
+
+int TBACnet::SendAndReceive(Network::NDataUnitRequest const& request, std::vector<char>& apdu) {
+    VmacAddress const destination(request.physicalDestination, false);
+    return Exchange(VirtualDataLink::Frame({destination, Network::ToNpdu(request)}).data, apdu);
+}
+
+int TBACnet::Receive(std::vector<char>& apdu) {
+    return Exchange({}, apdu);
+}
+
+int TBACnet::Exchange(std::vector<char> const& frame, std::vector<char>& apdu) {
+    char buffer[BufferSize];
+    void const* const data = frame.empty() ? nullptr : frame.data();
+    int const received = NLSendReceive(socket, peer.get(), data, static_cast<int>(frame.size()), buffer,
+                                       BufferSize, receiveTimeout, HostRetries, WaitForAnswer, taskParam);
+    if (received > 0) {
+        apdu = Unwrap(std::vector<char>(buffer, buffer + received));
+    }
+    return received;
+}
+
+}  // namespace dorvel::BACnet

@@ -1,0 +1,147 @@
+// One read transaction: attempts, and the collection of an answer in segments.
+
+#include <iterator>
+#include <map>
+#include <string>
+#include <typeinfo>
+#include <utility>
+
+#include "AbortResponseException.h"
+#include "ErrorResponseException.h"
+#include "FakeStream.h"
+#include "FormRequest.h"
+#include "PduParser.h"
+#include "RejectResponseException.h"
+#include "SupportInformation.h"
+#include "TBACnet.h"
+#include "UserTrace.h"
+
+namespace dorvel::BACnet {
+
+namespace {
+
+// By sequence number, an unsigned octet: a transaction never holds more than 256 segments.
+using Segments = std::map<unsigned char, std::unique_ptr<ComplexAck>>;
+
+std::string LogLine(ObjectIdentifier object, std::exception const& failure) {
+    return std::to_string(static_cast<int>(object.GetObjectType())) + "-" +
+           std::to_string(object.GetInstanceNumber()) + " " + failure.what() + "\n";
+}
+
+std::unique_ptr<PDU> ParseApdu(std::vector<char> const& apdu) {
+    FakeStream stream(apdu);
+    return PduParser::Parse(stream);
+}
+
+// The keys are distinct, so they run from 0 without a gap exactly when the last one is their number less one.
+bool IsComplete(Segments const& segments) {
+    return segments.rbegin()->first == segments.size() - 1;
+}
+
+// The whole ack: the header of the segment 0, unsegmented, and the payloads in order.
+std::vector<char> Join(Segments& segments) {
+    ComplexAck& head = *segments.begin()->second;
+    head.SetSegmentedMessage(false);
+    head.SetMoreFollows(false);
+    std::vector<char> octets = head.GetBytes();
+    for (auto segment = std::next(segments.begin()); segment != segments.end(); ++segment) {
+        auto const& payload = segment->second->GetRawPayload();
+        octets.insert(octets.end(), payload.begin(), payload.end());
+    }
+    return octets;
+}
+
+}  // namespace
+
+int TBACnet::ProcessTagM(ObjectIdentifier object, std::vector<tagReadData*> const& objectTags,
+                         std::vector<WriteDataRec>& values) {
+    for (int attempt = 0; attempt < settings->repeatCount; ++attempt) {
+        switch (TryRead(object, objectTags, values)) {
+            case Attempt::Answered:
+                return 1;
+            case Attempt::Failed:
+                return 0;
+            case Attempt::Repeat:
+                break;
+        }
+    }
+    return 0;
+}
+
+TBACnet::Attempt TBACnet::TryRead(ObjectIdentifier object, std::vector<tagReadData*> const& objectTags,
+                                  std::vector<WriteDataRec>& values) {
+    try {
+        return ReadOnce(object, objectTags, values);
+    } catch (ErrorResponseException const& refusal) {
+        Trace(refusal.what());
+        return Attempt::Answered;
+    } catch (RejectResponseException const& refusal) {
+        Trace(LogLine(object, refusal).c_str());
+        return Attempt::Answered;
+    } catch (AbortResponseException const& refusal) {
+        Trace(LogLine(object, refusal).c_str());
+        return Attempt::Answered;
+    } catch (SupportInformationException const& refusal) {
+        Trace(LogLine(object, refusal).c_str());
+        return Attempt::Answered;
+    } catch (std::runtime_error const& failure) {
+        Trace(LogLine(object, failure).c_str());
+    } catch (std::exception const& failure) {
+        logMsg(LogLine(object, failure).c_str());
+    } catch (...) {
+        logMsg("Unknown error\n");
+    }
+    return Attempt::Repeat;
+}
+
+TBACnet::Attempt TBACnet::ReadOnce(ObjectIdentifier object, std::vector<tagReadData*> const& objectTags,
+                                   std::vector<WriteDataRec>& values) {
+    auto const request =
+        FormRequest(settings->ReadInvokeId, objectTags, settings->linkAddress, settings->remoteAddress);
+    std::unique_ptr<ComplexAck> ack = RequestAck(request);
+    if (!ack->GetSegmentedMessage()) {
+        bool const processed =
+            ProcessResponseM(object, settings->ReadInvokeId, *ack, objectTags, values) != 0;
+        return processed ? Attempt::Answered : Attempt::Repeat;
+    }
+    std::unique_ptr<PDU> const whole = CollectSegments(std::move(ack));
+    bool const processed =
+        whole && ProcessResponseM(object, settings->ReadInvokeId, *whole, objectTags, values) != 0;
+    return processed ? Attempt::Answered : Attempt::Failed;
+}
+
+std::unique_ptr<ComplexAck> TBACnet::RequestAck(Network::NDataUnitRequest const& request) {
+    std::vector<char> apdu;
+    SendAndReceive(request, apdu);
+    std::unique_ptr<PDU> pdu = ParseApdu(apdu);
+    auto& ack = dynamic_cast<ComplexAck&>(*pdu);
+    pdu.release();
+    return std::unique_ptr<ComplexAck>(&ack);
+}
+
+std::unique_ptr<PDU> TBACnet::CollectSegments(std::unique_ptr<ComplexAck> first) {
+    char sequenceNumber = first->GetSequenceNumber();
+    Segments segments;
+    segments[0] = std::move(first);
+    bool moreFollows = true;
+    while (moreFollows) {
+        std::unique_ptr<ComplexAck> segment = RequestAck(SegmentAck(sequenceNumber));
+        sequenceNumber = segment->GetSequenceNumber();
+        moreFollows = segment->GetMoreFollows();
+        segments[static_cast<unsigned char>(sequenceNumber)] = std::move(segment);
+    }
+    std::vector<char> ignored;
+    SendAndReceive(SegmentAck(sequenceNumber), ignored);
+    if (!IsComplete(segments)) {
+        logMsg("Error: not all segments recieved");
+        return nullptr;
+    }
+    return ParseApdu(Join(segments));
+}
+
+Network::NDataUnitRequest TBACnet::SegmentAck(char sequenceNumber) {
+    return FormSegmentAckRequest(settings->ReadInvokeId, sequenceNumber, settings->linkAddress,
+                                 settings->remoteAddress);
+}
+
+}  // namespace dorvel::BACnet

@@ -1,0 +1,47 @@
+// The blocks of a runtime.
+
+#include <algorithm>
+
+#include "RuntimeImpl.h"
+#include "dorvel/ScadaProtocol.h"
+
+namespace dorvel {
+
+void Runtime::Impl::Forget(ScadaProtocol const& block) {
+    auto const isBlock = [&](auto const& entry) { return entry->Block == &block; };
+    Blocks.erase(std::remove_if(Blocks.begin(), Blocks.end(), isBlock), Blocks.end());
+}
+
+BlockEntry* Runtime::Impl::Find(ScadaProtocol const& block) {
+    for (auto const& entry : Blocks) {
+        if (entry->Block == &block) {
+            return entry.get();
+        }
+    }
+    return nullptr;
+}
+
+STTask* Runtime::Impl::TaskOf(BlockEntry const& entry) const {
+    if (entry.Task || Tasks.empty()) {
+        return entry.Task;
+    }
+    return Tasks.front().get();
+}
+
+LuaDataProvider* Runtime::Impl::ProviderOf(ScadaProtocol const& block) {
+    BlockEntry const* const entry = Find(block);
+    STTask* const task = entry ? TaskOf(*entry) : nullptr;
+    return task ? &task->Provider : nullptr;
+}
+
+std::vector<BlockEntry*> Runtime::Impl::BlocksOf(STTask const& task) {
+    std::vector<BlockEntry*> entries;
+    for (auto const& entry : Blocks) {
+        if (TaskOf(*entry) == &task) {
+            entries.push_back(entry.get());
+        }
+    }
+    return entries;
+}
+
+}  // namespace dorvel

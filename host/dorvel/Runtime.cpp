@@ -1,0 +1,219 @@
+#include "dorvel/Runtime.h"
+
+#include <algorithm>
+#include <exception>
+#include <limits>
+#include <lua.hpp>
+#include <stdexcept>
+#include <utility>
+
+#include "LuaCall.h"
+#include "Registry.h"
+#include "RuntimeImpl.h"
+#include "TypeLibrary.h"
+#include "dorvel/ScadaProtocol.h"
+#include "dorvelshare/Trace.h"
+
+namespace dorvel {
+namespace {
+
+// Where a Lua state keeps its runtime in the registry.
+char const runtimeKey = 0;
+
+void OpenLibrary(lua_State* L, RegisteredLibrary const& library) {
+    try {
+        ProtectLua(L, [&] {
+            // Called without Lua in between: a negative result is no count of values.
+            if (library.Open(L) < 0) {
+                luaL_error(L, "refused");
+            }
+        });
+    } catch (std::runtime_error const& failure) {
+        throw std::runtime_error("library '" + library.Name + "': " + failure.what());
+    }
+}
+
+}  // namespace
+
+Runtime::Runtime(lua_State* L) : impl(std::make_unique<Impl>()) {
+    if (!L || FindRuntime(L)) {
+        throw std::logic_error("a runtime needs a Lua state of its own");
+    }
+    impl->L = L;
+    ProtectLua(L, [&] {
+        lua_pushlightuserdata(L, this);
+        lua_rawsetp(L, LUA_REGISTRYINDEX, &runtimeKey);
+    });
+}
+
+Runtime::~Runtime() {
+    Stop();
+    lua_State* const L = impl->L;
+    lua_checkstack(L, 2);
+    lua_pushnil(L);
+    lua_rawsetp(L, LUA_REGISTRYINDEX, &runtimeKey);
+    for (auto const& entry : impl->Blocks) {
+        entry->Block->SetDataProvider(nullptr);
+        entry->Block->runtime = nullptr;
+        luaL_unref(L, LUA_REGISTRYINDEX, entry->Reference);
+    }
+}
+
+VariableStore& Runtime::Variables() {
+    return *impl->Store;
+}
+
+void Runtime::OpenLibraries() {
+    Impl::Notify(ConfigProcessorMode::Load);
+    lua_State* const L = impl->L;
+    ProtectLua(L, [L] { OpenTypes(L); });
+    for (RegisteredLibrary const& library : RegisteredLibraries()) {
+        OpenLibrary(L, library);
+    }
+    Impl::Notify(ConfigProcessorMode::Loaded);
+}
+
+void Runtime::Enter(ScadaProtocol& block, int reference) {
+    impl->Blocks.push_back(std::make_unique<BlockEntry>(BlockEntry{&block, reference}));
+    block.runtime = this;
+}
+
+STTask& Runtime::AddTask(std::string name, std::chrono::milliseconds period) {
+    if (impl->IsStarted || FindTask(name) ||
+        impl->Tasks.size() >= std::numeric_limits<unsigned short>::max()) {
+        throw std::logic_error("task '" + name + "' cannot be added");
+    }
+    if (period.count() < 0 || period.count() > std::numeric_limits<int>::max()) {
+        throw std::invalid_argument("task '" + name + "': the period is out of range");
+    }
+    TaskSettings settings;
+    settings.Name = std::move(name);
+    settings.Number = static_cast<unsigned short>(impl->Tasks.size() + 1);
+    settings.PeriodMilliseconds = static_cast<unsigned int>(period.count());
+    impl->Tasks.push_back(std::make_unique<STTask>(std::move(settings), impl->Store));
+    return *impl->Tasks.back();
+}
+
+STTask* Runtime::FindTask(std::string const& name) {
+    for (auto const& task : impl->Tasks) {
+        if (task->Settings.Name == name) {
+            return task.get();
+        }
+    }
+    return nullptr;
+}
+
+std::vector<ScadaProtocol*> Runtime::Blocks() const {
+    std::vector<ScadaProtocol*> blocks;
+    for (auto const& entry : impl->Blocks) {
+        blocks.push_back(entry->Block);
+    }
+    return blocks;
+}
+
+void Runtime::Assign(ScadaProtocol& block, STTask& task) {
+    BlockEntry* const entry = impl->Find(block);
+    if (!entry || entry->IsInitialised) {
+        throw std::logic_error("only a block of this runtime that is not initialised can be assigned");
+    }
+    entry->Task = &task;
+}
+
+void Runtime::InitBlock(ScadaProtocol& block) {
+    BlockEntry* const entry = impl->Find(block);
+    if (!entry || entry->IsInitialised || !impl->TaskOf(*entry)) {
+        throw std::logic_error("only a block of this runtime with a task can be initialised, and only once");
+    }
+    entry->IsInitialised = true;
+    block.InitedInternal(impl->L);
+}
+
+void Runtime::SetCycleObserver(CycleObserver observer) {
+    impl->Observer = std::move(observer);
+}
+
+void Runtime::Start(unsigned long long cycles) {
+    if (impl->IsStarted) {
+        throw std::logic_error("the runtime has been started already");
+    }
+    impl->IsStarted = true;
+    impl->IsStopping = false;
+    Impl::Notify(ConfigProcessorMode::Start);
+    try {
+        for (auto const& task : impl->Tasks) {
+            auto const run = [this, &settings = *task, blocks = impl->BlocksOf(*task), cycles] {
+                impl->RunTask(settings, blocks, cycles);
+            };
+            std::lock_guard<std::mutex> const lock(impl->Mutex);
+            impl->Threads.emplace_back(run);
+            ++impl->Running;
+        }
+    } catch (...) {
+        Stop();
+        throw;
+    }
+    Impl::Notify(ConfigProcessorMode::Running);
+}
+
+void Runtime::RunOnce() {
+    if (impl->IsStarted) {
+        throw std::logic_error("the runtime is running");
+    }
+    for (auto const& task : impl->Tasks) {
+        for (BlockEntry* const entry : impl->BlocksOf(*task)) {
+            impl->RunBlock(*entry);
+        }
+    }
+}
+
+bool Runtime::WaitFinished(std::chrono::milliseconds timeout) {
+    constexpr std::chrono::hours longest(24 * 365);  // what a clock can still count from now
+    std::unique_lock<std::mutex> lock(impl->Mutex);
+    return impl->Changed.wait_for(lock, std::min<std::chrono::milliseconds>(timeout, longest),
+                                  [this] { return impl->Running == 0; });
+}
+
+void Runtime::RequestStop() {
+    impl->AskToStop();
+}
+
+void Runtime::Stop() {
+    if (!impl->IsStarted) {
+        return;
+    }
+    Impl::Notify(ConfigProcessorMode::Stop);
+    impl->AskToStop();
+    for (std::thread& thread : impl->Threads) {
+        thread.join();
+    }
+    impl->Threads.clear();
+    impl->IsStarted = false;
+    Impl::Notify(ConfigProcessorMode::Stopped);
+}
+
+void Runtime::Impl::Notify(ConfigProcessorMode mode) {
+    for (RegisteredProcessor const& entry : RegisteredProcessors()) {
+        try {
+            int const result = entry.Processor(entry.Source, mode, nullptr);
+            if (result != 0) {
+                logMsg("Processor '%s' gives %d in mode %d\n", entry.Name.c_str(), result,
+                       static_cast<int>(mode));
+            }
+        } catch (std::exception const& failure) {
+            logMsg("Processor '%s' in mode %d: %s\n", entry.Name.c_str(), static_cast<int>(mode),
+                   failure.what());
+        }
+    }
+}
+
+Runtime* FindRuntime(lua_State* L) {
+    if (!L || !lua_checkstack(L, 1)) {
+        return nullptr;
+    }
+    lua_rawgetp(L, LUA_REGISTRYINDEX, &runtimeKey);
+    auto* const runtime = static_cast<Runtime*>(lua_touserdata(L, -1));
+    lua_pop(L, 1);
+    return runtime;
+}
+
+}  // namespace dorvel

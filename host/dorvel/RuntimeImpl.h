@@ -1,0 +1,60 @@
+#pragma once
+
+#include <atomic>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+#include "STTaskImpl.h"
+#include "dorvel/Registration.h"
+#include "dorvel/Runtime.h"
+#include "dorvelshare/VariableStore.h"
+
+namespace dorvel {
+
+// What a runtime keeps of one block.
+struct BlockEntry {
+    ScadaProtocol* Block;
+    int Reference;           // of the userdata in the Lua registry, which keeps the block alive
+    STTask* Task = nullptr;  // null: the first task
+    bool IsInitialised = false;
+    unsigned long long Cycles = 0;
+};
+
+struct __attribute__((visibility("hidden"))) Runtime::Impl {
+    using Clock = std::chrono::steady_clock;
+
+    lua_State* L = nullptr;
+    std::shared_ptr<VariableStore> Store = std::make_shared<VariableStore>();
+    std::vector<std::unique_ptr<STTask>> Tasks;
+    std::vector<std::unique_ptr<BlockEntry>> Blocks;
+    CycleObserver Observer;
+
+    bool IsStarted = false;
+    std::vector<std::thread> Threads;
+    std::mutex Mutex;  // of the three below
+    std::condition_variable Changed;
+    bool IsStopping = false;
+    std::size_t Running = 0;
+
+    void Forget(ScadaProtocol const& block);
+    BlockEntry* Find(ScadaProtocol const& block);
+    STTask* TaskOf(BlockEntry const& entry) const;
+    // The data provider of the block's task, null for an unknown block or without tasks.
+    LuaDataProvider* ProviderOf(ScadaProtocol const& block);
+    std::vector<BlockEntry*> BlocksOf(STTask const& task);
+
+    static void Notify(ConfigProcessorMode mode);
+    void RunBlock(BlockEntry& entry);
+    // The life of a task's thread; cycles 0 means without end.
+    void RunTask(STTask const& task, std::vector<BlockEntry*> const& blocks, unsigned long long cycles);
+    void RunCycles(STTask const& task, std::vector<BlockEntry*> const& blocks, unsigned long long cycles);
+    bool MustStop();
+    // False when the runtime was to stop before that.
+    bool WaitUntil(Clock::time_point time);
+    void AskToStop();
+};
+
+}  // namespace dorvel

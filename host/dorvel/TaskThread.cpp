@@ -1,0 +1,84 @@
+// What runs on the threads of the tasks.
+
+#include <exception>
+
+#include "RuntimeImpl.h"
+#include "dorvel/ScadaProtocol.h"
+#include "dorvelshare/Trace.h"
+
+namespace dorvel {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// Starts of cycles keep to the grid of the period; those that a long cycle has overrun are left out.
+Clock::time_point NextStart(Clock::time_point start, std::chrono::milliseconds period) {
+    Clock::time_point const now = Clock::now();
+    if (period.count() == 0) {
+        return now;
+    }
+    auto const late = now - start;
+    return start + period * (late > period ? late / period + (late % period != late.zero() ? 1 : 0) : 1);
+}
+
+}  // namespace
+
+void Runtime::Impl::RunBlock(BlockEntry& entry) {
+    bool const ran = entry.Block->Cycle();
+    ++entry.Cycles;
+    if (Observer) {
+        Observer(*entry.Block, entry.Cycles, ran);
+    }
+}
+
+void Runtime::Impl::RunCycles(STTask const& task, std::vector<BlockEntry*> const& blocks,
+                              unsigned long long cycles) {
+    std::chrono::milliseconds const period(task.Settings.PeriodMilliseconds);
+    Clock::time_point start = Clock::now();
+    for (unsigned long long cycle = 0; cycles == 0 || cycle < cycles; ++cycle) {
+        if (cycle != 0) {
+            start = NextStart(start, period);
+            if (!WaitUntil(start)) {
+                return;
+            }
+        }
+        for (BlockEntry* const entry : blocks) {
+            if (MustStop()) {
+                return;
+            }
+            RunBlock(*entry);
+        }
+    }
+}
+
+void Runtime::Impl::RunTask(STTask const& task, std::vector<BlockEntry*> const& blocks,
+                            unsigned long long cycles) {
+    try {
+        RunCycles(task, blocks, cycles);
+    } catch (std::exception const& failure) {
+        logMsg("Task '%s' has ended: %s\n", task.Settings.Name.c_str(), failure.what());
+    } catch (...) {
+        logMsg("Task '%s' has ended: Unknown error\n", task.Settings.Name.c_str());
+    }
+    std::lock_guard<std::mutex> const lock(Mutex);
+    --Running;
+    Changed.notify_all();
+}
+
+bool Runtime::Impl::MustStop() {
+    std::lock_guard<std::mutex> const lock(Mutex);
+    return IsStopping;
+}
+
+bool Runtime::Impl::WaitUntil(Clock::time_point time) {
+    std::unique_lock<std::mutex> lock(Mutex);
+    return !Changed.wait_until(lock, time, [this] { return IsStopping; });
+}
+
+void Runtime::Impl::AskToStop() {
+    std::lock_guard<std::mutex> const lock(Mutex);
+    IsStopping = true;
+    Changed.notify_all();
+}
+
+}  // namespace dorvel

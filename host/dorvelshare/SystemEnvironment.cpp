@@ -1,0 +1,131 @@
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <ctime>
+
+#include "dorvelshare/HostEnvironment.h"
+
+namespace dorvel {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr long long TicksPerSecond = 10'000'000;
+constexpr long long TicksTo1970 = 11'644'473'600 * TicksPerSecond;
+
+sockaddr* Generic(sockaddr_in* address) {
+    return reinterpret_cast<sockaddr*>(address);
+}
+sockaddr const* Generic(sockaddr_in const* address) {
+    return reinterpret_cast<sockaddr const*>(address);
+}
+
+sockaddr_in LocalAddress(unsigned short port) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_ANY);
+    address.sin_port = htons(port);
+    return address;
+}
+
+// An error that a handle keeps for good. The others (an ICMP message about an earlier request, a network that
+// is down for a while, a datagram with a bad checksum) belong to one datagram, and waiting goes on.
+bool IsLasting(int error) {
+    return error == EBADF || error == ENOTSOCK || error == EINVAL || error == EFAULT || error == ENOTCONN;
+}
+
+// Waits until the handle may have a datagram. False at the deadline, or when the handle is none.
+bool WaitReadable(int handle, Clock::time_point deadline) {
+    pollfd entry{handle, POLLIN, 0};
+    for (;;) {
+        auto const rest = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count();
+        int const count = ::poll(&entry, 1, static_cast<int>(std::max<long long>(rest, 0)));
+        if (count > 0) {
+            return (entry.revents & POLLNVAL) == 0;
+        }
+        if (count == 0 ? rest <= 0 || Clock::now() >= deadline : errno != EINTR) {
+            return false;
+        }
+    }
+}
+
+class OperatingSystem : public HostEnvironment {
+public:
+    int Open(unsigned short port) override {
+        int const handle = ::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+        if (handle < 0) {
+            return -1;
+        }
+        int const yes = 1;
+        sockaddr_in const address = LocalAddress(port);
+        if (::setsockopt(handle, SOL_SOCKET, SO_BROADCAST, &yes, sizeof yes) != 0 ||
+            ::bind(handle, Generic(&address), sizeof address) != 0) {
+            ::close(handle);
+            return -1;
+        }
+        return handle;
+    }
+
+    unsigned short LocalPort(int handle) override {
+        sockaddr_in address{};
+        socklen_t size = sizeof address;
+        return ::getsockname(handle, Generic(&address), &size) == 0 ? ntohs(address.sin_port) : 0;
+    }
+
+    void Close(int handle) override { ::close(handle); }
+
+    bool Send(int handle, sockaddr_in const& peer, void const* data, int length) override {
+        for (int refusals = 0;;) {
+            ssize_t const sent =
+                ::sendto(handle, data, static_cast<std::size_t>(length), 0, Generic(&peer), sizeof peer);
+            // A refusal answers an earlier datagram and is told once.
+            bool const again = sent < 0 && (errno == EINTR || (errno == ECONNREFUSED && refusals++ == 0));
+            if (!again) {
+                return sent == length;
+            }
+        }
+    }
+
+    int Receive(int handle, sockaddr_in& sender, void* buffer, int size, int timeout) override {
+        auto const deadline = Clock::now() + std::chrono::milliseconds(std::max(timeout, 0));
+        while (WaitReadable(handle, deadline)) {
+            socklen_t senderSize = sizeof sender;
+            ssize_t const length = ::recvfrom(handle, buffer, static_cast<std::size_t>(size), MSG_DONTWAIT,
+                                              Generic(&sender), &senderSize);
+            if (length >= 0) {
+                return static_cast<int>(length);
+            }
+            if (IsLasting(errno) || Clock::now() >= deadline) {
+                break;
+            }
+        }
+        return -1;
+    }
+
+    long long Now() override {
+        timespec now{};
+        ::clock_gettime(CLOCK_REALTIME, &now);
+        return TicksTo1970 + now.tv_sec * TicksPerSecond + now.tv_nsec / 100;
+    }
+
+    long long LocalTimeDiff() override {
+        ::tzset();  // localtime_r need not look at the zone again
+        std::time_t const now = std::time(nullptr);
+        std::tm local{};
+        return ::localtime_r(&now, &local) ? local.tm_gmtoff * TicksPerSecond : 0;
+    }
+};
+
+}  // namespace
+
+HostEnvironment& SystemEnvironment() {
+    static OperatingSystem system;
+    return system;
+}
+
+}  // namespace dorvel

@@ -1,0 +1,60 @@
+// The entry of the add-in and what it registers.
+
+#include "Addin.h"
+
+#include <gtest/gtest.h>
+
+#include "BACnet_protocol.h"
+#include "LogCapture.h"
+
+using namespace dorvel::BACnet;
+
+namespace {
+
+TEST(Addin, StopSetsAndStartClearsTheMark) {
+    TBACnet::IsTerminated = false;
+    EXPECT_EQ(ConfigProcessorCallback(nullptr, ConfigProcessorMode::Stop, nullptr), 0);
+    EXPECT_TRUE(TBACnet::IsTerminated);
+    EXPECT_EQ(ConfigProcessorCallback(nullptr, ConfigProcessorMode::Start, nullptr), 0);
+    EXPECT_FALSE(TBACnet::IsTerminated);
+}
+
+TEST(Addin, OtherModesLeaveTheMark) {
+    for (int mode = 0; mode < 20; ++mode) {
+        if (mode == 6 || mode == 8) {
+            continue;
+        }
+        for (bool const mark : {false, true}) {
+            TBACnet::IsTerminated = mark;
+            EXPECT_EQ(ConfigProcessorCallback(nullptr, static_cast<ConfigProcessorMode>(mode), nullptr), 0);
+            EXPECT_EQ(TBACnet::IsTerminated, mark) << mode;
+        }
+    }
+    TBACnet::IsTerminated = false;
+}
+
+TEST(Addin, Mode7LeavesTheMark) {
+    TBACnet::IsTerminated = true;
+    ConfigProcessorCallback(nullptr, ConfigProcessorMode::Running, nullptr);
+    EXPECT_TRUE(TBACnet::IsTerminated);
+    TBACnet::IsTerminated = false;
+}
+
+TEST(Addin, InitRegistersTypeAndProcessorAndSecondCallsDoNothing) {
+    test::LogCapture log;
+    EXPECT_EQ(Init(), 0);
+    EXPECT_EQ(log.Text(), "");
+    EXPECT_NE(RegisterExternalSTLib("BACnet", [](lua_State*) { return 1; }), 0) << "the name is taken";
+    EXPECT_NE(RegisterConfigProcessor("dorvel_Bacnet", 0, ConfigProcessorCallback, nullptr, nullptr, nullptr),
+              0);
+    BACnetProtocol::RegAsLuaType();
+    EXPECT_EQ(Init(), 0);
+    EXPECT_EQ(log.Text(), "") << "a second registration would be refused and traced";
+}
+
+TEST(Addin, NamesOfTheType) {
+    EXPECT_STREQ(BACnetProtocol::_ShortName(), "BACnet");
+    EXPECT_STREQ(BACnetProtocol::_FullName(), "TYPES.StandardFB.BACnet");
+}
+
+}  // namespace

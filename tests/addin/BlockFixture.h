@@ -1,0 +1,91 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <lua.hpp>
+#include <memory>
+#include <string>
+
+#include "Answers.h"
+#include "BACnet_protocol.h"
+#include "LogCapture.h"
+#include "ScriptedNetwork.h"
+#include "dorvelshare/VariableStore.h"
+
+namespace test {
+
+// A block without a script: configured by hand, with variables in a store of its own, in a scripted world.
+class BlockFixture : public ::testing::Test {
+protected:
+    BlockFixture() : store(std::make_shared<VariableStore>()), provider(store, nullptr) {
+        dorvel::BACnet::TBACnet::IsTerminated = false;
+        block = std::make_unique<dorvel::BACnet::BACnetProtocol>();
+        block->SetDataProvider(&provider);
+        block->MAC = "192.168.10.7:47808";
+        block->CountRepeat = 1;
+        block->FaultItemId = store->Declare("Fault", OpcUaType_Boolean);
+        block->ErrorTextItemId = store->Declare("ErrorText", OpcUaType_String);
+    }
+    ~BlockFixture() override {
+        // A block that was never initialised leaves what it gathered to its configurer.
+        for (auto const* pending : block->PendingChannels()) {
+            delete pending->descriptor;
+            delete pending;
+        }
+    }
+
+    static std::map<std::string, OpcUa_VariantHlp> Properties(int objectType, int property, int number) {
+        std::map<std::string, OpcUa_VariantHlp> properties;
+        properties["ObjectType"].SetInt(objectType);
+        properties["ObjectProperties"].SetInt(property);
+        properties["ObjectNumber"].SetInt(number);
+        return properties;
+    }
+
+    // A variable on Present_Value of an analog input, readable only. Its id.
+    long long AddVariable(int number, OpcUa_BuiltInTypeHlp type) {
+        ScadaProtocol::ReadChannel read;
+        read.Id = store->Declare("Variable", type);
+        read.Type = type;
+        block->AddChannel(&read, nullptr, Properties(1, 0, number));
+        return read.Id;
+    }
+
+    VariableState StateOf(long long id) const {
+        VariableState state;
+        EXPECT_TRUE(store->Read(id, "", state));
+        return state;
+    }
+    double NumberOf(long long id) const {
+        double number = -1;
+        StateOf(id).Value.GetDouble(number);
+        return number;
+    }
+    // The fault state as the runtime has it: "true, text", "false, text", or "untold".
+    std::string FaultState() const {
+        bool fault = false;
+        std::string text;
+        if (StateOf(block->FaultItemId).Value.GetBool(fault) != OpcUa_Good) {
+            return "untold";
+        }
+        StateOf(block->ErrorTextItemId).Value.GetString(text);
+        return std::string(fault ? "true" : "false") + ", " + text;
+    }
+
+    static std::string Request(unsigned invokeId, unsigned number) {
+        return ToHex(BvlcFrame("01 04 02 74 " + HexOctet(invokeId) + "0E 0C 00 00 00 " + HexOctet(number) +
+                               "1E 09 55 09 6F 1F"));
+    }
+    static Octets Answer(unsigned invokeId, unsigned number, std::string const& flags = "82 04 00") {
+        return AnswerDatagram(ReadAck(invokeId, "00 00 00 " + HexOctet(number),
+                                      PropertyResult(85, "44 42 28 00 00") + PropertyResult(111, flags)));
+    }
+
+    ScriptedNetwork network;
+    LogCapture log;
+    std::shared_ptr<VariableStore> store;
+    LuaDataProvider provider;
+    std::unique_ptr<dorvel::BACnet::BACnetProtocol> block;
+};
+
+}  // namespace test

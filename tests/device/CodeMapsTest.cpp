@@ -1,0 +1,77 @@
+#include "CodeMaps.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+using namespace dorvel::BACnet;
+
+namespace {
+
+// BACnet's numbers by configuration number, typed in from the engineering tool's pick lists.
+std::vector<int> const objectTypes = {23, 0,  1,  2,  3,  4,  5,  45, 46, 48, 18, 39,
+                                      42, 44, 50, 54, 12, 13, 19, 14, 47, 24, 17};
+std::vector<int> const properties = {85,  108, 40, 59,  45,  136, 150, 135, 149, 93,  49,  26,  125,
+                                     14,  373, 25, 111, 81,  103, 379, 384, 106, 164, 151, 147, 148,
+                                     344, 117, 28, 36,  123, 38,  84,  187, 188, 176, 179, 178};
+
+// The maps last as long as the process: each test begins with them as the library loads them.
+class CodeMaps : public ::testing::Test {
+protected:
+    CodeMaps() {
+        objectTypesMap.clear();
+        propertyTypesMap.clear();
+    }
+};
+
+TEST_F(CodeMaps, AreEmptyUntilInitialised) {
+    EXPECT_EQ(GetBacnetObjectType(22), ObjectTypeEnum{});
+    EXPECT_EQ(GetPropertyType(30), PropertyIdentifierEnum{});
+}
+
+TEST_F(CodeMaps, HoldAllObjectTypes) {
+    InitObjectTypesMap();
+    ASSERT_EQ(objectTypesMap.size(), 23u);
+    for (int number = 0; number < 23; ++number) {
+        EXPECT_EQ(static_cast<int>(GetBacnetObjectType(number)), objectTypes[number]) << number;
+    }
+}
+
+TEST_F(CodeMaps, HoldAllProperties) {
+    InitObjectTypesMap();
+    ASSERT_EQ(propertyTypesMap.size(), 38u);
+    for (int number = 0; number < 38; ++number) {
+        EXPECT_EQ(static_cast<int>(GetPropertyType(number)), properties[number]) << number;
+    }
+}
+
+TEST_F(CodeMaps, ObjectType22Is17AndProperty30Is123) {
+    InitObjectTypesMap();
+    EXPECT_EQ(static_cast<int>(GetBacnetObjectType(22)), 17);
+    EXPECT_EQ(static_cast<int>(GetPropertyType(30)), 123);
+}
+
+TEST_F(CodeMaps, UnknownObjectTypeIsAnalogInputAndLeavesAnEntry) {
+    InitObjectTypesMap();
+    EXPECT_EQ(GetBacnetObjectType(23), ObjectTypeEnum::Analog_Input);
+    ASSERT_EQ(objectTypesMap.size(), 24u);
+    EXPECT_EQ(objectTypesMap.at(23), ObjectTypeEnum::Analog_Input);
+}
+
+TEST_F(CodeMaps, UnknownPropertyIs0AndLeavesAnEntry) {
+    InitObjectTypesMap();
+    EXPECT_EQ(static_cast<int>(GetPropertyType(-1)), 0);
+    ASSERT_EQ(propertyTypesMap.size(), 39u);
+    EXPECT_EQ(static_cast<int>(propertyTypesMap.at(-1)), 0);
+}
+
+TEST_F(CodeMaps, SecondInitialisationChangesNothing) {
+    InitObjectTypesMap();
+    auto const types = objectTypesMap;
+    auto const identifiers = propertyTypesMap;
+    InitObjectTypesMap();
+    EXPECT_EQ(objectTypesMap, types);
+    EXPECT_EQ(propertyTypesMap, identifiers);
+}
+
+}  // namespace

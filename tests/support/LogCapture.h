@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "dorvelshare/Trace.h"
+
+namespace test {
+
+// The runtime's log as a text while it lives. The user's trace is off unless asked for.
+class LogCapture {
+public:
+    explicit LogCapture(bool trace = false) {
+        dorvel::SetLogSink([this](std::string_view piece) { text += piece; });
+        dorvel::EnableUserTrace(trace);
+    }
+    ~LogCapture() {
+        dorvel::EnableUserTrace(false);
+        dorvel::SetLogSink(nullptr);
+    }
+    LogCapture(LogCapture const&) = delete;
+    LogCapture& operator=(LogCapture const&) = delete;
+
+    void EnableTrace() { dorvel::EnableUserTrace(true); }
+    std::string const& Text() const { return text; }
+    void Clear() { text.clear(); }
+
+private:
+    std::string text;
+};
+
+}  // namespace test

@@ -1,0 +1,171 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <netinet/in.h>
+
+#include <algorithm>
+#include <cstring>
+#include <deque>
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "Hex.h"
+#include "dorvelshare/HostEnvironment.h"
+
+namespace test {
+
+// A datagram that is on its way to the driver, and how many milliseconds it takes.
+struct Delivery {
+    Octets datagram;
+    long long delay = 0;
+};
+
+// One step of a dialogue: the request that is awaited, and what comes back.
+class ScriptedExchange {
+public:
+    explicit ScriptedExchange(bool anyRequest, Octets request)
+        : any(anyRequest), awaited(std::move(request)) {}
+
+    ScriptedExchange& Answer(Octets datagram, long long delay = 0) {
+        deliveries.push_back({std::move(datagram), delay});
+        return *this;
+    }
+    ScriptedExchange& Answer(std::string const& hex, long long delay = 0) { return Answer(Hex(hex), delay); }
+
+private:
+    friend class ScriptedNetwork;
+    bool any;
+    Octets awaited;
+    std::vector<Delivery> deliveries;
+};
+
+// The world as a script, in virtual time: put in place of the operating system while it lives. Every datagram
+// that the host sends has to be the next one of the script (or is left to the responder once the script is
+// empty); anything else fails the test and says why, as does a script that was not played to its end. Waiting
+// for a datagram moves the clock: nothing here sleeps. For one thread.
+class ScriptedNetwork final : public dorvel::HostEnvironment {
+public:
+    struct Sent {
+        long long at;  // milliseconds since the beginning
+        unsigned short localPort;
+        sockaddr_in peer;
+        Octets datagram;
+    };
+    // What answers a request.
+    using Responder = std::function<std::vector<Delivery>(Octets const& request)>;
+
+    // The clock at the beginning: 1 January 2024, 00:00 UTC, as a file time.
+    static constexpr long long Start = 133485408000000000;
+    static constexpr long long UnitsPerMillisecond = 10000;
+
+    ScriptedNetwork() { dorvel::SetEnvironment(this); }
+    ~ScriptedNetwork() override {
+        dorvel::SetEnvironment(nullptr);
+        if (!script.empty()) {
+            ADD_FAILURE() << script.size() << " exchanges of the script did not take place, the next one: "
+                          << ToHex(script.front().awaited);
+        }
+    }
+    ScriptedNetwork(ScriptedNetwork const&) = delete;
+    ScriptedNetwork& operator=(ScriptedNetwork const&) = delete;
+
+    // The next exchange of the script; without an Answer the device stays silent.
+    ScriptedExchange& Expect(Octets request) { return script.emplace_back(false, std::move(request)); }
+    ScriptedExchange& Expect(std::string const& hex) { return Expect(Hex(hex)); }
+    ScriptedExchange& ExpectAny() { return script.emplace_back(true, Octets()); }
+    // Answers all that comes behind the script.
+    void Respond(Responder behindScript) { responder = std::move(behindScript); }
+    // A datagram that nobody asked for.
+    void Deliver(Octets datagram, long long delay = 0) { Enqueue({std::move(datagram), delay}); }
+
+    std::vector<Sent> const& SentDatagrams() const { return sent; }
+    // Milliseconds since the beginning.
+    long long Elapsed() const { return elapsed; }
+    bool IsOpen(int handle) const { return ports.count(handle) != 0; }
+    int OpenSockets() const { return static_cast<int>(ports.size()); }
+
+    void TakePort(unsigned short port) { takenPorts.insert(port); }
+    void SetLocalTimeDiff(long long units) { localTimeDiff = units; }
+
+    int Open(unsigned short port) override {
+        unsigned short const bound = port != 0 ? port : nextFreePort++;
+        if (!takenPorts.insert(bound).second) {
+            return -1;
+        }
+        ports[nextHandle] = bound;
+        return nextHandle++;
+    }
+    unsigned short LocalPort(int handle) override { return ports.at(handle); }
+    void Close(int handle) override {
+        takenPorts.erase(ports.at(handle));
+        ports.erase(handle);
+    }
+
+    bool Send(int handle, sockaddr_in const& peer, void const* data, int length) override {
+        auto const* first = static_cast<char const*>(data);
+        sent.push_back({elapsed, ports.at(handle), peer, Octets(first, first + length)});
+        for (Delivery& delivery : AnswersTo(sent.back().datagram)) {
+            Enqueue(std::move(delivery));
+        }
+        return true;
+    }
+
+    int Receive(int /*handle*/, sockaddr_in& sender, void* buffer, int size, int timeout) override {
+        auto const next = std::min_element(
+            arriving.begin(), arriving.end(),
+            [](Delivery const& left, Delivery const& right) { return left.delay < right.delay; });
+        if (next == arriving.end() || next->delay > elapsed + timeout) {
+            elapsed += timeout;
+            return -1;
+        }
+        elapsed = std::max(elapsed, next->delay);
+        auto const count = std::min<std::size_t>(next->datagram.size(), static_cast<std::size_t>(size));
+        std::copy_n(next->datagram.begin(), count, static_cast<char*>(buffer));
+        arriving.erase(next);
+        sender = sent.empty() ? sockaddr_in() : sent.back().peer;
+        return static_cast<int>(count);
+    }
+
+    long long Now() override { return Start + elapsed * UnitsPerMillisecond; }
+    long long LocalTimeDiff() override { return localTimeDiff; }
+
+private:
+    std::vector<Delivery> AnswersTo(Octets const& request) {
+        if (script.empty()) {
+            if (responder) {
+                return responder(request);
+            }
+            ADD_FAILURE() << "a datagram that nobody awaits: " << ToHex(request);
+            return {};
+        }
+        ScriptedExchange exchange = std::move(script.front());
+        script.pop_front();
+        if (!exchange.any && exchange.awaited != request) {
+            ADD_FAILURE() << "awaited: " << ToHex(exchange.awaited) << "\n   sent: " << ToHex(request);
+        }
+        return std::move(exchange.deliveries);
+    }
+
+    // In the queue a delivery's delay is the time of its arrival.
+    void Enqueue(Delivery delivery) {
+        delivery.delay += elapsed;
+        arriving.push_back(std::move(delivery));
+    }
+
+    std::deque<ScriptedExchange> script;
+    Responder responder;
+    std::deque<Delivery> arriving;
+    std::vector<Sent> sent;
+    std::map<int, unsigned short> ports;
+    std::set<unsigned short> takenPorts;
+    unsigned short nextFreePort = 50000;
+    int nextHandle = 3;
+    long long elapsed = 0;
+    long long localTimeDiff = 0;
+};
+
+}  // namespace test
