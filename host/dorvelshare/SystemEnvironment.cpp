@@ -48,7 +48,8 @@ bool WaitReadable(int handle, Clock::time_point deadline) {
         if (count > 0) {
             return (entry.revents & POLLNVAL) == 0;
         }
-        if (count == 0 ? rest <= 0 || Clock::now() >= deadline : errno != EINTR) {
+        bool const isBroken = count < 0 && errno != EINTR;
+        if (isBroken || Clock::now() >= deadline) {
             return false;
         }
     }

@@ -1,0 +1,176 @@
+// What scripts see of a block through the host.
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+#include "LuaState.h"
+#include "TestBlock.h"
+#include "Variants.h"
+#include "dorvelshare/VariableStore.h"
+
+using namespace test;
+using testing::Test;
+
+namespace {
+
+class ScriptBinding : public Test {
+protected:
+    ScriptBinding() {
+        TestBinding::Open(lua);
+        TestBlock::OnMade = [this](TestBlock& made) { block = &made; };
+    }
+    ~ScriptBinding() override { TestBlock::OnMade = nullptr; }
+
+    // The variables that a script's text for Vars gives, or the error.
+    std::string ReadVars(std::string const& vars) { return lua.Run("b = TestBlock{ Vars = " + vars + " }"); }
+    ScadaProtocol::Channel const& Channel(std::size_t place) { return block->Vars.at(place); }
+
+    LuaState lua;
+    TestBlock* block = nullptr;
+};
+
+bool Contains(std::string const& text, std::string const& part) {
+    return text.find(part) != std::string::npos;
+}
+
+}  // namespace
+
+TEST_F(ScriptBinding, FaultIsNilBeforeTheFirstCycle) {
+    lua.Run("b = TestBlock{}");
+    EXPECT_EQ(lua.Eval("b.Fault"), "nil");
+    EXPECT_EQ(lua.Eval("b.ErrorText"), "");
+}
+
+TEST_F(ScriptBinding, FaultAndErrorTextAreServed) {
+    lua.Run("b = TestBlock{}");
+    std::string const text = "No connection" + std::string(5000, '!');
+    block->UpdateFaultState(true, text);
+    EXPECT_EQ(lua.Eval("b.Fault"), "true");
+    EXPECT_EQ(lua.Eval("b.ErrorText"), text);
+    block->UpdateFaultState(false, "");
+    EXPECT_EQ(lua.Eval("b.Fault"), "false");
+    EXPECT_EQ(lua.Eval("b.ErrorText"), "");
+}
+
+TEST_F(ScriptBinding, ReservedKeysCannotBeSet) {
+    lua.Run("b = TestBlock{}");
+    EXPECT_TRUE(Contains(lua.Run("b.Fault = true"), "'Fault' cannot be set"));
+    EXPECT_TRUE(Contains(lua.Run("b.ErrorText = 'x'"), "'ErrorText' cannot be set"));
+}
+
+TEST_F(ScriptBinding, AKeyThatIsNoTextYieldsItself) {
+    lua.Run("b = TestBlock{}");
+    EXPECT_EQ(lua.Eval("b[true]"), "true");
+}
+
+TEST_F(ScriptBinding, CheckIndexPrologLeavesOtherKeysAlone) {
+    LuaObjState state;
+    char faultKey[] = "Fault";
+    EXPECT_EQ(CheckIndexProlog(lua, "Name", &state), 0);
+    EXPECT_EQ(CheckIndexProlog(lua, "fault", &state), 0);
+    EXPECT_EQ(CheckIndexProlog(lua, faultKey, nullptr), 0);
+    EXPECT_EQ(lua_gettop(lua), 0);
+}
+
+TEST_F(ScriptBinding, CallRunsACycle) {
+    auto store = std::make_shared<VariableStore>();
+    LuaDataProvider provider(store, nullptr);
+    lua.Run("b = TestBlock{}");
+    EXPECT_EQ(lua.Eval("b()"), "false");
+    block->SetDataProvider(&provider);
+    EXPECT_EQ(lua.Eval("b()"), "true");
+    block->OnExecute = [] { throw std::runtime_error("broken"); };
+    EXPECT_EQ(lua.Eval("b()"), "true");
+    EXPECT_EQ(lua.Eval("b.ErrorText"), "broken");
+}
+
+TEST_F(ScriptBinding, InitWithoutARuntimeDoesNothing) {
+    EXPECT_EQ(lua.Run("b = TestBlock{}"), "");
+    EXPECT_EQ(TestBlock::Alive, 1);
+    lua.Run("b = nil collectgarbage()");
+    EXPECT_EQ(TestBlock::Alive, 0);
+}
+
+TEST_F(ScriptBinding, VarsTakesAllEntriesOfAVariable) {
+    ASSERT_EQ(
+        ReadVars(
+            "{{ ReadId = 1, ReadField = 'a', Type = 23, ElementType = 11, WriteId = 2, WriteField = 'b' },"
+            " { ReadId = 3, Type = 1 }}"),
+        "");
+    ASSERT_EQ(block->Vars.size(), 2u);
+    EXPECT_EQ(Channel(0).Read.Id, 1);
+    EXPECT_EQ(Channel(0).Read.Field, "a");
+    EXPECT_EQ(Channel(0).Read.Type.Type, OpcUaType_DataValue);
+    EXPECT_EQ(Channel(0).Read.Type.ElementType, OpcUaType_Double);
+    ASSERT_TRUE(Channel(0).Write);
+    EXPECT_EQ(Channel(0).Write->Id, 2);
+    EXPECT_EQ(Channel(0).Write->Field, "b");
+    EXPECT_EQ(Channel(0).Write->Type.ElementType, OpcUaType_Double);
+    EXPECT_TRUE(Channel(0).Properties.empty());
+    EXPECT_EQ(Channel(1).Read.Type.Type, OpcUaType_Boolean);
+    EXPECT_FALSE(Channel(1).Write);
+}
+
+TEST_F(ScriptBinding, AWriteIdOfZeroIsNone) {
+    ASSERT_EQ(ReadVars("{{ Type = 1, WriteId = 0, WriteField = 'b' }}"), "");
+    EXPECT_FALSE(Channel(0).Write);
+}
+
+TEST_F(ScriptBinding, AllOtherTextKeysAreProperties) {
+    ASSERT_EQ(ReadVars("{{ Type = 6, ObjectType = 3, Scale = 0.5, Label = 'a\\0b', Visible = true }}"), "");
+    auto const& properties = Channel(0).Properties;
+    EXPECT_EQ(properties.size(), 4u);
+    EXPECT_EQ(properties.at("ObjectType"), Int64(3));
+    EXPECT_EQ(properties.at("Scale"), Double(0.5));
+    EXPECT_EQ(properties.at("Label"), Text(std::string_view("a\0b", 3)));
+    EXPECT_EQ(properties.at("Visible"), Bool(true));
+}
+
+TEST_F(ScriptBinding, WhatIsNoVariableNamesThePlace) {
+    struct Row {
+        char const* Vars;
+        char const* Error;
+    };
+    Row const rows[] = {
+        {"5", "Vars: a table expected, got number"},
+        {"{ 5 }", "Vars[1]: a table expected, got number"},
+        {"{ { Type = 1 }, {} }", "Vars[2].Type: the number of a type expected, got 0"},
+        {"{ a = { Type = 1 } }", "Vars: a list of tables expected"},
+        {"{ { Type = 'BOOL' } }", "Vars[1].Type: a whole number from 0 expected"},
+        {"{ { Type = 14 } }", "Vars[1].Type: the number of a type expected, got 14"},
+        {"{ { Type = 23 } }", "Vars[1].ElementType: the number of a type expected, got 0"},
+        {"{ { Type = 23, ElementType = 23 } }", "Vars[1].ElementType: the number of a type expected, got 23"},
+        {"{ { Type = 1, ReadId = 1.5 } }", "Vars[1].ReadId: a whole number from 0 expected"},
+        {"{ { Type = 1, ReadId = -1 } }", "Vars[1].ReadId: a whole number from 0 expected"},
+        {"{ { Type = 1, ReadField = 5 } }", "Vars[1].ReadField: a text expected"},
+        {"{ { Type = 1, Extra = {} } }", "Vars[1].Extra: a boolean, a number or a text expected"},
+        {"{ { Type = 1, 5 } }", "Vars[1]: names expected as keys"},
+    };
+    for (Row const& row : rows) {
+        std::string const error = ReadVars(row.Vars);
+        EXPECT_TRUE(Contains(error, row.Error)) << row.Vars << ": " << error;
+    }
+}
+
+TEST_F(ScriptBinding, VarsStaysAsItWasAfterAnError) {
+    ASSERT_EQ(ReadVars("{{ Type = 1 }}"), "");
+    EXPECT_NE(lua.Run("b.Vars = {{ Type = 1 }, { Type = 1 }, 5}"), "");
+    EXPECT_EQ(block->Vars.size(), 1u);
+    EXPECT_EQ(lua.Run("b.Vars = {}"), "");
+    EXPECT_TRUE(block->Vars.empty());
+}
+
+TEST_F(ScriptBinding, TablesWithMetamethodsAreReadAsTheyStand) {
+    EXPECT_EQ(ReadVars("setmetatable({{ Type = 1 }}, { __index = error, __len = error, __pairs = error })"),
+              "");
+    EXPECT_EQ(block->Vars.size(), 1u);
+}
+
+TEST_F(ScriptBinding, TenThousandVariablesAreTaken) {
+    ASSERT_EQ(
+        lua.Run("v = {} for i = 1, 10000 do v[i] = { ReadId = i, Type = 10 } end b = TestBlock{ Vars = v }"),
+        "");
+    ASSERT_EQ(block->Vars.size(), 10'000u);
+    EXPECT_EQ(Channel(9'999).Read.Id, 10'000);
+}

@@ -1,0 +1,134 @@
+#pragma once
+
+#include <functional>
+#include <lua.hpp>
+#include <new>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "dorvel/ScadaFields.h"
+#include "dorvel/ScadaProtocol.h"
+
+namespace test {
+
+// A driver whose life is watched and whose steps tests can replace.
+class TestBlock : public ScadaProtocol {
+public:
+    TestBlock() { ++Alive; }
+    ~TestBlock() override { --Alive; }
+
+    void Inited() override {
+        ++InitedCalls;
+        if (OnInited) {
+            OnInited();
+        }
+    }
+    void AddChannel(ReadChannel const* read, WriteChannel const* write,
+                    std::map<std::string, OpcUa_VariantHlp> const& properties) override {
+        DriverVarDsc descriptor;
+        BaseInitChannel(read, write, descriptor);
+        Descriptors.push_back(std::move(descriptor));
+        ChannelProperties.push_back(properties);
+    }
+    int CalcRecconectInterval() override { return ReconnectInterval; }
+    void Execute() override {
+        ++ExecuteCalls;
+        if (OnExecute) {
+            OnExecute();
+        }
+    }
+
+    using ScadaProtocol::IsNeedWriteValue;
+    using ScadaProtocol::isWrite;
+    using ScadaProtocol::UpdateFaultState;
+
+    static inline int Alive = 0;
+    // Given to every block that a script makes.
+    static inline std::function<void(TestBlock&)> OnMade;
+
+    std::string Name;
+    int InitedCalls = 0;
+    int ExecuteCalls = 0;
+    int ReconnectInterval = 0;
+    std::function<void()> OnInited;
+    std::function<void()> OnExecute;
+    std::vector<DriverVarDsc> Descriptors;
+    std::vector<std::map<std::string, OpcUa_VariantHlp>> ChannelProperties;
+};
+
+// How scripts see a TestBlock: fields Name, FaultItemId and Vars.
+class TestBinding {
+public:
+    static int Open(lua_State* L) {
+        luaL_newmetatable(L, "TestBlock");
+        luaL_Reg const methods[] = {
+            {"__index", Get}, {"__newindex", Set}, {"__call", Call}, {"__gc", Collect}, {nullptr, nullptr}};
+        luaL_setfuncs(L, methods, 0);
+        lua_pop(L, 1);
+        lua_register(L, "TestBlock", New);
+        return 1;
+    }
+
+private:
+    struct NameField : ScadaFields::IField {
+        NameField() : IField("Name", false, 0) {}
+        void set(void const* object, lua_State* L) const override {
+            lua_pushstring(L, static_cast<TestBlock const*>(object)->Name.c_str());
+        }
+        void get(void* object, lua_State* L) const override {
+            char const* const text = lua_tostring(L, -1);
+            static_cast<TestBlock*>(object)->Name = text ? text : "";
+        }
+        char const* lua_type() const override { return "TYPES.Elementary.STRING"; }
+    };
+
+    struct VarsField : ScadaFields::IField {
+        VarsField() : IField("Vars", false, 0) {}
+        void set(void const*, lua_State*) const override {}
+        void get(void* object, lua_State* L) const override {
+            get_lua_value(static_cast<TestBlock*>(object)->Vars, L);
+        }
+        char const* lua_type() const override { return nullptr; }
+    };
+
+    static ScadaFields const& Fields() {
+        static ScadaFields fields;
+        static bool const filled = (fields.add(new NameField), fields.add(new VarsField), true);
+        static_cast<void>(filled);
+        return fields;
+    }
+
+    static TestBlock* Object(lua_State* L) {
+        return static_cast<TestBlock*>(luaL_checkudata(L, 1, "TestBlock"));
+    }
+
+    static int New(lua_State* L) {
+        luaL_checktype(L, 1, LUA_TTABLE);
+        auto* const block = new (lua_newuserdatauv(L, sizeof(TestBlock), 1)) TestBlock;
+        luaL_setmetatable(L, "TestBlock");
+        lua_pushvalue(L, 1);
+        Fields().ReadAllFrom(block, L);
+        lua_pop(L, 1);
+        if (TestBlock::OnMade) {
+            TestBlock::OnMade(*block);
+        }
+        block->Init(L);
+        return 1;
+    }
+    static int Get(lua_State* L) {
+        TestBlock* const block = Object(L);
+        return block->check(L, -1) ? 1 : Fields().WriteTo(block, L);
+    }
+    static int Set(lua_State* L) {
+        TestBlock* const block = Object(L);
+        return block->check(L, -2) ? 1 : Fields().ReadFrom(block, L);
+    }
+    static int Call(lua_State* L) { return Object(L)->call(L); }
+    static int Collect(lua_State* L) {
+        Object(L)->~TestBlock();
+        return 0;
+    }
+};
+
+}  // namespace test
