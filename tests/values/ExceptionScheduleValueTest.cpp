@@ -3,10 +3,10 @@
 #include <typeinfo>
 
 #include "ExceptionScheduleValue.h"
-#include "Exceptions.h"
 #include "ValueTags.h"
 #include "WeeklyScheduleValue.h"
 
+using test::Compared;
 using test::Failure;
 using test::Hex;
 using test::ParseOctets;
@@ -47,10 +47,6 @@ std::string TailRead(std::string const& valueHex) {
     return text.substr(start.size());
 }
 
-int Compared(CPropertyValue const& left, CPropertyValue&& right) {
-    return left.Compare(right);
-}
-
 }  // namespace
 
 TEST(ExceptionSchedule, OfDateCalendarAndWeekIsTheSameBothWays) {
@@ -76,19 +72,29 @@ TEST(ExceptionSchedule, OfADateRangeIsTheSameBothWays) {
 TEST(ExceptionSchedule, ThatIsEmptyCanBeReadButNotWritten) {
     EXPECT_EQ(ReadText(""), "");
     EXPECT_EQ(WriteFailure(""), "ExceptionSchedule value = 0");
-    EXPECT_EQ(WriteFailure(";"), "ExceptionSchedule value = 0");
 }
 
-TEST(ExceptionSchedule, WithoutAPriorityFailsAtIt) {
+TEST(ExceptionSchedule, WithAnEmptyEventFails) {
+    EXPECT_EQ(WriteFailure(";"), "ExceptionSchedule value = 0");
+    EXPECT_EQ(WriteFailure("3,7,10;;3,7,10;"), "ExceptionSchedule value = 0");
+}
+
+TEST(ExceptionSchedule, OfACalendarAloneFailsAtThePriority) {
     EXPECT_EQ(WriteFailure("3,7"), "ExceptionSchedule value = 0");
+}
+
+TEST(ExceptionSchedule, OfAnyPeriodWithoutAPriorityFails) {
     EXPECT_EQ(WriteFailure("3,7,,12000000,1,1,1"), "ExceptionSchedule value = 0");
     EXPECT_EQ(WriteFailure("3"), "ExceptionSchedule value = 0");
     EXPECT_EQ(WriteFailure("0,315032024"), "ExceptionSchedule value = 0");
     EXPECT_EQ(WriteFailure("1,315032024,315032024"), "ExceptionSchedule value = 0");
 }
 
-TEST(ExceptionSchedule, OfADateThatIsTooShortFails) {
+TEST(ExceptionSchedule, OfADateOfEightCharactersFails) {
     EXPECT_EQ(WriteFailure("0,31503202,16,12000000,1,1,1;"), "ExceptionSchedule Date - len != 9");
+}
+
+TEST(ExceptionSchedule, OfAnyDateThatHasNotNineCharactersFails) {
     EXPECT_EQ(WriteFailure("1,315032024,31503202,16,12000000,1,1,1;"), "ExceptionSchedule Date - len != 9");
     EXPECT_EQ(WriteFailure("1,3150320244,315032024,16,12000000,1,1,1;"), "ExceptionSchedule Date - len != 9");
     EXPECT_EQ(WriteFailure("0,,16,12000000,1,1,1;"), "ExceptionSchedule Date - len != 9");
@@ -98,43 +104,66 @@ TEST(ExceptionSchedule, OfAnEmptyFormFailsAsANumber) {
     EXPECT_EQ(WriteFailure<std::invalid_argument>(",315032024,16,12000000,1,1,1;"), "stoi");
 }
 
-TEST(ExceptionSchedule, OfWildcardsForMonthWeekAndDayMakesZeroOctets) {
+TEST(ExceptionSchedule, OfFourWildcardsForMonthWeekAndDayMakesZeroOctets) {
     EXPECT_EQ(Written(Events("2,****,5,12000000,1,1,1;")), "0E 2B 00 00 00 0F 2E B4 0C 00 00 00 11 2F 39 05");
+}
+
+TEST(ExceptionSchedule, HasTwoPlacesForTheMonthAndOneEachForWeekAndDay) {
+    EXPECT_EQ(Written(Events("2,*257,5;")), "0E 2B 00 05 07 0F 2E 2F 39 05");
+    EXPECT_EQ(Written(Events("2,12*79,5;")), "0E 2B 0C 00 07 0F 2E 2F 39 05");
     EXPECT_EQ(ReadText("0E 2B 00 00 00 0F 2E B4 0C 00 00 00 11 2F 39 05"), "2,****,5,12000000,1,1,1;");
     EXPECT_EQ(ReadText("0E 2B 0C 05 07 0F 2E B4 0C 00 00 00 11 2F 39 05"), "2,1257,5,12000000,1,1,1;");
     EXPECT_EQ(WriteFailure<std::invalid_argument>("2,121,5,12000000,1,1,1;"), "stoi");
 }
 
-TEST(ExceptionSchedule, EndingInANullKeepsIt) {
-    EXPECT_EQ(Written(Events("3,7,10,12000000,;")), test::ToHex(Hex(Event(noon + "00 "))));
+TEST(ExceptionSchedule, WithANullAsTheLastEntryReadsItBackAsANull) {
     EXPECT_EQ(ReadText(Event(noon + "00 ")), "3,7,10,12000000,;");
+    EXPECT_EQ(Written(Events("3,7,10,12000000,;")), test::ToHex(Hex(Event(noon + "00 "))));
+}
+
+TEST(ExceptionSchedule, TakesATimeWithNothingBehindItForANull) {
     EXPECT_EQ(Written(Events("3,7,10,12000000;")), test::ToHex(Hex(Event(noon + "00 "))));
     EXPECT_EQ(Written(Events("3,7,10,12000000,,12000000,1,1,1;")),
               test::ToHex(Hex(Event(noon + "00 " + noon + "11 "))));
 }
 
-TEST(ExceptionSchedule, OfAnUnknownFormIsALonePriorityOfZero) {
+TEST(ExceptionSchedule, OfForm9IsALonePriorityOfZero) {
     EXPECT_EQ(Written(Events("9")), "39 00");
+}
+
+TEST(ExceptionSchedule, OfAnyUnknownFormIsALonePriorityOfZero) {
     EXPECT_EQ(Written(Events("9,whatever;4;-1,x;3,7,10;")), "39 00 39 00 39 00 1C 01 80 00 07 2E 2F 39 0A");
     EXPECT_EQ(WriteFailure<std::invalid_argument>("x,7,10"), "stoi");
 }
 
-TEST(ExceptionSchedule, WithoutEntriesVanishesAndTakesTheSemicolonAheadOfIt) {
+TEST(ExceptionSchedule, WithAnEventWithoutEntriesLosesItAndTheSemicolonAheadOfIt) {
+    std::string const full = Event(noon + "11 ");
+    EXPECT_EQ(ReadText(full + Event("")), "3,7,10,12000000,1,1,1");
+}
+
+TEST(ExceptionSchedule, RunsOnAgainstTheEventAheadOfOneWithoutEntries) {
     std::string const full = Event(noon + "11 ");
     std::string const fullText = "3,7,10,12000000,1,1,1";
     std::string const empty = Event("");
-    EXPECT_EQ(ReadText(full + empty), fullText);
     EXPECT_EQ(ReadText(full + empty + full), fullText + fullText + ";");
     EXPECT_EQ(ReadText(full + empty + empty), fullText + ";");
     EXPECT_EQ(ReadText(empty), "");
     EXPECT_EQ(ReadText(empty + full), fullText + ";");
-    EXPECT_EQ(Written(Events("3,7,10;")), test::ToHex(Hex(empty)));
+}
+
+TEST(ExceptionSchedule, WithoutEntriesIsWrittenWithAnEmptyList) {
+    EXPECT_EQ(Written(Events("3,7,10;")), test::ToHex(Hex(Event(""))));
 }
 
 TEST(ExceptionSchedule, OfElevenTagsIsReadAsEmpty) {
+    std::string const event = Event(noon + "11 ");
+    EXPECT_EQ(ReadText(event + event + event + "1C 01 80 00 07 2E 2F"), "");
+}
+
+TEST(ExceptionSchedule, OfTagsThatAreNoMultipleOfThreeIsReadAsEmpty) {
     std::string hex;
-    for (int count = 0; count < 12; ++count) {
-        if (count % 3 != 0 || count == 0) {
+    for (int count = 0; count < 20; ++count) {
+        if (count % 3 != 0) {
             EXPECT_EQ(ReadText(hex), "") << count;
         }
         hex += "11 ";
@@ -221,9 +250,14 @@ TEST(ExceptionScheduleParser, CutsAnUnspecifiedDateAndPrintsWhatTheStandardHasFo
     EXPECT_EQ(ReadText("0E 2B FF FF FF 0F 2E " + noon + "11 2F 39 05"), "2,255255255,5,12000000,1,1,1;");
 }
 
+TEST(ExceptionScheduleParser, TakesAPeriodWithoutOneSubTagForACalendar) {
+    EXPECT_EQ(ReadText("18 2E " + noon + "11 2F 39 05"), "3,0,5,12000000,1,1,1;");
+    EXPECT_EQ(ReadText("0E 0F 2E " + noon + "11 2F 39 05"), "3,0,5,12000000,1,1,1;");
+    EXPECT_EQ(ReadText("0E 08 18 0F 2E " + noon + "11 2F 39 05"), "3,0,5,12000000,1,1,1;");
+}
+
 TEST(ExceptionScheduleParser, RefusesTagsOfAnotherShape) {
     for (std::string const& hex : std::vector<std::string>{
-             "0E 0F 2E " + noon + "11 2F 39 05",                    // a period without a choice
              "0E 1E 11 11 1F 0F 2E " + noon + "11 2F 39 05",        // a range of no dates
              "0E 1E 2E 2F 2E 2F 1F 0F 2E " + noon + "11 2F 39 05",  // a range of constructed tags
              "1D 05 00 01 80 00 07 2E " + noon + "11 2F 39 05",     // a calendar of five octets

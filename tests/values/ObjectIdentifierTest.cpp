@@ -15,23 +15,32 @@ ObjectIdentifier Unpacked(char const* hex) {
 
 }  // namespace
 
-TEST(ObjectIdentifier, PacksAndUnpacksTypeAndInstance) {
+TEST(ObjectIdentifier, OfType8AndInstance1234PacksAndUnpacks) {
     ObjectIdentifier const device(ObjectTypeEnum::Device, 1234);
     EXPECT_EQ(ToHex(device.GetBytes()), "02 00 04 D2");
     EXPECT_EQ(Unpacked("02 00 04 D2").GetObjectType(), ObjectTypeEnum::Device);
     EXPECT_EQ(Unpacked("02 00 04 D2").GetInstanceNumber(), 1234U);
 }
 
-TEST(ObjectIdentifier, CutsAnInstanceToItsLow22Bits) {
+TEST(ObjectIdentifier, OfInstance400000PacksToInstanceZero) {
     ObjectIdentifier const object(ObjectTypeEnum::Device, 0x400000);
     EXPECT_EQ(object.GetInstanceNumber(), 0x400000U);
     EXPECT_EQ(ToHex(object.GetBytes()), "02 00 00 00");
+}
+
+TEST(ObjectIdentifier, CutsAnInstanceToItsLow22Bits) {
     EXPECT_EQ(ToHex(ObjectIdentifier(ObjectTypeEnum::Device, 0x7FFFFF).GetBytes()), "02 3F FF FF");
 }
 
 TEST(ObjectIdentifier, CutsATypeToItsLowTenBits) {
     EXPECT_EQ(ToHex(ObjectIdentifier(static_cast<ObjectTypeEnum>(0x401), 5).GetBytes()), "00 40 00 05");
     EXPECT_EQ(ToHex(ObjectIdentifier(static_cast<ObjectTypeEnum>(1023), 0x3FFFFF).GetBytes()), "FF FF FF FF");
+}
+
+TEST(ObjectIdentifier, UnpacksATagOfAnyNumber) {
+    ObjectIdentifier const object(Tag::FromOctets(0, true, Hex("02 00 04 D2")));
+    EXPECT_EQ(object.GetObjectType(), ObjectTypeEnum::Device);
+    EXPECT_EQ(object.GetInstanceNumber(), 1234U);
 }
 
 TEST(ObjectIdentifier, UnpacksFewerOctetsAsTheLowEndAndRefusesMore) {

@@ -12,9 +12,12 @@
 #include "CPropertyValue.h"
 #include "CharacterStringValue.h"
 #include "ComplexTag.h"
+#include "Date.h"
+#include "Exceptions.h"
 #include "FakeStream.h"
 #include "Hex.h"
 #include "TagParser.h"
+#include "Time.h"
 
 // Values to and from octets, as the tests of this folder need them.
 namespace test {
@@ -65,6 +68,20 @@ inline std::string Written(CPropertyValue const& value) {
     return ToHex(WrittenOctets(value));
 }
 
+inline int Compared(CPropertyValue const& left, CPropertyValue&& right) {
+    return left.Compare(right);
+}
+
+// The fields as numbers, in their order.
+inline std::string Text(Date const& date) {
+    return std::to_string(date.year) + " " + std::to_string(date.month) + " " + std::to_string(date.day) +
+           " " + std::to_string(date.weekday);
+}
+inline std::string Text(Time const& time) {
+    return std::to_string(time.hour) + " " + std::to_string(time.minute) + " " + std::to_string(time.second) +
+           " " + std::to_string(time.hundredths);
+}
+
 // The text of the exception that the call ends with, which must be of exactly that class.
 template <class Exception, class Call>
 std::string Failure(Call&& call) {
@@ -74,6 +91,12 @@ std::string Failure(Call&& call) {
         return typeid(exception) == typeid(Exception) ? exception.what() : typeid(exception).name();
     }
     return "no failure";
+}
+
+// The text of the ParseException that the parser refuses the octets with.
+template <class Parser>
+std::string ParseFailure(std::string_view hex) {
+    return Failure<ParseException>([hex] { ParseOctets<Parser>(Hex(hex)); });
 }
 
 }  // namespace test

@@ -3,11 +3,11 @@
 #include <typeinfo>
 
 #include "ExceptionScheduleValue.h"
-#include "Exceptions.h"
 #include "ScheduleText.h"
 #include "ValueTags.h"
 #include "WeeklyScheduleValue.h"
 
+using test::Compared;
 using test::Failure;
 using test::Hex;
 using test::ParseOctets;
@@ -59,10 +59,6 @@ std::string ReadFailure(std::string const& hex) {
     return Failure<ParseException>([&] { ParseOctets<WeeklyScheduleValueParser>(Hex(hex)); });
 }
 
-int Compared(CPropertyValue const& left, CPropertyValue&& right) {
-    return left.Compare(right);
-}
-
 }  // namespace
 
 TEST(WeeklySchedule, OfEmptyDaysIsSevenSemicolonsBothWays) {
@@ -80,8 +76,11 @@ TEST(WeeklySchedule, OfRealsAndABooleanIsTheSameBothWays) {
     EXPECT_EQ(Written(Week(text)), octets);
 }
 
-TEST(WeeklySchedule, OfSixPiecesFails) {
+TEST(WeeklySchedule, OfSixPiecesFailsForTheNumberOfDays) {
     EXPECT_EQ(WriteFailure("a;b;c;d;e;f"), "Number days != 7");
+}
+
+TEST(WeeklySchedule, OfAnyNumberOfPiecesButSevenFails) {
     EXPECT_EQ(WriteFailure(""), "Number days != 7");
     EXPECT_EQ(WriteFailure(";;;;;;"), "Number days != 7");
     EXPECT_EQ(WriteFailure(";;;;;;;;"), "Number days != 7");
@@ -92,35 +91,50 @@ TEST(WeeklySchedule, OfSevenPiecesNeedsNoClosingSemicolon) {
     EXPECT_EQ(Written(Week(";;;;;;" + text)), Written(Week(";;;;;;" + text + ";")));
 }
 
-TEST(WeeklySchedule, OfEntriesOfThreeFieldsFails) {
+TEST(WeeklySchedule, OfAnEntryOfThreeFieldsFails) {
     EXPECT_EQ(WriteFailure(FirstDayText("12000000,4,9")), "Number not odd");
+}
+
+TEST(WeeklySchedule, OfFieldsThatAreNoMultipleOfFourFails) {
     EXPECT_EQ(WriteFailure(FirstDayText("12000000,4,9,1,1")), "Number not odd");
     EXPECT_EQ(WriteFailure(FirstDayText(",")), "Number not odd");
     EXPECT_EQ(WriteFailure("a;b;c;d;e;f;g"), "Number not odd");
 }
 
-TEST(WeeklySchedule, TakesADateOfStarsForAnyDate) {
+TEST(WeeklySchedule, TakesADateOfEightStarsForFourUnspecifiedFields) {
     EXPECT_EQ(Written(Week(FirstDayText("12000000,10,9,********1"))),
               test::ToHex(Hex(FirstDay("B4 0C000000 A4 FF FF FF FF"))));
+}
+
+TEST(WeeklySchedule, TakesAStarAtTheStartOfEachFieldOfADate) {
     EXPECT_EQ(TailWritten("10,9,*15*02024"), "A4 7C FF 0F FF");
     EXPECT_EQ(TailWritten("10,9,*150*2024"), "A4 7C 00 0F FF");
     EXPECT_EQ(TailWritten("10,9,3**032024"), "A4 7C 03 FF 03");
 }
 
-TEST(WeeklySchedule, LooksAtTheRealLengthOfADate) {
+TEST(WeeklySchedule, LooksAtTheRealLengthOfADateAndNotAtItsLengthField) {
     EXPECT_EQ(TailWritten("10,1,315032024"), "A4 7C 03 0F 03");
     EXPECT_EQ(TailFailure<std::runtime_error>("10,9,3150320"), "Date - len != 9");
+}
+
+TEST(WeeklySchedule, RefusesADateThatIsTooLong) {
     EXPECT_EQ(TailFailure<std::runtime_error>("10,9,3150320245"), "Date - len != 9");
 }
 
-TEST(WeeklySchedule, LooksAtTheLengthFieldOfATime) {
+TEST(WeeklySchedule, LooksAtTheLengthFieldOfATimeAlthoughItHasEightDigits) {
     EXPECT_EQ(TailFailure<std::runtime_error>("11,7,12000000"), "Time - len != 8");
+}
+
+TEST(WeeklySchedule, LooksNotAtTheRealLengthOfATime) {
     EXPECT_EQ(TailWritten("11,8,06300000999"), "B4 06 1E 00 00");
     EXPECT_EQ(TailFailure<std::invalid_argument>("11,8,0630"), "stoi");
 }
 
-TEST(WeeklySchedule, OfATimeThatIsTooShortFailsAsANumber) {
+TEST(WeeklySchedule, OfATimeOfFourCharactersFailsAsANumber) {
     EXPECT_EQ(WriteFailure<std::invalid_argument>(FirstDayText("1200,9,1,2")), "stoi");
+}
+
+TEST(WeeklySchedule, TakesTheFirstEightCharactersOfATimeAndNoFewer) {
     std::string const time = "12345678";
     for (std::size_t length = 0; length < time.size(); ++length) {
         EXPECT_EQ(
@@ -177,20 +191,19 @@ TEST_P(WeeklyValueWritten, GivesTheTag) {
 
 INSTANTIATE_TEST_SUITE_P(
     AllTypes, WeeklyValueWritten,
-    testing::Values(ValueCase{"00", "0,1,0"}, ValueCase{"11", "1,1,1"}, ValueCase{"10", "1,1,0"},
-                    ValueCase{"11", "1,5,-3"}, ValueCase{"21 01", "2,3,45d"}, ValueCase{"21 00", "2,2,0d"},
-                    ValueCase{"31 01", "3,2,-7"}, ValueCase{"31 00", "3,1,0"},
-                    ValueCase{"44 41 AC 00 00", "4,9,21.500000"}, ValueCase{"44 3F 80 00 00", "4,1,1"},
-                    ValueCase{"55 08 BF F8 00 00 00 00 00 00", "5,9,-1.500000"},
-                    ValueCase{"62 0A FF", "6,4,0aff"}, ValueCase{"62 0A 0F", "6,3,0af"},
-                    ValueCase{"61 00", "6,2,zz"}, ValueCase{"75 06 00 68 65 6C 6C 6F", "7,5,hello"},
-                    ValueCase{"82 04 A0", "8,4,1010"}, ValueCase{"82 05 A0", "8,3,a0f"},
-                    ValueCase{"94 00 00 00 02", "9,1,2"}, ValueCase{"94 FF FF FF FF", "9,2,-1"},
-                    ValueCase{"A4 7C 03 0F 03", "10,9,315032024"},
-                    ValueCase{"A4 94 03 0F 03", "10,9,315031792"},
-                    ValueCase{"B4 06 1E 00 00", "11,8,06300000"}, ValueCase{"C4 00 00 04 D2", "12,0,1234"},
-                    ValueCase{"C4 02 00 04 D2", "12,8,1234"}, ValueCase{"C4 00 40 00 00", "12,0,4194304"},
-                    ValueCase{"00", "13,1,5"}, ValueCase{"00", "-1,1,5"}));
+    testing::Values(
+        ValueCase{"00", "0,1,0"}, ValueCase{"11", "1,1,1"}, ValueCase{"10", "1,1,0"},
+        ValueCase{"11", "1,5,-3"}, ValueCase{"21 01", "2,3,45d"}, ValueCase{"21 00", "2,2,0d"},
+        ValueCase{"31 01", "3,2,-7"}, ValueCase{"31 00", "3,1,0"},
+        ValueCase{"44 41 AC 00 00", "4,9,21.500000"}, ValueCase{"44 3F 80 00 00", "4,1,1"},
+        ValueCase{"44 7F 80 00 00", "4,5,1e300"}, ValueCase{"55 08 BF F8 00 00 00 00 00 00", "5,9,-1.500000"},
+        ValueCase{"62 0A FF", "6,4,0aff"}, ValueCase{"62 0A 0F", "6,3,0af"}, ValueCase{"61 00", "6,2,zz"},
+        ValueCase{"75 06 00 68 65 6C 6C 6F", "7,5,hello"}, ValueCase{"82 04 A0", "8,4,1010"},
+        ValueCase{"82 05 A0", "8,3,a0f"}, ValueCase{"94 00 00 00 02", "9,1,2"},
+        ValueCase{"94 FF FF FF FF", "9,2,-1"}, ValueCase{"A4 7C 03 0F 03", "10,9,315032024"},
+        ValueCase{"A4 94 03 0F 03", "10,9,315031792"}, ValueCase{"B4 06 1E 00 00", "11,8,06300000"},
+        ValueCase{"C4 00 00 04 D2", "12,0,1234"}, ValueCase{"C4 02 00 04 D2", "12,8,1234"},
+        ValueCase{"C4 00 40 00 00", "12,0,4194304"}, ValueCase{"00", "13,1,5"}, ValueCase{"00", "-1,1,5"}));
 
 TEST(WeeklySchedule, OfValuesThatAreNoNumbersFailsAsTheConversionsDo) {
     for (char const* const tail : {"x,1,1", "1,x,1", "7,x,hello", "1,1,x", "2,1,d", "3,1,-", "9,1, ",
@@ -228,6 +241,7 @@ TEST(WeeklyAsymmetry, NullsAreDroppedWhenReadAndAskedForByTypeZero) {
     EXPECT_EQ(read(boolean + null), FirstDayText("13000000,1,1,1"));
     EXPECT_EQ(read(null + boolean), FirstDayText(",13000000,1,1,1"));
     EXPECT_EQ(read(boolean + null + boolean), FirstDayText("13000000,1,1,1,13000000,1,1,1"));
+    EXPECT_EQ(read("11 00" + boolean), FirstDayText(",13000000,1,1,1"));  // its time is not looked at
     EXPECT_EQ(Written(Week(FirstDayText("12000000,0,1,0"))), test::ToHex(Hex(FirstDay(null))));
 }
 
@@ -337,21 +351,4 @@ TEST(WeeklySchedule, ComparesByEncodingAndThenByOctets) {
     EXPECT_EQ(Compared(Week("a"), Week("\xC3")), -1);
     EXPECT_THROW(Compared(Week(""), ExceptionScheduleValue("", utf8)), std::bad_cast);
     EXPECT_THROW(Compared(Week(""), CharacterStringValue("", utf8)), std::bad_cast);
-}
-
-TEST(HexToBytes, TakesTwoCharactersAtATimeAndZeroForWhatIsNotHexadecimal) {
-    EXPECT_EQ(HexToBytes("0aFF"), Hex("0A FF"));
-    EXPECT_EQ(HexToBytes("0af"), Hex("0A 0F"));
-    EXPECT_EQ(HexToBytes("zz1g"), Hex("00 01"));
-    EXPECT_EQ(HexToBytes("-1"), Hex("FF"));
-    EXPECT_EQ(HexToBytes(""), Hex(""));
-}
-
-TEST(SplitText, CountsALastPieceOnlyIfSomethingStandsInIt) {
-    using Pieces = std::vector<std::string>;
-    EXPECT_EQ(SplitText("a;b", ';'), (Pieces{"a", "b"}));
-    EXPECT_EQ(SplitText("a;b;", ';'), (Pieces{"a", "b"}));
-    EXPECT_EQ(SplitText(";;a", ';'), (Pieces{"", "", "a"}));
-    EXPECT_EQ(SplitText(";", ';'), (Pieces{""}));
-    EXPECT_EQ(SplitText("", ';'), Pieces());
 }

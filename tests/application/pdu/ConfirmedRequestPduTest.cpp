@@ -48,6 +48,12 @@ TEST(ConfirmedRequestPdu, SegmentedMessageEmitsSequenceNumberAndWindowBehindTheI
     EXPECT_EQ(ToHex(pdu.GetBytes()), "0E 74 09 03 F0 0E AA");
 }
 
+TEST(ConfirmedRequestPdu, MoreFollowsIsWrittenWithoutSegmentedMessageToo) {
+    ConfirmedRequestPdu pdu = ReadRequest(9, "AA");
+    pdu.SetMoreFollows(true);
+    EXPECT_EQ(ToHex(pdu.GetBytes()), "06 74 09 0E AA");
+}
+
 TEST(ConfirmedRequestPdu, DifferentPayloadsWithTheSameHeaderFieldsCompareEqual) {
     ConfirmedRequestPdu one = ReadRequest(9, "AA");
     ConfirmedRequestPdu another = ReadRequest(9, "BB BB");

@@ -101,6 +101,14 @@ TEST(ErrorPdu, EqualsOfAPduIsTrueForItselfAndThrowsForAnotherClass) {
     EXPECT_TRUE(base == forged);
 }
 
+// An error that equals nothing, not even itself, does not matter to the object's own identity.
+TEST(ErrorPdu, EqualsOfAPduDoesNotLookIntoTheVerySameObject) {
+    ErrorPdu pdu(7, Choice::ReadProperty, std::make_unique<OtherError>());
+    PDU& base = pdu;
+    EXPECT_TRUE(base.Equals(pdu));
+    EXPECT_FALSE(pdu.Equals(pdu));
+}
+
 TEST(ErrorPdu, NoErrorEqualsNoErrorOnly) {
     ErrorPdu none;
     ErrorPdu alsoNone;
@@ -151,7 +159,7 @@ TEST(ErrorPduParser, MissingEmptyOrConstructedTagIsAFormatError) {
     }
 }
 
-TEST(ErrorPdu, MessagesAtTheEndsOfTheTables) {
+TEST(ErrorPdu, MessageOfClass8AndCode52IsUnknownAndOfCode51TheBoundsName) {
     EXPECT_EQ(MessageOfClass(8), "UnknownError");
     EXPECT_EQ(MessageOfCode(52), "UnknownCode");
     EXPECT_EQ(MessageOfCode(51), "MaxBacnetErrorCode");

@@ -126,6 +126,11 @@ TEST(ReadPropertyAckParser, Tag2IsTheIndex) {
     EXPECT_EQ(ToHex(ack->GetBytes()), "0C 00 00 00 01 19 55 2C 00 00 00 00 3E 44 3F 80 00 00 3F");
 }
 
+TEST(ReadPropertyAckParser, TagsBehindTag3StayUnread) {
+    auto const ack = Parse("0C 00 00 00 01 19 55 3E 44 3F 80 00 00 3F 0C 00 00 00 02");
+    EXPECT_EQ(ack->GetObjectId().GetInstanceNumber(), 1u);
+}
+
 TEST(ReadPropertyAckParser, PairThatTheTableDoesNotHoldIsRefused) {
     EXPECT_EQ(test::TextOf<SupportInformationException>([] { Parse("0C 02 C0 00 01 19 55 3E 21 01 3F"); }),
               "Support Information not found");
@@ -135,6 +140,11 @@ TEST(ReadPropertyAckParser, PropertyWithoutAValueParserIsRefusedLikeAnUnknownPai
     EXPECT_EQ(
         test::TextOf<SupportInformationException>([] { Parse("0C 00 00 00 01 19 4B 3E C4 00 00 00 01 3F"); }),
         "Support Information not found");
+}
+
+TEST(ReadPropertyAckParser, UnknownPairIsRefusedBeforeTheKindOfTag3IsLookedAt) {
+    EXPECT_THROW(Parse("0C 02 C0 00 01 19 55 39 01"), SupportInformationException);
+    EXPECT_THROW(Parse("0C 02 C0 00 01 19 55"), FormatErrorException) << "but behind its absence";
 }
 
 TEST(ReadPropertyAckParser, AbsentMandatoryTagThrowsFormatError) {

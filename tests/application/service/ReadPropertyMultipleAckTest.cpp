@@ -95,6 +95,11 @@ TEST(ReadPropertyMultipleAckParser, OfTwoObjectsTheLastOneCounts) {
     EXPECT_EQ(RealIn(*ack, PropertyIdentifierEnum::Max_Pres_Value), 2.0f);
 }
 
+TEST(ReadPropertyMultipleAckParser, ObjectsBehindATag3StayUnread) {
+    auto const ack = Parse(Hex("0C 00 00 00 01 1E 1F 39 00 0C 00 00 00 02"));
+    EXPECT_EQ(ack->GetObjectId().GetInstanceNumber(), 1u);
+}
+
 TEST(ReadPropertyMultipleAckParser, PropertyWithoutAValueParserIsRefusedLikeAnUnknownPair) {
     EXPECT_EQ(test::TextOf<SupportInformationException>([] { ParseResults("29 4B 4E C4 00 00 00 01 4F"); }),
               "Support Information not found");

@@ -57,6 +57,11 @@ TEST(ReadPropertyRequestParser, ConstructedTagInAnyPlaceThrowsFormatError) {
     EXPECT_THROW(Parse("0C 00 00 00 01 19 55 2E 2F"), FormatErrorException);
 }
 
+TEST(ReadPropertyRequestParser, AbsentTag1IsFoundBeforeTag0IsRead) {
+    EXPECT_THROW(Parse("0D 05 00 00 00 00 01"), FormatErrorException);
+    EXPECT_THROW(Parse("0D 05 00 00 00 00 01 19 55"), ParseException);
+}
+
 TEST(ReadPropertyRequestParser, OrderOfTheTagsIsFreeAndReadingStopsBehindTag2) {
     EXPECT_EQ(ToHex(Parse("19 55 0C 00 00 00 01")->GetBytes()), "0C 00 00 00 01 19 55");
     EXPECT_THROW(Parse("29 07 0C 00 00 00 01 19 55"), FormatErrorException);

@@ -158,6 +158,13 @@ TEST(TagParser, ApplicationBooleanTakesItsLengthOctetButNoData) {
     EXPECT_EQ(stream.Available(), 1);
 }
 
+// Only a boolean, which has no data, lets the length of a stream that ends inside it be seen.
+TEST(TagParser, MissingOctetsOfATwoOctetLengthCountAsZero) {
+    EXPECT_EQ(ReadPrimitive("15 FE 01 2C").GetAdditionalLength(), 0x012C);
+    EXPECT_EQ(ReadPrimitive("15 FE 01").GetAdditionalLength(), 0x0100);
+    EXPECT_EQ(ReadPrimitive("15 FE").GetAdditionalLength(), 0);
+}
+
 TEST(TagParser, TagsTruncatedAtAnyLengthAreAWrongLength) {
     for (char const* octets : {"24 01 02 03 04", "F9 10 AA", "65 06 01 02 03 04 05 06", "65 FE 00 02 AA BB",
                                "3E 21 05 4E FC 20 01 02 03 04 4F 3F"}) {

@@ -110,6 +110,12 @@ TEST(AddressParser, ListOfHexadecimalOctetsIsTheFallback) {
     EXPECT_EQ(Parsed(":1.2.3.4"), "unknown error");
 }
 
+// Only an address of the wrong number of parts falls back to the list.
+TEST(AddressParser, PartThatIsNoNumberDoesNotFallBackToTheList) {
+    EXPECT_EQ(Parsed("1.2.x.4:5"), "unknown error");
+    EXPECT_EQ(Parsed("1.2.99999999999.4:5"), "unknown error");
+}
+
 TEST(AddressParser, TrailingColonAddsNoField) {
     EXPECT_EQ(Parsed("192.168.10.1:"), "C0 A8 0A 01 BA C0");
     EXPECT_EQ(Parsed("192.168.10.1.:7"), "C0 A8 0A 01 00 07");

@@ -1,0 +1,73 @@
+"""As much of BACnet/IP as a stand-in for a device needs, after ASHRAE 135; nothing of it comes from the driver."""
+
+import socket
+import struct
+import threading
+
+
+class Request:
+    """A confirmed request as it came: the NPDU's destination, if any, and the APDU."""
+
+    def __init__(self, datagram):
+        self.datagram = datagram
+        control = datagram[5]
+        place = 6
+        if control & 0x20:
+            place += 3 + datagram[place + 2] + 1
+        self.apdu = datagram[place:]
+        self.invoke_id = self.apdu[2]
+
+
+def frame(apdu, npdu=b"\x01\x00", function=0x0A):
+    """An APDU as a datagram."""
+    return struct.pack(">BBH", 0x81, function, 4 + len(npdu) + len(apdu)) + npdu + apdu
+
+
+def real_answer(request, value):
+    """The answer to a request for Present_Value and Status_Flags of one object: a Real, and flags that are clear."""
+    object_id = request.apdu[5:9]
+    return frame(
+        bytes([0x30, request.invoke_id, 14, 0x0C]) + object_id
+        + b"\x1e\x29\x55\x4e\x44" + struct.pack(">f", value) + b"\x4f\x29\x6f\x4e\x82\x04\x00\x4f\x1f")
+
+
+class FakeDevice:
+    """A UDP socket on a free port of 127.0.0.1. Each datagram is given to answer, which gives the datagrams to send."""
+
+    def __init__(self, answer=lambda datagram: []):
+        self._answer = answer
+        self._socket = socket.socket(socket.AF_INET, socket.SOCK_DGRAM)
+        self._socket.bind(("127.0.0.1", 0))
+        self._socket.settimeout(0.1)
+        self._stop = threading.Event()
+        self._thread = threading.Thread(target=self._serve, daemon=True)
+        self.received = []
+        self.failure = None
+
+    @property
+    def address(self):
+        return "127.0.0.1:%d" % self._socket.getsockname()[1]
+
+    def _serve(self):
+        while not self._stop.is_set():
+            try:
+                datagram, sender = self._socket.recvfrom(2048)
+                self.received.append(datagram)
+                for reply in self._answer(datagram):
+                    self._socket.sendto(reply, sender)
+            except socket.timeout:
+                continue
+            except Exception as failure:  # a mistake of the test, which has to see it
+                self.failure = failure
+                return
+
+    def __enter__(self):
+        self._thread.start()
+        return self
+
+    def __exit__(self, *_):
+        self._stop.set()
+        self._thread.join()
+        self._socket.close()
+        if self.failure:
+            raise self.failure

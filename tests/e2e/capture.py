@@ -1,0 +1,49 @@
+"""Reads a capture with tshark: one dictionary of its fields per frame."""
+
+import json
+import os
+import shutil
+import subprocess
+
+FIELDS = [
+    "frame.number", "udp.srcport", "udp.dstport", "bvlc.function", "bacnet.version", "bacnet.control", "bacnet.dnet",
+    "bacnet.dlen", "bacnet.dadr_mstp", "bacnet.dadr_eth", "bacnet.dadr_tmp", "bacnet.snet", "bacnet.hopc", "bacapp.type",
+    "bacapp.invoke_id", "bacapp.confirmed_service", "bacapp.objectType", "bacapp.instance_number",
+    "bacapp.property_identifier", "bacapp.segmented_request", "bacapp.more_segments", "bacapp.SA",
+    "bacapp.response_segments", "bacapp.max_adpu_size", "bacapp.sequence_number", "bacapp.window_size", "bacapp.NAK",
+    "bacapp.SRV", "_ws.malformed", "_ws.expert.message"]
+
+READ_REQUEST, SEGMENT_ACK, COMPLEX_ACK = "0", "4", "3"
+
+
+def tshark_is_missing():
+    return "" if shutil.which("tshark") else "tshark is missing"
+
+
+def tshark(capture, ports, *options):
+    command = ["tshark", "-r", capture]
+    for port in sorted(ports):
+        command += ["-d", f"udp.port=={port},bvlc"]
+    # Its settings are the same for everybody: a fresh folder as home.
+    environment = dict(os.environ, HOME=os.path.dirname(capture), XDG_CONFIG_HOME=os.path.dirname(capture))
+    return subprocess.run(command + list(options), stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True,
+                          check=True, env=environment).stdout
+
+
+def frames(capture, ports):
+    """The frames, each a dictionary from field to the list of its values; fields that a frame lacks are absent."""
+    options = [word for field in FIELDS for word in ("-e", field)]
+    told = json.loads(tshark(capture, ports, "-T", "json", *options))
+    return [frame["_source"]["layers"] for frame in told]
+
+
+def only(frame, field):
+    """The one value of a field."""
+    values = frame.get(field, [])
+    assert len(values) == 1, (field, frame)
+    return values[0]
+
+
+def requests_to(told, port):
+    """What was sent to a device, in order."""
+    return [frame for frame in told if only(frame, "udp.dstport") == str(port)]

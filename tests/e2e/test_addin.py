@@ -1,0 +1,20 @@
+"""What the shared library shows to the outside."""
+
+import subprocess
+
+from programs import ADD_IN, EndToEnd
+
+
+def lines(*command):
+    return subprocess.run(command, stdout=subprocess.PIPE, text=True, check=True).stdout.splitlines()
+
+
+class AddIn(EndToEnd):
+    def test_exports_its_entry_alone(self):
+        symbols = [line.split()[-1] for line in lines("nm", "-D", "--defined-only", ADD_IN)]
+        self.assertEqual(symbols, ["InitAddin"])
+
+    def test_links_the_host_lua_and_the_runtimes(self):
+        needed = {line.split("[")[1].rstrip("]") for line in lines("readelf", "-d", ADD_IN) if "(NEEDED)" in line}
+        self.assertEqual(needed, {"dorvel.so", "dorvelshare.so", "opcua.so", "liblua5.4.so.0",
+                                  "libstdc++.so.6", "libgcc_s.so.1", "libc.so.6"})

@@ -1,0 +1,119 @@
+"""The workbench in a terminal, and without one."""
+
+import fcntl
+import os
+import pty
+import re
+import select
+import signal
+import struct
+import subprocess
+import termios
+import time
+
+from bacnet import FakeDevice, Request, real_answer
+from programs import LONGEST, TASK, WORKBENCH, EndToEnd, block, variable
+
+
+def answers(datagram):
+    return [real_answer(Request(datagram), 21.5)]
+
+
+class Terminal(EndToEnd):
+    def start(self, device, *options, **streams):
+        path = self.file("project.lua", TASK + block("ahu", device.address, [variable("supply", "analog-input", 1)]))
+        process = subprocess.Popen([WORKBENCH, "run", path, *options], **streams)
+        self.addCleanup(lambda: process.poll() is None and process.kill())
+        return process
+
+    def read_until(self, terminal, text, screen=b""):
+        deadline = time.monotonic() + LONGEST
+        while text not in screen:
+            self.assertGreater(deadline, time.monotonic(), screen)
+            if select.select([terminal], [], [], 1)[0]:
+                screen += self.read_some(terminal)
+        return screen
+
+    @staticmethod
+    def read_some(terminal):
+        try:
+            return os.read(terminal, 65536)
+        except OSError:  # the other end is closed
+            return b""
+
+    def run_in_a_terminal(self, end):
+        """Runs until a value is on the screen, calls end, and gives exit code, screen, and the modes before and after."""
+        terminal, inside = pty.openpty()
+        self.addCleanup(os.close, terminal)
+        fcntl.ioctl(inside, termios.TIOCSWINSZ, struct.pack("HHHH", 30, 140, 0, 0))
+        before = termios.tcgetattr(inside)
+        with FakeDevice(answers) as device:
+            process = self.start(device, stdin=inside, stdout=inside, stderr=inside, start_new_session=True,
+                                 preexec_fn=lambda: fcntl.ioctl(0, termios.TIOCSCTTY, 0),
+                                 env=dict(os.environ, TERM="xterm-256color"))
+            screen = self.read_until(terminal, b"21.5")
+            end(process, terminal)
+            while process.poll() is None:
+                if select.select([terminal], [], [], 0.1)[0]:
+                    screen += self.read_some(terminal)
+        while select.select([terminal], [], [], 0.1)[0]:
+            some = self.read_some(terminal)
+            if not some:
+                break
+            screen += some
+        after = termios.tcgetattr(inside)
+        os.close(inside)
+        return process.returncode, screen, before, after
+
+    def assert_left_as_it_was(self, screen, before, after):
+        self.assertEqual(after, before)
+        for on, off in ((b"\x1b[?25l", b"\x1b[?25h"), (b"\x1b[?1049h", b"\x1b[?1049l")):
+            self.assertGreaterEqual(screen.rfind(off), screen.rfind(on))
+
+    def test_control_c_ends_cleanly_and_leaves_the_terminal_as_it_was(self):
+        code, screen, before, after = self.run_in_a_terminal(lambda _, terminal: os.write(terminal, b"\x03"))
+        self.assertEqual(code, 0, screen)
+        self.assert_left_as_it_was(screen, before, after)
+
+    def test_a_termination_leaves_the_terminal_as_it_was(self):
+        code, screen, before, after = self.run_in_a_terminal(lambda process, _: process.send_signal(signal.SIGTERM))
+        self.assertEqual(code, 0, screen)
+        self.assert_left_as_it_was(screen, before, after)
+
+    def test_the_screen_shows_value_and_quality(self):
+        _, screen, _, _ = self.run_in_a_terminal(lambda process, _: process.send_signal(signal.SIGINT))
+        plain = re.sub(rb"\x1b\[[0-9;?]*[A-Za-z]", b"", screen)
+        for word in (b"ahu", b"supply", b"analog-input 1", b"21.5", b"Good"):
+            self.assertIn(word, plain)
+
+    def test_an_interrupt_without_a_terminal_ends_after_a_whole_line(self):
+        with FakeDevice(answers) as device:
+            process = self.start(device, "--format", "json", stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                                 stderr=subprocess.PIPE, text=True)
+            process.stdout.readline()
+            process.send_signal(signal.SIGINT)
+            rest, errors = process.communicate(timeout=LONGEST)
+        self.assertEqual(process.returncode, 0, errors)
+        self.assertTrue(rest == "" or rest.endswith("}\n"))
+
+    def test_an_interrupt_while_a_device_is_silent_ends_soon(self):
+        with FakeDevice() as device:
+            process = self.start(device, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+            deadline = time.monotonic() + LONGEST
+            while not device.received and time.monotonic() < deadline:
+                time.sleep(0.01)
+            begin = time.monotonic()
+            process.send_signal(signal.SIGINT)
+            _, errors = process.communicate(timeout=LONGEST)
+        self.assertEqual(process.returncode, 0, errors)
+        self.assertLess(time.monotonic() - begin, 5)  # three attempts of a second each, and no more
+
+    def test_without_a_terminal_there_are_plain_lines(self):
+        with FakeDevice(answers) as device:
+            process = self.start(device, "--cycles", "2", stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
+                                 stderr=subprocess.PIPE)
+            output, errors = process.communicate(timeout=LONGEST)
+        self.assertEqual(process.returncode, 0, errors)
+        self.assertNotIn(b"\x1b", output)
+        self.assertNotIn(b"\r", output)
+        self.assertIn(b"21.5", output)

@@ -1,0 +1,117 @@
+"""The driver reads a device that was written by others, on top of an npm package."""
+
+import os
+import shutil
+import subprocess
+import unittest
+
+from programs import TASK, EndToEnd, Server, block, variable
+
+FOLDER = os.path.dirname(os.path.abspath(__file__))
+
+
+def why_not():
+    """The reason why the device cannot run here; empty when it can."""
+    node = shutil.which("node")
+    if not node:
+        return "Node.js 18 or newer is missing"
+    told = subprocess.run([node, "--version"], stdout=subprocess.PIPE, text=True, check=False).stdout.strip()
+    if not told.startswith("v") or int(told[1:].split(".")[0]) < 18:
+        return f"Node.js 18 or newer is missing (found {told})"
+    if not os.path.isdir(os.path.join(FOLDER, "node_modules", "@bacnet-js", "client")):
+        return "the npm packages of tests/interop are missing (scripts/setup test installs them)"
+    return ""
+
+
+REASON = why_not()
+
+# The name, the object, what it is declared as, the property, and the value that has to arrive.
+VALUES = [
+    ("analog input", "analog-input", 1, "Float", "present-value", 21.5),
+    ("its description", "analog-input", 1, "String", "description", "Supply air"),
+    ("its units", "analog-input", 1, "UInt32", "units", 62),
+    ("its out-of-service", "analog-input", 1, "Boolean", "out-of-service", False),
+    ("its reliability", "analog-input", 1, "UInt32", "reliability", 0),
+    ("its event state", "analog-input", 1, "UInt32", "event-state", 0),
+    ("its status flags", "analog-input", 1, "UInt64", "status-flags", 0),
+    ("analog output", "analog-output", 1, "Float", "present-value", 100),
+    ("largest number", "analog-value", 4194302, "Double", "present-value", 3.4028234663852886e38),
+    ("binary input", "binary-input", 1, "Boolean", "present-value", True),
+    ("its polarity", "binary-input", 1, "UInt32", "polarity", 1),
+    ("binary output", "binary-output", 7, "Boolean", "present-value", False),
+    ("binary value", "binary-value", 300, "Boolean", "present-value", True),
+    ("loop", "loop", 1, "Float", "present-value", 47.75),
+    ("its setpoint", "loop", 1, "Float", "setpoint", 22),
+    ("its proportional constant", "loop", 1, "Float", "proportional-constant", 2.5),
+    ("its integral constant", "loop", 1, "Float", "integral-constant", 120),
+    ("its derivative constant", "loop", 1, "Float", "derivative-constant", 0),
+    ("multi-state input", "multi-state-input", 1, "UInt32", "present-value", 3),
+    ("multi-state output", "multi-state-output", 1, "UInt32", "present-value", 255),
+    ("multi-state value", "multi-state-value", 1, "UInt32", "present-value", 256),
+    ("minimum", "averaging", 1, "Float", "minimum-value", 18.5),
+    ("average", "averaging", 1, "Float", "average-value", 20.25),
+    ("maximum", "averaging", 1, "Float", "maximum-value", 22),
+    ("window interval", "averaging", 1, "UInt32", "window-interval", 3600),
+    ("window samples", "averaging", 1, "UInt32", "window-samples", 60),
+    ("accumulator", "accumulator", 1, "UInt32", "present-value", 4000000000),
+    ("pulse converter", "pulse-converter", 1, "Float", "present-value", 12.5),
+    ("its scale factor", "pulse-converter", 1, "Float", "scale-factor", 0.25),
+    ("its adjust value", "pulse-converter", 1, "Float", "adjust-value", -1),
+    ("bit string", "bitstring-value", 1, "String", "present-value", "101000000001"),
+    ("integer", "integer-value", 1, "Int32", "present-value", 2147483647),
+    ("large analog", "large-analog-value", 1, "Double", "present-value", 1234567890.125),
+    ("octet string", "octetstring-value", 1, "String", "present-value", "007f80ff"),
+    ("positive integer", "positive-integer-value", 1, "UInt32", "present-value", 65536),
+    # 13:30:15.50, of which the driver counts the hundredths as tenths.
+    ("time", "time-value", 1, "UInt32", "present-value", 48620000),
+]
+
+
+@unittest.skipIf(REASON, REASON)
+class Interop(EndToEnd):
+    def setUp(self):
+        super().setUp()
+        self.other = Server("node", "device.js", cwd=FOLDER)
+        self.addCleanup(self.other.stop)
+
+    def read(self, variables, *options, cycles=1, fields=""):
+        run = self.workbench(TASK + block("other", self.other.address, variables, fields), *options, cycles=cycles)
+        self.assertEqual(run.code, 0, run.errors)
+        return run.of("other")
+
+    def test_every_value_is_read_as_the_device_holds_it(self):
+        rows = [variable(name, kind, number, declared, prop) for name, kind, number, declared, prop, _ in VALUES]
+        state, = self.read(rows)
+        self.assertFalse(state["fault"], state["error"])
+        for name, _, _, _, _, value in VALUES:
+            with self.subTest(name):
+                self.assert_good(state, name, value)
+
+    def test_dates_are_local_midnight_and_date_times_stand_as_they_are(self):
+        rows = [variable("date", "date-value", 1, "DateTime"), variable("moment", "datetime-value", 1, "DateTime")]
+        os.environ["TZ"] = "UTC"
+        self.addCleanup(os.environ.pop, "TZ")
+        state, = self.read(rows)
+        self.assert_good(state, "date")
+        self.assertTrue(state["variables"]["date"]["value"].startswith("2024-03-15T00:00:00"), state)
+        self.assertTrue(state["variables"]["moment"]["value"].startswith("2024-03-15T13:30:15.5"), state)
+
+    def test_an_object_in_alarm_and_fault_is_a_sensor_failure(self):
+        rows = [variable("value", "analog-input", 2), variable("flags", "analog-input", 2, "UInt64", "status-flags")]
+        state, = self.read(rows)
+        self.assertFalse(state["fault"], state["error"])
+        self.assertEqual(state["variables"]["value"]["status"], "0x808C0000")
+        self.assertEqual(state["variables"]["value"]["value"], -40.25)
+        self.assert_good(state, "flags", 12)
+
+    def test_an_object_that_the_device_lacks_is_a_fault(self):
+        state, = self.read([variable("value", "analog-input", 99)], fields="CountRepeat = 1,")
+        self.assertTrue(state["fault"])
+        self.assertEqual(state["error"], "No connection")
+
+    def test_many_cycles_in_a_row_are_answered(self):
+        states = self.read([variable("value", "analog-input", 1)], cycles=300, fields="CountRepeat = 1,")
+        self.assertEqual(len(states), 300)
+        for state in states:
+            self.assertFalse(state["fault"], state)
+            self.assert_good(state, "value", 21.5)

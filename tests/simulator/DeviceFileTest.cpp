@@ -1,0 +1,225 @@
+#include "DeviceFile.h"
+
+#include <gtest/gtest.h>
+
+#include "Mistake.h"
+
+namespace {
+
+// The message for a file with a mistake in it.
+std::string mistake(std::string const& text) {
+    try {
+        simulator::parseDeviceFile("plant.lua", text);
+    } catch (simulator::Mistake const& found) {
+        EXPECT_EQ(std::string(found.what()).find('\n'), std::string::npos);
+        return found.what();
+    }
+    return "no mistake";
+}
+
+// The same for an object on line 2 of a device.
+std::string inObject(std::string const& object) {
+    return mistake("device{name = 'AHU-1', instance = 1, objects = {\n" + object + "}}");
+}
+
+std::string const kPlace = "plant.lua:2: device AHU-1: ";
+
+}  // namespace
+
+TEST(DeviceFile, DevicesAndTheirObjects) {
+    auto const devices = simulator::parseDeviceFile("plant.lua", R"(
+        device{name = "A", instance = 1, port = 50001, objects = {analog_input{instance = 7}}}
+        device{name = "B", instance = 2, router = {network = 5, mac = "0A14"}}
+    )");
+    ASSERT_EQ(devices.size(), 2u);
+    EXPECT_EQ(devices[0].name(), "A");
+    EXPECT_EQ(devices[0].id(), (simulator::ObjectId{8, 1}));
+    EXPECT_EQ(devices[0].settings().port, 50001);
+    ASSERT_TRUE(devices[0].find({0, 7}));
+    EXPECT_EQ(devices[0].find({0, 7})->name(), "analog_input 7");
+    EXPECT_FALSE(devices[0].find({0, 8}));
+    ASSERT_TRUE(devices[1].settings().position);
+    EXPECT_EQ(devices[1].settings().position->network, 5);
+    EXPECT_EQ(devices[1].settings().position->mac, (simulator::Octets{0x0A, 0x14}));
+}
+
+TEST(DeviceFile, MistakesOfTheLanguageTellTheirLine) {
+    EXPECT_EQ(mistake("\ndevice{"), "plant.lua:2: unexpected symbol near <eof>");
+    EXPECT_EQ(mistake("\n\nlocal a = nothing.at_all").substr(0, 13), "plant.lua:3: ");
+    EXPECT_EQ(mistake("pump{}").substr(0, 50), "plant.lua:1: attempt to call a nil value (global '");
+    EXPECT_EQ(mistake("error('a\\nb')"), "plant.lua:1: a b");
+    EXPECT_EQ(mistake("error({})"), "plant.lua: the error is no text");
+}
+
+TEST(DeviceFile, AFileWithoutADevice) {
+    EXPECT_EQ(mistake("local x = 1"), "plant.lua: describes no device");
+}
+
+TEST(DeviceFile, AMissingFile) {
+    try {
+        simulator::loadDeviceFile("/no/such/file.lua");
+        FAIL();
+    } catch (simulator::Mistake const& found) {
+        EXPECT_STREQ(found.what(), "/no/such/file.lua: cannot be read");
+    }
+}
+
+TEST(DeviceFile, FilesAndModulesAreOutOfReach) {
+    for (char const* name :
+         {"io",      "os",         "require",     "dofile",       "loadfile",    "load",           "debug",
+          "package", "coroutine",  "pcall",       "setmetatable", "rawset",      "collectgarbage", "print",
+          "utf8",    "string.rep", "string.gsub", "string.find",  "string.dump", "table.move",     "_G"}) {
+        EXPECT_EQ(mistake(std::string("assert(") + name + " == nil)"), "plant.lua: describes no device")
+            << name;
+    }
+}
+
+TEST(DeviceFile, AnEndlessLoopEnds) {
+    EXPECT_EQ(mistake("\nwhile true do end"), "plant.lua:2: the file runs for too long");
+    EXPECT_EQ(mistake("local function f() return f() end f()"), "plant.lua:1: the file runs for too long");
+}
+
+TEST(DeviceFile, MemoryIsLimited) {
+    EXPECT_NE(mistake("local s = 'x' while true do s = s .. s end").find("not enough memory"),
+              std::string::npos);
+    EXPECT_NE(mistake("local t = {} for i = 1, 1e9 do t[i] = {} end").find("not enough memory"),
+              std::string::npos);
+}
+
+TEST(DeviceFile, CompiledCodeIsRefused) {
+    EXPECT_NE(mistake("\x1bLua").find("binary chunk"), std::string::npos);
+}
+
+TEST(DeviceFile, MistakesOfADevice) {
+    EXPECT_EQ(mistake("device{name = 'A'}"),
+              "plant.lua:1: device A: instance: must be a whole number from 0 up, not nothing");
+    EXPECT_EQ(mistake("device{instance = 1, name = 5}"),
+              "plant.lua:1: device: name: must be a text, not the number 5");
+    EXPECT_EQ(mistake("device{instance = 4194303}"),
+              "plant.lua:1: device: instance: must be at most 4194302, not the number 4194303");
+    EXPECT_EQ(mistake("device{instance = 1, colour = 'red'}"),
+              "plant.lua:1: device: unknown property \"colour\"");
+    EXPECT_EQ(mistake("device{instance = 1, objects = 5}"),
+              "plant.lua:1: device: must be a list, not the number 5");
+    EXPECT_EQ(mistake("device{instance = 1, objects = {{}}}"),
+              "plant.lua:1: device: objects: must be objects such as analog_input{...}, not a table");
+    EXPECT_EQ(mistake("device{instance = 1, max_apdu_length_accepted = 49}"),
+              "plant.lua:1: device: max_apdu_length_accepted: must be from 50 to 1476");
+    EXPECT_EQ(mistake("device{instance = 1, proposed_window_size = 128}"),
+              "plant.lua:1: device: proposed_window_size: must be at most 127, not the number 128");
+    EXPECT_EQ(mistake("device{instance = 1, router = {network = 0, mac = '0A'}}"),
+              "plant.lua:1: device: router: network: must be at least 1");
+    EXPECT_EQ(mistake("device{instance = 1, router = {network = 5, mac = '0A1'}}"),
+              "plant.lua:1: device: router: must be pairs of hexadecimal digits, not the text \"0A1\"");
+    EXPECT_EQ(mistake("device{instance = 1, router = {network = 5, mac = ''}}"),
+              "plant.lua:1: device: router: mac: must have 1 to 18 octets");
+    EXPECT_EQ(mistake("device{instance = 1} device{instance = 1, name = 'B'}"),
+              "plant.lua: device B: another device has the same instance");
+}
+
+TEST(DeviceFile, MistakesOfAnObject) {
+    EXPECT_EQ(inObject("analog_inptu{instance = 1}").substr(0, 13), "plant.lua:2: ");
+    EXPECT_EQ(inObject("analog_input{}"),
+              kPlace + "analog_input: instance: must be a whole number from 0 up, not nothing");
+    EXPECT_EQ(inObject("analog_input{instance = 1, presnt_value = 3}"),
+              kPlace + "analog_input 1: unknown property \"presnt_value\"");
+    EXPECT_EQ(inObject("analog_input{instance = 1, polarity = 'normal'}"),
+              kPlace + "analog_input 1: this type has no property \"polarity\"");
+    EXPECT_EQ(inObject("analog_input{instance = 1}, analog_input{instance = 1}"),
+              kPlace + "analog_input 1: there are two of it");
+    EXPECT_EQ(inObject("analog_input{instance = 1, name = 'x'}, analog_value{instance = 1, name = 'x'}"),
+              kPlace + "analog_value 1: another object has the name \"x\"");
+    EXPECT_EQ(inObject("analog_input{instance = 1, 5}"),
+              kPlace + "analog_input 1: must have names for all its values");
+    EXPECT_EQ(inObject("analog_input{instance = 1, [true] = 5}"),
+              "plant.lua:2: the keys of a table must be names or 1, 2, 3 ...");
+    EXPECT_EQ(inObject("analog_input{instance = 1, present_value = tostring}"),
+              "plant.lua:2: a function is no value");
+}
+
+TEST(DeviceFile, TheLineIsThatOfTheObject) {
+    EXPECT_EQ(mistake("device{name = 'D', instance = 1,\nobjects = {\nanalog_input{instance = 1},\n"
+                      "binary_input{instance = 1,\npresent_value = 'on'}}}"),
+              "plant.lua:4: device D: binary_input 1: present_value: unknown name \"on\"");
+}
+
+TEST(DeviceFile, MistakesOfAValue) {
+    struct Row {
+        char const* object;
+        char const* message;
+    };
+    constexpr Row rows[] = {
+        {"analog_input{instance = 1, present_value = 'x'}",
+         "analog_input 1: present_value: must be a number, not the text \"x\""},
+        {"analog_input{instance = 1, present_value = 1e39}",
+         "analog_input 1: present_value: must be a number of single precision, not the number 99"},
+        {"analog_input{instance = 1, units = 'degrees'}", "analog_input 1: units: unknown name \"degrees\""},
+        {"analog_input{instance = 1, units = 65536}",
+         "analog_input 1: units: must be at most 65535, not the number 65536"},
+        {"analog_input{instance = 1, out_of_service = 1}",
+         "analog_input 1: out_of_service: must be true or false, not the number 1"},
+        {"analog_output{instance = 1, priority_array = {}}",
+         "analog_output 1: priority_array: cannot be given: it follows from present_value and "
+         "relinquish_default"},
+        {"integer_value{instance = 1, present_value = 1.5}",
+         "integer_value 1: present_value: must be a whole number, not the number 1.5"},
+        {"positive_integer_value{instance = 1, present_value = -1}",
+         "positive_integer_value 1: present_value: must be a whole number from 0 up, not the number -1"},
+        {"octet_string_value{instance = 1, present_value = 'XY'}",
+         "octet_string_value 1: present_value: must be pairs of hexadecimal digits, not the text \"XY\""},
+        {"bit_string_value{instance = 1, present_value = '012'}",
+         "bit_string_value 1: present_value: must be a text of 0 and 1, not the text \"012\""},
+        {"date_value{instance = 1, present_value = '2023-02-29'}",
+         "date_value 1: present_value: must be a date like \"2024-03-15\", not the text \"2023-02-29\""},
+        {"datetime_value{instance = 1, present_value = '2024-01-01'}",
+         "datetime_value 1: present_value: must be a date and time like \"2024-03-15 08:00:00\", not "
+         "\"2024-01-01\""},
+        {"analog_input{instance = 1, present_value = clock()}",
+         "analog_input 1: present_value: cannot be a clock: it is no date or time"},
+        {"date_value{instance = 1, present_value = ramp{}}",
+         "date_value 1: present_value: cannot move: it is no number"},
+        {"analog_input{instance = 1, present_value = ramp{form = 1}}",
+         "analog_input 1: present_value: ramp: unknown name \"form\""},
+        {"analog_input{instance = 1, present_value = toggle{period = 0}}",
+         "analog_input 1: present_value: toggle: period: must be above 0"},
+        {"analog_input{instance = 1, present_value = ramp{from = 0/0}}",
+         "analog_input 1: present_value: ramp: from: is too large"},
+        {"analog_input{instance = 1, present_value = steps{values = {}}}",
+         "analog_input 1: present_value: steps: values: must not be empty"},
+        {"accumulator{instance = 1, scale = {}}", "accumulator 1: scale: wants float_scale or integer_scale"},
+        {"analog_input{instance = 1, status_flags = '11111'}",
+         "analog_input 1: status_flags: must have four bits"},
+        {"averaging{instance = 1, object_property_reference = {'pump', 1, 'present_value'}}",
+         "averaging 1: object_property_reference: unknown object type \"pump\""},
+        {"averaging{instance = 1, object_property_reference = {'loop', 1, 'speed'}}",
+         "averaging 1: object_property_reference: unknown property \"speed\""},
+        {"multi_state_input{instance = 1, state_text = {'a', 5}}",
+         "multi_state_input 1: state_text: element 2: must be a text, not the number 5"},
+        {"schedule{instance = 1, weekly_schedule = {mon = {}}}",
+         "schedule 1: weekly_schedule: unknown name \"mon\""},
+        {"schedule{instance = 1, weekly_schedule = {monday = {{'25:00', 1}}}}",
+         "schedule 1: weekly_schedule: monday: must be a time like \"08:00:00\", not the text \"25:00\""},
+        {"schedule{instance = 1, weekly_schedule = {monday = {{'08:00'}}}}",
+         "schedule 1: weekly_schedule: monday: an entry must be a time and a value"},
+        {"schedule{instance = 1, exception_schedule = {{entries = {}}}}",
+         "schedule 1: exception_schedule: event 1: an event wants one of date, from and to, week_n_day, "
+         "calendar"},
+        {"schedule{instance = 1, exception_schedule = {{calendar = 1, priority = 17}}}",
+         "schedule 1: exception_schedule: event 1: must be at most 16, not the number 17"},
+        {"schedule{instance = 1, present_value = real()}",
+         "schedule 1: present_value: real: wants one value"},
+        {"schedule{instance = 1, present_value = analog_input{}}",
+         "schedule 1: present_value: cannot be a analog_input"},
+    };
+    for (Row const& row : rows) {
+        EXPECT_EQ(inObject(row.object).substr(0, (kPlace + row.message).size()), kPlace + row.message);
+    }
+}
+
+TEST(DeviceFile, ATableWithoutEnd) {
+    EXPECT_EQ(mistake("local t = {} t.t = t device{name = 'D', instance = 1, objects = t}"),
+              "plant.lua:1: tables are nested too deeply");
+    EXPECT_EQ(mistake("local t = {} for i = 0, 40 do t[2^i] = 1 end device{instance = 1, objects = t}")
+                  .substr(0, 12),
+              "plant.lua:1:");
+}

@@ -1,0 +1,126 @@
+#include <random>
+
+#include "StationFixture.h"
+
+using test::Octets;
+
+// Datagrams that nobody would send. Besides surviving them the device must send only well-formed
+// datagrams, no longer than the client takes, and must still answer properly afterwards.
+class RandomDatagrams : public test::StationFixture {
+protected:
+    static constexpr int kCount = 10'000;
+
+    void SetUp() override {
+        makeWith(R"(
+            analog_input{instance = 1, present_value = 1.5}, schedule{instance = 2},
+            multi_state_value{instance = 3, state_text = {"off", "on"}},
+        )");
+    }
+
+    void check(Octets const& datagram) {
+        now.sinceStart += std::chrono::milliseconds(100);
+        for (auto const& answers : {station->receive({kClient, datagram}, now), station->tick(now)}) {
+            ASSERT_LE(answers.size(), 127u);
+            for (simulator::Datagram const& answer : answers) {
+                checkAnswer(answer.octets, test::ToHex(datagram));
+            }
+        }
+    }
+
+    static void checkAnswer(Octets const& answer, std::string const& asked) {
+        ASSERT_GE(answer.size(), 6u) << asked;
+        ASSERT_LE(answer.size(), 1497u + 4) << asked;
+        ASSERT_EQ(answer[0], '\x81') << asked;
+        ASSERT_TRUE(answer[1] == 0x0A || answer[1] == 0x00) << asked;
+        std::size_t const length =
+            static_cast<unsigned char>(answer[2]) * 256u + static_cast<unsigned char>(answer[3]);
+        ASSERT_EQ(length, answer.size()) << asked;
+    }
+
+    void expectAlive() {
+        EXPECT_EQ(answer("02 74 01 0C 0C 00 00 00 01 19 55"),
+                  "30 01 0C 0C 00 00 00 01 19 55 3E 44 3F C0 00 00 3F");
+    }
+
+    unsigned pick(unsigned limit) { return std::uniform_int_distribution<unsigned>(0, limit - 1)(m_random); }
+
+    Octets noise(std::size_t length) {
+        Octets octets;
+        while (octets.size() < length) {
+            octets.push_back(static_cast<char>(pick(256)));
+        }
+        return octets;
+    }
+
+    // Changes, cuts, adds and repeats octets, and mostly mends the length field so that the rest is reached.
+    Octets mutate(Octets octets) {
+        for (unsigned i = 0; i <= pick(4) && !octets.empty(); ++i) {
+            auto const place = octets.begin() + pick(static_cast<unsigned>(octets.size()));
+            switch (pick(5)) {
+                case 0:
+                    *place = static_cast<char>(pick(256));
+                    break;
+                case 1:
+                    *place = static_cast<char>(*place ^ (1 << pick(8)));
+                    break;
+                case 2:
+                    octets.erase(place);
+                    break;
+                case 3:
+                    octets.insert(place, *place);
+                    break;
+                default:
+                    octets.resize(pick(static_cast<unsigned>(octets.size())) + 1);
+                    break;
+            }
+        }
+        if (octets.size() >= 4 && pick(8) != 0) {
+            octets[2] = static_cast<char>(octets.size() >> 8);
+            octets[3] = static_cast<char>(octets.size());
+        }
+        return octets;
+    }
+
+private:
+    std::mt19937 m_random{20240315};
+};
+
+TEST_F(RandomDatagrams, Noise) {
+    for (int i = 0; i < kCount; ++i) {
+        check(noise(pick(i % 10 == 0 ? 1500 : 40)));
+    }
+    expectAlive();
+}
+
+TEST_F(RandomDatagrams, NoiseBehindGoodHeads) {
+    for (int i = 0; i < kCount; ++i) {
+        Octets npdu = test::Hex("01 04");
+        Octets const apdu = noise(pick(60));
+        npdu.insert(npdu.end(), apdu.begin(), apdu.end());
+        check(unicast(npdu));
+    }
+    expectAlive();
+}
+
+TEST_F(RandomDatagrams, GoodOnesMutated) {
+    std::vector<Octets> seeds;
+    for (char const* npdu : {
+             "01 04 02 74 07 0C 0C 00 00 00 01 19 55",
+             "01 04 02 70 07 0E 0C 00 00 00 01 1E 09 08 1F",
+             "01 04 02 70 07 0E 0C 04 40 00 02 1E 09 7B 19 03 09 26 1F 0C 04 C0 00 03 1E 09 6E 19 01 1F",
+             "01 04 40 07 00 05",
+             "01 04 42 07 01 01",
+             "01 04 70 07 00",
+             "01 00 10 08 09 00 1B 3F FF FF",
+             "01 2C 00 05 02 0A 14 00 09 01 2A FF 02 74 07 0C 0C 00 00 00 01 19 55",
+             "01 80 00 00 05",
+         }) {
+        seeds.push_back(unicast(test::Hex(npdu)));
+    }
+    seeds.push_back(test::Hex("81 04 00 12 C0 A8 01 02 BA C0 01 00 10 08 09 00 19 64"));
+    for (int i = 0; i < kCount; ++i) {
+        Octets const& seed = seeds[pick(static_cast<unsigned>(seeds.size()))];
+        check(i % 3 == 0 ? seed : mutate(seed));
+    }
+    expectAlive();
+}

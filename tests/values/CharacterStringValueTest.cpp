@@ -1,0 +1,78 @@
+#include <gtest/gtest.h>
+
+#include <typeinfo>
+
+#include "CharacterStringValue.h"
+#include "OctetStringValue.h"
+#include "ValueTags.h"
+
+using test::Compared;
+using test::ParseFailure;
+using test::Written;
+
+namespace {
+
+constexpr auto utf8 = EncodingTypeEnum::Utf8;
+
+CharacterStringValue ReadCharacters(std::string_view hex) {
+    return test::Read<CharacterStringValue, CharacterStringValueParser>(hex);
+}
+
+}  // namespace
+
+TEST(CharacterStringValue, OfTwoAndOfFourOctetsWritesTheEncodingAheadOfThem) {
+    EXPECT_EQ(Written(CharacterStringValue("AB", utf8)), "73 00 41 42");
+    EXPECT_EQ(Written(CharacterStringValue("ABCD", utf8)), "75 05 00 41 42 43 44");
+}
+
+TEST(CharacterStringValue, WritesItsOctetsUnchangedWhateverTheEncoding) {
+    EXPECT_EQ(Written(CharacterStringValue("A", EncodingTypeEnum::Ucs2)), "72 04 41");
+    EXPECT_EQ(Written(CharacterStringValue(std::string("\0\xFF", 2), utf8)), "73 00 00 FF");
+    EXPECT_EQ(Written(CharacterStringValue()), "71 00");
+}
+
+TEST(CharacterStringValue, OfMoreThan253OctetsIsWrittenWithTheLowOctetOfItsLength) {
+    test::Octets const octets = test::WrittenOctets(CharacterStringValue(std::string(299, 'x'), utf8));
+    ASSERT_EQ(octets.size(), 302U);
+    EXPECT_EQ(test::ToHex({octets.begin(), octets.begin() + 4}), "75 2C 00 78");
+}
+
+TEST(CharacterStringValueParser, TakesTheEncodingAndTheOctetOverUnchanged) {
+    CharacterStringValue const value = ReadCharacters("72 04 41");
+    EXPECT_EQ(value.GetValue(), "\x41");
+    EXPECT_EQ(static_cast<int>(value.GetEncoding()), 4);
+}
+
+TEST(CharacterStringValueParser, TakesZerosAndInvalidOctetsOver) {
+    CharacterStringValue const value = ReadCharacters("75 05 FF 41 00 C3 28");
+    EXPECT_EQ(value.GetValue(), std::string("A\0\xC3\x28", 4));
+    EXPECT_EQ(static_cast<int>(value.GetEncoding()), 255);
+}
+
+TEST(CharacterStringValueParser, GivesAnEmptyTextForTheEncodingAlone) {
+    EXPECT_EQ(ReadCharacters("71 00").GetValue(), "");
+}
+
+TEST(CharacterStringValueParser, TakesAnyClass) {
+    EXPECT_EQ(ReadCharacters("7A 00 41").GetValue(), "A");
+}
+
+TEST(CharacterStringValueParser, RefusesAnOctetStringForItsTagNumber) {
+    EXPECT_EQ(ParseFailure<CharacterStringValueParser>("62 00 41"), "tag number does not meet expectations");
+    // The number is looked at first.
+    EXPECT_EQ(ParseFailure<CharacterStringValueParser>("60"), "tag number does not meet expectations");
+}
+
+TEST(CharacterStringValueParser, RefusesNoData) {
+    EXPECT_THROW(test::ParseOctets<CharacterStringValueParser>(test::Hex("70")), ParseException);
+}
+
+TEST(CharacterStringValue, ComparesByEncodingAndThenByOctets) {
+    EXPECT_EQ(Compared(CharacterStringValue("a", EncodingTypeEnum::Ucs2), CharacterStringValue("b", utf8)),
+              4);
+    EXPECT_EQ(Compared(CharacterStringValue("ab", utf8), CharacterStringValue("ac", utf8)), -1);
+    EXPECT_EQ(Compared(CharacterStringValue("abc", utf8), CharacterStringValue("ab", utf8)), 1);
+    EXPECT_EQ(Compared(CharacterStringValue("\xC3", utf8), CharacterStringValue("z", utf8)), 1);
+    EXPECT_EQ(Compared(CharacterStringValue("ab", utf8), CharacterStringValue("ab", utf8)), 0);
+    EXPECT_THROW(Compared(CharacterStringValue(), OctetStringValue()), std::bad_cast);
+}

@@ -1,0 +1,106 @@
+#include <gtest/gtest.h>
+
+#include "Date.h"
+#include "ValueTags.h"
+
+namespace {
+
+constexpr unsigned long long unitsPerDay = 864000000000ULL;
+constexpr unsigned long long daysTo15March2024 = 154571;  // from 1 January 1601
+constexpr std::uint8_t any = 255;
+
+// The month tables must be there for the initialisers of other files.
+unsigned long long const fileTimeMadeAtLoad = Date(124, 3, 15, any).ToFileTime();
+
+// The date that is made of a number of days since 1 January 1601.
+std::string DateOfDays(unsigned long long days) {
+    return test::Text(Date(days * unitsPerDay));
+}
+
+}  // namespace
+
+TEST(Date, Of15March2024GivesTheFileTimeOfItsMidnightWhateverTheWeekday) {
+    EXPECT_EQ(Date(124, 3, 15, any).ToFileTime(), daysTo15March2024 * unitsPerDay);
+    EXPECT_EQ(Date(124, 3, 15, 5).ToFileTime(), daysTo15March2024 * unitsPerDay);
+}
+
+TEST(Date, IsCountedFrom1601) {
+    EXPECT_EQ(Date(0, 1, 1, 1).ToFileTime(), 109207 * unitsPerDay);
+    EXPECT_EQ(Date(0, 12, 31, 1).ToFileTime(), (109207 + 364) * unitsPerDay);
+    EXPECT_EQ(Date(70, 1, 1, 4).ToFileTime(), 116444736000000000ULL);  // the start of Unix time
+    EXPECT_EQ(Date(100, 3, 1, 3).ToFileTime(), 125963424000000000ULL);
+}
+
+TEST(Date, IsCountedBeforeOtherFilesAreInitialised) {
+    EXPECT_EQ(fileTimeMadeAtLoad, daysTo15March2024 * unitsPerDay);
+}
+
+TEST(Date, OfAllUnspecifiedGivesZero) {
+    EXPECT_EQ(Date(any, any, any, any).ToFileTime(), 0U);
+    EXPECT_EQ(Date().ToFileTime(), 0U);
+}
+
+TEST(Date, OfUnspecifiedYearAndFebruaryAddsTheDaysOfJanuaryAndOfItsOwnOnly) {
+    EXPECT_EQ(Date(any, 2, any, any).ToFileTime(), 31 * unitsPerDay);
+    EXPECT_EQ(Date(any, 2, 10, any).ToFileTime(), 40 * unitsPerDay);
+}
+
+TEST(Date, OfUnspecifiedYearCountsTheMonthsOfAnOrdinaryYear) {
+    EXPECT_EQ(Date(any, 3, 1, any).ToFileTime(), 59 * unitsPerDay);
+}
+
+TEST(Date, OfUnspecifiedMonthOrDayAddsNothingForIt) {
+    EXPECT_EQ(Date(0, any, 10, any).ToFileTime(), (109207 + 9) * unitsPerDay);
+    EXPECT_EQ(Date(0, 3, any, any).ToFileTime(), (109207 + 59) * unitsPerDay);
+}
+
+TEST(Date, CountsMonthsUpToTheEndOfTheTableAndNoFurther) {
+    EXPECT_EQ(Date(any, 13, any, any).ToFileTime(), 365 * unitsPerDay);
+    EXPECT_EQ(Date(any, 254, any, any).ToFileTime(), 365 * unitsPerDay);
+    EXPECT_EQ(Date(any, 0, any, any).ToFileTime(), 0U);
+    EXPECT_EQ(Date(any, 2, 0, any).ToFileTime(), 30 * unitsPerDay);
+}
+
+TEST(Date, KnowsLeapYears) {
+    EXPECT_TRUE(Date::IsLeapYear(2024));
+    EXPECT_TRUE(Date::IsLeapYear(2000));
+    EXPECT_FALSE(Date::IsLeapYear(1900));
+    EXPECT_FALSE(Date::IsLeapYear(2023));
+    EXPECT_EQ(Date::originalYearMonthDays[2], 28);
+    EXPECT_EQ(Date::laepYearMonthDays[2], 29);
+    EXPECT_EQ(Date::laepYearMonthDays.size(), 13U);
+}
+
+TEST(Date, OfAFileTimeUpTo1900HasNoYear) {
+    // Day 0 of the year is 108842 days after 1601; before it the month is 0 too.
+    EXPECT_EQ(DateOfDays(0), "255 0 " + std::to_string((31 - 108842) & 255) + " 255");
+    EXPECT_EQ(DateOfDays(108842), "255 0 31 255");
+    EXPECT_EQ(DateOfDays(108843), "255 1 254 255");  // 1 - 31 + 28, cut to an octet
+    EXPECT_EQ(DateOfDays(109207), "255 12 0 255");
+}
+
+TEST(Date, OfAFileTimeIsCountedByTheNextYearAndTheNextMonth) {
+    // 1 January 2024 is the day 154497. With the length of 2025 taken off, 15 March is the day 73 of the
+    // year, and 73 - (31 + 29 + 31) + 30 is 12.
+    EXPECT_EQ(DateOfDays(daysTo15March2024), "124 3 12 255");
+    EXPECT_EQ(DateOfDays(109208), "0 1 254 255");
+}
+
+TEST(Date, OfAFileTimeInDecemberOrBehindItReadsNoFurtherMonth) {
+    unsigned long long const lastDayOf2022 = Date(122, 12, 31, any).ToFileTime() / unitsPerDay;
+    // The sum of the years is reached on the day behind, so the last day has the number 364.
+    EXPECT_EQ(DateOfDays(lastDayOf2022), "122 12 255 255");
+    // 1 January 2024 is still counted in 2023 by the length of 2024: the 366th day of an ordinary year.
+    unsigned long long const firstDayOf2024 = Date(124, 1, 1, any).ToFileTime() / unitsPerDay;
+    EXPECT_EQ(DateOfDays(firstDayOf2024), "123 12 1 255");
+}
+
+TEST(Date, OfAnyFileTimeIsMadeWithinBounds) {
+    for (unsigned long long days = 109207; days < 210000; ++days) {
+        Date const date(days * unitsPerDay);
+        ASSERT_LE(date.month, 12) << days;
+        ASSERT_EQ(date.weekday, any);
+    }
+    Date const last(~0ULL);
+    EXPECT_LE(last.month, 12);
+}

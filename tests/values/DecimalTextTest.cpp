@@ -1,0 +1,92 @@
+#include <gtest/gtest.h>
+
+#include <locale.h>
+
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <random>
+#include <stdexcept>
+
+#include "DecimalText.h"
+#include "ValueTags.h"
+
+namespace {
+
+// Gives the whole process a decimal comma, where the machine knows a locale with one.
+class DecimalComma {
+public:
+    DecimalComma() {
+        for (char const* const name : {"de_DE.UTF-8", "de_DE.utf8", "de_DE", "fr_FR.UTF-8", "ru_RU.UTF-8"}) {
+            isSet = isSet || setlocale(LC_NUMERIC, name) != nullptr;
+        }
+    }
+    ~DecimalComma() { setlocale(LC_NUMERIC, "C"); }
+
+    bool IsSet() const { return isSet; }
+
+private:
+    bool isSet = false;
+};
+
+std::string Printed(double number) {
+    std::array<char, 400> text{};
+    std::snprintf(text.data(), text.size(), "%f", number);
+    return text.data();
+}
+
+template <class Exception>
+std::string NumberFailure(char const* text) {
+    return test::Failure<Exception>([text] { DecimalNumber(text); });
+}
+
+}  // namespace
+
+TEST(DecimalText, HasSixDecimals) {
+    EXPECT_EQ(DecimalText(21.5), "21.500000");
+    EXPECT_EQ(DecimalText(-0.0), "-0.000000");
+    EXPECT_EQ(DecimalText(0.0000005), "0.000000");
+    EXPECT_EQ(DecimalText(1.9999996), "2.000000");
+    EXPECT_EQ(DecimalText(INFINITY), "inf");
+    EXPECT_EQ(DecimalText(-INFINITY), "-inf");
+    EXPECT_EQ(DecimalText(NAN), "nan");
+}
+
+TEST(DecimalText, IsWhatPrintfMakesOfAnyPattern) {
+    std::mt19937_64 patterns(20240319);
+    for (int round = 0; round < 10000; ++round) {
+        std::uint64_t const pattern = patterns();
+        double number = 0;
+        std::memcpy(&number, &pattern, sizeof number);
+        ASSERT_EQ(DecimalText(number), Printed(number)) << pattern;
+    }
+}
+
+TEST(DecimalNumber, IsTheNumberThatTheTextStartsWith) {
+    EXPECT_EQ(DecimalNumber("21.500000"), 21.5);
+    EXPECT_EQ(DecimalNumber(" +1e3x"), 1000.0);
+    EXPECT_EQ(DecimalNumber("0x10"), 16.0);
+    EXPECT_EQ(DecimalNumber("-inf"), -INFINITY);
+    EXPECT_TRUE(std::isnan(DecimalNumber("nan")));
+}
+
+TEST(DecimalNumber, FailsForATextThatStartsWithNoneAndForOneThatIsTooLarge) {
+    EXPECT_EQ(NumberFailure<std::invalid_argument>(""), "stod");
+    EXPECT_EQ(NumberFailure<std::invalid_argument>("x1"), "stod");
+    EXPECT_EQ(NumberFailure<std::out_of_range>("1e999"), "stod");
+}
+
+TEST(DecimalText, HasADecimalPointAlsoIfTheHostHasADecimalComma) {
+    DecimalComma const comma;
+    if (!comma.IsSet()) {
+        GTEST_SKIP() << "no locale with a decimal comma is installed";
+    }
+    ASSERT_EQ(Printed(21.5), "21,500000");
+    EXPECT_EQ(DecimalText(21.5), "21.500000");
+    EXPECT_EQ(DecimalNumber("21.5"), 21.5);
+    EXPECT_EQ(NumberFailure<std::invalid_argument>("x"), "stod");
+    // The host's own numbers stay as they were.
+    EXPECT_EQ(Printed(21.5), "21,500000");
+}

@@ -1,0 +1,8 @@
+#include <gtest/gtest.h>
+
+#include "Decoder.h"
+
+TEST(Decoder, GivesTheOctetAtThePointer) {
+    char octets[] = {'a', 'b'};
+    EXPECT_EQ(Decoder::GetValue(octets + 1), 'b');
+}

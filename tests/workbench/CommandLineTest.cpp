@@ -1,0 +1,133 @@
+#include "CommandLine.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "ExitCode.h"
+#include "Workbench.h"
+
+using namespace workbench;
+
+namespace {
+
+class CommandLine : public testing::Test {
+protected:
+    std::optional<Options> Parse(std::vector<char const*> arguments) {
+        arguments.insert(arguments.begin(), "dorvel-workbench");
+        out.str("");
+        err.str("");
+        exitCode = -1;
+        return ParseCommandLine(static_cast<int>(arguments.size()), arguments.data(), out, err, exitCode);
+    }
+
+    void ExpectMistake(std::vector<char const*> const& arguments, std::string const& words) {
+        EXPECT_FALSE(Parse(arguments));
+        EXPECT_EQ(exitCode, ExitUsage);
+        EXPECT_NE(err.str().find(words), std::string::npos) << err.str();
+        EXPECT_EQ(out.str(), "");
+    }
+
+    std::ostringstream out;
+    std::ostringstream err;
+    int exitCode = -1;
+};
+
+TEST_F(CommandLine, AProjectIsEnough) {
+    auto const options = Parse({"run", "plant.lua"});
+    ASSERT_TRUE(options);
+    EXPECT_EQ(options->What, Command::Run);
+    EXPECT_EQ(options->Project, "plant.lua");
+    EXPECT_EQ(options->AddIn, "");
+    EXPECT_EQ(options->Format, OutputFormat::Auto);
+    EXPECT_EQ(options->Cycles, 0u);
+    EXPECT_FALSE(options->Trace);
+    EXPECT_FALSE(options->FailOnFault);
+    EXPECT_FALSE(options->Summary);
+}
+
+TEST_F(CommandLine, EveryOption) {
+    auto const options = Parse({"run", "plant.lua", "--addin", "a.so", "--define", "ahu=1.2.3.4:5", "-D",
+                                "x=a=b", "--define", "e=", "--format", "json", "--cycles", "10", "--pcap",
+                                "p.pcap", "--trace", "--fail-on-fault", "--summary"});
+    ASSERT_TRUE(options) << err.str();
+    EXPECT_EQ(options->AddIn, "a.so");
+    EXPECT_EQ(options->Params,
+              (std::map<std::string, std::string>{{"ahu", "1.2.3.4:5"}, {"x", "a=b"}, {"e", ""}}));
+    EXPECT_EQ(options->Format, OutputFormat::Json);
+    EXPECT_EQ(options->Cycles, 10u);
+    EXPECT_EQ(options->CaptureFile, "p.pcap");
+    EXPECT_TRUE(options->Trace);
+    EXPECT_TRUE(options->FailOnFault);
+    EXPECT_EQ(options->Summary, true);
+}
+
+TEST_F(CommandLine, OptionsMayStandBeforeTheProject) {
+    auto const options = Parse({"run", "--define", "a=1", "plant.lua", "--no-summary"});
+    ASSERT_TRUE(options) << err.str();
+    EXPECT_EQ(options->Project, "plant.lua");
+    EXPECT_EQ(options->Params.size(), 1u);
+    EXPECT_EQ(options->Summary, false);
+}
+
+TEST_F(CommandLine, OtherCommands) {
+    EXPECT_EQ(Parse({"check", "plant.lua"})->What, Command::Check);
+    EXPECT_EQ(Parse({"names"})->What, Command::Names);
+}
+
+TEST_F(CommandLine, Mistakes) {
+    ExpectMistake({}, "A subcommand is required");
+    ExpectMistake({"plant.lua"}, "A subcommand is required");
+    ExpectMistake({"run"}, "PROJECT");
+    ExpectMistake({"run", "a.lua", "b.lua"}, "b.lua");
+    ExpectMistake({"run", "a.lua", "--colour"}, "--colour");
+    ExpectMistake({"run", "a.lua", "--format", "xml"}, "--format: xml not in {");
+    ExpectMistake({"run", "a.lua", "--cycles", "0"}, "--cycles");
+    ExpectMistake({"run", "a.lua", "--cycles", "-1"}, "--cycles");
+    ExpectMistake({"run", "a.lua", "--cycles", "many"}, "--cycles");
+    ExpectMistake({"run", "a.lua", "--define", "ahu"}, "\"ahu\" is no NAME=VALUE");
+    ExpectMistake({"run", "a.lua", "--define", "=5"}, "\"=5\" is no NAME=VALUE");
+    ExpectMistake({"run", "a.lua", "--define"}, "--define");
+    ExpectMistake({"check", "a.lua", "--cycles", "5"}, "--cycles");
+}
+
+TEST_F(CommandLine, HelpTellsExamplesAndExitCodes) {
+    EXPECT_FALSE(Parse({"--help"}));
+    EXPECT_EQ(exitCode, ExitOk);
+    EXPECT_EQ(err.str(), "");
+    for (char const* const words : {"run", "check", "names", "Examples:", "Exit codes:", "--fail-on-fault"}) {
+        EXPECT_NE(out.str().find(words), std::string::npos) << words;
+    }
+    EXPECT_FALSE(Parse({"run", "--help"}));
+    for (char const* const words : {"--pcap", "--define", "--trace", "--cycles", "--format", "--summary"}) {
+        EXPECT_NE(out.str().find(words), std::string::npos) << words;
+    }
+}
+
+TEST_F(CommandLine, Version) {
+    EXPECT_FALSE(Parse({"--version"}));
+    EXPECT_EQ(exitCode, ExitOk);
+    EXPECT_EQ(out.str().find("dorvel-workbench "), 0u);
+}
+
+TEST_F(CommandLine, NamesAreListed) {
+    char const* const arguments[] = {"dorvel-workbench", "names"};
+    EXPECT_EQ(Main(2, arguments, out, err), ExitOk);
+    EXPECT_NE(out.str().find("     1       0  analog-input\n"), std::string::npos);
+    EXPECT_NE(out.str().find("    37     178  count-before-change\n"), std::string::npos);
+}
+
+TEST_F(CommandLine, AnAddInThatIsNotThere) {
+    char const* const arguments[] = {"dorvel-workbench", "run", "a.lua", "--addin", "no-such.so"};
+    EXPECT_EQ(Main(5, arguments, out, err), ExitAddIn);
+    EXPECT_EQ(err.str().find("the add-in cannot be loaded: ./no-such.so: "), 0u) << err.str();
+}
+
+TEST_F(CommandLine, ALibraryThatIsNoAddIn) {
+    char const* const arguments[] = {"dorvel-workbench", "run", "a.lua", "--addin",
+                                     "/lib/x86_64-linux-gnu/libc.so.6"};
+    EXPECT_EQ(Main(5, arguments, out, err), ExitAddIn);
+    EXPECT_EQ(err.str(), "the add-in /lib/x86_64-linux-gnu/libc.so.6 has no InitAddin\n");
+}
+
+}  // namespace

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "dorvel/ScadaProtocol.h"
+
+struct lua_State;
+
+namespace test {
+
+// A driver that registers itself under the add-in's name and keeps what it was given. What it does in a cycle
+// is the test's.
+class FakeDriver : public ScadaProtocol {
+public:
+    struct Variable {
+        DriverVarDsc Descriptor;
+        std::map<std::string, OpcUa_VariantHlp> Properties;
+    };
+
+    using Behaviour = std::function<void(FakeDriver& driver)>;
+
+    void Inited() override;
+    void AddChannel(ReadChannel const* read, WriteChannel const* write,
+                    std::map<std::string, OpcUa_VariantHlp> const& properties) override;
+    void Execute() override;
+
+    // What a poll does: hands a value to the runtime, as a DataValue with this quality, and tells the fault
+    // state.
+    void Deliver(std::size_t place, OpcUa_VariantHlp value, OpcUa_StatusCode status = OpcUa_Good);
+    void Tell(bool fault, std::string const& text) { UpdateFaultState(fault, text); }
+
+    std::string Address;
+    std::map<std::string, long long> Numbers;
+    std::vector<Variable> Variables;
+};
+
+// Registers the driver, once per process, and sets what every cycle does until the object goes.
+class FakeAddIn {
+public:
+    explicit FakeAddIn(FakeDriver::Behaviour cycle = {});
+    FakeAddIn(FakeAddIn const&) = delete;
+    FakeAddIn& operator=(FakeAddIn const&) = delete;
+    ~FakeAddIn();
+
+    // Called at the end of every block's configuration.
+    FakeDriver::Behaviour OnInited;
+    FakeDriver::Behaviour OnCycle;
+};
+
+}  // namespace test

@@ -1,0 +1,154 @@
+#include <gtest/gtest.h>
+#include <rapidjson/document.h>
+
+#include <random>
+
+#include "JsonFormat.h"
+#include "LineFormat.h"
+#include "Snapshots.h"
+
+using namespace test;
+using namespace workbench;
+
+namespace {
+
+class Format : public testing::Test {
+protected:
+    void SetUp() override {
+        block = &plant.AddBlock("AHU");
+        plant.AddVariable("Supply", DataValueOf(OpcUaType_Float), Float(21.1f));
+        plant.AddVariable("Name", OpcUaType_String, Text("a \"b\"\tc"), 0x808C0000u, Noon - Second);
+        plant.AddVariable("Never", DataValueOf(OpcUaType_Boolean), {}, OpcUa_BadNoData, 0);
+    }
+
+    rapidjson::Document Parsed() const {
+        rapidjson::Document document;
+        std::string const text = FormatJson(*block);
+        EXPECT_EQ(text.back(), '\n');
+        EXPECT_EQ(text.find('\n'), text.size() - 1);
+        EXPECT_FALSE(document.Parse(text.c_str()).HasParseError()) << text;
+        return document;
+    }
+
+    // The value of a block's only variable.
+    static std::string JsonValue(OpcUa_VariantHlp const& value) {
+        Plant other;
+        BlockSnapshot const& one = other.AddBlock("B");
+        other.AddVariable("V", OpcUaType_Double, value);
+        std::string const text = FormatJson(one);
+        std::size_t const begin = text.find("\"value\":") + 8;
+        return text.substr(begin, text.find(",\"quality\"") - begin);
+    }
+
+    static OpcUa_VariantHlp As(_OpcUa_BuiltInType type, char const* text) {
+        OpcUa_VariantHlp value = Text(text);
+        value.ChangeType(type);
+        return value;
+    }
+
+    Plant plant;
+    BlockSnapshot* block = nullptr;
+};
+
+TEST_F(Format, LinesOfACycle) {
+    std::string const start = "2024-03-15T12:34:56.789+01:00\tAHU\t3\tOK\t";
+    EXPECT_EQ(FormatLines(*block),
+              start +
+                  "Supply\tanalog-input 1\tpresent-value\t21.1\tDataValue(Float)\tGood\t0x00000000\t"
+                  "2024-03-15T12:34:56.789+01:00\n" +
+                  start +
+                  "Name\tanalog-input 2\tpresent-value\ta \"b\"\\tc\tString\tSensor failure\t0x808C0000\t"
+                  "2024-03-15T12:34:55.789+01:00\n" +
+                  start +
+                  "Never\tanalog-input 3\tpresent-value\t-\tDataValue(Boolean)\tNo data\t0x809B0000\t-\n");
+}
+
+TEST_F(Format, EveryLineHasTheColumnsOfTheHeader) {
+    auto const tabs = [](std::string const& text) { return std::count(text.begin(), text.end(), '\t'); };
+    EXPECT_EQ(tabs(LinesHeader()), 11);
+    EXPECT_EQ(tabs(FormatLines(*block)), 3 * 11);
+}
+
+TEST_F(Format, LinesTellTheFault) {
+    block->Fault = true;
+    block->ErrorText = "No\tconnection";
+    EXPECT_NE(FormatLines(*block).find("\t3\tFAULT No\\tconnection\tSupply\t"), std::string::npos);
+    block->Told = false;
+    EXPECT_NE(FormatLines(*block).find("\t3\tFAULT not polled\tSupply\t"), std::string::npos);
+}
+
+TEST_F(Format, JsonExactly) {
+    block->Variables.resize(1);
+    EXPECT_EQ(
+        FormatJson(*block),
+        "{\"time\":\"2024-03-15T12:34:56.789+01:00\",\"block\":\"AHU\",\"cycle\":3,\"fault\":false,\"error\":"
+        "\"\","
+        "\"variables\":[{\"name\":\"Supply\",\"object\":\"analog-input 1\",\"property\":\"present-value\","
+        "\"type\":\"DataValue(Float)\",\"value\":21.1,\"quality\":\"Good\",\"status\":\"0x00000000\","
+        "\"time\":\"2024-03-15T12:34:56.789+01:00\"}]}\n");
+}
+
+TEST_F(Format, JsonReadsBack) {
+    rapidjson::Document const document = Parsed();
+    auto const& variables = document["variables"].GetArray();
+    ASSERT_EQ(variables.Size(), 3u);
+    EXPECT_STREQ(variables[1]["value"].GetString(), "a \"b\"\tc");
+    EXPECT_STREQ(variables[1]["quality"].GetString(), "Sensor failure");
+    EXPECT_STREQ(variables[1]["status"].GetString(), "0x808C0000");
+    EXPECT_TRUE(variables[2]["value"].IsNull());
+    EXPECT_TRUE(variables[2]["time"].IsNull());
+    EXPECT_STREQ(variables[2]["quality"].GetString(), "No data");
+}
+
+TEST_F(Format, JsonTellsTheFault) {
+    block->Fault = true;
+    block->ErrorText = "No connection";
+    rapidjson::Document const document = Parsed();
+    EXPECT_TRUE(document["fault"].GetBool());
+    EXPECT_STREQ(document["error"].GetString(), "No connection");
+}
+
+TEST_F(Format, JsonTellsABlockThatNobodyPolls) {
+    block->Told = false;
+    rapidjson::Document const document = Parsed();
+    EXPECT_TRUE(document["fault"].GetBool());
+    EXPECT_STREQ(document["error"].GetString(), "not polled");
+}
+
+TEST_F(Format, JsonValuesOfEveryType) {
+    EXPECT_EQ(JsonValue(Boolean(true)), "true");
+    EXPECT_EQ(JsonValue(As(OpcUaType_SByte, "-5")), "-5");
+    EXPECT_EQ(JsonValue(As(OpcUaType_UInt64, "18446744073709551615")), "18446744073709551615");
+    EXPECT_EQ(JsonValue(As(OpcUaType_Int64, "-9223372036854775808")), "-9223372036854775808");
+    EXPECT_EQ(JsonValue(As(OpcUaType_Double, "1e300")), "1e+300");
+    EXPECT_EQ(JsonValue(Float(0.1f)), "0.1");
+    EXPECT_EQ(JsonValue(Float(std::stof("nan"))), "\"nan\"");
+    EXPECT_EQ(JsonValue(Float(-std::stof("inf"))), "\"-inf\"");
+    EXPECT_EQ(JsonValue(Text("")), "\"\"");
+    OpcUa_VariantHlp time;
+    time.SetTime(Noon);
+    EXPECT_EQ(JsonValue(time), "\"2024-03-15T12:34:56.789+01:00\"");
+    OpcUa_VariantHlp octets;
+    octets.SetByteString("\x0A\xFF", 2);
+    EXPECT_EQ(JsonValue(octets), "\"0aff\"");
+    OpcUa_VariantHlp inner = Float(3.5f);
+    OpcUa_VariantHlp whole;
+    whole.SetDataValue(inner, Noon, 0);
+    EXPECT_EQ(JsonValue(whole), "3.5");
+}
+
+TEST_F(Format, JsonTextsAreUtf8WhateverADeviceSends) {
+    EXPECT_EQ(JsonValue(Text("a\xFF\x1B")), "\"a\xEF\xBF\xBD\\u001B\"");
+    std::mt19937 random(9);
+    for (int i = 0; i < 10000; ++i) {
+        std::string text(random() % 20, ' ');
+        for (char& c : text) {
+            c = static_cast<char>(random());
+        }
+        rapidjson::Document document;
+        document.Parse<rapidjson::kParseValidateEncodingFlag>(JsonValue(Text(text)).c_str());
+        EXPECT_FALSE(document.HasParseError());
+    }
+}
+
+}  // namespace

@@ -1,0 +1,67 @@
+#include "NameTable.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "CodeMaps.h"
+
+using namespace workbench;
+
+namespace {
+
+std::set<std::string> NamesOf(NameTable const& table) {
+    auto const names = table.Names();
+    return {names.begin(), names.end()};
+}
+
+TEST(NameTable, HoldsTheObjectTypesOfTheDriver) {
+    dorvel::BACnet::InitObjectTypesMap();
+    EXPECT_EQ(dorvel::BACnet::objectTypesMap.size(), ObjectTypes().Names().size());
+    for (NameRow const& row : ObjectTypes()) {
+        EXPECT_EQ(static_cast<int>(dorvel::BACnet::GetBacnetObjectType(row.Code)), row.BacnetNumber)
+            << row.Name;
+    }
+}
+
+TEST(NameTable, HoldsThePropertiesOfTheDriver) {
+    dorvel::BACnet::InitObjectTypesMap();
+    EXPECT_EQ(dorvel::BACnet::propertyTypesMap.size(), Properties().Names().size());
+    for (NameRow const& row : Properties()) {
+        EXPECT_EQ(static_cast<int>(dorvel::BACnet::GetPropertyType(row.Code)), row.BacnetNumber) << row.Name;
+    }
+}
+
+TEST(NameTable, CountsAsTheDriverDoes) {
+    EXPECT_EQ(NamesOf(ObjectTypes()).size(), 23u);
+    EXPECT_EQ(NamesOf(Properties()).size(), 38u);
+}
+
+TEST(NameTable, SpellingDoesNotMatter) {
+    for (char const* const spelling :
+         {"analog-input", "Analog Input", "ANALOG_INPUT", "analogInput", "-analog--input "}) {
+        NameRow const* const row = ObjectTypes().FindName(spelling);
+        ASSERT_NE(row, nullptr) << spelling;
+        EXPECT_EQ(row->Code, 1);
+    }
+    ASSERT_NE(Properties().FindName("Present_Value"), nullptr);
+    EXPECT_EQ(Properties().FindName("Present_Value")->BacnetNumber, 85);
+    EXPECT_EQ(ObjectTypes().FindName("Multi-state Input")->BacnetNumber, 13);
+    EXPECT_EQ(ObjectTypes().FindName("Bit String Value")->BacnetNumber, 39);
+}
+
+TEST(NameTable, PropertiesThatAreSeldomNamed) {
+    EXPECT_EQ(Properties().FindName("blink-warn-enable")->Code, 14);
+    EXPECT_EQ(Properties().FindName("is-utc")->Code, 26);
+}
+
+TEST(NameTable, UnknownNamesAndCodes) {
+    EXPECT_EQ(ObjectTypes().FindName("device"), nullptr);
+    EXPECT_EQ(ObjectTypes().FindName(""), nullptr);
+    EXPECT_EQ(ObjectTypes().FindCode(23), nullptr);
+    EXPECT_EQ(ObjectTypes().FindCode(-1), nullptr);
+    EXPECT_EQ(Properties().FindCode(1LL << 40), nullptr);
+    EXPECT_EQ(Properties().FindCode(37)->BacnetNumber, 178);
+}
+
+}  // namespace

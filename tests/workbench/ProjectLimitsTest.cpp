@@ -1,0 +1,86 @@
+#include <gtest/gtest.h>
+
+#include "Projects.h"
+
+using namespace test;
+
+namespace {
+
+// Nothing that a project does may hang or crash the program.
+class ProjectLimits : public testing::Test {
+protected:
+    static std::string Mistake(std::string const& text) { return MistakeIn(text, {}, QuickLimits()); }
+
+    FakeAddIn addIn;
+    std::string const endless = "the project runs for more than 100 ms and does not end";
+};
+
+TEST_F(ProjectLimits, EndlessLoop) {
+    EXPECT_EQ(Mistake("\nwhile true do end"), "p.lua:2: " + endless);
+}
+
+TEST_F(ProjectLimits, EndlessLoopThatCatchesErrors) {
+    EXPECT_EQ(Mistake("while true do pcall(function() while true do end end) end"), "p.lua:1: " + endless);
+}
+
+TEST_F(ProjectLimits, EndlessLoopInACoroutine) {
+    EXPECT_EQ(Mistake("local c = coroutine.wrap(function() while true do end end)\nc()"),
+              "p.lua:2: p.lua:1: " + endless);
+    EXPECT_EQ(Mistake("while true do coroutine.wrap(function() end)() end"), "p.lua:1: " + endless);
+}
+
+TEST_F(ProjectLimits, EndlessRecursion) {
+    EXPECT_NE(MistakeIn("local function f() return 1 + f() end f()").find("p.lua:1: stack overflow"),
+              std::string::npos);
+}
+
+TEST_F(ProjectLimits, MemoryWithoutEnd) {
+    EXPECT_EQ(Mistake("local t = {} for i = 1, 1e9 do t[i] = i end"), "p.lua: not enough memory");
+    EXPECT_EQ(Mistake("local s = ('x'):rep(1 << 30)"), "p.lua: not enough memory");
+    EXPECT_EQ(Mistake("local ok = pcall(string.rep, 'x', 1 << 30)\n" + OneBlock), "loaded");
+}
+
+TEST_F(ProjectLimits, TablesThatHoldThemselves) {
+    EXPECT_EQ(Mistake("local t = {} t.Name = t BACnet.new(t)"),
+              "p.lua:1: block: field \"Name\": a text is wanted, not a table");
+    EXPECT_EQ(
+        Mistake("local t = {" + Temperature + "} t[2] = t " + Block("Name='A', Address='1.2.3.4:5'", "t")),
+        "p.lua:1: block \"A\": variable 1: entry 1 has no field name");
+}
+
+TEST_F(ProjectLimits, MetamethodsAreNotAsked) {
+    EXPECT_EQ(Mistake("BACnet.new(setmetatable({}, {__index=function() while true do end end}))"),
+              "p.lua:1: block: field \"Name\": missing");
+}
+
+TEST_F(ProjectLimits, WhatIsLeftOut) {
+    EXPECT_EQ(Mistake("os.exit(0)"), "p.lua:1: attempt to call a nil value (field 'exit')");
+    EXPECT_EQ(Mistake("debug.sethook()"), "p.lua:1: attempt to index a nil value (global 'debug')");
+    EXPECT_EQ(Mistake("assert(not string.dump and not package.loadlib)\n" + OneBlock), "loaded");
+}
+
+TEST_F(ProjectLimits, PrecompiledChunksAreRefused) {
+    EXPECT_EQ(Mistake("\x1BLua"), "p.lua: attempt to load a binary chunk (mode is 't')");
+    EXPECT_EQ(Mistake("assert(load('\\27Lua', 'x', 'b'))"),
+              "p.lua:1: attempt to load a binary chunk (mode is 't')");
+    EXPECT_EQ(Mistake("assert(load('return 1')() == 1)\n" + OneBlock), "loaded");
+}
+
+TEST_F(ProjectLimits, FieldsOfABlockThatExistsArgueWithTheDriver) {
+    EXPECT_EQ(Mistake("local b = " + OneBlock + "b.Address = 5"),
+              "p.lua:2: attempt to index a BACnet value (local 'b')");
+}
+
+TEST_F(ProjectLimits, AFinalizerMayMakeTrouble) {
+    EXPECT_EQ(Mistake("setmetatable({}, {__gc = function() error('late') end})\n" + OneBlock), "loaded");
+}
+
+TEST_F(ProjectLimits, AnEndlessCallIntoTheLibraryEndsTheProcess) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    workbench::ScriptLimits limits = QuickLimits();
+    EXPECT_EXIT(MistakeIn("(('a'):rep(30)):find(('a?'):rep(30) .. ('a'):rep(30) .. ('.-'):rep(12) .. 'b')",
+                          {}, limits),
+                testing::ExitedWithCode(2), "p.lua: it does not end");
+}
+
+}  // namespace

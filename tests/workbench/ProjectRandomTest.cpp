@@ -1,0 +1,160 @@
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "ProjectChecks.h"
+#include "Projects.h"
+
+using namespace test;
+using namespace workbench;
+
+namespace {
+
+// One line, and it begins as told.
+void ExpectMessage(std::string const& message, std::string const& start) {
+    EXPECT_EQ(message.compare(0, start.size(), start), 0) << message;
+    for (unsigned char const c : message) {
+        EXPECT_GE(c, 0x20) << message;
+    }
+}
+
+std::string const project =
+    "Task{ Name=\"air\", Period=1000 }\n"
+    "local n = 3\n"
+    "AHU = BACnet.new{ Name=\"AHU\", Task=\"air\", Address=Param.ahu or \"192.168.1.20:47808\",\n"
+    "  MAC=\"10:20\", NetworkNumber=5, CountRepeat=n, Vars={\n  " +
+    Temperature + ",\n  {Name=\"W\", Type=12, ObjectType=22, ObjectProperties=30, ObjectNumber=1} } }\n";
+
+// Octets changed, taken out, put in, and pieces moved.
+std::string Mutation(std::mt19937& random) {
+    static std::string const pieces = "{}[]()=,\"'.:-+#\\\n 0123456789abcxyzNTVARS\xFF\x1B";
+    std::string text = project;
+    for (unsigned changes = 1 + random() % 6; changes > 0; --changes) {
+        std::size_t const place = random() % text.size();
+        switch (random() % 4) {
+            case 0:
+                text[place] = pieces[random() % pieces.size()];
+                break;
+            case 1:
+                text.erase(place, 1 + random() % 8);
+                break;
+            case 2:
+                text.insert(place, 1, pieces[random() % pieces.size()]);
+                break;
+            default:
+                text.insert(place, text.substr(random() % text.size(), random() % 24));
+        }
+        if (text.empty()) {
+            text = " ";
+        }
+    }
+    return text;
+}
+
+TEST(ProjectRandom, ChangedTextsEndInAMessageOrLoad) {
+    FakeAddIn addIn;
+    std::mt19937 random(2024);
+    int loaded = 0;
+    for (int i = 0; i < 10000; ++i) {
+        std::string const text = Mutation(random);
+        std::string const message = MistakeIn(text, {}, QuickLimits());
+        if (message == "loaded") {
+            ++loaded;
+        } else {
+            ExpectMessage(message, "p.lua:");
+        }
+    }
+    EXPECT_GT(loaded, 100);
+    EXPECT_LT(loaded, 9900);
+}
+
+class RandomTables {
+public:
+    explicit RandomTables(unsigned seed) : random(seed) {}
+
+    LuaValue Block() {
+        LuaTable block;
+        Put(block, "Name", {"A" + std::to_string(random() % 5)});
+        Put(block, "Address", {std::string("1.2.3.4:5")});
+        Put(block, "CountRepeat", {3LL});
+        LuaTable list;
+        for (unsigned count = 1 + random() % 3; count > 0; --count) {
+            list.emplace_back(LuaValue{static_cast<long long>(list.size() + 1)}, Variable());
+        }
+        Put(block, "Vars", {list});
+        return {block};
+    }
+
+private:
+    LuaValue Variable() {
+        LuaTable variable;
+        Put(variable, "Name", {"V" + std::to_string(random() % 50)});
+        Put(variable, "Type", {std::string("Float")});
+        Put(variable, "ObjectType", {std::string("analog value")});
+        Put(variable, "ObjectProperties", {static_cast<long long>(random() % 38)});
+        Put(variable, "ObjectNumber", {static_cast<long long>(random() % 4194304)});
+        return {variable};
+    }
+
+    // Now and then the key or the value is another one, or the field is left out.
+    void Put(LuaTable& table, char const* name, LuaValue value) {
+        unsigned const chance = random() % 60;
+        if (chance == 0) {
+            return;
+        }
+        table.emplace_back(chance == 1 ? Any(0) : LuaValue{std::string(name)},
+                           chance == 2 ? Any(2) : std::move(value));
+    }
+
+    LuaValue Any(int depth) {
+        switch (random() % 8) {
+            case 0:
+                return {};
+            case 1:
+                return {random() % 2 == 0};
+            case 2:
+                return {static_cast<long long>((static_cast<unsigned long long>(random()) << 32) | random())};
+            case 3:
+                return {static_cast<double>(random()) / static_cast<double>(random() % 3)};
+            case 4:
+                return {std::string(random() % 100, static_cast<char>(random()))};
+            case 5:
+                return {LuaValue::Other{"function"}};
+            default:
+                break;
+        }
+        LuaTable table;
+        for (unsigned count = depth > 0 ? random() % 4 : 0; count > 0; --count) {
+            LuaValue key = Any(0);
+            table.emplace_back(std::move(key), Any(depth - 1));
+        }
+        return {table};
+    }
+
+    std::mt19937 random;
+};
+
+TEST(ProjectRandom, TablesEndInAMessageOrABlockWithinItsLimits) {
+    RandomTables tables(77);
+    int good = 0;
+    for (int i = 0; i < 10000; ++i) {
+        try {
+            BlockConfig const block = CheckBlock(tables.Block());
+            ++good;
+            EXPECT_FALSE(block.Name.empty());
+            for (VariableConfig const& variable : block.Variables) {
+                EXPECT_NE(variable.Type.Type, OpcUaType_Null);
+                ASSERT_NE(variable.ObjectType, nullptr);
+                ASSERT_NE(variable.Property, nullptr);
+                EXPECT_GE(variable.ObjectNumber, 0);
+                EXPECT_LE(variable.ObjectNumber, 4194303);
+            }
+        } catch (ProjectError const& mistake) {
+            ExpectMessage(mistake.what(), "block");
+        }
+    }
+    EXPECT_GT(good, 1000);
+    EXPECT_LT(good, 9900);
+}
+
+}  // namespace

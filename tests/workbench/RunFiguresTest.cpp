@@ -1,0 +1,72 @@
+#include "RunFigures.h"
+
+#include <gtest/gtest.h>
+
+#include "Snapshots.h"
+
+using namespace test;
+using namespace workbench;
+
+namespace {
+
+TEST(RunFigures, OfNothing) {
+    RunFigures const figures;
+    EXPECT_FALSE(figures.AnyFault());
+    EXPECT_EQ(figures.Summary({}),
+              "cycles                0\n"
+              "faults                0  (cycles of a block that ended in fault)\n"
+              "objects polled        0  (in cycles without fault)\n"
+              "requests              0\n"
+              "answers               0\n"
+              "round trip            - (no answer came)\n");
+}
+
+TEST(RunFigures, CountCyclesFaultsAndObjects) {
+    Plant plant;
+    BlockConfig config;
+    NameRow const* const input = ObjectTypes().FindCode(1);
+    NameRow const* const output = ObjectTypes().FindCode(2);
+    NameRow const* const property = Properties().FindCode(0);
+    config.Variables = {{"A", OpcUaType_Float, input, property, 1, 0},
+                        {"B", OpcUaType_Float, input, Properties().FindCode(28), 1, 0},
+                        {"C", OpcUaType_Float, output, property, 1, 0},
+                        {"D", OpcUaType_Float, output, property, 2, 0}};
+    BlockSnapshot block;
+    block.Config = &config;
+    block.Cycle = 1;
+    block.Told = true;
+
+    RunFigures figures;
+    figures.Count(block);
+    figures.Count(block);
+    EXPECT_FALSE(figures.AnyFault());
+    block.Fault = true;
+    figures.Count(block);
+    EXPECT_TRUE(figures.AnyFault());
+
+    TrafficFigures traffic;
+    traffic.Requests = 8;
+    traffic.Answers = 6;
+    traffic.Trips.Add(4120);
+    traffic.Trips.Add(18730);
+    EXPECT_EQ(figures.Summary(traffic),
+              "cycles                3\n"
+              "faults                1  (cycles of a block that ended in fault)\n"
+              "objects polled        6  (in cycles without fault)\n"
+              "requests              8\n"
+              "answers               6\n"
+              "round trip        1.143 ms median, 1.873 ms maximum\n");
+}
+
+TEST(RunFigures, ABlockThatCameBackIsNotInFault) {
+    Plant plant;
+    BlockSnapshot& block = plant.AddBlock("B");
+    RunFigures figures;
+    block.Fault = true;
+    figures.Count(block);
+    block.Fault = false;
+    figures.Count(block);
+    EXPECT_FALSE(figures.AnyFault());
+}
+
+}  // namespace

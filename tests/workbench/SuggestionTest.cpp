@@ -1,0 +1,48 @@
+#include "Suggestion.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+using namespace workbench;
+
+namespace {
+
+std::vector<std::string> const colours = {"red", "green", "blue", "present-value"};
+
+TEST(Suggestion, FindsOneWrongMissingAddedOrSwappedLetter) {
+    EXPECT_EQ(Nearest("grean", colours), "green");
+    EXPECT_EQ(Nearest("gren", colours), "green");
+    EXPECT_EQ(Nearest("greeen", colours), "green");
+    EXPECT_EQ(Nearest("bleu", colours), "blue");
+    EXPECT_EQ(Nearest("Presnet_value", colours), "present-value");
+}
+
+TEST(Suggestion, LetterCaseDoesNotMatter) {
+    EXPECT_EQ(Nearest("GREEN", colours), "green");
+}
+
+TEST(Suggestion, SaysNothingWhenNothingIsNear) {
+    EXPECT_EQ(Nearest("yellow", colours), "");
+    EXPECT_EQ(Nearest("", colours), "");
+    EXPECT_EQ(Nearest("x", colours), "");
+    EXPECT_EQ(Nearest(std::string(1000, 'r'), colours), "");
+    EXPECT_EQ(DidYouMean("yellow", colours), "");
+}
+
+TEST(Suggestion, IsAQuestionInAMessage) {
+    EXPECT_EQ(DidYouMean("rde", colours), " (did you mean \"red\"?)");
+}
+
+TEST(Suggestion, EveryCandidateIsNearestToItself) {
+    std::mt19937 random(7);
+    for (int i = 0; i < 10000; ++i) {
+        std::string name(1 + random() % 20, ' ');
+        for (char& c : name) {
+            c = static_cast<char>(random());
+        }
+        EXPECT_EQ(Nearest(name, {"other name that is far away", name}), name);
+    }
+}
+
+}  // namespace

@@ -1,0 +1,155 @@
+#include "TableFormat.h"
+
+#include <gtest/gtest.h>
+
+#include <clocale>
+#include <random>
+
+#include "Printable.h"
+#include "Snapshots.h"
+#include "TableLine.h"
+
+using namespace test;
+using namespace workbench;
+
+namespace {
+
+class Table : public testing::Test {
+protected:
+    void SetUp() override {
+        std::setlocale(LC_CTYPE, "C.UTF-8");
+        plant.AddBlock("AHU");
+        plant.AddVariable("Supply", DataValueOf(OpcUaType_Float), Float(21.5f), OpcUa_Good,
+                          Noon - 4 * Second / 10);
+        plant.AddVariable("Name", OpcUaType_String, Text(""), 0x808C0000u, Noon - 300 * Second);
+        BlockSnapshot& meter = plant.AddBlock("Meter");
+        meter.Fault = true;
+        meter.ErrorText = "No connection";
+        plant.AddVariable("Energy", OpcUaType_UInt32, {}, OpcUa_BadNoData, 0);
+        plant.AddBlock("Later", 0);
+    }
+
+    std::vector<std::string> Lines(Screen const& screen, std::vector<std::string> const& log = {}) const {
+        return FormatTable(plant.All(), log, screen, Noon);
+    }
+
+    Plant plant;
+};
+
+using Text = std::vector<std::string>;
+
+TEST_F(Table, OnAWideScreen) {
+    Text const expected = {
+        // clang-format off
+        "  Variable  Object          Property       Value  Type              Quality         Time        Age",
+        "AHU  OK  192.168.1.20:47808  cycle 3",
+        "  Supply    analog-input 1  present-value   21.5  DataValue(Float)  Good            12:34:56  0.4 s",
+        "  Name      analog-input 2  present-value     \"\"  String            Sensor failure  12:29:56  5 min",
+        "Meter  FAULT No connection  192.168.1.20:47808  cycle 3",
+        "  Energy    analog-input 1  present-value      -  UInt32            No data         -             -",
+        "Later  waiting  192.168.1.20:47808  cycle 0",
+        // clang-format on
+    };
+    EXPECT_EQ(Lines({120, 24, false}), expected);
+}
+
+TEST_F(Table, TheTypeIsLeftOutFirst) {
+    EXPECT_EQ(Lines({84, 24, false})[2],
+              "  Supply    analog-input 1  present-value   21.5  Good            12:34:56  0.4 s");
+}
+
+TEST_F(Table, OnANarrowScreen) {
+    Text const expected = {
+        // clang-format off
+        "  Variable  Object          Property  Value  Quality     Age",
+        "AHU  OK  192.168.1.20:47808  cycle 3",
+        "  Supply    analog-input 1  present…   21.5  Good      0.4 s",
+        "  Name      analog-input 2  present…     \"\"  Sensor …  5 min",
+        "Meter  FAULT No connection  192.168.1.20:47808  cycle 3",
+        "  Energy    analog-input 1  present…      -  No data       -",
+        "Later  waiting  192.168.1.20:47808  cycle 0",
+        // clang-format on
+    };
+    EXPECT_EQ(Lines({60, 24, false}), expected);
+}
+
+TEST_F(Table, NumbersOfObjectsAreKeptLongest) {
+    EXPECT_EQ(Lines({50, 24, false})[2], "  Supply    analog-… 1  pre…   21.5  Good    0.4 s");
+    EXPECT_EQ(Lines({12, 24, false})[2], "  Supply  a…");
+}
+
+TEST_F(Table, CountsWhatDoesNotFit) {
+    Text const lines = Lines({120, 5, false});
+    ASSERT_EQ(lines.size(), 4u);
+    EXPECT_EQ(lines[2].substr(0, 8), "  Supply");
+    EXPECT_EQ(lines[3], "... 4 more");
+}
+
+TEST_F(Table, TheNewestLogLinesStandBelow) {
+    Text const lines = Lines({120, 24, false}, {"one", "two\x1B", "three"});
+    ASSERT_EQ(lines.size(), 11u);
+    EXPECT_EQ(lines[7], "Log");
+    EXPECT_EQ(lines[8], "one");
+    EXPECT_EQ(lines[9], "two\\x1B");
+    EXPECT_EQ(lines[10], "three");
+}
+
+TEST_F(Table, TheLogTakesAThirdOfTheScreenAtMost) {
+    Text const log(50, "line");
+    EXPECT_EQ(Lines({120, 9, false}, log).size(), 8u);
+    EXPECT_EQ(Lines({120, 9, false}, log)[3], "... 4 more");
+    EXPECT_EQ(Lines({120, 9, false}, log)[4], "Log");
+}
+
+TEST_F(Table, ColoursAreRoundTheTextsAndAddNothingElse) {
+    Screen const plain{100, 24, false};
+    Screen const coloured{100, 24, true};
+    Text lines = Lines(coloured);
+    EXPECT_EQ(lines[1], "\x1B[1mAHU\x1B[0m  \x1B[32mOK\x1B[0m  192.168.1.20:47808  cycle 3");
+    EXPECT_NE(lines[3].find("\x1B[31mSensor failure\x1B[0m"), std::string::npos);
+    EXPECT_NE(lines[5].find("\x1B[2mNo data"), std::string::npos);
+    for (std::string& line : lines) {
+        for (std::size_t start = line.find('\x1B'); start != std::string::npos; start = line.find('\x1B')) {
+            line.erase(start, line.find('m', start) - start + 1);
+        }
+    }
+    EXPECT_EQ(lines, Lines(plain));
+}
+
+TEST_F(Table, FitsEveryScreen) {
+    std::mt19937 random(6);
+    for (int i = 0; i < 10000; ++i) {
+        Screen const screen{random() % 130, random() % 30, false};
+        Text const lines = Lines(screen, Text(random() % 9, "a line of the log"));
+        EXPECT_LE(lines.size(), std::max<std::size_t>(screen.Height, 2) - 1);
+        EXPECT_GE(lines.size(), 1u);
+        for (std::string const& line : lines) {
+            EXPECT_LE(DisplayWidth(line), screen.Width);
+        }
+    }
+}
+
+TEST(TableLine, LeavesOutWhatDoesNotFit) {
+    TableLine line(6, false);
+    line.Add("abcd");
+    line.Add("efgh");
+    line.Add("x");
+    EXPECT_EQ(line.Text(), "abcde…");
+}
+
+TEST(Snapshot, StatesOfABlock) {
+    Plant plant;
+    BlockSnapshot& block = plant.AddBlock("B", 0);
+    EXPECT_EQ(StateText(block), "waiting");
+    EXPECT_FALSE(IsFault(block));
+    block.Cycle = 1;
+    EXPECT_EQ(StateText(block), "FAULT not polled");
+    EXPECT_TRUE(IsFault(block));
+    block.Told = true;
+    EXPECT_EQ(StateText(block), "OK");
+    block.Fault = true;
+    block.ErrorText = "No connection";
+    EXPECT_EQ(StateText(block), "FAULT No connection");
+}
+
+}  // namespace

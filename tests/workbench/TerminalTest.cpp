@@ -1,0 +1,192 @@
+#include "Terminal.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <cstdlib>
+
+#include "Signals.h"
+
+using namespace workbench;
+
+namespace {
+
+TEST(FramePainter, TheFirstFrameBeginsAtTheCursor) {
+    FramePainter painter;
+    EXPECT_EQ(painter.Paint({"one", "two"}), "one\x1B[K\r\ntwo\x1B[K\r\n\x1B[J");
+}
+
+TEST(FramePainter, TheNextFrameTakesItsPlace) {
+    FramePainter painter;
+    painter.Paint({"one", "two", "three"});
+    EXPECT_EQ(painter.Paint({"four"}), "\r\x1B[3Afour\x1B[K\r\n\x1B[J");
+    EXPECT_EQ(painter.Paint({"five"}), "\r\x1B[1Afive\x1B[K\r\n\x1B[J");
+}
+
+TEST(FramePainter, AnEmptyFrame) {
+    FramePainter painter;
+    EXPECT_EQ(painter.Paint({}), "\x1B[J");
+    EXPECT_EQ(painter.Paint({"one"}), "one\x1B[K\r\n\x1B[J");
+}
+
+TEST(FramePainter, AfterAChangeOfSizeTheScreenIsCleared) {
+    FramePainter painter;
+    painter.Paint({"one"});
+    painter.Clear();
+    EXPECT_EQ(painter.Paint({"two"}), "\x1B[2J\x1B[Htwo\x1B[K\r\n\x1B[J");
+    EXPECT_EQ(painter.Paint({"three"}), "\r\x1B[1Athree\x1B[K\r\n\x1B[J");
+}
+
+TEST(FramePainter, AForgottenFrameStays) {
+    FramePainter painter;
+    painter.Paint({"one"});
+    painter.Forget();
+    EXPECT_EQ(painter.Paint({"two"}), "two\x1B[K\r\n\x1B[J");
+}
+
+// A terminal of the system with a person on the other side.
+class PseudoTerminal : public testing::Test {
+protected:
+    void SetUp() override {
+        person = posix_openpt(O_RDWR | O_NOCTTY);
+        ASSERT_GE(person, 0);
+        ASSERT_EQ(grantpt(person), 0);
+        ASSERT_EQ(unlockpt(person), 0);
+        program = open(ptsname(person), O_RDWR | O_NOCTTY);
+        ASSERT_GE(program, 0);
+        fcntl(person, F_SETFL, O_NONBLOCK);
+    }
+    void TearDown() override {
+        close(program);
+        close(person);
+    }
+
+    std::string Seen() const {
+        char text[4096];
+        ssize_t const length = read(person, text, sizeof text);
+        return std::string(text, length > 0 ? static_cast<std::size_t>(length) : 0);
+    }
+    termios Mode() const {
+        termios mode{};
+        tcgetattr(program, &mode);
+        return mode;
+    }
+    bool Echoes() const { return (Mode().c_lflag & ECHO) != 0; }
+
+    int person = -1;
+    int program = -1;
+};
+
+TEST_F(PseudoTerminal, IsLeftAsItWas) {
+    termios const before = Mode();
+    {
+        Terminal terminal(program, program);
+        terminal.Begin();
+        EXPECT_FALSE(Echoes());
+        EXPECT_EQ(Seen(), "\x1B[?25l");
+        terminal.Show({"one"});
+        EXPECT_EQ(Seen(), "one\x1B[K\r\r\n\x1B[J");
+    }
+    termios const after = Mode();
+    EXPECT_EQ(after.c_lflag, before.c_lflag);
+    EXPECT_EQ(after.c_iflag, before.c_iflag);
+    EXPECT_EQ(after.c_oflag, before.c_oflag);
+    EXPECT_EQ(Seen(), "\x1B[?25h\x1B[0m");
+}
+
+TEST_F(PseudoTerminal, EndsOnce) {
+    Terminal terminal(program, program);
+    terminal.Begin();
+    terminal.Begin();
+    terminal.End();
+    terminal.End();
+    EXPECT_EQ(Seen(), "\x1B[?25l\x1B[?25h\x1B[0m");
+    EXPECT_TRUE(Echoes());
+}
+
+TEST_F(PseudoTerminal, ASignalHandlerEndsItToo) {
+    Terminal terminal(program, program);
+    terminal.Begin();
+    Terminal::EndAtOnce();
+    EXPECT_TRUE(Echoes());
+    EXPECT_EQ(Seen(), "\x1B[?25l\x1B[?25h\x1B[0m");
+    Terminal::EndAtOnce();
+    EXPECT_EQ(Seen(), "");
+}
+
+TEST_F(PseudoTerminal, NothingIsWrittenWithoutABeginning) {
+    { Terminal const terminal(program, program); }
+    Terminal::EndAtOnce();
+    EXPECT_EQ(Seen(), "");
+}
+
+TEST_F(PseudoTerminal, ItsSizeAndColours) {
+    winsize size{};
+    size.ws_col = 101;
+    size.ws_row = 37;
+    ioctl(program, TIOCSWINSZ, &size);
+    unsetenv("NO_COLOR");
+    setenv("TERM", "xterm", 1);
+    Terminal const terminal(program, program);
+    EXPECT_EQ(terminal.Size().Width, 101u);
+    EXPECT_EQ(terminal.Size().Height, 37u);
+    EXPECT_TRUE(terminal.Size().Colour);
+    setenv("NO_COLOR", "1", 1);
+    EXPECT_FALSE(terminal.Size().Colour);
+    unsetenv("NO_COLOR");
+    setenv("TERM", "dumb", 1);
+    EXPECT_FALSE(terminal.Size().Colour);
+    Terminal const none(-1, -1);
+    EXPECT_EQ(none.Size().Width, 80u);
+    EXPECT_EQ(none.Size().Height, 24u);
+}
+
+TEST(Signals, AskForTheEnd) {
+    for (int const number : {SIGINT, SIGTERM, SIGHUP}) {
+        Signals const signals(nullptr);
+        EXPECT_FALSE(signals.StopAsked());
+        raise(number);
+        EXPECT_TRUE(signals.StopAsked());
+    }
+}
+
+TEST(Signals, OfAWindowAndASuspensionAreTakenOnce) {
+    Signals signals(nullptr);
+    EXPECT_FALSE(signals.TakeResized());
+    raise(SIGWINCH);
+    raise(SIGTSTP);
+    EXPECT_TRUE(signals.TakeResized());
+    EXPECT_FALSE(signals.TakeResized());
+    EXPECT_TRUE(signals.TakeSuspendAsked());
+    EXPECT_FALSE(signals.TakeSuspendAsked());
+    EXPECT_FALSE(signals.StopAsked());
+}
+
+TEST(Signals, AreGivenBack) {
+    struct sigaction before {};
+    struct sigaction after {};
+    sigaction(SIGINT, nullptr, &before);
+    { Signals const signals(nullptr); }
+    sigaction(SIGINT, nullptr, &after);
+    EXPECT_EQ(before.sa_handler, after.sa_handler);
+}
+
+TEST(Signals, TheSecondOneDoesNotWait) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    auto const twice = [] {
+        Signals const signals([] {
+            char const text[] = "restored\n";
+            if (write(2, text, sizeof text - 1) < 0) {
+                _exit(1);
+            }
+        });
+        raise(SIGINT);
+        raise(SIGTERM);
+    };
+    EXPECT_EXIT(twice(), testing::ExitedWithCode(130), "restored");
+}
+
+}  // namespace
