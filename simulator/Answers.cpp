@@ -1,0 +1,36 @@
+#include "Answers.h"
+
+#include "BacnetObject.h"
+
+namespace simulator::answers {
+
+Octets complexAck(std::uint8_t invokeId, std::uint8_t serviceChoice, Octets const& content) {
+    OctetWriter writer;
+    writer.u8(0x30);
+    writer.u8(invokeId);
+    writer.u8(serviceChoice);
+    writer.append(content);
+    return writer.take();
+}
+
+Octets error(std::uint8_t invokeId, std::uint8_t serviceChoice, ServiceError const& error) {
+    TagWriter codes;
+    fixedEnumerated(static_cast<std::uint32_t>(error.errorClass))->encode(codes, {});
+    fixedEnumerated(static_cast<std::uint32_t>(error.errorCode))->encode(codes, {});
+    OctetWriter writer;
+    writer.u8(0x50);
+    writer.u8(invokeId);
+    writer.u8(serviceChoice);
+    writer.append(codes.take());
+    return writer.take();
+}
+
+Octets reject(std::uint8_t invokeId, RejectReason reason) {
+    return {0x60, static_cast<char>(invokeId), static_cast<char>(reason)};
+}
+
+Octets abort(std::uint8_t invokeId, AbortReason reason) {
+    return {0x71, static_cast<char>(invokeId), static_cast<char>(reason)};
+}
+
+}  // namespace simulator::answers

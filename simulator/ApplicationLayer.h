@@ -1,0 +1,48 @@
+#pragma once
+
+#include <vector>
+
+#include "ConfirmedRequest.h"
+#include "Device.h"
+#include "NetworkLayer.h"
+#include "SegmentedAnswer.h"
+
+namespace simulator {
+
+// The device's side of the application layer (clause 5): finds the service of a request, answers, and
+// keeps the answers that go out in segments.
+class ApplicationLayer {
+public:
+    // The device must outlive the layer.
+    explicit ApplicationLayer(Device const& device) : m_device(device) {}
+
+    // Each gives the APDUs to be sent now, in their order.
+    std::vector<Answer> receive(NetworkLayer::Indication const& indication, Moment const& now);
+    std::vector<Answer> tick(Moment const& now);
+
+private:
+    struct Transaction {
+        Peer peer;
+        std::uint8_t priority;
+        SegmentedAnswer answer;
+    };
+
+    using Transactions = std::vector<Transaction>;
+
+    std::vector<Octets> receiveConfirmed(NetworkLayer::Indication const& indication, Moment const& now);
+    std::vector<Octets> serve(ConfirmedRequest const& request, NetworkLayer::Indication const& indication,
+                              Moment const& now);
+    std::size_t longestApdu(ConfirmedRequest const& request) const;
+    std::vector<Octets> answerInSegments(ConfirmedRequest const& request,
+                                         NetworkLayer::Indication const& indication, Octets content,
+                                         Moment const& now);
+    std::vector<Octets> receiveSegmentAck(NetworkLayer::Indication const& indication, Moment const& now);
+    void receiveAbort(NetworkLayer::Indication const& indication);
+    Transactions::iterator find(Peer const& peer, std::uint8_t invokeId);
+    void forget(Peer const& peer, std::uint8_t invokeId);
+
+    Device const& m_device;
+    Transactions m_transactions;  // at most a few
+};
+
+}  // namespace simulator

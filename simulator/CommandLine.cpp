@@ -1,0 +1,105 @@
+#include "CommandLine.h"
+
+#include <arpa/inet.h>
+
+#include <stdexcept>
+
+namespace simulator {
+
+namespace {
+
+constexpr char const* kHelp = R"(bacnet-simulator DEVICE-FILE [OPTION...]
+
+A BACnet/IP device on UDP whose objects are described by DEVICE-FILE, which is Lua.
+
+  --bind ADDRESS      IPv4 address to listen on (default 127.0.0.1)
+  --port N            UDP port of the first device (default 47808); 0 takes any free port.
+                      Further devices without a port of their own take the ports behind it.
+  --verbose           log every request to standard error
+  --quiet             log no requests (default)
+  --duration SECONDS  end after that time
+  --exit-with-stdin   end when standard input is closed
+  --help              show this text
+  --version           show the version
+
+For each device one line is printed as soon as it answers: ready NAME ADDRESS:PORT
+
+Exit codes: 0 ended as asked, also by SIGINT and SIGTERM; 1 wrong command line;
+2 mistake in the device file; 3 the socket cannot be opened.
+)";
+
+std::uint32_t readAddress(std::string const& text) {
+    in_addr parsed{};
+    if (inet_pton(AF_INET, text.c_str(), &parsed) != 1) {
+        throw std::invalid_argument("--bind: \"" + text + "\" is no IPv4 address");
+    }
+    return ntohl(parsed.s_addr);
+}
+
+std::uint16_t readPort(std::string const& text) {
+    bool const isNumber =
+        !text.empty() && text.size() <= 5 && text.find_first_not_of("0123456789") == std::string::npos;
+    unsigned long const value = isNumber ? std::stoul(text) : 65536;
+    if (value > 65535) {
+        throw std::invalid_argument("--port: \"" + text + "\" is no port");
+    }
+    return static_cast<std::uint16_t>(value);
+}
+
+std::chrono::milliseconds readSeconds(std::string const& text) {
+    constexpr double longest = 1e9;
+    std::size_t end = 0;
+    double value = -1;
+    try {
+        value = std::stod(text, &end);
+    } catch (std::exception const&) {
+    }
+    if (end != text.size() || !(value >= 0 && value <= longest)) {
+        throw std::invalid_argument("--duration: \"" + text + "\" is no number of seconds");
+    }
+    return std::chrono::milliseconds(static_cast<std::int64_t>(value * 1000));
+}
+
+}  // namespace
+
+char const* CommandLine::help() {
+    return kHelp;
+}
+
+CommandLine CommandLine::parse(std::vector<std::string> const& arguments) {
+    CommandLine result;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        std::string const& name = arguments[i];
+        auto const value = [&]() -> std::string const& {
+            if (i + 1 == arguments.size()) {
+                throw std::invalid_argument(name + ": a value is missing");
+            }
+            return arguments[++i];
+        };
+        if (name == "--bind") {
+            result.bindAddress = readAddress(value());
+        } else if (name == "--port") {
+            result.port = readPort(value());
+        } else if (name == "--duration") {
+            result.duration = readSeconds(value());
+        } else if (name == "--verbose" || name == "--quiet") {
+            result.isVerbose = name == "--verbose";
+        } else if (name == "--exit-with-stdin") {
+            result.exitsWithStdin = true;
+        } else if (name == "--help") {
+            result.wantsHelp = true;
+        } else if (name == "--version") {
+            result.wantsVersion = true;
+        } else if (name.empty() || name[0] == '-' || !result.deviceFile.empty()) {
+            throw std::invalid_argument("unexpected argument \"" + name + "\"");
+        } else {
+            result.deviceFile = name;
+        }
+    }
+    if (result.deviceFile.empty() && !result.wantsHelp && !result.wantsVersion) {
+        throw std::invalid_argument("the device file is missing");
+    }
+    return result;
+}
+
+}  // namespace simulator

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace simulator {
+
+// How the program ends; told by --help.
+enum ExitCode { kSuccess = 0, kUsageError = 1, kDeviceFileError = 2, kSocketError = 3 };
+
+// What the command line asks for.
+struct CommandLine {
+    std::string deviceFile;
+    std::uint32_t bindAddress = 0x7F000001;
+    std::uint16_t port = 47808;
+    bool isVerbose = false;
+    std::optional<std::chrono::milliseconds> duration;
+    bool exitsWithStdin = false;
+    bool wantsHelp = false;
+    bool wantsVersion = false;
+
+    // Throws std::invalid_argument with what is wrong. `arguments` are those behind the program's name.
+    static CommandLine parse(std::vector<std::string> const& arguments);
+    static char const* help();
+};
+
+}  // namespace simulator

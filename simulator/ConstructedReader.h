@@ -1,0 +1,16 @@
+#pragma once
+
+#include "ObjectType.h"
+#include "ScriptValue.h"
+#include "Value.h"
+
+namespace simulator {
+
+// One value of a constructed datatype; the schedules are in ScheduleReader. Throws Mistake.
+ValuePtr readConstructed(Datatype datatype, ScriptValue const& value);
+bool isConstructed(Datatype datatype);
+
+// A BACnetDateRange: the two dates of the fields `from` and `to`, each any date if it isn't given.
+void writeDateRange(ScriptValue const& value, TagWriter& writer);
+
+}  // namespace simulator

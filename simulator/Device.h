@@ -1,0 +1,47 @@
+#pragma once
+
+#include <chrono>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "BacnetObject.h"
+#include "Npdu.h"
+
+namespace simulator {
+
+// How a device takes part in exchanges.
+struct DeviceSettings {
+    std::uint32_t maxApduLength = 1476;  // octets, 50 to 1476
+    bool segmentsAnswers = true;
+    std::uint32_t maxSegments = 0;         // of one answer; 0 for no limit of its own
+    std::uint8_t proposedWindowSize = 16;  // 1 to 127
+    std::chrono::milliseconds segmentTimeout{2000};
+    std::uint32_t retries = 3;
+    std::uint32_t vendorIdentifier = 0;
+    std::uint8_t segmentationSupported = 0;  // BACnetSegmentation, as I-Am tells it
+    std::optional<NetworkAddress> position;  // behind a router, if there is one
+    std::optional<std::uint16_t> port;       // the UDP port that the device file wants
+};
+
+// A BACnet device: its objects, of which the first is the Device object, and its settings.
+class Device {
+public:
+    // `deviceObject` carries the device's name and instance. No two objects have the same identifier.
+    Device(BacnetObject deviceObject, std::vector<BacnetObject> objects, DeviceSettings settings);
+
+    std::string const& name() const { return m_objects.front().name(); }
+    ObjectId id() const { return m_objects.front().id(); }
+    DeviceSettings const& settings() const { return m_settings; }
+    std::vector<BacnetObject> const& objects() const { return m_objects; }
+    // Null if the device hasn't got the object. A device of instance 4194303 is this one (clause 12.11).
+    BacnetObject const* find(ObjectId id) const;
+
+private:
+    std::vector<BacnetObject> m_objects;
+    std::map<ObjectId, std::size_t> m_places;
+    DeviceSettings m_settings;
+};
+
+}  // namespace simulator

@@ -1,0 +1,155 @@
+#include "LuaSandbox.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <lua.hpp>
+
+#include "LuaReader.h"
+#include "Mistake.h"
+
+namespace simulator {
+
+namespace {
+
+constexpr int kMostInstructions = 20'000'000;
+constexpr std::size_t kMostMemory = 64 * 1024 * 1024;
+constexpr char const* kDevices = "simulator.devices";
+
+// Leaves only what neither reaches outside nor loops by itself without counting as instructions.
+constexpr char const* kPrelude = R"(
+    local function keep(from, names)
+        for name in pairs(from) do
+            if not names[name] then from[name] = nil end
+        end
+    end
+    local pairs = pairs
+    keep(string, {byte = 1, char = 1, format = 1, len = 1, lower = 1, sub = 1, upper = 1})
+    keep(_G, {assert = 1, error = 1, ipairs = 1, next = 1, pairs = 1, select = 1, tonumber = 1,
+              tostring = 1, type = 1, math = 1, string = 1})
+    table = {insert = function(list, value) list[#list + 1] = value end}
+)";
+
+void* allocate(void* used, void* block, std::size_t oldSize, std::size_t newSize) {
+    auto& memory = *static_cast<std::size_t*>(used);
+    std::size_t const before = block ? oldSize : 0;
+    if (newSize == 0) {
+        std::free(block);
+        memory -= before;
+        return nullptr;
+    }
+    if (newSize > before && memory - before + newSize > kMostMemory) {
+        return nullptr;
+    }
+    void* const moved = std::realloc(block, newSize);
+    if (moved) {
+        memory += newSize - before;
+    }
+    return moved;
+}
+
+void stop(lua_State* lua, lua_Debug* place) {
+    lua_getinfo(lua, "Sl", place);
+    lua_pushfstring(lua, "%s:%d: the file runs for too long", place->short_src, place->currentline);
+    lua_error(lua);
+}
+
+// NAME{...}: gives the table back inside a userdata with the kind and the line. Arguments that are no
+// table are put into one.
+int make(lua_State* lua) {
+    if (lua_gettop(lua) != 1 || !lua_istable(lua, 1)) {
+        int const count = lua_gettop(lua);
+        lua_createtable(lua, count, 0);
+        lua_insert(lua, 1);
+        for (int i = count; i >= 1; --i) {
+            lua_rawseti(lua, 1, i);
+        }
+    }
+    lua_Debug caller;
+    caller.currentline = 0;
+    if (lua_getstack(lua, 1, &caller) != 0) {
+        lua_getinfo(lua, "l", &caller);
+    }
+    auto* const line = static_cast<int*>(lua_newuserdatauv(lua, sizeof(int), 2));
+    *line = caller.currentline;
+    lua_pushvalue(lua, lua_upvalueindex(1));
+    lua_setiuservalue(lua, -2, 1);
+    lua_pushvalue(lua, 1);
+    lua_setiuservalue(lua, -2, 2);
+    return 1;
+}
+
+// device{...}: also remembers the device.
+int makeDevice(lua_State* lua) {
+    make(lua);
+    lua_getfield(lua, LUA_REGISTRYINDEX, kDevices);
+    lua_pushvalue(lua, -2);
+    lua_rawseti(lua, -2, static_cast<lua_Integer>(lua_rawlen(lua, -2)) + 1);
+    lua_pop(lua, 1);
+    return 1;
+}
+
+// Lua puts this and a line number in front of its messages.
+constexpr char const* kChunkName = "=file";
+constexpr char const* kPrefix = "file:";
+
+// The error that lies on the stack, in one line, the line number taken out of it.
+Mistake takeError(lua_State* lua) {
+    std::string text = lua_type(lua, -1) == LUA_TSTRING ? lua_tostring(lua, -1) : "the error is no text";
+    lua_settop(lua, 0);
+    std::replace(text.begin(), text.end(), '\n', ' ');
+    std::size_t const digits = std::string(kPrefix).size();
+    std::size_t const end = text.find(": ", digits);
+    if (text.compare(0, digits, kPrefix) != 0 || end == std::string::npos) {
+        return Mistake(text);
+    }
+    return Mistake(text.substr(end + 2), std::atoi(text.c_str() + digits));
+}
+
+}  // namespace
+
+LuaSandbox::LuaSandbox(std::vector<std::string> const& constructors)
+    : m_lua(lua_newstate(allocate, &m_memory)) {
+    if (!m_lua) {
+        throw Mistake("no memory for Lua");
+    }
+    luaL_requiref(m_lua, LUA_GNAME, luaopen_base, 1);
+    luaL_requiref(m_lua, LUA_STRLIBNAME, luaopen_string, 1);
+    luaL_requiref(m_lua, LUA_MATHLIBNAME, luaopen_math, 1);
+    lua_settop(m_lua, 0);
+    execute(kPrelude, 0);
+    lua_newtable(m_lua);
+    lua_setfield(m_lua, LUA_REGISTRYINDEX, kDevices);
+    for (std::string const& name : constructors) {
+        lua_pushstring(m_lua, name.c_str());
+        lua_pushcclosure(m_lua, name == "device" ? makeDevice : make, 1);
+        lua_setglobal(m_lua, name.c_str());
+    }
+}
+
+LuaSandbox::~LuaSandbox() {
+    lua_close(m_lua);
+}
+
+std::vector<ScriptValue> LuaSandbox::run(std::string const& text) {
+    lua_sethook(m_lua, stop, LUA_MASKCOUNT, kMostInstructions);
+    execute(text, 0);
+    lua_sethook(m_lua, nullptr, 0, 0);
+    lua_getfield(m_lua, LUA_REGISTRYINDEX, kDevices);
+    ScriptValue devices = readScriptValue(m_lua);
+    return std::move(devices.list);
+}
+
+ScriptValue LuaSandbox::evaluate(std::string const& expression) {
+    execute("return " + expression, 1);
+    return readScriptValue(m_lua);
+}
+
+// Text only: precompiled code is not checked by Lua.
+void LuaSandbox::execute(std::string const& text, int results) {
+    if (luaL_loadbufferx(m_lua, text.data(), text.size(), kChunkName, "t") != LUA_OK ||
+        lua_pcall(m_lua, 0, results, 0) != LUA_OK) {
+        throw Mistake(takeError(m_lua));
+    }
+}
+
+}  // namespace simulator

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <vector>
+
+#include "ObjectType.h"
+#include "ScriptValue.h"
+#include "Value.h"
+
+namespace simulator {
+
+// The value of a property, or its elements, as a device file gives it for that row. Throws Mistake.
+std::vector<ValuePtr> readValues(PropertyRow const& row, ScriptValue const& value);
+
+}  // namespace simulator

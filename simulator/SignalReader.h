@@ -1,0 +1,17 @@
+#pragma once
+
+#include <memory>
+
+#include "ScriptValue.h"
+#include "Signal.h"
+
+namespace simulator {
+
+// The functions of device files that make moving values: ramp{from, to, period}, curve{mean, amplitude,
+// period, peak}, toggle{period}, counter{start, rate}, steps{values, period}.
+std::vector<std::string> signalConstructors();
+
+// The signal that a value of a device file stands for; null if it isn't a moving one. Throws Mistake.
+std::shared_ptr<Signal const> readSignal(ScriptValue const& value);
+
+}  // namespace simulator

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "Clock.h"
+
+namespace simulator {
+
+// The operating system's clocks; its start is the moment at which it was made.
+class SystemClock : public Clock {
+public:
+    Moment now() const override;
+
+private:
+    std::chrono::steady_clock::time_point const m_start = std::chrono::steady_clock::now();
+};
+
+}  // namespace simulator
