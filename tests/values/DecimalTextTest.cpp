@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <random>
 #include <stdexcept>
@@ -15,15 +16,17 @@
 
 namespace {
 
-// Gives the whole process a decimal comma, where the machine knows a locale with one.
+// Gives the whole process a decimal comma, where the build could make a locale with one.
 class DecimalComma {
 public:
     DecimalComma() {
-        for (char const* const name : {"de_DE.UTF-8", "de_DE.utf8", "de_DE", "fr_FR.UTF-8", "ru_RU.UTF-8"}) {
-            isSet = isSet || setlocale(LC_NUMERIC, name) != nullptr;
-        }
+        setenv("LOCPATH", COMMA_LOCALE_FOLDER, 1);
+        isSet = setlocale(LC_NUMERIC, "de_DE.UTF-8") != nullptr;
     }
-    ~DecimalComma() { setlocale(LC_NUMERIC, "C"); }
+    ~DecimalComma() {
+        setlocale(LC_NUMERIC, "C");
+        unsetenv("LOCPATH");
+    }
 
     bool IsSet() const { return isSet; }
 
