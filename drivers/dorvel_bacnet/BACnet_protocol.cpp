@@ -1,8 +1,6 @@
 #include "BACnet_protocol.h"
 
 #include <cstddef>
-#include <cstdint>
-#include <stdexcept>
 
 #include "BaseField.h"
 #include "Network/AddressParser.h"
@@ -27,25 +25,15 @@ int PropertyCode(std::map<std::string, OpcUa_VariantHlp> const& properties, char
     return code;
 }
 
-// The low 16 bits of what std::stoul gives where `long` has 32 bits, as on the controller: the magnitude has
-// to fit them, a sign is allowed.
-unsigned short ParsePort(std::string const& text) {
-    std::uint64_t const number = std::stoul(text);
-    bool const negative = text.find('-') < text.find_first_of("0123456789");
-    std::uint64_t const magnitude = negative ? 0 - number : number;
-    if (magnitude > 0xFFFFFFFF) {
-        throw std::out_of_range("stoul");
-    }
-    return static_cast<unsigned short>(number);
-}
-
 }  // namespace
 
 BACnetProtocol::BACnetProtocol() {
     NLInitSocket(&socket);
 }
 
-BACnetProtocol::~BACnetProtocol() = default;
+BACnetProtocol::~BACnetProtocol() {
+    device.reset();  // while there is a socket that it can close
+}
 
 std::string BACnetProtocol::getId() {
     static int connectionCounter = 0;
@@ -102,9 +90,8 @@ void BACnetProtocol::AddChannel(ReadChannel const* read, WriteChannel const* wri
     channel->objectProperties = PropertyCode(properties, "ObjectProperties");
     channel->objectNumber = PropertyCode(properties, "ObjectNumber");
     BaseInitChannel(read, write, *descriptor);
-    channels.reserve(channels.size() + 1);
-    channel->descriptor = descriptor.release();
-    channels.push_back(channel.release());
+    channels.push_back(channel.get());
+    channel.release()->descriptor = descriptor.release();
 }
 
 void BACnetProtocol::Inited() {
@@ -116,7 +103,7 @@ void BACnetProtocol::Inited() {
         return;
     }
     unsigned int const address = IPAddressFromString(parts[0].c_str());
-    unsigned short const port = ParsePort(parts[1]);
+    unsigned short const port = Network::AddressParser::ParsePort(parts[1]);
     auto peer = std::make_unique<sockaddr_in>();
     NLMakeAddress(peer.get(), address, port);
     NLInitSocket(&socket);

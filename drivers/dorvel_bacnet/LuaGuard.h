@@ -11,6 +11,9 @@ namespace SCADA_API {
 // be left by an exception: one that the body throws is caught, and only when everything of C++ is out of the
 // way its text is raised as a Lua error (the text up to 255 characters). A Lua error inside the body jumps
 // out of it, so the body holds nothing with a destructor while it calls Lua.
+//
+// Every exception that can come out of a block here is a std::exception, and nothing else is caught: a Lua
+// that was built as C++ raises its errors as exceptions of a type of its own, which have to reach it.
 template <class Body>
 int GuardLuaCall(lua_State* L, Body body) {
     char text[256];
@@ -18,8 +21,6 @@ int GuardLuaCall(lua_State* L, Body body) {
         return body();
     } catch (std::exception const& failure) {
         std::snprintf(text, sizeof text, "%s", failure.what());
-    } catch (...) {
-        std::snprintf(text, sizeof text, "Unknown error");
     }
     return luaL_error(L, "%s", text);
 }

@@ -49,7 +49,6 @@ public:
 private:
     static T* GetUserObject(lua_State* L);
     static bool IsFunction(char const* name);
-    static void AddMethods(lua_State* L);
 };
 
 template <class T>
@@ -151,7 +150,9 @@ int ScadaObj<T>::Length(lua_State* L) {
 }
 
 template <class T>
-void ScadaObj<T>::AddMethods(lua_State* L) {
+int ScadaObj<T>::RegFBType(lua_State* L) {
+    static bool const hasFields = (T::AddFields(fields), true);
+    static_cast<void>(hasFields);
     static luaL_Reg const Lib_f[] = {
         {"new", New}, {"get", Get}, {"set", Set}, {"call", Call}, {nullptr, nullptr}};
     static luaL_Reg const Lib_m[] = {{"__index", Get}, {"__newindex", Set}, {"__call", Call},
@@ -162,13 +163,7 @@ void ScadaObj<T>::AddMethods(lua_State* L) {
     lua_createtable(L, 0, 0);
     luaL_setfuncs(L, Lib_f, 0);
     lua_setglobal(L, T::_ShortName());
-}
 
-template <class T>
-int ScadaObj<T>::RegFBType(lua_State* L) {
-    static bool const hasFields = (T::AddFields(fields), true);
-    static_cast<void>(hasFields);
-    AddMethods(L);
     std::string const text = MetaTable();
     if (luaL_loadbufferx(L, text.data(), text.size(), T::_ShortName(), nullptr) == LUA_OK &&
         lua_pcallk(L, 0, LUA_MULTRET, 0, 0, nullptr) == LUA_OK) {

@@ -9,7 +9,8 @@
 namespace dorvel {
 
 // Between C++ and Lua: Lua leaves a function by a jump that runs no destructors, and is written in C, so that
-// no exception may pass through it.
+// no exception may pass through it. Where Lua was built as C++, its errors are exceptions of a type of its
+// own, which have to reach it: what is caught here is std::exception alone, and nothing else is thrown.
 
 // Runs what Lua called and gives its result. An exception becomes a Lua error with its text (up to 511
 // octets), raised when all objects of the body are gone. The body calls only such Lua functions as cannot
@@ -21,8 +22,6 @@ int GuardLua(lua_State* L, Body const& body) {
         return body();
     } catch (std::exception const& failure) {
         std::snprintf(text, sizeof text, "%s", failure.what());
-    } catch (...) {
-        std::snprintf(text, sizeof text, "Unknown error");
     }
     return luaL_error(L, "%s", text);
 }

@@ -34,19 +34,25 @@ TEST(Addin, OtherModesLeaveTheMark) {
 }
 
 TEST(Addin, Mode7LeavesTheMark) {
-    TBACnet::IsTerminated = true;
-    ConfigProcessorCallback(nullptr, ConfigProcessorMode::Running, nullptr);
-    EXPECT_TRUE(TBACnet::IsTerminated);
-    TBACnet::IsTerminated = false;
+    for (bool const mark : {true, false}) {
+        TBACnet::IsTerminated = mark;
+        EXPECT_EQ(ConfigProcessorCallback(nullptr, static_cast<ConfigProcessorMode>(7), nullptr), 0);
+        EXPECT_EQ(TBACnet::IsTerminated, mark);
+    }
 }
 
-TEST(Addin, InitRegistersTypeAndProcessorAndSecondCallsDoNothing) {
+TEST(Addin, InitRegistersTypeAndProcessor) {
     test::LogCapture log;
     EXPECT_EQ(Init(), 0);
     EXPECT_EQ(log.Text(), "");
     EXPECT_NE(RegisterExternalSTLib("BACnet", [](lua_State*) { return 1; }), 0) << "the name is taken";
     EXPECT_NE(RegisterConfigProcessor("dorvel_Bacnet", 0, ConfigProcessorCallback, nullptr, nullptr, nullptr),
               0);
+}
+
+TEST(Addin, SecondRegAsLuaTypeDoesNothingAtAll) {
+    BACnetProtocol::RegAsLuaType();
+    test::LogCapture log;
     BACnetProtocol::RegAsLuaType();
     EXPECT_EQ(Init(), 0);
     EXPECT_EQ(log.Text(), "") << "a second registration would be refused and traced";

@@ -93,9 +93,14 @@ TEST_F(Block, AddressWithoutColonOrWithTwoHasNoDevice) {
 }
 
 TEST_F(Block, PortOver65535IsCutTo16Bits) {
+    AddVariable(1, OpcUaType_Double);
     block->Address = "127.0.0.1:70000";
     block->Inited();
     EXPECT_EQ(ntohs(block->Socket().address.sin_port), 70000 - 65536);
+    network.ExpectAny();
+    block->Execute();
+    EXPECT_EQ(ntohs(network.SentDatagrams().at(0).peer.sin_port), 70000 - 65536);
+    EXPECT_EQ(ntohl(network.SentDatagrams().at(0).peer.sin_addr.s_addr), 0x7F000001u);
     EXPECT_EQ(log.Text(), "");
 }
 
@@ -223,10 +228,31 @@ TEST_F(Block, DeviceThatAnswersAgainIsBackInThatCycle) {
     network.ExpectAny();
     block->Execute();
     EXPECT_EQ(FaultState(), "true, No connection");
+    EXPECT_EQ(StateOf(dataValue).Status, 0x80000000u) << "a variable that has never had a value is bad too";
     network.ExpectAny().Answer(Answer(2, 1));
     block->Execute();
     EXPECT_EQ(FaultState(), "false, ");
     EXPECT_EQ(StateOf(dataValue).Status, OpcUa_Good);
+}
+
+TEST_F(Block, NonsenseOfItsDeviceLeavesTheVariablesOfAnotherBlockUntouched) {
+    long long const sound = AddVariable(1, DoubleDataValue);
+    block->Inited();
+    auto const other = MakeBlock();
+    other->CountRepeat = 2;
+    long long const lost = AddVariable(*other, 1, DoubleDataValue);
+    other->Inited();
+    network.Expect(Request(1, 1)).Answer(Answer(1, 1));
+    network.Expect(Request(1, 1)).Answer("81 0A 00 0C 01 00 30 01 0E FF FF FF");
+    network.Expect(Request(2, 1)).Answer("DE AD BE EF", 5);
+    block->Execute();
+    other->Execute();
+    EXPECT_EQ(NumberOf(sound), 42);
+    EXPECT_EQ(StateOf(sound).Status, OpcUa_Good);
+    EXPECT_EQ(StateOf(sound).Time, ScriptedNetwork::Start);
+    EXPECT_EQ(FaultState(), "false, ");
+    EXPECT_EQ(StateOf(lost).Status, 0x80000000u);
+    EXPECT_EQ(FaultState(*other), "true, No connection");
 }
 
 TEST_F(Block, StoppedRuntimeGetsNothing) {

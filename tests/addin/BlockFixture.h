@@ -19,12 +19,7 @@ class BlockFixture : public ::testing::Test {
 protected:
     BlockFixture() : store(std::make_shared<VariableStore>()), provider(store, nullptr) {
         dorvel::BACnet::TBACnet::IsTerminated = false;
-        block = std::make_unique<dorvel::BACnet::BACnetProtocol>();
-        block->SetDataProvider(&provider);
-        block->MAC = "192.168.10.7:47808";
-        block->CountRepeat = 1;
-        block->FaultItemId = store->Declare("Fault", OpcUaType_Boolean);
-        block->ErrorTextItemId = store->Declare("ErrorText", OpcUaType_String);
+        block = MakeBlock();
     }
     ~BlockFixture() override {
         // A block that was never initialised leaves what it gathered to its configurer.
@@ -32,6 +27,16 @@ protected:
             delete pending->descriptor;
             delete pending;
         }
+    }
+
+    std::unique_ptr<dorvel::BACnet::BACnetProtocol> MakeBlock() {
+        auto made = std::make_unique<dorvel::BACnet::BACnetProtocol>();
+        made->SetDataProvider(&provider);
+        made->MAC = "192.168.10.7:47808";
+        made->CountRepeat = 1;
+        made->FaultItemId = store->Declare("Fault", OpcUaType_Boolean);
+        made->ErrorTextItemId = store->Declare("ErrorText", OpcUaType_String);
+        return made;
     }
 
     static std::map<std::string, OpcUa_VariantHlp> Properties(int objectType, int property, int number) {
@@ -43,11 +48,12 @@ protected:
     }
 
     // A variable on Present_Value of an analog input, readable only. Its id.
-    long long AddVariable(int number, OpcUa_BuiltInTypeHlp type) {
+    long long AddVariable(int number, OpcUa_BuiltInTypeHlp type) { return AddVariable(*block, number, type); }
+    long long AddVariable(dorvel::BACnet::BACnetProtocol& target, int number, OpcUa_BuiltInTypeHlp type) {
         ScadaProtocol::ReadChannel read;
         read.Id = store->Declare("Variable", type);
         read.Type = type;
-        block->AddChannel(&read, nullptr, Properties(1, 0, number));
+        target.AddChannel(&read, nullptr, Properties(1, 0, number));
         return read.Id;
     }
 
@@ -62,13 +68,14 @@ protected:
         return number;
     }
     // The fault state as the runtime has it: "true, text", "false, text", or "untold".
-    std::string FaultState() const {
+    std::string FaultState() const { return FaultState(*block); }
+    std::string FaultState(dorvel::BACnet::BACnetProtocol const& target) const {
         bool fault = false;
         std::string text;
-        if (StateOf(block->FaultItemId).Value.GetBool(fault) != OpcUa_Good) {
+        if (StateOf(target.FaultItemId).Value.GetBool(fault) != OpcUa_Good) {
             return "untold";
         }
-        StateOf(block->ErrorTextItemId).Value.GetString(text);
+        StateOf(target.ErrorTextItemId).Value.GetString(text);
         return std::string(fault ? "true" : "false") + ", " + text;
     }
 

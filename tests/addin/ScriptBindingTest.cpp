@@ -1,8 +1,10 @@
 // The block type as scripts see it, in a real Lua state.
 
+#include <chrono>
 #include <stdexcept>
 
 #include "ScriptFixture.h"
+#include "dorvel/Runtime.h"
 #include "dorvelshare/VariableStore.h"
 
 using namespace dorvel::BACnet;
@@ -271,6 +273,19 @@ TEST_F(Script, InitedThatThrowsReachesItsCallerAndBecomesALuaErrorInAScript) {
     EXPECT_EQ(Run("init(block)"), "error: stoul");
 }
 
+TEST_F(Script, NumberOfTheBlocksTaskGoesIntoItsSocketCalls) {
+    dorvel::Runtime runtime(L);
+    runtime.AddTask("first", std::chrono::milliseconds(100));
+    STTask& second = runtime.AddTask("second", std::chrono::milliseconds(100));
+    EXPECT_EQ(Run("block = BACnet.new{MAC = '5', Vars = {{ReadId = 1, Type = 11, ObjectType = 1}}}"), "");
+    runtime.Assign(Block(), second);
+    runtime.InitBlock(Block());
+    log.EnableTrace();
+    network.RefuseToSend();
+    Block().Execute();
+    EXPECT_NE(log.Text().find("task 2: "), std::string::npos) << log.Text();
+}
+
 // A type that refuses wherever it is told to.
 class Refusing : public BACnetProtocol {
 public:
@@ -292,7 +307,7 @@ public:
 
     bool check(lua_State* caller, int index) override {
         if (refusesCheck) {
-            throw 5;
+            throw std::runtime_error("no check");
         }
         return BACnetProtocol::check(caller, index);
     }
@@ -318,8 +333,8 @@ TEST_F(RefusingScript, ConstructorThatThrowsIsALuaErrorAndNothingIsCollected) {
 TEST_F(RefusingScript, OperationThatThrowsIsALuaErrorAndTheBlockLives) {
     Run("block = Refusing.new{}");
     Refusing::refusesCheck = true;
-    EXPECT_EQ(Run("return block.MAC"), "error: Unknown error");
-    EXPECT_EQ(Run("block.MAC = 5"), "error: Unknown error");
+    EXPECT_EQ(Run("return block.MAC"), "error: no check");
+    EXPECT_EQ(Run("block.MAC = 5"), "error: no check");
     EXPECT_EQ(Refusing::alive, 1);
     Run("block = nil; collectgarbage()");
     EXPECT_EQ(Refusing::alive, 0);
@@ -332,6 +347,14 @@ TEST(LuaGuard, TextOfAnExceptionIsCutAt255Characters) {
     });
     ASSERT_EQ(lua_pcall(state.get(), 0, 0, 0), LUA_ERRRUN);
     EXPECT_EQ(lua_tostring(state.get(), -1), std::string(255, 'x'));
+}
+
+// As a Lua that was built as C++ throws its errors.
+TEST(LuaGuard, ExceptionOfAnotherTypePasses) {
+    struct ErrorOfLua {};
+    std::unique_ptr<lua_State, void (*)(lua_State*)> state(luaL_newstate(), lua_close);
+    auto const body = []() -> int { throw ErrorOfLua(); };
+    EXPECT_THROW(SCADA_API::GuardLuaCall(state.get(), body), ErrorOfLua);
 }
 
 }  // namespace

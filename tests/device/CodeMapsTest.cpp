@@ -51,14 +51,14 @@ TEST_F(CodeMaps, ObjectType22Is17AndProperty30Is123) {
     EXPECT_EQ(static_cast<int>(GetPropertyType(30)), 123);
 }
 
-TEST_F(CodeMaps, UnknownObjectTypeIsAnalogInputAndLeavesAnEntry) {
+TEST_F(CodeMaps, ObjectType23IsUnknownSo0AndLeavesAnEntry) {
     InitObjectTypesMap();
     EXPECT_EQ(GetBacnetObjectType(23), ObjectTypeEnum::Analog_Input);
     ASSERT_EQ(objectTypesMap.size(), 24u);
     EXPECT_EQ(objectTypesMap.at(23), ObjectTypeEnum::Analog_Input);
 }
 
-TEST_F(CodeMaps, UnknownPropertyIs0AndLeavesAnEntry) {
+TEST_F(CodeMaps, PropertyMinus1IsUnknownSo0AndLeavesAnEntry) {
     InitObjectTypesMap();
     EXPECT_EQ(static_cast<int>(GetPropertyType(-1)), 0);
     ASSERT_EQ(propertyTypesMap.size(), 39u);

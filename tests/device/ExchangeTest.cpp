@@ -111,6 +111,14 @@ TEST_F(Exchange, WaitDoesNotDependOnTheBlocksTimeout) {
     EXPECT_EQ(network.Elapsed(), 999);
 }
 
+TEST_F(Exchange, HostIsToldTheTask) {
+    log.EnableTrace();
+    network.RefuseToSend();
+    EXPECT_LE(Send("10 08"), 0);
+    EXPECT_NE(log.Text().find("task 7: 8 octets"), std::string::npos) << log.Text();
+    EXPECT_EQ(ToHex(apdu), "AA BB");
+}
+
 TEST_F(Exchange, DatagramOf1500OctetsIsTakenWhole) {
     Octets const datagram = Hex("81 0A 05 DC 01 00") + Octets(1494, 'x');
     ASSERT_EQ(datagram.size(), 1500u);

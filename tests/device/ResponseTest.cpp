@@ -122,6 +122,18 @@ TEST_F(Response, OfTwoTagsOnOnePropertyTheFirstGetsTheValue) {
     EXPECT_EQ(values[0].Id, 1);
 }
 
+TEST_F(Response, RecordOfATypeThatIsNotDeliveredIsAppendedAllTheSame) {
+    TagsOf(ObjectTypeEnum::Analog_Input, 1)[1]->address->propertyId =
+        PropertyIdentifierEnum::Object_Identifier;
+    auto* results = new ReadPropertyMultipleAck();
+    ComplexAck ack(1, ConfirmedServiceChoiceEnum::ReadPropertyMultiple, results);
+    results->SetValue(PropertyIdentifierEnum::Object_Identifier, std::make_unique<RealValue>(42.0f));
+    EXPECT_EQ(Process(ack), 1);
+    ASSERT_EQ(values.size(), 1u);
+    EXPECT_EQ(values[0].Id, 2);
+    EXPECT_EQ(values[0].Value.GetType(), OpcUaType_Null);
+}
+
 TEST_F(Response, RecordsBeforeAnUnsupportedPropertyStay) {
     auto* results = new ReadPropertyMultipleAck();
     ComplexAck ack(1, ConfirmedServiceChoiceEnum::ReadPropertyMultiple, results);

@@ -98,7 +98,7 @@ TEST_F(SegmentedAnswer, LostLastSegmentCostsAnAttempt) {
     EXPECT_EQ(log.Text(), "0-1 message size error\nvalue : 42.000000\n");
 }
 
-TEST_F(SegmentedAnswer, GapIsLoggedAndEndsTheTransaction) {
+TEST_F(SegmentedAnswer, Segments0And2With1MissingAreLoggedAndEndTheTransaction) {
     BeginAttempt(1);
     network.Expect(SegmentAck(1, 0)).Answer(Segment(1, 2, false, Rest(10)));
     network.Expect(SegmentAck(1, 2));

@@ -90,9 +90,17 @@ TEST_F(Session, BadMacIsLoggedAndLeavesNoDevice) {
     EXPECT_EQ(log.Text(), "Format error:  1.2.3, expected: {192.168.10.1:478080} or {10:20:30:40:50:60}\n");
 }
 
+TEST_F(Session, BadMacIsNoFormatOfTheLog) {
+    DeviceParameters parameters;
+    parameters.mac = "1.2.%s%n";
+    MakeDevice(parameters);
+    EXPECT_EQ(log.Text(),
+              "Format error:  1.2.%s%n, expected: {192.168.10.1:478080} or {10:20:30:40:50:60}\n");
+}
+
 TEST_F(Session, BadRouterAddressIsLoggedAndLeavesNoDevice) {
     DeviceParameters parameters;
-    parameters.address = "100%s:x";
+    parameters.address = "100:x";
     parameters.networkNumber = 5;
     MakeDevice(parameters);
     EXPECT_FALSE(device->IsCreated());

@@ -114,6 +114,31 @@ TEST_F(Transaction, AnswerOfAnotherObjectIsTakenByItsInvokeIdAlone) {
     EXPECT_EQ(values.size(), 1u);
 }
 
+TEST_F(Transaction, AnswerFromAForeignAddressIsTaken) {
+    network.ExpectAny().AnswerFrom(0x0A000001, ValueAnswer(1));
+    EXPECT_EQ(Process(), 1);
+    EXPECT_EQ(values.size(), 1u);
+}
+
+TEST_F(Transaction, OfTwoTagsOnOnePropertyBothAreAskedForAndTheFirstGetsTheValue) {
+    AddVariable(code::AnalogInput, code::PresentValue, 1);
+    network.Expect(ReadRequest(1, AnalogInput1, "09 55 09 55 09 6F"))
+        .Answer(AnswerDatagram(ReadAck(
+            1, AnalogInput1,
+            PropertyResult(85, Real42) + PropertyResult(85, Real42) + PropertyResult(111, FlagsClear))));
+    EXPECT_EQ(Process(), 1);
+    ASSERT_EQ(values.size(), 1u);
+    EXPECT_EQ(values[0].Id, 1);
+}
+
+TEST_F(Transaction, UnknownCodesAskForProperty0OfAnAnalogInput) {
+    AddVariable(999, -5, 2);
+    network.Expect(ReadRequest(1, AnalogInput2, "09 00 09 6F"))
+        .Answer(AnswerDatagram(ReadAck(1, AnalogInput2, PropertyResult(111, FlagsClear))));
+    EXPECT_EQ(Process(ObjectTypeEnum::Analog_Input, 2), 1);
+    EXPECT_TRUE(values.empty());
+}
+
 TEST_F(Transaction, ErrorPduIsAFailedAttemptAndLoggedAsBadCast) {
     AnswerAll([](unsigned invokeId) { return "50 " + HexOctet(invokeId) + "0E 91 02 91 1F"; });
     EXPECT_EQ(Process(), 0);

@@ -18,10 +18,12 @@
 
 namespace test {
 
-// A datagram that is on its way to the driver, and how many milliseconds it takes.
+// A datagram that is on its way to the driver, how many milliseconds it takes, and the IPv4 address of who
+// sent it, 0 for the one that was asked.
 struct Delivery {
     Octets datagram;
     long long delay = 0;
+    unsigned sender = 0;
 };
 
 // One step of a dialogue: the request that is awaited, and what comes back.
@@ -35,6 +37,10 @@ public:
         return *this;
     }
     ScriptedExchange& Answer(std::string const& hex, long long delay = 0) { return Answer(Hex(hex), delay); }
+    ScriptedExchange& AnswerFrom(unsigned sender, Octets datagram) {
+        deliveries.push_back({std::move(datagram), 0, sender});
+        return *this;
+    }
 
 private:
     friend class ScriptedNetwork;
@@ -90,6 +96,8 @@ public:
 
     void TakePort(unsigned short port) { takenPorts.insert(port); }
     void SetLocalTimeDiff(long long units) { localTimeDiff = units; }
+    // From now on nothing can be sent.
+    void RefuseToSend() { refusesToSend = true; }
 
     int Open(unsigned short port) override {
         unsigned short const bound = port != 0 ? port : nextFreePort++;
@@ -106,6 +114,9 @@ public:
     }
 
     bool Send(int handle, sockaddr_in const& peer, void const* data, int length) override {
+        if (refusesToSend) {
+            return false;
+        }
         auto const* first = static_cast<char const*>(data);
         sent.push_back({elapsed, ports.at(handle), peer, Octets(first, first + length)});
         for (Delivery& delivery : AnswersTo(sent.back().datagram)) {
@@ -125,8 +136,11 @@ public:
         elapsed = std::max(elapsed, next->delay);
         auto const count = std::min<std::size_t>(next->datagram.size(), static_cast<std::size_t>(size));
         std::copy_n(next->datagram.begin(), count, static_cast<char*>(buffer));
-        arriving.erase(next);
         sender = sent.empty() ? sockaddr_in() : sent.back().peer;
+        if (next->sender != 0) {
+            sender.sin_addr.s_addr = htonl(next->sender);
+        }
+        arriving.erase(next);
         return static_cast<int>(count);
     }
 
@@ -166,6 +180,7 @@ private:
     int nextHandle = 3;
     long long elapsed = 0;
     long long localTimeDiff = 0;
+    bool refusesToSend = false;
 };
 
 }  // namespace test

@@ -14,9 +14,8 @@ namespace dorvel::BACnet {
 //   Octet_String          String of hexadecimal digits, two an octet
 //   Bit_String            String of "0" and "1", the first bit in front
 //   Character_String and both schedules   String
-//   Time                  UInt32, milliseconds since midnight; the fourth octet counts for 100 each, tenths,
-//   as
-//                         the host reads it, and unspecified octets enter as 255
+//   Time                  UInt32, milliseconds since midnight; the fourth octet counts for 100 each, tenths
+//                         as the host reads it, and unspecified octets enter as 255
 //   Date                  DateTime, midnight less localTimeDiff (units of 100 ns): dates are local
 //   Date_Time             DateTime as it stands
 //   Status_Flags          UInt64 0 to 15: in-alarm 8, fault 4, overridden 2, out-of-service 1

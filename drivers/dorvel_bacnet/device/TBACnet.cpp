@@ -77,15 +77,15 @@ void TBACnet::SetAddresses(std::string const& address, std::string const& mac) {
 void TBACnet::InitTags(std::vector<VelaBufferParameters*> const& params) {
     InitObjectTypesMap();
     for (VelaBufferParameters const* param : params) {
-        auto address = std::make_unique<tagAddress>();
-        address->objectNumber = param->objectNumber;
-        address->objectType = GetBacnetObjectType(param->objectType);
-        address->propertyId = GetPropertyType(param->objectProperties);
+        auto tag = std::make_unique<tagReadData>();
+        tag->address = std::make_unique<tagAddress>();
+        tagAddress& address = *tag->address;
+        address.objectNumber = param->objectNumber;
+        address.objectType = GetBacnetObjectType(param->objectType);
+        address.propertyId = GetPropertyType(param->objectProperties);
 
-        auto& objectTags = tags[address->objectType][address->objectNumber];
-        objectTags.reserve(objectTags.size() + 1);
-        objectTags.push_back(
-            new tagReadData{std::unique_ptr<DriverVarDsc>(param->descriptor), std::move(address)});
+        tags[address.objectType][address.objectNumber].push_back(tag.get());
+        tag.release()->descriptor.reset(param->descriptor);
     }
 }
 

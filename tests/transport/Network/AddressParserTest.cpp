@@ -133,6 +133,27 @@ TEST(AddressParser, PortsThatDoNotFit32BitsAreRefusedOnEveryMachine) {
     EXPECT_EQ(Parsed("1.2.3.4: +80x"), "01 02 03 04 00 50");
 }
 
+// What ParsePort throws: the kind of exception and its text.
+template <class Refusal>
+std::string PortRefusal(std::string const& text) {
+    try {
+        return std::to_string(AddressParser::ParsePort(text));
+    } catch (Refusal const& refusal) {
+        return refusal.what();
+    }
+}
+
+TEST(AddressParser, ParsePortRefusesWithTheTextStoul) {
+    EXPECT_EQ(AddressParser::ParsePort("47809"), 47809);
+    EXPECT_EQ(AddressParser::ParsePort("70000"), 4464);
+    for (std::string const text : {"", "port", "-", "- 5", "x5"}) {
+        EXPECT_EQ(PortRefusal<std::invalid_argument>(text), "stoul") << text;
+    }
+    for (std::string const text : {"4294967296", "-4294967296", "99999999999999999999"}) {
+        EXPECT_EQ(PortRefusal<std::out_of_range>(text), "stoul") << text;
+    }
+}
+
 TEST(AddressParser, ParseIpCutsItsPartsToEightBits) {
     EXPECT_EQ(ToHex(AddressParser::ParseIp("300.-1.256.7")), "2C FF 00 07");
     EXPECT_EQ(ToHex(AddressParser::ParseIp("1.2.3.4.")), "01 02 03 04");

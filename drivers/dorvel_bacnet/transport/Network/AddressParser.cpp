@@ -1,5 +1,6 @@
 #include "Network/AddressParser.h"
 
+#include <cstdlib>
 #include <optional>
 #include <sstream>
 #include <stdexcept>
@@ -57,17 +58,6 @@ Octets ParseHexList(std::vector<std::string> const& parts) {
     return octets;
 }
 
-// The low 16 bits of what std::stoul gives where `long` has 32 bits, as on the controller: the magnitude has
-// to fit them, a sign is allowed.
-unsigned short ParsePort(std::string const& text) {
-    constexpr long long LargestMagnitude = 0xFFFFFFFF;
-    long long const number = std::stoll(text);
-    if (number < -LargestMagnitude || number > LargestMagnitude) {
-        throw std::out_of_range("port number");
-    }
-    return static_cast<unsigned short>(number & 0xFFFF);
-}
-
 // No octets for a text that is not a dotted address, so that its caller can try another form.
 std::optional<Octets> TryParseIp(std::string const& text) {
     try {
@@ -84,7 +74,7 @@ Octets ParseDotted(std::string const& text) {
     }
     if (parts.size() == 2) {
         if (auto address = TryParseIp(parts[0])) {
-            return WithPort(std::move(*address), ParsePort(parts[1]));
+            return WithPort(std::move(*address), AddressParser::ParsePort(parts[1]));
         }
     }
     return ParseHexList(parts);
@@ -122,6 +112,19 @@ std::vector<char> AddressParser::ParseIp(std::string const& text) {
         octets.push_back(Octet(std::stoi(part)));
     }
     return octets;
+}
+
+unsigned short AddressParser::ParsePort(std::string const& text) {
+    constexpr long long LargestMagnitude = 0xFFFFFFFF;
+    char* end = nullptr;
+    long long const number = std::strtoll(text.c_str(), &end, 10);
+    if (end == text.c_str()) {
+        throw std::invalid_argument("stoul");
+    }
+    if (number < -LargestMagnitude || number > LargestMagnitude) {
+        throw std::out_of_range("stoul");
+    }
+    return static_cast<unsigned short>(number & 0xFFFF);
 }
 
 std::vector<std::string> AddressParser::Split(std::string const& text, char delimiter) {

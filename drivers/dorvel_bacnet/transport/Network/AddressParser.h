@@ -28,6 +28,11 @@ public:
     // Ip-address format" if there are not four parts, and what std::stoi throws for a part that is no number.
     static std::vector<char> ParseIp(std::string const& text);
 
+    // The low 16 bits of the decimal number at the start of the text, as std::stoul reads it where `long` has
+    // 32 bits: a sign is allowed, the magnitude has to fit them. Throws std::invalid_argument for a text
+    // without a number and std::out_of_range for a larger one, both with the text "stoul".
+    static unsigned short ParsePort(std::string const& text);
+
     // The parts between delimiters, as std::getline reads them: an empty text has none, and a delimiter at
     // the end adds none.
     static std::vector<std::string> Split(std::string const& text, char delimiter);
