@@ -22,7 +22,6 @@ TEST(RunFigures, OfNothing) {
 }
 
 TEST(RunFigures, CountCyclesFaultsAndObjects) {
-    Plant plant;
     BlockConfig config;
     NameRow const* const input = ObjectTypes().FindCode(1);
     NameRow const* const output = ObjectTypes().FindCode(2);

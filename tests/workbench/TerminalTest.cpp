@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <string_view>
 
 #include "Signals.h"
 
@@ -57,17 +58,28 @@ protected:
         ASSERT_EQ(unlockpt(person), 0);
         program = open(ptsname(person), O_RDWR | O_NOCTTY);
         ASSERT_GE(program, 0);
-        fcntl(person, F_SETFL, O_NONBLOCK);
     }
     void TearDown() override {
         close(program);
         close(person);
     }
 
+    // What has been written since the last time: up to a mark that is written behind it, since the system
+    // hands octets over at its leisure.
     std::string Seen() const {
-        char text[4096];
-        ssize_t const length = read(person, text, sizeof text);
-        return std::string(text, length > 0 ? static_cast<std::size_t>(length) : 0);
+        static constexpr std::string_view mark = "<end>";
+        EXPECT_EQ(write(program, mark.data(), mark.size()), static_cast<ssize_t>(mark.size()));
+        std::string seen;
+        while (seen.size() < mark.size() || seen.substr(seen.size() - mark.size()) != mark) {
+            char text[4096];
+            ssize_t const length = read(person, text, sizeof text);
+            if (length <= 0) {
+                ADD_FAILURE() << "the terminal is closed";
+                return seen;
+            }
+            seen.append(text, static_cast<std::size_t>(length));
+        }
+        return seen.substr(0, seen.size() - mark.size());
     }
     termios Mode() const {
         termios mode{};

@@ -1,0 +1,33 @@
+-- The smallest project: one device, three variables. Try it with the simulated device first:
+--
+--   bacnet-simulator examples/devices/air-handling-unit.lua
+--   dorvel-workbench run examples/first-steps.lua --define ahu=127.0.0.1:47808
+--
+-- and then with a device of your own:
+--
+--   dorvel-workbench run examples/first-steps.lua --define ahu=192.168.1.20:47808
+
+-- Where the device is: its IPv4 address and UDP port, here as given with --define.
+local address = Param.ahu or "192.168.1.20:47808"
+
+BACnet.new{
+    Name = "AHU",       -- your name for the block
+    Address = address,  -- where datagrams go
+    MAC = address,      -- the device's BACnet address; on the local network the same
+
+    -- What is read, once a second. Every variable is one property of one object of the device;
+    -- "dorvel-workbench names" lists the object types and properties that can be written here.
+    Vars = {
+        -- A DataValue comes with its quality. It turns bad when the device falls silent, so it is what you want most
+        -- of the time.
+        {Name = "Supply air temperature", Type = "DataValue", ElementType = "Float",
+         ObjectType = "analog-input", ObjectNumber = 1, ObjectProperties = "present-value"},
+
+        {Name = "Supply fan runs", Type = "DataValue", ElementType = "Boolean",
+         ObjectType = "binary-output", ObjectNumber = 1, ObjectProperties = "present-value"},
+
+        -- A plain value keeps its last quality whatever happens.
+        {Name = "What it is", Type = "String",
+         ObjectType = "analog-input", ObjectNumber = 1, ObjectProperties = "description"},
+    },
+}

@@ -1,0 +1,113 @@
+-- A plant of four devices: an air handling unit, a chiller behind a router, room controllers and an energy meter.
+-- examples/devices/ has a simulated device for each; scripts/demo runs them all. With devices of your own:
+--
+--   dorvel-workbench run examples/plant.lua --define ahu=192.168.1.20:47808 --define chiller=192.168.1.1:47808 ...
+--
+-- Every object type that the driver can read is in here once at least. Of Lighting Output it can read nothing.
+
+local ahu = Param.ahu or "192.168.1.20:47808"
+local router = Param.chiller or "192.168.1.1:47808"
+local rooms = Param.rooms or "192.168.1.22:47808"
+local meter = Param.meter or "192.168.1.23:47808"
+
+Task{Name = "air", Period = 1000}
+Task{Name = "energy", Period = 1000}
+
+-- A variable with its quality; property is present-value unless told.
+local function value(name, type, object, number, property)
+    return {
+        Name = name, Type = "DataValue", ElementType = type,
+        ObjectType = object, ObjectNumber = number, ObjectProperties = property or "present-value",
+    }
+end
+
+BACnet.new{
+    Name = "AHU", Task = "air", Address = ahu, MAC = ahu,
+    Vars = {
+        value("Supply air temperature", "Float", "analog-input", 1),
+        value("Supply air description", "String", "analog-input", 1, "description"),
+        value("Supply air units", "UInt32", "analog-input", 1, "units"),
+        value("Supply air flags", "UInt64", "analog-input", 1, "status-flags"),
+        value("Return air temperature", "Float", "analog-input", 2),
+        value("Outside air temperature", "Float", "analog-input", 3),
+        value("Duct pressure", "Float", "analog-input", 4),
+        value("Frost sensor reliability", "UInt32", "analog-input", 5, "reliability"),
+        value("Heating valve", "Float", "analog-output", 1),
+        value("Cooling valve", "Float", "analog-output", 2),
+        value("Supply air setpoint", "Float", "analog-value", 1),
+        value("Filter alarm", "Boolean", "binary-input", 1),
+        value("Fire contact", "Boolean", "binary-input", 2),
+        value("Fire contact polarity", "UInt32", "binary-input", 2, "polarity"),
+        value("Supply fan", "Boolean", "binary-output", 1),
+        value("Extract fan", "Boolean", "binary-output", 2),
+        value("Loop output", "Float", "loop", 1),
+        value("Loop setpoint", "Float", "loop", 1, "setpoint"),
+        value("Loop gain", "Float", "loop", 1, "proportional-constant"),
+        value("Loop integral", "Float", "loop", 1, "integral-constant"),
+        value("Supply air, lowest", "Float", "averaging", 1, "minimum-value"),
+        value("Supply air, average", "Double", "averaging", 1, "average-value"),
+        value("Supply air, highest", "Float", "averaging", 1, "maximum-value"),
+        value("Setpoint by programme", "Float", "schedule", 1),
+        value("Setpoint programme", "String", "schedule", 1, "weekly-schedule"),
+        value("Setpoint exceptions", "String", "schedule", 1, "exception-schedule"),
+    },
+}
+
+-- The chiller is on network 5, behind a router. Address is the router's, MAC the station on that network: two octets
+-- in decimal, 0A 14.
+BACnet.new{
+    Name = "Chiller", Task = "energy", Address = router, NetworkNumber = 5, MAC = "10:20",
+    Vars = {
+        value("Supply temperature", "Float", "analog-input", 1),
+        value("Return temperature", "Float", "analog-input", 2),
+        value("Compressor current", "Float", "analog-input", 3),
+        value("Setpoint", "Float", "analog-value", 1),
+        value("Release", "Boolean", "binary-value", 1),
+        value("State", "UInt32", "multi-state-input", 1),
+        value("Stage", "UInt32", "multi-state-output", 1),
+        value("Mode", "UInt32", "multi-state-value", 1),
+        value("Valve offset", "Int32", "integer-value", 1),
+        value("Compressor starts", "UInt32", "positive-integer-value", 1),
+        value("Defrost at", "UInt32", "time-value", 1),  -- milliseconds since midnight
+        value("Next inspection", "DateTime", "date-value", 1),
+        value("Controller clock", "DateTime", "datetime-value", 1),
+        value("Alarm bits", "String", "bitstring-value", 1),
+        value("Alarm state", "UInt32", "bitstring-value", 1, "event-state"),
+    },
+}
+
+-- Twelve rooms on one device; a project is a program, so a loop writes their variables.
+local room_variables = {
+    value("Light programme", "Float", "schedule", 1),
+    value("Light programme, week", "String", "schedule", 1, "weekly-schedule"),
+}
+for room = 1, 12 do
+    local name = string.format("Room %d ", 100 + room)
+    table.insert(room_variables, value(name .. "temperature", "Float", "analog-input", room))
+    table.insert(room_variables, value(name .. "setpoint", "Float", "analog-value", room))
+    table.insert(room_variables, value(name .. "presence", "Boolean", "binary-input", room))
+    table.insert(room_variables, value(name .. "mode", "UInt32", "multi-state-value", room))
+end
+BACnet.new{Name = "Rooms", Task = "air", Address = rooms, MAC = rooms, Vars = room_variables}
+
+BACnet.new{
+    Name = "Meter", Task = "energy", Address = meter, MAC = meter,
+    Vars = {
+        value("Active energy", "UInt32", "accumulator", 1),
+        value("Reactive energy", "UInt32", "accumulator", 2),
+        value("Water", "Float", "pulse-converter", 1),
+        value("Water per pulse", "Float", "pulse-converter", 1, "scale-factor"),
+        value("Power, lowest", "Float", "averaging", 1, "minimum-value"),
+        value("Power, average", "Float", "averaging", 1, "average-value"),
+        value("Power, highest", "Float", "averaging", 1, "maximum-value"),
+        value("Averaging window", "UInt32", "averaging", 1, "window-interval"),
+        value("Total energy", "Double", "large-analog-value", 1),
+        value("Grid frequency", "Double", "large-analog-value", 2),
+        value("Operating hours", "UInt32", "positive-integer-value", 1),
+        value("Meter address", "String", "octetstring-value", 1),
+        value("Phases present", "String", "bitstring-value", 1),
+        value("Calibrated until", "DateTime", "date-value", 1),
+        value("Last reset", "DateTime", "datetime-value", 1),
+        value("Meter clock", "UInt32", "time-value", 1),
+    },
+}

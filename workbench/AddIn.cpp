@@ -1,0 +1,43 @@
+#include "AddIn.h"
+
+#include <dlfcn.h>
+#include <unistd.h>
+
+namespace workbench {
+
+namespace {
+
+constexpr char addInName[] = "dorvel_bacnet.so";
+
+// dlopen searches the system's folders for a name without a slash; here a name means a file.
+std::string AsPath(std::string const& file) {
+    return file.find('/') == std::string::npos ? "./" + file : file;
+}
+
+}  // namespace
+
+void LoadAddIn(std::string const& file) {
+    void* const library = dlopen(AsPath(file).c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (!library) {
+        throw AddInError(std::string("the add-in cannot be loaded: ") + dlerror());
+    }
+    auto const init = reinterpret_cast<int (*)()>(dlsym(library, "InitAddin"));
+    if (!init) {
+        throw AddInError("the add-in " + file + " has no InitAddin");
+    }
+    int const result = init();
+    if (result != 0) {
+        throw AddInError("the add-in " + file + " refused to start: InitAddin gave " +
+                         std::to_string(result));
+    }
+}
+
+std::string DefaultAddIn() {
+    char path[4096];
+    ssize_t const length = readlink("/proc/self/exe", path, sizeof path);
+    std::string const program(path, length > 0 ? static_cast<std::size_t>(length) : 0);
+    std::size_t const slash = program.rfind('/');
+    return (slash == std::string::npos ? std::string() : program.substr(0, slash + 1)) + addInName;
+}
+
+}  // namespace workbench

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <netinet/in.h>
+
+#include <string>
+#include <vector>
+
+namespace workbench {
+
+using Octets = std::vector<char>;
+
+// The capture file format that packet analysers read (libpcap 2.4, little-endian, microseconds), link type
+// 101: raw IPv4. Addresses and ports are in network byte order, as in sockaddr_in.
+
+// The 24 octets at the beginning of a capture file.
+Octets CaptureHeader();
+
+// One UDP datagram as a packet record with IPv4 and UDP headers (RFC 791, RFC 768), lengths and checksums
+// right. fileTime is when it passed, 100-nanosecond units since 1601; identification is the number of the
+// IPv4 packet. Data beyond the 65507 octets of the largest datagram is cut off.
+Octets CaptureRecord(sockaddr_in const& from, sockaddr_in const& to, void const* data, int length,
+                     long long fileTime, unsigned short identification);
+
+}  // namespace workbench

@@ -1,0 +1,113 @@
+#include "CommandLine.h"
+
+#include <CLI/CLI.hpp>
+#include <ostream>
+
+#include "ExitCode.h"
+
+namespace workbench {
+
+namespace {
+
+constexpr char programHelp[] = R"(Examples:
+  dorvel-workbench run examples/first-steps.lua
+  dorvel-workbench run plant.lua --define ahu=192.168.1.20:47808 --pcap plant.pcap
+  dorvel-workbench run plant.lua --format json --cycles 10 --fail-on-fault
+  dorvel-workbench check plant.lua
+  dorvel-workbench names
+
+Exit codes:
+  0  done; Ctrl-C is an ordinary end
+  1  a block was in fault at the end, with --fail-on-fault
+  2  a mistake on the command line or in the project
+  3  the add-in cannot be loaded
+  4  something else failed, such as writing the capture file
+  130  a second Ctrl-C did not wait for the end)";
+
+constexpr char runHelp[] =
+    R"(Every block of the project is called once per period of its task. In a terminal its variables
+stand in a table that renews itself; elsewhere each variable is a line per cycle, with tabs
+between the columns. Ctrl-C ends the run.)";
+
+// "NAME=VALUE" taken apart; an exception that CLI11 reports when there is no name.
+std::pair<std::string, std::string> Assignment(std::string const& text, char const* option) {
+    std::size_t const equals = text.find('=');
+    if (equals == std::string::npos || equals == 0) {
+        throw CLI::ValidationError(option, "\"" + text + "\" is no NAME=VALUE");
+    }
+    return {text.substr(0, equals), text.substr(equals + 1)};
+}
+
+void AddProjectOptions(CLI::App& command, Options& options) {
+    command.add_option("PROJECT", options.Project, "The project, a Lua file")->required();
+    command
+        .add_option("--addin", options.AddIn, "The add-in (default: dorvel_bacnet.so beside this program)")
+        ->type_name("FILE");
+    command
+        .add_option_function<std::vector<std::string>>(
+            "-D,--define",
+            [&options](std::vector<std::string> const& texts) {
+                for (std::string const& text : texts) {
+                    options.Params.insert(Assignment(text, "--define"));
+                }
+            },
+            "Gives Param.NAME to the project; may be repeated")
+        ->type_name("NAME=VALUE")
+        ->allow_extra_args(false);
+}
+
+void AddRunOptions(CLI::App& command, Options& options) {
+    static std::map<std::string, OutputFormat> const formats = {{"auto", OutputFormat::Auto},
+                                                                {"table", OutputFormat::Table},
+                                                                {"lines", OutputFormat::Lines},
+                                                                {"json", OutputFormat::Json}};
+    command
+        .add_option_function<std::string>(
+            "--format", [&options](std::string const& name) { options.Format = formats.at(name); },
+            "auto, table, lines or json (default: auto)")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember(formats).description(""));
+    command.add_option("--cycles", options.Cycles, "Ends after so many cycles of each block")
+        ->type_name("N")
+        ->check(CLI::Range(1ULL, 1000000000000ULL).description(""));
+    command.add_option("--pcap", options.CaptureFile, "Keeps every datagram in a capture file")
+        ->type_name("FILE");
+    command.add_flag("--trace", options.Trace, "Shows what the driver does, step by step");
+    command.add_flag("--fail-on-fault", options.FailOnFault,
+                     "Exit code 1 when a block is in fault at the end");
+    command.add_flag_callback(
+        "--summary", [&options] { options.Summary = true; }, "Figures at the end (default in a terminal)");
+    command.add_flag_callback(
+        "--no-summary", [&options] { options.Summary = false; }, "No figures at the end");
+    command.footer(runHelp);
+}
+
+}  // namespace
+
+std::optional<Options> ParseCommandLine(int argc, char const* const* argv, std::ostream& out,
+                                        std::ostream& err, int& exitCode) {
+    Options options;
+    CLI::App app("Runs the BACnet blocks of a project on a PC and shows their variables.",
+                 "dorvel-workbench");
+    app.set_version_flag("--version", "dorvel-workbench " WORKBENCH_VERSION);
+    app.require_subcommand(1);
+    app.footer(programHelp);
+
+    CLI::App* const run = app.add_subcommand("run", "Runs a project");
+    AddProjectOptions(*run, options);
+    AddRunOptions(*run, options);
+    CLI::App* const check = app.add_subcommand("check", "Only looks for mistakes in a project");
+    AddProjectOptions(*check, options);
+    CLI::App* const names = app.add_subcommand("names", "Lists the names of object types and properties");
+
+    try {
+        app.parse(argc, argv);
+    } catch (CLI::ParseError const& end) {
+        exitCode = app.exit(end, out, err) == 0 ? ExitOk : ExitUsage;
+        return std::nullopt;
+    }
+    options.What = names->parsed() ? Command::Names : check->parsed() ? Command::Check : Command::Run;
+    return options;
+}
+
+}  // namespace workbench

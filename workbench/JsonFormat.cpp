@@ -1,0 +1,124 @@
+#include "JsonFormat.h"
+
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
+#include <cmath>
+
+#include "NumberText.h"
+#include "Printable.h"
+#include "QualityText.h"
+#include "TimeText.h"
+#include "TypeName.h"
+#include "ValueText.h"
+
+namespace workbench {
+
+namespace {
+
+using Writer = rapidjson::Writer<rapidjson::StringBuffer>;
+
+void WriteText(Writer& writer, std::string const& text) {
+    writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
+}
+
+void WriteField(Writer& writer, char const* name, std::string const& text) {
+    writer.Key(name);
+    WriteText(writer, text);
+}
+
+// The shortest text of the number, which RapidJSON would write as a double with all its digits.
+template <typename Number>
+void WriteNumber(Writer& writer, Number value) {
+    std::string const text = NumberText(value);
+    if (std::isfinite(value)) {
+        writer.RawValue(text.data(), text.size(), rapidjson::kNumberType);
+    } else {
+        WriteText(writer, text);
+    }
+}
+
+void WriteOctets(Writer& writer, OpcUa_Octets const& octets) {
+    WriteText(writer,
+              ValidUtf8(std::string_view(octets.Length > 0 ? octets.Data : "",
+                                         static_cast<std::size_t>(octets.Length > 0 ? octets.Length : 0))));
+}
+
+void WriteValue(Writer& writer, OpcUa_Variant const& value, long long localDiff) {
+    switch (value.Datatype) {
+        case OpcUaType_Null:
+            writer.Null();
+            break;
+        case OpcUaType_Boolean:
+            writer.Bool(value.Value.Boolean);
+            break;
+        case OpcUaType_Float:
+            WriteNumber(writer, value.Value.Float);
+            break;
+        case OpcUaType_Double:
+            WriteNumber(writer, value.Value.Double);
+            break;
+        case OpcUaType_String:
+            WriteOctets(writer, value.Value.Octets);
+            break;
+        case OpcUaType_DateTime:
+            WriteText(writer, IsoTime(value.Value.DateTime, localDiff));
+            break;
+        case OpcUaType_DataValue:
+            WriteValue(writer, value.Value.DataValue->Value, localDiff);
+            break;
+        case OpcUaType_ByteString:
+        case OpcUaType_StatusCode:
+            WriteText(writer, ValueText(value, localDiff));
+            break;
+        default: {
+            std::string const digits = ValueText(value, localDiff);
+            writer.RawValue(digits.data(), digits.size(), rapidjson::kNumberType);
+        }
+    }
+}
+
+void WriteVariable(Writer& writer, VariableSnapshot const& variable, long long localDiff) {
+    VariableState const& state = variable.State;
+    writer.StartObject();
+    WriteField(writer, "name", ValidUtf8(variable.Config->Name));
+    WriteField(writer, "object", ObjectText(*variable.Config));
+    WriteField(writer, "property", variable.Config->Property->Name);
+    WriteField(writer, "type", TypeName(variable.Config->Type));
+    writer.Key("value");
+    WriteValue(writer, state.Value, localDiff);
+    WriteField(writer, "quality", QualityText(state.Status));
+    WriteField(writer, "status", StatusText(state.Status));
+    writer.Key("time");
+    if (state.Time) {
+        WriteText(writer, IsoTime(state.Time, localDiff));
+    } else {
+        writer.Null();
+    }
+    writer.EndObject();
+}
+
+}  // namespace
+
+std::string FormatJson(BlockSnapshot const& block) {
+    rapidjson::StringBuffer buffer;
+    Writer writer(buffer);
+    writer.StartObject();
+    WriteField(writer, "time", IsoTime(block.Time, block.LocalDiff));
+    WriteField(writer, "block", ValidUtf8(block.Config->Name));
+    writer.Key("cycle");
+    writer.Uint64(block.Cycle);
+    writer.Key("fault");
+    writer.Bool(IsFault(block));
+    WriteField(writer, "error", ValidUtf8(FaultText(block)));
+    writer.Key("variables");
+    writer.StartArray();
+    for (VariableSnapshot const& variable : block.Variables) {
+        WriteVariable(writer, variable, block.LocalDiff);
+    }
+    writer.EndArray();
+    writer.EndObject();
+    return std::string(buffer.GetString(), buffer.GetSize()) + "\n";
+}
+
+}  // namespace workbench

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+#include "Snapshot.h"
+
+namespace workbench {
+
+// A block's cycle as plain lines, one a variable, each with its line end. Twelve columns with a tab between
+// them, for people who use cut and awk: time, block, cycle, state, variable, object, property, value, type,
+// quality, status, time of the value ("-" before the first).
+std::string FormatLines(BlockSnapshot const& block);
+
+// A line with the names of the columns, "#" in front.
+std::string LinesHeader();
+
+}  // namespace workbench

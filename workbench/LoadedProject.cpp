@@ -1,0 +1,191 @@
+#include "LoadedProject.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <exception>
+#include <lua.hpp>
+
+#include "ExitCode.h"
+#include "LuaValue.h"
+#include "Printable.h"
+#include "ProjectError.h"
+#include "Suggestion.h"
+#include "Watchdog.h"
+
+namespace workbench {
+
+namespace {
+
+constexpr std::chrono::milliseconds Grace{2000};
+
+// Lua shows at most 59 octets of a file name, the last ones.
+std::string ShortName(std::string const& path) {
+    return path.size() < LUA_IDSIZE ? path : "..." + path.substr(path.size() - (LUA_IDSIZE - 4));
+}
+
+std::string Quoted(std::string const& name) {
+    return Describe({name});
+}
+
+}  // namespace
+
+LoadedProject::LoadedProject(std::string projectPath, std::map<std::string, std::string> const& paramValues,
+                             ScriptLimits const& scriptLimits)
+    : path(std::move(projectPath)),
+      shortPath(ShortName(path)),
+      limits(scriptLimits),
+      source(""),
+      binding(*this),
+      script(std::make_unique<ScriptState>(limits)),
+      runtime(std::make_unique<dorvel::Runtime>(script->Get())) {
+    for (auto const& value : paramValues) {
+        params[value.first].Text = value.second;
+    }
+    try {
+        runtime->OpenLibraries();
+    } catch (std::exception const& refusal) {
+        throw AddInError(std::string("the add-in refuses a script: ") + refusal.what());
+    }
+    if (!binding.Install(script->Get())) {
+        throw AddInError("the add-in registers no blocks of the name BACnet");
+    }
+}
+
+LoadedProject::~LoadedProject() {
+    runtime.reset();
+    Watchdog const watchdog(limits.Time + Grace, [this] { EndProcess("a finalizer does not end"); });
+    script.reset();
+}
+
+void LoadedProject::Load(SourceText projectSource) {
+    source = std::move(projectSource);
+    RunScript();
+    DropUnmadeBlocks();
+    if (blocks.empty()) {
+        throw ProjectError(path + ": there is no block; BACnet.new{...} makes one");
+    }
+    if (tasks.empty()) {
+        tasks.push_back({"main"});
+    }
+    CheckTasks();
+    for (TaskConfig const& task : tasks) {
+        runtime->AddTask(task.Name, std::chrono::milliseconds(task.Period));
+    }
+    for (BlockConfig const& block : blocks) {
+        StartBlock(block);
+    }
+}
+
+void LoadedProject::RunScript() {
+    Watchdog const watchdog(limits.Time + Grace, [this] { EndProcess("it does not end"); });
+    script->StartClock();
+    std::string const mistake = script->Run(source.Text(), "@" + path);
+    script->StopClock();
+    if (!mistake.empty()) {
+        bool const placed = mistake.compare(0, shortPath.size() + 1, shortPath + ":") == 0;
+        throw ProjectError((placed ? "" : path + ": ") + Printable(mistake));
+    }
+}
+
+void LoadedProject::EndProcess(char const* reason) const {
+    std::fprintf(stderr, "%s: %s\n", path.c_str(), reason);
+    std::fflush(stderr);
+    _exit(ExitUsage);
+}
+
+void LoadedProject::AddTask(TaskConfig task) {
+    for (TaskConfig const& other : tasks) {
+        if (other.Name == task.Name) {
+            throw ProjectError("task " + Quoted(task.Name) + ": there is another one of that name");
+        }
+    }
+    tasks.push_back(std::move(task));
+}
+
+BlockConfig const& LoadedProject::AddBlock(BlockConfig block) {
+    DropUnmadeBlocks();
+    for (BlockConfig const& other : blocks) {
+        if (other.Name == block.Name) {
+            throw ProjectError("block " + Quoted(block.Name) + ": there is another one of that name");
+        }
+    }
+    DeclareVariables(block);
+    blocks.push_back(std::move(block));
+    return blocks.back();
+}
+
+// A script may go on after a Lua error that the driver raised.
+void LoadedProject::DropUnmadeBlocks() {
+    while (!blocks.empty() && !blocks.back().Protocol) {
+        blocks.pop_back();
+    }
+}
+
+void LoadedProject::DeclareVariables(BlockConfig& block) {
+    for (VariableConfig& variable : block.Variables) {
+        variable.ReadId = runtime->Variables().Declare(block.Name + "." + variable.Name, variable.Type);
+    }
+}
+
+bool LoadedProject::BlockMade() {
+    std::vector<ScadaProtocol*> const made = runtime->Blocks();
+    bool const isNew = !made.empty() &&
+                       std::none_of(blocks.begin(), blocks.end(),
+                                    [&](BlockConfig const& block) { return block.Protocol == made.back(); });
+    if (isNew) {
+        blocks.back().Protocol = made.back();
+    }
+    return isNew;
+}
+
+std::string const* LoadedProject::Param(char const* name) {
+    for (auto& param : params) {
+        if (param.first == name) {
+            param.second.Asked = true;
+            return &param.second.Text;
+        }
+    }
+    return nullptr;
+}
+
+std::vector<std::string> LoadedProject::UnusedParams() const {
+    std::vector<std::string> names;
+    for (auto const& param : params) {
+        if (!param.second.Asked) {
+            names.push_back(param.first);
+        }
+    }
+    return names;
+}
+
+int LoadedProject::LineOfVariable(Place const& block, std::string const& name, int occurrence) const {
+    return block.File == shortPath ? source.LineOfVariable(block.Line, name, occurrence) : block.Line;
+}
+
+void LoadedProject::CheckTasks() {
+    std::vector<std::string> names;
+    for (TaskConfig const& task : tasks) {
+        names.push_back(task.Name);
+    }
+    for (BlockConfig const& block : blocks) {
+        if (!block.Task.empty() && std::find(names.begin(), names.end(), block.Task) == names.end()) {
+            throw ProjectError(Prefix(block.Where) + "block " + Quoted(block.Name) + ": field \"Task\": " +
+                               Quoted(block.Task) + " is no task" + DidYouMean(block.Task, names));
+        }
+    }
+}
+
+void LoadedProject::StartBlock(BlockConfig const& block) {
+    std::string const task = block.Task.empty() ? tasks.front().Name : block.Task;
+    try {
+        runtime->Assign(*block.Protocol, *runtime->FindTask(task));
+        runtime->InitBlock(*block.Protocol);
+    } catch (std::exception const& reason) {
+        throw ProjectError(Prefix(block.Where) + "block " + Quoted(block.Name) + ": " +
+                           Printable(reason.what()));
+    }
+}
+
+}  // namespace workbench

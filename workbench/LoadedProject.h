@@ -1,0 +1,72 @@
+#pragma once
+
+#include <deque>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "AddIn.h"
+#include "Project.h"
+#include "ScriptBinding.h"
+#include "ScriptState.h"
+#include "SourceText.h"
+#include "dorvel/Runtime.h"
+
+namespace workbench {
+
+// A project that can run: its Lua state, the runtime around it, and its blocks with their tasks. The add-in
+// has been loaded before. A project whose script library does not come back, or whose end does not, ends the
+// process with exit code 2 and one line, some seconds after the limit of time.
+class LoadedProject : private ScriptBinding::Receiver {
+public:
+    // path names the project in messages; params are what the script finds in Param. AddInError.
+    LoadedProject(std::string projectPath, std::map<std::string, std::string> const& paramValues,
+                  ScriptLimits const& scriptLimits = {});
+    ~LoadedProject() override;
+    LoadedProject(LoadedProject const&) = delete;
+    LoadedProject& operator=(LoadedProject const&) = delete;
+
+    // Runs the text, makes tasks and blocks and hands the variables to the driver. Every mistake is a
+    // ProjectError that begins with the path; after one the object is good for nothing. Called once.
+    void Load(SourceText projectSource);
+
+    dorvel::Runtime& Runtime() { return *runtime; }
+    std::vector<TaskConfig> const& Tasks() const { return tasks; }
+    // In the order of the project; they stay where they are.
+    std::deque<BlockConfig> const& Blocks() const { return blocks; }
+    // Names of params that the project never asked for.
+    std::vector<std::string> UnusedParams() const;
+
+private:
+    struct ParamValue {
+        std::string Text;
+        bool Asked = false;
+    };
+
+    void AddTask(TaskConfig task) override;
+    BlockConfig const& AddBlock(BlockConfig block) override;
+    bool BlockMade() override;
+    std::string const* Param(char const* name) override;
+    int LineOfVariable(Place const& block, std::string const& name, int occurrence) const override;
+
+    void RunScript();
+    void DropUnmadeBlocks();
+    void CheckTasks();
+    void DeclareVariables(BlockConfig& block);
+    void StartBlock(BlockConfig const& block);
+    void EndProcess(char const* reason) const;
+
+    std::string path;
+    std::string shortPath;  // as Lua writes it in messages
+    ScriptLimits limits;
+    std::map<std::string, ParamValue> params;
+    SourceText source;
+    std::vector<TaskConfig> tasks;
+    std::deque<BlockConfig> blocks;
+    ScriptBinding binding;
+    std::unique_ptr<ScriptState> script;
+    std::unique_ptr<dorvel::Runtime> runtime;  // goes before the script
+};
+
+}  // namespace workbench

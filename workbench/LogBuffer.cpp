@@ -1,0 +1,44 @@
+#include "LogBuffer.h"
+
+#include <algorithm>
+
+#include "Printable.h"
+
+namespace workbench {
+
+namespace {
+
+constexpr std::size_t KeptLines = 50;
+constexpr std::string_view LineEnds = "\r\n";
+
+}  // namespace
+
+void LogBuffer::Add(std::string_view piece) {
+    std::lock_guard<std::mutex> const lock(mutex);
+    while (!piece.empty()) {
+        std::size_t const end = std::min(piece.find_first_of(LineEnds), piece.size());
+        AddLine(piece.substr(0, end));
+        piece.remove_prefix(std::min(end + 1, piece.size()));
+    }
+}
+
+void LogBuffer::AddLine(std::string_view line) {
+    if (line.empty()) {
+        return;
+    }
+    std::string text = Printable(line);
+    if (stream) {
+        *stream << text << std::endl;
+    }
+    lines.push_back(std::move(text));
+    if (lines.size() > KeptLines) {
+        lines.pop_front();
+    }
+}
+
+std::vector<std::string> LogBuffer::Lines() const {
+    std::lock_guard<std::mutex> const lock(mutex);
+    return {lines.begin(), lines.end()};
+}
+
+}  // namespace workbench

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <deque>
+#include <mutex>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace workbench {
+
+// Takes the runtime's log. Every piece is one line or several: drivers end a message with a line end, a
+// carriage return or nothing. Lines go to the stream, if there is one, and the newest are kept. Safe for many
+// threads.
+class LogBuffer {
+public:
+    explicit LogBuffer(std::ostream* lineStream) : stream(lineStream) {}
+
+    void Add(std::string_view piece);
+    // The newest lines, oldest first, at most 50.
+    std::vector<std::string> Lines() const;
+
+private:
+    void AddLine(std::string_view line);
+
+    mutable std::mutex mutex;
+    std::ostream* stream;
+    std::deque<std::string> lines;
+};
+
+}  // namespace workbench

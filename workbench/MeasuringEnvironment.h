@@ -1,0 +1,34 @@
+#pragma once
+
+#include <map>
+#include <mutex>
+
+#include "ForwardingEnvironment.h"
+#include "RoundTrips.h"
+
+namespace workbench {
+
+struct TrafficFigures {
+    unsigned long long Requests = 0;  // datagrams sent
+    unsigned long long Answers = 0;   // datagrams received
+    RoundTrips Trips;  // from a datagram sent to the first one received behind it on the same socket
+};
+
+// Counts datagrams and measures round trips, and passes everything on.
+class MeasuringEnvironment : public ForwardingEnvironment {
+public:
+    using ForwardingEnvironment::ForwardingEnvironment;
+
+    void Close(int handle) override;
+    bool Send(int handle, sockaddr_in const& peer, void const* data, int length) override;
+    int Receive(int handle, sockaddr_in& sender, void* buffer, int size, int timeout) override;
+
+    TrafficFigures Figures() const;
+
+private:
+    mutable std::mutex mutex;
+    TrafficFigures figures;
+    std::map<int, long long> sent;  // when the request left that still waits, by handle
+};
+
+}  // namespace workbench

@@ -1,0 +1,163 @@
+#include "Printable.h"
+
+#include <cwchar>
+
+namespace workbench {
+
+namespace {
+
+constexpr std::string_view Replacement = "\xEF\xBF\xBD";
+constexpr std::string_view Ellipsis = "\xE2\x80\xA6";
+
+// One character of a text: its code point, -1 for an octet that starts none, and its length in octets.
+struct Character {
+    long CodePoint;
+    std::size_t Length;
+};
+
+unsigned OctetAt(std::string_view text, std::size_t place) {
+    return static_cast<unsigned char>(text[place]);
+}
+
+// The length that the first octet of a character announces, 0 for an octet that is no first one.
+std::size_t AnnouncedLength(unsigned first) {
+    if (first < 0x80) {
+        return 1;
+    }
+    if (first >= 0xC2 && first <= 0xDF) {
+        return 2;
+    }
+    if ((first & 0xF0) == 0xE0) {
+        return 3;
+    }
+    return first >= 0xF0 && first <= 0xF4 ? 4 : 0;
+}
+
+bool IsCharacter(long codePoint, std::size_t length) {
+    static constexpr long smallest[] = {0, 0, 0x80, 0x800, 0x10000};
+    bool const surrogate = codePoint >= 0xD800 && codePoint <= 0xDFFF;
+    return codePoint >= smallest[length] && codePoint <= 0x10FFFF && !surrogate;
+}
+
+Character CharacterAt(std::string_view text, std::size_t place) {
+    unsigned const first = OctetAt(text, place);
+    std::size_t const length = AnnouncedLength(first);
+    if (length <= 1) {
+        return {length == 1 ? static_cast<long>(first) : -1, 1};
+    }
+    if (place + length > text.size()) {
+        return {-1, 1};
+    }
+    long codePoint = static_cast<long>(first & (0x7Fu >> length));
+    for (std::size_t i = 1; i < length; ++i) {
+        unsigned const next = OctetAt(text, place + i);
+        if ((next & 0xC0) != 0x80) {
+            return {-1, 1};
+        }
+        codePoint = codePoint * 64 + static_cast<long>(next & 0x3F);
+    }
+    return IsCharacter(codePoint, length) ? Character{codePoint, length} : Character{-1, 1};
+}
+
+// Controls of the first and second set, and the marks that turn the direction of a line.
+bool IsControl(long codePoint) {
+    return codePoint < 0x20 || (codePoint >= 0x7F && codePoint < 0xA0) || codePoint == 0x2028 ||
+           codePoint == 0x2029 || (codePoint >= 0x202A && codePoint <= 0x202E) ||
+           (codePoint >= 0x2066 && codePoint <= 0x2069);
+}
+
+std::string Escape(long codePoint) {
+    static constexpr char digits[] = "0123456789ABCDEF";
+    switch (codePoint) {
+        case '\n':
+            return "\\n";
+        case '\r':
+            return "\\r";
+        case '\t':
+            return "\\t";
+        default:
+            break;
+    }
+    if (codePoint > 0xFF) {
+        return std::string(Replacement);
+    }
+    return {'\\', 'x', digits[codePoint / 16], digits[codePoint % 16]};
+}
+
+// A locale that does not know the character gives no width; a terminal then shows one column at least.
+std::size_t Columns(long codePoint) {
+    int const columns = wcwidth(static_cast<wchar_t>(codePoint));
+    return columns < 0 ? 1 : static_cast<std::size_t>(columns);
+}
+
+// The octets of the longest beginning that takes at most width columns.
+std::string_view Beginning(std::string_view text, std::size_t width) {
+    std::size_t place = 0;
+    for (std::size_t columns = 0; place < text.size();) {
+        Character const character = CharacterAt(text, place);
+        columns += Columns(character.CodePoint);
+        if (columns > width) {
+            break;
+        }
+        place += character.Length;
+    }
+    return text.substr(0, place);
+}
+
+std::string Cut(std::string_view text, std::size_t width) {
+    if (DisplayWidth(text) <= width) {
+        return std::string(text);
+    }
+    return width == 0 ? std::string() : std::string(Beginning(text, width - 1)).append(Ellipsis);
+}
+
+std::string Blanks(std::string const& text, std::size_t width) {
+    std::size_t const taken = DisplayWidth(text);
+    return std::string(taken < width ? width - taken : 0, ' ');
+}
+
+}  // namespace
+
+std::string ValidUtf8(std::string_view text) {
+    std::string result;
+    for (std::size_t place = 0; place < text.size();) {
+        Character const character = CharacterAt(text, place);
+        result.append(character.CodePoint < 0 ? Replacement : text.substr(place, character.Length));
+        place += character.Length;
+    }
+    return result;
+}
+
+std::string Printable(std::string_view text) {
+    std::string const valid = ValidUtf8(text);
+    std::string result;
+    for (std::size_t place = 0; place < valid.size();) {
+        Character const character = CharacterAt(valid, place);
+        bool const control = IsControl(character.CodePoint);
+        result.append(control ? Escape(character.CodePoint) : valid.substr(place, character.Length));
+        place += character.Length;
+    }
+    return result;
+}
+
+std::size_t DisplayWidth(std::string_view text) {
+    std::size_t width = 0;
+    for (std::size_t place = 0; place < text.size();) {
+        Character const character = CharacterAt(text, place);
+        width += Columns(character.CodePoint);
+        place += character.Length;
+    }
+    return width;
+}
+
+std::string FitTo(std::string_view text, std::size_t width) {
+    std::string const cut = Cut(text, width);
+    return cut + Blanks(cut, width);
+}
+
+std::string FitToRight(std::string_view text, std::size_t width) {
+    std::string const cut = Cut(text, width);
+    return Blanks(cut, width) + cut;
+}
+
+}  // namespace workbench

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace workbench {
+
+// Texts come from devices and from projects; what goes to a terminal or into a line must stay on its line and
+// must not steer the terminal. Widths are columns of a terminal.
+
+// The text as valid UTF-8 without control characters: "\n" and the like are written as escapes, "\x1B" for
+// others, and octets that are no UTF-8 become U+FFFD.
+std::string Printable(std::string_view text);
+
+// The text with octets that are no UTF-8 replaced by U+FFFD, and nothing else changed.
+std::string ValidUtf8(std::string_view text);
+
+// The columns that a printable text takes.
+std::size_t DisplayWidth(std::string_view text);
+
+// The printable text in exactly width columns: filled with blanks, or cut, with "…" in the last column.
+std::string FitTo(std::string_view text, std::size_t width);
+// The same, filled on the left side.
+std::string FitToRight(std::string_view text, std::size_t width);
+
+}  // namespace workbench

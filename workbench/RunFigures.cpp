@@ -1,0 +1,61 @@
+#include "RunFigures.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <set>
+
+namespace workbench {
+
+namespace {
+
+// The driver asks for all properties of one object together.
+unsigned long long ObjectCount(BlockConfig const& block) {
+    std::set<std::pair<int, int>> objects;
+    for (VariableConfig const& variable : block.Variables) {
+        objects.emplace(variable.ObjectType->Code, variable.ObjectNumber);
+    }
+    return objects.size();
+}
+
+std::string Line(char const* name, unsigned long long count, char const* remark) {
+    char text[128];
+    std::snprintf(text, sizeof text, "%-15s %7llu%s\n", name, count, remark);
+    return text;
+}
+
+std::string RoundTripLine(RoundTrips const& trips) {
+    if (trips.Count() == 0) {
+        return "round trip            - (no answer came)\n";
+    }
+    char text[128];
+    std::snprintf(text, sizeof text, "round trip      %7.3f ms median, %.3f ms maximum\n",
+                  static_cast<double>(trips.Median()) / 1e4, static_cast<double>(trips.Maximum()) / 1e4);
+    return text;
+}
+
+}  // namespace
+
+void RunFigures::Count(BlockSnapshot const& block) {
+    bool const fault = IsFault(block);
+    unsigned long long const polled = fault ? 0 : ObjectCount(*block.Config);
+    std::lock_guard<std::mutex> const lock(mutex);
+    ++cycles;
+    faults += fault ? 1 : 0;
+    objects += polled;
+    inFault[block.Config] = fault;
+}
+
+bool RunFigures::AnyFault() const {
+    std::lock_guard<std::mutex> const lock(mutex);
+    return std::any_of(inFault.begin(), inFault.end(), [](auto const& block) { return block.second; });
+}
+
+std::string RunFigures::Summary(TrafficFigures const& traffic) const {
+    std::lock_guard<std::mutex> const lock(mutex);
+    return Line("cycles", cycles, "") + Line("faults", faults, "  (cycles of a block that ended in fault)") +
+           Line("objects polled", objects, "  (in cycles without fault)") +
+           Line("requests", traffic.Requests, "") + Line("answers", traffic.Answers, "") +
+           RoundTripLine(traffic.Trips);
+}
+
+}  // namespace workbench

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <map>
+#include <mutex>
+#include <string>
+
+#include "MeasuringEnvironment.h"
+#include "Snapshot.h"
+
+namespace workbench {
+
+// Counts what the blocks did. Safe for many threads.
+class RunFigures {
+public:
+    void Count(BlockSnapshot const& block);
+
+    // Whether a block was in fault after its latest cycle.
+    bool AnyFault() const;
+
+    // The figures as lines for people:
+    //   cycles             12
+    //   faults              0   (cycles of a block that ended in fault)
+    //   objects polled    744   (in cycles without fault)
+    //   requests          744
+    //   answers           744
+    //   round trip      0.412 ms median, 1.873 ms maximum
+    std::string Summary(TrafficFigures const& traffic) const;
+
+private:
+    mutable std::mutex mutex;
+    unsigned long long cycles = 0;
+    unsigned long long faults = 0;
+    unsigned long long objects = 0;
+    std::map<BlockConfig const*, bool> inFault;
+};
+
+}  // namespace workbench

@@ -1,0 +1,127 @@
+#include "ScriptBinding.h"
+
+#include <exception>
+#include <lua.hpp>
+
+#include "DriverTable.h"
+#include "LuaValue.h"
+#include "ProjectChecks.h"
+#include "ProjectError.h"
+#include "ScriptState.h"
+
+namespace workbench {
+
+namespace {
+
+constexpr int TaskDepth = 1;
+constexpr int BlockDepth = 3;  // a block, its list, a variable
+
+}  // namespace
+
+bool ScriptBinding::Install(lua_State* L) {
+    lua_settop(L, 0);
+    lua_pushcfunction(L, InstallNames);
+    lua_pushlightuserdata(L, this);
+    bool const installed = lua_pcall(L, 1, 0, 0) == LUA_OK;
+    lua_settop(L, 0);
+    return installed;
+}
+
+int ScriptBinding::InstallNames(lua_State* L) {
+    lua_getglobal(L, "BACnet");
+    lua_getfield(L, -1, "new");
+    luaL_checktype(L, -1, LUA_TFUNCTION);
+
+    // Scripts see what makes blocks, and nothing that reaches into one.
+    lua_pushvalue(L, 1);
+    lua_insert(L, -2);
+    lua_pushcclosure(L, MakeBlock, 2);
+    lua_createtable(L, 0, 1);
+    lua_insert(L, -2);
+    lua_setfield(L, -2, "new");
+    lua_setglobal(L, "BACnet");
+    if (luaL_getmetatable(L, "BACnet") == LUA_TTABLE) {
+        lua_pushboolean(L, 0);
+        lua_setfield(L, -2, "__metatable");
+    }
+
+    lua_pushvalue(L, 1);
+    lua_pushcclosure(L, MakeTask, 1);
+    lua_setglobal(L, "Task");
+
+    lua_createtable(L, 0, 0);
+    lua_createtable(L, 0, 1);
+    lua_pushvalue(L, 1);
+    lua_pushcclosure(L, ReadParam, 1);
+    lua_setfield(L, -2, "__index");
+    lua_setmetatable(L, -2);
+    lua_setglobal(L, "Param");
+    return 0;
+}
+
+ScriptBinding& ScriptBinding::Self(lua_State* L) {
+    return *static_cast<ScriptBinding*>(lua_touserdata(L, lua_upvalueindex(1)));
+}
+
+int ScriptBinding::ReadParam(lua_State* L) {
+    std::string const* const value =
+        lua_type(L, 2) == LUA_TSTRING ? Self(L).receiver.Param(lua_tostring(L, 2)) : nullptr;
+    if (value) {
+        lua_pushlstring(L, value->data(), value->size());
+    } else {
+        lua_pushnil(L);
+    }
+    return 1;
+}
+
+int ScriptBinding::RaiseMistake(lua_State* L) const {
+    lua_pushlstring(L, mistake.data(), mistake.size());
+    return lua_error(L);
+}
+
+int ScriptBinding::MakeTask(lua_State* L) {
+    lua_settop(L, 1);
+    return Self(L).AcceptTask(L) ? 0 : Self(L).RaiseMistake(L);
+}
+
+int ScriptBinding::MakeBlock(lua_State* L) {
+    lua_settop(L, 1);
+    BlockConfig const* const block = Self(L).AcceptBlock(L);
+    if (!block) {
+        return Self(L).RaiseMistake(L);
+    }
+    lua_pushvalue(L, lua_upvalueindex(2));
+    PushDriverTable(L, *block);
+    lua_call(L, 1, 1);
+    return Self(L).receiver.BlockMade() ? 1 : luaL_error(L, "the add-in made no block");
+}
+
+bool ScriptBinding::AcceptTask(lua_State* L) {
+    Place const place = ScriptState::CurrentPlace(L);
+    try {
+        receiver.AddTask(CheckTask(CopyValue(L, 1, TaskDepth)));
+        return true;
+    } catch (std::exception const& reason) {
+        mistake = Prefix(place) + reason.what();
+        return false;
+    }
+}
+
+BlockConfig const* ScriptBinding::AcceptBlock(lua_State* L) {
+    Place place = ScriptState::CurrentPlace(L);
+    try {
+        BlockConfig block = CheckBlock(CopyValue(L, 1, BlockDepth));
+        block.Where = place;
+        return &receiver.AddBlock(std::move(block));
+    } catch (ProjectError const& reason) {
+        if (!reason.Variable().empty()) {
+            place.Line = receiver.LineOfVariable(place, reason.Variable(), reason.Occurrence());
+        }
+        mistake = Prefix(place) + reason.what();
+    } catch (std::exception const& reason) {
+        mistake = Prefix(place) + reason.what();
+    }
+    return nullptr;
+}
+
+}  // namespace workbench

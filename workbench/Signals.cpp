@@ -1,0 +1,72 @@
+#include "Signals.h"
+
+#include <signal.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <iterator>
+
+namespace workbench {
+
+namespace {
+
+constexpr int ExitKilled = 130;
+constexpr int handled[] = {SIGINT, SIGTERM, SIGHUP, SIGWINCH, SIGTSTP};
+
+// Lock-free, so that handlers may use them.
+std::atomic<bool> stopping{false};
+std::atomic<bool> resized{false};
+std::atomic<bool> suspends{false};
+void (*emergency)() = nullptr;
+struct sigaction before[std::size(handled)];
+
+void Handle(int number) {
+    if (number == SIGWINCH) {
+        resized = true;
+    } else if (number == SIGTSTP) {
+        suspends = true;
+    } else if (stopping.exchange(true)) {
+        if (emergency) {
+            emergency();
+        }
+        _exit(ExitKilled);
+    }
+}
+
+}  // namespace
+
+Signals::Signals(void (*emergencyFunction)()) {
+    emergency = emergencyFunction;
+    stopping = resized = suspends = false;
+    struct sigaction action {};
+    action.sa_handler = Handle;
+    action.sa_flags = SA_RESTART;
+    for (std::size_t i = 0; i < std::size(handled); ++i) {
+        sigaction(handled[i], &action, &before[i]);
+    }
+}
+
+Signals::~Signals() {
+    for (std::size_t i = 0; i < std::size(handled); ++i) {
+        sigaction(handled[i], &before[i], nullptr);
+    }
+    emergency = nullptr;
+}
+
+bool Signals::StopAsked() const {
+    return stopping;
+}
+
+bool Signals::TakeResized() {
+    return resized.exchange(false);
+}
+
+bool Signals::TakeSuspendAsked() {
+    return suspends.exchange(false);
+}
+
+void Signals::Suspend() {
+    raise(SIGSTOP);
+}
+
+}  // namespace workbench

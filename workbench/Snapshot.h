@@ -1,0 +1,44 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "Project.h"
+#include "dorvelshare/VariableStore.h"
+
+namespace workbench {
+
+struct VariableSnapshot {
+    VariableConfig const* Config;
+    VariableState State;
+};
+
+// A block as it stood after one of its cycles. Points into the project's configuration, which outlives it.
+struct BlockSnapshot {
+    BlockConfig const* Config = nullptr;
+    unsigned long long Cycle = 0;  // 0: none yet
+    bool Told = false;             // the driver has told a fault state at least once
+    bool Fault = false;
+    std::string ErrorText;
+    long long Time = 0;       // when it was taken, a file time
+    long long LocalDiff = 0;  // local time less UTC then
+    std::vector<VariableSnapshot> Variables;
+};
+
+// Reads the block's fault state and variables now; the times come from the host's environment.
+BlockSnapshot TakeSnapshot(BlockConfig const& block, unsigned long long cycle, VariableStore const& store);
+
+// Whether cycles have passed and the last one brought no clean poll: the driver told a fault, or it told
+// nothing.
+bool IsFault(BlockSnapshot const& block);
+
+// Why it is in fault: the driver's words, or "not polled" when it told nothing. "" without a fault.
+std::string FaultText(BlockSnapshot const& block);
+
+// "OK", "FAULT No connection", or "waiting" before the first cycle.
+std::string StateText(BlockSnapshot const& block);
+
+// "analog-input 1".
+std::string ObjectText(VariableConfig const& variable);
+
+}  // namespace workbench

@@ -1,0 +1,81 @@
+#include "SourceText.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <sstream>
+#include <string_view>
+#include <vector>
+
+#include "ProjectError.h"
+
+namespace workbench {
+
+namespace {
+
+constexpr std::size_t LargestFile = std::size_t{16} << 20;
+
+// Whether the line has Name="name" in it, blanks and kind of quotes aside.
+bool Names(std::string_view line, std::string const& name) {
+    for (std::size_t place = line.find("Name"); place != std::string_view::npos;
+         place = line.find("Name", place + 1)) {
+        std::size_t const equals = line.find_first_not_of(" \t", place + 4);
+        if (equals == std::string_view::npos || line[equals] != '=') {
+            continue;
+        }
+        std::size_t const quote = line.find_first_not_of(" \t", equals + 1);
+        if (quote == std::string_view::npos || (line[quote] != '"' && line[quote] != '\'')) {
+            continue;
+        }
+        std::string_view const rest = line.substr(quote + 1);
+        if (rest.size() > name.size() && rest.substr(0, name.size()) == name &&
+            rest[name.size()] == line[quote]) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+SourceText SourceText::FromFile(std::string const& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::string content;
+    if (file) {
+        content.resize(LargestFile + 1);
+        file.read(content.data(), static_cast<std::streamsize>(content.size()));
+        content.resize(static_cast<std::size_t>(file.gcount()));
+    }
+    if (!file.is_open() || file.bad()) {
+        throw ProjectError(path + ": cannot be read: " + std::strerror(errno));
+    }
+    if (content.size() > LargestFile) {
+        throw ProjectError(path + ": has more than 16 MB and is no project");
+    }
+    return SourceText(std::move(content));
+}
+
+SourceText::SourceText(std::string sourceText) : text(std::move(sourceText)) {
+    if (text.compare(0, 3, "\xEF\xBB\xBF") == 0) {
+        text.erase(0, 3);
+    }
+    if (text.compare(0, 1, "#") == 0) {
+        text.insert(0, "--");
+    }
+}
+
+int SourceText::LineOfVariable(int blockLine, std::string const& name, int occurrence) const {
+    std::istringstream lines(text);
+    std::string line;
+    for (int number = 1; std::getline(lines, line); ++number) {
+        if (number > blockLine && line.find("BACnet.new") != std::string::npos) {
+            break;
+        }
+        if (number >= blockLine && Names(line, name) && --occurrence == 0) {
+            return number;
+        }
+    }
+    return blockLine;
+}
+
+}  // namespace workbench

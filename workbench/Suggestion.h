@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace workbench {
+
+// The candidate that is most like the text, letter case aside, or an empty text when none is near: at most
+// one letter in three may be wrong, missing, added or swapped with its neighbour.
+std::string Nearest(std::string_view text, std::vector<std::string> const& candidates);
+
+// " (did you mean \"...\"?)", or an empty text when nothing is near.
+std::string DidYouMean(std::string_view text, std::vector<std::string> const& candidates);
+
+}  // namespace workbench

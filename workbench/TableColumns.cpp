@@ -1,0 +1,95 @@
+#include "TableColumns.h"
+
+#include <algorithm>
+
+#include "Printable.h"
+#include "QualityText.h"
+#include "TimeText.h"
+#include "TypeName.h"
+#include "ValueText.h"
+
+namespace workbench {
+
+namespace {
+
+constexpr std::size_t WidestColumn = 40;
+
+// How columns give way on a screen that is too narrow, one after the other: to what width.
+struct Concession {
+    Column Where;
+    std::size_t Width;
+};
+
+constexpr Concession concessions[] = {{Type, 0},      {Time, 0},     {Value, 14},  {Property, 8},
+                                      {Variable, 14}, {Quality, 6},  {Object, 10}, {Property, 4},
+                                      {Value, 6},     {Variable, 6}, {Quality, 2}, {Object, 5}};
+
+std::size_t Total(Widths const& widths) {
+    std::size_t total = Indent;
+    for (std::size_t const width : widths) {
+        total += width > 0 ? width + Gap : 0;
+    }
+    return total - Gap;
+}
+
+std::string ObjectCell(std::string const& text, std::size_t width) {
+    std::size_t const blank = text.rfind(' ');
+    if (text.size() <= width || blank == std::string::npos || text.size() - blank >= width) {
+        return FitTo(text, width);
+    }
+    std::string const number = text.substr(blank);
+    return FitTo(text.substr(0, blank), width - number.size()) + number;
+}
+
+}  // namespace
+
+Row HeaderRow() {
+    return {"Variable", "Object", "Property", "Value", "Type", "Quality", "Time", "Age"};
+}
+
+Row VariableRow(VariableSnapshot const& variable, BlockSnapshot const& block, long long now) {
+    VariableConfig const& config = *variable.Config;
+    VariableState const& state = variable.State;
+    bool const timed = state.Time != 0;
+    return {Printable(config.Name),
+            ObjectText(config),
+            config.Property->Name,
+            ValueText(state.Value, block.LocalDiff),
+            TypeName(config.Type),
+            QualityText(state.Status),
+            timed ? ClockTime(state.Time, block.LocalDiff) : "-",
+            timed ? AgeText(state.Time, now) : "-"};
+}
+
+Widths FitColumns(std::vector<Row> const& rows, std::size_t screenWidth) {
+    Widths widths{};
+    Row const header = HeaderRow();
+    for (std::size_t column = 0; column < ColumnCount; ++column) {
+        widths[column] = DisplayWidth(header[column]);
+        for (Row const& row : rows) {
+            widths[column] = std::max(widths[column], std::min(DisplayWidth(row[column]), WidestColumn));
+        }
+    }
+    for (Concession const& concession : concessions) {
+        std::size_t const total = Total(widths);
+        std::size_t const excess = total > screenWidth ? total - screenWidth : 0;
+        std::size_t& width = widths[concession.Where];
+        std::size_t const spare = width > concession.Width ? width - concession.Width : 0;
+        width -= concession.Width == 0 && excess > 0 ? width : std::min(excess, spare);
+    }
+    return widths;
+}
+
+std::string Cell(std::string const& text, std::size_t column, std::size_t width) {
+    switch (column) {
+        case Object:
+            return ObjectCell(text, width);
+        case Value:
+        case Age:
+            return FitToRight(text, width);
+        default:
+            return FitTo(text, width);
+    }
+}
+
+}  // namespace workbench

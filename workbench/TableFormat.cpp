@@ -1,0 +1,115 @@
+#include "TableFormat.h"
+
+#include <algorithm>
+
+#include "Printable.h"
+#include "QualityText.h"
+#include "TableColumns.h"
+#include "TableLine.h"
+
+namespace workbench {
+
+namespace {
+
+Colour QualityColour(OpcUa_StatusCode status) {
+    if (status == OpcUa_BadNoData) {
+        return Colour::Dim;
+    }
+    switch (KindOf(status)) {
+        case QualityKind::Good:
+            return Colour::Green;
+        case QualityKind::Uncertain:
+            return Colour::Yellow;
+        default:
+            return Colour::Red;
+    }
+}
+
+std::string RowLine(Row const& row, Widths const& widths, Screen const& screen, Colour rowColour,
+                    Colour qualityColour) {
+    TableLine line(screen.Width, screen.Colour);
+    line.Add(std::string(Indent, ' '));
+    for (std::size_t column = 0; column < ColumnCount; ++column) {
+        if (widths[column] == 0) {
+            continue;
+        }
+        line.Add(column == 0 ? "" : std::string(Gap, ' '));
+        line.Add(Cell(row[column], column, widths[column]), column == Quality ? qualityColour : rowColour);
+    }
+    return line.Text();
+}
+
+std::string Headline(BlockSnapshot const& block, Screen const& screen) {
+    Colour const state = block.Cycle == 0 ? Colour::Dim : IsFault(block) ? Colour::Red : Colour::Green;
+    TableLine line(screen.Width, screen.Colour);
+    line.Add(Printable(block.Config->Name), Colour::Bold);
+    line.Add("  ");
+    line.Add(StateText(block), state);
+    line.Add("  " + block.Config->Address + "  cycle " + std::to_string(block.Cycle));
+    return line.Text();
+}
+
+// Lines for the log: a rule and the newest lines, at most a third of the screen.
+std::vector<std::string> LogLines(std::vector<std::string> const& log, Screen const& screen) {
+    constexpr std::size_t most = 6;
+    std::size_t const count = std::min({log.size(), most, screen.Height / 3});
+    if (count == 0) {
+        return {};
+    }
+    TableLine rule(screen.Width, screen.Colour);
+    rule.Add("Log", Colour::Dim);
+    std::vector<std::string> lines = {rule.Text()};
+    for (auto text = log.end() - static_cast<std::ptrdiff_t>(count); text != log.end(); ++text) {
+        TableLine line(screen.Width, screen.Colour);
+        line.Add(Printable(*text));
+        lines.push_back(line.Text());
+    }
+    return lines;
+}
+
+void CutTo(std::vector<std::string>& lines, std::size_t room, std::size_t width) {
+    if (lines.size() <= room) {
+        return;
+    }
+    std::size_t const kept = room > 0 ? room - 1 : 0;
+    std::string const more = "... " + std::to_string(lines.size() - kept) + " more";
+    lines.resize(kept);
+    if (room > 0) {
+        TableLine line(width, false);
+        line.Add(more);
+        lines.push_back(line.Text());
+    }
+}
+
+}  // namespace
+
+std::vector<std::string> FormatTable(std::vector<BlockSnapshot> const& blocks,
+                                     std::vector<std::string> const& log, Screen const& screen,
+                                     long long now) {
+    std::vector<Row> rows;
+    for (BlockSnapshot const& block : blocks) {
+        for (VariableSnapshot const& variable : block.Variables) {
+            rows.push_back(VariableRow(variable, block, now));
+        }
+    }
+    Widths const widths = FitColumns(rows, screen.Width);
+    std::vector<std::string> lines = {RowLine(HeaderRow(), widths, screen, Colour::Bold, Colour::Bold)};
+    auto row = rows.begin();
+    for (BlockSnapshot const& block : blocks) {
+        lines.push_back(Headline(block, screen));
+        for (VariableSnapshot const& variable : block.Variables) {
+            lines.push_back(
+                RowLine(*row++, widths, screen, Colour::None, QualityColour(variable.State.Status)));
+        }
+    }
+    std::vector<std::string> const logLines = LogLines(log, screen);
+    std::size_t const height = screen.Height > 1 ? screen.Height - 1 : 1;
+    CutTo(lines, height > logLines.size() ? height - logLines.size() : 1, screen.Width);
+    lines.insert(lines.end(), logLines.begin(), logLines.end());
+    if (lines.size() > height) {
+        lines.resize(height);
+    }
+    return lines;
+}
+
+}  // namespace workbench

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "Snapshot.h"
+
+namespace workbench {
+
+struct Screen {
+    std::size_t Width = 80;
+    std::size_t Height = 24;
+    bool Colour = false;
+};
+
+// The table of all blocks with the newest log lines below it, as lines that fit the screen: none is wider,
+// and they are one fewer than the screen has, so that nothing scrolls. What does not fit is counted in "... n
+// more". now is the time that ages are told from.
+std::vector<std::string> FormatTable(std::vector<BlockSnapshot> const& blocks,
+                                     std::vector<std::string> const& log, Screen const& screen,
+                                     long long now);
+
+}  // namespace workbench

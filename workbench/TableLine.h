@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace workbench {
+
+enum class Colour { None, Bold, Dim, Green, Yellow, Red };
+
+// One line of a terminal, built from cells. What does not fit into its width is left out; colours take none
+// of it.
+class TableLine {
+public:
+    TableLine(std::size_t lineWidth, bool withColour) : width(lineWidth), coloured(withColour) {}
+
+    void Add(std::string const& cell, Colour colour = Colour::None);
+
+    std::string const& Text() const { return text; }
+
+private:
+    std::size_t width;
+    bool coloured;
+    std::size_t used = 0;
+    std::string text;
+};
+
+}  // namespace workbench

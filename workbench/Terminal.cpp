@@ -1,0 +1,123 @@
+#include "Terminal.h"
+
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <cstring>
+#include <string_view>
+
+namespace workbench {
+
+namespace {
+
+constexpr std::string_view HideCursor = "\x1B[?25l";
+constexpr std::string_view ShowCursor = "\x1B[?25h\x1B[0m";
+constexpr std::string_view ClearScreen = "\x1B[2J\x1B[H";
+constexpr std::string_view ClearLine = "\x1B[K";
+constexpr std::string_view ClearBelow = "\x1B[J";
+
+// What EndAtOnce needs, outside the object so that a signal handler finds it complete.
+struct Restoration {
+    std::atomic<bool> Valid{false};
+    int Output = -1;
+    int Input = -1;
+    bool HasMode = false;
+    termios Mode{};
+};
+
+Restoration restoration;
+
+// Only what a signal handler may call.
+void WriteAll(int handle, std::string_view text) {
+    while (!text.empty()) {
+        ssize_t const written = write(handle, text.data(), text.size());
+        if (written <= 0) {
+            return;
+        }
+        text.remove_prefix(static_cast<std::size_t>(written));
+    }
+}
+
+// A job in the background must not touch the terminal's mode: the system would stop it.
+bool MayChangeMode(int handle) {
+    pid_t const foreground = tcgetpgrp(handle);
+    return foreground == -1 || foreground == getpgrp();
+}
+
+}  // namespace
+
+std::string FramePainter::Paint(std::vector<std::string> const& lines) {
+    std::string text;
+    if (clear) {
+        text += ClearScreen;
+    } else if (height > 0) {
+        text += "\r\x1B[" + std::to_string(height) + "A";
+    }
+    for (std::string const& line : lines) {
+        text += line;
+        text += ClearLine;
+        text += "\r\n";
+    }
+    text += ClearBelow;
+    height = lines.size();
+    clear = false;
+    return text;
+}
+
+void Terminal::Begin() {
+    if (begun) {
+        return;
+    }
+    begun = true;
+    hasMode = MayChangeMode(input) && tcgetattr(input, &mode) == 0;
+    restoration.Output = output;
+    restoration.Input = input;
+    restoration.HasMode = hasMode;
+    restoration.Mode = mode;
+    restoration.Valid = true;
+    if (hasMode) {
+        termios silent = mode;
+        silent.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+        tcsetattr(input, TCSANOW, &silent);
+    }
+    WriteAll(output, HideCursor);
+    painter.Forget();
+}
+
+void Terminal::End() {
+    if (begun) {
+        begun = false;
+        EndAtOnce();
+    }
+}
+
+void Terminal::EndAtOnce() {
+    if (!restoration.Valid.exchange(false)) {
+        return;
+    }
+    WriteAll(restoration.Output, ShowCursor);
+    if (restoration.HasMode) {
+        tcsetattr(restoration.Input, TCSANOW, &restoration.Mode);
+    }
+}
+
+void Terminal::Show(std::vector<std::string> const& lines) {
+    WriteAll(output, painter.Paint(lines));
+}
+
+Screen Terminal::Size() const {
+    Screen screen;
+    winsize size{};
+    if (ioctl(output, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 && size.ws_row > 0) {
+        screen.Width = size.ws_col;
+        screen.Height = size.ws_row;
+    }
+    char const* const noColour = std::getenv("NO_COLOR");
+    char const* const kind = std::getenv("TERM");
+    screen.Colour = !(noColour && *noColour) && !(kind && std::strcmp(kind, "dumb") == 0);
+    return screen;
+}
+
+}  // namespace workbench

@@ -1,0 +1,74 @@
+#include "Workbench.h"
+
+#include <unistd.h>
+
+#include <clocale>
+#include <cstdio>
+#include <exception>
+#include <iostream>
+#include <ostream>
+
+#include "AddIn.h"
+#include "CommandLine.h"
+#include "ExitCode.h"
+#include "NameTable.h"
+#include "ProjectError.h"
+#include "RunCommand.h"
+
+namespace workbench {
+
+namespace {
+
+void PrintNames(NameTable const& table, char const* title, std::ostream& out) {
+    out << title << "\n  code  BACnet  name\n";
+    for (NameRow const& row : table) {
+        char line[80];
+        std::snprintf(line, sizeof line, "  %4d  %6d  %s\n", row.Code, row.BacnetNumber, row.Name);
+        out << line;
+    }
+}
+
+int ListNames(std::ostream& out) {
+    PrintNames(ObjectTypes(), "ObjectType", out);
+    out << "\n";
+    PrintNames(Properties(), "ObjectProperties", out);
+    return ExitOk;
+}
+
+int RunCommand(Options const& options, RunStreams const& streams) {
+    if (options.What == Command::Names) {
+        return ListNames(streams.Out);
+    }
+    LoadAddIn(options.AddIn.empty() ? DefaultAddIn() : options.AddIn);
+    return options.What == Command::Check ? CheckProject(options, streams) : RunProject(options, streams);
+}
+
+int Fail(std::ostream& err, std::exception const& reason, ExitCode code) {
+    err << reason.what() << "\n";
+    return code;
+}
+
+}  // namespace
+
+int Main(int argc, char const* const* argv, std::ostream& out, std::ostream& err) {
+    // Widths of characters are asked of the C library, which knows them in a locale of UTF-8 only.
+    std::setlocale(LC_CTYPE, "C.UTF-8");
+    int exitCode = ExitOk;
+    std::optional<Options> const options = ParseCommandLine(argc, argv, out, err, exitCode);
+    if (!options) {
+        return exitCode;
+    }
+    bool const outIsTerminal = &out == &std::cout && isatty(1);
+    bool const errIsTerminal = &err == &std::cerr && isatty(2);
+    try {
+        return RunCommand(*options, {out, err, outIsTerminal, errIsTerminal});
+    } catch (ProjectError const& mistake) {
+        return Fail(err, mistake, ExitUsage);
+    } catch (AddInError const& reason) {
+        return Fail(err, reason, ExitAddIn);
+    } catch (std::exception const& reason) {
+        return Fail(err, reason, ExitFailure);
+    }
+}
+
+}  // namespace workbench
