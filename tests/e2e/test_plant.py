@@ -1,6 +1,8 @@
 """The example plant: four simulated devices, read by the real add-in in the workbench."""
 
-from programs import PLANT_PROJECT, EndToEnd, ExamplePlant
+import os
+
+from programs import PLANT_PROJECT, ROOT, EndToEnd, ExamplePlant, simulator
 
 # Every object type that the driver can read; of Lighting Output it can read nothing.
 READABLE = {
@@ -59,3 +61,15 @@ class Plant(EndToEnd):
         told = run.output + run.errors
         for word in ("objects", "answers", "faults", "median", "maximum"):
             self.assertIn(word, told)
+
+
+class FirstSteps(EndToEnd):
+    def test_the_smallest_project_reads_the_simulated_air_handling_unit(self):
+        with simulator(os.path.join(ROOT, "examples", "devices", "air-handling-unit.lua")) as device:
+            run = self.workbench(os.path.join(ROOT, "examples", "first-steps.lua"), "--define", f"ahu={device.address}")
+        self.assertEqual(run.code, 0, run.errors)
+        state, = run.of("AHU")
+        self.assertFalse(state["fault"], state["error"])
+        for name in state["variables"]:
+            self.assert_good(state, name)
+            self.assertIsNotNone(state["variables"][name]["value"])
