@@ -3,6 +3,10 @@
 --
 --   dorvel-workbench run examples/plant.lua --define ahu=192.168.1.20:47808 --define chiller=192.168.1.1:47808 ...
 --
+-- Some variables can be set while it runs: press s in the table, or
+--
+--   echo "set AHU.Supply air setpoint = 22" | dorvel-workbench run examples/plant.lua ...
+--
 -- Every object type that the driver can read is in here once at least. Of Lighting Output it can read nothing.
 
 local ahu = Param.ahu or "192.168.1.20:47808"
@@ -21,8 +25,16 @@ local function value(name, type, object, number, property)
     }
 end
 
+-- A variable that can be set too: the driver writes its present value, or its schedule.
+local function setting(...)
+    local variable = value(...)
+    variable.Write = true
+    return variable
+end
+
+-- What is set here goes over a time programme (16) and gives way to whoever commands by hand at 1 to 7.
 BACnet.new{
-    Name = "AHU", Task = "air", Address = ahu, MAC = ahu,
+    Name = "AHU", Task = "air", Address = ahu, MAC = ahu, Priority = 8,
     Vars = {
         value("Supply air temperature", "Float", "analog-input", 1),
         value("Supply air description", "String", "analog-input", 1, "description"),
@@ -32,13 +44,13 @@ BACnet.new{
         value("Outside air temperature", "Float", "analog-input", 3),
         value("Duct pressure", "Float", "analog-input", 4),
         value("Frost sensor reliability", "UInt32", "analog-input", 5, "reliability"),
-        value("Heating valve", "Float", "analog-output", 1),
+        setting("Heating valve", "Float", "analog-output", 1),
         value("Cooling valve", "Float", "analog-output", 2),
-        value("Supply air setpoint", "Float", "analog-value", 1),
+        setting("Supply air setpoint", "Float", "analog-value", 1),
         value("Filter alarm", "Boolean", "binary-input", 1),
         value("Fire contact", "Boolean", "binary-input", 2),
         value("Fire contact polarity", "UInt32", "binary-input", 2, "polarity"),
-        value("Supply fan", "Boolean", "binary-output", 1),
+        setting("Supply fan", "Boolean", "binary-output", 1),
         value("Extract fan", "Boolean", "binary-output", 2),
         value("Loop output", "Float", "loop", 1),
         value("Loop setpoint", "Float", "loop", 1, "setpoint"),
@@ -48,8 +60,8 @@ BACnet.new{
         value("Supply air, average", "Double", "averaging", 1, "average-value"),
         value("Supply air, highest", "Float", "averaging", 1, "maximum-value"),
         value("Setpoint by programme", "Float", "schedule", 1),
-        value("Setpoint programme", "String", "schedule", 1, "weekly-schedule"),
-        value("Setpoint exceptions", "String", "schedule", 1, "exception-schedule"),
+        setting("Setpoint programme", "String", "schedule", 1, "weekly-schedule"),
+        setting("Setpoint exceptions", "String", "schedule", 1, "exception-schedule"),
     },
 }
 
@@ -61,11 +73,11 @@ BACnet.new{
         value("Supply temperature", "Float", "analog-input", 1),
         value("Return temperature", "Float", "analog-input", 2),
         value("Compressor current", "Float", "analog-input", 3),
-        value("Setpoint", "Float", "analog-value", 1),
+        setting("Setpoint", "Float", "analog-value", 1),
         value("Release", "Boolean", "binary-value", 1),
         value("State", "UInt32", "multi-state-input", 1),
         value("Stage", "UInt32", "multi-state-output", 1),
-        value("Mode", "UInt32", "multi-state-value", 1),
+        setting("Mode", "UInt32", "multi-state-value", 1),
         value("Valve offset", "Int32", "integer-value", 1),
         value("Compressor starts", "UInt32", "positive-integer-value", 1),
         value("Defrost at", "UInt32", "time-value", 1),  -- milliseconds since midnight
@@ -84,7 +96,7 @@ local room_variables = {
 for room = 1, 12 do
     local name = string.format("Room %d ", 100 + room)
     table.insert(room_variables, value(name .. "temperature", "Float", "analog-input", room))
-    table.insert(room_variables, value(name .. "setpoint", "Float", "analog-value", room))
+    table.insert(room_variables, setting(name .. "setpoint", "Float", "analog-value", room))
     table.insert(room_variables, value(name .. "presence", "Boolean", "binary-input", room))
     table.insert(room_variables, value(name .. "mode", "UInt32", "multi-state-value", room))
 end

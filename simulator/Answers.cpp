@@ -4,6 +4,10 @@
 
 namespace simulator::answers {
 
+Octets simpleAck(std::uint8_t invokeId, std::uint8_t serviceChoice) {
+    return {0x20, static_cast<char>(invokeId), static_cast<char>(serviceChoice)};
+}
+
 Octets complexAck(std::uint8_t invokeId, std::uint8_t serviceChoice, Octets const& content) {
     OctetWriter writer;
     writer.u8(0x30);

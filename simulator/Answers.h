@@ -6,6 +6,7 @@
 // The APDUs that answer a confirmed request, save the segmented one (clauses 20.1.3 to 20.1.9).
 namespace simulator::answers {
 
+Octets simpleAck(std::uint8_t invokeId, std::uint8_t serviceChoice);
 Octets complexAck(std::uint8_t invokeId, std::uint8_t serviceChoice, Octets const& content);
 Octets error(std::uint8_t invokeId, std::uint8_t serviceChoice, ServiceError const& error);
 Octets reject(std::uint8_t invokeId, RejectReason reason);

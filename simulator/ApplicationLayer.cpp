@@ -102,6 +102,9 @@ std::vector<Octets> ApplicationLayer::serve(ConfirmedRequest const& request,
     TagReader parameters(indication.apdu, request.parametersAt);
     TagWriter ack;
     service(parameters, m_device, now, ack);
+    if (ack.size() == 0) {
+        return {answers::simpleAck(request.invokeId, request.serviceChoice)};
+    }
     Octets content = ack.take();
     if (answers::kComplexAckHead + content.size() <= longestApdu(request)) {
         return {answers::complexAck(request.invokeId, request.serviceChoice, content)};

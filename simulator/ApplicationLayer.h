@@ -14,7 +14,7 @@ namespace simulator {
 class ApplicationLayer {
 public:
     // The device must outlive the layer.
-    explicit ApplicationLayer(Device const& device) : m_device(device) {}
+    explicit ApplicationLayer(Device& device) : m_device(device) {}
 
     // Each gives the APDUs to be sent now, in their order.
     std::vector<Answer> receive(NetworkLayer::Indication const& indication, Moment const& now);
@@ -41,7 +41,7 @@ private:
     Transactions::iterator find(Peer const& peer, std::uint8_t invokeId);
     void forget(Peer const& peer, std::uint8_t invokeId);
 
-    Device const& m_device;
+    Device& m_device;
     Transactions m_transactions;  // at most a few
 };
 

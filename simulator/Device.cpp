@@ -1,5 +1,7 @@
 #include "Device.h"
 
+#include <utility>
+
 namespace simulator {
 
 namespace {
@@ -41,6 +43,11 @@ BacnetObject const* Device::find(ObjectId wanted) const {
     }
     auto const place = m_places.find(wanted);
     return place == m_places.end() ? nullptr : &m_objects[place->second];
+}
+
+BacnetObject* Device::find(ObjectId wanted) {
+    BacnetObject const* const found = std::as_const(*this).find(wanted);
+    return found ? &m_objects[static_cast<std::size_t>(found - m_objects.data())] : nullptr;
 }
 
 }  // namespace simulator

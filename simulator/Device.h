@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -20,6 +21,7 @@ struct DeviceSettings {
     std::chrono::milliseconds segmentTimeout{2000};
     std::uint32_t retries = 3;
     std::uint32_t vendorIdentifier = 0;
+    bool isLenient = false;                  // takes values of wrong datatypes too (WrittenValue.h)
     std::uint8_t segmentationSupported = 0;  // BACnetSegmentation, as I-Am tells it
     std::optional<NetworkAddress> position;  // behind a router, if there is one
     std::optional<std::uint16_t> port;       // the UDP port that the device file wants
@@ -37,11 +39,18 @@ public:
     std::vector<BacnetObject> const& objects() const { return m_objects; }
     // Null if the device hasn't got the object. A device of instance 4194303 is this one (clause 12.11).
     BacnetObject const* find(ObjectId id) const;
+    BacnetObject* find(ObjectId id);
+
+    // Is told each write in one line of text.
+    using WriteObserver = std::function<void(std::string const&)>;
+    void onWrite(WriteObserver observer) { m_onWrite = std::move(observer); }
+    WriteObserver const& writeObserver() const { return m_onWrite; }
 
 private:
     std::vector<BacnetObject> m_objects;
     std::map<ObjectId, std::size_t> m_places;
     DeviceSettings m_settings;
+    WriteObserver m_onWrite;
 };
 
 }  // namespace simulator

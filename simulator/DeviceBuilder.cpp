@@ -21,8 +21,8 @@ enum Segmentation : std::uint8_t { kSegmentedBoth = 0, kSegmentedTransmit = 1 };
 
 // What device{...} may have besides the properties of its Device object.
 std::vector<std::string> const& deviceNames() {
-    static std::vector<std::string> const names{"objects", "router", "port", "proposed_window_size",
-                                                "max_answer_segments"};
+    static std::vector<std::string> const names{
+        "objects", "router", "port", "proposed_window_size", "max_answer_segments", "writes"};
     return names;
 }
 
@@ -60,6 +60,19 @@ std::optional<NetworkAddress> readRouter(ScriptValue const& router) try {
     throw mistake.in("router");
 }
 
+// Whether writes are lenient.
+bool readWrites(ScriptValue const& writes) try {
+    if (writes.isNil() || checks::text(writes) == "strict") {
+        return false;
+    }
+    if (writes.text != "lenient") {
+        throw Mistake("must be \"strict\" or \"lenient\", not \"" + writes.text + "\"");
+    }
+    return true;
+} catch (Mistake const& mistake) {
+    throw mistake.in("writes");
+}
+
 DeviceSettings readSettings(ScriptValue const& given, BacnetObject const& device) {
     using P = PropertyId;
     DeviceSettings settings;
@@ -82,6 +95,7 @@ DeviceSettings readSettings(ScriptValue const& given, BacnetObject const& device
     if (!given["port"].isNil()) {
         settings.port = static_cast<std::uint16_t>(within(given, "port", 0, 65535));
     }
+    settings.isLenient = readWrites(given["writes"]);
     settings.position = readRouter(given["router"]);
     return settings;
 }
@@ -91,7 +105,7 @@ BacnetObject buildObject(ScriptValue const& given, ObjectBuilder::Evaluate const
     if (!type) {
         throw Mistake("objects: must be objects such as analog_input{...}, not " + given.describe());
     }
-    ObjectBuilder const builder(*type, given, evaluate);
+    ObjectBuilder builder(*type, given, evaluate);
     try {
         return builder.build();
     } catch (Mistake const& mistake) {

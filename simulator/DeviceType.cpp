@@ -19,8 +19,8 @@ constexpr PropertyRow kDevice[] = {
     optional(P::Description, D::CharacterString, "''"),
     required(P::Protocol_Version, D::Unsigned, "1"),
     required(P::Protocol_Revision, D::Unsigned, "14"),
-    // Bit 12 ReadProperty, 14 ReadPropertyMultiple, 34 Who-Is.
-    required(P::Protocol_Services_Supported, D::BitString, "'0000000000001010000000000000000000100000'"),
+    // Bit 12 ReadProperty, 14 ReadPropertyMultiple, 15 WriteProperty, 34 Who-Is.
+    required(P::Protocol_Services_Supported, D::BitString, "'0000000000001011000000000000000000100000'"),
     required(P::Max_APDU_Length_Accepted, D::Unsigned, "1476"),
     required(P::Segmentation_Supported, D::Segmentation, "'segmented-transmit'"),
     optional(P::Max_Segments_Accepted, D::Unsigned),

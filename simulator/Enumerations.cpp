@@ -222,6 +222,11 @@ bool isEnumeration(Datatype datatype) {
     return find(datatype) != nullptr;
 }
 
+bool isEnumerated(Datatype datatype, std::uint32_t number) {
+    Enumeration const* const row = find(datatype);
+    return datatype == Datatype::Units || (row && number < row->count && row->names[number]);
+}
+
 std::optional<std::uint32_t> enumeratedOfName(Datatype datatype, std::string_view name) {
     Enumeration const* const row = find(datatype);
     for (std::uint32_t i = 0; row && i < row->count; ++i) {

@@ -10,8 +10,8 @@ namespace simulator {
 
 namespace {
 
-constexpr std::size_t kPriorities = 16;
-constexpr std::uint8_t kDateTimeChoice = 1;  // of BACnetPriorityValue, for what has no tag of its own
+// What any object may have besides its properties.
+constexpr std::string_view kCommonNames[] = {"instance", "name", "read_only", "writable"};
 
 ValuePtr valueOf(std::vector<Property> const& properties, PropertyId id) {
     for (Property const& property : properties) {
@@ -31,18 +31,21 @@ std::string ObjectBuilder::title() const {
                : std::string(m_type.name);
 }
 
-BacnetObject ObjectBuilder::build() const {
+BacnetObject ObjectBuilder::build() {
     checkNames();
+    m_readOnly = choice("read_only");
+    m_writable = writableChoice();
     std::vector<Property> properties;
     for (PropertyRows const& group : m_type.groups) {
         for (PropertyRow const& row : group) {
             if (auto found = values(row)) {
-                properties.push_back({row.id, row.shape, row.isRequired, std::move(*found)});
+                properties.push_back(
+                    {row.id, row.shape, row.isRequired, std::move(*found), row.datatype, access(row)});
             }
         }
     }
-    derive(properties);
-    return BacnetObject({m_type.code, instance()}, name(), std::move(properties));
+    auto priorityArray = priorities(properties);
+    return BacnetObject({m_type.code, instance()}, name(), std::move(properties), std::move(priorityArray));
 }
 
 void ObjectBuilder::checkNames() const {
@@ -50,8 +53,10 @@ void ObjectBuilder::checkNames() const {
         throw Mistake("must have names for all its values");
     }
     for (ScriptField const& field : m_given.fields) {
-        if (field.name == "instance" || field.name == "name" ||
-            std::find(m_extraNames.begin(), m_extraNames.end(), field.name) != m_extraNames.end()) {
+        auto const isOneOf = [&field](auto const& names) {
+            return std::find(std::begin(names), std::end(names), field.name) != std::end(names);
+        };
+        if (isOneOf(kCommonNames) || isOneOf(m_extraNames)) {
             continue;
         }
         auto const id = propertyOfName(field.name);
@@ -102,30 +107,60 @@ bool ObjectBuilder::isDerived(PropertyRow const& row) const {
     return row.datatype == Datatype::StatusFlags && row.isRequired;
 }
 
-void ObjectBuilder::derive(std::vector<Property>& properties) const {
-    for (Property& property : properties) {
+// Only an object with a Relinquish_Default can have a Priority_Array, and the other way round.
+std::optional<PriorityArray> ObjectBuilder::priorities(std::vector<Property> const& properties) const {
+    for (Property const& property : properties) {
         if (property.id == PropertyId::Priority_Array) {
-            property.values = priorityArray(properties);
-        } else if (property.id == PropertyId::Status_Flags && property.values.empty()) {
-            property.values = {std::make_shared<StatusFlagsValue>(
-                valueOf(properties, PropertyId::Event_State), valueOf(properties, PropertyId::Reliability),
-                valueOf(properties, PropertyId::Out_Of_Service))};
+            bool const isGiven = !m_given[nameOf(PropertyId::Present_Value)].isNil();
+            return PriorityArray(isGiven ? valueOf(properties, PropertyId::Present_Value) : nullptr);
         }
     }
+    return std::nullopt;
 }
 
-// A Present_Value that is given has been commanded at the lowest priority (clause 19.2).
-std::vector<ValuePtr> ObjectBuilder::priorityArray(std::vector<Property> const& properties) const {
-    std::vector<ValuePtr> slots(kPriorities, std::make_shared<FixedValue>(Octets(1, '\0')));
-    if (m_given[nameOf(PropertyId::Present_Value)].isNil()) {
-        return slots;
+// What "read_only" and "writable" say of a property, or else what is usual for it.
+Access ObjectBuilder::access(PropertyRow const& row) const {
+    if (row.id == PropertyId::Priority_Array || m_readOnly.isAll || m_readOnly.names.count(row.id) != 0) {
+        return Access::ReadOnly;
     }
-    ValuePtr value = valueOf(properties, PropertyId::Present_Value);
-    if (m_type.find(PropertyId::Present_Value)->datatype == Datatype::DateTime) {
-        value = std::make_shared<WrappedValue>(kDateTimeChoice, std::move(value));
+    return m_writable.names.count(row.id) != 0 ? Access::Writable : accessOf(m_type, row.id);
+}
+
+// true, or a list of names of properties.
+ObjectBuilder::Choice ObjectBuilder::choice(char const* name) const try {
+    ScriptValue const& given = m_given[name];
+    Choice choice;
+    if (given.isNil()) {
+        return choice;
     }
-    slots.back() = std::move(value);
-    return slots;
+    if (given.type == ScriptValue::Type::Boolean) {
+        choice.isAll = given.boolean;
+        return choice;
+    }
+    for (ScriptValue const& element : checks::list(given)) {
+        PropertyId const id = checks::property(element);
+        if (!m_type.find(id)) {
+            throw Mistake("this type has no property \"" + element.text + "\"");
+        }
+        choice.names.insert(id);
+    }
+    return choice;
+} catch (Mistake const& mistake) {
+    throw mistake.in(name);
+}
+
+// A list only: not everything can be written.
+ObjectBuilder::Choice ObjectBuilder::writableChoice() const {
+    Choice choice = this->choice("writable");
+    if (choice.isAll) {
+        throw Mistake("writable: must be a list, not true");
+    }
+    for (PropertyId const id : choice.names) {
+        if (!isWritableDatatype(m_type.find(id)->datatype)) {
+            throw Mistake("writable: " + nameOf(id) + " cannot be written");
+        }
+    }
+    return choice;
 }
 
 }  // namespace simulator

@@ -4,7 +4,7 @@
 
 namespace simulator {
 
-void readProperty(TagReader& request, Device const& device, Moment const& now, TagWriter& ack) {
+void readProperty(TagReader& request, Device& device, Moment const& now, TagWriter& ack) {
     ObjectId const id = request.objectIdentifier(0);
     auto const propertyId = static_cast<PropertyId>(request.unsignedNumber(1));
     auto const index = request.optionalUnsigned(2);

@@ -97,7 +97,7 @@ void readObject(TagReader& request, Device const& device, Moment const& now, Tag
 
 }  // namespace
 
-void readPropertyMultiple(TagReader& request, Device const& device, Moment const& now, TagWriter& ack) {
+void readPropertyMultiple(TagReader& request, Device& device, Moment const& now, TagWriter& ack) {
     do {
         readObject(request, device, now, ack);
     } while (!request.atEnd());

@@ -29,8 +29,12 @@ enum class AbortReason : std::uint8_t {
 // Error-Class and Error-Code, clause 18
 enum class ErrorClass : std::uint8_t { Object = 1, Property = 2 };
 enum class ErrorCode : std::uint8_t {
+    InvalidDataType = 9,
     UnknownObject = 31,
     UnknownProperty = 32,
+    ValueOutOfRange = 37,
+    WriteAccessDenied = 40,
+    CharacterSetNotSupported = 41,
     InvalidArrayIndex = 42,
     PropertyIsNotAnArray = 50
 };

@@ -2,21 +2,13 @@
 
 #include <iostream>
 
+#include "TagText.h"
+
 namespace simulator {
 
-namespace {
-
-std::string hexadecimal(Octets const& octets) {
-    constexpr char const* digits = "0123456789ABCDEF";
-    std::string text;
-    for (unsigned char const octet : octets) {
-        text += digits[octet >> 4];
-        text += digits[octet & 15];
-    }
-    return text;
+void logLine(std::string const& deviceName, std::string const& line) {
+    std::cerr << deviceName << ' ' << line << '\n';
 }
-
-}  // namespace
 
 void logExchange(std::string const& deviceName, Datagram const& datagram,
                  std::vector<Datagram> const& answers) {

@@ -7,6 +7,9 @@
 
 namespace simulator {
 
+// Writes one line of a device to standard error.
+void logLine(std::string const& deviceName, std::string const& line);
+
 // Writes one line to standard error for a datagram and one for each answer to it, in hexadecimal.
 void logExchange(std::string const& deviceName, Datagram const& datagram,
                  std::vector<Datagram> const& answers);

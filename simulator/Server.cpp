@@ -31,7 +31,11 @@ Server::Server(std::vector<Device> devices, CommandLine const& options, Clock co
         if (!device.settings().port && next != 0) {
             ++next;
         }
+        std::string const name = device.name();
         m_places.emplace_back(std::move(device), Endpoint{options.bindAddress, port});
+        if (options.isVerbose) {
+            m_places.back().station.onWrite([name](std::string const& line) { logLine(name, line); });
+        }
     }
 }
 

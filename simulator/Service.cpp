@@ -12,6 +12,7 @@ struct Row {
 constexpr Row kServices[] = {
     {12, readProperty},
     {14, readPropertyMultiple},
+    {15, writeProperty},
 };
 
 }  // namespace

@@ -6,19 +6,21 @@
 
 namespace simulator {
 
-// A confirmed service that answers with an ack. It throws Reject or ServiceError instead (Refusal.h).
-// `ack` gets the ack's parameters; a service with a large result throws Abort when `ack` grows beyond
-// what any client can be sent, so that a small request cannot make it work without bound.
-using ConfirmedService = void (*)(TagReader& request, Device const& device, Moment const& now,
-                                  TagWriter& ack);
+// A confirmed service that answers with an ack, a simple one if it leaves `ack` empty. It throws Reject or
+// ServiceError instead (Refusal.h). `ack` gets the ack's parameters; a service with a large result throws
+// Abort when `ack` grows beyond what any client can be sent, so that a small request cannot make it work
+// without bound.
+using ConfirmedService = void (*)(TagReader& request, Device& device, Moment const& now, TagWriter& ack);
 
 // The service of a service choice (clause 21), null if the device doesn't carry it out. A new service is
 // a new row in the table behind it.
 ConfirmedService confirmedService(std::uint8_t choice);
 
 // Clause 15.5
-void readProperty(TagReader& request, Device const& device, Moment const& now, TagWriter& ack);
+void readProperty(TagReader& request, Device& device, Moment const& now, TagWriter& ack);
 // Clause 15.7
-void readPropertyMultiple(TagReader& request, Device const& device, Moment const& now, TagWriter& ack);
+void readPropertyMultiple(TagReader& request, Device& device, Moment const& now, TagWriter& ack);
+// Clause 15.9
+void writeProperty(TagReader& request, Device& device, Moment const& now, TagWriter& ack);
 
 }  // namespace simulator

@@ -22,6 +22,7 @@ public:
     std::vector<Datagram> tick(Moment const& now) { return framed(m_application.tick(now)); }
 
     Device const& device() const { return m_device; }
+    void onWrite(Device::WriteObserver observer) { m_device.onWrite(std::move(observer)); }
 
 private:
     std::vector<Datagram> framed(std::vector<Answer> const& answers) const;

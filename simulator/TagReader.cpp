@@ -52,6 +52,57 @@ bool TagReader::closes(std::uint8_t number) {
     return false;
 }
 
+Octets TagReader::contextOctets(std::uint8_t number) {
+    return m_reader.take(contextLength(number));
+}
+
+Primitive TagReader::application() {
+    if (atEnd()) {
+        throw Reject{RejectReason::MissingRequiredParameter};
+    }
+    Any tag = any();
+    if (tag.isContext || tag.number > static_cast<std::uint8_t>(ApplicationTag::ObjectIdentifier)) {
+        throw Reject{RejectReason::InvalidTag};
+    }
+    return {static_cast<ApplicationTag>(tag.number), std::move(tag.content)};
+}
+
+TagReader::Any TagReader::any() {
+    Tag const tag = next();
+    Any found{tag.number, tag.isContext, tag.kind, {}};
+    if (!tag.isContext && tag.number == static_cast<std::uint8_t>(ApplicationTag::Boolean)) {
+        found.content.push_back(static_cast<char>(tag.length != 0));
+        return found;
+    }
+    if (tag.length > m_reader.left()) {
+        throw Reject{RejectReason::InvalidTag};
+    }
+    found.content = m_reader.take(tag.length);
+    return found;
+}
+
+Octets TagReader::enclosed(std::uint8_t number) {
+    opening(number);
+    OctetReader start = m_reader;
+    std::size_t end = m_reader.position();
+    std::vector<std::uint8_t> open{number};
+    while (!open.empty()) {
+        if (atEnd()) {
+            throw Reject{RejectReason::MissingRequiredParameter};
+        }
+        end = m_reader.position();
+        Any const tag = any();
+        if (tag.kind == Kind::Opening) {
+            open.push_back(tag.number);
+        } else if (tag.kind == Kind::Closing && tag.number != open.back()) {
+            throw Reject{RejectReason::InvalidTag};
+        } else if (tag.kind == Kind::Closing) {
+            open.pop_back();
+        }
+    }
+    return start.take(end - start.position());
+}
+
 void TagReader::expectEnd() const {
     if (!atEnd()) {
         throw Reject{RejectReason::TooManyArguments};
@@ -106,6 +157,10 @@ std::uint32_t TagReader::contextLength(std::uint8_t number) {
         throw Reject{RejectReason::InvalidTag};
     }
     return tag.length;
+}
+
+bool TagReader::nextIsOpening(std::uint8_t number) const {
+    return !atEnd() && m_reader.peek() == (number << 4 | 0x0E);
 }
 
 bool TagReader::nextIsContext(std::uint8_t number) const {

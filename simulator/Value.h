@@ -16,6 +16,8 @@ public:
     virtual void encode(TagWriter& writer, Moment const& now) const = 0;
     // The value as a number: 0 or 1 of a Boolean, 0 of everything that is no number.
     virtual double number(Moment const&) const { return 0; }
+    // Whether time alone changes it.
+    virtual bool isMoving() const { return false; }
 };
 
 using ValuePtr = std::shared_ptr<Value const>;
@@ -41,6 +43,7 @@ public:
         : m_signal(std::move(signal)), m_tag(tag) {}
     void encode(TagWriter& writer, Moment const& now) const override;
     double number(Moment const& now) const override { return m_signal->at(now); }
+    bool isMoving() const override { return true; }
 
 private:
     std::shared_ptr<Signal const> m_signal;
@@ -52,6 +55,7 @@ class ClockValue : public Value {
 public:
     ClockValue(bool hasDate, bool hasTime) : m_hasDate(hasDate), m_hasTime(hasTime) {}
     void encode(TagWriter& writer, Moment const& now) const override;
+    bool isMoving() const override { return true; }
 
 private:
     bool m_hasDate, m_hasTime;

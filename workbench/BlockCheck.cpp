@@ -147,7 +147,9 @@ BlockConfig Block(FieldReader const& fields) {
         }
     }
     if (fields.Find("WriteCondition")) {
-        block.Fields.emplace_back("WriteCondition", WriteCondition(fields));
+        long long const condition = WriteCondition(fields);
+        block.WriteCondition = static_cast<ProtocolWriteCondition>(condition);
+        block.Fields.emplace_back("WriteCondition", condition);
     }
     block.Variables = Variables(fields);
     return block;

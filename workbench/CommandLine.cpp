@@ -13,6 +13,7 @@ constexpr char programHelp[] = R"(Examples:
   dorvel-workbench run examples/first-steps.lua
   dorvel-workbench run plant.lua --define ahu=192.168.1.20:47808 --pcap plant.pcap
   dorvel-workbench run plant.lua --format json --cycles 10 --fail-on-fault
+  dorvel-workbench run plant.lua --set "AHU.Supply air setpoint=21.5"
   dorvel-workbench check plant.lua
   dorvel-workbench names
 
@@ -27,7 +28,10 @@ Exit codes:
 constexpr char runHelp[] =
     R"(Every block of the project is called once per period of its task. In a terminal its variables
 stand in a table that renews itself; elsewhere each variable is a line per cycle, with tabs
-between the columns. Ctrl-C ends the run.)";
+between the columns. Ctrl-C ends the run.
+
+A variable with Write = true can be set: with --set, with the key s in the table, and with lines
+"set Block.Variable = value" on standard input. A value goes out in the cycle after a good one.)";
 
 // "NAME=VALUE" taken apart; an exception that CLI11 reports when there is no name.
 std::pair<std::string, std::string> Assignment(std::string const& text, char const* option) {
@@ -70,6 +74,18 @@ void AddRunOptions(CLI::App& command, Options& options) {
     command.add_option("--cycles", options.Cycles, "Ends after so many cycles of each block")
         ->type_name("N")
         ->check(CLI::Range(1ULL, 1000000000000ULL).description(""));
+    command
+        .add_option_function<std::vector<std::string>>(
+            "--set",
+            [&options](std::vector<std::string> const& texts) {
+                for (std::string const& text : texts) {
+                    Assignment(text, "--set");
+                    options.Sets.push_back(text);
+                }
+            },
+            "Writes a value to the device; may be repeated")
+        ->type_name("BLOCK.VARIABLE=VALUE")
+        ->allow_extra_args(false);
     command.add_option("--pcap", options.CaptureFile, "Keeps every datagram in a capture file")
         ->type_name("FILE");
     command.add_flag("--trace", options.Trace, "Shows what the driver does, step by step");

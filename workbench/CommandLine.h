@@ -4,6 +4,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace workbench {
 
@@ -16,6 +17,7 @@ struct Options {
     std::string Project;
     std::string AddIn;  // empty: the one beside the program
     std::map<std::string, std::string> Params;
+    std::vector<std::string> Sets;  // "Block.Variable=value", in order
     OutputFormat Format = OutputFormat::Auto;
     unsigned long long Cycles = 0;  // 0: no end
     bool Trace = false;

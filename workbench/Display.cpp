@@ -1,11 +1,16 @@
 #include "Display.h"
 
+#include "Printable.h"
+#include "TableLine.h"
 #include "dorvelshare/HostEnvironment.h"
 
 namespace workbench {
 
 void TextDisplay::Cycle(BlockSnapshot const& block) {
-    std::string const text = format(block);
+    Write(format(block));
+}
+
+void TextDisplay::Write(std::string const& text) {
     std::lock_guard<std::mutex> const lock(mutex);
     stream << text << std::flush;
 }
@@ -15,9 +20,25 @@ bool TextDisplay::Failed() const {
     return !stream.good();
 }
 
-TableDisplay::TableDisplay(Terminal& tableTerminal, LogBuffer const& tableLog,
-                           std::vector<BlockSnapshot> first)
-    : terminal(tableTerminal), log(tableLog), blocks(std::move(first)) {}
+void LinesDisplay::Answer(SetAnswer const& answer) {
+    log.Add(AnswerText(answer, dorvel::Environment().LocalTimeDiff()));
+}
+
+void JsonDisplay::Answer(SetAnswer const& answer) {
+    Write(FormatJson(answer, dorvel::Environment().LocalTimeDiff()));
+}
+
+TableDisplay::TableDisplay(Terminal& tableTerminal, LogBuffer const& tableLog, ValueSetter const& tableSetter,
+                           PromptLine const& tablePrompt, std::vector<BlockSnapshot> first)
+    : terminal(tableTerminal),
+      log(tableLog),
+      setter(tableSetter),
+      prompt(tablePrompt),
+      blocks(std::move(first)) {}
+
+void TableDisplay::Answer(SetAnswer const& answer) {
+    latest = answer;
+}
 
 void TableDisplay::Cycle(BlockSnapshot const& block) {
     std::lock_guard<std::mutex> const lock(mutex);
@@ -34,7 +55,43 @@ void TableDisplay::Refresh() {
         std::lock_guard<std::mutex> const lock(mutex);
         now = blocks;
     }
-    terminal.Show(FormatTable(now, log.Lines(), terminal.Size(), dorvel::Environment().Now()));
+    for (BlockSnapshot& block : now) {
+        setter.Show(block);
+    }
+    Screen screen = terminal.Size();
+    std::string const footer = Footer(now, screen);
+    screen.Height -= footer.empty() || screen.Height < 2 ? 0 : 1;
+    std::vector<std::string> lines = FormatTable(now, log.Lines(), screen, dorvel::Environment().Now());
+    if (!footer.empty()) {
+        lines.push_back(footer);
+    }
+    terminal.Show(lines);
+}
+
+std::string TableDisplay::Footer(std::vector<BlockSnapshot> const& now, Screen const& screen) const {
+    TableLine line(screen.Width, screen.Colour);
+    if (prompt.IsOpen()) {
+        line.Add("Block.Variable = value: ", Colour::Bold);
+        line.Add(Printable(prompt.Text()) + "_");
+    } else if (!latest.Mistake.empty()) {
+        line.Add(Printable(latest.Mistake), Colour::Red);
+    } else if (!latest.Asked.empty()) {
+        line.Add(Progress(now), Colour::Dim);
+    } else if (prompt.HasNames()) {
+        line.Add("Press s to set a value", Colour::Dim);
+    }
+    return line.Text();
+}
+
+std::string TableDisplay::Progress(std::vector<BlockSnapshot> const& now) const {
+    for (BlockSnapshot const& block : now) {
+        for (VariableSnapshot const& variable : block.Variables) {
+            if (FullName(*block.Config, *variable.Config) == latest.Asked) {
+                return Printable(latest.Asked) + " = " + WriteText(variable.Write, block.LocalDiff, true);
+            }
+        }
+    }
+    return {};
 }
 
 }  // namespace workbench

@@ -22,8 +22,11 @@ void PushValue(lua_State* L, BlockConfig::FieldValue const& value) {
 }
 
 void PushVariable(lua_State* L, VariableConfig const& variable) {
-    lua_createtable(L, 0, 6);
+    lua_createtable(L, 0, 7);
     SetInteger(L, "ReadId", variable.ReadId);
+    if (variable.Write) {
+        SetInteger(L, "WriteId", variable.WriteId);
+    }
     SetInteger(L, "Type", variable.Type.Type);
     if (variable.Type.Type == OpcUaType_DataValue) {
         SetInteger(L, "ElementType", variable.Type.ElementType);

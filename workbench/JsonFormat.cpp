@@ -78,6 +78,17 @@ void WriteValue(Writer& writer, OpcUa_Variant const& value, long long localDiff)
     }
 }
 
+void WriteFate(Writer& writer, WriteState const& write, long long localDiff) {
+    writer.StartObject();
+    WriteField(writer, "state", StageName(write.Stage));
+    writer.Key("value");
+    WriteValue(writer, write.Value, localDiff);
+    if (!write.Reason.empty()) {
+        WriteField(writer, "reason", ValidUtf8(write.Reason));
+    }
+    writer.EndObject();
+}
+
 void WriteVariable(Writer& writer, VariableSnapshot const& variable, long long localDiff) {
     VariableState const& state = variable.State;
     writer.StartObject();
@@ -94,6 +105,10 @@ void WriteVariable(Writer& writer, VariableSnapshot const& variable, long long l
         WriteText(writer, IsoTime(state.Time, localDiff));
     } else {
         writer.Null();
+    }
+    if (variable.Write.Stage != WriteStage::None) {
+        writer.Key("write");
+        WriteFate(writer, variable.Write, localDiff);
     }
     writer.EndObject();
 }
@@ -117,6 +132,23 @@ std::string FormatJson(BlockSnapshot const& block) {
         WriteVariable(writer, variable, block.LocalDiff);
     }
     writer.EndArray();
+    writer.EndObject();
+    return std::string(buffer.GetString(), buffer.GetSize()) + "\n";
+}
+
+std::string FormatJson(SetAnswer const& answer, long long localDiff) {
+    rapidjson::StringBuffer buffer;
+    Writer writer(buffer);
+    writer.StartObject();
+    WriteField(writer, "set", ValidUtf8(answer.Asked));
+    if (answer.Mistake.empty()) {
+        WriteField(writer, "state", StageName(WriteStage::Pending));
+        writer.Key("value");
+        WriteValue(writer, answer.Value, localDiff);
+    } else {
+        WriteField(writer, "state", "invalid");
+        WriteField(writer, "reason", ValidUtf8(answer.Mistake));
+    }
     writer.EndObject();
     return std::string(buffer.GetString(), buffer.GetSize()) + "\n";
 }

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "SetAnswer.h"
 #include "Snapshot.h"
 
 namespace workbench {
@@ -11,7 +12,11 @@ namespace workbench {
 // "type":...,"value":...,"quality":...,"status":"0x00000000","time":...}]}
 // Times are texts in ISO 8601; the time of a variable without a value is null. A value is a number, a text, a
 // boolean or null by its type; numbers that JSON does not have are the texts "nan", "inf" and "-inf"; what is
-// no UTF-8 in texts becomes U+FFFD.
+// no UTF-8 in texts becomes U+FFFD. A variable that has been set has "write" behind its time:
+// {"state":"pending","value":...}, or "written", or "unconfirmed" or "refused" with a "reason".
 std::string FormatJson(BlockSnapshot const& block);
+
+// {"set":"Block.Variable","state":"pending","value":...}, or {"set":...,"state":"invalid","reason":...}.
+std::string FormatJson(SetAnswer const& answer, long long localDiff);
 
 }  // namespace workbench

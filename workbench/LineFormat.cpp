@@ -14,9 +14,11 @@ std::string VariableColumns(VariableSnapshot const& variable, long long localDif
     VariableConfig const& config = *variable.Config;
     VariableState const& state = variable.State;
     std::string const time = state.Time ? IsoTime(state.Time, localDiff) : "-";
+    bool const isSet = variable.Write.Stage != WriteStage::None;
+    std::string const write = isSet ? WriteText(variable.Write, localDiff, true) : "-";
     return Printable(config.Name) + "\t" + ObjectText(config) + "\t" + config.Property->Name + "\t" +
            ValueText(state.Value, localDiff) + "\t" + TypeName(config.Type) + "\t" +
-           QualityText(state.Status) + "\t" + StatusText(state.Status) + "\t" + time;
+           QualityText(state.Status) + "\t" + StatusText(state.Status) + "\t" + time + "\t" + write;
 }
 
 }  // namespace
@@ -33,7 +35,7 @@ std::string FormatLines(BlockSnapshot const& block) {
 
 std::string LinesHeader() {
     return "#time\tblock\tcycle\tstate\tvariable\tobject\tproperty\tvalue\ttype\tquality\tstatus\tvalue "
-           "time\n";
+           "time\twrite\n";
 }
 
 }  // namespace workbench

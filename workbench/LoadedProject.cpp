@@ -6,13 +6,17 @@
 #include <cstdio>
 #include <exception>
 #include <lua.hpp>
+#include <utility>
 
 #include "ExitCode.h"
+#include "FieldReader.h"
 #include "LuaValue.h"
 #include "Printable.h"
 #include "ProjectError.h"
 #include "Suggestion.h"
 #include "Watchdog.h"
+#include "dorvelshare/HostEnvironment.h"
+#include "dorvelshare/Trace.h"
 
 namespace workbench {
 
@@ -70,6 +74,8 @@ void LoadedProject::Load(SourceText projectSource) {
         tasks.push_back({"main"});
     }
     CheckTasks();
+    CheckSets();
+    isLoaded = true;
     for (TaskConfig const& task : tasks) {
         runtime->AddTask(task.Name, std::chrono::milliseconds(task.Period));
     }
@@ -124,8 +130,19 @@ void LoadedProject::DropUnmadeBlocks() {
 }
 
 void LoadedProject::DeclareVariables(BlockConfig& block) {
+    VariableStore& store = runtime->Variables();
+    bool writes = false;
     for (VariableConfig& variable : block.Variables) {
-        variable.ReadId = runtime->Variables().Declare(block.Name + "." + variable.Name, variable.Type);
+        std::string const name = FullName(block, variable);
+        variable.ReadId = store.Declare(name, variable.Type);
+        if (variable.Write) {
+            variable.WriteId = store.Declare(name + " (to write)", variable.Type);
+            writes = true;
+        }
+    }
+    if (writes && block.WriteCondition == ProtocolWriteCondition::OnTrigger) {
+        block.WriteItemId = store.Declare(block.Name + " (write trigger)", OpcUaType_Boolean);
+        block.Fields.emplace_back("WriteItemId", block.WriteItemId);
     }
 }
 
@@ -158,6 +175,48 @@ std::vector<std::string> LoadedProject::UnusedParams() const {
         }
     }
     return names;
+}
+
+void LoadedProject::SetVariable(std::string const& name, std::string const& text, Place const& place) {
+    if (isLoaded) {
+        sets.push_back(MakeSetRequest(blocks, name, text));
+    } else {
+        namedSets.push_back({name, text, place});
+    }
+}
+
+void LoadedProject::CheckSets() {
+    for (NamedSet const& set : namedSets) {
+        sets.push_back(InContext(Prefix(set.Where) + "Set: ",
+                                 [&] { return MakeSetRequest(blocks, set.Name, set.Text); }));
+    }
+}
+
+std::vector<SetRequest> LoadedProject::TakeSets() {
+    return std::exchange(sets, {});
+}
+
+void LoadedProject::CallAfter(double seconds, int reference) {
+    timers.push_back({dorvel::Environment().Now() + static_cast<long long>(seconds * 1e7), reference});
+}
+
+void LoadedProject::CallDue() {
+    long long const now = dorvel::Environment().Now();
+    auto const due = std::stable_partition(timers.begin(), timers.end(),
+                                           [=](Timer const& timer) { return timer.Time > now; });
+    std::vector<Timer> calls(due, timers.end());
+    timers.erase(due, timers.end());
+    std::stable_sort(calls.begin(), calls.end(),
+                     [](Timer const& left, Timer const& right) { return left.Time < right.Time; });
+    for (Timer const& call : calls) {
+        Watchdog const watchdog(limits.Time + Grace, [this] { EndProcess("it does not end"); });
+        script->StartClock();
+        std::string const mistake = script->Call(call.Reference);
+        script->StopClock();
+        if (!mistake.empty()) {
+            logMsgLn(mistake.c_str());
+        }
+    }
 }
 
 int LoadedProject::LineOfVariable(Place const& block, std::string const& name, int occurrence) const {

@@ -10,6 +10,7 @@
 #include "Project.h"
 #include "ScriptBinding.h"
 #include "ScriptState.h"
+#include "SetRequest.h"
 #include "SourceText.h"
 #include "dorvel/Runtime.h"
 
@@ -35,6 +36,11 @@ public:
     std::vector<TaskConfig> const& Tasks() const { return tasks; }
     // In the order of the project; they stay where they are.
     std::deque<BlockConfig> const& Blocks() const { return blocks; }
+    // What the script has set since the last call: while it ran, and in functions that CallDue called.
+    std::vector<SetRequest> TakeSets();
+    // Calls the functions of After whose time has come, on the calling thread. What goes wrong in one becomes
+    // a line of the log.
+    void CallDue();
     // Names of params that the project never asked for.
     std::vector<std::string> UnusedParams() const;
 
@@ -44,13 +50,28 @@ private:
         bool Asked = false;
     };
 
+    struct NamedSet {
+        std::string Name;
+        std::string Text;
+        Place Where;
+    };
+
+    struct Timer {
+        long long Time;  // a file time
+        int Reference;
+    };
+
     void AddTask(TaskConfig task) override;
     BlockConfig const& AddBlock(BlockConfig block) override;
     bool BlockMade() override;
     std::string const* Param(char const* name) override;
     int LineOfVariable(Place const& block, std::string const& name, int occurrence) const override;
 
+    void SetVariable(std::string const& name, std::string const& text, Place const& place) override;
+    void CallAfter(double seconds, int reference) override;
+
     void RunScript();
+    void CheckSets();
     void DropUnmadeBlocks();
     void CheckTasks();
     void DeclareVariables(BlockConfig& block);
@@ -64,6 +85,10 @@ private:
     SourceText source;
     std::vector<TaskConfig> tasks;
     std::deque<BlockConfig> blocks;
+    bool isLoaded = false;
+    std::vector<NamedSet> namedSets;  // of variables that a later line of the script may make
+    std::vector<SetRequest> sets;
+    std::vector<Timer> timers;
     ScriptBinding binding;
     std::unique_ptr<ScriptState> script;
     std::unique_ptr<dorvel::Runtime> runtime;  // goes before the script

@@ -30,10 +30,18 @@ void LogBuffer::AddLine(std::string_view line) {
     if (stream) {
         *stream << text << std::endl;
     }
+    if (listener) {
+        listener(text);
+    }
     lines.push_back(std::move(text));
     if (lines.size() > KeptLines) {
         lines.pop_front();
     }
+}
+
+void LogBuffer::SetListener(Listener lineListener) {
+    std::lock_guard<std::mutex> const lock(mutex);
+    listener = std::move(lineListener);
 }
 
 std::vector<std::string> LogBuffer::Lines() const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <mutex>
 #include <ostream>
 #include <string>
@@ -16,7 +17,11 @@ class LogBuffer {
 public:
     explicit LogBuffer(std::ostream* lineStream) : stream(lineStream) {}
 
+    using Listener = std::function<void(std::string const& line)>;
+
     void Add(std::string_view piece);
+    // Is told every line too, by the thread that logs it, and must not log itself. Null for none.
+    void SetListener(Listener lineListener);
     // The newest lines, oldest first, at most 50.
     std::vector<std::string> Lines() const;
 
@@ -25,6 +30,7 @@ private:
 
     mutable std::mutex mutex;
     std::ostream* stream;
+    Listener listener;
     std::deque<std::string> lines;
 };
 

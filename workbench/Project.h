@@ -28,7 +28,9 @@ struct VariableConfig {
     NameRow const* ObjectType = nullptr;
     NameRow const* Property = nullptr;
     int ObjectNumber = 0;
-    long long ReadId = 0;  // the variable in the runtime's store
+    long long ReadId = 0;   // the variable in the runtime's store
+    long long WriteId = 0;  // the one whose value goes to the device; 0 without Write
+    bool Write = false;
 };
 
 // One block of a project, checked.
@@ -40,6 +42,8 @@ struct BlockConfig {
     std::string Address;
     std::vector<std::pair<std::string, FieldValue>> Fields;  // what the driver is given, Vars aside
     std::vector<VariableConfig> Variables;
+    ProtocolWriteCondition WriteCondition = ProtocolWriteCondition::OnChange;
+    long long WriteItemId = 0;  // the trigger, with OnTrigger and a variable to write
     Place Where;
     ScadaProtocol* Protocol = nullptr;  // the driver's object, owned by the Lua state
 };

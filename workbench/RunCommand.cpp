@@ -1,15 +1,17 @@
 #include "RunCommand.h"
 
+#include <unistd.h>
+
 #include <chrono>
 #include <ostream>
 #include <stdexcept>
 
 #include "Display.h"
 #include "ExitCode.h"
+#include "FieldReader.h"
 #include "HostScope.h"
-#include "JsonFormat.h"
-#include "LineFormat.h"
 #include "LoadedProject.h"
+#include "Operator.h"
 #include "Printable.h"
 #include "RunFigures.h"
 #include "Signals.h"
@@ -39,16 +41,17 @@ std::vector<BlockSnapshot> FirstSnapshots(LoadedProject& project) {
 }
 
 std::unique_ptr<Display> MakeDisplay(Options const& options, RunStreams const& streams,
-                                     LoadedProject& project, Terminal& terminal, LogBuffer const& log) {
+                                     LoadedProject& project, Terminal& terminal, LogBuffer& log,
+                                     ValueSetter const& setter, PromptLine const& prompt) {
     if (WantsTable(options, streams)) {
         terminal.Begin();
-        return std::make_unique<TableDisplay>(terminal, log, FirstSnapshots(project));
+        return std::make_unique<TableDisplay>(terminal, log, setter, prompt, FirstSnapshots(project));
     }
     if (options.Format == OutputFormat::Json) {
-        return std::make_unique<TextDisplay>(streams.Out, FormatJson);
+        return std::make_unique<JsonDisplay>(streams.Out);
     }
     streams.Out << LinesHeader();
-    return std::make_unique<TextDisplay>(streams.Out, FormatLines);
+    return std::make_unique<LinesDisplay>(streams.Out, log);
 }
 
 void ServeTerminal(Signals& signals, Terminal& terminal, bool table) {
@@ -71,19 +74,39 @@ struct StopAtEnd {
 };
 
 void RunUntilEnd(dorvel::Runtime& runtime, Display& display, Terminal& terminal, Signals& signals,
-                 Options const& options, bool table) {
+                 Operator& person, Options const& options, bool table) {
     {
         StopAtEnd const stop{runtime};
+        person.ServeLines();
         runtime.Start(options.Cycles);
         while (!signals.StopAsked() && !display.Failed() && !runtime.WaitFinished(RefreshPeriod)) {
             ServeTerminal(signals, terminal, table);
+            person.Serve();
             display.Refresh();
         }
     }
     display.Refresh();
 }
 
-void WarnOfParams(LoadedProject const& project, std::ostream& err) {
+void SetFromTheStart(LoadedProject& project, std::vector<std::string> const& assignments,
+                     ValueSetter& setter) {
+    for (SetRequest const& request : project.TakeSets()) {
+        setter.Set(request);
+    }
+    for (std::string const& assignment : assignments) {
+        setter.Set(InContext("--set: ", [&] { return ReadAssignment(project.Blocks(), assignment); }));
+    }
+}
+
+void Warn(LoadedProject const& project, std::ostream& err) {
+    for (BlockConfig const& block : project.Blocks()) {
+        for (VariableConfig const& variable : block.Variables) {
+            if (variable.Write && !IsWrittenItself(variable)) {
+                err << "warning: " << Printable(FullName(block, variable)) << ": the driver reads "
+                    << variable.Property->Name << " and writes to present-value\n";
+            }
+        }
+    }
     for (std::string const& name : project.UnusedParams()) {
         err << "warning: the project does not ask for Param." << Printable(name) << "\n";
     }
@@ -105,25 +128,34 @@ int RunProject(Options const& options, RunStreams const& streams) {
     HostScope const host(log, options.Trace, options.CaptureFile);
     LoadedProject project(options.Project, options.Params);
     project.Load(SourceText::FromFile(options.Project));
-    WarnOfParams(project, streams.Err);
+    Warn(project, streams.Err);
+    ValueSetter setter(project.Runtime(), log);
+    SetFromTheStart(project, options.Sets, setter);
     RunFigures figures;
 
     Signals signals(Terminal::EndAtOnce);
     Terminal terminal(1, 0);
-    std::unique_ptr<Display> const display = MakeDisplay(options, streams, project, terminal, log);
+    PromptLine prompt(WritableNames(project.Blocks()));
+    std::unique_ptr<Display> const display =
+        MakeDisplay(options, streams, project, terminal, log, setter, prompt);
+    bool const table = WantsTable(options, streams);
+    Operator person(project, setter, *display, prompt, terminal,
+                    table && isatty(streams.In) ? -1 : streams.In);
     dorvel::Runtime& runtime = project.Runtime();
     runtime.SetCycleObserver([&](ScadaProtocol& protocol, unsigned long long cycle, bool) {
         if (signals.StopAsked()) {
             return;  // the driver has cut this cycle short, and it is no fault
         }
-        BlockSnapshot const snapshot = TakeSnapshot(ConfigOf(project, protocol), cycle, runtime.Variables());
+        BlockSnapshot snapshot = TakeSnapshot(ConfigOf(project, protocol), cycle, runtime.Variables());
+        setter.AfterCycle(*snapshot.Config, IsFault(snapshot));
+        setter.Show(snapshot);
         figures.Count(snapshot);
         display->Cycle(snapshot);
     });
-    RunUntilEnd(runtime, *display, terminal, signals, options, WantsTable(options, streams));
+    RunUntilEnd(runtime, *display, terminal, signals, person, options, table);
     terminal.End();
 
-    if (options.Summary.value_or(WantsTable(options, streams))) {
+    if (options.Summary.value_or(table)) {
         streams.Out << figures.Summary(host.Figures()) << std::flush;
     }
     if (!host.CaptureGood()) {
@@ -141,7 +173,7 @@ int CheckProject(Options const& options, RunStreams const& streams) {
     HostScope const host(log, false, "");
     LoadedProject project(options.Project, options.Params);
     project.Load(SourceText::FromFile(options.Project));
-    WarnOfParams(project, streams.Err);
+    Warn(project, streams.Err);
     std::size_t variables = 0;
     for (BlockConfig const& block : project.Blocks()) {
         variables += block.Variables.size();

@@ -12,6 +12,7 @@ struct RunStreams {
     std::ostream& Err;
     bool OutIsTerminal;  // Out is the process's standard output, and that a terminal
     bool ErrIsTerminal;  // the log would tear a table
+    int In = -1;         // the handle of standard input, -1 for none
 };
 
 // Runs a project until its cycles are done or a signal asks for the end. The add-in has been loaded. Exit

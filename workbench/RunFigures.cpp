@@ -4,6 +4,9 @@
 #include <cstdio>
 #include <set>
 
+#include "Printable.h"
+#include "SetRequest.h"
+
 namespace workbench {
 
 namespace {
@@ -43,6 +46,12 @@ void RunFigures::Count(BlockSnapshot const& block) {
     faults += fault ? 1 : 0;
     objects += polled;
     inFault[block.Config] = fault;
+    for (VariableSnapshot const& variable : block.Variables) {
+        if (variable.Write.Stage != WriteStage::None) {
+            writes[FullName(*block.Config, *variable.Config)] =
+                WriteText(variable.Write, block.LocalDiff, true);
+        }
+    }
 }
 
 bool RunFigures::AnyFault() const {
@@ -52,10 +61,14 @@ bool RunFigures::AnyFault() const {
 
 std::string RunFigures::Summary(TrafficFigures const& traffic) const {
     std::lock_guard<std::mutex> const lock(mutex);
-    return Line("cycles", cycles, "") + Line("faults", faults, "  (cycles of a block that ended in fault)") +
+    std::string text = Line("cycles", cycles, "") + Line("faults", faults, "  (cycles of a block that ended in fault)") +
            Line("objects polled", objects, "  (in cycles without fault)") +
            Line("requests", traffic.Requests, "") + Line("answers", traffic.Answers, "") +
            RoundTripLine(traffic.Trips);
+    for (auto const& [name, fate] : writes) {
+        text += Printable(name) + " = " + fate + "\n";
+    }
+    return text;
 }
 
 }  // namespace workbench

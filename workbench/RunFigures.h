@@ -24,6 +24,8 @@ public:
     //   requests          744
     //   answers           744
     //   round trip      0.412 ms median, 1.873 ms maximum
+    // and a line for each variable that was set, with what became of it:
+    //   AHU.Supply air setpoint = 22 written
     std::string Summary(TrafficFigures const& traffic) const;
 
 private:
@@ -32,6 +34,7 @@ private:
     unsigned long long faults = 0;
     unsigned long long objects = 0;
     std::map<BlockConfig const*, bool> inFault;
+    std::map<std::string, std::string> writes;  // by the variable's full name
 };
 
 }  // namespace workbench

@@ -13,8 +13,20 @@ namespace workbench {
 
 namespace {
 
+constexpr lua_Number LongestDelay = 1e9;  // seconds
 constexpr int TaskDepth = 1;
 constexpr int BlockDepth = 3;  // a block, its list, a variable
+
+// The lexical form of a value that a variable can have.
+std::string TextOf(LuaValue const& value) {
+    if (auto const* text = value.As<std::string>()) {
+        return *text;
+    }
+    if (value.As<bool>() || value.As<long long>() || value.As<double>()) {
+        return Describe(value);
+    }
+    throw ProjectError("a number, a text or a boolean is wanted, not " + Describe(value));
+}
 
 }  // namespace
 
@@ -48,6 +60,12 @@ int ScriptBinding::InstallNames(lua_State* L) {
     lua_pushvalue(L, 1);
     lua_pushcclosure(L, MakeTask, 1);
     lua_setglobal(L, "Task");
+    lua_pushvalue(L, 1);
+    lua_pushcclosure(L, Set, 1);
+    lua_setglobal(L, "Set");
+    lua_pushvalue(L, 1);
+    lua_pushcclosure(L, After, 1);
+    lua_setglobal(L, "After");
 
     lua_createtable(L, 0, 0);
     lua_createtable(L, 0, 1);
@@ -94,6 +112,46 @@ int ScriptBinding::MakeBlock(lua_State* L) {
     PushDriverTable(L, *block);
     lua_call(L, 1, 1);
     return Self(L).receiver.BlockMade() ? 1 : luaL_error(L, "the add-in made no block");
+}
+
+int ScriptBinding::Set(lua_State* L) {
+    lua_settop(L, 2);
+    return Self(L).AcceptSet(L) ? 0 : Self(L).RaiseMistake(L);
+}
+
+int ScriptBinding::After(lua_State* L) {
+    lua_settop(L, 2);
+    lua_Number const seconds = luaL_checknumber(L, 1);
+    luaL_argcheck(L, seconds >= 0 && seconds <= LongestDelay, 1, "0 or more seconds are wanted");
+    luaL_checktype(L, 2, LUA_TFUNCTION);
+    int const reference = luaL_ref(L, LUA_REGISTRYINDEX);
+    return Self(L).AcceptAfter(seconds, reference) ? 0 : Self(L).RaiseMistake(L);
+}
+
+bool ScriptBinding::AcceptSet(lua_State* L) {
+    Place const place = ScriptState::CurrentPlace(L);
+    try {
+        LuaValue const name = CopyValue(L, 1, 0);
+        auto const* text = name.As<std::string>();
+        if (!text) {
+            throw ProjectError("\"Block.Variable\" is wanted, not " + Describe(name));
+        }
+        receiver.SetVariable(*text, TextOf(CopyValue(L, 2, 0)), place);
+        return true;
+    } catch (std::exception const& reason) {
+        mistake = Prefix(place) + "Set: " + reason.what();
+        return false;
+    }
+}
+
+bool ScriptBinding::AcceptAfter(double seconds, int reference) {
+    try {
+        receiver.CallAfter(seconds, reference);
+        return true;
+    } catch (std::exception const& reason) {
+        mistake = std::string("After: ") + reason.what();
+        return false;
+    }
 }
 
 bool ScriptBinding::AcceptTask(lua_State* L) {

@@ -8,9 +8,9 @@ struct lua_State;
 
 namespace workbench {
 
-// What a project's script can call: Task{...}, BACnet.new{...} and Param.NAME. The tables are checked here
-// and given to the receiver; what it refuses with a ProjectError becomes a Lua error that begins with the
-// place.
+// What a project's script can call: Task{...}, BACnet.new{...}, Set(name, value), After(seconds, function)
+// and Param.NAME. The arguments are checked here and given to the receiver; what it refuses with a
+// ProjectError becomes a Lua error that begins with the place.
 class ScriptBinding {
 public:
     class Receiver {
@@ -21,6 +21,10 @@ public:
         virtual BlockConfig const& AddBlock(BlockConfig block) = 0;
         // The driver has made its object. False when there is none.
         virtual bool BlockMade() = 0;
+        // "Block.Variable" and the value's text.
+        virtual void SetVariable(std::string const& name, std::string const& text, Place const& place) = 0;
+        // To be called so many seconds from now; reference is the function's in the Lua registry.
+        virtual void CallAfter(double seconds, int reference) = 0;
         // The value of Param.NAME, null when there is none.
         virtual std::string const* Param(char const* name) = 0;
         // The line of a variable's name behind blockLine, or blockLine.
@@ -42,10 +46,14 @@ private:
     static int ReadParam(lua_State* L);
     static int MakeTask(lua_State* L);
     static int MakeBlock(lua_State* L);
+    static int Set(lua_State* L);
+    static int After(lua_State* L);
     int RaiseMistake(lua_State* L) const;
 
-    // Both leave the text in mistake when they fail.
+    // All leave the text in mistake when they fail.
     bool AcceptTask(lua_State* L);
+    bool AcceptSet(lua_State* L);
+    bool AcceptAfter(double seconds, int reference);
     BlockConfig const* AcceptBlock(lua_State* L);
 
     Receiver& receiver;

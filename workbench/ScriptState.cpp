@@ -123,6 +123,14 @@ std::string ScriptState::Run(std::string const& text, std::string const& name) {
     return mistake;
 }
 
+std::string ScriptState::Call(int reference) {
+    lua_rawgeti(L, LUA_REGISTRYINDEX, reference);
+    luaL_unref(L, LUA_REGISTRYINDEX, reference);
+    std::string mistake = lua_pcall(L, 0, 0, 0) == LUA_OK ? std::string() : ErrorText(L);
+    lua_settop(L, 0);
+    return mistake;
+}
+
 Place ScriptState::CurrentPlace(lua_State* L) {
     lua_Debug activation;
     for (int level = 1; lua_getstack(L, level, &activation); ++level) {

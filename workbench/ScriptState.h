@@ -36,6 +36,9 @@ public:
     // Runs a text as a Lua chunk of that name. "" when it ran to its end, else the error as Lua words it.
     std::string Run(std::string const& text, std::string const& name);
 
+    // Calls a function without arguments that stands in the Lua registry, and lets it go. As Run.
+    std::string Call(int reference);
+
     // The innermost place of a script that is running in this thread of Lua.
     static Place CurrentPlace(lua_State* L);
 

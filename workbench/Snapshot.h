@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "Project.h"
+#include "WriteState.h"
 #include "dorvelshare/VariableStore.h"
 
 namespace workbench {
@@ -11,6 +12,7 @@ namespace workbench {
 struct VariableSnapshot {
     VariableConfig const* Config;
     VariableState State;
+    WriteState Write{};
 };
 
 // A block as it stood after one of its cycles. Points into the project's configuration, which outlives it.

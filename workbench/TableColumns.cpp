@@ -20,9 +20,9 @@ struct Concession {
     std::size_t Width;
 };
 
-constexpr Concession concessions[] = {{Type, 0},      {Time, 0},     {Value, 14},  {Property, 8},
-                                      {Variable, 14}, {Quality, 6},  {Object, 10}, {Property, 4},
-                                      {Value, 6},     {Variable, 6}, {Quality, 2}, {Object, 5}};
+constexpr Concession concessions[] = {
+    {Type, 0},     {Time, 0},  {Value, 14}, {Property, 8}, {Variable, 14}, {Quality, 6}, {Object, 10},
+    {Property, 4}, {Value, 6}, {Write, 12}, {Variable, 6}, {Quality, 2},   {Object, 5}};
 
 std::size_t Total(Widths const& widths) {
     std::size_t total = Indent;
@@ -30,6 +30,17 @@ std::size_t Total(Widths const& widths) {
         total += width > 0 ? width + Gap : 0;
     }
     return total - Gap;
+}
+
+std::string WriteCell(VariableSnapshot const& variable, long long localDiff) {
+    bool const isSet = variable.Write.Stage != WriteStage::None;
+    return isSet ? WriteText(variable.Write, localDiff, false) : variable.Config->Write ? "-" : "";
+}
+
+// The column stands only where there is something to write.
+bool IsLeftOut(std::size_t column, std::vector<Row> const& rows) {
+    return column == Write &&
+           std::all_of(rows.begin(), rows.end(), [](Row const& row) { return row[Write].empty(); });
 }
 
 std::string ObjectCell(std::string const& text, std::size_t width) {
@@ -44,7 +55,7 @@ std::string ObjectCell(std::string const& text, std::size_t width) {
 }  // namespace
 
 Row HeaderRow() {
-    return {"Variable", "Object", "Property", "Value", "Type", "Quality", "Time", "Age"};
+    return {"Variable", "Object", "Property", "Value", "Type", "Quality", "Time", "Age", "Write"};
 }
 
 Row VariableRow(VariableSnapshot const& variable, BlockSnapshot const& block, long long now) {
@@ -58,14 +69,15 @@ Row VariableRow(VariableSnapshot const& variable, BlockSnapshot const& block, lo
             TypeName(config.Type),
             QualityText(state.Status),
             timed ? ClockTime(state.Time, block.LocalDiff) : "-",
-            timed ? AgeText(state.Time, now) : "-"};
+            timed ? AgeText(state.Time, now) : "-",
+            WriteCell(variable, block.LocalDiff)};
 }
 
 Widths FitColumns(std::vector<Row> const& rows, std::size_t screenWidth) {
     Widths widths{};
     Row const header = HeaderRow();
     for (std::size_t column = 0; column < ColumnCount; ++column) {
-        widths[column] = DisplayWidth(header[column]);
+        widths[column] = IsLeftOut(column, rows) ? 0 : DisplayWidth(header[column]);
         for (Row const& row : rows) {
             widths[column] = std::max(widths[column], std::min(DisplayWidth(row[column]), WidestColumn));
         }

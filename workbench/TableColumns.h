@@ -11,7 +11,7 @@ namespace workbench {
 
 // The columns of the table: what stands in them, and how wide they are.
 
-enum Column : std::size_t { Variable, Object, Property, Value, Type, Quality, Time, Age, ColumnCount };
+enum Column : std::size_t { Variable, Object, Property, Value, Type, Quality, Time, Age, Write, ColumnCount };
 
 constexpr std::size_t Indent = 2;  // in front of the first column
 constexpr std::size_t Gap = 2;     // between two columns

@@ -25,8 +25,35 @@ Colour QualityColour(OpcUa_StatusCode status) {
     }
 }
 
-std::string RowLine(Row const& row, Widths const& widths, Screen const& screen, Colour rowColour,
-                    Colour qualityColour) {
+Colour WriteColour(WriteStage stage) {
+    switch (stage) {
+        case WriteStage::Written:
+            return Colour::Green;
+        case WriteStage::Refused:
+            return Colour::Red;
+        case WriteStage::None:
+            return Colour::None;
+        default:
+            return Colour::Yellow;
+    }
+}
+
+using RowColours = std::array<Colour, ColumnCount>;
+
+RowColours Plain(Colour colour) {
+    RowColours colours;
+    colours.fill(colour);
+    return colours;
+}
+
+RowColours ColoursOf(VariableSnapshot const& variable) {
+    RowColours colours = Plain(Colour::None);
+    colours[Quality] = QualityColour(variable.State.Status);
+    colours[Write] = WriteColour(variable.Write.Stage);
+    return colours;
+}
+
+std::string RowLine(Row const& row, Widths const& widths, Screen const& screen, RowColours const& colours) {
     TableLine line(screen.Width, screen.Colour);
     line.Add(std::string(Indent, ' '));
     for (std::size_t column = 0; column < ColumnCount; ++column) {
@@ -34,7 +61,7 @@ std::string RowLine(Row const& row, Widths const& widths, Screen const& screen, 
             continue;
         }
         line.Add(column == 0 ? "" : std::string(Gap, ' '));
-        line.Add(Cell(row[column], column, widths[column]), column == Quality ? qualityColour : rowColour);
+        line.Add(Cell(row[column], column, widths[column]), colours[column]);
     }
     return line.Text();
 }
@@ -93,13 +120,12 @@ std::vector<std::string> FormatTable(std::vector<BlockSnapshot> const& blocks,
         }
     }
     Widths const widths = FitColumns(rows, screen.Width);
-    std::vector<std::string> lines = {RowLine(HeaderRow(), widths, screen, Colour::Bold, Colour::Bold)};
+    std::vector<std::string> lines = {RowLine(HeaderRow(), widths, screen, Plain(Colour::Bold))};
     auto row = rows.begin();
     for (BlockSnapshot const& block : blocks) {
         lines.push_back(Headline(block, screen));
         for (VariableSnapshot const& variable : block.Variables) {
-            lines.push_back(
-                RowLine(*row++, widths, screen, Colour::None, QualityColour(variable.State.Status)));
+            lines.push_back(RowLine(*row++, widths, screen, ColoursOf(variable)));
         }
     }
     std::vector<std::string> const logLines = LogLines(log, screen);

@@ -1,9 +1,11 @@
 #include "Terminal.h"
 
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <atomic>
+#include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <string_view>
@@ -40,13 +42,24 @@ void WriteAll(int handle, std::string_view text) {
     }
 }
 
-// A job in the background must not touch the terminal's mode: the system would stop it.
-bool MayChangeMode(int handle) {
+}  // namespace
+
+bool IsForeground(int handle) {
     pid_t const foreground = tcgetpgrp(handle);
     return foreground == -1 || foreground == getpgrp();
 }
 
-}  // namespace
+std::string ReadAvailable(int handle, bool& ended) {
+    pollfd ready{handle, POLLIN, 0};
+    ended = false;
+    if (!IsForeground(handle) || poll(&ready, 1, 0) <= 0) {
+        return {};
+    }
+    char octets[4096];
+    ssize_t const length = read(handle, octets, sizeof octets);
+    ended = length == 0 || (length < 0 && errno != EINTR && errno != EAGAIN);
+    return length > 0 ? std::string(octets, static_cast<std::size_t>(length)) : std::string();
+}
 
 std::string FramePainter::Paint(std::vector<std::string> const& lines) {
     std::string text;
@@ -71,7 +84,7 @@ void Terminal::Begin() {
         return;
     }
     begun = true;
-    hasMode = MayChangeMode(input) && tcgetattr(input, &mode) == 0;
+    hasMode = IsForeground(input) && tcgetattr(input, &mode) == 0;
     restoration.Output = output;
     restoration.Input = input;
     restoration.HasMode = hasMode;
@@ -79,7 +92,9 @@ void Terminal::Begin() {
     restoration.Valid = true;
     if (hasMode) {
         termios silent = mode;
-        silent.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+        silent.c_lflag &= ~static_cast<tcflag_t>(ECHO | ICANON);
+        silent.c_cc[VMIN] = 1;
+        silent.c_cc[VTIME] = 0;
         tcsetattr(input, TCSANOW, &silent);
     }
     WriteAll(output, HideCursor);
@@ -105,6 +120,11 @@ void Terminal::EndAtOnce() {
 
 void Terminal::Show(std::vector<std::string> const& lines) {
     WriteAll(output, painter.Paint(lines));
+}
+
+std::string Terminal::Keys() {
+    bool ended = false;
+    return begun && hasMode ? ReadAvailable(input, ended) : std::string();
 }
 
 Screen Terminal::Size() const {

@@ -26,7 +26,15 @@ private:
     bool clear = false;
 };
 
-// A terminal that shows frames: without cursor and echo from Begin to End.
+// Whether the process may read from the terminal, or change its mode, without being stopped by the system: it
+// is no job in the background. True for what is no terminal.
+bool IsForeground(int handle);
+
+// What can be read from the handle without waiting, at most 4096 octets. Nothing at the end of the input,
+// which ended then tells.
+std::string ReadAvailable(int handle, bool& ended);
+
+// A terminal that shows frames: without cursor and echo from Begin to End, each key handed over as it comes.
 class Terminal {
 public:
     Terminal(int outputHandle, int inputHandle) : output(outputHandle), input(inputHandle) {}
@@ -41,6 +49,8 @@ public:
     static void EndAtOnce();
 
     void Show(std::vector<std::string> const& lines);
+    // The keys that have been pressed since Begin and were not read; does not wait.
+    std::string Keys();
     void Resized() { painter.Clear(); }
 
     // As the terminal tells it, or 80 by 24. Colours unless NO_COLOR is set or TERM is "dumb".

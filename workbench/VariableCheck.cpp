@@ -15,8 +15,8 @@ namespace {
 constexpr long long LargestInstance = 4194303;
 
 std::vector<std::string> const& VariableFields() {
-    static std::vector<std::string> const fields = {"Name",       "Type",         "ElementType",
-                                                    "ObjectType", "ObjectNumber", "ObjectProperties"};
+    static std::vector<std::string> const fields = {
+        "Name", "Type", "ElementType", "ObjectType", "ObjectNumber", "ObjectProperties", "Write"};
     return fields;
 }
 
@@ -65,6 +65,7 @@ VariableConfig CheckVariable(LuaValue const& value) {
     variable.ObjectType = fields.Name("ObjectType", ObjectTypes(), "object type");
     variable.Property = fields.Name("ObjectProperties", Properties(), "property");
     variable.ObjectNumber = static_cast<int>(fields.Integer("ObjectNumber", 0, LargestInstance));
+    variable.Write = fields.OptionalBoolean("Write").value_or(false);
     return variable;
 }
 

@@ -1,5 +1,6 @@
 #include "Workbench.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <clocale>
@@ -53,6 +54,8 @@ int Fail(std::ostream& err, std::exception const& reason, ExitCode code) {
 int Main(int argc, char const* const* argv, std::ostream& out, std::ostream& err) {
     // Widths of characters are asked of the C library, which knows them in a locale of UTF-8 only.
     std::setlocale(LC_CTYPE, "C.UTF-8");
+    // Asked before anything is opened, which would take the number of a closed standard input.
+    int const in = &out == &std::cout && fcntl(0, F_GETFD) != -1 ? 0 : -1;
     int exitCode = ExitOk;
     std::optional<Options> const options = ParseCommandLine(argc, argv, out, err, exitCode);
     if (!options) {
@@ -61,7 +64,7 @@ int Main(int argc, char const* const* argv, std::ostream& out, std::ostream& err
     bool const outIsTerminal = &out == &std::cout && isatty(1);
     bool const errIsTerminal = &err == &std::cerr && isatty(2);
     try {
-        return RunCommand(*options, {out, err, outIsTerminal, errIsTerminal});
+        return RunCommand(*options, {out, err, outIsTerminal, errIsTerminal, in});
     } catch (ProjectError const& mistake) {
         return Fail(err, mistake, ExitUsage);
     } catch (AddInError const& reason) {

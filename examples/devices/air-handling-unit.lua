@@ -1,6 +1,10 @@
 -- The air handling unit of the demo plant: temperatures and pressures that follow the day, two valves, two
 -- fans, a supply air loop and the time programmes. The setpoint programme is so long that an answer with
 -- it takes several segments.
+--
+-- To write: the setpoint analog_value 1, commanded at 16 from the start, so that 8 goes over it and a Null at 8
+-- gives it back; the valve analog_output 1, whose own movement returns the same way; both schedules. Refused
+-- are a setpoint above 35 or a valve above 100 (value-out-of-range) and a temperature of analog_input 1 (write-access-denied).
 
 -- One setpoint for every hour: low at night, high by day.
 local function hourly(day_setpoint, night_setpoint)
@@ -44,12 +48,12 @@ device{
         },
         analog_output{
             instance = 1, name = "Heating valve", present_value = ramp{from = 0, to = 100, period = 120},
-            units = "percent",
+            units = "percent", min_pres_value = 0, max_pres_value = 100,
         },
         analog_output{instance = 2, name = "Cooling valve", present_value = 0, units = "percent"},
         analog_value{
             instance = 1, name = "Supply air setpoint", present_value = 20.5, units = "degrees-celsius",
-            relinquish_default = 20, high_limit = 30, low_limit = 14,
+            relinquish_default = 20, high_limit = 30, low_limit = 14, min_pres_value = 10, max_pres_value = 35,
         },
         binary_input{
             instance = 1, name = "Filter alarm", present_value = toggle{period = 90},

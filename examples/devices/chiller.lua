@@ -42,7 +42,7 @@ device{
             state_text = {"automatic", "manual", "maintenance"},
         },
         integer_value{
-            instance = 1, name = "Valve offset", description = "Steps", present_value = ramp{from = -20, to = 20, period = 60},
+            instance = 1, name = "Valve offset", description = "Steps", present_value = ramp{from = 0, to = 20, period = 60},
             high_limit = 100, low_limit = -100, deadband = 2,
         },
         positive_integer_value{

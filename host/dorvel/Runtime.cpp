@@ -132,6 +132,20 @@ void Runtime::SetCycleObserver(CycleObserver observer) {
     impl->Observer = std::move(observer);
 }
 
+void Runtime::SetWriteObserver(WriteObserver observer) {
+    impl->OnWrite = std::move(observer);
+}
+
+void Runtime::RequestWrite(long long id) {
+    std::lock_guard<std::mutex> const lock(impl->RequestMutex);
+    impl->WriteRequests.insert(id);
+}
+
+bool Runtime::Impl::TakeWriteRequest(long long id) {
+    std::lock_guard<std::mutex> const lock(RequestMutex);
+    return WriteRequests.erase(id) > 0;
+}
+
 void Runtime::Start(unsigned long long cycles) {
     if (impl->IsStarted) {
         throw std::logic_error("the runtime has been started already");

@@ -4,6 +4,7 @@
 #include <condition_variable>
 #include <memory>
 #include <mutex>
+#include <set>
 #include <thread>
 #include <vector>
 
@@ -31,6 +32,10 @@ struct __attribute__((visibility("hidden"))) Runtime::Impl {
     std::vector<std::unique_ptr<STTask>> Tasks;
     std::vector<std::unique_ptr<BlockEntry>> Blocks;
     CycleObserver Observer;
+    WriteObserver OnWrite;
+
+    std::mutex RequestMutex;
+    std::set<long long> WriteRequests;  // ids of variables
 
     bool IsStarted = false;
     std::vector<std::thread> Threads;
@@ -45,6 +50,9 @@ struct __attribute__((visibility("hidden"))) Runtime::Impl {
     // The data provider of the block's task, null for an unknown block or without tasks.
     LuaDataProvider* ProviderOf(ScadaProtocol const& block);
     std::vector<BlockEntry*> BlocksOf(STTask const& task);
+
+    // True once for every RequestWrite of the variable.
+    bool TakeWriteRequest(long long id);
 
     static void Notify(ConfigProcessorMode mode);
     void RunBlock(BlockEntry& entry);

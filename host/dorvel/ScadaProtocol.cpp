@@ -172,7 +172,11 @@ int ScadaProtocol::IsNeedWriteValue(OpcUa_VariantHlp const& value, DriverVarDsc&
     if (WriteCondition == ProtocolWriteCondition::Always) {
         needed = true;
     } else if (WriteCondition == ProtocolWriteCondition::OnChange) {
-        needed = !isFirst && bare != descriptor.LastWritten;
+        bool const isRequested = runtime && runtime->impl->TakeWriteRequest(descriptor.WriteId);
+        needed = isRequested || (!isFirst && bare != descriptor.LastWritten);
+    }
+    if (needed && runtime && runtime->impl->OnWrite) {
+        runtime->impl->OnWrite(*this, descriptor.WriteId, bare);
     }
     if (needed || isFirst) {
         descriptor.LastWritten = std::move(bare);

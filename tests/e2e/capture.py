@@ -11,7 +11,7 @@ FIELDS = [
     "bacapp.invoke_id", "bacapp.confirmed_service", "bacapp.objectType", "bacapp.instance_number",
     "bacapp.property_identifier", "bacapp.segmented_request", "bacapp.more_segments", "bacapp.SA",
     "bacapp.response_segments", "bacapp.max_adpu_size", "bacapp.sequence_number", "bacapp.window_size", "bacapp.NAK",
-    "bacapp.SRV", "_ws.malformed", "_ws.expert.message"]
+    "bacapp.SRV", "bacapp.present_value.real", "_ws.malformed", "_ws.expert.message"]
 
 READ_REQUEST, SEGMENT_ACK, COMPLEX_ACK = "0", "4", "3"
 

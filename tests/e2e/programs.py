@@ -28,14 +28,18 @@ class Server:
             _, errors = self._process.communicate(timeout=LONGEST)
             raise AssertionError(f"{command[0]} did not start: {line} {errors}")
         self.address = line.split()[-1]
+        self.output = ""  # what it printed besides, once it has ended
 
     @property
     def port(self):
         return int(self.address.split(":")[1])
 
     def stop(self):
+        if self._process.stdin.closed:
+            return self._process.returncode
         self._process.stdin.close()
         code = self._process.wait(timeout=LONGEST)
+        self.output = self._process.stdout.read()
         self._process.stdout.close()
         self._process.stderr.close()
         return code
@@ -134,10 +138,10 @@ def block(name, address, variables, fields=""):
         json.dumps(name), json.dumps(address), json.dumps(address), fields, ",\n    ".join(variables))
 
 
-def variable(name, object_type, number, declared="Float", prop="present-value", data_value=True):
+def variable(name, object_type, number, declared="Float", prop="present-value", data_value=True, write=False):
     kind = f'Type = "DataValue", ElementType = "{declared}"' if data_value else f'Type = "{declared}"'
     return (f'{{ Name = "{name}", {kind}, ObjectType = "{object_type}", ObjectNumber = {number}, '
-            f'ObjectProperties = "{prop}" }}')
+            f'ObjectProperties = "{prop}"{", Write = true" if write else ""} }}')
 
 
 TASK = 'Task{ Name = "fast", Period = 20 }\n'

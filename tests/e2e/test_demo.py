@@ -53,6 +53,10 @@ class Demo(EndToEnd):
             self.assertIn(device, output)
         for word in ("objects", "answers", "faults", "median", "maximum"):
             self.assertIn(word, output)
+        self.assertRegex(output, "\nAHU.Supply air setpoint = 22 written\n")
+        self.assertRegex(output, "\nAHU.Setpoint programme = 06000000,.* written\n")
+        self.assertRegex(output, "\nAHU.Setpoint exceptions = 0,524122027,.* written\n")
+        self.assertRegex(output, "\nAHU.Heating valve = 150 refused .*ValueOutOfRange")
         self.assert_nothing_is_left()
 
     def test_watching_goes_on_until_an_interrupt_and_then_ends_with_the_summary(self):

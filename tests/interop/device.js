@@ -2,7 +2,8 @@
 //
 // Synopsis: node device.js [--bind ADDRESS]
 //
-// Takes a free UDP port, prints "ready ADDRESS:PORT" and answers until its standard input is closed.
+// Takes a free UDP port, prints "ready ADDRESS:PORT" and answers until its standard input is closed. Each value
+// that is written to it is a line "wrote JSON".
 'use strict'
 
 const { default: Client, ASN1_ARRAY_ALL, ErrorClass, ErrorCode } = require('@bacnet-js/client')
@@ -37,6 +38,18 @@ function main(argv) {
       return
     }
     client.readPropertyMultipleResponse(header.sender, invokeId, payload.properties.map(answerFor))
+  })
+  // Whatever is written is taken and shown as it was decoded; reading it back gives the same.
+  client.on('writeProperty', ({ header, invokeId, service, payload: { objectId, value } }) => {
+    const object = objects.get(`${objectId.type},${objectId.instance}`)
+    if (!object) {
+      client.errorResponse(header.sender, service, invokeId, ErrorClass.OBJECT, ErrorCode.UNKNOWN_OBJECT)
+      return
+    }
+    object[value.property.id] = value.value
+    const told = { object: [objectId.type, objectId.instance], property: value.property.id, values: value.value, priority: value.priority }
+    process.stdout.write(`wrote ${JSON.stringify(told)}\n`)
+    client.simpleAckResponse(header.sender, service, invokeId)
   })
   client.on('error', (error) => {
     process.stderr.write(`${error.message}\n`)

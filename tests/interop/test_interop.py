@@ -1,5 +1,6 @@
-"""The driver reads a device that was written by others, on top of an npm package."""
+"""The driver reads and writes a device that was written by others, on top of an npm package."""
 
+import json
 import os
 import shutil
 import subprocess
@@ -108,6 +109,27 @@ class Interop(EndToEnd):
         state, = self.read([variable("value", "analog-input", 99)], fields="CountRepeat = 1,")
         self.assertTrue(state["fault"])
         self.assertEqual(state["error"], "No connection")
+
+    def test_a_write_is_acknowledged_and_decoded_as_it_was_meant(self):
+        meant = [
+            ("analog-output", 1, "Float", "-12.75", -12.75, [{"type": 4, "value": -12.75}]),
+            ("binary-output", 7, "Boolean", "true", True, [{"type": 9, "value": 1}]),
+            ("multi-state-output", 1, "UInt32", "300", 300, [{"type": 2, "value": 300}]),
+            ("large-analog-value", 1, "Double", "0.5", 0.5, [{"type": 5, "value": 0.5}]),
+        ]
+        rows = [variable(kind, kind, number, declared, write=True) for kind, number, declared, *_ in meant]
+        sets = [word for kind, _, _, text, *_ in meant for word in ("--set", f"other.{kind}={text}")]
+        last = self.read(rows, *sets, cycles=4, fields="Priority = 8,")[-1]
+        self.other.stop()
+        wrote = [json.loads(line[6:]) for line in self.other.output.splitlines() if line.startswith("wrote ")]
+        self.assertEqual(len(wrote), len(meant), wrote)
+        self.assertFalse(last["fault"], last)
+        for kind, number, _, _, value, decoded in meant:
+            with self.subTest(kind):
+                self.assertEqual(last["variables"][kind]["write"]["state"], "written", last)
+                self.assert_good(last, kind, value)
+                told, = [entry for entry in wrote if entry["object"][1] == number and entry["values"] == decoded]
+                self.assertEqual((told["property"], told["priority"]), (85, 8))
 
     def test_many_cycles_in_a_row_are_answered(self):
         states = self.read([variable("value", "analog-input", 1)], cycles=300, fields="CountRepeat = 1,")

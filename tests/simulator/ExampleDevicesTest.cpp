@@ -92,3 +92,26 @@ TEST_F(ExampleDevices, ARoomControllerNeedsSegmentsForALight) {
     EXPECT_EQ(first[0].substr(0, 14), "3C 01 00 10 0E");
     EXPECT_EQ(first[0].size(), 206u * 3 - 1);
 }
+
+TEST_F(ExampleDevices, WhatTheAirHandlingUnitTakesAndRefuses) {
+    station = std::make_unique<simulator::Station>(load("air-handling-unit.lua").at(0));
+    std::string const setpoint = "0C 00 80 00 01 19 55";
+    auto const write = [&](std::string const& parameters) { return answer("02 75 01 0F " + parameters); };
+    auto const read = [&] { return answer("02 75 01 0C " + setpoint).substr(30); };
+    EXPECT_EQ(read(), "3E 44 41 A4 00 00 3F");
+    EXPECT_EQ(write(setpoint + " 3E 44 41 B0 00 00 3F 49 08"), "20 01 0F");
+    EXPECT_EQ(write(setpoint + " 3E 44 41 98 00 00 3F 49 10"), "20 01 0F");
+    EXPECT_EQ(read(), "3E 44 41 B0 00 00 3F") << "8 over 16";
+    EXPECT_EQ(write(setpoint + " 3E 00 3F 49 08"), "20 01 0F");
+    EXPECT_EQ(read(), "3E 44 41 98 00 00 3F");
+    EXPECT_EQ(write(setpoint + " 3E 44 42 20 00 00 3F 49 08"), "50 01 0F 91 02 91 25") << "40 degrees";
+    EXPECT_EQ(write("0C 00 00 00 01 19 55 3E 44 41 B0 00 00 3F"), "50 01 0F 91 02 91 28");
+    std::string const week =
+        "0C 04 40 00 01 19 7B 3E 0E B4 08 00 00 00 44 41 A8 00 00 0F 0E 0F 0E 0F 0E 0F 0E 0F 0E 0F 0E 0F 3F";
+    EXPECT_EQ(write(week), "20 01 0F");
+    EXPECT_EQ(answer("02 75 01 0C 0C 04 40 00 01 19 7B"), "30 01 0C " + week);
+    std::string const exceptions =
+        "0C 04 40 00 01 19 26 3E 0E 0C 7E 0C 18 FF 0F 2E B4 00 00 00 00 44 41 80 00 00 2F 39 0A 3F";
+    EXPECT_EQ(write(exceptions), "20 01 0F");
+    EXPECT_EQ(answer("02 75 01 0C 0C 04 40 00 01 19 26"), "30 01 0C " + exceptions);
+}

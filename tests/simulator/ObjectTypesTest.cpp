@@ -231,7 +231,7 @@ TEST_F(ObjectTypes, ClocksTellTheWallClock) {
 TEST_F(ObjectTypes, TheDeviceTellsWhatItSupports) {
     makeWith("");
     EXPECT_EQ(answer("02 75 01 0C 0C 02 00 00 64 19 61"),
-              "30 01 0C 0C 02 00 00 64 19 61 3E 85 06 00 00 0A 00 00 20 3F");
+              "30 01 0C 0C 02 00 00 64 19 61 3E 85 06 00 00 0B 00 00 20 3F");
     EXPECT_EQ(answer("02 75 01 0C 0C 02 00 00 64 19 60"),
               "30 01 0C 0C 02 00 00 64 19 60 3E 85 08 01 FC 8E 71 80 01 2F A2 3F");
 }

@@ -110,6 +110,23 @@ TEST(Server, AnnouncesEveryDeviceAndAnswers) {
     EXPECT_EQ(test::ToHex(answer->octets), "81 0A 00 15 01 00 10 00 C4 02 00 00 02 22 05 C4 91 01 22 03 E7");
 }
 
+TEST(Server, TellsEachWriteIfAsked) {
+    RunningClock const clock;
+    CommandLine const options = CommandLine::parse({"x.lua", "--port", "0", "--duration", "30", "--verbose"});
+    Server server(devices("device{name = 'D', instance = 1, objects = {binary_value{instance = 1}}}"),
+                  options, clock);
+    std::ostringstream out;
+    server.announce(out);
+    simulator::UdpSocket client({0x7F000001, 0});
+    client.send({{0x7F000001, portOf(out.str())},
+                 test::Hex("81 0A 00 17 01 04 00 05 01 0F 0C 01 40 00 01 19 55 3E 91 01 3F 49 08")});
+    testing::internal::CaptureStderr();
+    server.run(-1);
+    std::string const log = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(log.substr(0, log.find('\n')),
+              "D write binary_value 1 present_value = Enumerated 1, priority 8: done");
+}
+
 TEST(Server, APortInUseIsAnError) {
     RunningClock const clock;
     simulator::UdpSocket const other({0x7F000001, 0});

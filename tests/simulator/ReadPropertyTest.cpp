@@ -72,7 +72,7 @@ TEST_F(ReadProperty, Rejects) {
 }
 
 TEST_F(ReadProperty, OtherServicesAreUnrecognised) {
-    EXPECT_EQ(answer("00 05 01 0F 0C 00 00 00 01 19 55 3E 44 41 AC 00 00 3F"), "60 01 09") << "WriteProperty";
+    EXPECT_EQ(answer("00 05 01 10 0C 00 00 00 01"), "60 01 09") << "WritePropertyMultiple";
     EXPECT_EQ(answer("00 05 01 FF"), "60 01 09");
 }
 

@@ -62,6 +62,13 @@ TEST_F(CommandLine, EveryOption) {
     EXPECT_EQ(options->Summary, true);
 }
 
+TEST_F(CommandLine, ValuesToSetInTheirOrder) {
+    auto const options = Parse({"run", "--set", "B.y=2", "plant.lua", "--set", "A.x = a=b"});
+    ASSERT_TRUE(options) << err.str();
+    EXPECT_EQ(options->Sets, (std::vector<std::string>{"B.y=2", "A.x = a=b"}));
+    ExpectMistake({"run", "a.lua", "--set", "A.x"}, "\"A.x\" is no NAME=VALUE");
+}
+
 TEST_F(CommandLine, OptionsMayStandBeforeTheProject) {
     auto const options = Parse({"run", "--define", "a=1", "plant.lua", "--no-summary"});
     ASSERT_TRUE(options) << err.str();

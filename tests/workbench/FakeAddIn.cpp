@@ -37,6 +37,8 @@ int New(lua_State* L) {
         ReadField(L, *driver);
         lua_pop(L, 1);
     }
+    driver->WriteCondition = static_cast<ProtocolWriteCondition>(driver->Number("WriteCondition"));
+    driver->WriteItemId = driver->Number("WriteItemId");
     driver->Init(L);
     return 1;
 }
@@ -78,6 +80,27 @@ void FakeDriver::Deliver(std::size_t place, OpcUa_VariantHlp value, OpcUa_Status
     record.Id = Variables.at(place).Descriptor.ReadId;
     record.Value.SetDataValue(value, dorvel::Environment().Now(), status);
     DataProvider()->WriteValues({record});
+}
+
+long long FakeDriver::Number(std::string const& name) const {
+    auto const found = Numbers.find(name);
+    return found == Numbers.end() ? 0 : found->second;
+}
+
+void FakeDriver::WritePhase(Write const& write) {
+    for (std::size_t place = 0; place < Variables.size() && isWrite(); ++place) {
+        DriverVarDsc& descriptor = Variables[place].Descriptor;
+        OpcUa_VariantHlp value;
+        if (!descriptor.IsWrite) {
+            continue;
+        }
+        DataProvider()->ReadValue(descriptor.WriteId, 0, "", descriptor.WriteType, value,
+                                  GetValueFlags::None);
+        if (IsNeedWriteValue(value, descriptor)) {
+            value.Normalize(nullptr, nullptr);
+            write(place, value);
+        }
+    }
 }
 
 FakeAddIn::FakeAddIn(FakeDriver::Behaviour cycle) : OnCycle(std::move(cycle)) {

@@ -30,7 +30,13 @@ public:
     // What a poll does: hands a value to the runtime, as a DataValue with this quality, and tells the fault
     // state.
     void Deliver(std::size_t place, OpcUa_VariantHlp value, OpcUa_StatusCode status = OpcUa_Good);
+    // What a write phase does: calls the function for every value that the write condition lets through.
+    using Write = std::function<void(std::size_t place, OpcUa_VariantHlp const& value)>;
+    void WritePhase(Write const& write);
     void Tell(bool fault, std::string const& text) { UpdateFaultState(fault, text); }
+
+    // A field that is a number, 0 when it was not given.
+    long long Number(std::string const& name) const;
 
     std::string Address;
     std::map<std::string, long long> Numbers;

@@ -55,18 +55,18 @@ TEST_F(Format, LinesOfACycle) {
     EXPECT_EQ(FormatLines(*block),
               start +
                   "Supply\tanalog-input 1\tpresent-value\t21.1\tDataValue(Float)\tGood\t0x00000000\t"
-                  "2024-03-15T12:34:56.789+01:00\n" +
+                  "2024-03-15T12:34:56.789+01:00\t-\n" +
                   start +
                   "Name\tanalog-input 2\tpresent-value\ta \"b\"\\tc\tString\tSensor failure\t0x808C0000\t"
-                  "2024-03-15T12:34:55.789+01:00\n" +
+                  "2024-03-15T12:34:55.789+01:00\t-\n" +
                   start +
-                  "Never\tanalog-input 3\tpresent-value\t-\tDataValue(Boolean)\tNo data\t0x809B0000\t-\n");
+                  "Never\tanalog-input 3\tpresent-value\t-\tDataValue(Boolean)\tNo data\t0x809B0000\t-\t-\n");
 }
 
 TEST_F(Format, EveryLineHasTheColumnsOfTheHeader) {
     auto const tabs = [](std::string const& text) { return std::count(text.begin(), text.end(), '\t'); };
-    EXPECT_EQ(tabs(LinesHeader()), 11);
-    EXPECT_EQ(tabs(FormatLines(*block)), 3 * 11);
+    EXPECT_EQ(tabs(LinesHeader()), 12);
+    EXPECT_EQ(tabs(FormatLines(*block)), 3 * 12);
 }
 
 TEST_F(Format, LinesTellTheFault) {
@@ -75,6 +75,38 @@ TEST_F(Format, LinesTellTheFault) {
     EXPECT_NE(FormatLines(*block).find("\t3\tFAULT No\\tconnection\tSupply\t"), std::string::npos);
     block->Told = false;
     EXPECT_NE(FormatLines(*block).find("\t3\tFAULT not polled\tSupply\t"), std::string::npos);
+}
+
+TEST_F(Format, AWriteInLines) {
+    block->Variables[0].Write = {WriteStage::Pending, Float(22.5f), ""};
+    block->Variables[1].Write = {WriteStage::Refused, Text("b"), "no\tway"};
+    std::string const lines = FormatLines(*block);
+    EXPECT_NE(lines.find("+01:00\t22.5 pending\n"), std::string::npos) << lines;
+    EXPECT_NE(lines.find("+01:00\tb refused (no\\tway)\n"), std::string::npos) << lines;
+    EXPECT_NE(lines.find("\t-\t-\n"), std::string::npos) << lines;
+}
+
+TEST_F(Format, AWriteInJson) {
+    block->Variables[0].Write = {WriteStage::Written, Float(22.5f), ""};
+    block->Variables[1].Write = {WriteStage::Unconfirmed, Text("b"), "reads back \"a\""};
+    rapidjson::Document const document = Parsed();
+    auto const& variables = document["variables"].GetArray();
+    EXPECT_STREQ(variables[0]["write"]["state"].GetString(), "written");
+    EXPECT_EQ(variables[0]["write"]["value"].GetFloat(), 22.5f);
+    EXPECT_FALSE(variables[0]["write"].HasMember("reason"));
+    EXPECT_STREQ(variables[1]["write"]["state"].GetString(), "unconfirmed");
+    EXPECT_STREQ(variables[1]["write"]["reason"].GetString(), "reads back \"a\"");
+    EXPECT_FALSE(variables[2].HasMember("write"));
+}
+
+TEST(SetAnswer, InJsonAndInWords) {
+    SetAnswer const taken{"AHU.T", Float(21.5f), ""};
+    EXPECT_EQ(FormatJson(taken, 0), "{\"set\":\"AHU.T\",\"state\":\"pending\",\"value\":21.5}\n");
+    EXPECT_EQ(AnswerText(taken, 0), "AHU.T = 21.5: pending");
+    SetAnswer const mistake{"AHU.\xFF", {}, "\"x\" is wrong"};
+    EXPECT_EQ(FormatJson(mistake, 0),
+              "{\"set\":\"AHU.\xEF\xBF\xBD\",\"state\":\"invalid\",\"reason\":\"\\\"x\\\" is wrong\"}\n");
+    EXPECT_EQ(AnswerText(mistake, 0), "\"x\" is wrong");
 }
 
 TEST_F(Format, JsonExactly) {

@@ -11,6 +11,16 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
+TEST(LogBuffer, AListenerHearsEveryLine) {
+    std::vector<std::string> heard;
+    LogBuffer log(nullptr);
+    log.SetListener([&](std::string const& line) { heard.push_back(line); });
+    log.Add("one\ntwo");
+    log.SetListener({});
+    log.Add("three");
+    EXPECT_EQ(heard, (std::vector<std::string>{"one", "two"}));
+}
+
 TEST(LogBuffer, APieceIsALineHoweverItEnds) {
     LogBuffer log(nullptr);
     log.Add("read start\n");

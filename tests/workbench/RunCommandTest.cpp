@@ -48,7 +48,48 @@ protected:
         return files.back();
     }
 
-    int Run() { return RunProject(options, {out, err, false, false}); }
+    int Run(int in = -1) { return RunProject(options, {out, err, false, false, in}); }
+
+    // A run with lines on its standard input.
+    int RunWith(std::string const& lines) {
+        int ends[2];
+        EXPECT_EQ(pipe(ends), 0);
+        EXPECT_EQ(write(ends[1], lines.data(), lines.size()), static_cast<ssize_t>(lines.size()));
+        close(ends[1]);
+        int const code = Run(ends[0]);
+        close(ends[0]);
+        return code;
+    }
+
+    // A project whose variable can be set, and a driver that writes it.
+    void MakeWritable(std::string const& more = "") {
+        std::string variable = Temperature;
+        variable.insert(variable.size() - 1, ", Write=true");
+        options.Project =
+            Write("writable.lua", "Task{Name='fast', Period=1}\n" + more +
+                                      Block(R"(Name="AHU", Address="1.2.3.4:47808")", variable));
+        addIn.OnCycle = [this](FakeDriver& driver) {
+            driver.Deliver(0, device);
+            driver.Tell(false, "");
+            driver.WritePhase([this](std::size_t, OpcUa_VariantHlp const& value) { device = value; });
+        };
+        options.Cycles = 4;
+    }
+
+    // The states of the write, a word a cycle; "-" before it is set.
+    std::string States() const {
+        std::string states;
+        for (std::string const& line : OutLines()) {
+            rapidjson::Document document;
+            document.Parse(line.c_str());
+            if (document.HasMember("variables")) {
+                auto const& variable = document["variables"][0];
+                states += variable.HasMember("write") ? variable["write"]["state"].GetString() : "-";
+                states += ' ';
+            }
+        }
+        return states;
+    }
 
     std::vector<std::string> OutLines() const {
         std::istringstream stream(out.str());
@@ -65,6 +106,7 @@ protected:
     }
     static void Fail(FakeDriver& driver) { driver.Tell(true, "No connection"); }
 
+    OpcUa_VariantHlp device = Float(20);
     FakeEnvironment world;
     FakeAddIn addIn{Poll};
     std::string folder;
@@ -222,6 +264,70 @@ TEST_F(RunCommand, CheckTellsWhatThereIs) {
     addIn.OnCycle = [](FakeDriver&) { FAIL() << "polled"; };
     EXPECT_EQ(CheckProject(options, {out, err, false, false}), ExitOk);
     EXPECT_EQ(out.str(), options.Project + ": no mistake (blocks: 1, variables: 1, tasks: 1)\n");
+}
+
+TEST_F(RunCommand, AValueSetOnTheCommandLine) {
+    MakeWritable();
+    options.Sets = {"AHU.T=21.5"};
+    EXPECT_EQ(Run(), ExitOk);
+    EXPECT_EQ(States(), "pending pending written written ");
+    EXPECT_EQ(device, Float(21.5f));
+}
+
+TEST_F(RunCommand, AMistakeInItEndsTheRunBeforeItBegins) {
+    MakeWritable();
+    options.Sets = {"AHU.t=21.5"};
+    try {
+        Run();
+        FAIL();
+    } catch (ProjectError const& mistake) {
+        EXPECT_STREQ(mistake.what(), "--set: \"AHU.t\" is no variable (did you mean \"AHU.T\"?)");
+    }
+    EXPECT_EQ(out.str(), "");
+}
+
+TEST_F(RunCommand, AValueSetByTheScript) {
+    MakeWritable("Set('AHU.T', 21.5)\n");
+    EXPECT_EQ(Run(), ExitOk);
+    EXPECT_EQ(States(), "pending pending written written ");
+}
+
+TEST_F(RunCommand, ValuesFromLinesAreAnsweredInJson) {
+    MakeWritable();
+    EXPECT_EQ(RunWith("# a remark\n\n set  AHU.T = 1\nset AHU.T = 22\nset AHU.T = x\nwhat\nset\nset "),
+              ExitOk);
+    auto const lines = OutLines();
+    EXPECT_EQ(lines[0], R"({"set":"AHU.T","state":"pending","value":1})");
+    EXPECT_EQ(lines[1], R"({"set":"AHU.T","state":"pending","value":22})");
+    EXPECT_NE(lines[2].find(R"("state":"invalid","reason":"\"AHU.T\": \"x\" is no Float)"),
+              std::string::npos);
+    EXPECT_NE(lines[3].find("is no command; set Block.Variable = value is one"), std::string::npos);
+    EXPECT_NE(lines[4].find("is no command"), std::string::npos);
+    EXPECT_NE(lines[5].find("is no Block.Variable = value"), std::string::npos);
+    EXPECT_EQ(lines.size(), 6u + 4u);
+    EXPECT_EQ(States(), "pending pending written written ");
+    EXPECT_EQ(device, Float(22));
+    EXPECT_EQ(err.str(), "");
+}
+
+TEST_F(RunCommand, ValuesFromLinesAreAnsweredOnStandardErrorBesideLines) {
+    MakeWritable();
+    options.Format = OutputFormat::Lines;
+    EXPECT_EQ(RunWith("set AHU.T = 22\nset AHU.Q = 1\n"), ExitOk);
+    EXPECT_EQ(err.str(), "AHU.T = 22: pending\n\"AHU.Q\" is no variable (did you mean \"AHU.T\"?)\n");
+    auto const lines = OutLines();
+    ASSERT_EQ(lines.size(), 5u);
+    EXPECT_EQ(lines[1].substr(lines[1].rfind('\t')), "\t22 pending");
+    EXPECT_EQ(lines[3].substr(lines[3].rfind('\t')), "\t22 written");
+}
+
+TEST_F(RunCommand, AVariableThatIsWrittenElsewhereIsAWarning) {
+    MakeWritable();
+    options.Project = Write("name.lua", Block(R"(Name="AHU", Address="1.2.3.4:47808")",
+                                              "{Name='N', Type='String', ObjectType='analog-value', "
+                                              "ObjectProperties='description', ObjectNumber=1, Write=true}"));
+    EXPECT_EQ(CheckProject(options, {out, err, false, false}), ExitOk);
+    EXPECT_EQ(err.str(), "warning: AHU.N: the driver reads description and writes to present-value\n");
 }
 
 }  // namespace

@@ -57,6 +57,26 @@ TEST(RunFigures, CountCyclesFaultsAndObjects) {
               "round trip        1.143 ms median, 1.873 ms maximum\n");
 }
 
+TEST(RunFigures, EndWithWhatBecameOfTheValuesThatWereSet) {
+    Plant plant;
+    BlockSnapshot& block = plant.AddBlock("AHU");
+    plant.AddVariable("left alone", OpcUaType_Float, {});
+    plant.AddVariable("setpoint", OpcUaType_Float, {});
+    WriteState& write = block.Variables[1].Write;
+    write.Stage = WriteStage::Pending;
+    write.Value.SetFloat(22);
+    RunFigures figures;
+    figures.Count(block);
+    write.Stage = WriteStage::Refused;
+    write.Reason = "WriteAccessDenied";
+    figures.Count(block);
+    std::string const text = figures.Summary({});
+    std::string const line = "AHU.setpoint = 22 refused (WriteAccessDenied)\n";
+    EXPECT_EQ(text.substr(text.size() - line.size()), line) << text;
+    EXPECT_EQ(text.find("left alone"), std::string::npos);
+    EXPECT_EQ(text.find("pending"), std::string::npos);
+}
+
 TEST(RunFigures, ABlockThatCameBackIsNotInFault) {
     Plant plant;
     BlockSnapshot& block = plant.AddBlock("B");

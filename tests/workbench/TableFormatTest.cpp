@@ -53,6 +53,26 @@ TEST_F(Table, OnAWideScreen) {
     EXPECT_EQ(Lines({120, 24, false}), expected);
 }
 
+TEST_F(Table, AColumnForWritesWhereThereAreAny) {
+    Plant other;
+    BlockSnapshot& block = other.AddBlock("AHU");
+    for (int i = 0; i < 3; ++i) {
+        other.AddVariable("S", OpcUaType_Float, Float(21.5f));
+    }
+    VariableConfig writable = *block.Variables[1].Config;
+    writable.Write = true;
+    block.Variables[1].Config = block.Variables[2].Config = &writable;
+    block.Variables[2].Write = {WriteStage::Refused, Float(99), "because"};
+    Text const lines = FormatTable({block}, {}, {120, 24, false}, Noon);
+    auto const end = [&](std::size_t line) { return lines[line].substr(lines[line].find("0.0 s") + 5); };
+    EXPECT_NE(lines[0].find("  Age  Write     "), std::string::npos) << lines[0];
+    EXPECT_EQ(end(2), "            ");
+    EXPECT_EQ(end(3), "  -         ");
+    EXPECT_EQ(end(4), "  99 refused");
+    Text const coloured = FormatTable({block}, {}, {120, 24, true}, Noon);
+    EXPECT_NE(coloured[4].find("\x1B[31m99 refused\x1B[0m"), std::string::npos) << coloured[4];
+}
+
 TEST_F(Table, TheTypeIsLeftOutFirst) {
     EXPECT_EQ(Lines({84, 24, false})[2],
               "  Supply    analog-input 1  present-value   21.5  Good            12:34:56  0.4 s");

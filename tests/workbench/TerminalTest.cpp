@@ -119,6 +119,23 @@ TEST_F(PseudoTerminal, EndsOnce) {
     EXPECT_TRUE(Echoes());
 }
 
+TEST_F(PseudoTerminal, HandsKeysOverAsTheyCome) {
+    Terminal terminal(program, program);
+    EXPECT_EQ(terminal.Keys(), "");
+    terminal.Begin();
+    EXPECT_EQ(terminal.Keys(), "");
+    ASSERT_EQ(write(person, "sa", 2), 2);
+    std::string keys;
+    while (keys.size() < 2) {  // the system hands octets over at its leisure
+        keys += terminal.Keys();
+    }
+    EXPECT_EQ(keys, "sa");
+    EXPECT_EQ(Seen(), "\x1B[?25l");
+    terminal.End();
+    ASSERT_EQ(write(person, "x\n", 2), 2);
+    EXPECT_EQ(terminal.Keys(), "");
+}
+
 TEST_F(PseudoTerminal, ASignalHandlerEndsItToo) {
     Terminal terminal(program, program);
     terminal.Begin();

@@ -9,6 +9,7 @@
 #include "HostApi.h"
 #include "dorvel/STTask.h"
 #include "dorvelshare/VariableStore.h"
+#include "opcua/OpcUa_Variant.h"
 
 struct lua_State;
 class BaseLuaObj;
@@ -24,6 +25,10 @@ public:
     // Called after every cycle of a block, on the thread of its task: the block, the number of its cycle from
     // 1, and whether the driver ran.
     using CycleObserver = std::function<void(ScadaProtocol& block, unsigned long long cycle, bool ran)>;
+
+    // Called when the write condition has let a value through, on the thread of the task, before the driver
+    // writes it: the block, the id of the write channel's variable, and the bare value.
+    using WriteObserver = std::function<void(ScadaProtocol& block, long long id, OpcUa_Variant const& value)>;
 
     explicit Runtime(lua_State* L);
     Runtime(Runtime const&) = delete;
@@ -51,6 +56,10 @@ public:
     void InitBlock(ScadaProtocol& block);
 
     void SetCycleObserver(CycleObserver observer);
+    void SetWriteObserver(WriteObserver observer);
+    // The next look that the condition OnChange takes at the variable counts as a change, whatever was
+    // written last. Any thread may call it.
+    void RequestWrite(long long id);
 
     // Runs every task on its own thread: start mode, then cycles until Stop, or until every block has had so
     // many cycles (0: no end).

@@ -176,6 +176,44 @@ TEST_F(RuntimeTest, WhatInitedThrowsComesOutAsItIs) {
     }
 }
 
+TEST_F(RuntimeTest, AWriteThatTheConditionLetsThroughIsObserved) {
+    runtime.AddTask("main", LongPeriod);
+    TestBlock& block = MakeReadyBlock("a");
+    std::vector<std::pair<long long, int>> writes;
+    runtime.SetWriteObserver([&](ScadaProtocol& writer, long long id, OpcUa_Variant const& value) {
+        EXPECT_EQ(&writer, &block);
+        EXPECT_EQ(value.Datatype, OpcUaType_Int32);
+        writes.emplace_back(id, value.Value.Int32);
+    });
+    DriverVarDsc descriptor;
+    descriptor.WriteId = 7;
+    OpcUa_VariantHlp value;
+    for (int const number : {1, 2, 2, 3}) {  // the first value is taken as written
+        value.SetInt(number);
+        block.IsNeedWriteValue(value, descriptor);
+    }
+    EXPECT_EQ(writes, (std::vector<std::pair<long long, int>>{{7, 2}, {7, 3}}));
+}
+
+TEST_F(RuntimeTest, ARequestedWriteGoesThroughOnceUnchanged) {
+    runtime.AddTask("main", LongPeriod);
+    TestBlock& block = MakeReadyBlock("a");
+    DriverVarDsc descriptor;
+    descriptor.WriteId = 7;
+    OpcUa_VariantHlp value;
+    runtime.RequestWrite(7);
+    EXPECT_EQ(block.IsNeedWriteValue(value, descriptor), 0);  // null stays unwritten and the request open
+    value.SetInt(1);
+    EXPECT_NE(block.IsNeedWriteValue(value, descriptor), 0);
+    EXPECT_EQ(block.IsNeedWriteValue(value, descriptor), 0);
+    runtime.RequestWrite(8);
+    EXPECT_EQ(block.IsNeedWriteValue(value, descriptor), 0);
+    runtime.RequestWrite(7);
+    value.SetInt(2);
+    EXPECT_NE(block.IsNeedWriteValue(value, descriptor), 0);
+    EXPECT_EQ(block.IsNeedWriteValue(value, descriptor), 0);  // one request, one write
+}
+
 TEST_F(RuntimeTest, RunOnceRunsEveryBlockOfEveryTaskOnThisThread) {
     runtime.AddTask("first", LongPeriod);
     STTask& second = runtime.AddTask("second", LongPeriod);

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "ObjectType.h"
+
+namespace simulator {
+
+// Who may write a property.
+enum class Access {
+    ReadOnly,
+    Writable,
+    // While Out_Of_Service is true; so it is with what an object measures or works out (clause 12.2.4).
+    WhileOutOfService
+};
+
+// What the simulator's devices allow unless their file says otherwise. A Present_Value that may be written
+// is commanded if the object has a Priority_Array.
+Access accessOf(ObjectType const& type, PropertyId id);
+
+// Whether values of that datatype can be written at all.
+bool isWritableDatatype(Datatype datatype);
+
+}  // namespace simulator

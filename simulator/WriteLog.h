@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+
+#include "Device.h"
+#include "Refusal.h"
+#include "WriteRequest.h"
+
+namespace simulator {
+
+// Tells an observer of one write, in one line:
+// write analog_value 1 present_value = Real 21.5, priority 8: done
+// write analog_input 1 present_value[2] = Null: refused, write-access-denied
+// write: rejected, missing-required-parameter
+class WriteLog {
+public:
+    // An empty observer is told nothing. It must outlive the log.
+    explicit WriteLog(Device::WriteObserver const& observer) : m_observer(observer) {}
+
+    void asked(WriteRequest const& request);
+    void done() { tell("done"); }
+    void refused(ErrorCode code);
+    void rejected(RejectReason reason);
+
+private:
+    void tell(std::string const& outcome);
+
+    Device::WriteObserver const& m_observer;
+    std::string m_what = "write";
+};
+
+}  // namespace simulator

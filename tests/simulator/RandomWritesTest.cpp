@@ -1,0 +1,177 @@
+#include <random>
+
+#include "WriteFixture.h"
+
+using test::Octets;
+using test::operator+;
+
+// Writes that nobody would send. Each gets one answer of the kinds that a write can get, and the device reads
+// back well-formed values all the while.
+class RandomWrites : public test::WriteFixture {
+protected:
+    static constexpr int kCount = 10'000;
+
+    void makeDevice(std::string const& rules) {
+        makeWith(R"(
+            analog_value{instance = 1, relinquish_default = 1}, binary_value{instance = 1},
+            multi_state_value{instance = 1, alarm_values = {1}}, datetime_value{instance = 1},
+            bit_string_value{instance = 1}, schedule{instance = 1}, analog_input{instance = 7,
+            read_only = true, present_value = 1.5},
+        )",
+                 rules);
+        station->onWrite([this](std::string const& line) { check(line); });
+    }
+
+    void check(std::string const& line) {
+        ++m_lines;
+        for (char const c : line) {
+            ASSERT_TRUE(c >= ' ' && c <= '~') << line;
+        }
+    }
+
+    void send(Octets const& request) {
+        std::string const text = test::ToHex(request);
+        auto const answers = ask(text);
+        ASSERT_LE(answers.size(), 1u) << text;
+        if (answers.empty()) {
+            return;
+        }
+        std::string const type = answers[0].substr(0, 2);
+        ASSERT_TRUE(type == "20" || type == "30" || type == "50" || type == "60" || type == "71")
+            << text << " -> " << answers[0];
+        m_acks += type == "20" ? 1 : 0;
+    }
+
+    // The value of everything that can be written is whole tags that pass as a write's value too.
+    void expectReadable() {
+        struct Row {
+            char const* type;
+            unsigned property;
+        };
+        for (Row const& row : {Row{"analog_value", 85},
+                               {"analog_value", 104},
+                               {"binary_value", 85},
+                               {"multi_state_value", 7},
+                               {"datetime_value", 85},
+                               {"bit_string_value", 85},
+                               {"schedule", 123},
+                               {"schedule", 38},
+                               {"schedule", 174},
+                               {"schedule", 32}}) {
+            std::string const value = read(row.type, row.property);
+            EXPECT_EQ(write(row.type, row.property, value), kAck) << row.type << ' ' << value;
+            EXPECT_EQ(read(row.type, row.property), value) << row.type << ' ' << value;
+        }
+        EXPECT_EQ(answer("02 74 01 0C 0C 00 00 00 07 19 55"),
+                  "30 01 0C 0C 00 00 00 07 19 55 3E 44 3F C0 00 00 3F");
+    }
+
+    unsigned pick(unsigned limit) { return std::uniform_int_distribution<unsigned>(0, limit - 1)(m_random); }
+
+    Octets mutated(Octets octets) {
+        for (unsigned i = 0; i <= pick(3) && !octets.empty(); ++i) {
+            auto const place = octets.begin() + pick(static_cast<unsigned>(octets.size()));
+            switch (pick(4)) {
+                case 0:
+                    *place = static_cast<char>(pick(256));
+                    break;
+                case 1:
+                    *place = static_cast<char>(*place ^ (1 << pick(8)));
+                    break;
+                case 2:
+                    octets.erase(place);
+                    break;
+                default:
+                    octets.insert(place, *place);
+                    break;
+            }
+        }
+        return octets;
+    }
+
+    Octets noise(std::size_t length) {
+        Octets octets;
+        while (octets.size() < length) {
+            octets.push_back(static_cast<char>(pick(256)));
+        }
+        return octets;
+    }
+
+    int m_acks = 0;
+    int m_lines = 0;
+
+private:
+    std::mt19937 m_random{20260101};
+};
+
+namespace {
+
+constexpr char const* kSeeds[] = {
+    "0C 00 80 00 01 19 55 3E 44 41 AC 00 00 3F 49 08",
+    "0C 00 80 00 01 19 55 3E 00 3F 49 08",
+    "0C 00 80 00 01 19 68 3E 44 41 AC 00 00 3F",
+    "0C 01 40 00 01 19 55 3E 91 01 3F 49 10",
+    "0C 04 C0 00 01 19 07 3E 21 02 21 03 3F",
+    "0C 0B 00 00 01 19 55 3E A4 7C 03 0F FF B4 08 1E 00 05 3F",
+    "0C 09 C0 00 01 19 55 3E 83 05 A0 E0 3F",
+    "0C 04 40 00 01 19 7B 29 02 3E 0E B4 08 00 00 00 44 41 A0 00 00 B4 09 00 00 00 73 00 6F 6E 0F 3F",
+    "0C 04 40 00 01 19 26 3E 0E 0C 7C 03 0F 05 0F 2E B4 08 00 00 00 21 01 2F 39 10 1C 01 80 00 07 2E 2F 39 "
+    "0A "
+    "0E 2B 0C FF 02 0F 2E 2F 39 05 0E 1E A4 7C 03 0F 05 A4 FF FF FF FF 1F 0F 2E B4 08 00 00 00 11 2F 39 05 "
+    "3F",
+    "0C 04 40 00 01 19 20 3E A4 7C 03 0F 05 A4 FF FF FF FF 3F",
+    "0C 04 40 00 01 19 AE 3E C4 01 40 00 07 3F",
+};
+
+}  // namespace
+
+TEST_F(RandomWrites, GoodOnesMutated) {
+    for (char const* rules : {"writes = 'strict',", "writes = 'lenient',"}) {
+        makeDevice(rules);
+        m_acks = m_lines = 0;
+        for (int i = 0; i < kCount / 2; ++i) {
+            Octets const seed = test::Hex(kSeeds[pick(std::size(kSeeds))]);
+            send(test::Hex("02 75 01 0F") + (i % 8 == 0 ? seed : mutated(seed)));
+            if (i % 500 == 0) {
+                expectReadable();
+            }
+        }
+        expectReadable();
+        EXPECT_GT(m_acks, kCount / 2 / 8) << "some of the mutated ones are still right";
+        EXPECT_LT(m_acks, 4000) << "and some are not";
+        EXPECT_GE(m_lines, kCount / 2) << "each is told";
+    }
+}
+
+TEST_F(RandomWrites, NoiseForAValue) {
+    makeDevice("");
+    for (int i = 0; i < kCount; ++i) {
+        Octets const seed = test::Hex(kSeeds[pick(std::size(kSeeds))]);
+        Octets const head(seed.begin(), seed.begin() + 7);
+        send(test::Hex("02 75 01 0F") + head + test::Hex("3E") + noise(pick(20)) + test::Hex("3F"));
+    }
+    expectReadable();
+    EXPECT_GE(m_lines, kCount);
+}
+
+TEST_F(RandomWrites, NoiseForARequest) {
+    makeDevice("");
+    for (int i = 0; i < kCount; ++i) {
+        send(test::Hex("02 75 01 0F") + noise(pick(60)));
+    }
+    expectReadable();
+}
+
+TEST_F(RandomWrites, BracketsWithinBrackets) {
+    makeDevice("");
+    std::string deep;
+    for (int i = 0; i < 1400; ++i) {
+        deep += "0E ";
+    }
+    EXPECT_EQ(answer("02 75 01 0F 0C 04 40 00 01 19 7B 3E " + deep), "60 01 05");
+    std::string closed;
+    for (int i = 0; i < 700; ++i) {
+        closed = "0E " + closed + "0F ";
+    }
+    EXPECT_EQ(answer("02 75 01 0F 0C 04 40 00 01 19 7B 3E " + closed + "3F"), kInvalidDataType);
+}

@@ -1,0 +1,141 @@
+#include "SetRequest.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "NameTable.h"
+#include "Projects.h"
+
+using namespace test;
+using namespace workbench;
+
+namespace {
+
+class Setting : public testing::Test {
+protected:
+    void SetUp() override {
+        blocks.resize(2);
+        blocks[0].Name = "AHU";
+        blocks[1].Name = "Roof.East";
+        Add(0, "Setpoint", {OpcUaType_DataValue, OpcUaType_Float});
+        Add(0, "Fan", OpcUaType_Boolean);
+        Add(0, "Stage", OpcUaType_Byte);
+        Add(0, "Supply", OpcUaType_Float, false);
+        Add(0, "Note", OpcUaType_String);
+        Add(0, "At", OpcUaType_DateTime);
+        Add(1, "a=b", OpcUaType_Int32);
+    }
+
+    void Add(std::size_t block, std::string const& name, OpcUa_BuiltInTypeHlp const& type,
+             bool write = true) {
+        VariableConfig variable;
+        variable.Name = name;
+        variable.Type = type;
+        variable.ObjectType = ObjectTypes().FindName("analog-value");
+        variable.Property = Properties().FindName("present-value");
+        variable.Write = write;
+        blocks[block].Variables.push_back(variable);
+    }
+
+    std::string Mistake(std::string const& assignment) const {
+        try {
+            ReadAssignment(blocks, assignment);
+        } catch (ProjectError const& mistake) {
+            return mistake.what();
+        }
+        return "taken";
+    }
+
+    bool Written(char const* type, char const* property) {
+        VariableConfig variable = blocks[0].Variables[0];
+        variable.ObjectType = ObjectTypes().FindName(type);
+        variable.Property = Properties().FindName(property);
+        return IsWrittenItself(variable);
+    }
+
+    std::deque<BlockConfig> blocks;
+};
+
+TEST_F(Setting, AValueBecomesThatOfTheType) {
+    SetRequest const request = ReadAssignment(blocks, "  AHU.Setpoint =  21.5 ");
+    EXPECT_EQ(request.Block, &blocks[0]);
+    EXPECT_EQ(request.Variable, &blocks[0].Variables[0]);
+    EXPECT_EQ(request.Value, Float(21.5f));
+    EXPECT_EQ(ReadAssignment(blocks, "AHU.Fan=true").Value, Boolean(true));
+    EXPECT_EQ(ReadAssignment(blocks, "AHU.Stage = 255").Value.GetType(), OpcUaType_Byte);
+    EXPECT_EQ(ReadAssignment(blocks, "AHU.Note = a = b").Value, Text("a = b"));
+    EXPECT_EQ(ReadAssignment(blocks, "AHU.Note =").Value, Text(""));
+    EXPECT_EQ(ReadAssignment(blocks, "AHU.At = 2024-03-15T12:00:00Z").Value.GetType(), OpcUaType_DateTime);
+}
+
+TEST_F(Setting, NamesMayHoldDotsAndEqualSigns) {
+    EXPECT_EQ(ReadAssignment(blocks, "Roof.East.a=b=-5").Variable->Name, "a=b");
+}
+
+TEST_F(Setting, AMisspeltName) {
+    EXPECT_EQ(Mistake("AHU.Setpiont = 1"),
+              "\"AHU.Setpiont\" is no variable (did you mean \"AHU.Setpoint\"?)");
+    EXPECT_EQ(Mistake("ahu.fan = true"), "\"ahu.fan\" is no variable (did you mean \"AHU.Fan\"?)");
+    EXPECT_EQ(Mistake("Setpoint = 1"), "\"Setpoint\" is no variable (did you mean \"AHU.Setpoint\"?)");
+    EXPECT_EQ(Mistake("Quite something else = 1"), "\"Quite something else\" is no variable");
+    EXPECT_EQ(Mistake("AHU.Setpoint"), "\"AHU.Setpoint\" is no Block.Variable = value");
+    EXPECT_EQ(Mistake(""), "\"\" is no Block.Variable = value");
+}
+
+TEST_F(Setting, WhatIsOnlyRead) {
+    EXPECT_EQ(Mistake("AHU.Supply = 1"),
+              "\"AHU.Supply\" is only read; the project needs Write = true for it");
+    EXPECT_EQ(Mistake("AHU.Suply = 1"), "\"AHU.Suply\" is no variable (did you mean \"AHU.Supply\"?)");
+}
+
+TEST_F(Setting, AValueThatDoesNotFitTheType) {
+    EXPECT_EQ(Mistake("AHU.Setpoint = 21,5"),
+              "\"AHU.Setpoint\": \"21,5\" is no Float, which is a number such as 21.5 (did you mean "
+              "\"21.5\"?)");
+    EXPECT_EQ(Mistake("AHU.Setpoint = warm"),
+              "\"AHU.Setpoint\": \"warm\" is no Float, which is a number such as 21.5");
+    EXPECT_EQ(Mistake("AHU.Fan = tru"),
+              "\"AHU.Fan\": \"tru\" is no Boolean, which is true or false (did you mean \"true\"?)");
+    EXPECT_EQ(Mistake("AHU.Stage = 256"),
+              "\"AHU.Stage\": \"256\" is no Byte, which is a whole number from 0 to 255");
+    EXPECT_EQ(Mistake("AHU.Stage ="),
+              "\"AHU.Stage\": \"\" is no Byte, which is a whole number from 0 to 255");
+    EXPECT_EQ(Mistake("AHU.At = noon"),
+              "\"AHU.At\": \"noon\" is no DateTime, which is a time such as 2024-03-15T12:00:00Z");
+}
+
+TEST_F(Setting, OnlyWritableNamesAreOffered) {
+    EXPECT_EQ(WritableNames(blocks), (std::vector<std::string>{"AHU.Setpoint", "AHU.Fan", "AHU.Stage",
+                                                               "AHU.Note", "AHU.At", "Roof.East.a=b"}));
+}
+
+TEST_F(Setting, WhatTheDriverWritesElsewhereIsKnown) {
+    EXPECT_TRUE(Written("analog-value", "present-value"));
+    EXPECT_FALSE(Written("analog-value", "description"));
+    EXPECT_TRUE(Written("loop", "proportional-constant"));
+    EXPECT_TRUE(Written("loop", "integral-constant"));
+    EXPECT_TRUE(Written("loop", "derivative-constant"));
+    EXPECT_FALSE(Written("loop", "setpoint"));
+    EXPECT_TRUE(Written("schedule", "weekly-schedule"));
+    EXPECT_TRUE(Written("schedule", "exception-schedule"));
+    EXPECT_FALSE(Written("analog-value", "weekly-schedule"));
+}
+
+TEST_F(Setting, AnyTextIsARequestOrAMistake) {
+    std::mt19937 random(7);
+    std::string const letters = "AHU.SetpointFan= =,.0159-e\xFF\n";
+    for (int i = 0; i < 10000; ++i) {
+        std::string text = i % 2 ? "AHU.Setpoint=" : "";
+        for (std::size_t n = random() % 30; n > 0; --n) {
+            text += letters[random() % letters.size()];
+        }
+        try {
+            EXPECT_EQ(ReadAssignment(blocks, text).Value.GetType() == OpcUaType_Null, false) << text;
+        } catch (ProjectError const& mistake) {
+            EXPECT_EQ(std::string(mistake.what()).find('\n'), std::string::npos) << text;
+        }
+    }
+}
+
+}  // namespace

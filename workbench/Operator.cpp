@@ -1,0 +1,66 @@
+#include "Operator.h"
+
+#include <string_view>
+
+#include "LuaValue.h"
+#include "ProjectError.h"
+#include "SetRequest.h"
+
+namespace workbench {
+
+namespace {
+
+constexpr std::string_view blanks = " \t\r";
+
+}  // namespace
+
+Operator::Operator(LoadedProject& loadedProject, ValueSetter& valueSetter, Display& answerDisplay,
+                   PromptLine& tablePrompt, Terminal& tableTerminal, int input)
+    : project(loadedProject),
+      setter(valueSetter),
+      display(answerDisplay),
+      prompt(tablePrompt),
+      terminal(tableTerminal),
+      lines(input) {}
+
+void Operator::Serve() {
+    for (std::string const& line : prompt.Feed(terminal.Keys())) {
+        Assign(line);
+    }
+    ServeLines();
+    project.CallDue();
+    for (SetRequest const& request : project.TakeSets()) {
+        setter.Set(request);
+    }
+}
+
+void Operator::ServeLines() {
+    for (std::string const& line : lines.Take()) {
+        Command(line);
+    }
+}
+
+void Operator::Assign(std::string const& assignment) {
+    try {
+        SetRequest const request = ReadAssignment(project.Blocks(), assignment);
+        setter.Set(request);
+        display.Answer({FullName(*request.Block, *request.Variable), request.Value, {}});
+    } catch (ProjectError const& mistake) {
+        display.Answer({assignment, {}, mistake.what()});
+    }
+}
+
+void Operator::Command(std::string const& line) {
+    std::size_t const begin = line.find_first_not_of(blanks);
+    if (begin == std::string::npos || line[begin] == '#') {
+        return;
+    }
+    std::size_t const end = line.find_first_of(blanks, begin);
+    if (end != std::string::npos && line.compare(begin, end - begin, "set") == 0) {
+        Assign(line.substr(end + 1));
+        return;
+    }
+    display.Answer({line, {}, Describe({line}) + " is no command; set Block.Variable = value is one"});
+}
+
+}  // namespace workbench

@@ -1,0 +1,176 @@
+#include "SetRequest.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include "LuaValue.h"
+#include "ProjectError.h"
+#include "Suggestion.h"
+#include "TypeName.h"
+
+namespace workbench {
+
+namespace {
+
+struct Found {
+    BlockConfig const* Block = nullptr;
+    VariableConfig const* Variable = nullptr;
+};
+
+template <typename Predicate>
+Found FindVariable(std::deque<BlockConfig> const& blocks, Predicate predicate) {
+    for (BlockConfig const& block : blocks) {
+        for (VariableConfig const& variable : block.Variables) {
+            if (predicate(block, variable)) {
+                return {&block, &variable};
+            }
+        }
+    }
+    return {};
+}
+
+template <typename Predicate>
+std::vector<std::string> NamesIf(std::deque<BlockConfig> const& blocks, Predicate predicate) {
+    std::vector<std::string> names;
+    for (BlockConfig const& block : blocks) {
+        for (VariableConfig const& variable : block.Variables) {
+            if (predicate(variable)) {
+                names.push_back(FullName(block, variable));
+            }
+        }
+    }
+    return names;
+}
+
+// What the driver writes under its own number: BACnet's numbers of object type and property.
+constexpr std::pair<int, int> ownProperties[] = {{12, 93}, {12, 49}, {12, 26}, {17, 123}, {17, 38}};
+constexpr int PresentValue = 85;
+
+Found FindFullName(std::deque<BlockConfig> const& blocks, std::string const& name) {
+    return FindVariable(blocks, [&](BlockConfig const& block, VariableConfig const& variable) {
+        return FullName(block, variable) == name;
+    });
+}
+
+std::string NameSuggestion(std::deque<BlockConfig> const& blocks, std::string const& name) {
+    Found const bare = FindVariable(
+        blocks, [&](BlockConfig const&, VariableConfig const& variable) { return variable.Name == name; });
+    if (bare.Variable) {
+        return " (did you mean " + Describe({FullName(*bare.Block, *bare.Variable)}) + "?)";
+    }
+    std::string const suggestion = DidYouMean(name, WritableNames(blocks));
+    return suggestion.empty() ? DidYouMean(name, NamesIf(blocks, [](auto const&) { return true; }))
+                              : suggestion;
+}
+
+// What a value of the type looks like.
+char const* Example(_OpcUa_BuiltInType type) {
+    switch (type) {
+        case OpcUaType_Boolean:
+            return "true or false";
+        case OpcUaType_SByte:
+            return "a whole number from -128 to 127";
+        case OpcUaType_Byte:
+            return "a whole number from 0 to 255";
+        case OpcUaType_Int16:
+            return "a whole number from -32768 to 32767";
+        case OpcUaType_UInt16:
+            return "a whole number from 0 to 65535";
+        case OpcUaType_Int32:
+            return "a whole number from -2147483648 to 2147483647";
+        case OpcUaType_UInt32:
+            return "a whole number from 0 to 4294967295";
+        case OpcUaType_Int64:
+        case OpcUaType_UInt64:
+            return "a whole number";
+        case OpcUaType_Float:
+        case OpcUaType_Double:
+            return "a number such as 21.5";
+        case OpcUaType_DateTime:
+            return "a time such as 2024-03-15T12:00:00Z";
+        default:
+            return "another kind of value";
+    }
+}
+
+bool IsOfType(std::string const& text, _OpcUa_BuiltInType type, OpcUa_VariantHlp& value) {
+    value.SetUTF8String(text.data(), static_cast<int>(text.size()));
+    return value.ChangeType(type) == OpcUa_Good;
+}
+
+// A decimal comma, a letter of the wrong case or a misspelt word.
+std::string ValueSuggestion(std::string text, _OpcUa_BuiltInType type) {
+    if (type == OpcUaType_Boolean) {
+        return DidYouMean(text, {"true", "false"});
+    }
+    std::replace(text.begin(), text.end(), ',', '.');
+    OpcUa_VariantHlp value;
+    return IsOfType(text, type, value) ? " (did you mean \"" + text + "\"?)" : std::string();
+}
+
+std::string Trimmed(std::string_view text) {
+    constexpr std::string_view blanks = " \t\r\n";
+    std::size_t const first = text.find_first_not_of(blanks);
+    if (first == std::string_view::npos) {
+        return {};
+    }
+    return std::string(text.substr(first, text.find_last_not_of(blanks) - first + 1));
+}
+
+}  // namespace
+
+_OpcUa_BuiltInType ValueType(VariableConfig const& variable) {
+    return variable.Type.Type == OpcUaType_DataValue ? variable.Type.ElementType : variable.Type.Type;
+}
+
+std::string FullName(BlockConfig const& block, VariableConfig const& variable) {
+    return block.Name + "." + variable.Name;
+}
+
+std::vector<std::string> WritableNames(std::deque<BlockConfig> const& blocks) {
+    return NamesIf(blocks, [](VariableConfig const& variable) { return variable.Write; });
+}
+
+bool IsWrittenItself(VariableConfig const& variable) {
+    std::pair<int, int> const own(variable.ObjectType->BacnetNumber, variable.Property->BacnetNumber);
+    return own.second == PresentValue ||
+           std::find(std::begin(ownProperties), std::end(ownProperties), own) != std::end(ownProperties);
+}
+
+SetRequest MakeSetRequest(std::deque<BlockConfig> const& blocks, std::string const& name,
+                          std::string const& text) {
+    Found const found = FindFullName(blocks, name);
+    if (!found.Variable) {
+        throw ProjectError(Describe({name}) + " is no variable" + NameSuggestion(blocks, name));
+    }
+    if (!found.Variable->Write) {
+        throw ProjectError(Describe({name}) + " is only read; the project needs Write = true for it");
+    }
+    SetRequest request{found.Block, found.Variable, {}};
+    _OpcUa_BuiltInType const type = ValueType(*found.Variable);
+    if (!IsOfType(text, type, request.Value)) {
+        throw ProjectError(Describe({name}) + ": " + Describe({text}) + " is no " + TypeName(type) +
+                           ", which is " + Example(type) + ValueSuggestion(text, type));
+    }
+    return request;
+}
+
+SetRequest ReadAssignment(std::deque<BlockConfig> const& blocks, std::string_view assignment) {
+    std::size_t const first = assignment.find('=');
+    if (first == std::string_view::npos) {
+        throw ProjectError(Describe({Trimmed(assignment)}) + " is no Block.Variable = value");
+    }
+    std::size_t equals = first;
+    for (std::size_t place = first; place != std::string_view::npos;
+         place = assignment.find('=', place + 1)) {
+        if (FindFullName(blocks, Trimmed(assignment.substr(0, place))).Variable) {
+            equals = place;
+            break;
+        }
+    }
+    return MakeSetRequest(blocks, Trimmed(assignment.substr(0, equals)),
+                          Trimmed(assignment.substr(equals + 1)));
+}
+
+}  // namespace workbench

@@ -1,0 +1,32 @@
+#include "WriteState.h"
+
+#include "Printable.h"
+#include "ValueText.h"
+
+namespace workbench {
+
+char const* StageName(WriteStage stage) {
+    switch (stage) {
+        case WriteStage::Pending:
+            return "pending";
+        case WriteStage::Written:
+            return "written";
+        case WriteStage::Unconfirmed:
+            return "unconfirmed";
+        case WriteStage::Refused:
+            return "refused";
+        default:
+            return "";
+    }
+}
+
+std::string WriteText(WriteState const& write, long long localDiff, bool withReason) {
+    if (write.Stage == WriteStage::None) {
+        return {};
+    }
+    std::string const reason =
+        withReason && !write.Reason.empty() ? " (" + Printable(write.Reason) + ")" : std::string();
+    return ValueText(write.Value, localDiff) + " " + StageName(write.Stage) + reason;
+}
+
+}  // namespace workbench
