@@ -149,6 +149,15 @@ TEST_F(RunCommand, TheSummaryMeasuresTheTraffic) {
     EXPECT_NE(out.str().find("round trip        0.000 ms median, 0.000 ms maximum\n"), std::string::npos);
 }
 
+TEST_F(RunCommand, TheSummaryStaysOutOfTheJsonLines) {
+    addIn.OnCycle = [this](FakeDriver& driver) { Poll(driver); };
+    options.Format = OutputFormat::Json;
+    options.Summary = true;
+    EXPECT_EQ(Run(), ExitOk);
+    EXPECT_EQ(out.str().find("objects polled"), std::string::npos) << out.str();
+    EXPECT_NE(err.str().find("objects polled"), std::string::npos) << err.str();
+}
+
 TEST_F(RunCommand, TheCaptureFileIsWritten) {
     addIn.OnCycle = [](FakeDriver& driver) {
         sockaddr_in peer = Address("127.0.0.1", 47808);
