@@ -141,6 +141,7 @@ TEST_F(RunCommand, TheSummaryMeasuresTheTraffic) {
         NLCloseSocket(&socket);
         Poll(driver);
     };
+    options.Format = OutputFormat::Lines;
     options.Summary = true;
     EXPECT_EQ(Run(), ExitOk);
     EXPECT_NE(out.str().find("cycles                3\n"), std::string::npos) << out.str();
@@ -151,7 +152,6 @@ TEST_F(RunCommand, TheSummaryMeasuresTheTraffic) {
 
 TEST_F(RunCommand, TheSummaryStaysOutOfTheJsonLines) {
     addIn.OnCycle = [this](FakeDriver& driver) { Poll(driver); };
-    options.Format = OutputFormat::Json;
     options.Summary = true;
     EXPECT_EQ(Run(), ExitOk);
     EXPECT_EQ(out.str().find("objects polled"), std::string::npos) << out.str();
