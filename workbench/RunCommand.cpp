@@ -156,7 +156,9 @@ int RunProject(Options const& options, RunStreams const& streams) {
     terminal.End();
 
     if (options.Summary.value_or(table)) {
-        streams.Out << figures.Summary(host.Figures()) << std::flush;
+        // Whoever reads JSON lines from standard output reads nothing else there.
+        std::ostream& out = options.Format == OutputFormat::Json ? streams.Err : streams.Out;
+        out << figures.Summary(host.Figures()) << std::flush;
     }
     if (!host.CaptureGood()) {
         throw std::runtime_error("the capture file " + options.CaptureFile +

@@ -4,7 +4,8 @@
 --
 -- To write: the setpoint analog_value 1, commanded at 16 from the start, so that 8 goes over it and a Null at 8
 -- gives it back; the valve analog_output 1, whose own movement returns the same way; both schedules. Refused
--- are a setpoint above 35 or a valve above 100 (value-out-of-range) and a temperature of analog_input 1 (write-access-denied).
+-- are a setpoint above 35 or a valve above 100 (value-out-of-range) and a
+-- temperature of analog_input 1 (write-access-denied).
 
 -- One setpoint for every hour: low at night, high by day.
 local function hourly(day_setpoint, night_setpoint)

@@ -183,12 +183,21 @@ TEST_F(RunCommand, TheSummaryMeasuresTheTraffic) {
         NLCloseSocket(&socket);
         Poll(driver);
     };
+    options.Format = OutputFormat::Lines;
     options.Summary = true;
     EXPECT_EQ(Run(), ExitOk);
     EXPECT_NE(out.str().find("cycles                3\n"), std::string::npos) << out.str();
     EXPECT_NE(out.str().find("objects polled        3  (in cycles without fault)\n"), std::string::npos);
     EXPECT_NE(out.str().find("requests              3\nanswers               3\n"), std::string::npos);
     EXPECT_NE(out.str().find("round trip        0.000 ms median, 0.000 ms maximum\n"), std::string::npos);
+}
+
+TEST_F(RunCommand, TheSummaryStaysOutOfTheJsonLines) {
+    addIn.OnCycle = [this](FakeDriver& driver) { Poll(driver); };
+    options.Summary = true;
+    EXPECT_EQ(Run(), ExitOk);
+    EXPECT_EQ(out.str().find("objects polled"), std::string::npos) << out.str();
+    EXPECT_NE(err.str().find("objects polled"), std::string::npos) << err.str();
 }
 
 TEST_F(RunCommand, TheCaptureFileIsWritten) {
