@@ -25,6 +25,32 @@ int PropertyCode(std::map<std::string, OpcUa_VariantHlp> const& properties, char
     return code;
 }
 
+std::vector<tagReadData*> TagsInOrder(TBACnet::TagTable const& table) {
+    std::vector<tagReadData*> list;
+    for (auto const& [type, objects] : table) {
+        for (auto const& [number, tags] : objects) {
+            list.insert(list.end(), tags.begin(), tags.end());
+        }
+    }
+    return list;
+}
+
+// Leaves of a DataValue the value inside.
+void MakeBare(OpcUa_VariantHlp& value) {
+    if (value.GetType() == OpcUaType_DataValue) {
+        value.Normalize(nullptr, nullptr);
+    }
+}
+
+// Whether the runtime stops; the log then says so.
+bool IsStopped() {
+    bool const stopped = TBACnet::IsTerminated.load(std::memory_order_relaxed);
+    if (stopped) {
+        logMsgLn("Stop RT. Exit from driver");
+    }
+    return stopped;
+}
+
 }  // namespace
 
 BACnetProtocol::BACnetProtocol() {
@@ -125,14 +151,14 @@ void BACnetProtocol::Execute() {
     device->ClearFault();
     std::vector<WriteDataRec> values;
     device->Read(values);
-    if (TBACnet::IsTerminated.load(std::memory_order_relaxed)) {
-        logMsgLn("Stop RT. Exit from driver");
+    if (IsStopped()) {
         return;
     }
     if (device->HasFault()) {
         ReportLostConnection();
     } else {
         ReportValues(values);
+        WriteDevice();
     }
 }
 
@@ -144,13 +170,9 @@ void BACnetProtocol::ReportValues(std::vector<WriteDataRec> const& values) {
 // Variables of another type than DataValue get no record: they keep value and quality.
 void BACnetProtocol::ReportLostConnection() {
     std::vector<WriteDataRec> values;
-    for (auto const& [type, objects] : device->Tags()) {
-        for (auto const& [number, tags] : objects) {
-            for (tagReadData const* tag : tags) {
-                if (tag->descriptor->ReadType.Type == OpcUaType_DataValue) {
-                    values.push_back(OldValueAsBad(*tag->descriptor));
-                }
-            }
+    for (tagReadData const* tag : TagsInOrder(device->Tags())) {
+        if (tag->descriptor->ReadType.Type == OpcUaType_DataValue) {
+            values.push_back(OldValueAsBad(*tag->descriptor));
         }
     }
     provider->WriteValues(values);
@@ -161,14 +183,35 @@ WriteDataRec BACnetProtocol::OldValueAsBad(DriverVarDsc const& descriptor) const
     OpcUa_VariantHlp value;
     provider->ReadValue(descriptor.ReadId, 0, descriptor.ReadField, descriptor.ReadType, value,
                         GetValueFlags::None);
-    if (value.GetType() == OpcUaType_DataValue) {
-        value.Normalize(nullptr, nullptr);
-    }
+    MakeBare(value);
     WriteDataRec record;
     record.Id = descriptor.ReadId;
     record.Field = descriptor.ReadField;
     record.Value.SetDataValue(value, getRDateTime(), OpcUa_Bad);
     return record;
+}
+
+void BACnetProtocol::WriteDevice() {
+    if (isWrite() == 0) {
+        return;
+    }
+    for (tagReadData* tag : TagsInOrder(device->Tags())) {
+        DriverVarDsc& descriptor = *tag->descriptor;
+        if (descriptor.IsWrite == 0) {
+            continue;
+        }
+        OpcUa_VariantHlp value;
+        provider->ReadValue(descriptor.WriteId, 0, descriptor.WriteField, descriptor.WriteType, value,
+                            GetValueFlags::None);
+        if (IsNeedWriteValue(value, descriptor) == 0) {
+            continue;
+        }
+        MakeBare(value);
+        if (IsStopped()) {
+            return;
+        }
+        device->Write(tag, value);
+    }
 }
 
 }  // namespace dorvel::BACnet

@@ -45,8 +45,9 @@ public:
     void Inited() override;
 
     // One poll: values and a cleared fault state, or, when the device did not answer, the fault state "No
-    // connection" and the old values of the DataValue variables as bad. Waits for the device; throws nothing
-    // of its own.
+    // connection" and the old values of the DataValue variables as bad. After a clean poll the values that
+    // the host wants written, in the order of the tags; a failed write is logged and is no fault. Waits for
+    // the device; throws nothing of its own.
     void Execute() override;
 
     // Peer: IPv4 address, ":" and UDP port. For a device behind a router also the router's BACnet/IP address.
@@ -71,6 +72,7 @@ public:
 private:
     void ReportValues(std::vector<WriteDataRec> const& values);
     void ReportLostConnection();
+    void WriteDevice();
     WriteDataRec OldValueAsBad(DriverVarDsc const& descriptor) const;
 
     std::unique_ptr<TBACnet> device;

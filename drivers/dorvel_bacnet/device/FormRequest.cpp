@@ -28,6 +28,8 @@ std::vector<PropertyIdentifierEnum> RequestedProperties(std::vector<tagReadData*
     return properties;
 }
 
+}  // namespace
+
 Network::NDataUnitRequest AddressedRequest(std::vector<char> apdu, std::vector<char> const& linkAddress,
                                            Network::Address const& remoteAddress) {
     Network::NDataUnitRequest request;
@@ -40,8 +42,6 @@ Network::NDataUnitRequest AddressedRequest(std::vector<char> apdu, std::vector<c
     }
     return request;
 }
-
-}  // namespace
 
 std::vector<char> FormMessage(char& invokeId, std::vector<tagReadData*> const& tags) {
     auto properties = RequestedProperties(tags);

@@ -8,8 +8,12 @@
 
 namespace dorvel::BACnet {
 
-// The requests of a read. All are marked as expecting a reply. With a remote network other than 0 the message
-// goes through a router: it carries the remote address, and the link address is the router's.
+// An APDU as a request to the network layer, marked as expecting a reply. With a remote network other than 0
+// the message goes through a router: it carries the remote address, and the link address is the router's.
+Network::NDataUnitRequest AddressedRequest(std::vector<char> apdu, std::vector<char> const& linkAddress,
+                                           Network::Address const& remoteAddress);
+
+// The requests of a read.
 
 // The APDU of one ReadPropertyMultiple for all tags, which must be of one object and at least one (none
 // throws std::out_of_range). The properties are asked for in the order of the tags, with Status_Flags behind

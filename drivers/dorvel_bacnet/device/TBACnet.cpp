@@ -10,7 +10,7 @@
 
 namespace dorvel::BACnet {
 
-char WriteInvokeId = 0;
+std::atomic<unsigned char> WriteInvokeId{0};
 std::atomic<bool> TBACnet::IsTerminated{false};
 
 namespace {

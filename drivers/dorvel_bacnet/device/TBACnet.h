@@ -10,6 +10,7 @@
 
 #include "CPropertyValue.h"
 #include "ComplexAck.h"
+#include "Network/Layer.h"
 #include "Network/NDataUnitRequest.h"
 #include "ObjectIdentifier.h"
 #include "PDU.h"
@@ -23,8 +24,16 @@
 
 namespace dorvel::BACnet {
 
-// The invoke id of writes. One for all devices of the process, unlike that of reads, and without protection.
-extern char WriteInvokeId;
+// The invoke id of the latest write, 255 followed by 0. One for all devices of the process, unlike that of
+// reads, and a plain counter: blocks on different threads take distinct numbers from it, but an answer is
+// held against the number that was given out last, also when that went to another block. It orders nothing
+// else.
+extern std::atomic<unsigned char> WriteInvokeId;
+
+// Whether an answer is the SimpleAck of the latest write; the tag is not looked at. An Error or a Reject of
+// it throws ErrorResponseException or RejectResponseException; anything else, an Abort of it too, is not its
+// answer. Throws std::bad_cast for a PDU of another class than its type's.
+bool ProcessWriteResponse(PDU& pdu, tagReadData const& tag);
 
 // The client of one device: its addressing and limits, the tags that are read from it, and the poll over
 // them. It belongs to the task that runs its block: all operations are called there, one at a time, and those
@@ -98,6 +107,25 @@ public:
     void ProcessResponseForTag(PropertyTypeEnum type, DriverVarDsc const* descriptor, CPropertyValue& value,
                                unsigned int status, WriteDataRec& record);
 
+    // Writes a value of the runtime to the tag's object, with the priority of the settings. All that goes
+    // wrong, a refusal of the device included, is logged and nothing else: a write is never repeated.
+    void Write(tagReadData* tag, OpcUa_VariantHlp& value);
+    // The same; the layer carries nothing. Whatever is answered first, it goes on to receive until the answer
+    // to the write or nothing comes, so that no stale datagram is left for the next read. A write costs a
+    // further receive time-out for that.
+    void ProcessWriteTag(tagReadData const& tag, Network::Layer& layer, OpcUa_VariantHlp const& value);
+    // The write under the next invoke id, which is used up even if the value is refused. Throws as
+    // FormWriteMessage does.
+    Network::NDataUnitRequest FormWriteRequest(tagReadData const& tag, std::vector<char> const& linkAddress,
+                                               Network::Address const& remoteAddress,
+                                               OpcUa_VariantHlp const& value);
+    // The APDU of one WriteProperty. The value is of the type of the tag's property, yet only the three
+    // constants of a loop and the two schedules are written themselves: instead of any other property it is
+    // Present_Value. A priority from 1 to 16 (ASHRAE 135 clause 19.2) is context tag 4, others send none.
+    // Throws SupportInformationException for a property without a row in the support table, and what
+    // BuildValue and the tags of a schedule throw.
+    std::vector<char> FormWriteMessage(tagReadData const& tag, int invokeId, OpcUa_VariantHlp const& value);
+
     bool IsCreated() const { return settings->created; }
     TBACnetSettings& Settings() { return *settings; }
     TagTable const& Tags() const { return tags; }
@@ -108,6 +136,8 @@ public:
 private:
     // How one attempt to read an object ended.
     enum class Attempt { Repeat, Failed, Answered };
+
+    void WriteAndDrain(tagReadData const& tag, OpcUa_VariantHlp const& value);
 
     void SetAddresses(std::string const& address, std::string const& mac);
     int Exchange(std::vector<char> const& frame, std::vector<char>& apdu);

@@ -9,11 +9,8 @@
 #include "AbortResponseException.h"
 #include "ComplexAck.h"
 #include "EnumValue.h"
-#include "ErrorPdu.h"
 #include "ErrorResponseException.h"
-#include "RejectPdu.h"
-#include "RejectResponseException.h"
-#include "SimpleError.h"
+#include "Refusals.h"
 #include "SupportInformation.h"
 #include "TBACnet.h"
 #include "UserTrace.h"
@@ -42,19 +39,14 @@ constexpr char OriginalInvokeId[] = "OriginalInvokeId";
 
 void ThrowIfAwaited(ErrorPdu const& pdu, char readInvokeId) {
     if (IsAwaited(OriginalInvokeId, pdu.GetOriginalInvokeId(), readInvokeId)) {
-        auto const* error = dynamic_cast<SimpleError const*>(pdu.GetError());
-        if (!error) {
-            throw std::bad_cast();
-        }
-        throw ErrorResponseException(error->GetErrorClass(), error->GetErrorCode());
+        SimpleError const& error = SimpleErrorOf(pdu);
+        throw ErrorResponseException(error.GetErrorClass(), error.GetErrorCode());
     }
 }
 
 void ThrowIfAwaited(RejectPdu const& pdu, char readInvokeId) {
     if (IsAwaited(OriginalInvokeId, pdu.GetOriginalInvokeId(), readInvokeId)) {
-        throw RejectResponseException(
-            "Error! The packet was rejected. Reason: " + RejectPdu::Message(pdu.GetReason()),
-            pdu.GetReason());
+        throw RejectionOf(pdu);
     }
 }
 

@@ -8,9 +8,8 @@
 
 #include "AbortResponseException.h"
 #include "ErrorResponseException.h"
-#include "FakeStream.h"
 #include "FormRequest.h"
-#include "PduParser.h"
+#include "ParseApdu.h"
 #include "RejectResponseException.h"
 #include "SupportInformation.h"
 #include "TBACnet.h"
@@ -26,11 +25,6 @@ using Segments = std::map<unsigned char, std::unique_ptr<ComplexAck>>;
 std::string LogLine(ObjectIdentifier object, std::exception const& failure) {
     return std::to_string(static_cast<int>(object.GetObjectType())) + "-" +
            std::to_string(object.GetInstanceNumber()) + " " + failure.what() + "\n";
-}
-
-std::unique_ptr<PDU> ParseApdu(std::vector<char> const& apdu) {
-    FakeStream stream(apdu);
-    return PduParser::Parse(stream);
 }
 
 // The keys are distinct, so they run from 0 without a gap exactly when the last one is their number less one.

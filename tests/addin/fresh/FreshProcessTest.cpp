@@ -30,7 +30,7 @@ TEST(FreshProcess, ConnectionIdsCountFrom0) {
 
 TEST(FreshProcess, StartsUnstopped) {
     EXPECT_FALSE(dorvel::BACnet::TBACnet::IsTerminated);
-    EXPECT_EQ(dorvel::BACnet::WriteInvokeId, 0);
+    EXPECT_EQ(dorvel::BACnet::WriteInvokeId.load(), 0);
 }
 
 }  // namespace

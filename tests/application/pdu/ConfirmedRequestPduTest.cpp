@@ -168,8 +168,11 @@ TEST(ConfirmedRequestParser, EachTruncationIsRefused) {
     test::ExpectEachTruncationRefused("0E 74 09 00 04 0C 0C 00 00 00 01 19 55");
 }
 
-TEST(ConfirmedRequestParser, KnowsReadPropertyAndRefusesServicesWithoutAParser) {
-    EXPECT_EQ(ConfirmedRequestParser::GetDefaultRequestParsers().count(Choice::ReadProperty), 1u);
+TEST(ConfirmedRequestParser, KnowsReadAndWritePropertyAndRefusesServicesWithoutAParser) {
+    auto const parsers = ConfirmedRequestParser::GetDefaultRequestParsers();
+    EXPECT_EQ(parsers.count(Choice::ReadProperty), 1u);
+    EXPECT_EQ(parsers.count(Choice::WriteProperty), 1u);
+    EXPECT_EQ(parsers.size(), 2u);
     for (int service = 0; service < 256; ++service) {
         if (service == 12 || service == 15) {
             continue;

@@ -185,6 +185,7 @@ TEST(RandomApdu, ReadAckWithAMutatedOctetGivesAPduOrAKnownException) {
 TEST(RandomApdu, ShortPdusWithAMutatedOctetGiveAPduOrAKnownException) {
     static char const* const apdus[] = {
         "02 74 09 0C 0C 00 00 00 01 19 55 29 07",
+        "00 04 09 0F 0C 00 80 00 01 19 55 3E 44 3F 80 00 00 3F 49 08",
         "0E 74 09 00 04 0C 0C 00 00 00 01 19 55",
         "20 09 0F",
         "30 09 0C 0C 00 00 00 01 19 55 3E 44 3F 80 00 00 3F",

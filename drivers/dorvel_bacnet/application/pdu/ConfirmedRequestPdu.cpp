@@ -5,6 +5,7 @@
 #include "Octets.h"
 #include "PduFlags.h"
 #include "ReadPropertyRequest.h"
+#include "WritePropertyRequest.h"
 
 ConfirmedRequestPdu::ConfirmedRequestPdu(char id, ConfirmedServiceChoiceEnum choice, bool segmented,
                                          MaxSegmentsAcceptedEnum maxSegments,
@@ -80,5 +81,8 @@ std::unique_ptr<ConfirmedServiceRequest> ConfirmedRequestParser::ParseConfirmedS
 }
 
 ConfirmedRequestParser::RequestParsers ConfirmedRequestParser::GetDefaultRequestParsers() {
-    return {{ConfirmedServiceChoiceEnum::ReadProperty, std::make_shared<ReadPropertyRequestParser>()}};
+    return {
+        {ConfirmedServiceChoiceEnum::ReadProperty, std::make_shared<ReadPropertyRequestParser>()},
+        {ConfirmedServiceChoiceEnum::WriteProperty, std::make_shared<WritePropertyRequestParser>()},
+    };
 }

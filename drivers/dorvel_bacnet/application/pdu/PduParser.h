@@ -16,7 +16,7 @@ public:
     // The stream stands at the APDU's first octet. Throws WrongLengthException for an APDU that ends too
     // early, FormatErrorException for a PDU type or a service without a parser, and whatever the parser of
     // the service throws. May be called by several threads at once, and from a static initialiser unless the
-    // APDU is a complex ack with property values: those need the support table, itself a static object.
+    // APDU is an ack or a request with property values: those need the support table, itself a static object.
     static std::unique_ptr<PDU> Parse(IStreamBase& stream);
 
     // A new registry of the six PDU types that have a class.

@@ -1,10 +1,8 @@
 #include "ReadPropertyAck.h"
 
 #include "ComplexTag.h"
-#include "Exceptions.h"
 #include "Octets.h"
 #include "ServiceElements.h"
-#include "TagKind.h"
 #include "TagParser.h"
 
 namespace {
@@ -71,11 +69,6 @@ std::unique_ptr<ConfirmedServiceAck> ReadPropertyAckParser::Parse(IStreamBase& s
     if (TagBase* const index = FindElement(elements, 2)) {
         ack->SetPropertyArrayIndex(ReadArrayIndex(*index));
     }
-    TagBase* const wrapper = FindElement(elements, 3);
-    if (wrapper == nullptr) {
-        throw FormatErrorException();
-    }
-    PropertyValueParser const& parser = FindValueParser(ack->GetObjectId(), ack->GetPropertyIdentifier());
-    ack->SetPropertyValue(parser.Parse(RequireComplex(wrapper)));
+    ack->SetPropertyValue(ReadPropertyValue(elements, ack->GetObjectId(), ack->GetPropertyIdentifier()));
     return ack;
 }

@@ -1,6 +1,7 @@
 #include "ServiceElements.h"
 
 #include "BitConverter.h"
+#include "Exceptions.h"
 #include "Octets.h"
 #include "SupportInformation.h"
 #include "TagKind.h"
@@ -45,4 +46,14 @@ PropertyValueParser const& FindValueParser(ObjectIdentifier object, PropertyIden
         throw SupportInformationException("Support Information not found");
     }
     return *parser;
+}
+
+std::unique_ptr<CPropertyValue> ReadPropertyValue(ServiceElements const& elements, ObjectIdentifier object,
+                                                  PropertyIdentifierEnum property) {
+    TagBase* const wrapper = FindElement(elements, 3);
+    if (wrapper == nullptr) {
+        throw FormatErrorException();
+    }
+    PropertyValueParser const& parser = FindValueParser(object, property);
+    return parser.Parse(RequireComplex(wrapper));
 }

@@ -41,3 +41,8 @@ std::vector<char> ArrayIndexBytes(unsigned int arrayIndex);
 // SupportInformationException for a pair that the table does not hold, and the same for a type without a
 // parser: to a caller both are properties that are not supported.
 PropertyValueParser const& FindValueParser(ObjectIdentifier object, PropertyIdentifierEnum property);
+
+// Element 3 as a value of that property. Throws FormatErrorException when it is absent or primitive, as
+// FindValueParser does, and what the parser throws.
+std::unique_ptr<CPropertyValue> ReadPropertyValue(ServiceElements const& elements, ObjectIdentifier object,
+                                                  PropertyIdentifierEnum property);
