@@ -11,17 +11,27 @@ import subprocess
 import termios
 import time
 
-from bacnet import FakeDevice, Request, real_answer
+from bacnet import FakeDevice, Request, frame, real_answer
 from programs import LONGEST, TASK, WORKBENCH, EndToEnd, block, variable
 
 
-def answers(datagram):
-    return [real_answer(Request(datagram), 21.5)]
+def settable():
+    """Answers for a device with one Real, 21.5 until another is written."""
+    held = [21.5]
+
+    def answers(datagram):
+        request = Request(datagram)
+        if request.apdu[3] == 15:
+            held[0], = struct.unpack(">f", request.apdu[13:17])
+            return [frame(bytes([0x20, request.invoke_id, 15]))]
+        return [real_answer(request, held[0])]
+
+    return answers
 
 
 class Terminal(EndToEnd):
     def start(self, device, *options, **streams):
-        path = self.file("project.lua", TASK + block("ahu", device.address, [variable("supply", "analog-input", 1)]))
+        path = self.file("project.lua", TASK + block("ahu", device.address, [variable("supply", "analog-value", 1, write=True)]))
         process = subprocess.Popen([WORKBENCH, "run", path, *options], **streams)
         self.addCleanup(lambda: process.poll() is None and process.kill())
         return process
@@ -47,7 +57,7 @@ class Terminal(EndToEnd):
         self.addCleanup(os.close, terminal)
         fcntl.ioctl(inside, termios.TIOCSWINSZ, struct.pack("HHHH", 30, 140, 0, 0))
         before = termios.tcgetattr(inside)
-        with FakeDevice(answers) as device:
+        with FakeDevice(settable()) as device:
             process = self.start(device, stdin=inside, stdout=inside, stderr=inside, start_new_session=True,
                                  preexec_fn=lambda: fcntl.ioctl(0, termios.TIOCSCTTY, 0),
                                  env=dict(os.environ, TERM="xterm-256color"))
@@ -83,11 +93,32 @@ class Terminal(EndToEnd):
     def test_the_screen_shows_value_and_quality(self):
         _, screen, _, _ = self.run_in_a_terminal(lambda process, _: process.send_signal(signal.SIGINT))
         plain = re.sub(rb"\x1b\[[0-9;?]*[A-Za-z]", b"", screen)
-        for word in (b"ahu", b"supply", b"analog-input 1", b"21.5", b"Good"):
+        for word in (b"ahu", b"supply", b"analog-value 1", b"21.5", b"Good"):
             self.assertIn(word, plain)
 
+    def test_a_value_that_is_typed_is_pending_and_then_written(self):
+        def type_a_value(process, terminal):
+            os.write(terminal, b"s")
+            os.write(terminal, b"ahu.supply = 23.25\r")
+            seen = self.read_until(terminal, b"23.25 pending")
+            self.read_until(terminal, b"23.25 written", seen)
+            process.send_signal(signal.SIGINT)
+
+        code, screen, before, after = self.run_in_a_terminal(type_a_value)
+        self.assertEqual(code, 0, screen)
+        self.assert_left_as_it_was(screen, before, after)
+
+    def test_a_typing_error_is_answered_at_once(self):
+        def type_a_value(process, terminal):
+            os.write(terminal, b"sahu.suply = 23.25\r")
+            self.read_until(terminal, b"did you mean")
+            process.send_signal(signal.SIGINT)
+
+        code, screen, _, _ = self.run_in_a_terminal(type_a_value)
+        self.assertEqual(code, 0, screen)
+
     def test_an_interrupt_without_a_terminal_ends_after_a_whole_line(self):
-        with FakeDevice(answers) as device:
+        with FakeDevice(settable()) as device:
             process = self.start(device, "--format", "json", stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                                  stderr=subprocess.PIPE, text=True)
             process.stdout.readline()
@@ -109,7 +140,7 @@ class Terminal(EndToEnd):
         self.assertLess(time.monotonic() - begin, 5)  # three attempts of a second each, and no more
 
     def test_without_a_terminal_there_are_plain_lines(self):
-        with FakeDevice(answers) as device:
+        with FakeDevice(settable()) as device:
             process = self.start(device, "--cycles", "2", stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                                  stderr=subprocess.PIPE)
             output, errors = process.communicate(timeout=LONGEST)
