@@ -80,7 +80,7 @@ void writeResult(BacnetObject const* object, Reference const& reference, Moment 
     }
 }
 
-// One read access specification, which has at least one reference.
+// One ReadAccessSpecification (clause 21), which has at least one reference.
 void readObject(TagReader& request, Device const& device, Moment const& now, TagWriter& ack) {
     ObjectId const id = request.objectIdentifier(0);
     BacnetObject const* const object = device.find(id);
