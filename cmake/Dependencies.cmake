@@ -1,8 +1,19 @@
-# What the system has to offer; scripts/setup installs it.
+# What the system has to offer; scripts/setup installs it, and scripts/sysroot-armhf its counterpart for the target.
+
+find_package(Threads REQUIRED)
+
+if(DORVEL_SYSROOT AND NOT DORVEL_SDK)
+    execute_process(COMMAND "${PROJECT_SOURCE_DIR}/scripts/sysroot-armhf" "${DORVEL_SYSROOT}" COMMAND_ERROR_IS_FATAL ANY)
+endif()
+
+if(DORVEL_SDK)
+    include(Sdk)
+    return()
+endif()
 
 find_package(PkgConfig REQUIRED)
-find_package(Threads REQUIRED)
-pkg_check_modules(LUA REQUIRED IMPORTED_TARGET lua5.4)
+set(DORVEL_LUA lua5.4 CACHE STRING "Lua to link, as pkg-config knows it: built as C (lua5.4) or as C++ (lua5.4-c++)")
+pkg_check_modules(LUA REQUIRED IMPORTED_TARGET "${DORVEL_LUA}")
 
 # Boost 1.81 is the first with boost::unordered_flat_map.
 find_path(BOOST_FLAT_MAP_INCLUDE boost/unordered/unordered_flat_map.hpp REQUIRED)
@@ -10,6 +21,11 @@ find_path(RAPIDJSON_INCLUDE rapidjson/document.h REQUIRED)
 
 add_library(dorvel_lua INTERFACE)
 target_link_libraries(dorvel_lua INTERFACE PkgConfig::LUA)
+if(DORVEL_SYSROOT)
+    # Debian's luaconf.h includes a header of the machine's own folder.
+    set(DORVEL_LUA_MACHINE_INCLUDE "${DORVEL_SYSROOT}/usr/include/arm-linux-gnueabihf")
+    target_include_directories(dorvel_lua SYSTEM INTERFACE "${DORVEL_LUA_MACHINE_INCLUDE}")
+endif()
 
 add_library(dorvel_boost INTERFACE)
 target_include_directories(dorvel_boost SYSTEM INTERFACE "${BOOST_FLAT_MAP_INCLUDE}")

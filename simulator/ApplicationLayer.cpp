@@ -106,10 +106,14 @@ std::vector<Octets> ApplicationLayer::serve(ConfirmedRequest const& request,
         return {answers::simpleAck(request.invokeId, request.serviceChoice)};
     }
     Octets content = ack.take();
-    if (answers::kComplexAckHead + content.size() <= longestApdu(request)) {
+    std::size_t longest = longestApdu(request);
+    if (m_onAck) {
+        m_onAck(request.serviceChoice, content, longest);
+    }
+    if (answers::kComplexAckHead + content.size() <= longest) {
         return {answers::complexAck(request.invokeId, request.serviceChoice, content)};
     }
-    return answerInSegments(request, indication, std::move(content), now);
+    return answerInSegments(request, indication, std::move(content), longest, now);
 }
 
 std::size_t ApplicationLayer::longestApdu(ConfirmedRequest const& request) const {
@@ -118,12 +122,13 @@ std::size_t ApplicationLayer::longestApdu(ConfirmedRequest const& request) const
 
 std::vector<Octets> ApplicationLayer::answerInSegments(ConfirmedRequest const& request,
                                                        NetworkLayer::Indication const& indication,
-                                                       Octets content, Moment const& now) {
+                                                       Octets content, std::size_t longest,
+                                                       Moment const& now) {
     DeviceSettings const& settings = m_device.settings();
     if (!request.acceptsSegments || !settings.segmentsAnswers) {
         throw Abort{AbortReason::SegmentationNotSupported};
     }
-    std::size_t const segmentLength = longestApdu(request) - answers::kSegmentHead;
+    std::size_t const segmentLength = longest - answers::kSegmentHead;
     std::size_t const count = SegmentedAnswer::segmentCount(content.size(), segmentLength);
     if ((request.maxSegments != 0 && count > request.maxSegments) ||
         (settings.maxSegments != 0 && count > settings.maxSegments)) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include "ConfirmedRequest.h"
@@ -15,6 +16,12 @@ class ApplicationLayer {
 public:
     // The device must outlive the layer.
     explicit ApplicationLayer(Device& device) : m_device(device) {}
+
+    // Gets the parameters of each ComplexACK before they are cut into segments, and how many octets an APDU
+    // of the answer may have, 50 at least; can change both, but must leave some of each.
+    using AckFilter =
+        std::function<void(std::uint8_t serviceChoice, Octets& content, std::size_t& longestApdu)>;
+    void onAck(AckFilter filter) { m_onAck = std::move(filter); }
 
     // Each gives the APDUs to be sent now, in their order.
     std::vector<Answer> receive(NetworkLayer::Indication const& indication, Moment const& now);
@@ -35,7 +42,7 @@ private:
     std::size_t longestApdu(ConfirmedRequest const& request) const;
     std::vector<Octets> answerInSegments(ConfirmedRequest const& request,
                                          NetworkLayer::Indication const& indication, Octets content,
-                                         Moment const& now);
+                                         std::size_t longest, Moment const& now);
     std::vector<Octets> receiveSegmentAck(NetworkLayer::Indication const& indication, Moment const& now);
     void receiveAbort(NetworkLayer::Indication const& indication);
     Transactions::iterator find(Peer const& peer, std::uint8_t invokeId);
@@ -43,6 +50,7 @@ private:
 
     Device& m_device;
     Transactions m_transactions;  // at most a few
+    AckFilter m_onAck;
 };
 
 }  // namespace simulator

@@ -22,6 +22,13 @@ A BACnet/IP device on UDP whose objects are described by DEVICE-FILE, which is L
   --help              show this text
   --version           show the version
 
+Commands on standard input make devices answer wrongly while they run:
+
+  fault NAME KIND [key=value ...]   such as: fault AHU-1 silence duration=10
+  clear NAME                        end the faults of a device; * stands for all
+  faults                            list the faults
+  help                              list the kinds and their keys
+
 For each device one line is printed as soon as it answers: ready NAME ADDRESS:PORT
 
 Exit codes: 0 ended as asked, also by SIGINT and SIGTERM; 1 wrong command line;

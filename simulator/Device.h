@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "BacnetObject.h"
+#include "Fault.h"
 #include "Npdu.h"
 
 namespace simulator {
@@ -25,6 +26,7 @@ struct DeviceSettings {
     std::uint8_t segmentationSupported = 0;  // BACnetSegmentation, as I-Am tells it
     std::optional<NetworkAddress> position;  // behind a router, if there is one
     std::optional<std::uint16_t> port;       // the UDP port that the device file wants
+    std::vector<Fault> faults;               // for FaultyStation; a Station has none
 };
 
 // A BACnet device: its objects, of which the first is the Device object, and its settings.

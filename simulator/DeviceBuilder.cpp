@@ -2,6 +2,7 @@
 
 #include <set>
 
+#include "FaultReader.h"
 #include "Mistake.h"
 #include "ScriptChecks.h"
 
@@ -22,7 +23,7 @@ enum Segmentation : std::uint8_t { kSegmentedBoth = 0, kSegmentedTransmit = 1 };
 // What device{...} may have besides the properties of its Device object.
 std::vector<std::string> const& deviceNames() {
     static std::vector<std::string> const names{
-        "objects", "router", "port", "proposed_window_size", "max_answer_segments", "writes"};
+        "objects", "router", "port", "proposed_window_size", "max_answer_segments", "writes", "faults"};
     return names;
 }
 
@@ -96,6 +97,7 @@ DeviceSettings readSettings(ScriptValue const& given, BacnetObject const& device
         settings.port = static_cast<std::uint16_t>(within(given, "port", 0, 65535));
     }
     settings.isLenient = readWrites(given["writes"]);
+    settings.faults = readFaults(given["faults"]);
     settings.position = readRouter(given["router"]);
     return settings;
 }

@@ -1,7 +1,7 @@
 #include "DeviceFile.h"
 
+#include <algorithm>
 #include <fstream>
-#include <iterator>
 #include <map>
 #include <set>
 
@@ -15,11 +15,12 @@ namespace simulator {
 
 namespace {
 
-constexpr std::streamoff kLongestFile = 1024 * 1024;
+constexpr std::size_t kLongestFile = 1024 * 1024;
+constexpr std::size_t kLongestMessage = 500;
 
 // All the functions that a device file can call.
 std::vector<std::string> constructors() {
-    std::vector<std::string> names{"device"};
+    std::vector<std::string> names{"device", "fault"};
     for (auto const& more : {signalConstructors(), primitiveConstructors()}) {
         names.insert(names.end(), more.begin(), more.end());
     }
@@ -64,23 +65,41 @@ std::vector<Device> buildDevices(std::string const& text) {
     return devices;
 }
 
+// Texts of the file stand in its messages: they must neither break the line nor steer the terminal.
+std::string oneLine(std::string text) {
+    if (text.size() > kLongestMessage) {
+        text.resize(kLongestMessage);
+        text += "...";
+    }
+    auto const isControl = [](unsigned char c) { return c < 0x20 || c == 0x7F; };
+    std::replace_if(text.begin(), text.end(), isControl, ' ');
+    return text;
+}
+
 }  // namespace
 
 std::vector<Device> loadDeviceFile(std::string const& path) {
-    std::ifstream file(path, std::ios::binary | std::ios::ate);
-    std::streamoff const length = file ? static_cast<std::streamoff>(file.tellg()) : -1;
-    if (length < 0 || length > kLongestFile) {
-        throw Mistake(path + (length < 0 ? ": cannot be read" : ": is longer than a device file may be"));
+    std::ifstream file(path, std::ios::binary);
+    std::string text;
+    if (file) {
+        text.resize(kLongestFile + 1);
+        file.read(text.data(), static_cast<std::streamsize>(text.size()));
+        text.resize(static_cast<std::size_t>(file.gcount()));
     }
-    file.seekg(0);
-    std::string const text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    if (!file.is_open() || file.bad()) {
+        throw Mistake(path + ": cannot be read");
+    }
+    if (text.size() > kLongestFile) {
+        throw Mistake(path + ": is longer than a device file may be");
+    }
     return parseDeviceFile(path, text);
 }
 
 std::vector<Device> parseDeviceFile(std::string const& name, std::string const& text) try {
     return buildDevices(text);
 } catch (Mistake const& mistake) {
-    throw mistake.in(mistake.line() != 0 ? name + ":" + std::to_string(mistake.line()) : name);
+    std::string const place = mistake.line() != 0 ? name + ":" + std::to_string(mistake.line()) : name;
+    throw Mistake(oneLine(place + ": " + mistake.what()), mistake.line());
 }
 
 }  // namespace simulator

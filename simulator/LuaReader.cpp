@@ -11,6 +11,7 @@ namespace {
 
 constexpr int kDeepest = 16;
 constexpr int kMostValues = 500'000;
+constexpr std::size_t kMostText = 64 * 1024 * 1024;  // octets, of all texts
 constexpr int kStackPerLevel = 8;
 
 // Reads values by raw access, which runs no Lua code and raises no Lua error.
@@ -51,9 +52,16 @@ public:
     }
 
 private:
-    std::string text() {
+    std::string text() { return textAt(-1); }
+
+    std::string textAt(int place) {
         std::size_t length = 0;
-        char const* const first = lua_tolstring(m_lua, -1, &length);
+        char const* const first = lua_tolstring(m_lua, place, &length);
+        // The same text may stand in many places: in Lua it takes memory once, here every time.
+        if (length > kMostText - m_textOctets) {
+            throw Mistake("the texts are too long");
+        }
+        m_textOctets += length;
         return std::string(first, length);
     }
 
@@ -82,7 +90,7 @@ private:
     // Key and value are on the stack; the key stays there for the next step.
     void readField(ScriptValue& value, lua_Integer length, int depth) {
         if (lua_type(m_lua, -2) == LUA_TSTRING) {
-            ScriptField field{lua_tostring(m_lua, -2), read(depth + 1)};
+            ScriptField field{textAt(-2), read(depth + 1)};
             value.fields.push_back(std::move(field));
             return;
         }
@@ -111,6 +119,7 @@ private:
 
     lua_State* m_lua;
     int m_count = 0;
+    std::size_t m_textOctets = 0;
 };
 
 }  // namespace

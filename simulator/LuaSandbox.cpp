@@ -1,7 +1,7 @@
 #include "LuaSandbox.h"
 
-#include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <lua.hpp>
 
 #include "LuaReader.h"
@@ -12,8 +12,12 @@ namespace simulator {
 namespace {
 
 constexpr int kMostInstructions = 20'000'000;
-constexpr std::size_t kMostMemory = 64 * 1024 * 1024;
-constexpr char const* kDevices = "simulator.devices";
+// One instruction on long texts can take milliseconds.
+constexpr std::chrono::seconds kLongestRun{5};
+constexpr int kInstructionsPerCheck = 100;
+
+// Where a Lua state keeps the devices in its registry.
+char const devicesKey = 0;
 
 // Leaves only what neither reaches outside nor loops by itself without counting as instructions.
 constexpr char const* kPrelude = R"(
@@ -30,24 +34,31 @@ constexpr char const* kPrelude = R"(
 )";
 
 void* allocate(void* used, void* block, std::size_t oldSize, std::size_t newSize) {
-    auto& memory = *static_cast<std::size_t*>(used);
+    auto& memory = *static_cast<LuaLimits*>(used);
     std::size_t const before = block ? oldSize : 0;
     if (newSize == 0) {
         std::free(block);
-        memory -= before;
+        memory.used -= before;
         return nullptr;
     }
-    if (newSize > before && memory - before + newSize > kMostMemory) {
+    if (newSize > before && memory.used - before + newSize > memory.most) {
         return nullptr;
     }
     void* const moved = std::realloc(block, newSize);
     if (moved) {
-        memory += newSize - before;
+        memory.used += newSize - before;
     }
     return moved;
 }
 
-void stop(lua_State* lua, lua_Debug* place) {
+void check(lua_State* lua, lua_Debug* place) {
+    void* limits = nullptr;
+    lua_getallocf(lua, &limits);
+    auto& left = *static_cast<LuaLimits*>(limits);
+    left.instructions -= kInstructionsPerCheck;
+    if (left.instructions > 0 && std::chrono::steady_clock::now() < left.deadline) {
+        return;
+    }
     lua_getinfo(lua, "Sl", place);
     lua_pushfstring(lua, "%s:%d: the file runs for too long", place->short_src, place->currentline);
     lua_error(lua);
@@ -81,11 +92,33 @@ int make(lua_State* lua) {
 // device{...}: also remembers the device.
 int makeDevice(lua_State* lua) {
     make(lua);
-    lua_getfield(lua, LUA_REGISTRYINDEX, kDevices);
+    lua_rawgetp(lua, LUA_REGISTRYINDEX, &devicesKey);
     lua_pushvalue(lua, -2);
     lua_rawseti(lua, -2, static_cast<lua_Integer>(lua_rawlen(lua, -2)) + 1);
     lua_pop(lua, 1);
     return 1;
+}
+
+// With a list of constructors: fills the state. As all that Lua calls it may be left by a jump, so it makes
+// no objects.
+int prepare(lua_State* lua) {
+    auto const& constructors = *static_cast<std::vector<std::string> const*>(lua_touserdata(lua, 1));
+    luaL_requiref(lua, LUA_GNAME, luaopen_base, 1);
+    luaL_requiref(lua, LUA_STRLIBNAME, luaopen_string, 1);
+    luaL_requiref(lua, LUA_MATHLIBNAME, luaopen_math, 1);
+    lua_settop(lua, 1);
+    if (luaL_loadbufferx(lua, kPrelude, std::strlen(kPrelude), "=prelude", "t") != LUA_OK) {
+        return lua_error(lua);
+    }
+    lua_call(lua, 0, 0);
+    lua_newtable(lua);
+    lua_rawsetp(lua, LUA_REGISTRYINDEX, &devicesKey);
+    for (std::string const& name : constructors) {
+        lua_pushstring(lua, name.c_str());
+        lua_pushcclosure(lua, name == "device" ? makeDevice : make, 1);
+        lua_setglobal(lua, name.c_str());
+    }
+    return 0;
 }
 
 // Lua puts this and a line number in front of its messages.
@@ -96,7 +129,6 @@ constexpr char const* kPrefix = "file:";
 Mistake takeError(lua_State* lua) {
     std::string text = lua_type(lua, -1) == LUA_TSTRING ? lua_tostring(lua, -1) : "the error is no text";
     lua_settop(lua, 0);
-    std::replace(text.begin(), text.end(), '\n', ' ');
     std::size_t const digits = std::string(kPrefix).size();
     std::size_t const end = text.find(": ", digits);
     if (text.compare(0, digits, kPrefix) != 0 || end == std::string::npos) {
@@ -107,48 +139,39 @@ Mistake takeError(lua_State* lua) {
 
 }  // namespace
 
-LuaSandbox::LuaSandbox(std::vector<std::string> const& constructors)
-    : m_lua(lua_newstate(allocate, &m_memory)) {
+LuaSandbox::LuaSandbox(std::vector<std::string> const& constructors, std::size_t mostMemory)
+    : m_limits{0, mostMemory, kMostInstructions, std::chrono::steady_clock::now() + kLongestRun},
+      m_lua(lua_newstate(allocate, &m_limits), lua_close) {
     if (!m_lua) {
         throw Mistake("no memory for Lua");
     }
-    luaL_requiref(m_lua, LUA_GNAME, luaopen_base, 1);
-    luaL_requiref(m_lua, LUA_STRLIBNAME, luaopen_string, 1);
-    luaL_requiref(m_lua, LUA_MATHLIBNAME, luaopen_math, 1);
-    lua_settop(m_lua, 0);
-    execute(kPrelude, 0);
-    lua_newtable(m_lua);
-    lua_setfield(m_lua, LUA_REGISTRYINDEX, kDevices);
-    for (std::string const& name : constructors) {
-        lua_pushstring(m_lua, name.c_str());
-        lua_pushcclosure(m_lua, name == "device" ? makeDevice : make, 1);
-        lua_setglobal(m_lua, name.c_str());
+    lua_pushcfunction(m_lua.get(), prepare);
+    lua_pushlightuserdata(m_lua.get(), const_cast<std::vector<std::string>*>(&constructors));
+    if (lua_pcall(m_lua.get(), 1, 0, 0) != LUA_OK) {
+        throw takeError(m_lua.get());
     }
-}
-
-LuaSandbox::~LuaSandbox() {
-    lua_close(m_lua);
+    // For all its life: what evaluates an expression later may call functions of the file.
+    lua_sethook(m_lua.get(), check, LUA_MASKCOUNT, kInstructionsPerCheck);
 }
 
 std::vector<ScriptValue> LuaSandbox::run(std::string const& text) {
-    lua_sethook(m_lua, stop, LUA_MASKCOUNT, kMostInstructions);
     execute(text, 0);
-    lua_sethook(m_lua, nullptr, 0, 0);
-    lua_getfield(m_lua, LUA_REGISTRYINDEX, kDevices);
-    ScriptValue devices = readScriptValue(m_lua);
+    lua_rawgetp(m_lua.get(), LUA_REGISTRYINDEX, &devicesKey);
+    ScriptValue devices = readScriptValue(m_lua.get());
     return std::move(devices.list);
 }
 
 ScriptValue LuaSandbox::evaluate(std::string const& expression) {
     execute("return " + expression, 1);
-    return readScriptValue(m_lua);
+    return readScriptValue(m_lua.get());
 }
 
 // Text only: precompiled code is not checked by Lua.
 void LuaSandbox::execute(std::string const& text, int results) {
-    if (luaL_loadbufferx(m_lua, text.data(), text.size(), kChunkName, "t") != LUA_OK ||
-        lua_pcall(m_lua, 0, results, 0) != LUA_OK) {
-        throw Mistake(takeError(m_lua));
+    lua_State* const lua = m_lua.get();
+    if (luaL_loadbufferx(lua, text.data(), text.size(), kChunkName, "t") != LUA_OK ||
+        lua_pcall(lua, 0, results, 0) != LUA_OK) {
+        throw takeError(lua);
     }
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -10,14 +12,22 @@ struct lua_State;
 
 namespace simulator {
 
+// Octets that a Lua state has and may have, instructions that it may still run, and when its time is over.
+struct LuaLimits {
+    std::size_t used;
+    std::size_t most;
+    int instructions;
+    std::chrono::steady_clock::time_point deadline;
+};
+
 // Runs device files. They get Lua's base language, math, and a few functions of string and table; no
-// files, no modules, no operating system, nothing that runs long without Lua instructions. Instructions
-// and memory are limited. Every name in `constructors` is a function that gives its table back with its
+// files, no modules, no operating system, nothing that runs long without Lua instructions. Instructions,
+// time and memory are limited. Every name in `constructors` is a function that gives its table back with its
 // name and line on it; the tables of `device` calls are collected.
 class LuaSandbox {
 public:
-    explicit LuaSandbox(std::vector<std::string> const& constructors);
-    ~LuaSandbox();
+    explicit LuaSandbox(std::vector<std::string> const& constructors,
+                        std::size_t mostMemory = 64 * 1024 * 1024);
     LuaSandbox(LuaSandbox const&) = delete;
     LuaSandbox& operator=(LuaSandbox const&) = delete;
 
@@ -29,8 +39,8 @@ public:
 private:
     void execute(std::string const& text, int results);
 
-    std::size_t m_memory = 0;
-    lua_State* m_lua;
+    LuaLimits m_limits;  // have to outlive the state
+    std::unique_ptr<lua_State, void (*)(lua_State*)> m_lua;
 };
 
 }  // namespace simulator

@@ -11,10 +11,15 @@ void logLine(std::string const& deviceName, std::string const& line) {
 }
 
 void logExchange(std::string const& deviceName, Datagram const& datagram,
-                 std::vector<Datagram> const& answers) {
+                 std::vector<Delivery> const& answers) {
     std::cerr << deviceName << " < " << datagram.peer.text() << ' ' << hexadecimal(datagram.octets) << '\n';
-    for (Datagram const& answer : answers) {
-        std::cerr << deviceName << " > " << answer.peer.text() << ' ' << hexadecimal(answer.octets) << '\n';
+    for (Delivery const& answer : answers) {
+        std::cerr << deviceName << " > " << answer.datagram.peer.text() << ' '
+                  << hexadecimal(answer.datagram.octets);
+        if (answer.delay.count() > 0) {
+            std::cerr << " in " << answer.delay.count() << " ms";
+        }
+        std::cerr << (answer.fromElsewhere ? " from elsewhere\n" : "\n");
     }
 }
 

@@ -3,15 +3,16 @@
 #include <string>
 #include <vector>
 
-#include "Endpoint.h"
+#include "FaultyStation.h"
 
 namespace simulator {
 
 // Writes one line of a device to standard error.
 void logLine(std::string const& deviceName, std::string const& line);
 
-// Writes one line to standard error for a datagram and one for each answer to it, in hexadecimal.
+// Writes one line to standard error for a datagram and one for each answer to it, in hexadecimal, with what
+// is odd about its way.
 void logExchange(std::string const& deviceName, Datagram const& datagram,
-                 std::vector<Datagram> const& answers);
+                 std::vector<Delivery> const& answers);
 
 }  // namespace simulator

@@ -3,8 +3,11 @@
 #include <poll.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <ostream>
+#include <system_error>
 
+#include "FaultCommand.h"
 #include "RequestLog.h"
 
 namespace simulator {
@@ -15,10 +18,23 @@ constexpr int kTickMilliseconds = 50;
 constexpr int kMostDatagramsInARow = 64;
 constexpr short kSomething = POLLIN | POLLHUP | POLLERR;
 
-// Whether the other end of standard input is gone; what comes from there is thrown away.
-bool isClosed(int handle) {
-    char ignored[256];
-    return read(handle, ignored, sizeof ignored) <= 0;
+// A socket that is not the device's: on a loopback address, the next such address with the same port, or else
+// another port of the same address. Nothing if neither can be had.
+std::optional<UdpSocket> openElsewhere(Endpoint const& device) {
+    constexpr std::uint32_t loopback = 127;
+    Endpoint const next{device.address + 1, device.port};
+    Endpoint const otherPort{device.address, 0};
+    for (Endpoint const& endpoint : {next, otherPort}) {
+        if (endpoint.port != 0 && (device.address >> 24 != loopback || next.address >> 24 != loopback)) {
+            continue;
+        }
+        try {
+            return UdpSocket(endpoint);
+        } catch (std::system_error const&) {
+            continue;  // then the other one
+        }
+    }
+    return std::nullopt;
 }
 
 }  // namespace
@@ -52,18 +68,35 @@ void Server::run(int stopHandle) {
         handles.push_back({place.socket.handle(), POLLIN, 0});
     }
     handles.push_back({stopHandle, POLLIN, 0});
-    handles.push_back({m_options.exitsWithStdin ? STDIN_FILENO : -1, POLLIN, 0});
-    pollfd const& stop = handles[m_places.size()];
-    pollfd const& input = handles.back();
+    CommandInput input(STDIN_FILENO);
+    handles.push_back({input.handle(), POLLIN, 0});
     while (!isOver()) {
-        bool const isSomething = poll(handles.data(), handles.size(), kTickMilliseconds) > 0;
-        if (isSomething && ((stop.revents & kSomething) != 0 ||
-                            ((input.revents & kSomething) != 0 && isClosed(STDIN_FILENO)))) {
+        if (poll(handles.data(), handles.size(), waitingTime()) > 0) {
+            if ((handles[m_places.size()].revents & kSomething) != 0) {
+                return;
+            }
+            if ((handles.back().revents & kSomething) != 0) {
+                obey(input.read());
+                handles.back().fd = input.handle();
+            }
+        }
+        if (!input.isOpen() && m_options.exitsWithStdin) {
             return;
         }
         for (Place& place : m_places) {
             serve(place);
         }
+    }
+}
+
+void Server::obey(std::vector<std::string> const& lines) {
+    std::vector<CommandTarget> targets;
+    for (Place& place : m_places) {
+        targets.push_back({place.station.device().name(), &place.station.faults()});
+    }
+    for (std::string const& line : lines) {
+        CommandAnswer const answer = runFaultCommand(line, targets);
+        writeWithoutWaiting(answer.isMistake ? STDERR_FILENO : STDOUT_FILENO, answer.text);
     }
 }
 
@@ -74,19 +107,52 @@ void Server::serve(Place& place) {
         if (!datagram) {
             break;
         }
-        auto const answers = place.station.receive(*datagram, m_clock.now());
+        auto answers = place.station.receive(*datagram, m_clock.now());
         if (m_options.isVerbose) {
             logExchange(place.station.device().name(), *datagram, answers);
         }
-        send(place, answers);
+        send(place, std::move(answers));
     }
     send(place, place.station.tick(m_clock.now()));
+    for (Moment const now = m_clock.now(); auto const delivery = place.waiting.next(now);) {
+        sendNow(place, *delivery);
+    }
 }
 
-void Server::send(Place& place, std::vector<Datagram> const& datagrams) {
-    for (Datagram const& datagram : datagrams) {
-        place.socket.send(datagram);
+void Server::send(Place& place, std::vector<Delivery> deliveries) {
+    for (Delivery& delivery : deliveries) {
+        if (delivery.delay.count() > 0) {
+            place.waiting.add(std::move(delivery), m_clock.now());
+        } else {
+            sendNow(place, delivery);
+        }
     }
+}
+
+void Server::sendNow(Place& place, Delivery const& delivery) {
+    if (!delivery.fromElsewhere) {
+        place.socket.send(delivery.datagram);
+        return;
+    }
+    if (!place.elsewhere) {
+        if (auto opened = openElsewhere(place.socket.local())) {
+            place.elsewhere.emplace(std::move(*opened));
+        }
+    }
+    if (place.elsewhere) {
+        place.elsewhere->send(delivery.datagram);
+    }
+}
+
+// Milliseconds until something is to be done even if nothing comes.
+int Server::waitingTime() const {
+    std::chrono::milliseconds time(kTickMilliseconds);
+    for (Place const& place : m_places) {
+        if (auto const next = place.waiting.nextTime()) {
+            time = std::min(time, *next - m_clock.now().sinceStart);
+        }
+    }
+    return std::max(0, static_cast<int>(time.count()));
 }
 
 bool Server::isOver() const {

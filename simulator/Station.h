@@ -22,6 +22,7 @@ public:
     std::vector<Datagram> tick(Moment const& now) { return framed(m_application.tick(now)); }
 
     Device const& device() const { return m_device; }
+    void onAck(ApplicationLayer::AckFilter filter) { m_application.onAck(std::move(filter)); }
     void onWrite(Device::WriteObserver observer) { m_device.onWrite(std::move(observer)); }
 
 private:

@@ -52,6 +52,8 @@ public:
     Any any();
 
     bool atEnd() const { return m_reader.atEnd(); }
+    // Where the next tag begins in the octets.
+    std::size_t position() const { return m_reader.position(); }
     // To be called when all parameters were read.
     void expectEnd() const;
 

@@ -24,6 +24,8 @@ int catchSignals() {
 
 int run(simulator::CommandLine const& options) {
     int const stopHandle = catchSignals();
+    std::signal(SIGPIPE, SIG_IGN);  // an answer to a command that nobody reads is lost
+    std::signal(SIGTTIN, SIG_IGN);  // in the background there are no commands
     simulator::SystemClock const clock;
     simulator::Server server(simulator::loadDeviceFile(options.deviceFile), options, clock);
     server.announce(std::cout);

@@ -59,8 +59,12 @@ LoadedProject::LoadedProject(std::string projectPath, std::map<std::string, std:
 
 LoadedProject::~LoadedProject() {
     runtime.reset();
-    Watchdog const watchdog(limits.Time + Grace, [this] { EndProcess("a finalizer does not end"); });
-    script.reset();
+    try {
+        Watchdog const watchdog(limits.Time + Grace, [this] { EndProcess("a finalizer does not end"); });
+        script.reset();
+    } catch (std::exception const&) {
+        // There is no memory or no thread for a watchdog: the state is closed all the same, by its owner.
+    }
 }
 
 void LoadedProject::Load(SourceText projectSource) {
@@ -86,6 +90,7 @@ void LoadedProject::Load(SourceText projectSource) {
 
 void LoadedProject::RunScript() {
     Watchdog const watchdog(limits.Time + Grace, [this] { EndProcess("it does not end"); });
+    binding.GiveRoom(limits.Memory);
     script->StartClock();
     std::string const mistake = script->Run(source.Text(), "@" + path);
     script->StopClock();
@@ -210,6 +215,7 @@ void LoadedProject::CallDue() {
                      [](Timer const& left, Timer const& right) { return left.Time < right.Time; });
     for (Timer const& call : calls) {
         Watchdog const watchdog(limits.Time + Grace, [this] { EndProcess("it does not end"); });
+        binding.GiveRoom(limits.Memory);
         script->StartClock();
         std::string const mistake = script->Call(call.Reference);
         script->StopClock();

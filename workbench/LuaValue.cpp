@@ -16,12 +16,13 @@ constexpr std::size_t LongestShown = 60;
 
 class Copier {
 public:
-    explicit Copier(lua_State* state) : L(state) {}
+    Copier(lua_State* state, std::size_t& roomLeft) : L(state), room(roomLeft) {}
 
     LuaValue Copy(int index, int depth) {
         if (++count > MostValues) {
             throw ProjectError("the table has too many entries");
         }
+        Take(sizeof(LuaValue));
         switch (lua_type(L, index)) {
             case LUA_TNIL:
                 return {};
@@ -43,6 +44,13 @@ public:
     }
 
 private:
+    void Take(std::size_t octets) {
+        if (octets > room) {
+            throw ProjectError("the project hands over too much");
+        }
+        room -= octets;
+    }
+
     LuaValue Number(int index) const {
         if (lua_isinteger(L, index)) {
             return {static_cast<long long>(lua_tointeger(L, index))};
@@ -50,9 +58,10 @@ private:
         return {lua_tonumber(L, index)};
     }
 
-    LuaValue Text(int index) const {
+    LuaValue Text(int index) {
         std::size_t length = 0;
         char const* const text = lua_tolstring(L, index, &length);
+        Take(length);
         return {std::string(text, length)};
     }
 
@@ -72,6 +81,7 @@ private:
     }
 
     lua_State* L;
+    std::size_t& room;
     int count = 0;
 };
 
@@ -90,10 +100,10 @@ struct Description {
 
 }  // namespace
 
-LuaValue CopyValue(lua_State* L, int index, int depth) {
+LuaValue CopyValue(lua_State* L, int index, int depth, std::size_t& room) {
     int const top = lua_gettop(L);
     try {
-        return Copier(L).Copy(index, depth);
+        return Copier(L, room).Copy(index, depth);
     } catch (...) {
         lua_settop(L, top);
         throw;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <utility>
 #include <variant>
@@ -31,9 +32,10 @@ struct LuaValue {
 };
 
 // Copies the value at an absolute stack place, tables down to depth levels. Allocates nothing in the Lua
-// state, and leaves its stack as it was. Throws ProjectError when there are more than a million values or no
-// stack is left.
-LuaValue CopyValue(lua_State* L, int index, int depth);
+// state, and leaves its stack as it was. What the copy takes, in octets, is taken from room: in Lua a text or
+// a table takes memory once, however often it is handed over. Throws ProjectError when there is not enough of
+// it, and when there are more than a million values or no stack is left.
+LuaValue CopyValue(lua_State* L, int index, int depth, std::size_t& room);
 
 // The value as a message shows it: texts in quotes, cut after 60 octets; tables by their type alone.
 std::string Describe(LuaValue const& value);

@@ -1,6 +1,7 @@
 #include "NumberText.h"
 
 #include <charconv>
+#include <cmath>
 
 namespace workbench {
 
@@ -8,6 +9,9 @@ namespace {
 
 template <typename Number>
 std::string Shortest(Number value) {
+    if (std::isnan(value)) {
+        return "nan";  // 0/0 has a sign on some machines and none on others
+    }
     char text[64];
     auto const result = std::to_chars(text, text + sizeof text, value);
     return std::string(text, result.ptr);

@@ -28,6 +28,16 @@ std::string TextOf(LuaValue const& value) {
     throw ProjectError("a number, a text or a boolean is wanted, not " + Describe(value));
 }
 
+// Runs the body; what it throws gets words in front.
+template <class Body>
+void Under(std::string const& words, Body const& body) {
+    try {
+        body();
+    } catch (std::exception const& reason) {
+        throw ProjectError(words + reason.what());
+    }
+}
+
 }  // namespace
 
 bool ScriptBinding::Install(lua_State* L) {
@@ -111,7 +121,7 @@ int ScriptBinding::MakeBlock(lua_State* L) {
     lua_pushvalue(L, lua_upvalueindex(2));
     PushDriverTable(L, *block);
     lua_call(L, 1, 1);
-    return Self(L).receiver.BlockMade() ? 1 : luaL_error(L, "the add-in made no block");
+    return Self(L).AcceptMade() ? 1 : Self(L).RaiseMistake(L);
 }
 
 int ScriptBinding::Set(lua_State* L) {
@@ -128,58 +138,74 @@ int ScriptBinding::After(lua_State* L) {
     return Self(L).AcceptAfter(seconds, reference) ? 0 : Self(L).RaiseMistake(L);
 }
 
-bool ScriptBinding::AcceptSet(lua_State* L) {
-    Place const place = ScriptState::CurrentPlace(L);
+// No exception passes: whoever asks is called by Lua. A text too long for the memory that is left gives way
+// to one that needs none.
+template <class Body>
+bool ScriptBinding::Accept(Body const& body) {
     try {
-        LuaValue const name = CopyValue(L, 1, 0);
-        auto const* text = name.As<std::string>();
-        if (!text) {
-            throw ProjectError("\"Block.Variable\" is wanted, not " + Describe(name));
-        }
-        receiver.SetVariable(*text, TextOf(CopyValue(L, 2, 0)), place);
+        body();
         return true;
     } catch (std::exception const& reason) {
-        mistake = Prefix(place) + "Set: " + reason.what();
-        return false;
+        try {
+            mistake = reason.what();
+        } catch (std::exception const&) {
+            mistake = "no memory";
+        }
     }
+    return false;
+}
+
+bool ScriptBinding::AcceptSet(lua_State* L) {
+    return Accept([&] {
+        Place const place = ScriptState::CurrentPlace(L);
+        Under(Prefix(place) + "Set: ", [&] {
+            LuaValue const name = CopyValue(L, 1, 0, room);
+            auto const* text = name.As<std::string>();
+            if (!text) {
+                throw ProjectError("\"Block.Variable\" is wanted, not " + Describe(name));
+            }
+            receiver.SetVariable(*text, TextOf(CopyValue(L, 2, 0, room)), place);
+        });
+    });
 }
 
 bool ScriptBinding::AcceptAfter(double seconds, int reference) {
-    try {
-        receiver.CallAfter(seconds, reference);
-        return true;
-    } catch (std::exception const& reason) {
-        mistake = std::string("After: ") + reason.what();
-        return false;
-    }
+    return Accept([&] { Under("After: ", [&] { receiver.CallAfter(seconds, reference); }); });
 }
 
 bool ScriptBinding::AcceptTask(lua_State* L) {
-    Place const place = ScriptState::CurrentPlace(L);
-    try {
-        receiver.AddTask(CheckTask(CopyValue(L, 1, TaskDepth)));
-        return true;
-    } catch (std::exception const& reason) {
-        mistake = Prefix(place) + reason.what();
-        return false;
-    }
+    return Accept([&] {
+        Place const place = ScriptState::CurrentPlace(L);
+        Under(Prefix(place), [&] { receiver.AddTask(CheckTask(CopyValue(L, 1, TaskDepth, room))); });
+    });
 }
 
 BlockConfig const* ScriptBinding::AcceptBlock(lua_State* L) {
-    Place place = ScriptState::CurrentPlace(L);
-    try {
-        BlockConfig block = CheckBlock(CopyValue(L, 1, BlockDepth));
-        block.Where = place;
-        return &receiver.AddBlock(std::move(block));
-    } catch (ProjectError const& reason) {
-        if (!reason.Variable().empty()) {
-            place.Line = receiver.LineOfVariable(place, reason.Variable(), reason.Occurrence());
+    BlockConfig const* accepted = nullptr;
+    Accept([&] {
+        Place place = ScriptState::CurrentPlace(L);
+        try {
+            BlockConfig block = CheckBlock(CopyValue(L, 1, BlockDepth, room));
+            block.Where = place;
+            accepted = &receiver.AddBlock(std::move(block));
+        } catch (ProjectError const& reason) {
+            if (!reason.Variable().empty()) {
+                place.Line = receiver.LineOfVariable(place, reason.Variable(), reason.Occurrence());
+            }
+            throw ProjectError(Prefix(place) + reason.what());
+        } catch (std::exception const& reason) {
+            throw ProjectError(Prefix(place) + reason.what());
         }
-        mistake = Prefix(place) + reason.what();
-    } catch (std::exception const& reason) {
-        mistake = Prefix(place) + reason.what();
-    }
-    return nullptr;
+    });
+    return accepted;
+}
+
+bool ScriptBinding::AcceptMade() {
+    return Accept([&] {
+        if (!receiver.BlockMade()) {
+            throw ProjectError("the add-in made no block");
+        }
+    });
 }
 
 }  // namespace workbench

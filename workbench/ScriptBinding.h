@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include "Project.h"
@@ -38,6 +39,9 @@ public:
     // BACnet.new.
     bool Install(lua_State* L);
 
+    // How many octets the script may hand over from now on.
+    void GiveRoom(std::size_t octets) { room = octets; }
+
 private:
     // Each first does what needs C++ objects, in a function of its own, and only then what may jump out of
     // it.
@@ -50,14 +54,18 @@ private:
     static int After(lua_State* L);
     int RaiseMistake(lua_State* L) const;
 
-    // All leave the text in mistake when they fail.
+    // All leave the text in mistake when they fail, and none throws.
+    template <class Body>
+    bool Accept(Body const& body);
     bool AcceptTask(lua_State* L);
     bool AcceptSet(lua_State* L);
     bool AcceptAfter(double seconds, int reference);
     BlockConfig const* AcceptBlock(lua_State* L);
+    bool AcceptMade();
 
     Receiver& receiver;
     std::string mistake;
+    std::size_t room = 0;
 };
 
 }  // namespace workbench

@@ -25,6 +25,12 @@ function _G.print(...)
     for i = 1, texts.n do texts[i] = tostring(texts[i]) end
     stderr:write(concat(texts, "\t"), "\n")
 end
+local searchpath, preloaded = package.searchpath, package.searchers[1]
+package.searchers = {preloaded, function(name)
+    local file, message = searchpath(name, package.path)
+    if not file then return message end
+    return assert(loadfile(file, "t")), file
+end}
 os.exit, string.dump, package.loadlib, package.cpath = nil, nil, nil, ""
 )";
 

@@ -1,5 +1,6 @@
 #include "BACnet_protocol.h"
 
+#include <atomic>
 #include <cstddef>
 
 #include "BaseField.h"
@@ -62,16 +63,15 @@ BACnetProtocol::~BACnetProtocol() {
 }
 
 std::string BACnetProtocol::getId() {
-    static int connectionCounter = 0;
+    static std::atomic<int> connectionCounter{0};
     return "DORVEL_Connect_" + std::to_string(connectionCounter++);
 }
 
 void BACnetProtocol::RegAsLuaType() {
-    static bool registered = false;
-    if (registered) {
+    static std::atomic<bool> registered{false};
+    if (registered.exchange(true)) {
         return;
     }
-    registered = true;
     if (RegisterExternalSTLib(_ShortName(), SCADA_API::ScadaObj<BACnetProtocol>::RegFBType) != 0) {
         OpcUa_Trace_Imp(TraceLevelError, __FILE__, __LINE__,
                         "BACnetProtocol: Already registred other type with name '%s'", _ShortName());

@@ -25,8 +25,7 @@ public:
 
     static char const* _ShortName() { return "BACnet"; }
     static char const* _FullName() { return "TYPES.StandardFB.BACnet"; }
-    // "DORVEL_Connect_" and a number that counts from 0, for hosts that name their connections. Not for
-    // several threads at once.
+    // "DORVEL_Connect_" and a number that counts from 0, for hosts that name their connections.
     static std::string getId();
     // Registers the block type; only the first call in a process does anything. A name that another add-in
     // has taken leaves a trace and no type.

@@ -48,6 +48,7 @@ public:
 
 private:
     static T* GetUserObject(lua_State* L);
+    static bool RunMetaTable(lua_State* L);
     static bool IsFunction(char const* name);
 };
 
@@ -69,11 +70,12 @@ int ScadaObj<T>::New(lua_State* L) {
     luaL_checktype(L, std::max(1, lua_gettop(L)), LUA_TTABLE);
     void* room = lua_newuserdatauv(L, sizeof(T), 1);
     T* object = nullptr;
+    // Between the object and the metatable that destroys it stands nothing that can raise an error.
+    lua_getfield(L, LUA_REGISTRYINDEX, T::_ShortName());
     GuardLuaCall(L, [&] {
         object = new (room) T;
         return 0;
     });
-    lua_getfield(L, LUA_REGISTRYINDEX, T::_ShortName());
     lua_setmetatable(L, -2);
     return GuardLuaCall(L, [&] {
         lua_pushvalue(L, -2);
@@ -164,15 +166,21 @@ int ScadaObj<T>::RegFBType(lua_State* L) {
     luaL_setfuncs(L, Lib_f, 0);
     lua_setglobal(L, T::_ShortName());
 
-    std::string const text = MetaTable();
-    if (luaL_loadbufferx(L, text.data(), text.size(), T::_ShortName(), nullptr) == LUA_OK &&
-        lua_pcallk(L, 0, LUA_MULTRET, 0, 0, nullptr) == LUA_OK) {
+    if (RunMetaTable(L)) {
         return 1;
     }
     char const* message = lua_tostring(L, -1);
     logMsg("%s\n", message ? message : "");
     lua_settop(L, -2);
     return -1;
+}
+
+// Loads and runs the declaration. Neither call raises a Lua error; a failure leaves its message on the stack.
+template <class T>
+bool ScadaObj<T>::RunMetaTable(lua_State* L) {
+    std::string const text = MetaTable();
+    return luaL_loadbufferx(L, text.data(), text.size(), T::_ShortName(), nullptr) == LUA_OK &&
+           lua_pcallk(L, 0, LUA_MULTRET, 0, 0, nullptr) == LUA_OK;
 }
 
 template <class T>

@@ -1,6 +1,7 @@
 #include "dorvel/BaseLuaObj.h"
 
 #include <cstring>
+#include <exception>
 #include <lua.hpp>
 
 #include "LuaCall.h"
@@ -57,7 +58,12 @@ void BaseLuaObj::Init(lua_State* L) {
     lua_pushvalue(L, -1);
     int const reference = luaL_ref(L, LUA_REGISTRYINDEX);
     dorvel::GuardLua(L, [&] {
-        runtime->Enter(*block, reference);
+        try {
+            runtime->Enter(*block, reference);
+        } catch (std::exception const&) {
+            luaL_unref(L, LUA_REGISTRYINDEX, reference);
+            throw;
+        }
         return 0;
     });
 }

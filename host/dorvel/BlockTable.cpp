@@ -1,6 +1,7 @@
 // The blocks of a runtime.
 
 #include <algorithm>
+#include <lua.hpp>
 
 #include "RuntimeImpl.h"
 #include "dorvel/ScadaProtocol.h"
@@ -8,8 +9,15 @@
 namespace dorvel {
 
 void Runtime::Impl::Forget(ScadaProtocol const& block) {
-    auto const isBlock = [&](auto const& entry) { return entry->Block == &block; };
-    Blocks.erase(std::remove_if(Blocks.begin(), Blocks.end(), isBlock), Blocks.end());
+    auto const entry = std::find_if(Blocks.begin(), Blocks.end(),
+                                    [&](auto const& candidate) { return candidate->Block == &block; });
+    if (entry == Blocks.end()) {
+        return;
+    }
+    if (lua_checkstack(L, 2)) {
+        luaL_unref(L, LUA_REGISTRYINDEX, (*entry)->Reference);
+    }
+    Blocks.erase(entry);
 }
 
 BlockEntry* Runtime::Impl::Find(ScadaProtocol const& block) {

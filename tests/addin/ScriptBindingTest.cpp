@@ -340,6 +340,15 @@ TEST_F(RefusingScript, OperationThatThrowsIsALuaErrorAndTheBlockLives) {
     EXPECT_EQ(Refusing::alive, 0);
 }
 
+TEST_F(Script, BlockThatAScriptDestroysIsLetGoByItsRuntime) {
+    dorvel::Runtime const runtime(L);
+    EXPECT_EQ(Run("local weak = setmetatable({BACnet.new{}}, {__mode = 'v'})\n"
+                  "getmetatable(weak[1]).__gc(weak[1])\n"
+                  "collectgarbage() collectgarbage() return weak[1] == nil"),
+              "true");
+    EXPECT_TRUE(runtime.Blocks().empty());
+}
+
 TEST(LuaGuard, TextOfAnExceptionIsCutAt255Characters) {
     std::unique_ptr<lua_State, void (*)(lua_State*)> state(luaL_newstate(), lua_close);
     lua_pushcfunction(state.get(), [](lua_State* L) {

@@ -98,6 +98,15 @@ TEST_F(WritePhase, FollowsACleanPollWithTheValueOfTheWriteChannel) {
     EXPECT_EQ(log.Text(), "");
 }
 
+TEST_F(WritePhase, PassesOverAVariableWhoseWriteFlagIsClearWhateverItsChannelHolds) {
+    Set(AddWritable(1), Double(1));
+    block->Inited();
+    block->Device()->Tags().at(ObjectTypeEnum::Analog_Input).at(1).at(0)->descriptor->IsWrite = 0;
+    Cycle();
+    EXPECT_EQ(network.SentDatagrams().size(), 1u) << "the poll alone";
+    EXPECT_EQ(Descriptor().LastWritten.GetType(), OpcUaType_Null) << "the write condition is not asked";
+}
+
 TEST_F(WritePhase, TakesFieldAndTypeOfTheWriteChannel) {
     Set(AddWritable(1, OpcUaType_Int32, "setpoint"), Double(1.8), "setpoint");
     block->Inited();

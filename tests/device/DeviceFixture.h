@@ -42,6 +42,7 @@ protected:
 
     dorvel::BACnet::TBACnet& MakeDevice(DeviceParameters const& parameters = {}) {
         device.reset();
+        RecordSeed("texts", parameters.address + "\n" + parameters.mac);
         NLInitSocket(&socket);
         auto* peer = new sockaddr_in();
         NLMakeAddress(peer, IPAddressFromString("127.0.0.1"), 47808);

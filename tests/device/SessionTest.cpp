@@ -223,6 +223,20 @@ TEST_F(PollCycle, BudgetLargerThanOneFailureIsRestoredByAnAnswer) {
     EXPECT_EQ(network.SentDatagrams().size(), 4u);
 }
 
+TEST_F(PollCycle, FailureThatCostsMoreThanIsLeftOfTheBudgetEndsThePoll) {
+    MakeImpatientDevice();
+    device->Settings().repeatCount = 3;
+    device->Settings().errorLimit = 2;
+    AddVariable(code::AnalogInput, code::PresentValue, 1);
+    AddVariable(code::AnalogInput, code::PresentValue, 2);
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        network.ExpectAny();
+    }
+    Poll();
+    EXPECT_TRUE(device->HasFault());
+    EXPECT_EQ(network.SentDatagrams().size(), 3u);
+}
+
 TEST_F(PollCycle, CountRepeat0IsAFaultWithoutADatagram) {
     DeviceParameters parameters;
     parameters.countRepeat = 0;

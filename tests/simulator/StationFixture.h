@@ -35,12 +35,15 @@ protected:
 
     // The answers to a datagram, whole.
     std::vector<std::string> send(Octets const& datagram, simulator::Endpoint const& sender = kClient) {
+        RecordDatagram(datagram);
         return hex(station->receive({sender, datagram}, now));
     }
 
     // The answers to an APDU from the local network: their APDUs, in hexadecimal.
     std::vector<std::string> ask(std::string const& apdu, simulator::Endpoint const& sender = kClient) {
-        return apdus(station->receive({sender, unicast(Hex("01 04") + Hex(apdu))}, now));
+        Octets const datagram = unicast(Hex("01 04") + Hex(apdu));
+        RecordDatagram(datagram);
+        return apdus(station->receive({sender, datagram}, now));
     }
 
     // The only answer to an APDU.

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "Seeds.h"
+
 namespace test {
 
 using Octets = std::vector<char>;
@@ -26,6 +28,7 @@ inline Octets Hex(std::string_view text) {
             value = 0;
         }
     }
+    RecordSeed("octets", octets);
     return octets;
 }
 

@@ -119,6 +119,7 @@ public:
         }
         auto const* first = static_cast<char const*>(data);
         sent.push_back({elapsed, ports.at(handle), peer, Octets(first, first + length)});
+        RecordDatagram(sent.back().datagram);
         for (Delivery& delivery : AnswersTo(sent.back().datagram)) {
             Enqueue(std::move(delivery));
         }
@@ -166,6 +167,7 @@ private:
 
     // In the queue a delivery's delay is the time of its arrival.
     void Enqueue(Delivery delivery) {
+        RecordDatagram(delivery.datagram);
         delivery.delay += elapsed;
         arriving.push_back(std::move(delivery));
     }

@@ -19,6 +19,7 @@ constexpr auto utf8 = EncodingTypeEnum::Utf8;
 std::string const noon = "B4 0C 00 00 00 ";
 
 ExceptionScheduleValue Events(std::string const& text) {
+    test::RecordSeed("texts", text);
     return ExceptionScheduleValue(text, utf8);
 }
 
@@ -149,6 +150,10 @@ TEST(ExceptionSchedule, RunsOnAgainstTheEventAheadOfOneWithoutEntries) {
     EXPECT_EQ(ReadText(full + empty + empty), fullText + ";");
     EXPECT_EQ(ReadText(empty), "");
     EXPECT_EQ(ReadText(empty + full), fullText + ";");
+}
+
+TEST(ExceptionScheduleParser, LosesTheSemicolonThatEndsTheTextOfALastEntryAndAddsNone) {
+    EXPECT_EQ(ReadText("1C 01 80 00 07 2E " + noon + "73 00 61 3B 2F 39 05"), "3,7,5,12000000,7,2,a");
 }
 
 TEST(ExceptionSchedule, WithoutEntriesIsWrittenWithAnEmptyList) {

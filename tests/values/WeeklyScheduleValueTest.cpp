@@ -42,6 +42,7 @@ std::string TailWritten(std::string const& tail) {
 }
 
 WeeklyScheduleValue Week(std::string const& text) {
+    test::RecordSeed("texts", text);
     return WeeklyScheduleValue(text, utf8);
 }
 

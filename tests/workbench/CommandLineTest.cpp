@@ -1,11 +1,14 @@
 #include "CommandLine.h"
 
+#include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <sstream>
 
 #include "ExitCode.h"
 #include "Workbench.h"
+#include "dorvelshare/HostEnvironment.h"
 
 using namespace workbench;
 
@@ -131,10 +134,12 @@ TEST_F(CommandLine, AnAddInThatIsNotThere) {
 }
 
 TEST_F(CommandLine, ALibraryThatIsNoAddIn) {
-    char const* const arguments[] = {"dorvel-workbench", "run", "a.lua", "--addin",
-                                     "/lib/x86_64-linux-gnu/libc.so.6"};
+    Dl_info hostLibrary = {};
+    ASSERT_NE(dladdr(reinterpret_cast<void const*>(&dorvel::Environment), &hostLibrary), 0);
+    std::string const path = std::filesystem::absolute(hostLibrary.dli_fname);
+    char const* const arguments[] = {"dorvel-workbench", "run", "a.lua", "--addin", path.c_str()};
     EXPECT_EQ(Main(5, arguments, out, err), ExitAddIn);
-    EXPECT_EQ(err.str(), "the add-in /lib/x86_64-linux-gnu/libc.so.6 has no InitAddin\n");
+    EXPECT_EQ(err.str(), "the add-in " + path + " has no InitAddin\n");
 }
 
 }  // namespace

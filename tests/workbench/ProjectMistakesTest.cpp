@@ -99,7 +99,7 @@ TEST_F(ProjectMistakes, NumbersOfABlock) {
     EXPECT_EQ(InBlock(named + ", NetworkNumber=65536"),
               "field \"NetworkNumber\": 65536 is not within 0..65535");
     EXPECT_EQ(InBlock(named + ", Timeout=1.5"), "field \"Timeout\": a whole number is wanted, not 1.5");
-    EXPECT_EQ(InBlock(named + ", Timeout=0/0"), "field \"Timeout\": a whole number is wanted, not -nan");
+    EXPECT_EQ(InBlock(named + ", Timeout=0/0"), "field \"Timeout\": a whole number is wanted, not nan");
     EXPECT_EQ(InBlock(named + ", Priority=17"), "field \"Priority\": 17 is not within 0..16");
     EXPECT_EQ(InBlock(named + ", ExecuteOnSlave=1"),
               "field \"ExecuteOnSlave\": true or false is wanted, not 1");

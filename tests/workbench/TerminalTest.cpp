@@ -204,7 +204,6 @@ TEST(Signals, AreGivenBack) {
 }
 
 TEST(Signals, TheSecondOneDoesNotWait) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
     auto const twice = [] {
         Signals const signals([] {
             char const text[] = "restored\n";

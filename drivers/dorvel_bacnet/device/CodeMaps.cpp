@@ -1,11 +1,15 @@
 #include "CodeMaps.h"
 
+#include <mutex>
+
 namespace dorvel::BACnet {
 
 std::map<int, ObjectTypeEnum> objectTypesMap;
 std::map<int, PropertyIdentifierEnum> propertyTypesMap;
 
 namespace {
+
+std::mutex mapsMutex;
 
 template <class Enum>
 struct CodeRow {
@@ -83,6 +87,7 @@ constexpr CodeRow<PropertyIdentifierEnum> propertyRows[] = {
 }  // namespace
 
 void InitObjectTypesMap() {
+    std::lock_guard<std::mutex> const lock(mapsMutex);
     for (auto const& row : objectTypeRows) {
         objectTypesMap[row.configurationNumber] = row.code;
     }
@@ -92,10 +97,12 @@ void InitObjectTypesMap() {
 }
 
 ObjectTypeEnum GetBacnetObjectType(int configurationNumber) {
+    std::lock_guard<std::mutex> const lock(mapsMutex);
     return objectTypesMap[configurationNumber];
 }
 
 PropertyIdentifierEnum GetPropertyType(int configurationNumber) {
+    std::lock_guard<std::mutex> const lock(mapsMutex);
     return propertyTypesMap[configurationNumber];
 }
 

@@ -50,7 +50,7 @@ TBACnet::TBACnet(NLSocket& deviceSocket, sockaddr_in* devicePeer, unsigned short
 }
 
 TBACnet::~TBACnet() {
-    if (socket && socket->open != 0) {
+    if (socket->open != 0) {
         NLCloseSocket(socket);
     }
     for (auto const& [type, objects] : tags) {

@@ -158,7 +158,7 @@ std::unique_ptr<TagBase> ExceptionScheduleValue::Period(int form, std::vector<st
         range->AddSubTag(DateTag(PresentField(fields, 1)));
         range->AddSubTag(DateTag(PresentField(fields, 2)));
         entry->AddSubTag(std::move(range));
-    } else if (form == weekNDayForm) {
+    } else {
         entry->AddSubTag(WeekNDayTag(gfv(fields, 1)));
     }
     return entry;

@@ -16,6 +16,7 @@
 namespace test {
 
 inline std::unique_ptr<PDU> ParseApdu(Octets octets) {
+    RecordSeed("apdus", octets);
     FakeStream stream(octets);
     return PduParser::Parse(stream);
 }

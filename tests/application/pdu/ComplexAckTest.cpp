@@ -88,6 +88,14 @@ TEST(ComplexAck, ComparesTheServiceAcksAndNoHeaderField) {
     EXPECT_FALSE(low.Equals(low));
 }
 
+TEST(ComplexAck, SortsAmongOtherPdusByItsType) {
+    ComplexAck ack = AckOf(5);
+    ForgedPdu simple(PduTypeEnum::SimpleAck);
+    ForgedPdu abort(PduTypeEnum::Abort);
+    EXPECT_EQ(ack.Compare(simple), 1);
+    EXPECT_EQ(ack.Compare(abort), -4);
+}
+
 TEST(ComplexAck, SegmentSortsBeforeAnAckWithServiceData) {
     ComplexAck ack = AckOf(0);
     ComplexAck segment = SegmentOf("AA");

@@ -40,6 +40,13 @@ TEST(RejectPdu, IsThreeOctetsWithTheLowOctetOfTheReason) {
     EXPECT_EQ(ToHex(RejectPdu().GetBytes()), "60 00 00");
 }
 
+TEST(RejectPdu, SettersReachTheWire) {
+    RejectPdu reject;
+    reject.SetOriginalInvokeId(static_cast<char>(0x85));
+    reject.SetReason(ReasonEnum::InvalidTag);
+    EXPECT_EQ(ToHex(reject.GetBytes()), "60 85 04");
+}
+
 TEST(RejectPdu, MessageOfReason9IsUnrecognizedServiceAndOf10Unknown) {
     EXPECT_EQ(RejectPdu::Message(static_cast<ReasonEnum>(9)), "UnrecognizedService");
     EXPECT_EQ(RejectPdu::Message(static_cast<ReasonEnum>(10)), "UnknownReason");

@@ -124,7 +124,8 @@ TEST_F(Protocol, AFaultPausesForTheReconnectInterval) {
     EXPECT_TRUE(block.Cycle());
     EXPECT_FALSE(block.Cycle());
     sockaddr_in sender{};
-    network.Receive(0, sender, nullptr, 0, 500);  // time passes
+    char nothing = 0;
+    network.Receive(0, sender, &nothing, 0, 500);  // time passes
     EXPECT_TRUE(block.Cycle());
 }
 

@@ -18,6 +18,7 @@ using Parts = std::vector<std::string>;
 
 // The octets of an address text, or how it was refused.
 std::string Parsed(std::string const& text) {
+    test::RecordSeed("texts", text);
     try {
         return ToHex(AddressParser::ParseAddress(text));
     } catch (ParseException const& error) {

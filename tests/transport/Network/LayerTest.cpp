@@ -65,6 +65,17 @@ TEST_F(NetworkLayer, ReceivesSourceExpectingReplyAndDataOnly) {
     EXPECT_TRUE(indication.physicalDestination.empty());
 }
 
+TEST_F(NetworkLayer, SourceAndExpectingReplyAreToldApart) {
+    Deliver("81 0A 00 07 01 04 30");
+    auto const local = layer.Receive();
+    EXPECT_TRUE(local.expectingReply);
+    EXPECT_FALSE(local.hasSource);
+    Deliver("81 0A 00 0B 01 08 00 07 01 2A 30");
+    auto const routed = layer.Receive();
+    EXPECT_FALSE(routed.expectingReply);
+    EXPECT_TRUE(routed.hasSource);
+}
+
 TEST_F(NetworkLayer, NetworkMessagesAreHandedOnLikeAnApdu) {
     Deliver("81 0A 00 09 01 80 01 00 05");
     EXPECT_EQ(ToHex(layer.Receive().data), "00 05");

@@ -14,7 +14,7 @@ using ParserRegistry = std::map<Choice, std::shared_ptr<Parser>>;
 template <class Choice, class Parser>
 Parser& FindParser(ParserRegistry<Choice, Parser> const& registry, Choice choice) {
     auto const entry = registry.find(choice);
-    if (entry == registry.end() || !entry->second) {
+    if (entry == registry.end()) {
         throw FormatErrorException();
     }
     return *entry->second;

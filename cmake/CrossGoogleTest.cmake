@@ -1,0 +1,12 @@
+# GoogleTest for the target, from its sources: Debian's libgtest-dev has the libraries for this machine only.
+set(googletest /usr/src/googletest/googletest)
+foreach(library gtest:gtest-all gtest_main:gtest_main)
+    string(REPLACE ":" ";" pair "${library}")
+    list(GET pair 0 name)
+    list(GET pair 1 source)
+    add_library(${name} STATIC EXCLUDE_FROM_ALL "${googletest}/src/${source}.cc")
+    add_library(GTest::${name} ALIAS ${name})
+    target_include_directories(${name} SYSTEM PUBLIC "${googletest}/include" PRIVATE "${googletest}")
+    target_compile_options(${name} PRIVATE -w)
+    target_link_libraries(${name} PUBLIC Threads::Threads)
+endforeach()

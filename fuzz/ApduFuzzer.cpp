@@ -1,0 +1,124 @@
+// An APDU as the driver parses it: the PDU is of the octets' type, and what it writes is read as the same.
+#include <cstddef>
+#include <cstdint>
+
+#include "AbortPdu.h"
+#include "ComplexAck.h"
+#include "ConfirmedRequestPdu.h"
+#include "ErrorPdu.h"
+#include "Exceptions.h"
+#include "FakeStream.h"
+#include "PduParser.h"
+#include "ReadPropertyAck.h"
+#include "ReadPropertyMultipleAck.h"
+#include "RejectPdu.h"
+#include "Require.h"
+#include "SimpleAck.h"
+#include "SupportInformation.h"
+
+using fuzz::Require;
+
+namespace {
+
+using Octets = std::vector<char>;
+
+// The PDU, or null if it was refused with one of the exceptions that callers of a parser handle.
+std::unique_ptr<PDU> ParseOrRefuse(Octets const& apdu) {
+    FakeStream stream(apdu);
+    try {
+        return PduParser::Parse(stream);
+    } catch (ParseException const&) {
+    } catch (SupportInformationException const&) {
+    } catch (ArgumentOutOfRangeException const&) {
+    }
+    return nullptr;
+}
+
+void RequireSupportedValues(ReadPropertyMultipleAck const& ack, std::size_t size) {
+    Require(ack.GetValues().size() <= 127, "an ack has no more values than its list has places");
+    Require(ack.GetValues().size() * 4 <= size, "a value takes four octets or more");
+    for (auto const& [property, value] : ack.GetValues()) {
+        Require(value != nullptr, "a property has a value");
+        SupportInformation::GetInstance()->GetPropertyInfo(ack.GetObjectId().GetObjectType(), property);
+    }
+}
+
+void RequireAck(ComplexAck const& ack, Octets apdu) {
+    Require(ack.GetInvokeId() == apdu[1], "an ack has its invoke id");
+    Require(ack.GetSegmentedMessage() == (ack.GetServiceAck() == nullptr), "a segment alone has no service");
+    if (ack.GetSegmentedMessage()) {
+        apdu[0] = static_cast<char>(apdu[0] & 0xFC);
+        Require(ack.GetBytes() == apdu, "a segment is written as it came, but for the reserved bits");
+    } else if (auto const* multiple = dynamic_cast<ReadPropertyMultipleAck const*>(ack.GetServiceAck())) {
+        RequireSupportedValues(*multiple, apdu.size());
+    }
+}
+
+void RequireFits(PDU& pdu, Octets const& apdu) {
+    Require(static_cast<int>(pdu.PduType()) == static_cast<unsigned char>(apdu[0]) >> 4,
+            "a PDU is of the type that its first octet tells");
+    Octets const head{static_cast<char>(apdu[0] & 0xF0), apdu[1], apdu[2]};
+    Octets const written = pdu.GetBytes();
+    switch (pdu.PduType()) {
+        case PduTypeEnum::SimpleAck:
+        case PduTypeEnum::Reject:
+            Require(written == head, "a short PDU is written as it came");
+            break;
+        case PduTypeEnum::Error:
+            Require(Octets(written.begin(), written.begin() + 3) == head,
+                    "an error's head is written as it came");
+            Require(dynamic_cast<ErrorPdu&>(pdu).GetError() != nullptr, "an error PDU has an error");
+            break;
+        case PduTypeEnum::Abort:
+            Require(dynamic_cast<AbortPdu&>(pdu).GetOriginalInvokeId() == apdu[1],
+                    "an abort has its invoke id");
+            Require(dynamic_cast<AbortPdu&>(pdu).GetWireInvokeId() == 0, "an abort's wire pair stays 0");
+            break;
+        case PduTypeEnum::ConfirmedRequest:
+            Require(dynamic_cast<ConfirmedRequestPdu&>(pdu).GetInvokeId() == apdu[2],
+                    "a request has its invoke id");
+            Require(dynamic_cast<ConfirmedRequestPdu&>(pdu).GetServiceRequest() != nullptr,
+                    "a request has a service");
+            break;
+        case PduTypeEnum::ComplexAck:
+            RequireAck(dynamic_cast<ComplexAck&>(pdu), apdu);
+            break;
+    }
+}
+
+// Whether the driver writes this so that it can be read again: property numbers have one octet, data up to
+// 253.
+bool IsWritable(PDU const& pdu, Octets const& written) {
+    auto const* const ack = dynamic_cast<ComplexAck const*>(&pdu);
+    auto const* const single = ack ? dynamic_cast<ReadPropertyAck const*>(ack->GetServiceAck()) : nullptr;
+    if (single == nullptr) {
+        return true;
+    }
+    // A schedule is read as a text, and written as one.
+    bool const isSchedule = single->GetPropertyIdentifier() == PropertyIdentifierEnum::Exception_Schedule ||
+                            single->GetPropertyIdentifier() == PropertyIdentifierEnum::Weekly_Schedule;
+    return static_cast<int>(single->GetPropertyIdentifier()) < 256 && !isSchedule && written.size() < 254;
+}
+
+void RequireSameAgain(PDU& pdu) {
+    Octets const written = pdu.GetBytes();
+    if (!IsWritable(pdu, written)) {
+        return;
+    }
+    if (auto const again = ParseOrRefuse(written)) {
+        Require(again->GetBytes() == written, "what was written is read as what writes the same");
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
+    Octets const apdu(data, data + size);
+    if (auto const pdu = ParseOrRefuse(apdu)) {
+        Require(size >= 3, "no PDU has less than three octets");
+        RequireFits(*pdu, apdu);
+        RequireSameAgain(*pdu);
+    }
+    Require(PduParser::PduParsers.size() == 6, "the registry does not grow");
+    return 0;
+}

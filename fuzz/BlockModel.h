@@ -1,0 +1,162 @@
+#pragma once
+
+#include <lua.hpp>
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "BACnet_protocol.h"
+#include "Require.h"
+
+namespace fuzz {
+
+// What the script has to find in the fields of one block.
+class BlockModel {
+public:
+    enum Kind { Integer, LongInteger, Boolean, Text, List };
+
+    struct Field {
+        char const* name;
+        Kind kind;
+    };
+
+    static constexpr std::array<Field, 16> fields = {{{"FaultItemId", LongInteger},
+                                                      {"ErrorTextItemId", LongInteger},
+                                                      {"ExecuteItemId", LongInteger},
+                                                      {"ConnectItemId", LongInteger},
+                                                      {"WriteItemId", LongInteger},
+                                                      {"WriteCondition", Integer},
+                                                      {"ExecuteOnSlave", Boolean},
+                                                      {"WriteOnSlave", Boolean},
+                                                      {"Vars", List},
+                                                      {"Address", Text},
+                                                      {"MAC", Text},
+                                                      {"Timeout", Integer},
+                                                      {"CountRepeat", Integer},
+                                                      {"AddressNumber", Integer},
+                                                      {"NetworkNumber", Integer},
+                                                      {"Priority", Integer}}};
+
+    // -1 for a key that names no field.
+    static int Find(std::string_view key) {
+        for (std::size_t i = 0; i < fields.size(); ++i) {
+            if (key == fields[i].name) {
+                return static_cast<int>(i);
+            }
+        }
+        return -1;
+    }
+
+    BlockModel() {
+        Put("Address", "127.0.0.1:47808");
+        Put("MAC", "255.255.255.255:47808");
+        Put("Timeout", 1000);
+        Put("CountRepeat", 3);
+        Put("AddressNumber", 1);
+    }
+
+    // The value at the stack place goes into the field. Leaves the stack, and the value in it, as they were.
+    void Set(int field, lua_State* L, int place) {
+        int const top = lua_gettop(L);
+        lua_pushvalue(L, place);
+        Value& value = values.at(static_cast<std::size_t>(field));
+        switch (fields.at(static_cast<std::size_t>(field)).kind) {
+            case Boolean:
+                value.number = lua_type(L, -1) != LUA_TNIL && !IsFalse(L);
+                break;
+            case Text:
+                value.text = TextOf(L);
+                break;
+            case List:
+                value.number = static_cast<long long>(lua_rawlen(L, -1));
+                break;
+            case Integer:
+                value.number = static_cast<int>(WholeNumberOf(L));
+                break;
+            case LongInteger:
+                value.number = WholeNumberOf(L);
+                break;
+        }
+        value.isKnown = true;
+        lua_settop(L, top);
+    }
+
+    // The assignment ended in an error: the field has the value of before or the new one.
+    void Forget(int field) { values.at(static_cast<std::size_t>(field)).isKnown = false; }
+
+    // The value on top of the stack is what the script has got from the field.
+    void RequireGot(int field, lua_State* L) const {
+        Value const& value = values.at(static_cast<std::size_t>(field));
+        switch (fields.at(static_cast<std::size_t>(field)).kind) {
+            case Boolean:
+                Require(lua_isboolean(L, -1), "a boolean is got as one");
+                Require(!value.isKnown || lua_toboolean(L, -1) == value.number, "a boolean is as set");
+                break;
+            case Text:
+                Require(lua_type(L, -1) == LUA_TSTRING, "a text is got as one");
+                Require(!value.isKnown || TextOf(L) == value.text, "a text is as set");
+                break;
+            case List:
+                Require(lua_isnil(L, -1), "the variables are not got");
+                break;
+            default:
+                Require(lua_isinteger(L, -1) != 0, "a number is got as an integer");
+                Require(!value.isKnown || lua_tointeger(L, -1) == value.number, "a number is as set");
+        }
+    }
+
+    // The list is not seen by a script, but by its block.
+    void RequireVariables(dorvel::BACnet::BACnetProtocol const& block) const {
+        Value const& value = values.at(static_cast<std::size_t>(Find("Vars")));
+        Require(!value.isKnown || block.Vars.size() == static_cast<std::size_t>(value.number),
+                "the block has the variables of the list");
+    }
+
+private:
+    struct Value {
+        bool isKnown = true;
+        long long number = 0;
+        std::string text;
+    };
+
+    void Put(char const* name, long long number) {
+        values.at(static_cast<std::size_t>(Find(name))).number = number;
+    }
+    void Put(char const* name, char const* text) {
+        values.at(static_cast<std::size_t>(Find(name))).text = text;
+    }
+
+    static bool IsFalse(lua_State* L) { return lua_isboolean(L, -1) && lua_toboolean(L, -1) == 0; }
+
+    // Of the copy on top of the stack, which may become a text.
+    static std::string TextOf(lua_State* L) {
+        std::size_t length = 0;
+        char const* const text = lua_tolstring(L, -1, &length);
+        return text ? std::string(text, length) : std::string();
+    }
+
+    // As the manual of Lua (3.4.3) has it: an integer, a float with an integral value, a text of either; all
+    // else is 0. May push.
+    static long long WholeNumberOf(lua_State* L) {
+        if (lua_type(L, -1) == LUA_TSTRING) {
+            std::string const text = TextOf(L);
+            if (lua_stringtonumber(L, text.c_str()) != text.size() + 1) {
+                return 0;
+            }
+        }
+        lua_Integer number = 0;
+        if (lua_isinteger(L, -1)) {
+            return lua_tointeger(L, -1);
+        }
+        return lua_isnumber(L, -1) && lua_numbertointeger(lua_tonumber(L, -1), &number) &&
+                       static_cast<lua_Number>(number) == lua_tonumber(L, -1)
+                   ? number
+                   : 0;
+    }
+
+    std::array<Value, fields.size()> values;
+};
+
+}  // namespace fuzz

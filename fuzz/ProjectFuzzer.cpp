@@ -1,0 +1,92 @@
+// The workbench's loader of projects, with the real add-in: a text is a project, or ends in one line that
+// says what is wrong and where.
+#include <cctype>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "Addin.h"
+#include "LoadedProject.h"
+#include "ProjectError.h"
+#include "Require.h"
+#include "SourceText.h"
+#include "dorvelshare/HostEnvironment.h"
+#include "dorvelshare/Trace.h"
+
+using fuzz::Require;
+
+namespace {
+
+// A world without a network.
+class DeadNetwork final : public dorvel::HostEnvironment {
+public:
+    int Open(unsigned short) override { return 3; }
+    unsigned short LocalPort(int) override { return 47809; }
+    void Close(int) override {}
+    bool Send(int, sockaddr_in const&, void const*, int) override { return true; }
+    int Receive(int, sockaddr_in&, void*, int, int) override { return -1; }
+    long long Now() override { return 133485408000000000; }
+    long long LocalTimeDiff() override { return 0; }
+};
+
+// In front of every text, on its first line: an input must not reach the disk or other programs, and what
+// Lua's own library does without end is stopped by the end of the process, which would end the fuzzer too.
+constexpr char fence[] =
+    "io, os, package, require, dofile, loadfile, print = nil "
+    "string.find, string.match, string.gmatch, string.gsub, string.rep, table.move, table.concat = nil ";
+
+workbench::ScriptLimits Limits() {
+    workbench::ScriptLimits limits;
+    limits.Time = std::chrono::milliseconds(200);
+    limits.Memory = std::size_t{8} << 20;
+    return limits;
+}
+
+bool HasPlace(std::string const& message) {
+    std::size_t const digits = message.find_first_not_of("0123456789", 2);
+    return message.compare(0, 2, "p:") == 0 && digits > 2 && message.compare(digits, 2, ": ") == 0;
+}
+
+// What an error that is no mistake of the workbench's own checks says has its place from Lua, but for those
+// that a script raises without one, and those of what was called in place of a return.
+void RequireMessage(std::string const& message) {
+    Require(message.compare(0, 2, "p:") == 0, "a message begins with the file");
+    for (unsigned char const c : message) {
+        Require(c >= 0x20 && c != 0x7F, "a message is one line");
+    }
+    bool const isCheck = message.compare(0, 9, "p: block ") == 0 || message.compare(0, 9, "p: task: ") == 0 ||
+                         message.compare(0, 8, "p: Set: ") == 0;
+    Require(!isCheck || HasPlace(message), "a mistake in a table has its line");
+}
+
+void Load(std::string const& text) {
+    workbench::LoadedProject project("p", {{"host", "192.168.1.20:47808"}}, Limits());
+    try {
+        project.Load(workbench::SourceText(fence + text));
+    } catch (workbench::ProjectError const& mistake) {
+        RequireMessage(mistake.what());
+        return;
+    }
+    Require(!project.Blocks().empty() && !project.Tasks().empty(), "a project has blocks and tasks");
+    for (workbench::BlockConfig const& block : project.Blocks()) {
+        Require(block.Protocol != nullptr && !block.Name.empty() && !block.Variables.empty(),
+                "a block has a driver, a name and variables");
+        Require(block.Protocol->Vars.size() == block.Variables.size(), "the driver has all variables");
+    }
+    project.TakeSets();
+    project.CallDue();
+    project.Runtime().RunOnce();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
+    static int const added = dorvel::BACnet::Init();
+    Require(added == 0, "the add-in starts");
+    static DeadNetwork network;
+    dorvel::SetEnvironment(&network);
+    dorvel::SetLogSink([](std::string_view) {});
+    Load(std::string(reinterpret_cast<char const*>(data), size));
+    return 0;
+}

@@ -1,0 +1,218 @@
+#include "FaultCommand.h"
+
+#include <charconv>
+#include <iomanip>
+#include <sstream>
+
+#include "FaultReader.h"
+#include "Mistake.h"
+#include "Suggestion.h"
+
+namespace simulator {
+
+namespace {
+
+using Words = std::vector<std::string>;
+using Targets = std::vector<CommandTarget>;
+
+// Splits at spaces; quotation marks keep them.
+Words wordsOf(std::string const& line) {
+    Words words;
+    bool isQuoted = false;
+    bool isInside = false;
+    for (char const c : line) {
+        bool const isSpace = c == ' ' || c == '\t' || c == '\r';
+        if (isSpace && !isQuoted) {
+            isInside = false;
+            continue;
+        }
+        if (!isInside) {
+            words.emplace_back();
+            isInside = true;
+        }
+        if (c == '"') {
+            isQuoted = !isQuoted;
+        } else {
+            words.back() += static_cast<unsigned char>(c) < ' ' ? '?' : c;
+        }
+    }
+    if (isQuoted) {
+        throw Mistake("a quotation mark is missing");
+    }
+    return words;
+}
+
+template <class Number>
+bool isAll(std::string const& text, Number& number) {
+    auto const result = std::from_chars(text.data(), text.data() + text.size(), number);
+    return result.ec == std::errc() && result.ptr == text.data() + text.size();
+}
+
+// What a device file would have: a number, true or false, or a text.
+ScriptValue valueOf(std::string const& text) {
+    ScriptValue value;
+    if (isAll(text, value.integer)) {
+        value.type = ScriptValue::Type::Integer;
+        value.number = static_cast<double>(value.integer);
+    } else if (isAll(text, value.number)) {
+        value.type = ScriptValue::Type::Number;
+    } else if (text == "true" || text == "false") {
+        value.type = ScriptValue::Type::Boolean;
+        value.boolean = text == "true";
+    } else {
+        value.type = ScriptValue::Type::Text;
+        value.text = text;
+    }
+    return value;
+}
+
+// analog_input:1 as {"analog_input", 1}
+ScriptValue objectOf(std::string const& text) {
+    std::size_t const colon = text.find(':');
+    if (colon == std::string::npos) {
+        throw Mistake("object: must be an object like analog_input:1, not \"" + text + "\"");
+    }
+    ScriptValue object;
+    object.type = ScriptValue::Type::Table;
+    object.list = {valueOf(text.substr(0, colon)), valueOf(text.substr(colon + 1))};
+    return object;
+}
+
+ScriptField fieldOf(std::string const& word) {
+    std::size_t const equals = word.find('=');
+    if (equals == std::string::npos) {
+        throw Mistake("must be key=value, not \"" + word + "\"");
+    }
+    std::string const name = word.substr(0, equals);
+    std::string const text = word.substr(equals + 1);
+    return {name, name == "object" ? objectOf(text) : valueOf(text)};
+}
+
+Targets targetsOf(std::string const& name, Targets const& all) {
+    Targets found;
+    Words names;
+    for (CommandTarget const& target : all) {
+        names.push_back(target.name);
+        if (name == "*" || name == target.name) {
+            found.push_back(target);
+        }
+    }
+    if (found.empty()) {
+        throw Mistake("unknown device \"" + name + "\"" + suggestion(name, names));
+    }
+    return found;
+}
+
+std::string told(Targets const& targets, std::string const& what) {
+    std::string text;
+    for (CommandTarget const& target : targets) {
+        text += target.name + ": " + what + "\n";
+    }
+    return text;
+}
+
+std::string addFault(Words const& words, Targets const& all) {
+    if (words.size() < 3) {
+        throw Mistake("must be: fault NAME KIND [key=value ...]");
+    }
+    Targets const targets = targetsOf(words[1], all);
+    ScriptValue given;
+    given.type = ScriptValue::Type::Table;
+    given.kind = words[0];
+    given.list = {ScriptValue()};
+    given.list[0].type = ScriptValue::Type::Text;
+    given.list[0].text = words[2];
+    for (std::size_t i = 3; i < words.size(); ++i) {
+        given.fields.push_back(fieldOf(words[i]));
+    }
+    Fault const fault = readFault(given);
+    for (CommandTarget const& target : targets) {
+        if (!target.faults->add(fault)) {
+            throw Mistake(target.name + " has " + std::to_string(Faults::kMost) + " faults already");
+        }
+    }
+    return told(targets, textOf(fault));
+}
+
+std::string clear(Words const& words, Targets const& all) {
+    if (words.size() != 2) {
+        throw Mistake("must be: clear NAME");
+    }
+    Targets const targets = targetsOf(words[1], all);
+    for (CommandTarget const& target : targets) {
+        target.faults->clear();
+    }
+    return told(targets, "no faults");
+}
+
+std::string list(Words const&, Targets const& all) {
+    std::string text;
+    for (CommandTarget const& target : all) {
+        auto const faults = target.faults->list();
+        for (Fault const& fault : faults) {
+            text += target.name + ": " + textOf(fault) + "\n";
+        }
+        text += faults.empty() ? target.name + ": no faults\n" : "";
+    }
+    return text;
+}
+
+std::string help(Words const&, Targets const&) {
+    return faultHelp();
+}
+
+struct Command {
+    char const* name;
+    std::string (*run)(Words const&, Targets const&);
+};
+
+constexpr Command kCommands[] = {{"fault", addFault}, {"clear", clear}, {"faults", list}, {"help", help}};
+
+std::string run(Words const& words, Targets const& targets) {
+    Words names;
+    for (Command const& command : kCommands) {
+        names.emplace_back(command.name);
+        if (words[0] == command.name) {
+            try {
+                return command.run(words, targets);
+            } catch (Mistake const& mistake) {
+                throw mistake.in(command.name);
+            }
+        }
+    }
+    throw Mistake("unknown command \"" + words[0] + "\"" + suggestion(words[0], names));
+}
+
+}  // namespace
+
+CommandAnswer runFaultCommand(std::string const& line, std::vector<CommandTarget> const& targets) try {
+    if (line.size() > kLongestCommand) {
+        throw Mistake("the line is longer than " + std::to_string(kLongestCommand) + " octets");
+    }
+    Words const words = wordsOf(line);
+    return {false, words.empty() ? "" : run(words, targets)};
+} catch (Mistake const& mistake) {
+    return {true, std::string(mistake.what()) + "\n"};
+}
+
+std::string faultHelp() {
+    std::ostringstream text;
+    text << "fault NAME KIND [key=value ...]   a fault of a device; * stands for all devices\n"
+            "clear NAME                        end all faults of a device\n"
+            "faults                            list them\n"
+            "help                              show this text\n\n";
+    for (FaultRow const& row : kFaults) {
+        text << "  " << std::left << std::setw(23) << row.name << row.text;
+        std::string separator = " (";
+        for (std::string const& field : fieldsOf(row)) {
+            text << separator << field;
+            separator = ", ";
+        }
+        text << (separator == ", " ? ")\n" : "\n");
+    }
+    text << "\nFor each: on=read|write|any object=TYPE:INSTANCE chance=0..1 every=N seed=N\n"
+            "          after=SECONDS duration=SECONDS times=N\n";
+    return text.str();
+}
+
+}  // namespace simulator

@@ -1,0 +1,103 @@
+#pragma once
+
+#include <deque>
+
+#include "Faults.h"
+#include "NetworkLayer.h"
+#include "Station.h"
+
+namespace simulator {
+
+// A datagram to be sent once `delay` has passed; `fromElsewhere`, from another address than the device's.
+struct Delivery {
+    Datagram datagram;
+    std::chrono::milliseconds delay{0};
+    bool fromElsewhere = false;
+};
+
+// A station whose answers to confirmed requests go wrong as its faults say; without faults it is the station.
+// What else it sends, such as I-Am, is left alone. Nothing makes it throw or crash, and what it remembers is
+// bounded: kMostExchanges exchanges and as many peers, of each a datagram or two.
+//
+// A fault meets a whole exchange: the answer, all its segments, and what is repeated of them. Of several
+// faults of one exchange those of segments act first, and then the others, as they were added. An answer that
+// a fault of a segment needs in segments and that is not in segments passes untouched; EndlessSegments makes
+// a plain ComplexACK the first segment. WrongObject, UnaskedProperty and OddList change the ack before it is
+// cut into segments, and only acks of reads; OddList only those of ReadPropertyMultiple. A request that
+// Silence, NetworkMessage, Error, Reject or Abort meets is not carried out; with all other faults a write is,
+// whatever becomes of its answer. PreviousAnswer gives the first datagram that the exchange before with this
+// peer should have got, nothing if there was none, and no further segments. LostSegment goes on with the next
+// segment as if the missing one had been acknowledged. EndlessSegments answers each Segment-ACK with a window
+// of further segments until the fault is cleared or over, or the client aborts; then with nothing. Without
+// acknowledgement none follow: a client that takes one datagram for each of its own is kept busy longest by
+// exactly one answer to each.
+class FaultyStation {
+public:
+    static constexpr std::size_t kMostExchanges = 32;
+
+    // With the faults of the device's settings.
+    explicit FaultyStation(Device device);
+
+    std::vector<Delivery> receive(Datagram const& datagram, Moment const& now);
+    std::vector<Delivery> tick(Moment const& now);
+
+    Faults& faults() { return m_faults; }
+    Faults const& faults() const { return m_faults; }
+    Device const& device() const { return m_station.device(); }
+    void onWrite(Device::WriteObserver observer) { m_station.onWrite(std::move(observer)); }
+
+private:
+    // A request that faults have met.
+    struct Exchange {
+        Peer peer;
+        std::uint8_t invokeId = 0;
+        std::vector<Faults::Hit> hits;
+        bool isOver = false;            // nothing more is to be sent
+        std::optional<Octets> endless;  // the first segment of an answer without end
+        std::uint64_t sent = 0;         // segments of that
+    };
+
+    // The answer to the last request of a peer, as it should have been.
+    struct Memory {
+        Endpoint endpoint;
+        Octets answer;
+    };
+
+    using Deliveries = std::vector<Delivery>;
+
+    Deliveries receiveRequest(Datagram const& datagram, NetworkLayer::Indication const& indication,
+                              Moment const& now);
+    Deliveries receiveSegmentAck(Datagram const& datagram, NetworkLayer::Indication const& indication,
+                                 Moment const& now);
+    Deliveries serve(Datagram const& datagram, NetworkLayer::Indication const& indication, Exchange& exchange,
+                     Moment const& now);
+    Deliveries continueEndless(Exchange& exchange, std::uint8_t acknowledged, std::uint8_t window);
+
+    Deliveries disturbed(Exchange& exchange, Deliveries deliveries, Moment const& now);
+    void disturb(Exchange& exchange, Faults::Hit const& hit, Deliveries& deliveries, Moment const& now);
+    void disturbEach(Faults::Hit const& hit, Deliveries& deliveries, Moment const& now);
+    Octets garbage(Faults::Hit const& hit);
+    void recall(Exchange& exchange, Deliveries& deliveries);
+    void makeEndless(Exchange& exchange, Fault const& fault, Deliveries& deliveries);
+    void loseSegment(Exchange const& exchange, std::uint32_t segment, Deliveries& deliveries,
+                     Moment const& now);
+    void swapSegments(Exchange const& exchange, std::uint32_t segment, Deliveries& deliveries,
+                      Moment const& now);
+    Deliveries acknowledged(Exchange const& exchange, std::uint32_t segment, Moment const& now);
+    void filterAck(std::uint8_t serviceChoice, Octets& content, std::size_t& longestApdu) const;
+
+    Exchange* exchangeOf(Datagram const& answer);
+    Exchange* find(Peer const& peer, std::uint8_t invokeId);
+    void forget(Peer const& peer, std::uint8_t invokeId);
+    void remember(Endpoint const& endpoint, Deliveries const& deliveries);
+
+    Station m_station;
+    NetworkLayer m_network;
+    Faults m_faults;
+    std::deque<Exchange> m_exchanges;
+    std::deque<Memory> m_memories;
+    std::optional<Octets> m_previous;    // the answer before, of the peer that is being answered
+    Exchange const* m_served = nullptr;  // while the station makes its answer
+};
+
+}  // namespace simulator

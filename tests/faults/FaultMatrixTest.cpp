@@ -1,0 +1,238 @@
+// Every fault of a device on every path, once, for a while and for ever: what the block reports, how long its
+// cycle takes, when it is good again, and that nothing else is touched by it and nothing is left of it.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+#include <tuple>
+
+#include "FaultTable.h"
+#include "Heap.h"
+
+using namespace test;
+
+namespace {
+
+constexpr Path AllPaths[] = {Path::Plain, Path::Segmented, Path::Routed, Path::Write};
+constexpr Lifetime AllLifetimes[] = {Lifetime::Once, Lifetime::While, Lifetime::Ever};
+
+// Cycles that a disturbance lasts, by Lifetime.
+constexpr int DisturbedCycles[] = {1, 3, 12};
+// How long a block that stays behind is watched.
+constexpr int WatchedCycles = 10;
+// Datagrams of the driver in one cycle, after which its device is cut off: more than any exchange that ends.
+constexpr long long Patience = 600;
+
+std::vector<Disturbance> AllDisturbances() {
+    std::vector<Disturbance> all;
+    for (int i = 0; i < static_cast<int>(Disturbance::Count); ++i) {
+        all.push_back(static_cast<Disturbance>(i));
+    }
+    return all;
+}
+
+// What the bystander's device is asked when all is well: the octets of one request after the other.
+std::vector<simulator::Octets> const& UndisturbedRequests() {
+    static std::vector<simulator::Octets> const requests = [] {
+        Plant plant(Path::Plain);
+        for (int cycle = 0; cycle < 100; ++cycle) {
+            plant.Run();
+        }
+        return plant.TakeBystanderRequests();
+    }();
+    return requests;
+}
+
+// One cell: a plant of its own, disturbed for a lifetime.
+class Disturbed {
+public:
+    Disturbed(Disturbance disturbance, Path path, Lifetime lifetime)
+        : expected(RowOf(disturbance, path).Of(lifetime)),
+          sizes(Plant::SizesOf(path)),
+          undisturbed(UndisturbedRequests()),
+          plant(path) {
+        plant.Settle();
+        CheckBystander();
+        octetsBefore = HeapOctets();
+        simulator::Fault fault = FaultOf(disturbance, path);
+        if (lifetime == Lifetime::Once) {
+            fault.times = 1;
+        }
+        plant.Faults().add(fault);
+        for (int cycle = 0; cycle < DisturbedCycles[static_cast<std::size_t>(lifetime)]; ++cycle) {
+            plant.CutOffAfter(Patience);
+            Note(plant.Run());
+            isHeld = isHeld || plant.IsCutOff();
+        }
+        plant.CutOffAfter(Plant::Never);
+        plant.Faults().clear();
+    }
+
+    void CheckRecovery() {
+        int const badCycles = expected.recovery == Recovery::Next     ? 0
+                              : expected.recovery == Recovery::Second ? 1
+                                                                      : WatchedCycles;
+        for (int cycle = 0; cycle < badCycles; ++cycle) {
+            EXPECT_EQ(Next(), Report::Fault) << "cycle " << cycle << " after it";
+        }
+        if (expected.recovery != Recovery::Behind) {
+            for (int cycle = 0; cycle < WatchedCycles; ++cycle) {
+                EXPECT_EQ(Next(), Report::Good) << "cycle " << cycle << " of those that are to be good";
+            }
+        }
+    }
+
+    // With the device silent for as long as old answers take to be read away.
+    void CheckNothingIsLeft() {
+        plant.Settle();
+        EXPECT_EQ(Next(), Report::Good);
+        plant.Settle();
+        CheckBystander();
+        std::string().swap(log);
+        EXPECT_EQ(HeapOctets(), octetsBefore);
+    }
+
+    Expectation const expected;
+    Sizes const sizes;
+    Report worst = Report::Good;
+    long long longest = 0;
+    bool isHeld = false;  // a cycle did not end by itself
+    std::string log;
+
+private:
+    void Note(Plant::Cycle const& cycle) {
+        worst = std::max(worst, cycle.report);
+        longest = std::max(longest, cycle.duration);
+        log += cycle.log;
+        EXPECT_TRUE(cycle.isBystanderGood);
+        EXPECT_EQ(cycle.bystanderDuration, 0);
+    }
+
+    Report Next() {
+        Plant::Cycle const cycle = plant.Run();
+        EXPECT_TRUE(cycle.isBystanderGood);
+        log += cycle.log;
+        return cycle.report;
+    }
+
+    void CheckBystander() {
+        for (simulator::Octets const& request : plant.TakeBystanderRequests()) {
+            EXPECT_EQ(request, undisturbed.at(bystanderRequests));
+            ++bystanderRequests;
+        }
+    }
+
+    std::vector<simulator::Octets> const& undisturbed;  // made before the plant: there is one at a time
+    Plant plant;
+    std::size_t bystanderRequests = 0;
+    long long octetsBefore = 0;
+};
+
+// Takes the lines that may be in a log out of it.
+std::string WithoutLines(std::string log, std::vector<std::string> const& lines) {
+    for (std::string const& line : lines) {
+        for (auto place = log.find(line); place != std::string::npos; place = log.find(line)) {
+            log.erase(place, line.size());
+        }
+    }
+    return log;
+}
+
+using Cell = std::tuple<Disturbance, Path>;
+
+// The words of a text, each with a capital letter, without anything between them.
+std::string Joined(std::string const& text) {
+    std::string joined;
+    bool startsWord = true;
+    for (char const c : text) {
+        bool const isPartOfWord = std::isalnum(static_cast<unsigned char>(c)) != 0;
+        if (isPartOfWord) {
+            joined += static_cast<char>(startsWord ? std::toupper(c) : c);
+        }
+        startsWord = !isPartOfWord;
+    }
+    return joined;
+}
+
+std::string NameOfCell(testing::TestParamInfo<Cell> const& info) {
+    return Joined(NameOf(std::get<Disturbance>(info.param))) + "_" +
+           Joined(NameOf(std::get<Path>(info.param)));
+}
+
+class FaultMatrix : public testing::TestWithParam<Cell> {};
+
+TEST_P(FaultMatrix, IsAsTheTableSays) {
+    auto const [disturbance, path] = GetParam();
+    bool hasLogged = false;
+    FaultRow const& row = RowOf(disturbance, path);
+    for (Lifetime const lifetime : AllLifetimes) {
+        SCOPED_TRACE(std::string("lifetime ") + std::to_string(static_cast<int>(lifetime)));
+        Disturbed run(disturbance, path, lifetime);
+        EXPECT_EQ(run.worst, run.expected.report);
+        EXPECT_LE(run.longest, run.expected.longest->milliseconds(run.sizes)) << run.expected.longest->text;
+        EXPECT_EQ(run.isHeld, disturbance == Disturbance::EndlessSegments && path != Path::Write);
+        if (lifetime != Lifetime::Ever) {
+            run.CheckRecovery();
+        }
+        EXPECT_EQ(WithoutLines(run.log, row.log), "");
+        hasLogged = hasLogged || !run.log.empty();
+        run.CheckNothingIsLeft();
+    }
+    EXPECT_EQ(hasLogged, !row.log.empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(All, FaultMatrix,
+                         testing::Combine(testing::ValuesIn(AllDisturbances()), testing::ValuesIn(AllPaths)),
+                         NameOfCell);
+
+TEST(FaultTable, HasEveryFaultOfTheSimulator) {
+    for (simulator::FaultRow const& row : simulator::kFaults) {
+        auto const all = AllDisturbances();
+        EXPECT_TRUE(std::any_of(all.begin(), all.end(), [&row](Disturbance disturbance) {
+            return FaultOf(disturbance, Path::Plain).kind == row.kind;
+        })) << row.name;
+    }
+}
+
+// A bound that nothing comes near to would hold for anything.
+TEST(FaultTable, EveryBoundIsReached) {
+    for (FaultRow const& row : FaultTable()) {
+        for (Lifetime const lifetime : AllLifetimes) {
+            SCOPED_TRACE(std::string(NameOf(row.disturbances.front())) + ", " + NameOf(row.paths.front()) +
+                         ", lifetime " + std::to_string(static_cast<int>(lifetime)));
+            Expectation const& expected = row.Of(lifetime);
+            long long longest = 0;
+            for (Disturbance const disturbance : row.disturbances) {
+                for (Path const path : row.paths) {
+                    longest = std::max(longest, Disturbed(disturbance, path, lifetime).longest);
+                }
+            }
+            bool const isLate = row.disturbances.front() == Disturbance::LongDelay;
+            long long const bound = expected.longest->milliseconds(Plant::SizesOf(row.paths.front()));
+            EXPECT_GE(longest, isLate ? bound / 10 : bound);
+        }
+    }
+}
+
+// DORVEL_PRINT_TABLE=1 fault_test --gtest_filter=FaultTable.StandsInTheDocument prints what belongs there.
+TEST(FaultTable, StandsInTheDocument) {
+    if (std::getenv("DORVEL_PRINT_TABLE")) {
+        std::fputs(FaultTableText().c_str(), stdout);
+    }
+    std::ostringstream document;
+    document << std::ifstream(RELIABILITY_DOCUMENT).rdbuf();
+    std::string const text = document.str();
+    std::string const begin = "<!-- fault table: begin -->\n";
+    std::string const end = "<!-- fault table: end -->";
+    auto const from = text.find(begin);
+    auto const to = text.find(end);
+    ASSERT_NE(from, std::string::npos);
+    ASSERT_NE(to, std::string::npos);
+    EXPECT_EQ(text.substr(from + begin.size(), to - from - begin.size()), FaultTableText());
+}
+
+}  // namespace

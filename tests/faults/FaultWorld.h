@@ -1,0 +1,103 @@
+#pragma once
+
+#include <functional>
+#include <list>
+#include <map>
+#include <utility>
+#include <vector>
+
+#include "FaultyStation.h"
+#include "dorvelshare/HostEnvironment.h"
+
+namespace test {
+
+// A network of simulated devices under the driver, in virtual time: put in place of the operating system
+// while it lives, one at a time. Waiting moves the clock, and the clock moves the devices; nothing sleeps.
+// For one thread.
+class FaultWorld final : public dorvel::HostEnvironment {
+public:
+    // Datagrams that a socket keeps until they are taken; further ones are lost, as operating systems do it.
+    static constexpr std::size_t SocketRoom = 64;
+    // How often, in milliseconds, the devices get the time.
+    static constexpr long long TickPeriod = 250;
+
+    // Throws std::logic_error while there is another one.
+    FaultWorld();
+    ~FaultWorld() override { dorvel::SetEnvironment(nullptr); }
+    FaultWorld(FaultWorld const&) = delete;
+    FaultWorld& operator=(FaultWorld const&) = delete;
+
+    // Puts a device at an address, in place of one that was there.
+    simulator::FaultyStation& Place(simulator::Endpoint const& endpoint, simulator::Device device);
+
+    // Milliseconds since the beginning.
+    long long Elapsed() const { return elapsed; }
+    // Lets time pass.
+    void Pass(long long milliseconds) { AdvanceTo(elapsed + milliseconds); }
+
+    // Cuts the way to a device off after so many further datagrams, Never for not at all: an exchange that
+    // the device would keep alive without end then ends too.
+    static constexpr long long Never = -1;
+    void CutOffAfter(simulator::Endpoint const& peer, long long datagrams) {
+        cutOffPeer = peer;
+        sendsLeft = datagrams;
+    }
+    bool IsCutOff() const { return sendsLeft == 0; }
+
+    // A datagram that nobody asked for, from a device to the socket that has sent to it last.
+    void Inject(simulator::Endpoint const& from, long long delay, simulator::Octets octets);
+    // Called with every datagram of the driver, before it is answered.
+    void Watch(std::function<void()> watcher) { onSend = std::move(watcher); }
+
+    // Every datagram of the driver to this address, one after the other, while recording.
+    void Record(simulator::Endpoint const& peer) { recordedPeer = peer; }
+    std::vector<simulator::Octets> TakeRecord() { return std::exchange(record, {}); }
+
+    // Datagrams that are under way or wait in a socket.
+    std::size_t Waiting() const;
+    int OpenSockets() const { return static_cast<int>(sockets.size()); }
+
+    int Open(unsigned short port) override;
+    unsigned short LocalPort(int handle) override { return sockets.at(handle).port; }
+    void Close(int handle) override { sockets.erase(handle); }
+    bool Send(int handle, sockaddr_in const& peer, void const* data, int length) override;
+    int Receive(int handle, sockaddr_in& sender, void* buffer, int size, int timeout) override;
+    long long Now() override;
+    long long LocalTimeDiff() override { return 0; }
+
+private:
+    struct Arrival {
+        simulator::Endpoint sender;
+        simulator::Octets octets;
+    };
+    struct Socket {
+        unsigned short port = 0;
+        simulator::Endpoint lastPeer;
+        std::multimap<long long, Arrival> arrivals;  // by the time of arrival
+    };
+    struct Device {
+        Device(simulator::Endpoint const& where, simulator::Device what)
+            : endpoint(where), station(std::move(what)) {}
+
+        simulator::Endpoint endpoint;
+        simulator::FaultyStation station;
+    };
+
+    simulator::Moment Moment() const;
+    void AdvanceTo(long long time);
+    void Deliver(simulator::Endpoint const& from, std::vector<simulator::Delivery> deliveries);
+
+    std::list<Device> devices;  // a station cannot be moved
+    std::map<int, Socket> sockets;
+    simulator::Endpoint recordedPeer;
+    std::vector<simulator::Octets> record;
+    std::function<void()> onSend;
+    int nextHandle = 0;
+    unsigned short nextFreePort = 50000;
+    long long elapsed = 0;
+    long long nextTick = TickPeriod;
+    simulator::Endpoint cutOffPeer;
+    long long sendsLeft = Never;
+};
+
+}  // namespace test

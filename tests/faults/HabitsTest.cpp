@@ -1,0 +1,150 @@
+// What installed devices and their controllers rely on, or put up with: the driver is to go on doing it, and
+// the document on reliability tells what an operator sees of it.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "BACnet_protocol.h"
+#include "FaultTable.h"
+#include "Heap.h"
+#include "Hex.h"
+
+using namespace test;
+using simulator::Fault;
+using simulator::FaultKind;
+
+namespace {
+
+Fault Once(FaultKind kind) {
+    Fault fault = simulator::makeFault(kind);
+    fault.times = 1;
+    return fault;
+}
+
+// The most that the heap holds while the driver acknowledges so many segments.
+long long HighestHeap(long long segments) {
+    Plant plant(Path::Plain);
+    plant.Settle();
+    long long highest = 0;
+    plant.World().Watch([&highest] { highest = std::max(highest, HeapOctets()); });
+    long long const before = HeapOctets();
+    plant.Faults().add(Once(FaultKind::EndlessSegments));
+    plant.CutOffAfter(segments);
+    plant.Run();
+    EXPECT_TRUE(plant.IsCutOff());
+    return highest - before;
+}
+
+TEST(Habits, AnAnswerWithoutEndIsKeptAs256SegmentsAtMost) {
+    long long const some = HighestHeap(300);
+    EXPECT_EQ(HighestHeap(3000), some);
+    EXPECT_LT(some, 256 * 1024);
+}
+
+TEST(Habits, SegmentsHoldTheCycleForAsLongAsTheyCome) {
+    Plant plant(Path::Plain);
+    Fault fault = Once(FaultKind::EndlessSegments);
+    fault.delay = std::chrono::milliseconds(900);
+    fault.count = 500;
+    plant.Faults().add(fault);
+    EXPECT_GE(plant.Run().duration, 500 * 900);
+    EXPECT_EQ(plant.Run().report, Report::Good);
+}
+
+TEST(Habits, ForeignAnswersAfterAWriteHoldTheCycleForAsLongAsTheyCome) {
+    Plant plant(Path::Write);
+    plant.Settle();
+    EXPECT_EQ(plant.Run().duration, Wait);
+    constexpr int Answers = 50;
+    constexpr long long Distance = 900;
+    for (int answer = 1; answer <= Answers; ++answer) {
+        plant.Inject(Plant::Pause + answer * Distance, Hex("81 0A 00 09 01 00 20 FE 0F"));
+    }
+    Plant::Cycle const held = plant.Run();
+    EXPECT_EQ(held.duration, Answers * Distance + Wait);
+    EXPECT_EQ(held.report, Report::Good);
+    EXPECT_EQ(plant.Run().duration, Wait);
+}
+
+// Each request gets the answer to the one before, until one of them stays without.
+TEST(Habits, OneLateAnswerKeepsTheBlockInFaultUntilAnAnswerIsLost) {
+    Plant plant(Path::Plain);
+    Fault fault = Once(FaultKind::Delay);
+    fault.delay = std::chrono::milliseconds(LongDelay);
+    plant.Faults().add(fault);
+    EXPECT_EQ(plant.Run().report, Report::Good);
+    for (int cycle = 0; cycle < 100; ++cycle) {
+        EXPECT_EQ(plant.Run().report, Report::Fault);
+    }
+    plant.Faults().add(Once(FaultKind::Silence));
+    EXPECT_EQ(plant.Run().report, Report::Good);
+    EXPECT_EQ(plant.Run().report, Report::Good);
+}
+
+// A waiting answer is read away with each attempt that the device does not answer.
+TEST(Habits, ACycleWithoutTheDeviceReadsAsManyOldAnswersAwayAsThereAreAttempts) {
+    Plant plant(Path::Plain);
+    plant.Settle();
+    Fault fault = Once(FaultKind::Duplicate);
+    fault.times = Plant::Attempts;
+    plant.Faults().add(fault);
+    EXPECT_EQ(plant.Run().report, Report::Fault);
+    EXPECT_EQ(plant.Run().report, Report::Fault);
+    plant.CutOffAfter(0);
+    EXPECT_EQ(plant.Run().report, Report::Fault);
+    plant.CutOffAfter(Plant::Never);
+    EXPECT_EQ(plant.Run().report, Report::Good);
+}
+
+TEST(Habits, ASegmentedReadAndAWriteCostOneWaitMoreEach) {
+    EXPECT_EQ(Plant(Path::Plain).Run().duration, 0);
+    EXPECT_EQ(Plant(Path::Segmented).Run().duration, Plant::SizesOf(Path::Segmented).objects * Wait);
+    EXPECT_EQ(Plant(Path::Write).Run().duration, Wait);
+}
+
+// An answer is cut at every place, with the length in its header as it was and as it then is. Only a segment
+// whose header fits again cannot be told from a whole one: what it then says is believed if it can be read.
+TEST(Habits, AnAnswerThatIsCutAnywhereIsAskedForAgain) {
+    for (Path const path : {Path::Plain, Path::Segmented, Path::Routed, Path::Write}) {
+        Plant plant(path);
+        Sizes const sizes = Plant::SizesOf(path);
+        for (int cut = 0; cut < 120; ++cut) {
+            plant.Settle();
+            Fault fault = Once(FaultKind::Truncate);
+            fault.octet = static_cast<std::size_t>(cut / 2);
+            fault.mends = cut % 2 == 0;
+            fault.on = path == Path::Write ? simulator::FaultScope::Write : simulator::FaultScope::Read;
+            plant.Faults().add(fault);
+            Plant::Cycle const cycle = plant.Run();
+            bool const isBelieved = path == Path::Segmented && fault.mends && cycle.report == Report::Wrong;
+            EXPECT_TRUE(cycle.report == Report::Good || isBelieved) << NameOf(path) << ", " << fault.octet;
+            EXPECT_LE(cycle.duration, (sizes.objects + 1) * Wait) << NameOf(path) << ", " << fault.octet;
+        }
+    }
+}
+
+// The configuration may still hold what such a block has gathered: it is left to it.
+TEST(Habits, ABlockWhoseAddressIsRefusedLeavesItsVariablesBehind) {
+    using dorvel::BACnet::BACnetProtocol;
+    std::map<std::string, OpcUa_VariantHlp> properties;
+    ScadaProtocol::ReadChannel const read;
+    auto const store = std::make_shared<VariableStore>();
+    LuaDataProvider provider(store, nullptr);
+    long long const before = HeapOctets();
+    auto block = std::make_unique<BACnetProtocol>();
+    block->Address = "no address";
+    block->SetDataProvider(&provider);
+    block->AddChannel(&read, nullptr, properties);
+    block->Inited();
+    auto left = block->PendingChannels();
+    block.reset();
+    ASSERT_EQ(left.size(), 1u);
+    long long const list = static_cast<long long>(left.capacity() * sizeof left[0]);
+    EXPECT_EQ(HeapOctets() - before - list,
+              static_cast<long long>(sizeof(DriverVarDsc) + sizeof(dorvel::BACnet::VelaBufferParameters)));
+    delete left[0]->descriptor;
+    delete left[0];
+}
+
+}  // namespace

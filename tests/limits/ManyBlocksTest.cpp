@@ -1,0 +1,143 @@
+// 1,000 blocks in one process, made by a script and run by the runtime's tasks.
+
+#include <algorithm>
+#include <chrono>
+
+#include "LimitFixture.h"
+#include "Plant.h"
+
+using namespace test;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr int Many = 1000;
+constexpr int Tasks = 10;
+constexpr int RoutedPorts = 20;
+constexpr auto Patience = 60s;  // only a failing test waits that long
+
+// So many blocks; further fields as Lua text.
+void AddBlocks(Plant& plant, int count, std::string const& fields = "") {
+    for (int number = 0; number < count; ++number) {
+        plant.Add("CountRepeat = 1, " + fields);
+    }
+}
+
+int Answered(Plant const& plant) {
+    auto const& ids = plant.Ids();
+    return static_cast<int>(
+        std::count_if(ids.begin(), ids.end(), [&plant](long long id) { return plant.NumberOf(id) == 42; }));
+}
+
+std::vector<LineAnswer> AnswerReads(int, Octets const& request) {
+    return {{ValueOf42(request)}};
+}
+
+class ManyBlocks : public LimitFixture {};
+
+TEST_F(ManyBlocks, ArePolledOnceEachAndEachHasASocketOfItsOwn) {
+    LineNetwork network(AnswerReads);
+    {
+        Plant plant(Tasks);
+        AddBlocks(plant, Many);
+        EXPECT_EQ(network.OpenSockets(), 0u) << "a socket is opened at its first use";
+        plant.Runtime().RunOnce();
+        EXPECT_EQ(Answered(plant), Many);
+        EXPECT_EQ(plant.Faults(), 0);
+        EXPECT_EQ(network.TotalSent(), static_cast<unsigned long>(Many));
+        EXPECT_EQ(network.Ports().size(), static_cast<std::size_t>(Many));
+    }
+    EXPECT_EQ(network.OpenSockets(), 0u) << "all are closed with their blocks";
+}
+
+TEST_F(ManyBlocks, AreRunByTheThreadsOfTheirTasks) {
+    constexpr unsigned Cycles = 5;
+    LineNetwork network(AnswerReads);
+    Plant plant(Tasks);
+    AddBlocks(plant, Many);
+    plant.Runtime().Start(Cycles);
+    EXPECT_TRUE(plant.Runtime().WaitFinished(Patience));
+    plant.Runtime().Stop();
+    EXPECT_EQ(Answered(plant), Many);
+    EXPECT_EQ(plant.Faults(), 0);
+    EXPECT_EQ(network.TotalSent(), static_cast<unsigned long>(Many) * Cycles);
+}
+
+// The ports above BACnet/IP's own are for the first 20 blocks behind routers; the others take any free one.
+TEST_F(ManyBlocks, BehindRoutersShareTheTwentyPortsAsFarAsTheyReach) {
+    LineNetwork network([](int, Octets const& request) {
+        Octets const object(request.begin() + 17, request.begin() + 21);
+        Octets const results = ResultOf(property::PresentValue, Real42Octets());
+        return std::vector<LineAnswer>{{WholeAnswer(request.at(14), ResultsOf(object, results))}};
+    });
+    {
+        Plant plant(Tasks);
+        AddBlocks(plant, Many, "NetworkNumber = 5, Address = '192.168.10.1:47808', MAC = '10:20',");
+        EXPECT_EQ(network.OpenSockets(), static_cast<std::size_t>(RoutedPorts));
+        EXPECT_EQ(*network.Ports().begin(), NLBasePort + 1);
+        EXPECT_EQ(*network.Ports().rbegin(), NLBasePort + RoutedPorts);
+        plant.Runtime().RunOnce();
+        EXPECT_EQ(network.OpenSockets(), static_cast<std::size_t>(Many));
+        EXPECT_EQ(Answered(plant), Many);
+    }
+    EXPECT_EQ(network.OpenSockets(), 0u);
+}
+
+// Where the system has no socket left, the blocks without one report it and the others are not touched; what
+// is freed serves the next cycle.
+TEST_F(ManyBlocks, BeyondTheSystemsSocketsReportAFaultUntilThereAreSome) {
+    LineNetwork network(AnswerReads);
+    network.LimitSockets(Many - 100);
+    Plant plant(Tasks);
+    AddBlocks(plant, Many);
+    plant.Runtime().RunOnce();
+    EXPECT_EQ(Answered(plant), Many - 100);
+    EXPECT_EQ(plant.Faults(), 100);
+    network.LimitSockets(Many);
+    plant.Runtime().RunOnce();
+    EXPECT_EQ(Answered(plant), Many);
+    EXPECT_EQ(plant.Faults(), 0);
+}
+
+TEST_F(ManyBlocks, TakeWorkAndMemoryInProportion) {
+    LineNetwork network(AnswerReads);
+    auto const live = [](int count, Allocations& poll, long long& held) {
+        AllocationWatch const watch;
+        Plant plant(Tasks);
+        AllocationWatch const blocks;
+        AddBlocks(plant, count);
+        held = blocks.Growth();
+        AllocationWatch const cycle;
+        plant.Runtime().RunOnce();
+        poll = cycle.Made();
+        return watch.Made();
+    };
+    Allocations smallPoll;
+    Allocations largePoll;
+    long long smallHeld = 0;
+    long long largeHeld = 0;
+    live(1, smallPoll, smallHeld);  // tables of the first use
+    Allocations const small = live(Many / 2, smallPoll, smallHeld);
+    Allocations const large = live(Many, largePoll, largeHeld);
+    EXPECT_LT(Ratio(large, small), 2.1);
+    EXPECT_LT(Ratio(largePoll, smallPoll), 2.1);
+    EXPECT_LT(static_cast<double>(largeHeld), 2.1 * static_cast<double>(smallHeld));
+    EXPECT_LT(largeHeld / Many, 8192) << "octets a block, beside Lua's";
+}
+
+TEST_F(ManyBlocks, MadeAndDestroyedAgainAndAgainLeaveNothing) {
+    LineNetwork network(AnswerReads);
+    auto const live = [] {
+        Plant plant(Tasks);
+        AddBlocks(plant, 100);
+        plant.Runtime().RunOnce();
+    };
+    live();  // tables of the first use
+    AllocationWatch const watch;
+    for (int round = 0; round < 10; ++round) {
+        live();
+    }
+    EXPECT_EQ(watch.Growth(), 0);
+}
+
+}  // namespace

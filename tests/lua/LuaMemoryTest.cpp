@@ -1,0 +1,285 @@
+// Lua and C++ may each run out of memory at any point of a script: a Lua error or an exception to the caller
+// then, with nothing leaked, nothing half made, and no exception of C++ through a call of Lua.
+
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+#include <limits.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <cstring>
+#include <exception>
+#include <string>
+#include <string_view>
+
+#include "BACnet_protocol.h"
+#include "FailingLua.h"
+#include "Heap.h"
+#include "LoadedProject.h"
+#include "LuaSandbox.h"
+#include "Mistake.h"
+#include "ScadaObj.h"
+#include "dorvel/Runtime.h"
+#include "dorvelshare/Trace.h"
+
+using test::FailingLua;
+
+namespace {
+
+using dorvel::BACnet::BACnetProtocol;
+
+std::string FileOf(void const* address) {
+    Dl_info info = {};
+    char path[PATH_MAX] = {};
+    return dladdr(address, &info) && realpath(info.dli_fname, path) ? path : "";
+}
+
+// The programs that use Lua are run twice, the second time with the Lua that was built as C++ in place of the
+// other.
+TEST(LuaLibrary, IsTheOneThatThisRunIsMeantFor) {
+    char const* const wanted = std::getenv("DORVEL_TEST_LUA");
+    std::string const file = FileOf(reinterpret_cast<void const*>(&lua_newstate));
+    EXPECT_EQ(file.find("-c++") != std::string::npos, wanted && std::string(wanted) == "c++") << file;
+}
+
+struct Reach {
+    bool stateMade = false;
+    bool librariesOpen = false;
+    int chunksRun = 0;
+};
+
+// Everything that a script can do with a block. Each piece is run for itself, so that an error ends it alone.
+constexpr char const* Chunks[] = {
+    "block = BACnet.new{ Address = '192.168.100.200:47808', MAC = 'a text that no small string can hold, of "
+    "a device',"
+    " Timeout = 250, Vars = {"
+    " { ReadId = 1, WriteId = 2, Type = 10, ObjectType = 0, ObjectNumber = 7, ObjectProperties = 21, Name = "
+    "'one' },"
+    " { ReadId = 3, ReadField = 'a field whose name is longer than a small string', Type = 23, ElementType = "
+    "10 } } }",
+    "block.MAC = 'another text that no small string can hold, of another device'",
+    "block.Timeout = 12.0; block.Address = 4711",
+    "text = block.MAC .. block.Address .. block.Timeout",
+    "copy = block.__clone(block); same = BACnet.new(copy)",
+    "text = BACnet.get(block, 'Address'); BACnet.set(block, 'Address', 'a third text that is longer than "
+    "small ones')",
+    "count = #block; fault = block.Fault; text = block.ErrorText; ran = block()",
+    "block.Fault = true",
+    "block.Nothing = 1",
+    "block.Vars = { { ReadId = 1, Type = 10, Name = 'a text that no small string can hold' }, { Type = "
+    "'none' } }",
+    "BACnet.new{ MAC = 'a text that no small string can hold', Vars = { { Type = 10, [1] = 2 } } }",
+    "BACnet.new(5)",
+    "BACnet.get(5)",
+};
+
+// The status of a chunk is one that Lua gives: an exception of C++ that gets as far as Lua is none of them.
+void RunChunks(lua_State* L, Reach& reach) {
+    for (char const* const chunk : Chunks) {
+        int status = luaL_loadstring(L, chunk);
+        if (status == LUA_OK) {
+            status = lua_pcall(L, 0, 0, 0);
+        }
+        EXPECT_TRUE(status == LUA_OK || status == LUA_ERRRUN || status == LUA_ERRMEM ||
+                    status == LUA_ERRSYNTAX)
+            << status;
+        reach.chunksRun += status == LUA_OK;
+        lua_settop(L, 0);
+    }
+}
+
+void RunScript(lua_State* L, Reach& reach) {
+    if (!L) {
+        return;
+    }
+    reach.stateMade = true;
+    try {
+        dorvel::Runtime runtime(L);
+        runtime.AddTask("task", std::chrono::milliseconds(100));
+        runtime.OpenLibraries();
+        reach.librariesOpen = true;
+        RunChunks(L, reach);
+    } catch (std::exception const&) {
+    }
+    EXPECT_EQ(lua_gettop(L), 0);
+}
+
+class LuaMemory : public ::testing::Test {
+protected:
+    static void SetUpTestSuite() { BACnetProtocol::RegAsLuaType(); }
+
+    // What static objects and caches take, they have taken after a run in which nothing fails.
+    LuaMemory() {
+        dorvel::SetLogSink([](std::string_view) {});
+        for (int i = 0; i < 2; ++i) {
+            whole = Reach();
+            FailingLua lua(0);
+            RunScript(lua.Get(), whole);
+            lua.Close();
+        }
+    }
+
+    ~LuaMemory() override { dorvel::SetLogSink(nullptr); }
+
+    // Lets every request of Lua fail in turn; gives how many there are.
+    long long FailEveryRequest(FailingLua::Mode mode) {
+        for (long long request = 1;; ++request) {
+            long long const before = test::HeapPieces();
+            bool refused = false;
+            {
+                Reach reach;
+                FailingLua lua(request, mode);
+                RunScript(lua.Get(), reach);
+                EXPECT_EQ(lua.Close(), 0) << request;
+                refused = lua.HasRefused();
+            }
+            EXPECT_EQ(test::HeapPieces(), before) << request;
+            if (!refused || HasFailure()) {
+                return request - 1;
+            }
+        }
+    }
+
+    Reach whole;
+};
+
+TEST_F(LuaMemory, ScriptsRunToTheirEndsOrEndInTheErrorsThatTheyAreFor) {
+    EXPECT_TRUE(whole.librariesOpen);
+    EXPECT_EQ(whole.chunksRun, 7);
+}
+
+TEST_F(LuaMemory, NothingLeaksAtWhicheverRequestLuaRunsOutOfMemory) {
+    EXPECT_GT(FailEveryRequest(FailingLua::Mode::Once), 200);
+}
+
+TEST_F(LuaMemory, NothingLeaksFromWhicheverRequestOnLuaHasNoMemory) {
+    EXPECT_GT(FailEveryRequest(FailingLua::Mode::ForEver), 200);
+}
+
+TEST_F(LuaMemory, NothingLeaksAndNoExceptionReachesLuaWhicheverPieceCppIsRefused) {
+    for (long long piece = 1;; ++piece) {
+        long long const before = test::HeapPieces();
+        FailingLua lua(0);
+        Reach reach;
+        test::FailPiece(piece);
+        RunScript(lua.Get(), reach);
+        bool const isLast = !test::HasFailedPiece();
+        test::FailPiece(0);
+        ASSERT_EQ(lua.Close(), 0) << piece;
+        ASSERT_EQ(test::HeapPieces(), before) << piece;
+        if (isLast) {
+            EXPECT_GT(piece, 40);
+            break;
+        }
+    }
+}
+
+TEST_F(LuaMemory, ABlockThatTheRuntimeCannotEnterIsCollected) {
+    FailingLua lua(0);
+    dorvel::Runtime runtime(lua.Get());
+    runtime.OpenLibraries();
+    ASSERT_EQ(luaL_loadstring(lua.Get(), "block = BACnet.new{}"), LUA_OK);
+    lua_gc(lua.Get(), LUA_GCSTOP);
+    long long const before = test::HeapPieces();
+    int status = LUA_OK;
+    for (long long piece = 1; piece < 100; ++piece) {
+        lua_pushvalue(lua.Get(), -1);
+        test::FailPiece(piece);
+        status = lua_pcall(lua.Get(), 0, 0, 0);
+        bool const hasFailed = test::HasFailedPiece();
+        test::FailPiece(0);
+        if (!hasFailed) {
+            break;
+        }
+        ASSERT_EQ(status, LUA_ERRRUN);
+        EXPECT_NE(std::strstr(lua_tostring(lua.Get(), -1), "std::bad_alloc"), nullptr);
+        lua_pop(lua.Get(), 1);
+        lua_gc(lua.Get(), LUA_GCCOLLECT);
+        EXPECT_TRUE(runtime.Blocks().empty());
+        EXPECT_LE(test::HeapPieces(), before + 1) << piece;  // one: the room for entries
+    }
+    ASSERT_EQ(status, LUA_OK);
+    EXPECT_EQ(runtime.Blocks().size(), 1u);
+}
+
+constexpr char const* Project =
+    "Task{ Name = 'fast', Period = 20 }\n"
+    "BACnet.new{ Name = 'a block with a longer name', Address = '127.0.0.1:47808', MAC = '127.0.0.1:47808', "
+    "Vars = {\n"
+    "  { Name = 'value', Type = 'Float', ObjectType = 'analog-value', ObjectNumber = 1, Write = true,\n"
+    "    ObjectProperties = 'present-value' } } }\n"
+    "Set('a block with a longer name.value', 21.5)\n"
+    "After(1, function() Set('a block with a longer name.value', Param.none or 22) end)\n"
+    "pcall(Set, {}, 21.5)\n"
+    "pcall(After, 1)\n"
+    "pcall(BACnet.new, { Name = 'another block', Vars = { { Name = 'value', Type = 'none at all' } } })\n";
+
+// True when the project was loaded.
+bool LoadProject(workbench::ScriptLimits const& limits, std::string const& text = Project) {
+    try {
+        workbench::LoadedProject project("project.lua", {}, limits);
+        project.Load(workbench::SourceText(text));
+        return true;
+    } catch (std::exception const&) {
+        return false;
+    }
+}
+
+TEST_F(LuaMemory, AProjectIsLoadedOrRefusedAtEveryLimit) {
+    ASSERT_TRUE(LoadProject({}));
+    bool loaded = false;
+    for (std::size_t limit = 0; !loaded; limit += 97) {
+        ASSERT_LT(limit, std::size_t{1} << 20);
+        workbench::ScriptLimits limits;
+        limits.Memory = limit;
+        long long const before = test::HeapPieces();
+        loaded = LoadProject(limits);
+        ASSERT_EQ(test::HeapPieces(), before) << limit;
+    }
+}
+
+// The script alone: a block that cannot be initialised keeps the records of its variables.
+TEST_F(LuaMemory, AProjectsScriptLeaksNothingWhicheverPieceCppIsRefused) {
+    std::string const text = std::string(Project) + "error('the end')";
+    for (long long piece = 1;; ++piece) {
+        long long const before = test::HeapPieces();
+        test::FailPiece(piece);
+        LoadProject({}, text);
+        bool const isLast = !test::HasFailedPiece();
+        test::FailPiece(0);
+        ASSERT_EQ(test::HeapPieces(), before) << piece;
+        if (isLast) {
+            EXPECT_GT(piece, 100);
+            break;
+        }
+    }
+}
+
+// The number of devices in a file of which the last comes out of much memory, -1 when the sandbox refuses it.
+int CountDevices(std::size_t mostMemory) {
+    try {
+        simulator::LuaSandbox sandbox({"device", "object"}, mostMemory);
+        return static_cast<int>(sandbox
+                                    .run("local texts = {}\n"
+                                         "for i = 1, 100 do table.insert(texts, string.format('%d is the "
+                                         "number of this text', i)) end\n"
+                                         "device{ name = 'one', object{ 1 } } device{ texts = texts }")
+                                    .size());
+    } catch (simulator::Mistake const&) {
+        return -1;
+    }
+}
+
+TEST(LuaSandboxMemory, ADeviceFileIsReadOrRefusedAtEveryLimit) {
+    ASSERT_EQ(CountDevices(std::size_t{1} << 20), 2);
+    int devices = -1;
+    for (std::size_t limit = 0; devices < 0; limit += 61) {
+        ASSERT_LT(limit, std::size_t{1} << 20);
+        long long const before = test::HeapPieces();
+        devices = CountDevices(limit);
+        ASSERT_EQ(test::HeapPieces(), before) << limit;
+    }
+    EXPECT_EQ(devices, 2);
+}
+
+}  // namespace

@@ -1,0 +1,117 @@
+#include <gtest/gtest.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include <sstream>
+
+#include "DeviceFile.h"
+#include "Hex.h"
+#include "Server.h"
+
+using simulator::CommandLine;
+using simulator::Server;
+
+namespace {
+
+constexpr std::uint32_t kLoopback = 0x7F000001;
+
+// A clock that has moved on by a tenth of a second each time somebody looks at it.
+class RunningClock : public simulator::Clock {
+public:
+    simulator::Moment now() const override {
+        m_now.sinceStart += std::chrono::milliseconds(100);
+        return m_now;
+    }
+
+private:
+    mutable simulator::Moment m_now;
+};
+
+// A device with faults on its socket, and a client that asks it one thing.
+class FaultServer : public ::testing::Test {
+protected:
+    // The datagrams that come until the duration is over.
+    std::vector<simulator::Datagram> answers(std::string const& faults, char const* seconds = "20") {
+        Server server(
+            simulator::parseDeviceFile("t", "device{name = 'D', instance = 1, faults = {" + faults + "}}"),
+            CommandLine::parse({"x.lua", "--port", "0", "--duration", seconds}), m_clock);
+        std::ostringstream out;
+        server.announce(out);
+        std::string const line = out.str();
+        port = static_cast<std::uint16_t>(std::stoi(line.substr(line.rfind(':') + 1)));
+        client.send({{kLoopback, port}, test::Hex("81 0A 00 11 01 04 02 75 01 0C 0C 02 00 00 01 19 70")});
+        server.run(-1);
+        std::vector<simulator::Datagram> all;
+        while (auto datagram = client.receive()) {
+            all.push_back(*datagram);
+        }
+        return all;
+    }
+
+    simulator::UdpSocket client{{kLoopback, 0}};
+    std::uint16_t port = 0;
+
+private:
+    RunningClock m_clock;
+};
+
+std::string const kAnswer = "81 0A 00 14 01 00 30 01 0C 0C 02 00 00 01 19 70 3E 91 00 3F";
+
+// Standard input from a pipe for as long as this lives.
+class StandardInput {
+public:
+    explicit StandardInput(std::string const& text) : m_before(dup(STDIN_FILENO)) {
+        int ends[2];
+        EXPECT_EQ(pipe(ends), 0);
+        EXPECT_EQ(write(ends[1], text.data(), text.size()), static_cast<ssize_t>(text.size()));
+        close(ends[1]);
+        dup2(ends[0], STDIN_FILENO);
+        close(ends[0]);
+    }
+    ~StandardInput() {
+        dup2(m_before, STDIN_FILENO);
+        close(m_before);
+    }
+    StandardInput(StandardInput const&) = delete;
+    StandardInput& operator=(StandardInput const&) = delete;
+
+private:
+    int m_before;
+};
+
+}  // namespace
+
+TEST_F(FaultServer, FaultsOfTheFileAreThereFromTheStart) {
+    EXPECT_TRUE(answers("fault{'silence'}").empty());
+    auto const all = answers("fault{'duplicate'}");
+    ASSERT_EQ(all.size(), 2u);
+    EXPECT_EQ(test::ToHex(all[0].octets), kAnswer);
+    EXPECT_EQ(all[0].peer, (simulator::Endpoint{kLoopback, port}));
+}
+
+TEST_F(FaultServer, ALateAnswerIsSentAtItsTime) {
+    EXPECT_TRUE(answers("fault{'delay', seconds = 50}").empty());
+    auto const all = answers("fault{'delay', seconds = 10}");
+    ASSERT_EQ(all.size(), 1u);
+    EXPECT_EQ(test::ToHex(all[0].octets), kAnswer);
+}
+
+TEST_F(FaultServer, AnotherAddressIsTheNextOne) {
+    auto const all = answers("fault{'other_address'}");
+    ASSERT_EQ(all.size(), 1u);
+    EXPECT_EQ(all[0].peer, (simulator::Endpoint{kLoopback + 1, port}));
+    EXPECT_EQ(test::ToHex(all[0].octets), kAnswer);
+}
+
+TEST_F(FaultServer, CommandsAreCarriedOutAndAnswered) {
+    StandardInput const input("fault D silence\nfaults\nfault D silense\nfault D " + std::string(3000, 'x') +
+                              "\n");
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    answers("");
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "D: silence\nD: silence\n");
+    std::string const errors = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(errors,
+              "fault: unknown fault \"silense\"; did you mean \"silence\"?\n"
+              "the line is longer than 1000 octets\n");
+}

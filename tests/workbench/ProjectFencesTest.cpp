@@ -1,0 +1,104 @@
+// Ways past the limits that a project has.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <fstream>
+
+#include "Projects.h"
+
+using namespace test;
+
+namespace {
+
+class ProjectFences : public testing::Test {
+protected:
+    static std::string Mistake(std::string const& text) { return MistakeIn(text, {}, QuickLimits()); }
+
+    // A module that the project can require by the name of the test; gone with the test.
+    void MakeModule(std::string const& content) {
+        file = testing::TempDir() + "project_fences_module.lua";
+        std::ofstream(file, std::ios::binary) << content;
+    }
+    ~ProjectFences() override {
+        if (!file.empty()) {
+            std::remove(file.c_str());
+        }
+    }
+
+    // Lua that requires the module.
+    static std::string Require() {
+        return "package.path = '" + testing::TempDir() + "?.lua' local m = require 'project_fences_module' ";
+    }
+
+    FakeAddIn addIn;
+    std::string file;
+};
+
+TEST_F(ProjectFences, AModuleInLuaIsRequired) {
+    MakeModule("return {name = ...}");
+    EXPECT_EQ(Mistake(Require() + "assert(m.name == 'project_fences_module')\n" + OneBlock), "loaded");
+}
+
+TEST_F(ProjectFences, APrecompiledModuleIsRefused) {
+    MakeModule("\x1BLua");
+    EXPECT_NE(Mistake(Require() + OneBlock).find("attempt to load a binary chunk (mode is 't')"),
+              std::string::npos);
+}
+
+TEST_F(ProjectFences, NoPathLeadsToALibraryInC) {
+    EXPECT_EQ(Mistake("package.cpath = '?' assert(#package.searchers == 2)\n" + OneBlock), "loaded");
+    EXPECT_NE(Mistake("package.cpath = '/lib/x86_64-linux-gnu/?.so.6' require 'libc'")
+                  .find("module 'libc' not found"),
+              std::string::npos);
+}
+
+TEST_F(ProjectFences, AMissingModuleIsAMessage) {
+    EXPECT_EQ(Mistake("require 'no_such_module'").substr(0, 44),
+              "p.lua:1: module 'no_such_module' not found:\\");
+}
+
+TEST_F(ProjectFences, ALongTextThatIsSetAgainAndAgainIsRefused) {
+    EXPECT_EQ(Mistake("local s = ('x'):rep(1 << 20) while true do Set('A.T', s) end"),
+              "p.lua:1: Set: the project hands over too much");
+}
+
+TEST_F(ProjectFences, ALongTextInManyPlacesIsRefused) {
+    EXPECT_EQ(Mistake("local s, t = ('x'):rep(1 << 20), {} for i = 1, 50 do t[i] = {Name = s} end "
+                      "BACnet.new{Vars = t}"),
+              "p.lua:1: the project hands over too much");
+}
+
+TEST_F(ProjectFences, ManyBlocksOfOneListAreRefusedInTheEnd) {
+    EXPECT_EQ(
+        MistakeIn("local t = {} for i = 1, 5000 do t[i] = " + Temperature +
+                      " t[i].Name = 'V' .. i end\n"
+                      "for i = 1, 1000 do BACnet.new{Name = 'B' .. i, Address = '1.2.3.4:5', Vars = t} end",
+                  {}, {std::chrono::seconds(60), std::size_t{16} << 20}),
+        "p.lua:2: the project hands over too much");
+}
+
+TEST_F(ProjectFences, EveryCallOfAfterMayHandOverAsMuch) {
+    workbench::LoadedProject project("p.lua", {}, QuickLimits());
+    project.Load(workbench::SourceText(
+        Block("Name='A', Address='1.2.3.4:5'",
+              "{Name='T', Type='String', ObjectType='analog-value', "
+              "ObjectProperties='description', ObjectNumber=1, Write=true}") +
+        "local s = ('x'):rep(1 << 20) local function again() Set('A.T', s) After(0, again) end again()"));
+    std::size_t sets = project.TakeSets().size();
+    for (int i = 0; i < 20; ++i) {
+        project.CallDue();
+        sets += project.TakeSets().size();
+    }
+    EXPECT_EQ(sets, 21u);
+}
+
+TEST_F(ProjectFences, DeepNestingInTheTextIsRefused) {
+    EXPECT_NE(Mistake("local x = " + std::string(5000, '(')).find("overflow"), std::string::npos);
+    EXPECT_NE(Mistake("local x = " + std::string(5000, '{')).find("overflow"), std::string::npos);
+}
+
+TEST_F(ProjectFences, ZeroesAreNoProject) {
+    EXPECT_NE(Mistake(std::string(10, '\0')).find("p.lua:1: unexpected symbol"), std::string::npos);
+}
+
+}  // namespace
