@@ -15,11 +15,11 @@ namespace {
 
 constexpr std::uint32_t kLoopback = 0x7F000001;
 
-// A clock that has moved on by a tenth of a second each time somebody looks at it.
+// A clock that has moved on by half a second each time somebody looks at it.
 class RunningClock : public simulator::Clock {
 public:
     simulator::Moment now() const override {
-        m_now.sinceStart += std::chrono::milliseconds(100);
+        m_now.sinceStart += std::chrono::milliseconds(500);
         return m_now;
     }
 
@@ -30,11 +30,12 @@ private:
 // A device with faults on its socket, and a client that asks it one thing.
 class FaultServer : public ::testing::Test {
 protected:
-    // The datagrams that come until the duration is over.
-    std::vector<simulator::Datagram> answers(std::string const& faults, char const* seconds = "20") {
+    // The datagrams that come within 20 seconds.
+    std::vector<simulator::Datagram> answers(std::string const& faults) {
+        RunningClock const clock;
         Server server(
             simulator::parseDeviceFile("t", "device{name = 'D', instance = 1, faults = {" + faults + "}}"),
-            CommandLine::parse({"x.lua", "--port", "0", "--duration", seconds}), m_clock);
+            CommandLine::parse({"x.lua", "--port", "0", "--duration", "20"}), clock);
         std::ostringstream out;
         server.announce(out);
         std::string const line = out.str();
@@ -50,9 +51,6 @@ protected:
 
     simulator::UdpSocket client{{kLoopback, 0}};
     std::uint16_t port = 0;
-
-private:
-    RunningClock m_clock;
 };
 
 std::string const kAnswer = "81 0A 00 14 01 00 30 01 0C 0C 02 00 00 01 19 70 3E 91 00 3F";
