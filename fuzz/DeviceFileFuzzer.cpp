@@ -30,7 +30,7 @@ void ReadAll(simulator::Device const& device) {
         test::Octets const name{static_cast<char>(id >> 24), static_cast<char>(id >> 16),
                                 static_cast<char>(id >> 8), static_cast<char>(id)};
         test::Octets const request =
-            test::Hex("81 0A 00 14 01 04 02 75 01 0E 0C") + name + test::Hex("1E 09 08 1F");
+            test::Hex("81 0A 00 13 01 04 02 75 01 0E 0C") + name + test::Hex("1E 09 08 1F");
         auto const answers = station.receive({{0x7F000001, 50000}, request}, {});
         Require(device.settings().position || answers.size() == 1, "an object can be read");
     }
