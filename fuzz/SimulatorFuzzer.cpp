@@ -29,8 +29,8 @@ device{name = "Plain", instance = 100, apdu_segment_timeout = 500, number_of_apd
     analog_value{instance = 2, present_value = ramp{from = 0, to = 10, period = 60}, description = "ramp"},
     binary_output{instance = 3}, multi_state_value{instance = 4, state_text = {"off", "on"}},
     schedule{instance = 5}, large_analog_value{instance = 7},
-    date_value{instance = 8}, time_value{instance = 9}, bitstring_value{instance = 10}, loop{instance = 11},
-    octetstring_value{instance = 12}, datetime_value{instance = 13}}}
+    date_value{instance = 8}, time_value{instance = 9}, bit_string_value{instance = 10}, loop{instance = 11},
+    octet_string_value{instance = 12}, datetime_value{instance = 13}}}
 device{name = "Routed", instance = 101, router = {network = 5, mac = "0A14"}, max_apdu_length_accepted = 50,
     writes = "lenient", objects = {analog_value{instance = 2, description = "behind a router"}}}
 )";

@@ -115,3 +115,12 @@ TEST_F(ExampleDevices, WhatTheAirHandlingUnitTakesAndRefuses) {
     EXPECT_EQ(write(exceptions), "20 01 0F");
     EXPECT_EQ(answer("02 75 01 0C 0C 04 40 00 01 19 26"), "30 01 0C " + exceptions);
 }
+
+TEST_F(ExampleDevices, TheUnreliableControllerHasFaultsOfManyKinds) {
+    std::set<simulator::FaultKind> kinds;
+    auto const devices = load("unreliable-controller.lua");
+    for (simulator::Fault const& fault : devices.at(0).settings().faults) {
+        kinds.insert(fault.kind);
+    }
+    EXPECT_GE(kinds.size(), 8u);
+}
