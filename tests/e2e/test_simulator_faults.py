@@ -2,10 +2,10 @@
 
 import json
 import os
-import queue
 import re
 import subprocess
 import threading
+from queue import Queue
 
 from programs import LONGEST, ROOT, SIMULATOR, TASK, WORKBENCH, EndToEnd, block, variable
 
@@ -15,7 +15,7 @@ BAD = "0x80000000"
 
 def lines_of(stream):
     """A queue that the lines of a stream come to, and None at its end."""
-    lines = queue.Queue()
+    lines = Queue()
 
     def read():
         for line in stream:
@@ -63,7 +63,7 @@ class SimulatorFaults(EndToEnd):
     def start_block(self, address):
         rows = [variable("value", "analog-input", 1)]
         project = self.file("project.lua", TASK + block("room", address, rows, "CountRepeat = 1,"))
-        return Program(self, WORKBENCH, "run", project, "--cycles", "0", "--format", "json")
+        return Program(self, WORKBENCH, "run", project, "--format", "json")
 
     def wait_for(self, workbench, fault):
         """Goes on until the block tells so of its fault; gives that state."""
@@ -134,7 +134,7 @@ class SimulatorFaults(EndToEnd):
         with open(os.path.join(ROOT, "docs", "simulator.md"), encoding="utf-8") as stream:
             part = stream.read().split("## Faults")[1]
         rows = {name: re.findall("`([a-z_]+)`", fields)
-                for name, fields in re.findall(r"^\| `([a-z_]+)` \| [^|]* \| ([^|]*) \|$", part, re.MULTILINE)}
+                for name, fields in re.findall(r"^\| `([a-z_]+)` \| [^|]* \|([^|]*)\|$", part, re.MULTILINE)}
         simulator = self.start_device()
         simulator.tell("help\nfaults")
         told = {}

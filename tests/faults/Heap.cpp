@@ -1,18 +1,21 @@
 #include "Heap.h"
 
+#include <atomic>
 #include <cstdlib>
 #include <cstring>
 #include <new>
 
 namespace {
 
-// Each thread counts for itself: a common count would take longer than the allocation.
-thread_local long long octets = 0;
-thread_local long long pieces = 0;
-thread_local long long untilFailure = 0;  // pieces up to the one that is refused; 0, none is
+std::atomic<long long> octets{0};
+std::atomic<long long> pieces{0};
+std::atomic<long long> untilFailure{0};  // pieces up to the one that is refused; 0, none is
 
 bool MustFail() {
-    return untilFailure != 0 && --untilFailure == 0;
+    long long left = untilFailure.load(std::memory_order_relaxed);
+    while (left != 0 && !untilFailure.compare_exchange_weak(left, left - 1, std::memory_order_relaxed)) {
+    }
+    return left == 1;
 }
 
 // In front of every piece stands how large it was asked to be: what the allocator makes of that depends on
@@ -24,8 +27,8 @@ void* Count(void* block, std::size_t size, std::size_t alignment) {
     if (!block) {
         return nullptr;
     }
-    octets += static_cast<long long>(size);
-    ++pieces;
+    octets.fetch_add(static_cast<long long>(size), std::memory_order_relaxed);
+    pieces.fetch_add(1, std::memory_order_relaxed);
     char* const piece = static_cast<char*>(block) + alignment;
     std::memcpy(piece - sizeof size, &size, sizeof size);
     return piece;
@@ -53,8 +56,8 @@ void Free(void* piece, std::size_t alignment = DefaultAlignment) {
     if (piece) {
         std::size_t size = 0;
         std::memcpy(&size, static_cast<char*>(piece) - sizeof size, sizeof size);
-        octets -= static_cast<long long>(size);
-        --pieces;
+        octets.fetch_sub(static_cast<long long>(size), std::memory_order_relaxed);
+        pieces.fetch_sub(1, std::memory_order_relaxed);
         std::free(static_cast<char*>(piece) - alignment);
     }
 }
@@ -114,19 +117,19 @@ void operator delete[](void* piece, std::size_t, std::align_val_t alignment) noe
 namespace test {
 
 long long HeapOctets() {
-    return octets;
+    return octets.load(std::memory_order_relaxed);
 }
 
 void FailPiece(long long number) {
-    untilFailure = number;
+    untilFailure.store(number, std::memory_order_relaxed);
 }
 
 bool HasFailedPiece() {
-    return untilFailure == 0;
+    return untilFailure.load(std::memory_order_relaxed) == 0;
 }
 
 long long HeapPieces() {
-    return pieces;
+    return pieces.load(std::memory_order_relaxed);
 }
 
 }  // namespace test
