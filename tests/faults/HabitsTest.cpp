@@ -9,6 +9,7 @@
 #include "FaultTable.h"
 #include "Heap.h"
 #include "Hex.h"
+#include "dorvelshare/Trace.h"
 
 using namespace test;
 using simulator::Fault;
@@ -131,6 +132,7 @@ TEST(Habits, ABlockWhoseAddressIsRefusedLeavesItsVariablesBehind) {
     ScadaProtocol::ReadChannel const read;
     auto const store = std::make_shared<VariableStore>();
     LuaDataProvider provider(store, nullptr);
+    logMsg("the log is made at its first line\n");
     long long const before = HeapOctets();
     auto block = std::make_unique<BACnetProtocol>();
     block->Address = "no address";

@@ -241,6 +241,7 @@ TEST_F(LuaMemory, AProjectIsLoadedOrRefusedAtEveryLimit) {
 // The script alone: a block that cannot be initialised keeps the records of its variables.
 TEST_F(LuaMemory, AProjectsScriptLeaksNothingWhicheverPieceCppIsRefused) {
     std::string const text = std::string(Project) + "error('the end')";
+    LoadProject({}, text);  // what is made once and kept
     for (long long piece = 1;; ++piece) {
         long long const before = test::HeapPieces();
         test::FailPiece(piece);
