@@ -127,8 +127,8 @@ TEST_F(Depth, WorkAndMemoryGrowWithTheDepthAndNotFaster) {
     constexpr std::size_t half = SegmentingDevice::MostOctets / 4;
     long long smallPeak = 0;
     long long largePeak = 0;
-    Allocations const small = measure(half, smallPeak);
-    Allocations const large = measure(2 * half, largePeak);
+    HeapTotals const small = measure(half, smallPeak);
+    HeapTotals const large = measure(2 * half, largePeak);
     EXPECT_LT(Ratio(large, small), 2.1);
     EXPECT_LT(largePeak, 2.1 * static_cast<double>(smallPeak));
     EXPECT_LT(largePeak / static_cast<long long>(2 * half), 256) << "octets for each level";

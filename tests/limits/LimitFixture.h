@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "AllocationCounter.h"
+#include "AllocationWatch.h"
 #include "BACnet_protocol.h"
 #include "BinaryAnswers.h"
 #include "LineNetwork.h"

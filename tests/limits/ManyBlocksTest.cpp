@@ -101,7 +101,7 @@ TEST_F(ManyBlocks, BeyondTheSystemsSocketsReportAFaultUntilThereAreSome) {
 
 TEST_F(ManyBlocks, TakeWorkAndMemoryInProportion) {
     LineNetwork network(AnswerReads);
-    auto const live = [](int count, Allocations& poll, long long& held) {
+    auto const live = [](int count, HeapTotals& poll, long long& held) {
         AllocationWatch const watch;
         Plant plant(Tasks);
         AllocationWatch const blocks;
@@ -112,13 +112,13 @@ TEST_F(ManyBlocks, TakeWorkAndMemoryInProportion) {
         poll = cycle.Made();
         return watch.Made();
     };
-    Allocations smallPoll;
-    Allocations largePoll;
+    HeapTotals smallPoll;
+    HeapTotals largePoll;
     long long smallHeld = 0;
     long long largeHeld = 0;
     live(1, smallPoll, smallHeld);  // tables of the first use
-    Allocations const small = live(Many / 2, smallPoll, smallHeld);
-    Allocations const large = live(Many, largePoll, largeHeld);
+    HeapTotals const small = live(Many / 2, smallPoll, smallHeld);
+    HeapTotals const large = live(Many, largePoll, largeHeld);
     EXPECT_LT(Ratio(large, small), 2.1);
     EXPECT_LT(Ratio(largePoll, smallPoll), 2.1);
     EXPECT_LT(static_cast<double>(largeHeld), 2.1 * static_cast<double>(smallHeld));

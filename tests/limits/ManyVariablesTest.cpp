@@ -16,10 +16,10 @@ std::vector<LineAnswer> AnswerReads(int, Octets const& request) {
 
 // What the phases in the life of a block take.
 struct Work {
-    Allocations setUp;
-    Allocations firstPoll;
-    Allocations poll;
-    Allocations lostPoll;
+    HeapTotals setUp;
+    HeapTotals firstPoll;
+    HeapTotals poll;
+    HeapTotals lostPoll;
     long long held = 0;  // octets, between set-up and destruction
     long long left = 0;  // octets, afterwards
 };
@@ -72,7 +72,7 @@ protected:
 
 private:
     template <class Body>
-    static Allocations Measure(Body const& body) {
+    static HeapTotals Measure(Body const& body) {
         AllocationWatch const watch;
         body();
         return watch.Made();

@@ -8,6 +8,17 @@ long long HeapOctets();
 // The same as a number of pieces.
 long long HeapPieces();
 
+// The most octets that there were at one time since the last ForgetHeapPeak().
+long long HeapPeak();
+void ForgetHeapPeak();
+
+// All that was given out since the program began, whether it was given back or not.
+struct HeapTotals {
+    long long pieces = 0;
+    long long octets = 0;
+};
+HeapTotals HeapTotalsSoFar();
+
 // The piece of that number from now on, counted from 1, is refused, and none behind it. 0: none is.
 void FailPiece(long long number);
 // That there is none to refuse any more.

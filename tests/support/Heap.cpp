@@ -9,6 +9,9 @@ namespace {
 
 std::atomic<long long> octets{0};
 std::atomic<long long> pieces{0};
+std::atomic<long long> peak{0};  // of octets
+std::atomic<long long> totalOctets{0};
+std::atomic<long long> totalPieces{0};
 std::atomic<long long> untilFailure{0};  // pieces up to the one that is refused; 0, none is
 
 bool MustFail() {
@@ -16,6 +19,12 @@ bool MustFail() {
     while (left != 0 && !untilFailure.compare_exchange_weak(left, left - 1, std::memory_order_relaxed)) {
     }
     return left == 1;
+}
+
+void Raise(std::atomic<long long>& most, long long now) {
+    long long before = most.load(std::memory_order_relaxed);
+    while (now > before && !most.compare_exchange_weak(before, now, std::memory_order_relaxed)) {
+    }
 }
 
 // In front of every piece stands how large it was asked to be: what the allocator makes of that depends on
@@ -27,8 +36,11 @@ void* Count(void* block, std::size_t size, std::size_t alignment) {
     if (!block) {
         return nullptr;
     }
-    octets.fetch_add(static_cast<long long>(size), std::memory_order_relaxed);
+    auto const more = static_cast<long long>(size);
+    Raise(peak, octets.fetch_add(more, std::memory_order_relaxed) + more);
     pieces.fetch_add(1, std::memory_order_relaxed);
+    totalOctets.fetch_add(more, std::memory_order_relaxed);
+    totalPieces.fetch_add(1, std::memory_order_relaxed);
     char* const piece = static_cast<char*>(block) + alignment;
     std::memcpy(piece - sizeof size, &size, sizeof size);
     return piece;
@@ -118,6 +130,18 @@ namespace test {
 
 long long HeapOctets() {
     return octets.load(std::memory_order_relaxed);
+}
+
+long long HeapPeak() {
+    return peak.load(std::memory_order_relaxed);
+}
+
+void ForgetHeapPeak() {
+    peak.store(HeapOctets(), std::memory_order_relaxed);
+}
+
+HeapTotals HeapTotalsSoFar() {
+    return {totalPieces.load(std::memory_order_relaxed), totalOctets.load(std::memory_order_relaxed)};
 }
 
 void FailPiece(long long number) {
