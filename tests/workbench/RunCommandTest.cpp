@@ -193,7 +193,7 @@ TEST_F(RunCommand, TheSummaryMeasuresTheTraffic) {
 }
 
 TEST_F(RunCommand, TheSummaryStaysOutOfTheJsonLines) {
-    addIn.OnCycle = [this](FakeDriver& driver) { Poll(driver); };
+    addIn.OnCycle = [](FakeDriver& driver) { Poll(driver); };
     options.Summary = true;
     EXPECT_EQ(Run(), ExitOk);
     EXPECT_EQ(out.str().find("objects polled"), std::string::npos) << out.str();
