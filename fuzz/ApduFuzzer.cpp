@@ -15,6 +15,7 @@
 #include "Require.h"
 #include "SimpleAck.h"
 #include "SupportInformation.h"
+#include "WritePropertyRequest.h"
 
 using fuzz::Require;
 
@@ -86,18 +87,22 @@ void RequireFits(PDU& pdu, Octets const& apdu) {
     }
 }
 
-// Whether the driver writes this so that it can be read again: property numbers have one octet, data up to
-// 253.
+bool IsSchedule(PropertyIdentifierEnum property) {
+    return property == PropertyIdentifierEnum::Exception_Schedule ||
+           property == PropertyIdentifierEnum::Weekly_Schedule;
+}
+
+// Whether the driver writes this so that it can be read again: a schedule is read as a text, and written as
+// one; property numbers in an answer have one octet, data in it up to 253.
 bool IsWritable(PDU const& pdu, Octets const& written) {
+    if (auto const* const request = dynamic_cast<ConfirmedRequestPdu const*>(&pdu)) {
+        auto const* const write = dynamic_cast<WritePropertyRequest const*>(request->GetServiceRequest());
+        return write == nullptr || !IsSchedule(write->GetPropertyIdentifier());
+    }
     auto const* const ack = dynamic_cast<ComplexAck const*>(&pdu);
     auto const* const single = ack ? dynamic_cast<ReadPropertyAck const*>(ack->GetServiceAck()) : nullptr;
-    if (single == nullptr) {
-        return true;
-    }
-    // A schedule is read as a text, and written as one.
-    bool const isSchedule = single->GetPropertyIdentifier() == PropertyIdentifierEnum::Exception_Schedule ||
-                            single->GetPropertyIdentifier() == PropertyIdentifierEnum::Weekly_Schedule;
-    return static_cast<int>(single->GetPropertyIdentifier()) < 256 && !isSchedule && written.size() < 254;
+    return single == nullptr || (static_cast<int>(single->GetPropertyIdentifier()) < 256 &&
+                                 !IsSchedule(single->GetPropertyIdentifier()) && written.size() < 254);
 }
 
 void RequireSameAgain(PDU& pdu) {
