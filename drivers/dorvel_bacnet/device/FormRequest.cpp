@@ -48,9 +48,10 @@ std::vector<char> FormMessage(char& invokeId, std::vector<tagReadData*> const& t
     tagAddress const& address = *tags.at(0)->address;
     ObjectIdentifier const object(address.objectType, static_cast<unsigned int>(address.objectNumber));
     ++invokeId;
-    ConfirmedRequestPdu const pdu(invokeId, ConfirmedServiceChoiceEnum::ReadPropertyMultiple, true,
-                                  MaxSegmentsAcceptedEnum::MoreThan64, MaxApduLengthAcceptedEnum::Octets1024,
-                                  std::make_unique<ReadPropertyMultipleRequest>(object, properties));
+    ConfirmedRequestPdu const pdu(
+        invokeId, ConfirmedServiceChoiceEnum::ReadPropertyMultiple, true, MaxSegmentsAcceptedEnum::MoreThan64,
+        MaxApduLengthAcceptedEnum::Octets1024,
+        std::make_unique<ReadPropertyMultipleRequest>(object, std::move(properties)));
     return pdu.GetBytes();
 }
 

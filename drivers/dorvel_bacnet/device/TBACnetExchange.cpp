@@ -33,8 +33,9 @@ std::vector<char> Unwrap(std::vector<char> const& datagram) {
 }  // namespace
 
 int TBACnet::SendAndReceive(Network::NDataUnitRequest const& request, std::vector<char>& apdu) {
-    VmacAddress const destination(request.physicalDestination, false);
-    return Exchange(VirtualDataLink::Frame({destination, Network::ToNpdu(request)}).data, apdu);
+    VirtualDataLink::DuRequest frame{VmacAddress(request.physicalDestination, false),
+                                     Network::ToNpdu(request)};
+    return Exchange(VirtualDataLink::Frame(std::move(frame)).data, apdu);
 }
 
 int TBACnet::Receive(std::vector<char>& apdu) {

@@ -10,9 +10,12 @@ namespace {
 
 template <typename Number>
 std::vector<char> BigEndianBytes(Number value) {
-    std::vector<char> native(sizeof value);
-    std::memcpy(native.data(), &value, sizeof value);
-    return Reverse(native);
+    std::vector<char> octets(sizeof value);
+    std::memcpy(octets.data(), &value, sizeof value);
+    if (BitConverter::IsLittleEndian()) {
+        std::reverse(octets.begin(), octets.end());
+    }
+    return octets;
 }
 
 void RequireWidth(std::vector<char> const& octets, std::size_t width) {

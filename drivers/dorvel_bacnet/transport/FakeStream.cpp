@@ -15,9 +15,7 @@ int FakeStream::Send(char const* /*octets*/, unsigned int /*count*/) {
 
 unsigned int FakeStream::Receive(char* buffer, unsigned int count) {
     auto const delivered = std::min<std::size_t>(count, queue.size());
-    auto const end = queue.begin() + static_cast<std::ptrdiff_t>(delivered);
-    std::copy(queue.begin(), end, buffer);
-    queue.erase(queue.begin(), end);
+    std::generate_n(buffer, delivered, [this] { return PopFront(queue); });
     return static_cast<unsigned int>(delivered);
 }
 

@@ -13,13 +13,13 @@ constexpr std::size_t PortPlace = 4;
 constexpr std::size_t PortSize = 2;
 constexpr std::size_t FullSize = AddressSize + PortSize;
 
-// The octets from a place on; those that are missing are zero.
-std::vector<char> Field(std::vector<char> const& bytes, std::size_t place, std::size_t size) {
-    std::vector<char> field(size);
-    for (std::size_t i = 0; i < size && place + i < bytes.size(); ++i) {
-        field[i] = bytes[place + i];
+// The octets from a place on as a number; those that are missing are zero.
+unsigned int Field(std::vector<char> const& bytes, std::size_t place, std::size_t size) {
+    unsigned int number = 0;
+    for (std::size_t i = place; i < place + size; ++i) {
+        number = number << 8 | (i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0u);
     }
-    return field;
+    return number;
 }
 
 void SetField(std::vector<char>& bytes, std::size_t place, std::vector<char> const& field) {
@@ -40,11 +40,11 @@ VmacAddress& VmacAddress::operator=(VmacAddress const& other) {
 }
 
 unsigned short VmacAddress::GetPort() const {
-    return BitConverter::ToUInt16(Field(bytes, PortPlace, PortSize), 0);
+    return static_cast<unsigned short>(Field(bytes, PortPlace, PortSize));
 }
 
 unsigned int VmacAddress::GetAddress() const {
-    return BitConverter::ToUInt32(Field(bytes, AddressPlace, AddressSize), 0);
+    return Field(bytes, AddressPlace, AddressSize);
 }
 
 void VmacAddress::SetPort(unsigned short port) {

@@ -25,5 +25,5 @@ std::unique_ptr<CPropertyValue> CharacterStringValueParser::Parse(ComplexTag& wr
 
 std::string CharacterStringValueParser::GetText(Tag const& tag) {
     FirstOctet(tag);  // refuses a tag that has none
-    return std::string(tag.data.begin() + 1, tag.data.end());
+    return std::string(tag.data.data() + 1, tag.data.size() - 1);
 }

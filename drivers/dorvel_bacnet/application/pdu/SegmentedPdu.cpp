@@ -3,6 +3,13 @@
 #include "Octets.h"
 #include "PduFlags.h"
 
+namespace {
+
+// Up to the service choice, which the derived classes append.
+constexpr std::size_t LongestHeader = 6;
+
+}  // namespace
+
 SegmentedPdu::SegmentedPdu(char id, ConfirmedServiceChoiceEnum choice)
     : invokeId(id), serviceChoice(choice) {}
 
@@ -43,5 +50,8 @@ std::vector<char> SegmentedPdu::GetHeader() const {
     int header = static_cast<int>(PduType()) << 4;
     header |= segmentedMessage ? SegmentedMessageBit : 0;
     header |= moreFollows ? MoreFollowsBit : 0;
-    return {static_cast<char>(header)};
+    std::vector<char> octets;
+    octets.reserve(LongestHeader);
+    octets.push_back(static_cast<char>(header));
+    return octets;
 }

@@ -1,5 +1,7 @@
 #include "ReadPropertyMultipleRequest.h"
 
+#include <utility>
+
 #include "ServiceElements.h"
 
 namespace {
@@ -11,8 +13,8 @@ constexpr char PropertyTag = 0x09;
 }  // namespace
 
 ReadPropertyMultipleRequest::ReadPropertyMultipleRequest(ObjectIdentifier object,
-                                                         std::vector<PropertyIdentifierEnum> const& requested)
-    : properties(requested), objectId(object) {}
+                                                         std::vector<PropertyIdentifierEnum> requested)
+    : properties(std::move(requested)), objectId(object) {}
 
 std::vector<char> ReadPropertyMultipleRequest::GetBytes() const {
     std::vector<char> octets = ObjectBytes(objectId);

@@ -10,9 +10,7 @@
 class ReadPropertyMultipleRequest : public ConfirmedServiceRequest {
 public:
     ReadPropertyMultipleRequest() = default;
-    // Copies the list.
-    ReadPropertyMultipleRequest(ObjectIdentifier object,
-                                std::vector<PropertyIdentifierEnum> const& requested);
+    ReadPropertyMultipleRequest(ObjectIdentifier object, std::vector<PropertyIdentifierEnum> requested);
 
     // Context tag 0 with the object, then between the opening and closing tag 1, for each property in the
     // order of the list, 09 and the low eight bits of its number. Properties above 255 are cut on purpose.

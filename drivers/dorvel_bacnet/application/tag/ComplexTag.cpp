@@ -1,13 +1,14 @@
 #include "ComplexTag.h"
 
-#include <algorithm>
-#include <iterator>
 #include <utility>
 
 #include "Tag.h"
 #include "TagHeader.h"
 
 namespace {
+
+// Most constructed values have no more; it spares a list its first reallocations.
+constexpr std::size_t UsualSubTags = 4;
 
 void Append(std::vector<char>& bytes, std::vector<char> const& more) {
     bytes.insert(bytes.end(), more.begin(), more.end());
@@ -22,15 +23,24 @@ std::vector<char> Bracket(ComplexTag const& tag, char valLenType) {
 
 ComplexTag::ComplexTag(char tagNumber, bool isClass) : TagBase(tagNumber, isClass, 0) {}
 
-// The sub-tags of all levels are gathered in one list, so that none is destroyed while it owns others.
+// The nested tags of all levels are gathered in one list, so that each is destroyed with one level below it.
 ComplexTag::~ComplexTag() {
-    auto pending = std::move(subTags);
+    SubTags pending;
+    ReleaseNested(pending);
     while (!pending.empty()) {
         auto const tag = std::move(pending.back());
         pending.pop_back();
-        if (auto* const complex = dynamic_cast<ComplexTag*>(tag.get())) {
-            std::move(complex->subTags.begin(), complex->subTags.end(), std::back_inserter(pending));
-            complex->subTags.clear();
+        static_cast<ComplexTag&>(*tag).ReleaseNested(pending);
+    }
+}
+
+void ComplexTag::ReleaseNested(SubTags& pending) {
+    if (!std::exchange(holdsConstructed, false)) {
+        return;
+    }
+    for (std::unique_ptr<TagBase>& tag : subTags) {
+        if (tag->IsConstructed() && static_cast<ComplexTag&>(*tag).holdsConstructed) {
+            pending.push_back(std::move(tag));
         }
     }
 }
@@ -51,9 +61,10 @@ std::vector<char> ComplexTag::GetBytes() const {
             continue;
         }
         TagBase const* const subTag = innermost.tag->GetSubTag(innermost.next++);
-        if (auto const* const complex = dynamic_cast<ComplexTag const*>(subTag)) {
-            Append(bytes, Bracket(*complex, TagHeader::OpeningTag));
-            open.push_back({complex, 0});
+        if (subTag->IsConstructed()) {
+            auto const& complex = static_cast<ComplexTag const&>(*subTag);
+            Append(bytes, Bracket(complex, TagHeader::OpeningTag));
+            open.push_back({&complex, 0});
         } else {
             Append(bytes, subTag->GetBytes());
         }
@@ -62,5 +73,9 @@ std::vector<char> ComplexTag::GetBytes() const {
 }
 
 void ComplexTag::AddSubTag(std::unique_ptr<TagBase> tag) {
+    if (subTags.empty()) {
+        subTags.reserve(UsualSubTags);
+    }
+    holdsConstructed = holdsConstructed || tag->IsConstructed();
     subTags.push_back(std::move(tag));
 }

@@ -17,6 +17,7 @@ public:
 
     // Opening and closing tags are of context class, whatever the class flag says.
     std::vector<char> GetBytes() const override;
+    bool IsConstructed() const override { return true; }
 
     // Appends a tag, which must not be null, and takes ownership.
     void AddSubTag(std::unique_ptr<TagBase> tag);
@@ -25,5 +26,11 @@ public:
     int size() const { return static_cast<int>(subTags.size()); }
 
 private:
-    std::vector<std::unique_ptr<TagBase>> subTags;
+    using SubTags = std::vector<std::unique_ptr<TagBase>>;
+
+    // Moves those sub-tags to `pending` that own constructed tags themselves.
+    void ReleaseNested(SubTags& pending);
+
+    SubTags subTags;
+    bool holdsConstructed = false;
 };

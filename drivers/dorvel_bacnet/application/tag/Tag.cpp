@@ -1,10 +1,13 @@
 #include "Tag.h"
 
+#include <utility>
+
 #include "TagHeader.h"
 
 namespace {
 
 constexpr unsigned LargestShortContextNumber = 6;
+constexpr std::size_t LongestHeader = 3;
 
 }  // namespace
 
@@ -15,18 +18,21 @@ Tag::Tag(char tagNumber, bool isClass, char valLenType, std::vector<char> const&
          int additionalLength)
     : TagBase(tagNumber, isClass, valLenType), extendedLength(additionalLength), data(dataOctets) {}
 
-Tag Tag::FromOctets(char tagNumber, bool isClass, std::vector<char> const& dataOctets) {
+Tag Tag::FromOctets(char tagNumber, bool isClass, std::vector<char> dataOctets) {
     auto const size = static_cast<int>(dataOctets.size());
-    if (size < TagHeader::ExtendedLength) {
-        return Tag(tagNumber, isClass, static_cast<char>(size), dataOctets, 0);
-    }
-    return Tag(tagNumber, isClass, TagHeader::ExtendedLength, dataOctets, size);
+    bool const isShort = size < TagHeader::ExtendedLength;
+    Tag tag(tagNumber, isClass, isShort ? static_cast<char>(size) : TagHeader::ExtendedLength,
+            isShort ? 0 : size);
+    tag.data = std::move(dataOctets);
+    return tag;
 }
 
 std::vector<char> Tag::GetBytes() const {
     unsigned const tagNumber = static_cast<unsigned char>(GetTagNumber());
     unsigned const classBit = GetIsClass() ? 0x08 : 0;
-    std::vector<char> bytes{static_cast<char>(tagNumber << 4 | classBit | (GetValLenType() & 7))};
+    std::vector<char> bytes;
+    bytes.reserve(LongestHeader + data.size());
+    bytes.push_back(static_cast<char>(tagNumber << 4 | classBit | (GetValLenType() & 7)));
     if (GetIsClass() && tagNumber > LargestShortContextNumber) {
         bytes.push_back(GetTagNumber());
     }

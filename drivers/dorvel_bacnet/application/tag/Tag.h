@@ -14,12 +14,13 @@ public:
         int additionalLength);
 
     // A tag whose length fields tell the size of the data: the size itself below 5, else the extended form.
-    static Tag FromOctets(char tagNumber, bool isClass, std::vector<char> const& dataOctets);
+    static Tag FromOctets(char tagNumber, bool isClass, std::vector<char> dataOctets);
 
     // Two things differ from ASHRAE 135 clause 20.2.1. A context tag number above 6 stands both in the first
     // octet, cut to its low four bits, and in an octet behind it. An extended length is always one octet, the
     // low eight bits of the additional length, so data of 254 octets and more carries a wrong length.
     std::vector<char> GetBytes() const override;
+    bool IsConstructed() const override { return false; }
 
     // The value of the extended length, used when the length/value/type is 5.
     int GetAdditionalLength() const { return extendedLength; }

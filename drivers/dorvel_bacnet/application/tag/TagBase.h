@@ -12,6 +12,8 @@ public:
 
     // The tag as it goes on the wire.
     virtual std::vector<char> GetBytes() const = 0;
+    // Which of the two kinds the tag is: true for a ComplexTag, false for a Tag.
+    virtual bool IsConstructed() const = 0;
 
     // An octet, 0 to 255: to be widened as unsigned.
     char GetTagNumber() const { return number; }

@@ -4,8 +4,6 @@
 
 namespace {
 
-constexpr unsigned ClassBit = 0x08;
-constexpr unsigned LengthBits = 0x07;
 constexpr unsigned LargestNumber = 15;
 
 unsigned Unsigned(char octet) {
@@ -13,26 +11,6 @@ unsigned Unsigned(char octet) {
 }
 
 }  // namespace
-
-char TagHeader::GetTagNumber() const {
-    return static_cast<char>(Unsigned(octet) >> 4);
-}
-
-bool TagHeader::GetIsClass() const {
-    return (Unsigned(octet) & ClassBit) != 0;
-}
-
-char TagHeader::GetValueLengthType() const {
-    return static_cast<char>(Unsigned(octet) & LengthBits);
-}
-
-bool TagHeader::GetIsComplexOpenTag() const {
-    return GetValueLengthType() == OpeningTag;
-}
-
-bool TagHeader::GetIsComplexCloseTag() const {
-    return GetValueLengthType() == ClosingTag;
-}
 
 void TagHeader::SetIsClass(bool isClass) {
     unsigned const others = Unsigned(octet) & ~ClassBit;

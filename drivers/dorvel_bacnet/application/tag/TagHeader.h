@@ -8,14 +8,14 @@ public:
     explicit TagHeader(char headerOctet) : octet(headerOctet) {}
 
     // 0 to 15; 15 says that an octet with the number follows.
-    char GetTagNumber() const;
+    char GetTagNumber() const { return static_cast<char>(static_cast<unsigned char>(octet) >> 4); }
     // True for a context specific tag, false for an application tag.
-    bool GetIsClass() const;
+    bool GetIsClass() const { return (octet & ClassBit) != 0; }
     // 0 to 7: the length of the data, or one of the three values below.
-    char GetValueLengthType() const;
+    char GetValueLengthType() const { return static_cast<char>(octet & LengthBits); }
     // Neither of the two looks at the class.
-    bool GetIsComplexOpenTag() const;
-    bool GetIsComplexCloseTag() const;
+    bool GetIsComplexOpenTag() const { return GetValueLengthType() == OpeningTag; }
+    bool GetIsComplexCloseTag() const { return GetValueLengthType() == ClosingTag; }
 
     void SetIsClass(bool isClass);
     // Numbers above 15 become 15.
@@ -30,5 +30,8 @@ public:
     static constexpr char ClosingTag = 7;
 
 private:
+    static constexpr unsigned ClassBit = 0x08;
+    static constexpr unsigned LengthBits = 0x07;
+
     char octet = 0;
 };

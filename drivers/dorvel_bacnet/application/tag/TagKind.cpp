@@ -5,9 +5,9 @@
 namespace {
 
 template <class Kind>
-Kind& Require(TagBase* tag) {
-    if (auto* const kind = dynamic_cast<Kind*>(tag)) {
-        return *kind;
+Kind& Require(TagBase* tag, bool isConstructed) {
+    if (tag && tag->IsConstructed() == isConstructed) {
+        return static_cast<Kind&>(*tag);
     }
     throw FormatErrorException();
 }
@@ -15,9 +15,9 @@ Kind& Require(TagBase* tag) {
 }  // namespace
 
 Tag& RequirePrimitive(TagBase* tag) {
-    return Require<Tag>(tag);
+    return Require<Tag>(tag, false);
 }
 
 ComplexTag& RequireComplex(TagBase* tag) {
-    return Require<ComplexTag>(tag);
+    return Require<ComplexTag>(tag, true);
 }

@@ -1,6 +1,7 @@
 #include "Network/Message.h"
 
 #include <stdexcept>
+#include <utility>
 
 #include "BitConverter.h"
 #include "PopFront.h"
@@ -12,30 +13,27 @@ namespace {
 // Message types from here on are proprietary, and a vendor identifier follows them.
 constexpr unsigned char FirstProprietaryType = 0x80;
 
+// Version and control octet.
+constexpr int FixedHeaderSize = 2;
+
+unsigned char OctetAt(std::vector<char> const& npdu, std::size_t place) {
+    if (place >= npdu.size()) {
+        throw ParseException("message ends too early");
+    }
+    return static_cast<unsigned char>(npdu[place]);
+}
+
 unsigned char PopOctet(std::deque<char>& queue) {
     return static_cast<unsigned char>(PopFront(queue));
 }
 
-}  // namespace
-
-Message Message::Parse(std::vector<char> npdu) {
-    std::deque<char> queue(npdu.begin(), npdu.end());
-    if (PopOctet(queue) != ProtocolVersion) {
-        throw std::runtime_error("Wrong protocol version");
-    }
-    unsigned char const control = PopOctet(queue);
-
-    Message message;
-    ControlInformation& information = message.controlInformation;
-    information.isNetworkMessage = (control & NetworkMessageBit) != 0;
-    information.hasDestination = (control & DestinationBit) != 0;
-    information.hasSource = (control & SourceBit) != 0;
-    information.expectingReply = (control & ExpectingReplyBit) != 0;
+// What the flags of the control octet announce, from the front of the queue.
+void TakeVariableHeader(std::deque<char>& queue, ControlInformation& information) {
     if (information.hasDestination) {
-        information.destination = ParseAddress(queue);
+        information.destination = Message::ParseAddress(queue);
     }
     if (information.hasSource) {
-        information.source = ParseAddress(queue);
+        information.source = Message::ParseAddress(queue);
     }
     if (information.hasDestination) {
         information.hopCount = PopOctet(queue);
@@ -46,7 +44,30 @@ Message Message::Parse(std::vector<char> npdu) {
             information.vendor = PopOctet(queue);
         }
     }
-    message.data.assign(queue.begin(), queue.end());
+}
+
+}  // namespace
+
+Message Message::Parse(std::vector<char> npdu) {
+    if (OctetAt(npdu, 0) != ProtocolVersion) {
+        throw std::runtime_error("Wrong protocol version");
+    }
+    unsigned char const control = OctetAt(npdu, 1);
+
+    Message message;
+    ControlInformation& information = message.controlInformation;
+    information.isNetworkMessage = (control & NetworkMessageBit) != 0;
+    information.hasDestination = (control & DestinationBit) != 0;
+    information.hasSource = (control & SourceBit) != 0;
+    information.expectingReply = (control & ExpectingReplyBit) != 0;
+    npdu.erase(npdu.begin(), npdu.begin() + FixedHeaderSize);
+    // A device of the driver's own network sends no more of a header.
+    if (information.hasDestination || information.hasSource || information.isNetworkMessage) {
+        std::deque<char> queue(npdu.begin(), npdu.end());
+        TakeVariableHeader(queue, information);
+        npdu.assign(queue.begin(), queue.end());
+    }
+    message.data = std::move(npdu);
     return message;
 }
 

@@ -3,7 +3,6 @@
 #include <stdexcept>
 #include <utility>
 
-#include "BitConverter.h"
 #include "VirtualDataLink/ControlInformation.h"
 #include "VirtualDataLink/ProtocolMessage.h"
 
@@ -31,7 +30,9 @@ std::optional<std::vector<char>> Unframe(std::vector<char> const& datagram) {
     if (function != OriginalUnicastNpdu && function != OriginalBroadcastNpdu) {
         return std::nullopt;
     }
-    if (BitConverter::ToUInt16({datagram[2], datagram[3]}, 0) != datagram.size()) {
+    std::size_t const length = static_cast<std::size_t>(static_cast<unsigned char>(datagram[2])) << 8 |
+                               static_cast<unsigned char>(datagram[3]);
+    if (length != datagram.size()) {
         throw std::runtime_error("packet size error");
     }
     return std::vector<char>(datagram.begin() + HeaderSize, datagram.end());
