@@ -1,0 +1,34 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include "Responder.h"
+
+namespace bench {
+
+// The highest core that this process may run on.
+int LastCore();
+
+// Binds this process, and what it forks from then on, to one core. Throws std::system_error.
+void PinToCore(int core);
+
+// Has the kernel end this process when its parent ends.
+void EndWithParent();
+
+// A responder in a process of its own, a fork of this one, which ends with this object.
+class ResponderProcess {
+public:
+    // Throws std::system_error.
+    ResponderProcess();
+    ~ResponderProcess();
+    ResponderProcess(ResponderProcess const&) = delete;
+    ResponderProcess& operator=(ResponderProcess const&) = delete;
+
+    unsigned short Port() const { return responder.Port(); }
+
+private:
+    Responder responder;
+    pid_t child;
+};
+
+}  // namespace bench

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "Hex.h"
+#include "dorvelshare/HostEnvironment.h"
+
+namespace bench {
+
+// A network in which one device answers at once with octets that were prepared: it puts the invoke id and the
+// object of the request into them and has nothing else to do, allocates nothing, and is not counted. The
+// clock stands still; what has no answer is not waited for. For one thread.
+class PreparedNetwork final : public dorvel::HostEnvironment {
+public:
+    // The datagrams that answer a read or a write: the first the request, each further one the
+    // acknowledgement of the one before.
+    explicit PreparedNetwork(std::vector<test::Octets> answers);
+    ~PreparedNetwork() override;
+    PreparedNetwork(PreparedNetwork const&) = delete;
+    PreparedNetwork& operator=(PreparedNetwork const&) = delete;
+
+    // Requests, acknowledgements not included.
+    unsigned long Requests() const { return requests; }
+
+    int Open(unsigned short port) override;
+    unsigned short LocalPort(int handle) override;
+    void Close(int handle) override;
+    bool Send(int handle, sockaddr_in const& peer, void const* data, int length) override;
+    int Receive(int handle, sockaddr_in& sender, void* buffer, int size, int timeout) override;
+    long long Now() override;
+    long long LocalTimeDiff() override;
+
+private:
+    void Begin(char const* request);
+
+    std::vector<test::Octets> answers;
+    // The answer that comes next, and the one behind it that has been asked for already.
+    std::size_t next = 0;
+    std::size_t asked = 0;
+    unsigned long requests = 0;
+};
+
+}  // namespace bench

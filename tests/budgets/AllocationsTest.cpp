@@ -1,0 +1,89 @@
+// What a poll may take of the heap, in pieces; and that it grows with what is polled and not faster.
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <ostream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "Clients.h"
+#include "Heap.h"
+
+namespace {
+
+constexpr int Objects = 100;
+
+// Per object, in a poll that is not the first.
+double Allocations(std::string const& workload, int objects = Objects) {
+    bench::Clients clients(workload, objects);
+    clients.Poll();
+    long long const before = test::HeapTotalsSoFar().pieces;
+    clients.Poll();
+    return static_cast<double>(test::HeapTotalsSoFar().pieces - before) / objects;
+}
+
+struct Budget {
+    std::string workload;
+    double instructions = 0;
+    double allocations = 0;
+};
+void PrintTo(Budget const& budget, std::ostream* stream) {
+    *stream << budget.workload;
+}
+
+std::vector<Budget> Budgets() {
+    std::vector<Budget> budgets;
+    std::ifstream file(BUDGETS);
+    for (std::string line; std::getline(file, line);) {
+        std::istringstream words(line);
+        Budget budget;
+        if (words >> budget.workload >> budget.instructions >> budget.allocations) {
+            budgets.push_back(budget);
+        }
+    }
+    return budgets;
+}
+
+class AllocationBudget : public testing::TestWithParam<Budget> {};
+
+TEST_P(AllocationBudget, IsKept) {
+    double const taken = Allocations(GetParam().workload);
+    EXPECT_LE(taken, GetParam().allocations) << "pieces an object";
+    EXPECT_GT(taken, 0) << "pieces are counted at all";
+}
+
+INSTANTIATE_TEST_SUITE_P(Workloads, AllocationBudget, testing::ValuesIn(Budgets()), [](auto const& instance) {
+    std::string name = instance.param.workload;
+    name.replace(name.find('-'), 1, "");
+    return name;
+});
+
+// From N to 2 N of something, and from there to 3 N, it is the same step.
+class AllocationsOf : public testing::TestWithParam<std::pair<std::string, int>> {};
+
+TEST_P(AllocationsOf, GrowInProportion) {
+    auto const [kind, number] = GetParam();
+    auto const of = [kind = kind, number = number](int times) {
+        return Allocations(kind + "-" + std::to_string(times * number));
+    };
+    double const one = of(1);
+    double const two = of(2);
+    double const three = of(3);
+    EXPECT_GT(two, one);
+    EXPECT_NEAR((three - two) / (two - one), 1, 0.1);
+}
+
+INSTANTIATE_TEST_SUITE_P(Workloads, AllocationsOf,
+                         testing::Values(std::pair("properties", 11), std::pair("segments", 10),
+                                         std::pair("schedule", 5)),
+                         [](auto const& instance) { return instance.param.first; });
+
+TEST(AllocationsOfObjects, AreFlat) {
+    double const few = Allocations("properties-3", 10);
+    EXPECT_LE(Allocations("properties-3", 10000), few);
+    EXPECT_GT(Allocations("properties-3", 10000), 0.9 * few);
+}
+
+}  // namespace
