@@ -240,6 +240,9 @@ private:
         }
     }
 
+    // The host's own keys end at their first zero octet.
+    static bool IsErrorText(std::string const& key) { return std::strcmp(key.c_str(), "ErrorText") == 0; }
+
     // The value on top of the stack is what the key gives.
     void RequireGot(int key) {
         int const field = FieldOnStack(key);
@@ -249,7 +252,7 @@ private:
             TheSlot().model.RequireGot(field, L);
         } else if (KeyText(key) == "__clone") {
             Require(lua_iscfunction(L, -1) != 0, "__clone is a function");
-        } else if (KeyText(key) == "ErrorText") {
+        } else if (IsErrorText(KeyText(key))) {
             Require(lua_type(L, -1) == LUA_TSTRING && lua_rawlen(L, -1) == 0, "there is no error");
         } else {
             Require(lua_isnil(L, -1), "an unknown key gives nil");

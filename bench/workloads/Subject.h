@@ -28,11 +28,9 @@ struct Subject {
 
 // The subject of a name of the form KIND-NUMBER:
 //
-//   properties-N  N variables on a loop. There are eleven properties of it to be had; beyond that they are
-//   asked
-//                 for and answered over again, and then the first variable of each gets its value.
-//   segments-N    three properties in N segments, filled by a long description, as large as the driver takes
-//                 them
+//   properties-N  N variables on a loop; of its eleven properties those beyond are asked for over again, and
+//                 then the first variable of each gets its value
+//   segments-N    three properties in N segments, as large as the driver takes them, filled by a description
 //   schedule-N    a weekly schedule of 7 days with N entries each
 //   write-1       a Real that is written and acknowledged
 //

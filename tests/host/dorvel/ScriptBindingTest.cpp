@@ -53,6 +53,13 @@ TEST_F(ScriptBinding, FaultAndErrorTextAreServed) {
     EXPECT_EQ(lua.Eval("b.ErrorText"), "");
 }
 
+// The contract hands a key over without its length.
+TEST_F(ScriptBinding, AReservedKeyEndsAtItsFirstZeroOctet) {
+    lua.Run("b = TestBlock{}");
+    EXPECT_EQ(lua.Eval("b['ErrorText\\0 and more']"), "");
+    EXPECT_TRUE(Contains(lua.Run("b['ErrorText\\0 and more'] = 'x'"), "'ErrorText' cannot be set"));
+}
+
 TEST_F(ScriptBinding, ReservedKeysCannotBeSet) {
     lua.Run("b = TestBlock{}");
     EXPECT_TRUE(Contains(lua.Run("b.Fault = true"), "'Fault' cannot be set"));
