@@ -23,7 +23,7 @@ constexpr int Attempts = 2;
 constexpr char Fields[] = "CountRepeat = 2, WriteCondition = 1,";
 // What a block may still send when the runtime has stopped: the transaction that was under way.
 constexpr unsigned long MostAfterAStop = Attempts * UnsteadyDevice::MostOfAnAttempt;
-constexpr std::chrono::seconds Patience(100);
+constexpr std::chrono::seconds Patience(500);
 
 // What had been sent on each line when the runtime said that it stops, behind the driver's own processor.
 class StopRecorder {
