@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <utility>
 
 #include "Exceptions.h"
 
@@ -10,12 +11,9 @@ namespace {
 
 template <typename Number>
 std::vector<char> BigEndianBytes(Number value) {
-    std::vector<char> octets(sizeof value);
-    std::memcpy(octets.data(), &value, sizeof value);
-    if (BitConverter::IsLittleEndian()) {
-        std::reverse(octets.begin(), octets.end());
-    }
-    return octets;
+    std::vector<char> native(sizeof value);
+    std::memcpy(native.data(), &value, sizeof value);
+    return Reverse(std::move(native));
 }
 
 void RequireWidth(std::vector<char> const& octets, std::size_t width) {
@@ -118,9 +116,9 @@ std::vector<char> BitConverter::ToLocalFormat(std::vector<char> const& octets) {
     return Reverse(octets);
 }
 
-std::vector<char> Reverse(std::vector<char> const& octets) {
+std::vector<char> Reverse(std::vector<char> octets) {
     if (BitConverter::IsLittleEndian()) {
-        return {octets.rbegin(), octets.rend()};
+        std::reverse(octets.begin(), octets.end());
     }
     return octets;
 }

@@ -48,4 +48,4 @@ public:
 
 // The step between host order and network order: the octets reversed on a little-endian machine, as they
 // stand on any other.
-std::vector<char> Reverse(std::vector<char> const& octets);
+std::vector<char> Reverse(std::vector<char> octets);
