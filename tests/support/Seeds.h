@@ -3,8 +3,8 @@
 #include <string_view>
 #include <vector>
 
-// What the tests feed is what the fuzzers start from. With DORVEL_RECORD_SEEDS naming a folder, a test program
-// records each input in a sub-folder of it, the input's pool, as Suite.Test-N; else nothing is done.
+// What the tests feed is what the fuzzers start from. With DORVEL_RECORD_SEEDS naming a folder, a test
+// program records each input in a sub-folder of it, the input's pool, as Suite.Test-N; else nothing is done.
 // scripts/fuzz seeds makes the corpora of the pools:
 //
 //   octets      whatever a test writes in hexadecimal
