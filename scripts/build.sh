@@ -9,8 +9,10 @@ build() {
     local options=() targets=()
     while [ $# -gt 0 ] && [ "$1" != -- ]; do options+=("$1"); shift; done
     [ $# -eq 0 ] || { shift; targets=(--target "$@"); }
-    # A compiler cache, where there is one, is taken when a build folder is made.
+    # A compiler cache, where there is one, is taken when a build folder is made. It serves every clone of the tree, and
+    # the tests with their precompiled header.
     if command -v ccache >/dev/null; then
+        export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1 CCACHE_SLOPPINESS=pch_defines,time_macros
         export CMAKE_C_COMPILER_LAUNCHER=ccache CMAKE_CXX_COMPILER_LAUNCHER=ccache
     fi
 

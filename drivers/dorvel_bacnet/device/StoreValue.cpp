@@ -25,7 +25,7 @@ namespace dorvel::BACnet {
 namespace {
 
 template <class Value>
-auto ValueOf(CPropertyValue& value) {
+auto const& ValueOf(CPropertyValue& value) {
     return dynamic_cast<Value&>(value).GetValue();
 }
 
@@ -81,7 +81,7 @@ void StoreOctetString(CPropertyValue& value, long long, OpcUa_VariantHlp& varian
 }
 
 void StoreBitString(CPropertyValue& value, long long, OpcUa_VariantHlp& variant) {
-    auto const bits = ValueOf<BitStringValue>(value);
+    auto const& bits = ValueOf<BitStringValue>(value);
     std::string text;
     std::transform(bits.begin(), bits.end(), std::back_inserter(text),
                    [](bool bit) { return bit ? '1' : '0'; });
@@ -90,12 +90,12 @@ void StoreBitString(CPropertyValue& value, long long, OpcUa_VariantHlp& variant)
 }
 
 void StoreText(CPropertyValue& value, long long, OpcUa_VariantHlp& variant) {
-    std::string const text = ValueOf<CharacterStringValue>(value);
+    std::string const& text = ValueOf<CharacterStringValue>(value);
     variant.SetUTF8String(text.c_str(), static_cast<int>(text.size()));
 }
 
 void StoreTime(CPropertyValue& value, long long, OpcUa_VariantHlp& variant) {
-    Time const time = ValueOf<TimeValue>(value);
+    Time const& time = ValueOf<TimeValue>(value);
     variant.SetUInt(time.hour * 3'600'000u + time.minute * 60'000u + time.second * 1'000u +
                     time.hundredths * 100u);
 }

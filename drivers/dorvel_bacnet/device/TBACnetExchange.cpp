@@ -7,7 +7,6 @@
 #include "Network/Message.h"
 #include "TBACnet.h"
 #include "VirtualDataLink/Framing.h"
-#include "VmacAddress.h"
 
 namespace dorvel::BACnet {
 
@@ -16,14 +15,17 @@ namespace {
 // The largest datagram that is taken.
 constexpr int BufferSize = 1500;
 
+// The one device is asked, never all of a network.
+constexpr bool IsBroadcast = false;
+
 // What the host's socket call is told beside the datagram: it does not send again by itself, and it waits for
 // an answer.
 constexpr int HostRetries = 0;
 constexpr int WaitForAnswer = 1;
 
 // A frame of another BVLC function ends the exchange like any other frame that carries no NPDU.
-std::vector<char> Unwrap(std::vector<char> const& datagram) {
-    std::optional<std::vector<char>> npdu = VirtualDataLink::Unframe(datagram);
+std::vector<char> Unwrap(std::vector<char> datagram) {
+    std::optional<std::vector<char>> npdu = VirtualDataLink::Unframe(std::move(datagram));
     if (!npdu) {
         throw std::runtime_error("packet format error");
     }
@@ -33,9 +35,7 @@ std::vector<char> Unwrap(std::vector<char> const& datagram) {
 }  // namespace
 
 int TBACnet::SendAndReceive(Network::NDataUnitRequest const& request, std::vector<char>& apdu) {
-    VirtualDataLink::DuRequest frame{VmacAddress(request.physicalDestination, false),
-                                     Network::ToNpdu(request)};
-    return Exchange(VirtualDataLink::Frame(std::move(frame)).data, apdu);
+    return Exchange(VirtualDataLink::FrameNpdu(IsBroadcast, Network::ToNpdu(request)), apdu);
 }
 
 int TBACnet::Receive(std::vector<char>& apdu) {

@@ -32,7 +32,7 @@ public:
     HeldValue() = default;
     explicit HeldValue(T held) : value(std::move(held)) {}
 
-    T GetValue() const { return value; }
+    T const& GetValue() const { return value; }
     void SetValue(T newValue) { value = std::move(newValue); }
 
 protected:

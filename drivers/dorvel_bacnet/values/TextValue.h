@@ -11,7 +11,7 @@ public:
     TextValue() = default;
     TextValue(std::string text, EncodingTypeEnum textEncoding);
 
-    std::string GetValue() const { return value; }
+    std::string const& GetValue() const { return value; }
     EncodingTypeEnum GetEncoding() const { return encoding; }
 
 protected:

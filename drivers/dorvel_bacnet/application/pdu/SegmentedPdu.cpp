@@ -2,13 +2,7 @@
 
 #include "Octets.h"
 #include "PduFlags.h"
-
-namespace {
-
-// Up to the service choice, which the derived classes append.
-constexpr std::size_t LongestHeader = 6;
-
-}  // namespace
+#include "UsualMessage.h"
 
 SegmentedPdu::SegmentedPdu(char id, ConfirmedServiceChoiceEnum choice)
     : invokeId(id), serviceChoice(choice) {}
@@ -51,7 +45,7 @@ std::vector<char> SegmentedPdu::GetHeader() const {
     header |= segmentedMessage ? SegmentedMessageBit : 0;
     header |= moreFollows ? MoreFollowsBit : 0;
     std::vector<char> octets;
-    octets.reserve(LongestHeader);
+    octets.reserve(UsualMessage);
     octets.push_back(static_cast<char>(header));
     return octets;
 }

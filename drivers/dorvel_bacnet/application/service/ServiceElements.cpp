@@ -6,6 +6,14 @@
 #include "SupportInformation.h"
 #include "TagKind.h"
 #include "TagParser.h"
+#include "UsualMessage.h"
+
+namespace {
+
+// Context tag 0 of four octets.
+constexpr char ObjectTag = 0x0C;
+
+}  // namespace
 
 TagBase* FindElement(ServiceElements const& elements, char tagNumber) {
     auto const element = elements.find(tagNumber);
@@ -25,7 +33,11 @@ int ReadArrayIndex(TagBase& element) {
 }
 
 std::vector<char> ObjectBytes(ObjectIdentifier object) {
-    return Tag::FromOctets(0, true, object.GetBytes()).GetBytes();
+    std::vector<char> octets;
+    octets.reserve(UsualMessage);
+    octets.push_back(ObjectTag);
+    AppendOctets(octets, object.GetBytes());
+    return octets;
 }
 
 std::vector<char> ObjectAndPropertyBytes(ObjectIdentifier object, PropertyIdentifierEnum property) {

@@ -8,7 +8,7 @@
 namespace {
 
 // Most constructed values have no more; it spares a list its first reallocations.
-constexpr std::size_t UsualSubTags = 4;
+constexpr std::size_t UsualSubTags = 8;
 
 void Append(std::vector<char>& bytes, std::vector<char> const& more) {
     bytes.insert(bytes.end(), more.begin(), more.end());

@@ -12,6 +12,8 @@ constexpr unsigned NumberFollows = 15;
 constexpr unsigned TwoOctetLengthFollows = 254;
 constexpr char ApplicationBoolean = 1;
 constexpr int MostPlaces = 0x3FFFFFFF;
+// Schedules go no deeper; it spares the list of open tags its reallocations.
+constexpr std::size_t UsualDepth = 8;
 
 unsigned Unsigned(char octet) {
     return static_cast<unsigned char>(octet);
@@ -72,7 +74,9 @@ std::unique_ptr<Tag> TagParser::ReadPrimitiveTag(IStreamBase& stream, TagHeader 
 
 std::unique_ptr<ComplexTag> TagParser::ReadComplexTag(IStreamBase& stream, TagHeader header) {
     auto root = ReadOpeningTag(stream, header);
-    std::vector<ComplexTag*> open{root.get()};
+    std::vector<ComplexTag*> open;
+    open.reserve(UsualDepth);
+    open.push_back(root.get());
     while (!open.empty()) {
         TagHeader const next(stream.ReadByte());
         if (next.GetIsComplexCloseTag()) {

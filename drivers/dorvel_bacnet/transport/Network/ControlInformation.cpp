@@ -1,5 +1,7 @@
 #include "Network/ControlInformation.h"
 
+#include "UsualMessage.h"
+
 namespace Network {
 
 namespace {
@@ -15,7 +17,10 @@ std::vector<char> ControlInformation::GetBytes() const {
     std::uint32_t const control = priority | (isNetworkMessage ? NetworkMessageBit : 0u) |
                                   (hasDestination ? DestinationBit : 0u) | (hasSource ? SourceBit : 0u) |
                                   (expectingReply ? ExpectingReplyBit : 0u);
-    std::vector<char> octets{static_cast<char>(ProtocolVersion), static_cast<char>(control & 0xFF)};
+    std::vector<char> octets;
+    octets.reserve(UsualMessage);
+    octets.push_back(static_cast<char>(ProtocolVersion));
+    octets.push_back(static_cast<char>(control & 0xFF));
     if (hasDestination) {
         Append(octets, destination);
     }

@@ -8,21 +8,23 @@
 
 namespace VirtualDataLink {
 
-Packet Frame(DuRequest request) {
+std::vector<char> FrameNpdu(bool isBroadcast, std::vector<char> npdu) {
     ProtocolMessage message;
-    message.controlInformation.function =
-        request.address.IsBroadCast() ? OriginalBroadcastNpdu : OriginalUnicastNpdu;
-    message.controlInformation.length = static_cast<unsigned short>(request.data.size() + HeaderSize);
-    message.data = std::move(request.data);
+    message.controlInformation.function = isBroadcast ? OriginalBroadcastNpdu : OriginalUnicastNpdu;
+    message.controlInformation.length = static_cast<unsigned short>(npdu.size() + HeaderSize);
+    message.data = std::move(npdu);
+    return message.GetBytes();
+}
 
+Packet Frame(DuRequest request) {
     Packet packet;
     packet.address.port = request.address.GetPort();
     packet.address.address = request.address.GetAddress();
-    packet.data = message.GetBytes();
+    packet.data = FrameNpdu(request.address.IsBroadCast(), std::move(request.data));
     return packet;
 }
 
-std::optional<std::vector<char>> Unframe(std::vector<char> const& datagram) {
+std::optional<std::vector<char>> Unframe(std::vector<char> datagram) {
     if (datagram.size() < HeaderSize || static_cast<unsigned char>(datagram[0]) != BvlcType) {
         throw std::runtime_error("packet format error");
     }
@@ -35,7 +37,8 @@ std::optional<std::vector<char>> Unframe(std::vector<char> const& datagram) {
     if (length != datagram.size()) {
         throw std::runtime_error("packet size error");
     }
-    return std::vector<char>(datagram.begin() + HeaderSize, datagram.end());
+    datagram.erase(datagram.begin(), datagram.begin() + HeaderSize);
+    return datagram;
 }
 
 }  // namespace VirtualDataLink

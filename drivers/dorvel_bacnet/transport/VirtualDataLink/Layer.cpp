@@ -35,8 +35,8 @@ void Layer::Send(std::vector<char> octets) {
 
 DuIndication Layer::Receive() {
     for (;;) {
-        Packet const packet = Socket().Receive();
-        if (auto npdu = Unframe(packet.data)) {
+        Packet packet = Socket().Receive();
+        if (auto npdu = Unframe(std::move(packet.data))) {
             return {ToVmacAddress(packet.address), std::move(*npdu)};
         }
     }
