@@ -38,7 +38,7 @@ constexpr char fence[] =
 
 workbench::ScriptLimits Limits() {
     workbench::ScriptLimits limits;
-    limits.Time = std::chrono::milliseconds(200);
+    limits.Time = std::chrono::milliseconds(20);
     limits.Memory = std::size_t{8} << 20;
     return limits;
 }
