@@ -1,6 +1,5 @@
 #include "DeviceFile.h"
 
-#include <algorithm>
 #include <fstream>
 #include <map>
 #include <set>
@@ -16,7 +15,6 @@ namespace simulator {
 namespace {
 
 constexpr std::size_t kLongestFile = 1024 * 1024;
-constexpr std::size_t kLongestMessage = 500;
 
 // All the functions that a device file can call.
 std::vector<std::string> constructors() {
@@ -63,17 +61,6 @@ std::vector<Device> buildDevices(std::string const& text) {
     }
     expectDifferent(devices);
     return devices;
-}
-
-// Texts of the file stand in its messages: they must neither break the line nor steer the terminal.
-std::string oneLine(std::string text) {
-    if (text.size() > kLongestMessage) {
-        text.resize(kLongestMessage);
-        text += "...";
-    }
-    auto const isControl = [](unsigned char c) { return c < 0x20 || c == 0x7F; };
-    std::replace_if(text.begin(), text.end(), isControl, ' ');
-    return text;
 }
 
 }  // namespace

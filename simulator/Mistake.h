@@ -21,4 +21,8 @@ private:
     int m_line;
 };
 
+// For what a message quotes of files and commands: neither does it break the line nor steer the terminal.
+// Control characters become blanks, and what is longer than 500 octets is cut.
+std::string oneLine(std::string text);
+
 }  // namespace simulator

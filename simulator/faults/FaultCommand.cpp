@@ -33,7 +33,7 @@ Words wordsOf(std::string const& line) {
         if (c == '"') {
             isQuoted = !isQuoted;
         } else {
-            words.back() += static_cast<unsigned char>(c) < ' ' ? '?' : c;
+            words.back() += c;
         }
     }
     if (isQuoted) {
@@ -106,7 +106,7 @@ Targets targetsOf(std::string const& name, Targets const& all) {
 std::string told(Targets const& targets, std::string const& what) {
     std::string text;
     for (CommandTarget const& target : targets) {
-        text += target.name + ": " + what + "\n";
+        text += oneLine(target.name) + ": " + what + "\n";
     }
     return text;
 }
@@ -127,9 +127,12 @@ std::string addFault(Words const& words, Targets const& all) {
     }
     Fault const fault = readFault(given);
     for (CommandTarget const& target : targets) {
-        if (!target.faults->add(fault)) {
+        if (target.faults->isFull()) {
             throw Mistake(target.name + " has " + std::to_string(Faults::kMost) + " faults already");
         }
+    }
+    for (CommandTarget const& target : targets) {
+        target.faults->add(fault);
     }
     return told(targets, textOf(fault));
 }
@@ -150,9 +153,9 @@ std::string list(Words const&, Targets const& all) {
     for (CommandTarget const& target : all) {
         auto const faults = target.faults->list();
         for (Fault const& fault : faults) {
-            text += target.name + ": " + textOf(fault) + "\n";
+            text += oneLine(target.name) + ": " + textOf(fault) + "\n";
         }
-        text += faults.empty() ? target.name + ": no faults\n" : "";
+        text += faults.empty() ? oneLine(target.name) + ": no faults\n" : "";
     }
     return text;
 }
@@ -192,7 +195,7 @@ CommandAnswer runFaultCommand(std::string const& line, std::vector<CommandTarget
     Words const words = wordsOf(line);
     return {false, words.empty() ? "" : run(words, targets)};
 } catch (Mistake const& mistake) {
-    return {true, std::string(mistake.what()) + "\n"};
+    return {true, oneLine(mistake.what()) + "\n"};
 }
 
 std::string faultHelp() {

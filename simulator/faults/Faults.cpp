@@ -13,11 +13,15 @@ bool isInScope(Fault const& fault, Faults::Request const& request) {
 
 }  // namespace
 
-bool Faults::add(Fault const& fault) {
+bool Faults::isFull() {
     if (m_all.size() == kMost) {
         m_all.erase(std::remove_if(m_all.begin(), m_all.end(), isSpent), m_all.end());
     }
-    if (m_all.size() == kMost) {
+    return m_all.size() == kMost;
+}
+
+bool Faults::add(Fault const& fault) {
+    if (isFull()) {
         return false;
     }
     m_all.push_back({fault, ++m_last, std::nullopt, std::minstd_rand(fault.seed)});

@@ -26,7 +26,9 @@ public:
         std::optional<ObjectId> object;        // the first one that it names
     };
 
-    // False, and nothing added, if there are too many already.
+    // Whether there are kMost that are still to come or go on.
+    bool isFull();
+    // False, and nothing added, if it is full.
     bool add(Fault const& fault);
     // Ends all of them, those of exchanges under way too.
     void clear() { m_all.clear(); }

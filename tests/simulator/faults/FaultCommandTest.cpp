@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 
 using simulator::CommandAnswer;
@@ -80,7 +81,7 @@ TEST_F(FaultCommand, MistakesAreToldAndNothingIsDone) {
         {"clear", "clear: must be: clear NAME"},
         {"clear x y", "clear: must be: clear NAME"},
         {"clear \"AHU-1", "a quotation mark is missing"},
-        {"clear \x01\x1B", "clear: unknown device \"??\""},
+        {"clear \x01\x1B", "clear: unknown device \"  \""},
     };
     for (Row const& row : rows) {
         EXPECT_EQ(run(row.line), std::string("! ") + row.message + "\n") << row.line;
@@ -93,6 +94,19 @@ TEST_F(FaultCommand, ADeviceThatIsFullTakesNoMore) {
         run("fault AHU-1 silence");
     }
     EXPECT_EQ(run("fault AHU-1 silence"), "! fault: AHU-1 has 64 faults already\n");
+}
+
+TEST_F(FaultCommand, OneFullDeviceOfAllLeavesTheOthersAlone) {
+    for (std::size_t i = 0; i < Faults::kMost; ++i) {
+        run("fault \"Room 2\" silence");
+    }
+    EXPECT_EQ(run("fault * silence"), "! fault: Room 2 has 64 faults already\n");
+    EXPECT_TRUE(ahu.list().empty());
+}
+
+TEST_F(FaultCommand, WhatIsQuotedDoesNotSteerTheTerminal) {
+    EXPECT_EQ(run("fault AHU-1 delay \x1B[2J\x7F"), "! fault: must be key=value, not \" [2J \"\n");
+    EXPECT_EQ(run("\x07"), "! unknown command \" \"\n");
 }
 
 TEST_F(FaultCommand, RandomLinesAreAnsweredInWholeLines) {
@@ -108,6 +122,8 @@ TEST_F(FaultCommand, RandomLinesAreAnsweredInWholeLines) {
         }
         std::string const answer = run(line);
         EXPECT_TRUE(answer.empty() || answer.back() == '\n') << line;
+        auto const steers = [](unsigned char c) { return (c < 0x20 && c != '\n') || c == 0x7F; };
+        EXPECT_TRUE(std::none_of(answer.begin(), answer.end(), steers)) << line;
         ASSERT_LE(ahu.list().size(), Faults::kMost);
     }
 }
