@@ -1,6 +1,9 @@
 // Values nested as deep as an answer in segments can carry, read by the whole client on a thread whose stack
 // has less than an octet for each level.
 
+#include <random>
+#include <utility>
+
 #include "ComplexTag.h"
 #include "Exceptions.h"
 #include "FakeStream.h"
@@ -55,6 +58,34 @@ TEST_F(Depth, TreeOfAWholeAnswerIsReadWrittenBackAndDestroyed) {
         auto tag = TagParser::ReadTag(stream);
         EXPECT_TRUE(tag->GetBytes() == octets);
     });
+}
+
+// A device chooses when a tree is destroyed; it must not end the process where there is no memory left.
+TEST_F(Depth, DestroyingATreeOfAnyShapeNeedsNoMemory) {
+    std::mt19937 random(31);
+    for (int i = 0; i < 200; ++i) {
+        unsigned const opening = 1 + random() % 6, closing = 1 + random() % 6;
+        Octets octets{Opening};
+        for (std::size_t depth = 1; depth > 0;) {
+            unsigned const choice = random() % 12;
+            bool const opens = choice < opening && octets.size() < 2000;
+            bool const closes = !opens && (choice < opening + closing || octets.size() >= 2000);
+            depth += opens ? 1 : 0;
+            depth -= closes ? 1 : 0;
+            octets = std::move(octets) + (opens    ? Octets{Opening}
+                                          : closes ? Octets{Closing}
+                                                   : Octets{0x21, 0x05});
+        }
+        FakeStream stream(octets);
+        long long const pieces = HeapPieces();
+        auto tag = TagParser::ReadTag(stream);
+        ASSERT_EQ(stream.Available(), 0);
+        ASSERT_TRUE(tag->GetBytes() == octets);
+        long long const made = HeapTotalsSoFar().pieces;
+        tag.reset();
+        ASSERT_EQ(HeapTotalsSoFar().pieces, made);
+        ASSERT_LE(HeapPieces(), pieces);
+    }
 }
 
 TEST_F(Depth, OpeningTagsAloneAreDestroyedWhenTheAnswerEnds) {

@@ -23,26 +23,46 @@ std::vector<char> Bracket(ComplexTag const& tag, char valLenType) {
 
 ComplexTag::ComplexTag(char tagNumber, bool isClass) : TagBase(tagNumber, isClass, 0) {}
 
-// The nested tags of all levels are gathered in one list, so that each is destroyed with one level below it.
 ComplexTag::~ComplexTag() {
-    SubTags pending;
-    ReleaseNested(pending);
-    while (!pending.empty()) {
-        auto const tag = std::move(pending.back());
-        pending.pop_back();
-        static_cast<ComplexTag&>(*tag).ReleaseNested(pending);
+    if (holdsConstructed) {
+        for (std::unique_ptr<TagBase>& tag : subTags) {
+            Dismantle(std::move(tag));
+        }
     }
 }
 
-void ComplexTag::ReleaseNested(SubTags& pending) {
-    if (!std::exchange(holdsConstructed, false)) {
-        return;
-    }
-    for (std::unique_ptr<TagBase>& tag : subTags) {
-        if (tag->IsConstructed() && static_cast<ComplexTag&>(*tag).holdsConstructed) {
-            pending.push_back(std::move(tag));
+// Walks the tree with the way back inside it. On the way down a tag that has others left becomes the first
+// sub-tag of the one taken from it, in the room that the last one leaves there; being first it is met again
+// when all others are gone, and there is nothing left to come back to.
+void ComplexTag::Dismantle(std::unique_ptr<TagBase> whole) {
+    while (ComplexTag* const holder = AsNested(*whole)) {
+        std::unique_ptr<TagBase> tag = TakeLast(*holder);
+        ComplexTag* inner = AsNested(*tag);
+        while (inner && AsNested(*whole)) {
+            std::unique_ptr<TagBase> last = TakeLast(*inner);
+            inner->subTags.push_back(std::move(whole));
+            std::swap(inner->subTags.front(), inner->subTags.back());
+            whole = std::exchange(tag, std::move(last));
+            inner = AsNested(*tag);
+        }
+        if (inner) {
+            whole = std::move(tag);
         }
     }
+}
+
+ComplexTag* ComplexTag::AsNested(TagBase& tag) {
+    if (!tag.IsConstructed()) {
+        return nullptr;
+    }
+    auto& complex = static_cast<ComplexTag&>(tag);
+    return complex.holdsConstructed && !complex.subTags.empty() ? &complex : nullptr;
+}
+
+std::unique_ptr<TagBase> ComplexTag::TakeLast(ComplexTag& tag) {
+    std::unique_ptr<TagBase> last = std::move(tag.subTags.back());
+    tag.subTags.pop_back();
+    return last;
 }
 
 std::vector<char> ComplexTag::GetBytes() const {

@@ -8,7 +8,7 @@
 
 // A constructed value: an opening tag, the sub-tags in wire order, a closing tag. It owns its sub-tags.
 // Devices may nest such values without limit, so neither writing nor destroying one uses the call stack for
-// its depth.
+// its depth; destroying one needs no memory either.
 class ComplexTag final : public TagBase {
 public:
     ComplexTag() = default;
@@ -28,8 +28,11 @@ public:
 private:
     using SubTags = std::vector<std::unique_ptr<TagBase>>;
 
-    // Moves those sub-tags to `pending` that own constructed tags themselves.
-    void ReleaseNested(SubTags& pending);
+    // Takes the last sub-tag of a tag that has one.
+    static std::unique_ptr<TagBase> TakeLast(ComplexTag& tag);
+    // The tag as a constructed one if it holds such tags itself, or held them; otherwise null.
+    static ComplexTag* AsNested(TagBase& tag);
+    static void Dismantle(std::unique_ptr<TagBase> whole);
 
     SubTags subTags;
     bool holdsConstructed = false;
