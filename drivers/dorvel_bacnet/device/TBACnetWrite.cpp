@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <iterator>
+#include <new>
 #include <stdexcept>
+#include <utility>
 
 #include "BuildValue.h"
 #include "ConfirmedRequestPdu.h"
@@ -76,9 +78,12 @@ void ThrowIfLatestWrite(RejectPdu const& pdu) {
 
 }  // namespace
 
-void TBACnet::Write(tagReadData* tag, OpcUa_VariantHlp& value) {
+void TBACnet::Write(tagReadData* tag, OpcUa_VariantHlp& value) try {
     std::unique_ptr<Network::Layer> const layer(Network::Layer::GetDefault());
     ProcessWriteTag(*tag, *layer, value);
+} catch (std::bad_alloc const&) {
+    // No memory for the layer: this write is over as any other that fails, and not the caller's task.
+    logMsg("Unknown error");
 }
 
 void TBACnet::ProcessWriteTag(tagReadData const& tag, Network::Layer&, OpcUa_VariantHlp const& value) {
@@ -113,12 +118,12 @@ std::vector<char> TBACnet::FormWriteMessage(tagReadData const& tag, int invokeId
     tagAddress const& address = *tag.address;
     PropertyInfo const info =
         SupportInformation::GetInstance()->GetPropertyInfo(address.objectType, address.propertyId);
-    std::unique_ptr<CPropertyValue> built = BuildValue(info.type, value, localTimeDiff);
     ObjectIdentifier const object(address.objectType, static_cast<unsigned int>(address.objectNumber));
-    ConfirmedRequestPdu const pdu(
-        static_cast<char>(invokeId), ConfirmedServiceChoiceEnum::WriteProperty, false,
-        MaxSegmentsAcceptedEnum::Unspecified, MaxApduLengthAcceptedEnum::Octets1024,
-        std::make_unique<WritePropertyRequest>(object, WrittenProperty(address), -1, built.release()));
+    auto request = std::make_unique<WritePropertyRequest>(object, WrittenProperty(address), -1, nullptr);
+    request->SetPropertyValue(BuildValue(info.type, value, localTimeDiff));
+    ConfirmedRequestPdu const pdu(static_cast<char>(invokeId), ConfirmedServiceChoiceEnum::WriteProperty,
+                                  false, MaxSegmentsAcceptedEnum::Unspecified,
+                                  MaxApduLengthAcceptedEnum::Octets1024, std::move(request));
     std::vector<char> apdu = pdu.GetBytes();
     AppendPriority(apdu, settings->priority);
     return apdu;

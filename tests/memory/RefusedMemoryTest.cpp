@@ -1,0 +1,55 @@
+// The device client when there is no memory for one piece of what it makes, whichever it is.
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+
+#include "Clients.h"
+#include "Heap.h"
+
+using bench::Clients;
+
+namespace {
+
+class RefusedMemory : public ::testing::TestWithParam<char const*> {};
+
+// Whether every value came. Nothing else may come out of it: the device client belongs to somebody else's
+// task.
+bool IsPolled(Clients& clients) {
+    try {
+        clients.Poll();
+        return true;
+    } catch (std::runtime_error const&) {  // of the clients' own check
+        return false;
+    }
+}
+
+}  // namespace
+
+TEST_P(RefusedMemory, IsAFailedAttemptThatLeavesNothingBehind) {
+    Clients clients(GetParam(), 1);
+    ASSERT_TRUE(IsPolled(clients));  // makes what is made once
+    long long failed = 0;
+    for (long long piece = 1;; ++piece) {
+        long long const before = test::HeapPieces();
+        test::FailPiece(piece);
+        failed += IsPolled(clients) ? 0 : 1;
+        bool const wasRefused = test::HasFailedPiece();
+        test::FailPiece(0);
+        ASSERT_EQ(test::HeapPieces(), before) << piece;
+        ASSERT_TRUE(IsPolled(clients)) << piece;
+        if (!wasRefused) {
+            break;
+        }
+    }
+    EXPECT_GT(failed, 15);
+}
+
+INSTANTIATE_TEST_SUITE_P(Workloads, RefusedMemory,
+                         ::testing::Values("properties-3", "segments-20", "schedule-10", "write-1"),
+                         [](auto const& instance) {
+                             std::string name = instance.param;
+                             name.replace(name.find('-'), 1, "");
+                             return name;
+                         });
