@@ -1,12 +1,14 @@
-// The device client when there is no memory for one piece of what it makes, whichever it is.
+// The device client, and a block, when there is no memory for one piece of what it makes, whichever it is.
 
 #include <gtest/gtest.h>
 
+#include <exception>
 #include <stdexcept>
 #include <string>
 
 #include "Clients.h"
 #include "Heap.h"
+#include "HostedBlocks.h"
 
 using bench::Clients;
 
@@ -44,6 +46,29 @@ TEST_P(RefusedMemory, IsAFailedAttemptThatLeavesNothingBehind) {
         }
     }
     EXPECT_GT(failed, 15);
+}
+
+// Here the runtime's own part of a cycle is refused memory as well, of which it may tell by an exception.
+TEST(RefusedMemoryOfABlock, LeavesNothingBehindACycle) {
+    bench::LoadAddin();
+    bench::HostedBlocks blocks("properties-3", 2, 1);
+    blocks.Make();
+    blocks.Init();
+    blocks.RunOnce();
+    long long piece = 0;
+    for (bool wasRefused = true; wasRefused;) {
+        long long const before = test::HeapPieces();
+        test::FailPiece(++piece);
+        try {
+            blocks.RunOnce();
+        } catch (std::exception const&) {
+        }
+        wasRefused = test::HasFailedPiece();
+        test::FailPiece(0);
+        blocks.RunOnce();
+        ASSERT_EQ(test::HeapPieces(), before) << piece;
+    }
+    EXPECT_GT(piece, 100);
 }
 
 INSTANTIATE_TEST_SUITE_P(Workloads, RefusedMemory,
