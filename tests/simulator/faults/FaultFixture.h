@@ -1,6 +1,6 @@
 #pragma once
 
-#include "../StationFixture.h"
+#include "StationFixture.h"
 #include "FaultCommand.h"
 #include "FaultyStation.h"
 
