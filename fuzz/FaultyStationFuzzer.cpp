@@ -103,8 +103,7 @@ private:
         for (unsigned char const c : answer.text) {
             Require((c >= 0x20 && c != 0x7F) || c == '\n', "an answer is lines");
         }
-        Require(answer.isMistake ? station.faults().list().size() == before : true,
-                "a wrong line does nothing");
+        Require(!answer.isMistake || station.faults().list().size() == before, "a wrong line does nothing");
     }
 
     static void RequireBounded(std::vector<simulator::Delivery> const& deliveries) {
