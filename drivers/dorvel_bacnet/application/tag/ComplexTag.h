@@ -32,6 +32,7 @@ private:
     static std::unique_ptr<TagBase> TakeLast(ComplexTag& tag);
     // The tag as a constructed one if it holds such tags itself, or held them; otherwise null.
     static ComplexTag* AsNested(TagBase& tag);
+    // Destroys a tag with all that it holds, in time proportional to it.
     static void Dismantle(std::unique_ptr<TagBase> whole);
 
     SubTags subTags;
