@@ -45,7 +45,6 @@ TEST_F(FirstUse, OfThePlantMakesAPollAndAWriteOnEachThread) {
     LineNetwork network([](int, Octets const& request) {
         return std::vector<LineAnswer>{{IsWrite(request) ? WriteDone(request) : ValueOf42(request)}};
     });
-    Init();
     AtOnce(Threads, [](int) {
         Plant plant(1);
         long long const id = plant.Add("WriteCondition = 1,");
