@@ -16,5 +16,7 @@ class AddIn(EndToEnd):
 
     def test_links_the_host_lua_and_the_runtimes(self):
         needed = {line.split("[")[1].rstrip("]") for line in lines("readelf", "-d", ADD_IN) if "(NEEDED)" in line}
-        self.assertEqual(needed, {"dorvel.so", "dorvelshare.so", "opcua.so", "liblua5.4.so.0",
+        # The dynamic loader itself finds what belongs to a thread.
+        others = {name for name in needed if not name.startswith("ld-linux")}
+        self.assertEqual(others, {"dorvel.so", "dorvelshare.so", "opcua.so", "liblua5.4.so.0",
                                   "libstdc++.so.6", "libgcc_s.so.1", "libc.so.6"})

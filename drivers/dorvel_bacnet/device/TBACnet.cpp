@@ -4,6 +4,7 @@
 
 #include "CodeMaps.h"
 #include "Network/AddressParser.h"
+#include "TagStore.h"
 #include "UserTrace.h"
 #include "dorvelshare/RTime.h"
 #include "dorvelshare/Trace.h"
@@ -90,6 +91,7 @@ void TBACnet::InitTags(std::vector<VelaBufferParameters*> const& params) {
 }
 
 void TBACnet::Read(std::vector<WriteDataRec>& values) {
+    TagStore const tagsOfThisPoll;
     Trace("read start\n");
     int budget = settings->errorLimit;
     for (auto const& [type, objects] : tags) {

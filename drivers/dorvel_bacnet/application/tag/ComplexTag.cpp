@@ -7,6 +7,8 @@
 
 namespace {
 
+static_assert(sizeof(ComplexTag) <= TagStore::PieceSize, "a store has no room for it");
+
 // Most constructed values have no more; it spares a list its first reallocations.
 constexpr std::size_t UsualSubTags = 8;
 

@@ -6,6 +6,8 @@
 
 namespace {
 
+static_assert(sizeof(Tag) <= TagStore::PieceSize, "a store has no room for it");
+
 constexpr unsigned LargestShortContextNumber = 6;
 constexpr std::size_t LongestHeader = 3;
 

@@ -2,6 +2,8 @@
 
 #include <vector>
 
+#include "TagStore.h"
+
 // What primitive and constructed tags have in common. Numbers are stored as given, without a range check.
 class TagBase {
 public:
@@ -9,6 +11,10 @@ public:
     TagBase(char tagNumber, bool isClass, char valLenType)
         : number(tagNumber), contextSpecific(isClass), lengthType(valLenType) {}
     virtual ~TagBase() = default;
+
+    // Tags come and go by the dozen with each answer.
+    static void* operator new(std::size_t size) { return TagStore::Take(size); }
+    static void operator delete(void* piece, std::size_t size) { TagStore::Leave(piece, size); }
 
     // The tag as it goes on the wire.
     virtual std::vector<char> GetBytes() const = 0;

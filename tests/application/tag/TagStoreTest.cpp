@@ -1,0 +1,161 @@
+#include "TagStore.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <thread>
+#include <vector>
+
+#include "ComplexTag.h"
+#include "Heap.h"
+#include "Tag.h"
+
+using namespace test;
+
+namespace {
+
+using Tags = std::vector<std::unique_ptr<TagBase>>;
+
+std::unique_ptr<TagBase> Primitive() {
+    return std::make_unique<Tag>(char{2}, false, char{0}, 0);
+}
+
+std::unique_ptr<TagBase> Constructed() {
+    return std::make_unique<ComplexTag>(char{3}, true);
+}
+
+// As many as are asked for, in a list that has its room before.
+Tags Several(int count) {
+    Tags tags(static_cast<std::size_t>(count));
+    for (auto& tag : tags) {
+        tag = Primitive();
+    }
+    return tags;
+}
+
+// The pieces that the heap gives while an action runs.
+template <class Action>
+long long PiecesFor(Action const& action) {
+    long long const before = HeapTotalsSoFar().pieces;
+    action();
+    return HeapTotalsSoFar().pieces - before;
+}
+
+TEST(TagStore, AbsentLeavesTagsToTheHeap) {
+    EXPECT_EQ(PiecesFor([] { Primitive(); }), 1);
+    EXPECT_EQ(PiecesFor([] { Primitive(); }), 1);
+    EXPECT_EQ(PiecesFor([] { Constructed(); }), 1);
+}
+
+TEST(TagStore, GivesATagWhatATagBeforeItLeft) {
+    TagStore const store;
+    EXPECT_EQ(PiecesFor([] { Primitive(); }), 1);
+    EXPECT_EQ(PiecesFor([] { Primitive(); }), 0);
+    EXPECT_EQ(PiecesFor([] { Constructed(); }), 0) << "of the other kind as well";
+    EXPECT_EQ(PiecesFor([] {
+                  auto const one = Constructed();
+                  auto const another = Primitive();
+              }),
+              1);
+}
+
+TEST(TagStore, KeepsThemApart) {
+    TagStore const store;
+    Several(3);
+    auto const first = Primitive();
+    auto const second = Constructed();
+    first->SetTagNumber(1);
+    second->SetTagNumber(2);
+    EXPECT_EQ(first->GetTagNumber(), 1);
+    EXPECT_EQ(second->GetTagNumber(), 2);
+    EXPECT_FALSE(first->IsConstructed());
+    EXPECT_TRUE(second->IsConstructed());
+}
+
+TEST(TagStore, GivesAllBackAtItsEnd) {
+    long long const before = HeapPieces();
+    {
+        TagStore const store;
+        Several(10);
+        EXPECT_EQ(HeapPieces(), before + 10);
+    }
+    EXPECT_EQ(HeapPieces(), before);
+    EXPECT_EQ(PiecesFor([] { Primitive(); }), 1) << "it is over";
+}
+
+TEST(TagStore, KeepsNoMoreThanItsMost) {
+    long long const before = HeapPieces();
+    TagStore const store;
+    Several(TagStore::MostPieces + 100);
+    EXPECT_EQ(HeapPieces(), before + TagStore::MostPieces);
+    EXPECT_EQ(PiecesFor([] { Several(TagStore::MostPieces + 1); }), 2) << "the list, and the last tag";
+}
+
+TEST(TagStore, TakesTagsThatAreOlderAndLeavesThoseThatOutliveIt) {
+    long long const before = HeapPieces();
+    auto older = Primitive();
+    std::unique_ptr<TagBase> younger;
+    {
+        TagStore const store;
+        older.reset();
+        EXPECT_EQ(PiecesFor([&younger] { younger = Constructed(); }), 0);
+    }
+    EXPECT_EQ(HeapPieces(), before + 1);
+    younger.reset();
+    EXPECT_EQ(HeapPieces(), before);
+}
+
+TEST(TagStore, ServesUntilAnotherBeginsAndWhenThatHasEnded) {
+    TagStore const outer;
+    Primitive();
+    {
+        TagStore const inner;
+        EXPECT_EQ(PiecesFor([] { Primitive(); }), 1);
+        EXPECT_EQ(PiecesFor([] { Primitive(); }), 0);
+    }
+    EXPECT_EQ(PiecesFor([] { Primitive(); }), 0);
+}
+
+TEST(TagStore, IsOfItsThreadAlone) {
+    TagStore const store;
+    Primitive();
+    long long elsewhere = 0;
+    std::thread([&elsewhere] { elsewhere = PiecesFor([] { Primitive(); }); }).join();
+    EXPECT_EQ(elsewhere, 1);
+    EXPECT_EQ(PiecesFor([] { Primitive(); }), 0);
+}
+
+// What is larger than any tag of today goes by it.
+TEST(TagStore, LeavesWhatIsTooLargeToTheHeap) {
+    class LargeTag : public Tag {
+    public:
+        char more[TagStore::PieceSize] = {};
+    };
+    TagStore const store;
+    long long const before = HeapPieces();
+    std::make_unique<LargeTag>().reset();
+    EXPECT_EQ(HeapPieces(), before);
+    EXPECT_EQ(PiecesFor([] { Primitive(); }), 1) << "nothing was left";
+}
+
+TEST(TagStore, PassesOnThatThereIsNoMemory) {
+    TagStore const store;
+    FailPiece(1);
+    EXPECT_THROW(Primitive(), std::bad_alloc);
+    EXPECT_TRUE(HasFailedPiece());
+    EXPECT_EQ(PiecesFor([] { Primitive(); }), 1) << "and serves on";
+}
+
+#if defined(__SANITIZE_ADDRESS__)
+TEST(TagStoreDeathTest, DoesNotHideATagThatIsUsedAfterItsEnd) {
+    TagStore const store;
+    TagBase* volatile gone = nullptr;
+    {
+        auto const tag = Primitive();
+        gone = tag.get();
+    }
+    EXPECT_DEATH(gone->SetTagNumber(1), "use-after-poison");
+}
+#endif
+
+}  // namespace
