@@ -141,6 +141,7 @@ void BACnetProtocol::Inited() {
         delete channel;
     }
     channels.clear();
+    channels.shrink_to_fit();
 }
 
 void BACnetProtocol::Execute() {
@@ -150,6 +151,7 @@ void BACnetProtocol::Execute() {
     }
     device->ClearFault();
     std::vector<WriteDataRec> values;
+    values.reserve(device->TagCount());
     device->Read(values);
     if (IsStopped()) {
         return;

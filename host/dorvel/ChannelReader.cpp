@@ -185,6 +185,7 @@ void get_lua_value(ScadaProtocol::Channels& channels, lua_State* L) {
         RequireList(L);
         ScadaProtocol::Channels result;
         auto const count = static_cast<lua_Integer>(lua_rawlen(L, -1));
+        result.reserve(static_cast<std::size_t>(count));
         for (lua_Integer place = 1; place <= count; ++place) {
             lua_rawgeti(L, -1, place);
             result.push_back(ChannelOnTop(L, "Vars[" + std::to_string(place) + "]"));

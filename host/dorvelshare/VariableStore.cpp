@@ -19,42 +19,38 @@ VariableState StateOf(OpcUa_Variant const& value, long long time) {
 
 long long VariableStore::Declare(std::string name, OpcUa_BuiltInTypeHlp type) {
     std::lock_guard<std::mutex> const lock(mutex);
-    auto const id = static_cast<long long>(variables.size()) + 1;
-    variables[id] = Variable{std::move(name), type, {}};
-    return id;
+    variables.push_back({std::move(name), type, {}});
+    return static_cast<long long>(variables.size());
 }
 
 bool VariableStore::Write(long long id, std::string const& field, OpcUa_Variant const& value,
                           long long time) {
     VariableState state = StateOf(value, time);
     std::lock_guard<std::mutex> const lock(mutex);
-    auto const found = variables.find(id);
-    if (found == variables.end()) {
+    if (!IsDeclared(id)) {
         return false;
     }
-    found->second.Fields[field] = std::move(state);
+    variables[Place(id)].Fields[field] = std::move(state);
     return true;
 }
 
 bool VariableStore::Read(long long id, std::string const& field, VariableState& state) const {
     std::lock_guard<std::mutex> const lock(mutex);
-    auto const found = variables.find(id);
-    if (found == variables.end()) {
+    if (!IsDeclared(id)) {
         return false;
     }
-    auto const stored = found->second.Fields.find(field);
-    state = stored == found->second.Fields.end() ? VariableState() : stored->second;
+    auto const& fields = variables[Place(id)].Fields;
+    auto const stored = fields.find(field);
+    state = stored == fields.end() ? VariableState() : stored->second;
     return true;
 }
 
 std::string VariableStore::Name(long long id) const {
     std::lock_guard<std::mutex> const lock(mutex);
-    auto const found = variables.find(id);
-    return found == variables.end() ? std::string() : found->second.Name;
+    return IsDeclared(id) ? variables[Place(id)].Name : std::string();
 }
 
 OpcUa_BuiltInTypeHlp VariableStore::Type(long long id) const {
     std::lock_guard<std::mutex> const lock(mutex);
-    auto const found = variables.find(id);
-    return found == variables.end() ? OpcUa_BuiltInTypeHlp() : found->second.Type;
+    return IsDeclared(id) ? variables[Place(id)].Type : OpcUa_BuiltInTypeHlp();
 }

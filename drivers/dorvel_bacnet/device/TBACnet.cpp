@@ -87,6 +87,7 @@ void TBACnet::InitTags(std::vector<VelaBufferParameters*> const& params) {
 
         tags[address.objectType][address.objectNumber].push_back(tag.get());
         tag.release()->descriptor.reset(param->descriptor);
+        ++tagCount;
     }
 }
 

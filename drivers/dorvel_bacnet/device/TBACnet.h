@@ -3,6 +3,7 @@
 #include <netinet/in.h>
 
 #include <atomic>
+#include <cstddef>
 #include <map>
 #include <memory>
 #include <string>
@@ -129,6 +130,8 @@ public:
     bool IsCreated() const { return settings->created; }
     TBACnetSettings& Settings() { return *settings; }
     TagTable const& Tags() const { return tags; }
+    // Room for this many records takes what a poll brings.
+    std::size_t TagCount() const { return tagCount; }
     // The last poll ran out of its budget. Only the block clears it, before each poll.
     bool HasFault() const { return fault; }
     void ClearFault() { fault = false; }
@@ -155,6 +158,7 @@ private:
 
     std::unique_ptr<TBACnetSettings> settings;
     TagTable tags;
+    std::size_t tagCount = 0;
     NLSocket* socket;
     std::unique_ptr<sockaddr_in> peer;
     // Number of the task, for the host's trace of its sockets.

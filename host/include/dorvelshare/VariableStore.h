@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <deque>
 #include <map>
 #include <mutex>
 #include <string>
@@ -37,6 +39,12 @@ private:
         std::map<std::string, VariableState> Fields;
     };
 
+    // Both under the mutex. Ids run from 1 without a gap.
+    bool IsDeclared(long long id) const {
+        return id > 0 && static_cast<unsigned long long>(id) <= variables.size();
+    }
+    static std::size_t Place(long long id) { return static_cast<std::size_t>(id - 1); }
+
     mutable std::mutex mutex;
-    std::map<long long, Variable> variables;
+    std::deque<Variable> variables;
 };

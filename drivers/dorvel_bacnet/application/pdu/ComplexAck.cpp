@@ -28,6 +28,7 @@ ComplexAck::ComplexAck(char id, ConfirmedServiceChoiceEnum choice, std::unique_p
 ComplexAck::ComplexAck(char id, ConfirmedServiceChoiceEnum choice, bool more, char sequence, char window,
                        IStreamBase& stream)
     : SegmentedPdu(id, choice, more, sequence, window) {
+    rawPayload.reserve(static_cast<std::size_t>(stream.Available()));
     while (stream.Available() != 0) {
         rawPayload.push_back(stream.ReadByte());
     }
