@@ -8,21 +8,11 @@
 
 #include "Answers.h"
 #include "LogCapture.h"
+#include "ProjectCodes.h"
 #include "ScriptedNetwork.h"
 #include "TBACnet.h"
 
 namespace test {
-
-// The project's numbers of what the tests read most.
-namespace code {
-constexpr int AnalogInput = 1;
-constexpr int AnalogValue = 3;
-constexpr int BinaryValue = 6;
-constexpr int PresentValue = 0;
-constexpr int StatusFlags = 16;
-constexpr int OutOfService = 17;
-constexpr int Description = 28;
-}  // namespace code
 
 // What a block gives its device client.
 struct DeviceParameters {

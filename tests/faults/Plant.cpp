@@ -7,6 +7,7 @@
 
 #include "DeviceFile.h"
 #include "LogCapture.h"
+#include "ProjectCodes.h"
 
 extern "C" int InitAddin();
 
@@ -30,33 +31,27 @@ constexpr int DataValue = 23;
 constexpr int Float = 10;
 constexpr int String = 12;
 
-constexpr int AnalogInput = 1;
-constexpr int AnalogOutput = 2;
-constexpr int AnalogValue = 3;
-constexpr int PresentValue = 0;
-constexpr int Description = 28;
-
 #define LONG_TEXT "a text that does not fit into one segment of fifty octets, nor into two of them"
 
 constexpr VariableRow readRows[] = {
-    {DataValue, Float, AnalogInput, PresentValue, 1, false, "21.5"},
-    {DataValue, String, AnalogInput, Description, 1, false, LONG_TEXT},
-    {Float, 0, AnalogValue, PresentValue, 1, false, "4.25"},
-    {DataValue, String, AnalogValue, Description, 1, false, LONG_TEXT},
+    {DataValue, Float, code::AnalogInput, code::PresentValue, 1, false, "21.5"},
+    {DataValue, String, code::AnalogInput, code::Description, 1, false, LONG_TEXT},
+    {Float, 0, code::AnalogValue, code::PresentValue, 1, false, "4.25"},
+    {DataValue, String, code::AnalogValue, code::Description, 1, false, LONG_TEXT},
 };
 constexpr VariableRow writeRows[] = {
-    {DataValue, Float, AnalogOutput, PresentValue, 1, true, "36.5"},
+    {DataValue, Float, code::AnalogOutput, code::PresentValue, 1, true, "36.5"},
 };
 // One object that is answered in segments, one that is not, one that is written too.
 constexpr VariableRow mixedRows[] = {
-    {DataValue, Float, AnalogInput, PresentValue, 1, false, "21.5"},
-    {DataValue, String, AnalogInput, Description, 1, false, LONG_TEXT},
-    {DataValue, Float, AnalogOutput, PresentValue, 1, true, "36.5"},
-    {Float, 0, AnalogValue, PresentValue, 1, false, "4.25"},
+    {DataValue, Float, code::AnalogInput, code::PresentValue, 1, false, "21.5"},
+    {DataValue, String, code::AnalogInput, code::Description, 1, false, LONG_TEXT},
+    {DataValue, Float, code::AnalogOutput, code::PresentValue, 1, true, "36.5"},
+    {Float, 0, code::AnalogValue, code::PresentValue, 1, false, "4.25"},
 };
 constexpr VariableRow bystanderRows[] = {
-    {DataValue, Float, AnalogInput, PresentValue, 7, false, "7.75"},
-    {String, 0, AnalogInput, Description, 7, false, "the bystander"},
+    {DataValue, Float, code::AnalogInput, code::PresentValue, 7, false, "7.75"},
+    {String, 0, code::AnalogInput, code::Description, 7, false, "the bystander"},
 };
 
 constexpr char subjectObjects[] = R"( objects = {

@@ -12,20 +12,10 @@
 #include "BinaryAnswers.h"
 #include "LineNetwork.h"
 #include "LogCapture.h"
+#include "ProjectCodes.h"
 #include "dorvelshare/VariableStore.h"
 
 namespace test {
-
-// The project's numbers of object types and properties.
-namespace code {
-constexpr int AnalogInput = 1;
-constexpr int OctetStringValue = 20;
-constexpr int Schedule = 22;
-constexpr int PresentValue = 0;
-constexpr int Description = 28;
-constexpr int WeeklySchedule = 30;
-constexpr int ExceptionSchedule = 31;
-}  // namespace code
 
 // BACnet's numbers of the properties.
 namespace property {

@@ -8,24 +8,14 @@
 #include "CommandLine.h"
 #include "DeviceFile.h"
 #include "Hex.h"
+#include "RunningClock.h"
 #include "Server.h"
 
 using simulator::CommandLine;
 using simulator::Server;
+using test::RunningClock;
 
 namespace {
-
-// A clock that has moved on by half a second each time somebody looks at it.
-class RunningClock : public simulator::Clock {
-public:
-    simulator::Moment now() const override {
-        m_now.sinceStart += std::chrono::milliseconds(500);
-        return m_now;
-    }
-
-private:
-    mutable simulator::Moment m_now;
-};
 
 std::string mistake(std::vector<std::string> const& arguments) {
     try {

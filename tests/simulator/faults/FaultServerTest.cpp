@@ -6,26 +6,16 @@
 
 #include "DeviceFile.h"
 #include "Hex.h"
+#include "RunningClock.h"
 #include "Server.h"
 
 using simulator::CommandLine;
 using simulator::Server;
+using test::RunningClock;
 
 namespace {
 
 constexpr std::uint32_t kLoopback = 0x7F000001;
-
-// A clock that has moved on by half a second each time somebody looks at it.
-class RunningClock : public simulator::Clock {
-public:
-    simulator::Moment now() const override {
-        m_now.sinceStart += std::chrono::milliseconds(500);
-        return m_now;
-    }
-
-private:
-    mutable simulator::Moment m_now;
-};
 
 // A device with faults on its socket, and a client that asks it one thing.
 class FaultServer : public ::testing::Test {

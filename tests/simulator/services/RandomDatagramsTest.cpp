@@ -1,5 +1,6 @@
-#include <random>
+#include <utility>
 
+#include "RandomOctets.h"
 #include "StationFixture.h"
 
 using test::Octets;
@@ -42,52 +43,22 @@ protected:
                   "30 01 0C 0C 00 00 00 01 19 55 3E 44 3F C0 00 00 3F");
     }
 
-    unsigned pick(unsigned limit) { return std::uniform_int_distribution<unsigned>(0, limit - 1)(m_random); }
-
-    Octets noise(std::size_t length) {
-        Octets octets;
-        while (octets.size() < length) {
-            octets.push_back(static_cast<char>(pick(256)));
-        }
-        return octets;
-    }
-
-    // Changes, cuts, adds and repeats octets, and mostly mends the length field so that the rest is reached.
-    Octets mutate(Octets octets) {
-        for (unsigned i = 0; i <= pick(4) && !octets.empty(); ++i) {
-            auto const place = octets.begin() + pick(static_cast<unsigned>(octets.size()));
-            switch (pick(5)) {
-                case 0:
-                    *place = static_cast<char>(pick(256));
-                    break;
-                case 1:
-                    *place = static_cast<char>(*place ^ (1 << pick(8)));
-                    break;
-                case 2:
-                    octets.erase(place);
-                    break;
-                case 3:
-                    octets.insert(place, *place);
-                    break;
-                default:
-                    octets.resize(pick(static_cast<unsigned>(octets.size())) + 1);
-                    break;
-            }
-        }
-        if (octets.size() >= 4 && pick(8) != 0) {
+    // Mutated, and mostly with the length field mended so that the rest is reached.
+    Octets mutated(Octets octets) {
+        octets = random.mutated(std::move(octets));
+        if (octets.size() >= 4 && random.pick(8) != 0) {
             octets[2] = static_cast<char>(octets.size() >> 8);
             octets[3] = static_cast<char>(octets.size());
         }
         return octets;
     }
 
-private:
-    std::mt19937 m_random{20240315};
+    test::RandomOctets random{20240315};
 };
 
 TEST_F(RandomDatagrams, Noise) {
     for (int i = 0; i < kCount; ++i) {
-        check(noise(pick(i % 10 == 0 ? 1500 : 40)));
+        check(random.noise(random.pick(i % 10 == 0 ? 1500 : 40)));
     }
     expectAlive();
 }
@@ -95,7 +66,7 @@ TEST_F(RandomDatagrams, Noise) {
 TEST_F(RandomDatagrams, NoiseBehindGoodHeads) {
     for (int i = 0; i < kCount; ++i) {
         Octets npdu = test::Hex("01 04");
-        Octets const apdu = noise(pick(60));
+        Octets const apdu = random.noise(random.pick(60));
         npdu.insert(npdu.end(), apdu.begin(), apdu.end());
         check(unicast(npdu));
     }
@@ -119,8 +90,8 @@ TEST_F(RandomDatagrams, GoodOnesMutated) {
     }
     seeds.push_back(test::Hex("81 04 00 12 C0 A8 01 02 BA C0 01 00 10 08 09 00 19 64"));
     for (int i = 0; i < kCount; ++i) {
-        Octets const& seed = seeds[pick(static_cast<unsigned>(seeds.size()))];
-        check(i % 3 == 0 ? seed : mutate(seed));
+        Octets const& seed = seeds[random.pick(seeds.size())];
+        check(i % 3 == 0 ? seed : mutated(seed));
     }
     expectAlive();
 }

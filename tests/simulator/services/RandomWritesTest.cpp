@@ -1,5 +1,4 @@
-#include <random>
-
+#include "RandomOctets.h"
 #include "WriteFixture.h"
 
 using test::Octets;
@@ -66,42 +65,9 @@ protected:
                   "30 01 0C 0C 00 00 00 07 19 55 3E 44 3F C0 00 00 3F");
     }
 
-    unsigned pick(unsigned limit) { return std::uniform_int_distribution<unsigned>(0, limit - 1)(m_random); }
-
-    Octets mutated(Octets octets) {
-        for (unsigned i = 0; i <= pick(3) && !octets.empty(); ++i) {
-            auto const place = octets.begin() + pick(static_cast<unsigned>(octets.size()));
-            switch (pick(4)) {
-                case 0:
-                    *place = static_cast<char>(pick(256));
-                    break;
-                case 1:
-                    *place = static_cast<char>(*place ^ (1 << pick(8)));
-                    break;
-                case 2:
-                    octets.erase(place);
-                    break;
-                default:
-                    octets.insert(place, *place);
-                    break;
-            }
-        }
-        return octets;
-    }
-
-    Octets noise(std::size_t length) {
-        Octets octets;
-        while (octets.size() < length) {
-            octets.push_back(static_cast<char>(pick(256)));
-        }
-        return octets;
-    }
-
     int m_acks = 0;
     int m_lines = 0;
-
-private:
-    std::mt19937 m_random{20260101};
+    test::RandomOctets random{20260101};
 };
 
 namespace {
@@ -130,8 +96,8 @@ TEST_F(RandomWrites, GoodOnesMutated) {
         makeDevice(rules);
         m_acks = m_lines = 0;
         for (int i = 0; i < kCount / 2; ++i) {
-            Octets const seed = test::Hex(kSeeds[pick(std::size(kSeeds))]);
-            send(test::Hex("02 75 01 0F") + (i % 8 == 0 ? seed : mutated(seed)));
+            Octets const seed = test::Hex(kSeeds[random.pick(std::size(kSeeds))]);
+            send(test::Hex("02 75 01 0F") + (i % 8 == 0 ? seed : random.mutated(seed)));
             if (i % 500 == 0) {
                 expectReadable();
             }
@@ -146,9 +112,10 @@ TEST_F(RandomWrites, GoodOnesMutated) {
 TEST_F(RandomWrites, NoiseForAValue) {
     makeDevice("");
     for (int i = 0; i < kCount; ++i) {
-        Octets const seed = test::Hex(kSeeds[pick(std::size(kSeeds))]);
+        Octets const seed = test::Hex(kSeeds[random.pick(std::size(kSeeds))]);
         Octets const head(seed.begin(), seed.begin() + 7);
-        send(test::Hex("02 75 01 0F") + head + test::Hex("3E") + noise(pick(20)) + test::Hex("3F"));
+        send(test::Hex("02 75 01 0F") + head + test::Hex("3E") + random.noise(random.pick(20)) +
+             test::Hex("3F"));
     }
     expectReadable();
     EXPECT_GE(m_lines, kCount);
@@ -157,7 +124,7 @@ TEST_F(RandomWrites, NoiseForAValue) {
 TEST_F(RandomWrites, NoiseForARequest) {
     makeDevice("");
     for (int i = 0; i < kCount; ++i) {
-        send(test::Hex("02 75 01 0F") + noise(pick(60)));
+        send(test::Hex("02 75 01 0F") + random.noise(random.pick(60)));
     }
     expectReadable();
 }

@@ -3,8 +3,8 @@
 #include <cstddef>
 
 // The memory of tags. An answer is some twenty small objects that live for one transaction, and the next
-// answer is the same again: while a store lives, what its thread's tags leave is taken by the tags after them,
-// and not asked of the heap each time. It gives all back at its end, so nothing is kept between polls.
+// answer is the same again: while a store lives, what its thread's tags leave is taken by the tags after
+// them, and not asked of the heap each time. It gives all back at its end, so nothing is kept between polls.
 //
 // Every piece is one of the heap's own, whether or not a store lives: a tag may be older than the store that
 // gets its memory, and may outlive the one that its memory came from. Of several stores on a thread the
