@@ -1,10 +1,8 @@
 // Ways past the limits that a project has.
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <fstream>
-
 #include "Projects.h"
+#include "TemporaryFolder.h"
 
 using namespace test;
 
@@ -14,34 +12,22 @@ class ProjectFences : public testing::Test {
 protected:
     static std::string Mistake(std::string const& text) { return MistakeIn(text, {}, QuickLimits()); }
 
-    // A module that the project can require by the name of the test; gone with the test.
-    void MakeModule(std::string const& content) {
-        file = testing::TempDir() + "project_fences_module.lua";
-        std::ofstream(file, std::ios::binary) << content;
-    }
-    ~ProjectFences() override {
-        if (!file.empty()) {
-            std::remove(file.c_str());
-        }
-    }
-
-    // Lua that requires the module.
-    static std::string Require() {
-        return "package.path = '" + testing::TempDir() + "?.lua' local m = require 'project_fences_module' ";
+    // Lua that requires a module of that content.
+    std::string Require(std::string const& content) const {
+        folder.Write("fences.lua", content);
+        return "package.path = '" + folder.Path() + "/?.lua' local m = require 'fences' ";
     }
 
     FakeAddIn addIn;
-    std::string file;
+    TemporaryFolder folder;
 };
 
 TEST_F(ProjectFences, AModuleInLuaIsRequired) {
-    MakeModule("return {name = ...}");
-    EXPECT_EQ(Mistake(Require() + "assert(m.name == 'project_fences_module')\n" + OneBlock), "loaded");
+    EXPECT_EQ(Mistake(Require("return {name = ...}") + "assert(m.name == 'fences')\n" + OneBlock), "loaded");
 }
 
 TEST_F(ProjectFences, APrecompiledModuleIsRefused) {
-    MakeModule("\x1BLua");
-    EXPECT_NE(Mistake(Require() + OneBlock).find("attempt to load a binary chunk (mode is 't')"),
+    EXPECT_NE(Mistake(Require("\x1BLua") + OneBlock).find("attempt to load a binary chunk (mode is 't')"),
               std::string::npos);
 }
 

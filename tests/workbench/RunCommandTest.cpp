@@ -6,13 +6,13 @@
 #include <unistd.h>
 
 #include <atomic>
-#include <cstdio>
 #include <fstream>
 #include <sstream>
 
 #include "ExitCode.h"
 #include "FakeEnvironment.h"
 #include "Projects.h"
+#include "TemporaryFolder.h"
 #include "dorvelshare/NLSocket.h"
 #include "dorvelshare/Trace.h"
 
@@ -25,9 +25,7 @@ namespace {
 class RunCommand : public testing::Test {
 protected:
     void SetUp() override {
-        folder = testing::TempDir() + "workbench-test-XXXXXX";
-        ASSERT_NE(mkdtemp(folder.data()), nullptr);
-        options.Project = Write("project.lua", "Task{Name='fast', Period=1}\n" + OneBlock);
+        options.Project = folder.Write("project.lua", "Task{Name='fast', Period=1}\n" + OneBlock);
         options.Format = OutputFormat::Json;
         options.Cycles = 3;
         world.time = 133549760960000000LL;
@@ -36,16 +34,6 @@ protected:
     void TearDown() override {
         EXPECT_EQ(&dorvel::Environment(), &world);
         dorvel::SetEnvironment(nullptr);
-        for (std::string const& file : files) {
-            std::remove(file.c_str());
-        }
-        rmdir(folder.c_str());
-    }
-
-    std::string Write(std::string const& name, std::string const& text) {
-        files.push_back(folder + "/" + name);
-        std::ofstream(files.back()) << text;
-        return files.back();
     }
 
     int Run(int in = -1) { return RunProject(options, {out, err, false, false, in}); }
@@ -66,8 +54,8 @@ protected:
         std::string variable = Temperature;
         variable.insert(variable.size() - 1, ", Write=true");
         options.Project =
-            Write("writable.lua", "Task{Name='fast', Period=1}\n" + more +
-                                      Block(R"(Name="AHU", Address="1.2.3.4:47808")", variable));
+            folder.Write("writable.lua", "Task{Name='fast', Period=1}\n" + more +
+                                             Block(R"(Name="AHU", Address="1.2.3.4:47808")", variable));
         addIn.OnCycle = [this](FakeDriver& driver) {
             driver.Deliver(0, device);
             driver.Tell(false, "");
@@ -109,8 +97,7 @@ protected:
     OpcUa_VariantHlp device = Float(20);
     FakeEnvironment world;
     FakeAddIn addIn{Poll};
-    std::string folder;
-    std::vector<std::string> files;
+    TemporaryFolder folder;
     Options options;
     std::ostringstream out;
     std::ostringstream err;
@@ -209,7 +196,7 @@ TEST_F(RunCommand, TheCaptureFileIsWritten) {
         NLCloseSocket(&socket);
         Poll(driver);
     };
-    options.CaptureFile = Write("run.pcap", "");
+    options.CaptureFile = folder.Write("run.pcap", "");
     EXPECT_EQ(Run(), ExitOk);
     std::ifstream capture(options.CaptureFile, std::ios::binary);
     std::string const octets{std::istreambuf_iterator<char>(capture), {}};
@@ -217,7 +204,7 @@ TEST_F(RunCommand, TheCaptureFileIsWritten) {
 }
 
 TEST_F(RunCommand, ACaptureFileThatCannotBeWritten) {
-    options.CaptureFile = folder + "/no/run.pcap";
+    options.CaptureFile = folder.Path() + "/no/run.pcap";
     EXPECT_THROW(Run(), std::runtime_error);
     options.CaptureFile = "/dev/full";
     EXPECT_THROW(Run(), std::runtime_error);
@@ -244,14 +231,14 @@ TEST_F(RunCommand, AnInterruptEndsARunWithoutEnd) {
 
 TEST_F(RunCommand, ACycleThatAnInterruptCutsShortIsNoFault) {
     addIn.OnCycle = [](FakeDriver&) { raise(SIGINT); };
-    options.Project = Write("slow.lua", "Task{Name='slow', Period=60000}\n" + OneBlock);
+    options.Project = folder.Write("slow.lua", "Task{Name='slow', Period=60000}\n" + OneBlock);
     options.FailOnFault = true;
     EXPECT_EQ(Run(), ExitOk);
     EXPECT_EQ(out.str(), "");
 }
 
 TEST_F(RunCommand, MistakesComeBeforeAnyOutput) {
-    options.Project = Write("bad.lua", "BACnet.new{}");
+    options.Project = folder.Write("bad.lua", "BACnet.new{}");
     try {
         Run();
         FAIL();
@@ -332,9 +319,10 @@ TEST_F(RunCommand, ValuesFromLinesAreAnsweredOnStandardErrorBesideLines) {
 
 TEST_F(RunCommand, AVariableThatIsWrittenElsewhereIsAWarning) {
     MakeWritable();
-    options.Project = Write("name.lua", Block(R"(Name="AHU", Address="1.2.3.4:47808")",
-                                              "{Name='N', Type='String', ObjectType='analog-value', "
-                                              "ObjectProperties='description', ObjectNumber=1, Write=true}"));
+    options.Project =
+        folder.Write("name.lua", Block(R"(Name="AHU", Address="1.2.3.4:47808")",
+                                       "{Name='N', Type='String', ObjectType='analog-value', "
+                                       "ObjectProperties='description', ObjectNumber=1, Write=true}"));
     EXPECT_EQ(CheckProject(options, {out, err, false, false}), ExitOk);
     EXPECT_EQ(err.str(), "warning: AHU.N: the driver reads description and writes to present-value\n");
 }

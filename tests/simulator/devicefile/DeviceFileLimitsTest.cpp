@@ -1,12 +1,11 @@
 // Device files that would take the program's time or memory, or the terminal, and files that are none.
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <fstream>
 #include <string>
 
 #include "DeviceFile.h"
 #include "Mistake.h"
+#include "TemporaryFolder.h"
 
 namespace {
 
@@ -68,10 +67,9 @@ TEST(DeviceFileLimits, AFileWithoutEndIsNoDeviceFile) {
 }
 
 TEST(DeviceFileLimits, ALongFileIsNoDeviceFile) {
-    std::string const path = testing::TempDir() + "long-device-file.lua";
-    std::ofstream(path) << std::string(1024 * 1024 + 1, ' ');
+    test::TemporaryFolder const folder;
+    std::string const path = folder.Write("long.lua", std::string(1024 * 1024 + 1, ' '));
     EXPECT_EQ(mistakeInFile(path), path + ": is longer than a device file may be");
-    std::remove(path.c_str());
 }
 
 TEST(DeviceFileLimits, AFileOfZeroesEndsInAMessage) {
