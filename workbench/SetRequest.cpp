@@ -57,7 +57,7 @@ std::string NameSuggestion(std::deque<BlockConfig> const& blocks, std::string co
     Found const bare = FindVariable(
         blocks, [&](BlockConfig const&, VariableConfig const& variable) { return variable.Name == name; });
     if (bare.Variable) {
-        return " (did you mean " + Describe({FullName(*bare.Block, *bare.Variable)}) + "?)";
+        return Suggest(FullName(*bare.Block, *bare.Variable));
     }
     std::string const suggestion = DidYouMean(name, WritableNames(blocks));
     return suggestion.empty() ? DidYouMean(name, NamesIf(blocks, [](auto const&) { return true; }))
@@ -106,7 +106,7 @@ std::string ValueSuggestion(std::string text, _OpcUa_BuiltInType type) {
     }
     std::replace(text.begin(), text.end(), ',', '.');
     OpcUa_VariantHlp value;
-    return IsOfType(text, type, value) ? " (did you mean \"" + text + "\"?)" : std::string();
+    return IsOfType(text, type, value) ? Suggest(text) : std::string();
 }
 
 std::string Trimmed(std::string_view text) {

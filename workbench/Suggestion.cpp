@@ -4,6 +4,8 @@
 #include <cctype>
 #include <cstddef>
 
+#include "LuaValue.h"
+
 namespace workbench {
 
 namespace {
@@ -64,7 +66,11 @@ std::string Nearest(std::string_view text, std::vector<std::string> const& candi
 
 std::string DidYouMean(std::string_view text, std::vector<std::string> const& candidates) {
     std::string const nearest = Nearest(text, candidates);
-    return nearest.empty() ? std::string() : " (did you mean \"" + nearest + "\"?)";
+    return nearest.empty() ? std::string() : Suggest(nearest);
+}
+
+std::string Suggest(std::string const& text) {
+    return " (did you mean " + Describe({text}) + "?)";
 }
 
 }  // namespace workbench

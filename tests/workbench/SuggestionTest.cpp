@@ -34,6 +34,12 @@ TEST(Suggestion, IsAQuestionInAMessage) {
     EXPECT_EQ(DidYouMean("rde", colours), " (did you mean \"red\"?)");
 }
 
+// Found by feeding the project loader at random: a variable may be named with a control character.
+TEST(Suggestion, StaysOnItsLine) {
+    EXPECT_EQ(DidYouMean("A.T", {"A.\x14"}), " (did you mean \"A.\\x14\"?)");
+    EXPECT_EQ(Suggest("a\nb"), " (did you mean \"a\\nb\"?)");
+}
+
 TEST(Suggestion, EveryCandidateIsNearestToItself) {
     std::mt19937 random(7);
     for (int i = 0; i < 10000; ++i) {
