@@ -60,10 +60,9 @@ void DriverPoll::AddVariable(int property, int number, _OpcUa_BuiltInType type) 
 }
 
 double DriverPoll::Round() {
+    std::vector<WriteDataRec> values;
     device->ClearFault();
     StopWatch const watch;
-    std::vector<WriteDataRec> values;
-    values.reserve(device->TagCount());
     device->Read(values);
     double const figure = watch.MicrosecondsPer(static_cast<std::size_t>(objects));
     Check(values);

@@ -151,7 +151,6 @@ void BACnetProtocol::Execute() {
     }
     device->ClearFault();
     std::vector<WriteDataRec> values;
-    values.reserve(device->TagCount());
     device->Read(values);
     if (IsStopped()) {
         return;

@@ -1,5 +1,6 @@
 #include "TBACnet.h"
 
+#include <exception>
 #include <utility>
 
 #include "CodeMaps.h"
@@ -18,6 +19,15 @@ namespace {
 
 // How many local ports a client behind a router tries.
 constexpr int PortsToTry = 20;
+
+// Room for so many records more, so that they need not move as they come. Where there is none at once, there
+// may be some as they come.
+void MakeRoom(std::vector<WriteDataRec>& values, std::size_t count) {
+    try {
+        values.reserve(values.size() + count);
+    } catch (std::exception const&) {
+    }
+}
 
 }  // namespace
 
@@ -93,6 +103,7 @@ void TBACnet::InitTags(std::vector<VelaBufferParameters*> const& params) {
 
 void TBACnet::Read(std::vector<WriteDataRec>& values) {
     TagStore const tagsOfThisPoll;
+    MakeRoom(values, tagCount);
     Trace("read start\n");
     int budget = settings->errorLimit;
     for (auto const& [type, objects] : tags) {

@@ -130,8 +130,6 @@ public:
     bool IsCreated() const { return settings->created; }
     TBACnetSettings& Settings() { return *settings; }
     TagTable const& Tags() const { return tags; }
-    // Room for this many records takes what a poll brings.
-    std::size_t TagCount() const { return tagCount; }
     // The last poll ran out of its budget. Only the block clears it, before each poll.
     bool HasFault() const { return fault; }
     void ClearFault() { fault = false; }

@@ -39,7 +39,7 @@ private:
         std::map<std::string, VariableState> Fields;
     };
 
-    // Both under the mutex. Ids run from 1 without a gap.
+    // Ids run from 1 without a gap. IsDeclared is asked under the mutex, Place for a declared id only.
     bool IsDeclared(long long id) const {
         return id > 0 && static_cast<unsigned long long>(id) <= variables.size();
     }
