@@ -101,6 +101,7 @@ public:
     }
 
     long long Now() override { return Start + elapsed * 10000; }
+    long long SteadyNow() override { return Now(); }
     long long LocalTimeDiff() override { return 0; }
 
 private:

@@ -27,6 +27,7 @@ public:
     bool Send(int, sockaddr_in const&, void const*, int) override { return true; }
     int Receive(int, sockaddr_in&, void*, int, int) override { return -1; }
     long long Now() override { return 133485408000000000; }
+    long long SteadyNow() override { return Now(); }
     long long LocalTimeDiff() override { return 0; }
 };
 

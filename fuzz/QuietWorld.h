@@ -25,6 +25,7 @@ public:
     int Receive(int, sockaddr_in&, void*, int, int) override { return -1; }
     // 1 January 2024, 00:00 UTC.
     long long Now() override { return 133485408000000000; }
+    long long SteadyNow() override { return Now(); }
     long long LocalTimeDiff() override { return 0; }
 };
 

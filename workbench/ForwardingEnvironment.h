@@ -19,6 +19,7 @@ public:
         return inner.Receive(handle, sender, buffer, size, timeout);
     }
     long long Now() override { return inner.Now(); }
+    long long SteadyNow() override { return inner.SteadyNow(); }
     long long LocalTimeDiff() override { return inner.LocalTimeDiff(); }
 
 protected:

@@ -23,15 +23,16 @@ bool MeasuringEnvironment::Send(int handle, sockaddr_in const& peer, void const*
 
 int MeasuringEnvironment::Receive(int handle, sockaddr_in& sender, void* buffer, int size, int timeout) {
     int const length = inner.Receive(handle, sender, buffer, size, timeout);
-    if (length < 0) {
-        return length;
-    }
     long long const end = inner.Now();
     std::lock_guard<std::mutex> const lock(mutex);
-    ++figures.Answers;
     auto const request = sent.find(handle);
+    if (length >= 0) {
+        ++figures.Answers;
+        if (request != sent.end()) {
+            figures.Trips.Add(end - request->second);
+        }
+    }
     if (request != sent.end()) {
-        figures.Trips.Add(end - request->second);
         sent.erase(request);
     }
     return length;

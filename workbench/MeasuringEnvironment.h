@@ -11,7 +11,9 @@ namespace workbench {
 struct TrafficFigures {
     unsigned long long Requests = 0;  // datagrams sent
     unsigned long long Answers = 0;   // datagrams received
-    RoundTrips Trips;  // from a datagram sent to the first one received behind it on the same socket
+    // From a datagram sent to the first one received after it on the same socket, if it comes while somebody
+    // waits for it: what is dropped later is an answer and no round trip.
+    RoundTrips Trips;
 };
 
 // Counts datagrams and measures round trips, and passes everything on.

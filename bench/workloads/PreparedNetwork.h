@@ -29,6 +29,7 @@ public:
     bool Send(int handle, sockaddr_in const& peer, void const* data, int length) override;
     int Receive(int handle, sockaddr_in& sender, void* buffer, int size, int timeout) override;
     long long Now() override;
+    long long SteadyNow() override { return Now(); }
     long long LocalTimeDiff() override;
 
 private:

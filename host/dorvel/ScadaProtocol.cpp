@@ -6,6 +6,7 @@
 
 #include "LuaCall.h"
 #include "RuntimeImpl.h"
+#include "dorvelshare/NLSocket.h"
 #include "dorvelshare/RTime.h"
 
 namespace {
@@ -99,6 +100,7 @@ bool ScadaProtocol::Cycle() {
     if (!MayExecute()) {
         return false;
     }
+    NLBeginCycle(faultTime != 0);
     ExecuteGuarded();
     std::lock_guard<std::mutex> const lock(state.Mutex);
     faultTime = state.Fault ? getRDateTime() : 0;

@@ -2,6 +2,8 @@
 
 #include <arpa/inet.h>
 
+#include <algorithm>
+
 #include "dorvelshare/HostEnvironment.h"
 #include "dorvelshare/Trace.h"
 
@@ -11,22 +13,85 @@ namespace {
 
 constexpr int TraceInfo = 0x04;
 
+// Units of HostEnvironment::SteadyNow. A device answers within an exchange, or the exchange is given up: what
+// waits in a socket that nobody has used for so long belongs to an earlier one.
+constexpr long long IdleTime = 200'000;
+// Datagrams that one request drops, so that a flood does not hold it.
+constexpr int MostDropped = 256;
+constexpr int LongestDatagram = 1500;
+
+// What NLBeginCycle said of the cycle that this thread runs, until its first request.
+thread_local bool isAfterFault = false;
+
+void Adopt(NLSocket& socket, int handle) {
+    socket.open = 1;
+    socket.unanswered = 0;
+    socket.handle = handle;
+    socket.port = Environment().LocalPort(handle);
+    socket.lastUse = Environment().SteadyNow();
+}
+
 bool OpenOn(NLSocket& socket, unsigned short port) {
     int const handle = Environment().Open(port);
     if (handle < 0) {
         return false;
     }
-    socket.open = 1;
-    socket.handle = handle;
-    socket.port = Environment().LocalPort(handle);
+    Adopt(socket, handle);
     return true;
+}
+
+// Opens a second socket on another port than the present one; -1 if there is none. A port of the range that
+// was left is taken again last, when its late answers have come.
+int OpenElsewhere(NLSocket const& socket) {
+    int const current = socket.port - socket.firstPort;
+    for (int step = 1; step <= socket.portCount; ++step) {
+        int const offset = (std::max(current, 0) + step) % socket.portCount;
+        int const handle = Environment().Open(static_cast<unsigned short>(socket.firstPort + offset));
+        if (handle >= 0) {
+            return handle;
+        }
+    }
+    return Environment().Open(0);
+}
+
+void ChangePort(NLSocket& socket) {
+    int const handle = OpenElsewhere(socket);
+    if (handle >= 0) {
+        Environment().Close(socket.handle);
+        Adopt(socket, handle);
+    }
+}
+
+int ReceiveFrom(NLSocket const& socket, void* buffer, int bufferSize, int timeout) {
+    sockaddr_in sender{};
+    return Environment().Receive(socket.handle, sender, buffer, bufferSize, timeout);
+}
+
+void DropWaiting(NLSocket const& socket, unsigned short task) {
+    char datagram[LongestDatagram];
+    int dropped = 0;
+    while (dropped < MostDropped && ReceiveFrom(socket, datagram, sizeof datagram, 0) >= 0) {
+        ++dropped;
+    }
+    if (dropped > 0) {
+        OpcUa_Trace_Imp(TraceInfo, __FILE__, __LINE__, "task %u: %d datagrams from before the request dropped",
+                        task, dropped);
+    }
+}
+
+// Keeps the answers to earlier requests away from the one that is about to be sent.
+void LeaveOldAnswers(NLSocket& socket, unsigned short task) {
+    if (Environment().SteadyNow() - socket.lastUse >= IdleTime) {
+        DropWaiting(socket, task);
+    }
+    if (socket.unanswered != 0 || isAfterFault) {
+        ChangePort(socket);
+    }
+    isAfterFault = false;
 }
 
 bool SendTo(NLSocket const& socket, sockaddr_in const* peer, void const* data, int length,
             unsigned short task) {
-    if (!data && length == 0) {
-        return true;
-    }
     if (!data || !peer || length < 0 || !Environment().Send(socket.handle, *peer, data, length)) {
         OpcUa_Trace_Imp(TraceInfo, __FILE__, __LINE__, "task %u: %d octets could not be sent", task, length);
         return false;
@@ -56,8 +121,11 @@ unsigned int IPAddressFromString(char const* text) {
 
 int NLTryOpenUDPSocket(NLSocket* socket, unsigned short port, int count) {
     NLCloseSocket(socket);
-    for (int i = 0; i < count && port + i <= 0xFFFF; ++i) {
+    int const inRange = std::min(count, 0x10000 - port);
+    for (int i = 0; i < inRange; ++i) {
         if (OpenOn(*socket, static_cast<unsigned short>(port + i))) {
+            socket->firstPort = port;
+            socket->portCount = static_cast<unsigned short>(std::min(inRange, 0xFFFF));
             return 0;
         }
     }
@@ -66,23 +134,31 @@ int NLTryOpenUDPSocket(NLSocket* socket, unsigned short port, int count) {
 
 int NLSendReceive(NLSocket* socket, sockaddr_in* peer, void const* data, int length, void* buffer,
                   int bufferSize, int timeout, int retries, int receive, unsigned short task) {
+    bool const sends = data || length != 0;
+    bool const receives = receive != 0 && buffer && bufferSize > 0;
+    if (socket->open != 0 && sends) {
+        LeaveOldAnswers(*socket, task);
+    }
     if (socket->open == 0 && !OpenOn(*socket, 0)) {
         return -1;
     }
-    for (int attempt = 0; attempt == 0 || attempt <= retries; ++attempt) {
-        if (!SendTo(*socket, peer, data, length, task)) {
-            return -1;
+    int result = -1;
+    for (int left = std::max(retries, 0); result < 0 && left >= 0; --left) {
+        if (sends && !SendTo(*socket, peer, data, length, task)) {
+            break;
         }
-        if (receive == 0 || !buffer || bufferSize <= 0) {
-            return 0;
-        }
-        sockaddr_in sender{};
-        int const received = Environment().Receive(socket->handle, sender, buffer, bufferSize, timeout);
-        if (received >= 0) {
-            return received;
-        }
+        int const received = receives ? ReceiveFrom(*socket, buffer, bufferSize, timeout) : 0;
+        result = left == 0 ? std::max(received, 0) : received;
     }
-    return 0;
+    if (sends) {
+        socket->unanswered = receives && result <= 0;
+    }
+    socket->lastUse = Environment().SteadyNow();
+    return result;
+}
+
+void NLBeginCycle(bool afterFault) {
+    isAfterFault = afterFault;
 }
 
 void NLCloseSocket(NLSocket* socket) {
@@ -91,4 +167,5 @@ void NLCloseSocket(NLSocket* socket) {
     }
     socket->open = 0;
     socket->handle = -1;
+    socket->portCount = 0;
 }

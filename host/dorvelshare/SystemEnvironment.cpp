@@ -33,6 +33,23 @@ sockaddr_in LocalAddress(unsigned short port) {
     return address;
 }
 
+// The wait, in milliseconds, that every socket is given when it is opened: a receive with this time-out, the
+// usual one, takes one system call. Any other one takes poll besides.
+constexpr int UsualWait = 1000;
+
+// A wait in the socket is counted in ticks of the kernel, the first of which has begun already: with one
+// millisecond more it is never too short.
+timeval SocketWait() {
+    timeval wait{};
+    wait.tv_sec = UsualWait / 1000;
+    wait.tv_usec = (UsualWait % 1000 + 1) * 1000;
+    return wait;
+}
+
+long long TicksOf(timespec const& time) {
+    return time.tv_sec * TicksPerSecond + time.tv_nsec / 100;
+}
+
 // An error that a handle keeps for good. The others (an ICMP message about an earlier request, a network that
 // is down for a while, a datagram with a bad checksum) belong to one datagram, and waiting goes on.
 bool IsLasting(int error) {
@@ -63,8 +80,10 @@ public:
             return -1;
         }
         int const yes = 1;
+        timeval const wait = SocketWait();
         sockaddr_in const address = LocalAddress(port);
         if (::setsockopt(handle, SOL_SOCKET, SO_BROADCAST, &yes, sizeof yes) != 0 ||
+            ::setsockopt(handle, SOL_SOCKET, SO_RCVTIMEO, &wait, sizeof wait) != 0 ||
             ::bind(handle, Generic(&address), sizeof address) != 0) {
             ::close(handle);
             return -1;
@@ -94,24 +113,31 @@ public:
 
     int Receive(int handle, sockaddr_in& sender, void* buffer, int size, int timeout) override {
         auto const deadline = Clock::now() + std::chrono::milliseconds(std::max(timeout, 0));
-        while (WaitReadable(handle, deadline)) {
+        int flags = timeout == UsualWait ? 0 : MSG_DONTWAIT;
+        for (;;) {
             socklen_t senderSize = sizeof sender;
-            ssize_t const length = ::recvfrom(handle, buffer, static_cast<std::size_t>(size), MSG_DONTWAIT,
+            ssize_t const length = ::recvfrom(handle, buffer, static_cast<std::size_t>(size), flags,
                                               Generic(&sender), &senderSize);
             if (length >= 0) {
                 return static_cast<int>(length);
             }
-            if (IsLasting(errno) || Clock::now() >= deadline) {
-                break;
+            flags = MSG_DONTWAIT;
+            if (IsLasting(errno) || Clock::now() >= deadline || !WaitReadable(handle, deadline)) {
+                return -1;
             }
         }
-        return -1;
     }
 
     long long Now() override {
         timespec now{};
         ::clock_gettime(CLOCK_REALTIME, &now);
-        return TicksTo1970 + now.tv_sec * TicksPerSecond + now.tv_nsec / 100;
+        return TicksTo1970 + TicksOf(now);
+    }
+
+    long long SteadyNow() override {
+        timespec now{};
+        ::clock_gettime(CLOCK_MONOTONIC, &now);
+        return TicksOf(now);
     }
 
     long long LocalTimeDiff() override {

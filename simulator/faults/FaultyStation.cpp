@@ -24,7 +24,8 @@ std::uint8_t octet(Octets const& octets, std::size_t place) {
 
 bool isOfSegments(FaultKind kind) {
     return kind == FaultKind::LostSegment || kind == FaultKind::SegmentsOutOfOrder ||
-           kind == FaultKind::RepeatedSegment || kind == FaultKind::EndlessSegments;
+           kind == FaultKind::RepeatedSegment || kind == FaultKind::SegmentsAtOnce ||
+           kind == FaultKind::EndlessSegments;
 }
 
 bool replacesAnswer(FaultKind kind) {
@@ -146,7 +147,7 @@ FaultyStation::Deliveries FaultyStation::receiveRequest(Datagram const& datagram
     std::stable_partition(exchange.hits.begin(), exchange.hits.end(),
                           [](Faults::Hit const& hit) { return isOfSegments(hit.fault.kind); });
     Deliveries deliveries = serve(datagram, indication, exchange, now);
-    remember(indication.peer.endpoint, deliveries);
+    remember(indication.peer.endpoint.address, deliveries);
     deliveries = disturbed(exchange, std::move(deliveries), now);
     if (!exchange.hits.empty()) {
         if (m_exchanges.size() == kMostExchanges) {
@@ -259,6 +260,9 @@ void FaultyStation::disturb(Exchange& exchange, Faults::Hit const& hit, Deliveri
                 copyBehind(deliveries, segment);
             }
             break;
+        case FaultKind::SegmentsAtOnce:
+            addAllSegments(exchange, deliveries, now);
+            break;
         case FaultKind::EndlessSegments:
             makeEndless(exchange, hit.fault, deliveries);
             break;
@@ -362,6 +366,19 @@ void FaultyStation::swapSegments(Exchange const& exchange, std::uint32_t segment
     }
 }
 
+// The station's segments up to the last; of later acknowledgements and repetitions nothing comes.
+void FaultyStation::addAllSegments(Exchange& exchange, Deliveries& deliveries, Moment const& now) {
+    while (!deliveries.empty() && deliveries.size() < kMostDeliveries) {
+        auto const last = datagrams::sequenceNumber(deliveries.back().datagram.octets);
+        Deliveries more = last ? acknowledged(exchange, *last, now) : Deliveries();
+        if (more.empty()) {
+            exchange.isOver = last.has_value();
+            return;
+        }
+        deliveries.insert(deliveries.end(), more.begin(), more.end());
+    }
+}
+
 // What the station sends when the client has acknowledged a segment in a window of one.
 FaultyStation::Deliveries FaultyStation::acknowledged(Exchange const& exchange, std::uint32_t segment,
                                                       Moment const& now) {
@@ -394,13 +411,13 @@ void FaultyStation::forget(Peer const& peer, std::uint8_t invokeId) {
 }
 
 // Keeps the new answer, if there is one, and takes the one before out for PreviousAnswer.
-void FaultyStation::remember(Endpoint const& endpoint, Deliveries const& deliveries) {
+void FaultyStation::remember(std::uint32_t address, Deliveries const& deliveries) {
     m_previous.reset();
     if (deliveries.empty()) {
         return;
     }
     auto const memory = std::find_if(m_memories.begin(), m_memories.end(),
-                                     [&](Memory const& candidate) { return candidate.endpoint == endpoint; });
+                                     [&](Memory const& candidate) { return candidate.address == address; });
     if (memory != m_memories.end()) {
         m_previous = std::move(memory->answer);
         m_memories.erase(memory);
@@ -408,7 +425,7 @@ void FaultyStation::remember(Endpoint const& endpoint, Deliveries const& deliver
     if (m_memories.size() == kMostExchanges) {
         m_memories.pop_front();
     }
-    m_memories.push_back({endpoint, deliveries.front().datagram.octets});
+    m_memories.push_back({address, deliveries.front().datagram.octets});
 }
 
 }  // namespace simulator

@@ -26,11 +26,12 @@ struct Delivery {
 // cut into segments, and only acks of reads; OddList only those of ReadPropertyMultiple. A request that
 // Silence, NetworkMessage, Error, Reject or Abort meets is not carried out; with all other faults a write is,
 // whatever becomes of its answer. PreviousAnswer gives the first datagram that the exchange before with this
-// peer should have got, nothing if there was none, and no further segments. LostSegment goes on with the next
-// segment as if the missing one had been acknowledged. EndlessSegments answers each Segment-ACK with a window
-// of further segments until the fault is cleared or over, or the client aborts; then with nothing. Without
-// acknowledgement none follow: a client that takes one datagram for each of its own is kept busy longest by
-// exactly one answer to each.
+// address, from whichever port, should have got, nothing if there was none, and no further segments.
+// LostSegment goes on with the next segment as if the missing one had been acknowledged. SegmentsAtOnce sends
+// all segments, up to 512, in answer to the request and nothing for the acknowledgements. EndlessSegments
+// answers each Segment-ACK with a window of further segments until the fault is cleared or over, or the
+// client aborts; then with nothing. Without acknowledgement none follow: a client that takes one datagram for
+// each of its own is kept busy longest by exactly one answer to each.
 class FaultyStation {
 public:
     static constexpr std::size_t kMostExchanges = 32;
@@ -57,9 +58,9 @@ private:
         std::uint64_t sent = 0;         // segments of that
     };
 
-    // The answer to the last request of a peer, as it should have been.
+    // The answer to the last request of an address, as it should have been.
     struct Memory {
-        Endpoint endpoint;
+        std::uint32_t address = 0;
         Octets answer;
     };
 
@@ -83,20 +84,21 @@ private:
                      Moment const& now);
     void swapSegments(Exchange const& exchange, std::uint32_t segment, Deliveries& deliveries,
                       Moment const& now);
+    void addAllSegments(Exchange& exchange, Deliveries& deliveries, Moment const& now);
     Deliveries acknowledged(Exchange const& exchange, std::uint32_t segment, Moment const& now);
     void filterAck(std::uint8_t serviceChoice, Octets& content, std::size_t& longestApdu) const;
 
     Exchange* exchangeOf(Datagram const& answer);
     Exchange* find(Peer const& peer, std::uint8_t invokeId);
     void forget(Peer const& peer, std::uint8_t invokeId);
-    void remember(Endpoint const& endpoint, Deliveries const& deliveries);
+    void remember(std::uint32_t address, Deliveries const& deliveries);
 
     Station m_station;
     NetworkLayer m_network;
     Faults m_faults;
     std::deque<Exchange> m_exchanges;
     std::deque<Memory> m_memories;
-    std::optional<Octets> m_previous;    // the answer before, of the peer that is being answered
+    std::optional<Octets> m_previous;    // the answer before, of the address that is being answered
     Exchange const* m_served = nullptr;  // while the station makes its answer
 };
 

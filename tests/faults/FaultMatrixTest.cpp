@@ -22,7 +22,7 @@ constexpr Lifetime AllLifetimes[] = {Lifetime::Once, Lifetime::While, Lifetime::
 
 // Cycles that a disturbance lasts, by Lifetime.
 constexpr int DisturbedCycles[] = {1, 3, 12};
-// How long a block that stays behind is watched.
+// Cycles after a disturbance, all of which have to be good.
 constexpr int WatchedCycles = 10;
 // Datagrams of the driver in one cycle, after which its device is cut off: more than any exchange that ends.
 constexpr long long Patience = 600;
@@ -73,16 +73,8 @@ public:
     }
 
     void CheckRecovery() {
-        int const badCycles = expected.recovery == Recovery::Next     ? 0
-                              : expected.recovery == Recovery::Second ? 1
-                                                                      : WatchedCycles;
-        for (int cycle = 0; cycle < badCycles; ++cycle) {
-            EXPECT_EQ(Next(), Report::Fault) << "cycle " << cycle << " after it";
-        }
-        if (expected.recovery != Recovery::Behind) {
-            for (int cycle = 0; cycle < WatchedCycles; ++cycle) {
-                EXPECT_EQ(Next(), Report::Good) << "cycle " << cycle << " of those that are to be good";
-            }
+        for (int cycle = 0; cycle < WatchedCycles; ++cycle) {
+            EXPECT_EQ(Next(), Report::Good) << "cycle " << cycle << " after it";
         }
     }
 
@@ -211,9 +203,7 @@ TEST(FaultTable, EveryBoundIsReached) {
                     longest = std::max(longest, Disturbed(disturbance, path, lifetime).longest);
                 }
             }
-            bool const isLate = row.disturbances.front() == Disturbance::LongDelay;
-            long long const bound = expected.longest->milliseconds(Plant::SizesOf(row.paths.front()));
-            EXPECT_GE(longest, isLate ? bound / 10 : bound);
+            EXPECT_GE(longest, expected.longest->milliseconds(Plant::SizesOf(row.paths.front())));
         }
     }
 }

@@ -19,16 +19,11 @@ constexpr Bound TD{"T+d", [](Sizes const&) { return Wait + ShortDelay; }};
 constexpr Bound NTSD{"N·T+S·d", [](Sizes const& s) { return s.objects * Wait + s.segments * ShortDelay; }};
 constexpr Bound NTNSD{"N·(T+S·d)",
                       [](Sizes const& s) { return s.objects * (Wait + s.segments * ShortDelay); }};
-constexpr Bound NRST{"N·R·(S+1)·T",
-                     [](Sizes const& s) { return s.objects * s.attempts * (s.segments + 1) * Wait; }};
 constexpr Bound Endless{"no end, then R·T", [](Sizes const& s) { return s.attempts * Wait; }};
 
 constexpr Report Good = Report::Good;
 constexpr Report Old = Report::Old;
 constexpr Report Fault = Report::Fault;
-constexpr Recovery Next = Recovery::Next;
-constexpr Recovery Second = Recovery::Second;
-constexpr Recovery Behind = Recovery::Behind;
 
 constexpr char badCast[] = "0-1 std::bad_cast\n";
 constexpr char sizeError[] = "message size error";
@@ -40,35 +35,29 @@ std::vector<FaultRow> ReadRows() {
     std::vector<Path> const whole{Path::Plain, Path::Routed};
     return {
         {{E::OtherAddress, E::WrongObject, E::KnownProperty, E::LostSegment, E::SegmentsOutOfOrder,
-          E::RepeatedSegment, E::OversizedSegments},
+          E::RepeatedSegment, E::SegmentsAtOnce, E::OversizedSegments},
          whole,
-         {Good, &Zero, Next},
-         {Good, &Zero, Next},
-         {Good, &Zero, Next},
+         {Good, &Zero},
+         {Good, &Zero},
+         {Good, &Zero},
          {}},
-        {{E::UnknownProperty}, whole, {Old, &Zero, Next}, {Old, &Zero, Next}, {Old, &Zero, Next}, {}},
-        {{E::ShortDelay}, whole, {Good, &D, Next}, {Good, &ND, Next}, {Good, &ND, Next}, {}},
-        {{E::Silence, E::Loss}, whole, {Good, &T, Next}, {Fault, &RT, Next}, {Fault, &RT, Next}, {}},
+        {{E::UnknownProperty}, whole, {Old, &Zero}, {Old, &Zero}, {Old, &Zero}, {}},
+        {{E::ShortDelay}, whole, {Good, &D}, {Good, &ND}, {Good, &ND}, {}},
+        {{E::Silence, E::Loss, E::LongDelay}, whole, {Good, &T}, {Fault, &RT}, {Fault, &RT}, {}},
         {{E::OtherInvokeId, E::PreviousAnswer, E::Truncate, E::BvlcFunction, E::BvlcType, E::BvlcLength,
           E::NetworkMessage, E::OddList, E::Garbage, E::HeadersOnly},
          whole,
-         {Good, &Zero, Next},
-         {Fault, &Zero, Next},
-         {Fault, &Zero, Next},
+         {Good, &Zero},
+         {Fault, &Zero},
+         {Fault, &Zero},
          {}},
-        {{E::Error, E::Reject, E::Abort},
-         whole,
-         {Good, &Zero, Next},
-         {Fault, &Zero, Next},
-         {Fault, &Zero, Next},
-         {badCast}},
-        {{E::LongDelay}, whole, {Good, &T, Behind}, {Fault, &RT, Behind}, {Fault, &RT, Behind}, {}},
-        {{E::Duplicate}, whole, {Fault, &Zero, Behind}, {Fault, &Zero, Behind}, {Fault, &Zero, Behind}, {}},
+        {{E::Error, E::Reject, E::Abort}, whole, {Good, &Zero}, {Fault, &Zero}, {Fault, &Zero}, {badCast}},
+        {{E::Duplicate}, whole, {Fault, &Zero}, {Fault, &Zero}, {Fault, &Zero}, {}},
         {{E::EndlessSegments},
          {Path::Plain, Path::Segmented, Path::Routed},
-         {Fault, &Endless, Next},
-         {Fault, &Endless, Next},
-         {Fault, &Endless, Next},
+         {Fault, &Endless},
+         {Fault, &Endless},
+         {Fault, &Endless},
          {}},
     };
 }
@@ -78,73 +67,54 @@ std::vector<FaultRow> SegmentedRows() {
     std::vector<Path> const segmented{Path::Segmented};
     return {
         {{E::OtherAddress, E::WrongObject, E::KnownProperty, E::Duplicate, E::RepeatedSegment,
-          E::OversizedSegments},
+          E::SegmentsAtOnce, E::OversizedSegments},
          segmented,
-         {Good, &NT, Next},
-         {Good, &NT, Next},
-         {Good, &NT, Next},
+         {Good, &NT},
+         {Good, &NT},
+         {Good, &NT},
          {}},
-        {{E::UnknownProperty}, segmented, {Old, &NT, Next}, {Old, &NT, Next}, {Old, &NT, Next}, {}},
-        {{E::ShortDelay}, segmented, {Good, &NTSD, Next}, {Good, &NTNSD, Next}, {Good, &NTNSD, Next}, {}},
-        {{E::Silence, E::Loss, E::PreviousAnswer, E::OddList},
+        {{E::UnknownProperty}, segmented, {Old, &NT}, {Old, &NT}, {Old, &NT}, {}},
+        {{E::ShortDelay}, segmented, {Good, &NTSD}, {Good, &NTNSD}, {Good, &NTNSD}, {}},
+        {{E::Silence, E::Loss, E::LongDelay, E::PreviousAnswer, E::OddList},
          segmented,
-         {Good, &N1T, Next},
-         {Fault, &RT, Next},
-         {Fault, &RT, Next},
+         {Good, &N1T},
+         {Fault, &RT},
+         {Fault, &RT},
          {}},
-        {{E::Truncate, E::BvlcFunction, E::BvlcType, E::BvlcLength, E::Garbage, E::HeadersOnly},
+        {{E::Truncate, E::BvlcFunction, E::BvlcType, E::BvlcLength, E::NetworkMessage, E::Garbage,
+          E::HeadersOnly},
          segmented,
-         {Good, &N1T, Next},
-         {Fault, &Zero, Second},
-         {Fault, &Zero, Second},
+         {Good, &NT},
+         {Fault, &Zero},
+         {Fault, &Zero},
          {}},
-        {{E::NetworkMessage}, segmented, {Good, &NT, Next}, {Fault, &Zero, Next}, {Fault, &Zero, Next}, {}},
-        {{E::Error, E::Reject, E::Abort},
-         segmented,
-         {Good, &NT, Next},
-         {Fault, &Zero, Next},
-         {Fault, &Zero, Next},
-         {badCast}},
-        {{E::OtherInvokeId}, segmented, {Fault, &T, Next}, {Fault, &T, Next}, {Fault, &T, Next}, {}},
-        {{E::LostSegment, E::SegmentsOutOfOrder},
-         segmented,
-         {Fault, &T, Next},
-         {Fault, &T, Next},
-         {Fault, &T, Next},
-         {gap}},
-        {{E::LongDelay}, segmented, {Good, &NRST, Next}, {Fault, &NRST, Next}, {Fault, &NRST, Next}, {gap}},
+        {{E::Error, E::Reject, E::Abort}, segmented, {Good, &NT}, {Fault, &Zero}, {Fault, &Zero}, {badCast}},
+        {{E::OtherInvokeId}, segmented, {Fault, &T}, {Fault, &T}, {Fault, &T}, {}},
+        {{E::LostSegment, E::SegmentsOutOfOrder}, segmented, {Fault, &T}, {Fault, &T}, {Fault, &T}, {gap}},
     };
 }
 
 std::vector<FaultRow> WriteRows() {
     using E = Disturbance;
-    std::vector<Path> const write{Path::Write};
     auto const same = [](Expectation const& expectation, std::vector<Disturbance> disturbances,
                          std::vector<std::string> log) {
         return FaultRow{std::move(disturbances), {Path::Write}, expectation, expectation, expectation,
                         std::move(log)};
     };
     return {
-        same({Good, &T, Next},
+        same({Good, &T},
              {E::OtherAddress, E::Duplicate, E::OtherInvokeId, E::PreviousAnswer, E::Abort, E::WrongObject,
               E::KnownProperty, E::UnknownProperty, E::OddList, E::LostSegment, E::SegmentsOutOfOrder,
-              E::RepeatedSegment, E::EndlessSegments, E::OversizedSegments},
+              E::RepeatedSegment, E::SegmentsAtOnce, E::EndlessSegments, E::OversizedSegments},
              {}),
-        same({Good, &TD, Next}, {E::ShortDelay}, {}),
-        same({Good, &T, Next}, {E::Silence, E::Loss}, {sizeError}),
-        same({Good, &Zero, Next}, {E::Truncate, E::NetworkMessage, E::HeadersOnly}, {sizeError}),
-        same({Good, &Zero, Next}, {E::BvlcFunction, E::BvlcType}, {formatError}),
-        same({Good, &Zero, Next}, {E::BvlcLength}, {"packet size error"}),
-        same({Good, &Zero, Next}, {E::Garbage}, {formatError, sizeError}),
-        same({Good, &Zero, Next}, {E::Error}, {"Error! Error packet. Class: Object Code: UnknownObject"}),
-        same({Good, &Zero, Next}, {E::Reject},
-             {"Error! The packet was rejected. Reason: UnrecognizedService"}),
-        {{E::LongDelay},
-         write,
-         {Good, &T, Behind},
-         {Fault, &T, Behind},
-         {Fault, &T, Behind},
-         {sizeError, "1-1 std::bad_cast\n"}},
+        same({Good, &TD}, {E::ShortDelay}, {}),
+        same({Good, &T}, {E::Silence, E::Loss, E::LongDelay}, {sizeError}),
+        same({Good, &Zero}, {E::Truncate, E::NetworkMessage, E::HeadersOnly}, {sizeError}),
+        same({Good, &Zero}, {E::BvlcFunction, E::BvlcType}, {formatError}),
+        same({Good, &Zero}, {E::BvlcLength}, {"packet size error"}),
+        same({Good, &Zero}, {E::Garbage}, {formatError, sizeError}),
+        same({Good, &Zero}, {E::Error}, {"Error! Error packet. Class: Object Code: UnknownObject"}),
+        same({Good, &Zero}, {E::Reject}, {"Error! The packet was rejected. Reason: UnrecognizedService"}),
     };
 }
 

@@ -33,6 +33,7 @@ enum class Disturbance {
     LostSegment,
     SegmentsOutOfOrder,
     RepeatedSegment,
+    SegmentsAtOnce,
     EndlessSegments,
     OversizedSegments,
     Garbage,
@@ -43,13 +44,6 @@ enum class Disturbance {
 // How long it lasts: one request, some cycles, all cycles that the test has.
 enum class Lifetime { Once, While, Ever };
 
-// When the block is good again after the disturbance.
-enum class Recovery {
-    Next,    // in the next cycle
-    Second,  // in the one after it
-    Behind   // not by itself: answers stay one or more requests behind until the device is silent for a while
-};
-
 // The longest cycle: a formula of its waits.
 struct Bound {
     char const* text;
@@ -59,10 +53,10 @@ struct Bound {
 struct Expectation {
     Report report;  // the worst of the cycles that are disturbed
     Bound const* longest;
-    Recovery recovery;  // of what lasts for ever it means nothing
 };
 
-// What a block is to do, stated by hand for all disturbances and paths of one row.
+// What a block is to do, stated by hand for all disturbances and paths of one row. The first cycle after a
+// disturbance is good in all of them.
 struct FaultRow {
     std::vector<Disturbance> disturbances;
     std::vector<Path> paths;

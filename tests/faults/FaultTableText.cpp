@@ -44,6 +44,7 @@ DisturbanceRow const disturbanceRows[] = {
     {Disturbance::LostSegment, FaultKind::LostSegment, "segment left out"},
     {Disturbance::SegmentsOutOfOrder, FaultKind::SegmentsOutOfOrder, "segments out of order"},
     {Disturbance::RepeatedSegment, FaultKind::RepeatedSegment, "segment repeated"},
+    {Disturbance::SegmentsAtOnce, FaultKind::SegmentsAtOnce, "all segments at once"},
     {Disturbance::EndlessSegments, FaultKind::EndlessSegments, "segments without end"},
     {Disturbance::OversizedSegments, FaultKind::OversizedSegments, "longer APDUs than negotiated"},
     {Disturbance::Garbage, FaultKind::Garbage, "garbage"},
@@ -53,7 +54,6 @@ static_assert(std::size(disturbanceRows) == static_cast<std::size_t>(Disturbance
 
 constexpr char const* pathNames[] = {"read", "segmented read", "routed read", "write"};
 constexpr char const* reportNames[] = {"good", "old values", "wrong values", "fault", "unclear"};
-constexpr char const* recoveryNames[] = {"next cycle", "next but one", "stays behind"};
 
 DisturbanceRow const& RowOf(Disturbance disturbance) {
     return disturbanceRows[static_cast<std::size_t>(disturbance)];
@@ -84,18 +84,12 @@ std::string LastingOf(FaultRow const& row) {
     return forAWhile == forEver ? forAWhile : forAWhile + ", for ever: " + forEver;
 }
 
-std::string RecoveryOf(FaultRow const& row) {
-    std::string const once = recoveryNames[static_cast<std::size_t>(row.once.recovery)];
-    std::string const forAWhile = recoveryNames[static_cast<std::size_t>(row.forAWhile.recovery)];
-    return once == forAWhile ? once : once + ", after a while " + forAWhile;
-}
-
 std::string TextOf(FaultRow const& row) {
     return "| " +
            ListOf<Disturbance>(row.disturbances,
                                [](Disturbance const& entry) -> std::string { return NameOf(entry); }) +
-           " | " + TextOf(row.once) + " | " + LastingOf(row) + " | " + RecoveryOf(row) + " | " +
-           ListOf<std::string>(row.log, LogText) + " |\n";
+           " | " + TextOf(row.once) + " | " + LastingOf(row) + " | " + ListOf<std::string>(row.log, LogText) +
+           " |\n";
 }
 
 // The paths that have a part of their own: routed reads are in that of plain ones.
@@ -134,8 +128,7 @@ std::string FaultTableText() {
     std::string text;
     for (Part const& part : parts) {
         text += std::string("\n### ") + part.title + "\n\n" +
-                "| What goes wrong | Once | For a while, for ever | Good again | In the log |\n" +
-                "|---|---|---|---|---|\n";
+                "| What goes wrong | Once | For a while, for ever | In the log |\n" + "|---|---|---|---|\n";
         for (FaultRow const& row : FaultTable()) {
             if (std::find(row.paths.begin(), row.paths.end(), part.path) != row.paths.end()) {
                 text += TextOf(row);

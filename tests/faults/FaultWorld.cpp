@@ -42,23 +42,51 @@ simulator::FaultyStation& FaultWorld::Place(simulator::Endpoint const& endpoint,
     return devices.emplace_back(endpoint, std::move(device)).station;
 }
 
+FaultWorld::Device& FaultWorld::At(simulator::Endpoint const& endpoint) {
+    auto const device = std::find_if(devices.begin(), devices.end(), [&endpoint](Device const& candidate) {
+        return candidate.endpoint == endpoint;
+    });
+    if (device == devices.end()) {
+        throw std::logic_error("no device is there");
+    }
+    return *device;
+}
+
+void FaultWorld::SetRoundTrip(simulator::Endpoint const& peer, long long milliseconds) {
+    At(peer).roundTrip = milliseconds;
+}
+
+void FaultWorld::Hold(simulator::Endpoint const& peer, long long milliseconds) {
+    At(peer).heldUntil = elapsed + milliseconds;
+}
+
 std::size_t FaultWorld::Waiting() const {
-    std::size_t count = 0;
+    std::size_t count = underWay.size();
     for (auto const& [handle, socket] : sockets) {
-        count += socket.arrivals.size();
+        count += socket.waiting.size();
+    }
+    for (Device const& device : devices) {
+        count += device.held.size();
     }
     return count;
 }
 
+bool FaultWorld::IsTaken(unsigned short port) const {
+    return std::any_of(sockets.begin(), sockets.end(),
+                       [port](auto const& entry) { return entry.second.port == port; });
+}
+
 int FaultWorld::Open(unsigned short port) {
-    unsigned short const bound = port != 0 ? port : nextFreePort;
-    bool const isTaken = std::any_of(sockets.begin(), sockets.end(),
-                                     [bound](auto const& entry) { return entry.second.port == bound; });
-    if (isTaken) {
+    if (port == 0) {
+        do {
+            nextFreePort =
+                nextFreePort == 65535 ? FirstFreePort : static_cast<unsigned short>(nextFreePort + 1);
+        } while (IsTaken(nextFreePort));
+        port = nextFreePort;
+    } else if (IsTaken(port)) {
         return -1;
     }
-    nextFreePort = port != 0 ? nextFreePort : static_cast<unsigned short>(nextFreePort + 1);
-    sockets[nextHandle].port = bound;
+    sockets[nextHandle].port = port;
     return nextHandle++;
 }
 
@@ -79,62 +107,110 @@ bool FaultWorld::Send(int handle, sockaddr_in const& peer, void const* data, int
     }
     for (Device& device : devices) {
         if (device.endpoint == target) {
-            Deliver(device.endpoint, device.station.receive(datagram, Moment()));
+            if (device.heldUntil > elapsed) {
+                device.held.push_back(datagram);
+            } else {
+                Deliver(device, device.station.receive(datagram, Moment()));
+            }
         }
     }
     return true;
 }
 
-void FaultWorld::Deliver(simulator::Endpoint const& from, std::vector<simulator::Delivery> deliveries) {
+void FaultWorld::Deliver(Device const& from, std::vector<simulator::Delivery> deliveries) {
     for (simulator::Delivery& delivery : deliveries) {
-        auto const socket = std::find_if(sockets.begin(), sockets.end(), [&](auto const& entry) {
-            return delivery.datagram.peer == simulator::Endpoint{HostAddress, entry.second.port};
-        });
-        if (socket != sockets.end() && socket->second.arrivals.size() < SocketRoom) {
-            socket->second.arrivals.emplace(
-                elapsed + delivery.delay.count(),
-                Arrival{delivery.fromElsewhere ? Elsewhere : from, std::move(delivery.datagram.octets)});
+        if (delivery.datagram.peer.address != HostAddress) {
+            continue;
         }
+        Arrival arrival{delivery.fromElsewhere ? Elsewhere : from.endpoint, delivery.datagram.peer.port,
+                        std::move(delivery.datagram.octets)};
+        long long const delay = delivery.delay.count() + from.roundTrip;
+        if (delay == 0) {
+            Arrive(std::move(arrival));
+        } else {
+            underWay.emplace(elapsed + delay, std::move(arrival));
+        }
+    }
+}
+
+void FaultWorld::Arrive(Arrival arrival) {
+    auto const socket = std::find_if(sockets.begin(), sockets.end(), [&arrival](auto const& entry) {
+        return entry.second.port == arrival.port;
+    });
+    if (socket == sockets.end()) {
+        ++unclaimed;
+    } else if (socket->second.waiting.size() < SocketRoom) {
+        socket->second.waiting.push_back(std::move(arrival));
     }
 }
 
 void FaultWorld::Inject(simulator::Endpoint const& from, long long delay, simulator::Octets octets) {
     for (auto& [handle, socket] : sockets) {
         if (socket.lastPeer == from) {
-            socket.arrivals.emplace(elapsed + delay, Arrival{from, octets});
+            underWay.emplace(elapsed + delay, Arrival{from, socket.port, octets});
         }
     }
 }
 
 int FaultWorld::Receive(int handle, sockaddr_in& sender, void* buffer, int size, int timeout) {
-    auto& arrivals = sockets.at(handle).arrivals;
+    auto& waiting = sockets.at(handle).waiting;
     long long const deadline = elapsed + timeout;
-    while (arrivals.empty() || arrivals.begin()->first > elapsed) {
+    while (waiting.empty()) {
         if (elapsed == deadline) {
             return -1;
         }
-        long long const next = arrivals.empty() ? deadline : std::min(deadline, arrivals.begin()->first);
-        AdvanceTo(std::min(next, nextTick));
+        AdvanceTo(std::min(deadline, NextEvent()));
     }
-    auto const first = arrivals.begin();
-    auto const& octets = first->second.octets;
+    auto const& octets = waiting.front().octets;
     auto const count = std::min(octets.size(), static_cast<std::size_t>(size));
     std::copy_n(octets.begin(), count, static_cast<char*>(buffer));
-    sender = AddressOf(first->second.sender);
-    arrivals.erase(first);
+    sender = AddressOf(waiting.front().sender);
+    waiting.pop_front();
     return static_cast<int>(count);
 }
 
-// Every device gets the time at the same moments, whoever waits.
 void FaultWorld::AdvanceTo(long long time) {
-    while (nextTick <= time) {
-        elapsed = nextTick;
-        nextTick += TickPeriod;
-        for (Device& device : devices) {
-            Deliver(device.endpoint, device.station.tick(Moment()));
-        }
+    for (long long next = NextEvent(); next <= time; next = NextEvent()) {
+        elapsed = next;
+        HandleEvents();
     }
     elapsed = time;
+}
+
+// When a device gets the time, goes on after it was held, or a datagram arrives.
+long long FaultWorld::NextEvent() const {
+    long long next = nextTick;
+    if (!underWay.empty()) {
+        next = std::min(next, underWay.begin()->first);
+    }
+    for (Device const& device : devices) {
+        if (device.heldUntil > elapsed || !device.held.empty()) {
+            next = std::min(next, device.heldUntil);
+        }
+    }
+    return next;
+}
+
+// Every device gets the time at the same moments, whoever waits.
+void FaultWorld::HandleEvents() {
+    bool const isTick = elapsed == nextTick;
+    nextTick += isTick ? TickPeriod : 0;
+    for (Device& device : devices) {
+        if (device.heldUntil > elapsed) {
+            continue;
+        }
+        for (simulator::Datagram const& datagram : std::exchange(device.held, {})) {
+            Deliver(device, device.station.receive(datagram, Moment()));
+        }
+        if (isTick) {
+            Deliver(device, device.station.tick(Moment()));
+        }
+    }
+    while (!underWay.empty() && underWay.begin()->first <= elapsed) {
+        Arrival arrival = std::move(underWay.begin()->second);
+        underWay.erase(underWay.begin());
+        Arrive(std::move(arrival));
+    }
 }
 
 simulator::Moment FaultWorld::Moment() const {

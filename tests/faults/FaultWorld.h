@@ -44,6 +44,11 @@ public:
     }
     bool IsCutOff() const { return sendsLeft == 0; }
 
+    // How long the answers of a device are under way, in milliseconds, besides what it takes for them.
+    void SetRoundTrip(simulator::Endpoint const& peer, long long milliseconds);
+    // From now on a device does nothing for so long; what it is sent meanwhile it answers afterwards.
+    void Hold(simulator::Endpoint const& peer, long long milliseconds);
+
     // A datagram that nobody asked for, from a device to the socket that has sent to it last.
     void Inject(simulator::Endpoint const& from, long long delay, simulator::Octets octets);
     // Called with every datagram of the driver, before it is answered.
@@ -53,27 +58,31 @@ public:
     void Record(simulator::Endpoint const& peer) { recordedPeer = peer; }
     std::vector<simulator::Octets> TakeRecord() { return std::exchange(record, {}); }
 
-    // Datagrams that are under way or wait in a socket.
+    // Datagrams that are under way or wait in a socket, those of a held device included.
     std::size_t Waiting() const;
     int OpenSockets() const { return static_cast<int>(sockets.size()); }
 
     int Open(unsigned short port) override;
     unsigned short LocalPort(int handle) override { return sockets.at(handle).port; }
     void Close(int handle) override { sockets.erase(handle); }
+    // Datagrams that reached the driver's address on a port that no socket had.
+    std::size_t Unclaimed() const { return unclaimed; }
     bool Send(int handle, sockaddr_in const& peer, void const* data, int length) override;
     int Receive(int handle, sockaddr_in& sender, void* buffer, int size, int timeout) override;
     long long Now() override;
+    long long SteadyNow() override { return Now(); }
     long long LocalTimeDiff() override { return 0; }
 
 private:
     struct Arrival {
         simulator::Endpoint sender;
+        unsigned short port = 0;  // of the driver
         simulator::Octets octets;
     };
     struct Socket {
         unsigned short port = 0;
         simulator::Endpoint lastPeer;
-        std::multimap<long long, Arrival> arrivals;  // by the time of arrival
+        std::list<Arrival> waiting;
     };
     struct Device {
         Device(simulator::Endpoint const& where, simulator::Device what)
@@ -81,19 +90,31 @@ private:
 
         simulator::Endpoint endpoint;
         simulator::FaultyStation station;
+        long long roundTrip = 0;
+        long long heldUntil = 0;
+        std::vector<simulator::Datagram> held;
     };
 
+    static constexpr unsigned short FirstFreePort = 50000;
+
+    bool IsTaken(unsigned short port) const;
     simulator::Moment Moment() const;
     void AdvanceTo(long long time);
-    void Deliver(simulator::Endpoint const& from, std::vector<simulator::Delivery> deliveries);
+    long long NextEvent() const;
+    void HandleEvents();
+    Device& At(simulator::Endpoint const& endpoint);
+    void Deliver(Device const& from, std::vector<simulator::Delivery> deliveries);
+    void Arrive(Arrival arrival);
 
     std::list<Device> devices;  // a station cannot be moved
     std::map<int, Socket> sockets;
+    std::multimap<long long, Arrival> underWay;  // by the time of arrival
+    std::size_t unclaimed = 0;
     simulator::Endpoint recordedPeer;
     std::vector<simulator::Octets> record;
     std::function<void()> onSend;
     int nextHandle = 0;
-    unsigned short nextFreePort = 50000;
+    unsigned short nextFreePort = FirstFreePort;
     long long elapsed = 0;
     long long nextTick = TickPeriod;
     simulator::Endpoint cutOffPeer;

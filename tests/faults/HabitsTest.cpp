@@ -68,36 +68,6 @@ TEST(Habits, ForeignAnswersAfterAWriteHoldTheCycleForAsLongAsTheyCome) {
     EXPECT_EQ(plant.Run().duration, Wait);
 }
 
-// Each request gets the answer to the one before, until one of them stays without.
-TEST(Habits, OneLateAnswerKeepsTheBlockInFaultUntilAnAnswerIsLost) {
-    Plant plant(Path::Plain);
-    Fault fault = Once(FaultKind::Delay);
-    fault.delay = std::chrono::milliseconds(LongDelay);
-    plant.Faults().add(fault);
-    EXPECT_EQ(plant.Run().report, Report::Good);
-    for (int cycle = 0; cycle < 100; ++cycle) {
-        EXPECT_EQ(plant.Run().report, Report::Fault);
-    }
-    plant.Faults().add(Once(FaultKind::Silence));
-    EXPECT_EQ(plant.Run().report, Report::Good);
-    EXPECT_EQ(plant.Run().report, Report::Good);
-}
-
-// A waiting answer is read away with each attempt that the device does not answer.
-TEST(Habits, ACycleWithoutTheDeviceReadsAsManyOldAnswersAwayAsThereAreAttempts) {
-    Plant plant(Path::Plain);
-    plant.Settle();
-    Fault fault = Once(FaultKind::Duplicate);
-    fault.times = Plant::Attempts;
-    plant.Faults().add(fault);
-    EXPECT_EQ(plant.Run().report, Report::Fault);
-    EXPECT_EQ(plant.Run().report, Report::Fault);
-    plant.CutOffAfter(0);
-    EXPECT_EQ(plant.Run().report, Report::Fault);
-    plant.CutOffAfter(Plant::Never);
-    EXPECT_EQ(plant.Run().report, Report::Good);
-}
-
 TEST(Habits, ASegmentedReadAndAWriteCostOneWaitMoreEach) {
     EXPECT_EQ(Plant(Path::Plain).Run().duration, 0);
     EXPECT_EQ(Plant(Path::Segmented).Run().duration, Plant::SizesOf(Path::Segmented).objects * Wait);

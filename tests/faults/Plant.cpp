@@ -173,8 +173,8 @@ void Plant::AddBlock(Block& block, std::string const& fields, VariableRow const*
     runtime.InitBlock(*block.protocol);
 }
 
-Plant::Cycle Plant::Run() {
-    world.Pass(Pause);
+Plant::Cycle Plant::Run(long long pause) {
+    world.Pass(pause);
     LogCapture const log;
     long long const start = world.Elapsed();
     long long const from = world.Now();
@@ -190,6 +190,14 @@ Plant::Cycle Plant::Run() {
 
 void Plant::CutOffAfter(long long datagrams) {
     world.CutOffAfter(subjectEndpoint, datagrams);
+}
+
+void Plant::SetRoundTrip(long long milliseconds) {
+    world.SetRoundTrip(subjectEndpoint, milliseconds);
+}
+
+void Plant::Hold(long long milliseconds) {
+    world.Hold(subjectEndpoint, milliseconds);
 }
 
 void Plant::Inject(long long delay, simulator::Octets octets) {

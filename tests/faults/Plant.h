@@ -34,7 +34,7 @@ struct Sizes {
 class Plant {
 public:
     static constexpr int Attempts = 3;
-    // Between the end of a cycle and the beginning of the next one, in milliseconds.
+    // Between the end of a cycle and the beginning of the next one, in milliseconds, by default.
     static constexpr long long Pause = 1000;
 
     // One cycle of both blocks.
@@ -50,7 +50,7 @@ public:
 
     static Sizes SizesOf(Path path);
 
-    Cycle Run();
+    Cycle Run(long long pause = Pause);
     // The faults of the subject's device.
     simulator::Faults& Faults() { return station->faults(); }
     FaultWorld& World() { return world; }
@@ -58,6 +58,9 @@ public:
     static constexpr long long Never = FaultWorld::Never;
     void CutOffAfter(long long datagrams);
     bool IsCutOff() const { return world.IsCutOff(); }
+    // The same of FaultWorld, for the subject's device.
+    void SetRoundTrip(long long milliseconds);
+    void Hold(long long milliseconds);
     // A datagram of the subject's device that nobody asked for.
     void Inject(long long delay, simulator::Octets octets);
     // What the script takes, after it was tidied up.

@@ -73,6 +73,7 @@ public:
 
     // 1 January 2024, 00:00 UTC.
     long long Now() override { return 133485408000000000; }
+    long long SteadyNow() override { return Now(); }
     long long LocalTimeDiff() override { return 0; }
 
 private:

@@ -96,12 +96,15 @@ public:
 
     void TakePort(unsigned short port) { takenPorts.insert(port); }
     void SetLocalTimeDiff(long long units) { localTimeDiff = units; }
-    // From now on nothing can be sent.
+    // From now on nothing can be sent, or no socket opened.
     void RefuseToSend() { refusesToSend = true; }
+    void RefuseToOpen() { refusesToOpen = true; }
+    // Lets time pass.
+    void Pass(long long milliseconds) { elapsed += milliseconds; }
 
     int Open(unsigned short port) override {
         unsigned short const bound = port != 0 ? port : nextFreePort++;
-        if (!takenPorts.insert(bound).second) {
+        if (refusesToOpen || !takenPorts.insert(bound).second) {
             return -1;
         }
         ports[nextHandle] = bound;
@@ -146,6 +149,7 @@ public:
     }
 
     long long Now() override { return Start + elapsed * UnitsPerMillisecond; }
+    long long SteadyNow() override { return Now(); }
     long long LocalTimeDiff() override { return localTimeDiff; }
 
 private:
@@ -183,6 +187,7 @@ private:
     long long elapsed = 0;
     long long localTimeDiff = 0;
     bool refusesToSend = false;
+    bool refusesToOpen = false;
 };
 
 }  // namespace test

@@ -46,6 +46,7 @@ public:
         return static_cast<int>(length);
     }
     long long Now() override { return time; }
+    long long SteadyNow() override { return Now(); }
     long long LocalTimeDiff() override { return 36000000000LL; }
 
     void Arrives(sockaddr_in const& sender, std::string data) {

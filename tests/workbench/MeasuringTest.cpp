@@ -101,6 +101,15 @@ TEST_F(Measuring, AFurtherDatagramIsAnAnswerAndNoRoundTrip) {
     EXPECT_EQ(environment.Figures().Trips.Count(), 1u);
 }
 
+TEST_F(Measuring, AnAnswerThatNobodyWaitsForAnyMoreIsNoRoundTrip) {
+    Send(1);
+    EXPECT_EQ(Receive(1), -1);
+    world.Arrives(device, "x");
+    EXPECT_EQ(Receive(1), 1);
+    EXPECT_EQ(environment.Figures().Answers, 1u);
+    EXPECT_EQ(environment.Figures().Trips.Count(), 0u);
+}
+
 TEST_F(Measuring, SocketsAreMeasuredApart) {
     Send(1);
     world.time += 10;

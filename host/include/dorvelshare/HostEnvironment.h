@@ -20,12 +20,14 @@ public:
 
     // True when the datagram left.
     virtual bool Send(int handle, sockaddr_in const& peer, void const* data, int length) = 0;
-    // Waits up to timeout milliseconds for a datagram, one that came earlier included. The number of octets
-    // put into buffer (what does not fit is lost), or -1 when none came.
+    // Waits up to timeout milliseconds for a datagram, one that came earlier included; with 0 or less it does
+    // not wait. The number of octets put into buffer (what does not fit is lost), or -1 when none came.
     virtual int Receive(int handle, sockaddr_in& sender, void* buffer, int size, int timeout) = 0;
 
     // The time now as a file time: 100-nanosecond units since 1 January 1601, UTC.
     virtual long long Now() = 0;
+    // A clock that is never set and never goes back, in the same units from any beginning.
+    virtual long long SteadyNow() = 0;
     // Local time less UTC, in the same units.
     virtual long long LocalTimeDiff() = 0;
 };

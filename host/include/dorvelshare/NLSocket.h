@@ -4,14 +4,18 @@
 
 #include "HostApi.h"
 
-// The runtime's UDP sockets. The record is the owner's; nothing is allocated behind it but the socket itself.
+// The runtime's UDP sockets. The record is the owner's and owns nothing but the socket itself.
 struct NLSocket {
-    unsigned char open;  // open mark: non-zero while there is a socket
-    unsigned char reserved;
-    unsigned short
-        port;    // own port, host byte order: the runtime's base port before opening, then the bound one
-    int handle;  // the environment's handle, -1 while closed
+    unsigned char open;        // open mark: non-zero while there is a socket
+    unsigned char unanswered;  // non-zero when the last request got no answer: the next one changes the port
+    // Own port, host byte order: the runtime's base port before opening, then the bound one.
+    unsigned short port;
+    int handle;           // the environment's handle, -1 while closed
     sockaddr_in address;  // address part: the peer, for whoever looks at the record
+    // The range of local ports that NLTryOpenUDPSocket was given; a count of 0 means any port.
+    unsigned short firstPort;
+    unsigned short portCount;
+    long long lastUse;  // when the last call on the open socket ended, by HostEnvironment::SteadyNow
 };
 
 // The own port of a prepared record: BACnet/IP's, so that "one above" is a port that installations expect.
@@ -24,7 +28,7 @@ DORVEL_HOST_API void NLInitSocket(NLSocket* socket);
 // form, port is in host byte order.
 DORVEL_HOST_API void NLMakeAddress(sockaddr_in* target, unsigned int address, unsigned short port);
 
-// The address of a dotted text, 0 when the text is none.
+// The address of a dotted text, 0 for any other text.
 DORVEL_HOST_API unsigned int IPAddressFromString(char const* text);
 
 // Opens the socket on the first free one of count local ports from port upward. 0, or -1 when none was free;
@@ -32,12 +36,25 @@ DORVEL_HOST_API unsigned int IPAddressFromString(char const* text);
 DORVEL_HOST_API int NLTryOpenUDPSocket(NLSocket* socket, unsigned short port, int count);
 
 // Sends length octets to the peer (nothing when data is null and length 0) and waits up to timeout
-// milliseconds for one datagram, whoever sent it, one that came before the request included. The number of
-// octets put into buffer; 0 or less when nothing came or nothing could be sent. A closed socket is opened on
-// any free port. retries: how often a request without an answer is sent again, 0 for never; receive: 0 to
-// send only; task: number of the task that waits, for the trace.
+// milliseconds for one datagram, whoever sent it. Returns the number of octets put into buffer; 0 or less
+// when nothing came or nothing could be sent. A closed socket is opened on any free port. retries: how often
+// a request without an answer is sent again, 0 for never; receive: 0 to send only; task: number of the task
+// that waits, for the trace.
+//
+// A request does not meet the answers to earlier ones, as far as that can be known without reading them:
+// - After a request without an answer, and in the first request of a cycle that follows a fault
+//   (NLBeginCycle), the socket changes to another local port: the next free one of the range of
+//   NLTryOpenUDPSocket, or any free one where there was no range or none of it is free. An answer that comes
+//   late reaches a port that nobody has. Without another port the socket stays where it is.
+// - A request on a socket that has not been used for 20 ms first drops what waits there, 256 datagrams at
+//   most. Within an exchange nothing is dropped, so segments that come faster than they are acknowledged
+//   are all received.
+// A call that only receives does neither, and takes what came before it.
 DORVEL_HOST_API int NLSendReceive(NLSocket* socket, sockaddr_in* peer, void const* data, int length,
                                   void* buffer, int bufferSize, int timeout, int retries, int receive,
                                   unsigned short task);
+
+// The runtime begins a cycle of a block on this thread; afterFault: the cycle before ended in a fault.
+DORVEL_HOST_API void NLBeginCycle(bool afterFault);
 
 DORVEL_HOST_API void NLCloseSocket(NLSocket* socket);

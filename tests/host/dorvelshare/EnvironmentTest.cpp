@@ -7,35 +7,12 @@
 #include <ctime>
 
 #include "ScriptedNetwork.h"
+#include "VirtualSocket.h"
 #include "dorvelshare/NLSocket.h"
 #include "dorvelshare/RTime.h"
 
-using test::Octets;
 using test::ScriptedNetwork;
-
-namespace {
-
-class VirtualSocket {
-public:
-    VirtualSocket() {
-        NLInitSocket(&socket);
-        NLMakeAddress(&peer, 0x0A000001, 47808);
-    }
-    ~VirtualSocket() { NLCloseSocket(&socket); }
-    VirtualSocket(VirtualSocket const&) = delete;
-    VirtualSocket& operator=(VirtualSocket const&) = delete;
-
-    int Exchange(Octets const& request, int timeout, int retries) {
-        return NLSendReceive(&socket, &peer, request.data(), static_cast<int>(request.size()), buffer,
-                             sizeof buffer, timeout, retries, 1, 1);
-    }
-
-    NLSocket socket{};
-    sockaddr_in peer{};
-    char buffer[1500] = {};
-};
-
-}  // namespace
+using test::VirtualSocket;
 
 TEST(Environment, SocketsAndClockGoThroughTheReplacement) {
     ScriptedNetwork network;

@@ -95,7 +95,8 @@ TEST_F(FaultyStation, PreviousAnswerIsThatOfTheRequestBefore) {
     EXPECT_EQ(sent(kRead), "") << "there was none";
     EXPECT_EQ(sent(kWrite), whole(kValue));
     EXPECT_EQ(sent(kRead), whole(kDone));
-    EXPECT_EQ(shown(deliveries(kRead, {0x7F000001, 50001})), "") << "of another client";
+    EXPECT_EQ(shown(deliveries(kRead, {0x7F000001, 50001})), whole(kValue)) << "of the same address";
+    EXPECT_EQ(shown(deliveries(kRead, {0x7F000002, 50001})), "") << "of another client";
     faulty->faults().clear();
     EXPECT_EQ(sent(kRead), whole(kValue));
 }

@@ -58,6 +58,15 @@ TEST_F(SegmentFaults, Repeated) {
     EXPECT_EQ(acknowledge("01"), "");
 }
 
+TEST_F(SegmentFaults, AllAtOnceWithoutWaitingForAnAcknowledgement) {
+    add("segments_at_once");
+    EXPECT_EQ(readLong(), "00+ 01+ 02+ 03");
+    EXPECT_EQ(acknowledge("00"), "");
+    EXPECT_EQ(acknowledge("03"), "");
+    EXPECT_EQ(pass(2000), "");
+    EXPECT_EQ(apdusOf(kRead), kValue) << "an answer in one piece passes untouched";
+}
+
 TEST_F(SegmentFaults, EndlessOnesFollowEachAcknowledgement) {
     add("endless_segments");
     EXPECT_EQ(readLong(), "00+");
