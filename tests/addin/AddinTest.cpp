@@ -4,8 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include <lua.hpp>
+#include <memory>
+
 #include "BACnet_protocol.h"
 #include "LogCapture.h"
+#include "dorvel/Runtime.h"
 
 using namespace dorvel::BACnet;
 
@@ -48,6 +52,18 @@ TEST(Addin, InitRegistersTypeAndProcessor) {
     EXPECT_NE(RegisterExternalSTLib("BACnet", [](lua_State*) { return 1; }), 0) << "the name is taken";
     EXPECT_NE(RegisterConfigProcessor("dorvel_Bacnet", 0, ConfigProcessorCallback, nullptr, nullptr, nullptr),
               0);
+}
+
+TEST(Addin, RuntimeThatStartsAndStopsClearsAndSetsTheMark) {
+    EXPECT_EQ(Init(), 0);
+    std::unique_ptr<lua_State, void (*)(lua_State*)> const state(luaL_newstate(), lua_close);
+    dorvel::Runtime runtime(state.get());
+    TBACnet::IsTerminated = true;
+    runtime.Start();
+    EXPECT_FALSE(TBACnet::IsTerminated);
+    runtime.Stop();
+    EXPECT_TRUE(TBACnet::IsTerminated);
+    TBACnet::IsTerminated = false;
 }
 
 TEST(Addin, SecondRegAsLuaTypeDoesNothingAtAll) {

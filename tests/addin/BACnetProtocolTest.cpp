@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "BlockFixture.h"
+#include "Variants.h"
 
 using namespace dorvel::BACnet;
 using namespace test;
@@ -199,6 +200,22 @@ TEST_F(Block, FaultMakesOldDataValuesBadAndLeavesOtherVariablesAlone) {
     EXPECT_EQ(NumberOf(dataValue), 42);
     EXPECT_EQ(StateOf(dataValue).Status, 0x80000000u);
     EXPECT_EQ(StateOf(dataValue).Time, ScriptedNetwork::Start + 1000 * ScriptedNetwork::UnitsPerMillisecond);
+}
+
+TEST_F(Block, FaultMakesTheOldValueOfAFieldBadInThatField) {
+    long long const variable = AddVariable(1, DoubleDataValue, "supply");
+    store->Write(variable, "", Double(7), ScriptedNetwork::Start);
+    block->Inited();
+    network.ExpectAny().Answer(Answer(1, 1));
+    block->Execute();
+    EXPECT_EQ(NumberOf(variable, "supply"), 42);
+    EXPECT_EQ(StateOf(variable, "supply").Status, OpcUa_Good);
+    network.ExpectAny();
+    block->Execute();
+    EXPECT_EQ(NumberOf(variable, "supply"), 42);
+    EXPECT_EQ(StateOf(variable, "supply").Status, 0x80000000u);
+    EXPECT_EQ(NumberOf(variable), 7);
+    EXPECT_EQ(StateOf(variable).Status, OpcUa_Good);
 }
 
 TEST_F(Block, ValuesGatheredBeforeTheFaultAreDropped) {

@@ -5,6 +5,7 @@
 #include <lua.hpp>
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "Answers.h"
 #include "BACnet_protocol.h"
@@ -48,23 +49,27 @@ protected:
     }
 
     // A variable on Present_Value of an analog input, readable only. Its id.
-    long long AddVariable(int number, OpcUa_BuiltInTypeHlp type) { return AddVariable(*block, number, type); }
-    long long AddVariable(dorvel::BACnet::BACnetProtocol& target, int number, OpcUa_BuiltInTypeHlp type) {
+    long long AddVariable(int number, OpcUa_BuiltInTypeHlp type, std::string field = "") {
+        return AddVariable(*block, number, type, std::move(field));
+    }
+    long long AddVariable(dorvel::BACnet::BACnetProtocol& target, int number, OpcUa_BuiltInTypeHlp type,
+                          std::string field = "") {
         ScadaProtocol::ReadChannel read;
         read.Id = store->Declare("Variable", type);
+        read.Field = std::move(field);
         read.Type = type;
         target.AddChannel(&read, nullptr, Properties(1, 0, number));
         return read.Id;
     }
 
-    VariableState StateOf(long long id) const {
+    VariableState StateOf(long long id, std::string const& field = "") const {
         VariableState state;
-        EXPECT_TRUE(store->Read(id, "", state));
+        EXPECT_TRUE(store->Read(id, field, state));
         return state;
     }
-    double NumberOf(long long id) const {
+    double NumberOf(long long id, std::string const& field = "") const {
         double number = -1;
-        StateOf(id).Value.GetDouble(number);
+        StateOf(id, field).Value.GetDouble(number);
         return number;
     }
     // The fault state as the runtime has it: "true, text", "false, text", or "untold".

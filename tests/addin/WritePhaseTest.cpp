@@ -71,6 +71,13 @@ protected:
     void ExpectWrite(Octets request, Octets answer) {
         writes.emplace_back(std::move(request), std::move(answer));
     }
+    // The runtime stops while the device acknowledges the first write.
+    void StopDuringTheWrite() {
+        network.Respond([](Octets const&) {
+            TBACnet::IsTerminated = true;
+            return std::vector<Delivery>{{WriteAck(1)}};
+        });
+    }
     void Cycle() {
         ExpectPoll();
         for (auto& [request, answer] : writes) {
@@ -80,8 +87,8 @@ protected:
         block->Execute();
     }
 
-    DriverVarDsc const& Descriptor() const {
-        return *block->Device()->Tags().at(ObjectTypeEnum::Analog_Input).at(1).at(0)->descriptor;
+    DriverVarDsc const& Descriptor(int number = 1) const {
+        return *block->Device()->Tags().at(ObjectTypeEnum::Analog_Input).at(number).at(0)->descriptor;
     }
 
     std::set<int> polled;
@@ -192,10 +199,7 @@ TEST_F(WritePhase, EndsBetweenTwoWritesWhenTheRuntimeStops) {
     Set(AddWritable(2), Double(2));
     block->Inited();
     ExpectPoll();
-    network.Respond([](Octets const&) {
-        TBACnet::IsTerminated = true;
-        return std::vector<Delivery>{{WriteAck(1)}};
-    });
+    StopDuringTheWrite();
     block->Execute();
     ASSERT_EQ(network.SentDatagrams().size(), 3u);
     EXPECT_EQ(ToHex(network.SentDatagrams()[2].datagram), ToHex(WriteRequest(1, 1, One)));
@@ -207,12 +211,31 @@ TEST_F(WritePhase, EndsWithoutAWordWhenNothingIsLeftToBeWritten) {
     Set(AddWritable(1), Double(1));
     block->Inited();
     ExpectPoll();
-    network.Respond([](Octets const&) {
-        TBACnet::IsTerminated = true;
-        return std::vector<Delivery>{{WriteAck(1)}};
-    });
+    StopDuringTheWrite();
     block->Execute();
     EXPECT_EQ(log.Text(), "");
+}
+
+TEST_F(WritePhase, EndsSilentlyWhenNoFurtherValueNeedsToBeWritten) {
+    Set(AddWritable(1), Double(1));
+    AddWritable(2);
+    block->Inited();
+    ExpectPoll();
+    StopDuringTheWrite();
+    block->Execute();
+    EXPECT_EQ(network.SentDatagrams().size(), 3u) << "two reads and the write of the only value";
+    EXPECT_EQ(log.Text(), "");
+}
+
+TEST_F(WritePhase, RemembersTheValueThatTheStopKeptFromBeingWritten) {
+    Set(AddWritable(1), Double(1));
+    Set(AddWritable(2), Double(2));
+    block->Inited();
+    ExpectPoll();
+    StopDuringTheWrite();
+    block->Execute();
+    EXPECT_EQ(network.SentDatagrams().size(), 3u) << "two reads and the first write";
+    EXPECT_EQ(Descriptor(2).LastWritten, Double(2)) << "the write condition was asked before the stop";
 }
 
 TEST_F(WritePhase, IsLeftOutAfterAFault) {
