@@ -15,10 +15,15 @@ std::vector<int> const properties = {85,  108, 40, 59,  45,  136, 150, 135, 149,
                                      14,  373, 25, 111, 81,  103, 379, 384, 106, 164, 151, 147, 148,
                                      344, 117, 28, 36,  123, 38,  84,  187, 188, 176, 179, 178};
 
-// The maps last as long as the process: each test begins with them as the library loads them.
+// The maps last as long as the process: each test begins with them as the library loads them, and leaves them
+// so.
 class CodeMaps : public ::testing::Test {
 protected:
-    CodeMaps() {
+    CodeMaps() { Clear(); }
+    ~CodeMaps() override { Clear(); }
+
+private:
+    static void Clear() {
         objectTypesMap.clear();
         propertyTypesMap.clear();
     }

@@ -127,6 +127,11 @@ TEST_F(Exchange, DatagramOf1500OctetsIsTakenWhole) {
     EXPECT_EQ(apdu, Octets(1494, 'x'));
 }
 
+TEST_F(Exchange, DatagramOf1501OctetsIsCutAndASizeError) {
+    EXPECT_EQ(ErrorFor("81 0A 05 DD 01 00" + std::string(2 * 1495, '7')), "packet size error");
+    EXPECT_EQ(ToHex(apdu), "AA BB");
+}
+
 TEST_F(Exchange, BroadcastAnswerIsTaken) {
     network.ExpectAny().Answer("81 0B 00 07 01 00 55");
     Send("10 08");

@@ -64,8 +64,11 @@ TEST_F(Response, StaleInvokeIdIsSilentWithoutTrace) {
 }
 
 TEST_F(Response, StatusFlagsWithOnlyOtherBitsAreGood) {
-    EXPECT_EQ(ProcessAck(PropertyResult(85, Real42) + PropertyResult(111, "82 0F 0F")), 1);
-    EXPECT_EQ(StatusOf(0), 0u);
+    for (std::string const flags : {"82 0F 0F", "82 FF 0F", "84 FF FF FF 0F"}) {
+        values.clear();
+        EXPECT_EQ(ProcessAck(PropertyResult(85, Real42) + PropertyResult(111, flags)), 1);
+        EXPECT_EQ(StatusOf(0), 0u) << flags;
+    }
 }
 
 TEST_F(Response, EachStatusFlagIsASensorFailure) {

@@ -56,6 +56,24 @@ TEST_F(Session, DestructorClosesTheSocket) {
     EXPECT_EQ(network.OpenSockets(), 0);
 }
 
+TEST_F(Session, RoutedDeviceOpensItsSocketBeforeItLooksAtTheAddressOfTheRouter) {
+    DeviceParameters parameters;
+    parameters.address = "100:x";
+    parameters.networkNumber = 5;
+    MakeDevice(parameters);
+    EXPECT_FALSE(device->IsCreated());
+    EXPECT_EQ(network.OpenSockets(), 1);
+}
+
+TEST_F(Session, RoutedDeviceOpensNoSocketForABadMac) {
+    DeviceParameters parameters;
+    parameters.mac = "1.2.3";
+    parameters.networkNumber = 5;
+    MakeDevice(parameters);
+    EXPECT_FALSE(device->IsCreated());
+    EXPECT_EQ(network.OpenSockets(), 0);
+}
+
 TEST_F(Session, NetworkNumberIsCutTo16Bits) {
     DeviceParameters parameters;
     parameters.networkNumber = 0x10000;
@@ -69,6 +87,7 @@ TEST_F(Session, FieldsOfTheBlockAreCutToTheirWidths) {
     parameters.timeout = 0x12345;
     parameters.countRepeat = 0x10002;
     parameters.addressNumber = -3;
+    parameters.networkNumber = 0x10005;
     parameters.priority = 12;
     TBACnetSettings const& settings = MakeDevice(parameters).Settings();
     EXPECT_EQ(settings.timeout, 0x2345);
@@ -76,6 +95,8 @@ TEST_F(Session, FieldsOfTheBlockAreCutToTheirWidths) {
     EXPECT_EQ(settings.repeatCountCopy, 2);
     EXPECT_EQ(settings.errorLimit, 2);
     EXPECT_EQ(settings.addressNumber, -3);
+    EXPECT_EQ(settings.networkNumber, 5);
+    EXPECT_EQ(settings.remoteAddress.network, 5);
     EXPECT_EQ(settings.priority, 12);
     EXPECT_EQ(settings.ReadInvokeId, 0);
 }
@@ -166,6 +187,28 @@ TEST_F(PollCycle, ObjectsAreReadByTypeAndNumberNotByConfiguration) {
     EXPECT_EQ(log.Text(),
               "read start\nObject type 0 number 1\nvalue : 42.000000\nObject type 0 number 2\n"
               "value : 42.000000\nObject type 2 number 1\nvalue : 42.000000\nread done\n");
+}
+
+TEST_F(PollCycle, ObjectTypesAreReadByTheirBacnetNumbersNotByTheirCodes) {
+    MakeDevice();
+    for (int const type : {code::Accumulator, code::AnalogInput, code::MultiStateValue,
+                           code::MultiStateOutput, code::OctetStringValue, code::Schedule}) {
+        AddVariable(type, code::StatusFlags, 1);
+    }
+    unsigned invokeId = 0;
+    // Types 0, 14, 17, 19, 23 and 47.
+    for (std::string const object :
+         {"00 00 00 01", "03 80 00 01", "04 40 00 01", "04 C0 00 01", "05 C0 00 01", "0B C0 00 01"}) {
+        ++invokeId;
+        network.Expect(ReadRequest(invokeId, object, "09 6F"))
+            .Answer(AnswerDatagram(ReadAck(invokeId, object, PropertyResult(111, FlagsClear))));
+    }
+    Poll();
+    std::vector<long long> ids;
+    for (WriteDataRec const& record : values) {
+        ids.push_back(record.Id);
+    }
+    EXPECT_EQ(ids, (std::vector<long long>{2, 4, 6, 3, 1, 5}));
 }
 
 TEST_F(PollCycle, FirstFailedObjectEndsTheCycleWithAFault) {

@@ -5,10 +5,13 @@ namespace test {
 // The numbers by which a project names object types and properties; those that the tests use most.
 namespace code {
 
+constexpr int Accumulator = 0;
 constexpr int AnalogInput = 1;
 constexpr int AnalogOutput = 2;
 constexpr int AnalogValue = 3;
 constexpr int BinaryValue = 6;
+constexpr int MultiStateValue = 18;
+constexpr int MultiStateOutput = 19;
 constexpr int OctetStringValue = 20;
 constexpr int Schedule = 22;
 

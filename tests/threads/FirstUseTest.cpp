@@ -90,6 +90,9 @@ TEST_F(FirstUse, OfTheCodeMapsFillsThemOnceAndTakesUnknownNumbers) {
     });
     EXPECT_EQ(objectTypesMap.size(), 23u + 100);
     EXPECT_EQ(propertyTypesMap.size(), 38u + 100 * Threads);
+    // The maps last as long as the process: the tests that follow have them as the library loads them.
+    objectTypesMap.clear();
+    propertyTypesMap.clear();
 }
 
 TEST_F(FirstUse, OfTheConnectionIdsGivesEachOnce) {
