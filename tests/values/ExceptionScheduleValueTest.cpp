@@ -114,6 +114,8 @@ TEST(ExceptionSchedule, HasTwoPlacesForTheMonthAndOneEachForWeekAndDay) {
     EXPECT_EQ(Written(Events("2,12*79,5;")), "0E 2B 0C 00 07 0F 2E 2F 39 05");
     EXPECT_EQ(ReadText("0E 2B 00 00 00 0F 2E B4 0C 00 00 00 11 2F 39 05"), "2,****,5,12000000,1,1,1;");
     EXPECT_EQ(ReadText("0E 2B 0C 05 07 0F 2E B4 0C 00 00 00 11 2F 39 05"), "2,1257,5,12000000,1,1,1;");
+    EXPECT_EQ(ReadText("0E 2B 03 05 07 0F 2E B4 0C 00 00 00 11 2F 39 05"), "2,0357,5,12000000,1,1,1;");
+    EXPECT_EQ(Written(Events("2,0357,5;")), "0E 2B 03 05 07 0F 2E 2F 39 05");
     EXPECT_EQ(WriteFailure<std::invalid_argument>("2,121,5,12000000,1,1,1;"), "stoi");
 }
 

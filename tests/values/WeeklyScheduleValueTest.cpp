@@ -102,6 +102,12 @@ TEST(WeeklySchedule, OfFieldsThatAreNoMultipleOfFourFails) {
     EXPECT_EQ(WriteFailure("a;b;c;d;e;f;g"), "Number not odd");
 }
 
+TEST(WeeklySchedule, FailsAtTheFirstDayThatIsWrong) {
+    EXPECT_EQ(WriteFailure<std::invalid_argument>("1200,9,1,2;12000000,4,9;;;;;;"), "stoi");
+    EXPECT_EQ(WriteFailure("12000000,4,9;1200,9,1,2;;;;;;"), "Number not odd");
+    EXPECT_EQ(WriteFailure("12000000,10,9,3150320;;;;;;12000000;"), "Date - len != 9");
+}
+
 TEST(WeeklySchedule, TakesADateOfEightStarsForFourUnspecifiedFields) {
     EXPECT_EQ(Written(Week(FirstDayText("12000000,10,9,********1"))),
               test::ToHex(Hex(FirstDay("B4 0C000000 A4 FF FF FF FF"))));

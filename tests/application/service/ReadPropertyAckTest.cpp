@@ -9,6 +9,7 @@
 #include "Service.h"
 #include "SupportInformation.h"
 #include "UintValue.h"
+#include "WeeklyScheduleValue.h"
 
 using test::AnalogInput;
 using test::Hex;
@@ -62,6 +63,13 @@ TEST(ReadPropertyAck, DefaultHasNoIndexNoPropertyAndNoValue) {
 TEST(ReadPropertyAck, AllTagsOfTheValueStandInTheirOrder) {
     ReadPropertyAck const ack(AnalogInput(1), PresentValue, new TwoTagValue, -1);
     EXPECT_EQ(ToHex(ack.GetBytes()), "0C 00 00 00 01 19 55 3E 21 01 21 02 3F");
+}
+
+TEST(ReadPropertyAck, ConstructedTagsOfAScheduleAreLeftOut) {
+    ReadPropertyAck const ack(
+        ObjectIdentifier(ObjectTypeEnum::Schedule, 1), PropertyIdentifierEnum::Weekly_Schedule,
+        new WeeklyScheduleValue("08000000,4,4,21.5;;;;;;;", EncodingTypeEnum::Utf8), -1);
+    EXPECT_EQ(ToHex(ack.GetBytes()), "0C 04 40 00 01 19 7B 3E 3F");
 }
 
 TEST(ReadPropertyAck, PropertyAbove255IsCutToItsLowEightBits) {

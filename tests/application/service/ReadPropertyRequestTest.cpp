@@ -43,6 +43,14 @@ TEST(ReadPropertyRequestParser, AbsentIndexIsZeroAndTag2IsTheIndex) {
     EXPECT_EQ(ToHex(request->GetBytes()), "0C 02 00 04 D2 19 4D");
 }
 
+TEST(ReadPropertyRequestParser, IndexIsUnsignedAndOfAnyWidth) {
+    EXPECT_EQ(Parse("0C 02 00 04 D2 19 4D 29 7F")->GetPropertyArrayIndex(), 127u);
+    EXPECT_EQ(Parse("0C 02 00 04 D2 19 4D 29 80")->GetPropertyArrayIndex(), 128u);
+    EXPECT_EQ(Parse("0C 02 00 04 D2 19 4D 29 FF")->GetPropertyArrayIndex(), 255u);
+    EXPECT_EQ(Parse("0C 02 00 04 D2 19 4D 2A 80 00")->GetPropertyArrayIndex(), 32768u);
+    EXPECT_EQ(Parse("0C 02 00 04 D2 19 4D 2C 7F FF FF FF")->GetPropertyArrayIndex(), 0x7FFFFFFFu);
+}
+
 TEST(ReadPropertyRequestParser, StreamWithoutTag1OrTag0ThrowsFormatError) {
     EXPECT_EQ(test::TextOf<FormatErrorException>([] { Parse("0C 00 00 00 01"); }),
               "packet format not expected");

@@ -6,6 +6,7 @@
 #include <random>
 
 #include "BooleanValue.h"
+#include "ComplexTag.h"
 #include "ConfirmedRequestPdu.h"
 #include "DateTimeValue.h"
 #include "ExceptionScheduleValue.h"
@@ -87,6 +88,19 @@ TEST(WritePropertyRequest, OfAScheduleWritesItsConstructedElementsBetween3EAnd3F
         new ExceptionScheduleValue("3,7,10,08000000,1,1,1;", EncodingTypeEnum::Utf8));
     EXPECT_EQ(ToHex(exception.GetBytes()),
               "0C 04 40 00 01 19 26 3E 1C 01 80 00 07 2E B4 08 00 00 00 11 2F 39 0A 3F");
+}
+
+TEST(WritePropertyRequest, OfAValueWithTagsOfBothKindsLeavesTheConstructedOnesOut) {
+    class BothKinds : public BooleanValue {
+    public:
+        BothKinds() : BooleanValue(true) {}
+        std::vector<std::unique_ptr<TagBase>> ToApplicationComplexTags() const override {
+            std::vector<std::unique_ptr<TagBase>> tags;
+            tags.push_back(std::make_unique<ComplexTag>(static_cast<char>(0), true));
+            return tags;
+        }
+    };
+    EXPECT_EQ(Written(new BothKinds), "0C 00 80 00 01 19 55 3E 11 3F");
 }
 
 TEST(WritePropertyRequest, NeverGivesAPriorityItself) {

@@ -122,6 +122,19 @@ TEST(TagParser, ReadSequenceStopsBehindTheFirstNumberThatReachesTheCount) {
     EXPECT_EQ(TagParser::ReadSequence(ending, 4).size(), 2u);
 }
 
+TEST(TagParser, ReadSequenceGoesOnAfterANumberTwoBelowTheCount) {
+    for (int count = 2; count < 6; ++count) {
+        auto const last = static_cast<char>(count - 1);
+        auto const lastButOne = static_cast<char>(count - 2);
+        FakeStream stream(Tag(lastButOne, true, 1, Hex("05"), 0).GetBytes() +
+                          Tag(last, true, 1, Hex("06"), 0).GetBytes() + Hex("09 07"));
+        auto const tags = TagParser::ReadSequence(stream, count);
+        EXPECT_EQ(tags.count(lastButOne), 1u) << count;
+        EXPECT_EQ(tags.count(last), 1u) << count;
+        EXPECT_EQ(stream.Available(), 2) << count;
+    }
+}
+
 TEST(TagParser, ReadSequenceCountsNumbersAndNotTags) {
     FakeStream stream(Hex("19 01 09 00 19 02"));
     auto const tags = TagParser::ReadSequence(stream, 2);
