@@ -12,6 +12,37 @@ def document(name):
         return stream.read()
 
 
+def documents():
+    """The names of all documents of the repository."""
+    for folder, folders, files in os.walk(ROOT):
+        folders[:] = [name for name in folders if not name.startswith(".") and name not in ("build", "node_modules")]
+        yield from (os.path.relpath(os.path.join(folder, name), ROOT) for name in files if name.endswith(".md"))
+
+
+def blocks(text):
+    """The runs of lines without a blank one between them, code aside."""
+    text = re.sub(r"^```.*?^```$", "", text, flags=re.MULTILINE | re.DOTALL)
+    for run in re.split(r"\n\s*\n", text):
+        if not run.startswith("    "):
+            yield run.strip("\n").split("\n")
+
+
+def cells(row):
+    return len(re.split(r"(?<!\\)\|", row.strip())) - 2
+
+
+def table_mistake(lines):
+    """Why a run of lines that has rows of a table is not shown as one; None if it is."""
+    rows = [line.startswith("|") for line in lines]
+    if not any(rows):
+        return None
+    if not all(rows):
+        return "other text without a blank line beside it"
+    if len(lines) < 2 or not re.fullmatch(r"\|( *:?-+:? *\|)+", lines[1]):
+        return "no heading: a blank line splits a table"
+    return None if len({cells(line) for line in lines}) == 1 else "rows of different lengths"
+
+
 def told(*command):
     return subprocess.run(command, stdout=subprocess.PIPE, text=True, timeout=LONGEST, check=True).stdout
 
@@ -48,8 +79,12 @@ class Docs(EndToEnd):
             self.assertEqual({option for option in options if f"`{option}" not in text}, set())
 
     def test_links_lead_somewhere(self):
-        for name in ["README.md", "tests/interop/README.md"] + ["docs/" + file for file in os.listdir(os.path.join(ROOT, "docs"))]:
-            if name.endswith(".md"):
-                for link in re.findall(r"\]\(([^)#:]+)\)", document(name)):
-                    path = os.path.join(ROOT, os.path.dirname(name), link)
-                    self.assertTrue(os.path.exists(path), f"{name}: {link}")
+        for name in documents():
+            for link in re.findall(r"\]\(([^)#:]+)\)", document(name)):
+                path = os.path.join(ROOT, os.path.dirname(name), link)
+                self.assertTrue(os.path.exists(path), f"{name}: {link}")
+
+    def test_every_table_is_shown_as_one(self):
+        mistakes = [f"{name}: {mistake}: {lines[0]}" for name in documents() for lines in blocks(document(name))
+                    if (mistake := table_mistake(lines))]
+        self.assertEqual(mistakes, [])
