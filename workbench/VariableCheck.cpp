@@ -10,9 +10,9 @@ namespace workbench {
 
 namespace {
 
-// ASHRAE 135 clause 12: an instance number has 22 bits, and all of them set means an object that is not
-// there.
-constexpr long long LargestInstance = 4194303;
+// An instance number has 22 bits (ASHRAE 135 clause 20.2.14), and all of them set mean that there is no
+// object (clause 12).
+constexpr long long LargestInstance = 4194302;
 
 std::vector<std::string> const& VariableFields() {
     static std::vector<std::string> const fields = {

@@ -58,6 +58,21 @@ class Docs(EndToEnd):
         rows = part[part.index(heading) + 1]
         return [(int(code), int(number), plain(name)) for code, number, name in re.findall(r"^ +(\d+) +(\d+) +(\S+)", rows, re.MULTILINE)]
 
+    def refusal(self, fields="", variable=""):
+        """What the workbench says of a good project of one block and one variable, with these fields besides."""
+        project = ('BACnet.new{ Name = "B", Address = "192.0.2.1:47808", Vars = {{ Name = "V", Type = "Float",\n'
+                   f'ObjectType = 1, ObjectProperties = 0, ObjectNumber = 1, {variable} }}}}, {fields} }}\n')
+        check = subprocess.run([WORKBENCH, "check", self.file("project.lua", project)], stdout=subprocess.DEVNULL,
+                               stderr=subprocess.PIPE, text=True, timeout=LONGEST, check=False)
+        self.assertEqual(check.returncode, 2 if check.stderr else 0)
+        return check.stderr
+
+    def test_the_largest_object_number_is_that_of_the_workbench(self):
+        for name in ("docs/configure-a-block.md", "docs/workbench.md"):
+            largest = int(re.search(r"^\| `ObjectNumber` \|[^|]* 0 to (\d+)", document(name), re.MULTILINE).group(1))
+            self.assertEqual(self.refusal(variable=f"ObjectNumber = {largest}"), "", name)
+            self.assertIn(f" is not within 0..{largest}\n", self.refusal(variable=f"ObjectNumber = {largest + 1}"), name)
+
     def test_the_object_types_are_those_of_the_driver(self):
         text = document("docs/configure-a-block.md").split("### Object types")[1].split("### Properties")[0]
         rows = re.findall(r"\| (\d+) \| (\d+) \| ([^|]+?) \|", text.replace("| |", "|\n|"))

@@ -42,10 +42,10 @@ TEST_F(ProjectLoad, NamesBecomeCodes) {
 TEST_F(ProjectLoad, CodesMayBeWritten) {
     FakeDriver const& driver = Load(
         Block("Name='AHU', Address='1.2.3.4:5'",
-              "{Name='D', Type=23, ElementType=11, ObjectType=8, ObjectProperties=0, ObjectNumber=4194303}"));
+              "{Name='D', Type=23, ElementType=11, ObjectType=8, ObjectProperties=0, ObjectNumber=4194302}"));
     FakeDriver::Variable const& variable = driver.Variables.at(0);
     EXPECT_EQ(Property(variable, "ObjectType"), 8);
-    EXPECT_EQ(Property(variable, "ObjectNumber"), 4194303);
+    EXPECT_EQ(Property(variable, "ObjectNumber"), 4194302);
     EXPECT_EQ(variable.Descriptor.ReadType.Type, OpcUaType_DataValue);
     EXPECT_EQ(variable.Descriptor.ReadType.ElementType, OpcUaType_Double);
 }

@@ -163,10 +163,10 @@ TEST_F(ProjectMistakes, Objects) {
 TEST_F(ProjectMistakes, ObjectNumber) {
     std::string const start = "Name='T', Type='Float', ObjectType=1, ObjectProperties=0";
     EXPECT_EQ(InVariable(start), "field \"ObjectNumber\": missing");
-    EXPECT_EQ(InVariable(start + ", ObjectNumber=-1"), "field \"ObjectNumber\": -1 is not within 0..4194303");
-    EXPECT_EQ(InVariable(start + ", ObjectNumber=4194304"),
-              "field \"ObjectNumber\": 4194304 is not within 0..4194303");
-    EXPECT_EQ(InVariable(start + ", ObjectNumber=4194303"), "loaded");
+    EXPECT_EQ(InVariable(start + ", ObjectNumber=-1"), "field \"ObjectNumber\": -1 is not within 0..4194302");
+    EXPECT_EQ(InVariable(start + ", ObjectNumber=4194303"),
+              "field \"ObjectNumber\": 4194303 is not within 0..4194302");
+    EXPECT_EQ(InVariable(start + ", ObjectNumber=4194302"), "loaded");
 }
 
 TEST_F(ProjectMistakes, NamesThatAreTaken) {

@@ -147,7 +147,7 @@ TEST(ProjectRandom, TablesEndInAMessageOrABlockWithinItsLimits) {
                 ASSERT_NE(variable.ObjectType, nullptr);
                 ASSERT_NE(variable.Property, nullptr);
                 EXPECT_GE(variable.ObjectNumber, 0);
-                EXPECT_LE(variable.ObjectNumber, 4194303);
+                EXPECT_LE(variable.ObjectNumber, 4194302);
             }
         } catch (ProjectError const& mistake) {
             ExpectMessage(mistake.what(), "block");
