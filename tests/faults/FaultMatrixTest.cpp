@@ -5,11 +5,9 @@
 
 #include <algorithm>
 #include <cctype>
-#include <cstdlib>
-#include <fstream>
-#include <sstream>
 #include <tuple>
 
+#include "DocumentPart.h"
 #include "FaultTable.h"
 #include "Heap.h"
 
@@ -210,19 +208,7 @@ TEST(FaultTable, EveryBoundIsReached) {
 
 // DORVEL_PRINT_TABLE=1 fault_test --gtest_filter=FaultTable.StandsInTheDocument prints what belongs there.
 TEST(FaultTable, StandsInTheDocument) {
-    if (std::getenv("DORVEL_PRINT_TABLE")) {
-        std::fputs(FaultTableText().c_str(), stdout);
-    }
-    std::ostringstream document;
-    document << std::ifstream(RELIABILITY_DOCUMENT).rdbuf();
-    std::string const text = document.str();
-    std::string const begin = "<!-- fault table: begin -->\n";
-    std::string const end = "<!-- fault table: end -->";
-    auto const from = text.find(begin);
-    auto const to = text.find(end);
-    ASSERT_NE(from, std::string::npos);
-    ASSERT_NE(to, std::string::npos);
-    EXPECT_EQ(text.substr(from + begin.size(), to - from - begin.size()), FaultTableText());
+    ExpectInDocument(RELIABILITY_DOCUMENT, "fault table", FaultTableText());
 }
 
 }  // namespace
