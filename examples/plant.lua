@@ -32,7 +32,8 @@ local function setting(...)
     return variable
 end
 
--- What is set here goes over a time programme (16) and gives way to whoever commands by hand at 1 to 7.
+-- What is set here goes over a time programme (16) and gives way to whoever commands by hand at 1 to 7. The priority
+-- goes with schedules too: for a device that refuses that, they need a block of their own, without a Priority.
 BACnet.new{
     Name = "AHU", Task = "air", Address = ahu, MAC = ahu, Priority = 8,
     Vars = {

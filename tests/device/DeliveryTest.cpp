@@ -136,6 +136,13 @@ TEST_F(Delivery, WithoutTraceNothingIsLogged) {
     EXPECT_EQ(log.Text(), "");
 }
 
+// Made in summer, read in winter: 23:00 local time of the day before.
+TEST_F(Delivery, OfADateKeepsTheTimeDifferenceOfItsClient) {
+    network.SetLocalTimeDiff(HourUnits);
+    DateValue date(Date(124, 3, 15, 5));
+    EXPECT_EQ(Deliver(9, date, OpcUaType_DateTime).Value, test::Time(March15 - 2 * HourUnits));
+}
+
 TEST_F(Delivery, ValueOfAnotherClassIsABadCast) {
     BooleanValue boolean(true);
     RealValue real(1.0f);

@@ -191,6 +191,16 @@ TEST_F(WriteValue, OfADateIsLocalAndOfADateTimeIsNot) {
     Write(Object::Datetime_Value, Property::Present_Value, test::Time(lateEvening));
 }
 
+// Made in winter, midnight of 15 March written in summer: the day before.
+TEST_F(WriteValue, OfADateKeepsTheTimeDifferenceOfItsClient) {
+    network.SetLocalTimeDiff(HourUnits);
+    MakeWriter();
+    network.SetLocalTimeDiff(2 * HourUnits);
+    network.Expect(WriteRequest(1, ObjectHex(Object::Date_Value, 1), 85, "A4 7C 03 0E FF"))
+        .Answer(WriteAck(1));
+    Write(Object::Date_Value, Property::Present_Value, test::Time(March15 - 2 * HourUnits));
+}
+
 TEST_F(WriteValue, OfADateBefore1900HasItsYearCut) {
     EXPECT_EQ(Built(9, test::Time(1)), "A4 D5 01 01 FF");
 }

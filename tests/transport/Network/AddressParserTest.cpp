@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <random>
 
 #include "../ScriptedUdpSocket.h"
@@ -31,6 +32,32 @@ std::string Parsed(std::string const& text) {
 std::string FormatError(std::string const& text) {
     return "ParseException: Format error:  " + text +
            ", expected: {192.168.10.1:478080} or {10:20:30:40:50:60}";
+}
+
+bool EndsWith(std::string const& text, std::string const& end) {
+    return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
+}
+
+// The address texts in a line of a document, such as `"5"`, and what the line has as their octets: `05` in
+// the next column or after "gives", or "none" in the next column.
+std::vector<std::pair<std::string, std::string>> AddressesIn(std::string const& line) {
+    std::vector<std::pair<std::string, std::string>> addresses;
+    for (auto start = line.find("`\""); start != std::string::npos; start = line.find("`\"", start + 1)) {
+        auto const quote = line.find("\"`", start + 2);
+        if (quote == std::string::npos) {
+            break;
+        }
+        std::string const text = line.substr(start + 2, quote - start - 2);
+        auto const end = quote + 2;
+        std::string const after = line.substr(end, line.find('`', end) - end);
+        if (EndsWith(after, " gives ") || EndsWith(after, " | ")) {
+            auto const octets = end + after.size() + 1;
+            addresses.emplace_back(text, line.substr(octets, line.find('`', octets) - octets));
+        } else if (after.compare(0, 7, " | none") == 0) {
+            addresses.emplace_back(text, "");
+        }
+    }
+    return addresses;
 }
 
 }  // namespace
@@ -115,6 +142,19 @@ TEST(AddressParser, ListOfHexadecimalOctetsIsTheFallback) {
 TEST(AddressParser, PartThatIsNoNumberDoesNotFallBackToTheList) {
     EXPECT_EQ(Parsed("1.2.x.4:5"), "unknown error");
     EXPECT_EQ(Parsed("1.2.99999999999.4:5"), "unknown error");
+}
+
+// A text in a table, or in a sentence with "gives", and its octets.
+TEST(AddressParser, ReadsEveryTextOfTheDocumentAsItSays) {
+    std::ifstream document(CONFIGURATION_DOCUMENT);
+    std::size_t count = 0;
+    for (std::string line; std::getline(document, line);) {
+        for (auto const& [text, octets] : AddressesIn(line)) {
+            EXPECT_EQ(Parsed(text), octets) << line;
+            ++count;
+        }
+    }
+    EXPECT_EQ(count, 9u);
 }
 
 TEST(AddressParser, TrailingColonAddsNoField) {
