@@ -27,6 +27,11 @@ def blocks(text):
             yield run.strip("\n").split("\n")
 
 
+def anchors(text):
+    """What a link names the headings of a document by."""
+    return {re.sub(r"[^\w -]", "", title.lower()).replace(" ", "-") for title in re.findall(r"^#+ (.+)", text, re.MULTILINE)}
+
+
 def cells(row):
     return len(re.split(r"(?<!\\)\|", row.strip())) - 2
 
@@ -51,6 +56,21 @@ def plain(name):
     return re.sub("[^a-z0-9]", "", name.lower())
 
 
+# By field, a value that the workbench refuses.
+REFUSED = {
+    "fields": {
+        "Name": "7", "Task": '"nowhere"', "Address": '"192.0.2.1:0"', "MAC": '"0A.:14:1E"', "Timeout": "1.5",
+        "CountRepeat": "0", "AddressNumber": '"1"', "NetworkNumber": "65536", "Priority": "17", "WriteCondition": "3",
+        "ExecuteOnSlave": "1", "WriteOnSlave": "0", "FaultItemId": "1", "ErrorTextItemId": "1", "ConnectItemId": "1",
+        "ExecuteItemId": "1", "WriteItemId": "1", "Vars": "{}",
+    },
+    "variable": {
+        "Name": "7", "Type": "14", "ElementType": '"Float"', "ObjectType": "23", "ObjectProperties": "38",
+        "ObjectNumber": "4194303", "ReadId": "1", "ReadField": '"x"', "WriteId": "1", "WriteField": '"x"', "Write": "1",
+    },
+}
+
+
 class Docs(EndToEnd):
     def names(self, heading):
         """The rows that the workbench lists under a heading: (code, BACnet number, name)."""
@@ -66,6 +86,34 @@ class Docs(EndToEnd):
                                stderr=subprocess.PIPE, text=True, timeout=LONGEST, check=False)
         self.assertEqual(check.returncode, 2 if check.stderr else 0)
         return check.stderr
+
+    def test_what_the_workbench_refuses_is_complete_and_refused(self):
+        refused = document("docs/workbench.md").split("### Of a block\n")[1].split("### Of a project\n")[0]
+        tables = {}
+        for kind, part in zip(("fields", "variable"), refused.split("### Of a variable\n")):
+            tables[kind] = {field: taken for names, taken in re.findall(r"^\| (`.*?) \| (.*?) \|", part, re.MULTILINE)
+                            for field in re.findall(r"`(\w+)`", names)}
+            self.assertEqual(set(tables[kind]), set(REFUSED[kind]))
+            for field, taken in tables[kind].items():
+                self.assertIn(f'field "{field}": ', self.refusal(**{kind: f"{field} = {REFUSED[kind][field]}"}))
+                if taken.startswith("needed; "):
+                    self.assertIn(f'field "{field}": missing\n', self.refusal(**{kind: f"{field} = nil"}))
+                limits = re.match(r"(?:needed; )?(-?\d+) to (-?\d+)", taken)
+                if limits:
+                    self.assert_limits(kind, field, *map(int, limits.groups()))
+        configured = re.split("^## ", document("docs/configure-a-block.md"), flags=re.MULTILINE)
+        for title, kind in (("Fields of a block", "fields"), ("Fields of a variable", "variable")):
+            part = next(part for part in configured if part.startswith(title)).split("\n### ")[0]
+            rows = re.findall(r"^\| (`\w+`(?:, `\w+`)*) \|", part, re.MULTILINE)
+            self.assertEqual(set(re.findall(r"\w+", " ".join(rows))) - set(tables[kind]), set())
+            self.assertGreater(len(rows), 5)
+
+    def assert_limits(self, kind, field, low, high):
+        for value in (low, high):
+            self.assertEqual(self.refusal(**{kind: f"{field} = {value}"}), "")
+        for value in (low - 1, high + 1):
+            self.assertIn(f'field "{field}": {value} is not within {low}..{high}\n',
+                          self.refusal(**{kind: f"{field} = {value}"}))
 
     def test_the_largest_object_number_is_that_of_the_workbench(self):
         for name in ("docs/configure-a-block.md", "docs/workbench.md"):
@@ -95,9 +143,11 @@ class Docs(EndToEnd):
 
     def test_links_lead_somewhere(self):
         for name in documents():
-            for link in re.findall(r"\]\(([^)#:]+)\)", document(name)):
-                path = os.path.join(ROOT, os.path.dirname(name), link)
-                self.assertTrue(os.path.exists(path), f"{name}: {link}")
+            for link, heading in re.findall(r"\]\(([^)#:]*)(?:#([^)]+))?\)", document(name)):
+                target = os.path.normpath(os.path.join(os.path.dirname(name), link)) if link else name
+                self.assertTrue(os.path.exists(os.path.join(ROOT, target)), f"{name}: {link}")
+                if heading:
+                    self.assertIn(heading, anchors(document(target)), f"{name}: {link}")
 
     def test_every_table_is_shown_as_one(self):
         mistakes = [f"{name}: {mistake}: {lines[0]}" for name in documents() for lines in blocks(document(name))

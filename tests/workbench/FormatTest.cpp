@@ -156,6 +156,7 @@ TEST_F(Format, JsonValuesOfEveryType) {
     EXPECT_EQ(JsonValue(Float(0.1f)), "0.1");
     EXPECT_EQ(JsonValue(Float(std::stof("nan"))), "\"nan\"");
     EXPECT_EQ(JsonValue(Float(-std::stof("inf"))), "\"-inf\"");
+    EXPECT_EQ(JsonValue(As(OpcUaType_Double, "INF")), "\"inf\"");
     EXPECT_EQ(JsonValue(Text("")), "\"\"");
     OpcUa_VariantHlp time;
     time.SetTime(Noon);
