@@ -134,9 +134,11 @@ void BACnetProtocol::Inited() {
     NLMakeAddress(peer.get(), address, port);
     NLInitSocket(&socket);
     NLMakeAddress(&socket.address, address, port);
-    device = std::make_unique<TBACnet>(socket, peer.release(), taskParam, ipPort, MAC, Timeout, CountRepeat,
-                                       AddressNumber, NetworkNumber, Priority);
-    device->InitTags(channels);
+    auto client = std::make_unique<TBACnet>(socket, peer.get(), taskParam, ipPort, MAC, Timeout, CountRepeat,
+                                            AddressNumber, NetworkNumber, Priority);
+    peer.release();
+    client->InitTags(channels);
+    device = std::move(client);
     for (VelaBufferParameters const* channel : channels) {
         delete channel;
     }

@@ -18,8 +18,7 @@ struct TagList {
     TagList(ObjectTypeEnum type, int number, std::vector<int> const& properties) {
         for (int const property : properties) {
             auto tag = std::make_unique<tagReadData>();
-            tag->address = std::make_unique<tagAddress>();
-            *tag->address = {number, type, static_cast<PropertyIdentifierEnum>(property)};
+            tag->address = new tagAddress{number, type, static_cast<PropertyIdentifierEnum>(property)};
             pointers.push_back(tag.get());
             owned.push_back(std::move(tag));
         }

@@ -11,6 +11,11 @@ namespace {
 
 class Session : public DeviceFixture {};
 
+// What a caller that reads the records may rely on.
+static_assert(std::is_same_v<decltype(tagReadData::descriptor), DriverVarDsc*>);
+static_assert(std::is_same_v<decltype(tagReadData::address), tagAddress*>);
+static_assert(!std::is_copy_constructible_v<tagReadData> && !std::is_copy_assignable_v<tagReadData>);
+
 TEST_F(Session, LocalDeviceIsItsMac) {
     MakeDevice();
     EXPECT_TRUE(device->IsCreated());

@@ -42,12 +42,11 @@ inline Octets WriteAbort(unsigned invokeId, unsigned reason) {
 }
 
 // A variable on a property of an object of a device.
-inline dorvel::BACnet::tagReadData MakeTag(ObjectTypeEnum type, PropertyIdentifierEnum property,
-                                           int number = 1) {
-    dorvel::BACnet::tagReadData tag;
-    tag.descriptor = std::make_unique<DriverVarDsc>();
-    tag.address = std::make_unique<dorvel::BACnet::tagAddress>();
-    *tag.address = {number, type, property};
+inline std::unique_ptr<dorvel::BACnet::tagReadData> MakeTag(ObjectTypeEnum type,
+                                                            PropertyIdentifierEnum property, int number = 1) {
+    auto tag = std::make_unique<dorvel::BACnet::tagReadData>();
+    tag->descriptor = new DriverVarDsc();
+    tag->address = new dorvel::BACnet::tagAddress{number, type, property};
     return tag;
 }
 
@@ -69,8 +68,7 @@ protected:
     }
 
     void Write(ObjectTypeEnum type, PropertyIdentifierEnum property, OpcUa_VariantHlp value) {
-        auto tag = MakeTag(type, property);
-        device->Write(&tag, value);
+        device->Write(MakeTag(type, property).get(), value);
     }
 
     // 1.0 to analog value 1, which goes out as Setpoint(id).

@@ -215,11 +215,11 @@ TEST_F(WriteResponse, InvokeIdIsSharedByAllDevices) {
     auto tag = MakeTag(Object::Analog_Value, Property::Present_Value);
     OpcUa_VariantHlp value = Double(1);
     network.Expect(Setpoint(1)).Answer(WriteAck(1));
-    device->Write(&tag, value);
+    device->Write(tag.get(), value);
     network.Expect(Setpoint(2)).Answer(WriteAck(2));
-    other.Write(&tag, value);
+    other.Write(tag.get(), value);
     network.Expect(Setpoint(3)).Answer(WriteAck(3));
-    device->Write(&tag, value);
+    device->Write(tag.get(), value);
     EXPECT_EQ(device->Settings().ReadInvokeId, 0);
     EXPECT_EQ(log.Text(), "");
 }
@@ -270,7 +270,7 @@ protected:
 
     static bool Process(PDU&& pdu) {
         auto const tag = MakeTag(ObjectTypeEnum::Analog_Value, PropertyIdentifierEnum::Present_Value);
-        return ProcessWriteResponse(pdu, tag);
+        return ProcessWriteResponse(pdu, *tag);
     }
 
     static constexpr char Own = static_cast<char>(200);

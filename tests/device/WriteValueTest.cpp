@@ -96,7 +96,7 @@ protected:
     // The last two octets of the APDU for the configured priority.
     std::string EndWithPriority(int priority) {
         std::vector<char> const apdu = MakeWriter(priority).FormWriteMessage(
-            MakeTag(Object::Analog_Value, Property::Present_Value), 1, Double(1));
+            *MakeTag(Object::Analog_Value, Property::Present_Value), 1, Double(1));
         return ToHex(Octets(apdu.end() - 2, apdu.end()));
     }
 };
@@ -285,7 +285,7 @@ TEST_F(WriteValue, GoesIntoPresentValueButForThreeConstantsAndTwoSchedules) {
                                                          : test::Time(March15);
             std::vector<char> apdu;
             try {
-                apdu = device->FormWriteMessage(tag, 1, value);
+                apdu = device->FormWriteMessage(*tag, 1, value);
             } catch (std::runtime_error const&) {
                 continue;  // not in the table, or of a type that is refused
             }
@@ -339,18 +339,18 @@ TEST_F(WriteValue, Priority0And17SendNoPriorityTagAnd1And16Do) {
 
 TEST_F(WriteValue, StandsInAMessageWithTheLowOctetOfItsInvokeIdAndTheLow22BitsOfItsObject) {
     auto const tag = MakeTag(Object::Analog_Value, Property::Present_Value, -1);
-    EXPECT_EQ(ToHex(device->FormWriteMessage(tag, 0x1FE, Double(1))),
+    EXPECT_EQ(ToHex(device->FormWriteMessage(*tag, 0x1FE, Double(1))),
               "00 04 FE 0F 0C 00 BF FF FF 19 55 3E 44 3F 80 00 00 3F");
 }
 
 TEST_F(WriteValue, IsARequestThatExpectsAReply) {
     auto const tag = MakeTag(Object::Analog_Value, Property::Present_Value);
-    auto const local = device->FormWriteRequest(tag, Hex("0A 0B"), {Hex("07"), 0}, Double(1));
+    auto const local = device->FormWriteRequest(*tag, Hex("0A 0B"), {Hex("07"), 0}, Double(1));
     EXPECT_TRUE(local.expectingReply);
     EXPECT_FALSE(local.hasDestination);
     EXPECT_EQ(ToHex(local.physicalDestination), "0A 0B");
     EXPECT_EQ(ToHex(local.data), "00 04 01 0F 0C 00 80 00 01 19 55 3E 44 3F 80 00 00 3F");
-    auto const routed = device->FormWriteRequest(tag, Hex("0A 0B"), {Hex("07"), 9}, Double(1));
+    auto const routed = device->FormWriteRequest(*tag, Hex("0A 0B"), {Hex("07"), 9}, Double(1));
     EXPECT_TRUE(routed.hasDestination);
     EXPECT_EQ(ToHex(routed.destination.bytes), "07");
     EXPECT_EQ(routed.destination.network, 9);

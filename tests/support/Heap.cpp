@@ -14,11 +14,13 @@ std::atomic<long long> totalOctets{0};
 std::atomic<long long> totalPieces{0};
 std::atomic<long long> untilFailure{0};  // pieces up to the one that is refused; 0, none is
 
+std::atomic<bool> failsOn{false};          // those after it too
+
 bool MustFail() {
     long long left = untilFailure.load(std::memory_order_relaxed);
     while (left != 0 && !untilFailure.compare_exchange_weak(left, left - 1, std::memory_order_relaxed)) {
     }
-    return left == 1;
+    return left == 1 || (left == 0 && failsOn.load(std::memory_order_relaxed));
 }
 
 void Raise(std::atomic<long long>& most, long long now) {
@@ -145,7 +147,13 @@ HeapTotals HeapTotalsSoFar() {
 }
 
 void FailPiece(long long number) {
+    failsOn.store(false, std::memory_order_relaxed);
     untilFailure.store(number, std::memory_order_relaxed);
+}
+
+void FailPiecesFrom(long long number) {
+    untilFailure.store(number, std::memory_order_relaxed);
+    failsOn.store(true, std::memory_order_relaxed);
 }
 
 bool HasFailedPiece() {

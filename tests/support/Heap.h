@@ -21,7 +21,9 @@ HeapTotals HeapTotalsSoFar();
 
 // The piece of that number from now on, counted from 1, is refused, and none behind it. 0: none is.
 void FailPiece(long long number);
-// That there is none to refuse any more.
+// All from the piece of that number on, until FailPiece is called.
+void FailPiecesFrom(long long number);
+// That the piece of the number was refused.
 bool HasFailedPiece();
 
 }  // namespace test

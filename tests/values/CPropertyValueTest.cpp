@@ -1,7 +1,23 @@
 #include <gtest/gtest.h>
 
+#include <type_traits>
+
+#include "BinaryValue.h"
+#include "BitStringValue.h"
+#include "BooleanValue.h"
+#include "CharacterStringValue.h"
+#include "DateTimeValue.h"
+#include "DateValue.h"
+#include "DoubleValue.h"
+#include "EnumValue.h"
+#include "ExceptionScheduleValue.h"
+#include "IntValue.h"
+#include "OctetStringValue.h"
+#include "RealValue.h"
+#include "TimeValue.h"
 #include "UintValue.h"
 #include "ValueTags.h"
+#include "WeeklyScheduleValue.h"
 
 TEST(CPropertyValue, GivesOneTagNoConstructedOnesAndTheValueThatWasSet) {
     UintValue value(3);
@@ -10,6 +26,24 @@ TEST(CPropertyValue, GivesOneTagNoConstructedOnesAndTheValueThatWasSet) {
     ASSERT_EQ(value.ToApplicationTags().size(), 1U);
     EXPECT_EQ(test::ToHex(value.ToApplicationTags()[0].GetBytes()), "22 01 04");
     EXPECT_TRUE(value.ToApplicationComplexTags().empty());
+}
+
+namespace {
+
+template <class... Values>
+constexpr bool GiveCopies = (!std::is_reference_v<decltype(std::declval<Values>().GetValue())> && ...);
+
+}  // namespace
+
+TEST(CPropertyValue, GivesACopySoThatATemporarysValueOutlivesIt) {
+    static_assert(GiveCopies<BinaryValue, BitStringValue, BooleanValue, CharacterStringValue, DateTimeValue,
+                             DateValue, DoubleValue, EnumValue, ExceptionScheduleValue, IntValue,
+                             OctetStringValue, RealValue, TimeValue, UintValue, WeeklyScheduleValue>);
+    test::Octets copy;
+    for (char const octet : OctetStringValue(test::Octets(100, '\x5A')).GetValue()) {
+        copy.push_back(octet);
+    }
+    EXPECT_EQ(copy, test::Octets(100, '\x5A'));
 }
 
 TEST(CPropertyValue, ComparesEveryPairAsEqualUnlessAClassSaysOtherwise) {

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <utility>
+#include <vector>
+
 #include "Date.h"
 #include "ValueTags.h"
 
@@ -66,9 +69,22 @@ TEST(Date, KnowsLeapYears) {
     EXPECT_TRUE(Date::IsLeapYear(2000));
     EXPECT_FALSE(Date::IsLeapYear(1900));
     EXPECT_FALSE(Date::IsLeapYear(2023));
-    EXPECT_EQ(Date::originalYearMonthDays[2], 28);
-    EXPECT_EQ(Date::laepYearMonthDays[2], 29);
-    EXPECT_EQ(Date::laepYearMonthDays.size(), 13U);
+}
+
+TEST(Date, ListsTheDaysOfTheMonths) {
+    using Days = std::vector<char>;
+    EXPECT_EQ(Date::originalYearMonthDays, (Days{0, 31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31}));
+    EXPECT_EQ(Date::laepYearMonthDays, (Days{0, 31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31}));
+}
+
+TEST(Date, IsConvertedWithoutTheListsOfDays) {
+    Date const date(124, 3, 15, any);
+    auto const time = date.ToFileTime();
+    auto const original = std::exchange(Date::originalYearMonthDays, {});
+    auto const leap = std::exchange(Date::laepYearMonthDays, {});
+    EXPECT_EQ(date.ToFileTime(), time);
+    Date::originalYearMonthDays = original;
+    Date::laepYearMonthDays = leap;
 }
 
 TEST(Date, OfAFileTimeUpTo1900HasNoYear) {

@@ -10,8 +10,8 @@ namespace dorvel::BACnet {
 // A project names object types and properties by small numbers of its own, the places in the pick lists of
 // the engineering tool. These maps turn them into BACnet's numbers; they are also the list of what a variable
 // can be configured for. Empty until InitObjectTypesMap. The functions below may be called by several threads
-// at once, as tasks initialise their blocks side by side; whoever looks at the maps themselves sees to it
-// that no block is being initialised meanwhile.
+// at once, as tasks initialise their blocks side by side: a mutex gives each caller the maps as a whole. Code
+// that looks at the maps themselves has to make sure that no block is being initialised meanwhile.
 extern std::map<int, ObjectTypeEnum> objectTypesMap;
 extern std::map<int, PropertyIdentifierEnum> propertyTypesMap;
 

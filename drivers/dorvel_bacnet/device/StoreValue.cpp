@@ -26,7 +26,7 @@ namespace {
 
 template <class Value>
 auto const& ValueOf(CPropertyValue& value) {
-    return dynamic_cast<Value&>(value).GetValue();
+    return dynamic_cast<Value&>(value).View();
 }
 
 void StoreBoolean(CPropertyValue& value, long long, OpcUa_VariantHlp& variant) {

@@ -34,22 +34,29 @@ void MakeRoom(std::vector<WriteDataRec>& values, std::size_t count) {
 TBACnet::TBACnet(NLSocket& deviceSocket, sockaddr_in* devicePeer, unsigned short task, std::string address,
                  std::string mac, int timeout, int countRepeat, int addressNumber, int networkNumber,
                  int priority)
-    : settings(std::make_unique<TBACnetSettings>()),
-      socket(&deviceSocket),
-      peer(devicePeer),
-      taskParam(task) {
+    : settings(std::make_unique<TBACnetSettings>()), socket(&deviceSocket), taskParam(task) {
     settings->addressNumber = addressNumber;
     settings->networkNumber = static_cast<std::uint16_t>(networkNumber);
     settings->remoteAddress.network = static_cast<std::uint16_t>(networkNumber);
+    if (TrySetAddresses(address, mac)) {
+        SetLimits(timeout, countRepeat, priority);
+    }
+    peer.reset(devicePeer);
+}
+
+bool TBACnet::TrySetAddresses(std::string const& address, std::string const& mac) {
     try {
         SetAddresses(address, mac);
+        return true;
     } catch (std::exception const& failure) {
         logMsgLn(failure.what());
-        return;
     } catch (...) {
         logMsgLn("Unknown error");
-        return;
     }
+    return false;
+}
+
+void TBACnet::SetLimits(int timeout, int countRepeat, int priority) {
     settings->timeout = static_cast<std::uint16_t>(timeout);
     settings->repeatCount = static_cast<std::uint16_t>(countRepeat);
     settings->repeatCountCopy = settings->repeatCount;
@@ -87,16 +94,17 @@ void TBACnet::SetAddresses(std::string const& address, std::string const& mac) {
 
 void TBACnet::InitTags(std::vector<VelaBufferParameters*> const& params) {
     InitObjectTypesMap();
-    for (VelaBufferParameters const* param : params) {
+    for (VelaBufferParameters* param : params) {
+        auto address = std::make_unique<tagAddress>();
+        address->objectNumber = param->objectNumber;
+        address->objectType = GetBacnetObjectType(param->objectType);
+        address->propertyId = GetPropertyType(param->objectProperties);
         auto tag = std::make_unique<tagReadData>();
-        tag->address = std::make_unique<tagAddress>();
-        tagAddress& address = *tag->address;
-        address.objectNumber = param->objectNumber;
-        address.objectType = GetBacnetObjectType(param->objectType);
-        address.propertyId = GetPropertyType(param->objectProperties);
-
-        tags[address.objectType][address.objectNumber].push_back(tag.get());
-        tag.release()->descriptor.reset(param->descriptor);
+        tags[address->objectType][address->objectNumber].push_back(tag.get());
+        // The descriptor goes from one owner to the next only when nothing can fail any more.
+        tag->address = address.release();
+        tag->descriptor = std::exchange(param->descriptor, nullptr);
+        tag.release();
         ++tagCount;
     }
 }

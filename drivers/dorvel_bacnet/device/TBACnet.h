@@ -25,10 +25,10 @@
 
 namespace dorvel::BACnet {
 
-// The invoke id of the latest write, 255 followed by 0. One for all devices of the process, unlike that of
-// reads, and a plain counter: blocks on different threads take distinct numbers from it, but an answer is
-// held against the number that was given out last, also when that went to another block. It orders nothing
-// else.
+// The invoke id of the latest write, 255 followed by 0. Read and assigned like an octet, by any thread. One
+// for all devices of the process, unlike that of reads: blocks on different threads take distinct numbers
+// from it, but an answer is held against the number that was given out last, also when that went to another
+// block.
 extern std::atomic<unsigned char> WriteInvokeId;
 
 // Whether an answer is the SimpleAck of the latest write; the tag is not looked at. An Error or a Reject of
@@ -47,12 +47,14 @@ public:
     // Milliseconds to wait for one datagram, whatever time-out the block is given.
     static constexpr int ReceiveTimeout = 1000;
 
-    // The runtime stops: all polls end before their next object. Another thread sets and clears it.
+    // The runtime stops: all polls end before their next object. Read and assigned like a bool, by any
+    // thread.
     static std::atomic<bool> IsTerminated;
 
-    // The socket stays the caller's and has to outlive the client; peer, where every datagram goes, becomes
-    // the client's. The two texts (Network::AddressParser has their grammar) change their roles with the
-    // network number, of which the low 16 bits count:
+    // The socket stays the caller's and has to outlive the client. peer, where every datagram goes, becomes
+    // the client's when the constructor returns; if it throws, for lack of memory, peer stays the caller's.
+    // The two texts (Network::AddressParser has their grammar) change their roles with the network number, of
+    // which the low 16 bits count:
     //   0      the device is mac; address is not looked at and no socket is opened
     //   other  the device is mac on that network, behind the router that address names; the socket is opened
     //          on the first free one of 20 ports above the one that its record holds
@@ -65,9 +67,10 @@ public:
     // Closes the socket if it is open and deletes the tags.
     ~TBACnet();
 
-    // Enters the variables into the tag table and takes their descriptors over; the records stay the
-    // caller's. Codes are not checked (CodeMaps.h tells what becomes of unknown ones), nor are duplicates
-    // found.
+    // Enters the variables into the tag table and takes their descriptors over, of which the records keep
+    // none; the records stay the caller's. Codes are not checked (CodeMaps.h says what becomes of unknown
+    // ones), nor are duplicates found. If it throws, for lack of memory, the records whose descriptors it did
+    // not take still have them, and the client is good for nothing but its destruction.
     void InitTags(std::vector<VelaBufferParameters*> const& params);
 
     // One poll of all tags: an exchange per object, by ascending type and number, whose values are appended.
@@ -140,7 +143,10 @@ private:
 
     void WriteAndDrain(tagReadData const& tag, OpcUa_VariantHlp const& value);
 
+    // False, with the reason in the log, when a text is no address.
+    bool TrySetAddresses(std::string const& address, std::string const& mac);
     void SetAddresses(std::string const& address, std::string const& mac);
+    void SetLimits(int timeout, int countRepeat, int priority);
     int Exchange(std::vector<char> const& frame, std::vector<char>& apdu);
 
     Attempt TryRead(ObjectIdentifier object, std::vector<tagReadData*> const& tags,
@@ -156,7 +162,6 @@ private:
 
     std::unique_ptr<TBACnetSettings> settings;
     TagTable tags;
-    std::size_t tagCount = 0;
     NLSocket* socket;
     std::unique_ptr<sockaddr_in> peer;
     // Number of the task, for the host's trace of its sockets.
@@ -165,6 +170,8 @@ private:
     bool fault = false;
     // Local time less UTC when the client was made, in units of 100 ns.
     long long localTimeDiff = 0;
+
+    std::size_t tagCount = 0;
 };
 
 }  // namespace dorvel::BACnet

@@ -22,9 +22,21 @@ namespace {
 // By sequence number, an unsigned octet: a transaction never holds more than 256 segments.
 using Segments = std::map<unsigned char, std::unique_ptr<ComplexAck>>;
 
-std::string LogLine(ObjectIdentifier object, std::exception const& failure) {
-    return std::to_string(static_cast<int>(object.GetObjectType())) + "-" +
-           std::to_string(object.GetInstanceNumber()) + " " + failure.what() + "\n";
+// Logs that an attempt has failed. Called in handlers, so without memory for the line there is none.
+void LogFailure(ObjectIdentifier object, std::exception const& failure) noexcept {
+    try {
+        std::string const line = std::to_string(static_cast<int>(object.GetObjectType())) + "-" +
+                                 std::to_string(object.GetInstanceNumber()) + " " + failure.what() + "\n";
+        logMsg(line.c_str());
+    } catch (std::exception const&) {
+    }
+}
+
+// The same if the user's trace is on; else the line is not made.
+void TraceFailure(ObjectIdentifier object, std::exception const& failure) noexcept {
+    if (IsEnableUserTrace()) {
+        LogFailure(object, failure);
+    }
 }
 
 // The keys are distinct, so they run from 0 without a gap exactly when the last one is their number less one.
@@ -70,18 +82,18 @@ TBACnet::Attempt TBACnet::TryRead(ObjectIdentifier object, std::vector<tagReadDa
         Trace(refusal.what());
         return Attempt::Answered;
     } catch (RejectResponseException const& refusal) {
-        Trace(LogLine(object, refusal).c_str());
+        TraceFailure(object, refusal);
         return Attempt::Answered;
     } catch (AbortResponseException const& refusal) {
-        Trace(LogLine(object, refusal).c_str());
+        TraceFailure(object, refusal);
         return Attempt::Answered;
     } catch (SupportInformationException const& refusal) {
-        Trace(LogLine(object, refusal).c_str());
+        TraceFailure(object, refusal);
         return Attempt::Answered;
     } catch (std::runtime_error const& failure) {
-        Trace(LogLine(object, failure).c_str());
+        TraceFailure(object, failure);
     } catch (std::exception const& failure) {
-        logMsg(LogLine(object, failure).c_str());
+        LogFailure(object, failure);
     } catch (...) {
         logMsg("Unknown error\n");
     }

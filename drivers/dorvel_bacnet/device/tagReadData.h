@@ -1,16 +1,23 @@
 #pragma once
 
-#include <memory>
-
 #include "dorvelshare/LuaDataProvider.h"
 #include "tagAddress.h"
 
 namespace dorvel::BACnet {
 
-// One configured variable: where its value goes in the runtime, and where it comes from. Owns both.
+// One configured variable: where its value goes in the runtime, and where it comes from. Owns both; either
+// may be null while it is filled.
 struct tagReadData {
-    std::unique_ptr<DriverVarDsc> descriptor;
-    std::unique_ptr<tagAddress> address;
+    tagReadData() = default;
+    tagReadData(tagReadData const&) = delete;
+    tagReadData& operator=(tagReadData const&) = delete;
+    ~tagReadData() {
+        delete address;
+        delete descriptor;
+    }
+
+    DriverVarDsc* descriptor = nullptr;
+    tagAddress* address = nullptr;
 };
 
 }  // namespace dorvel::BACnet

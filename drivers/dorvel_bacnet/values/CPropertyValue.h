@@ -32,7 +32,10 @@ public:
     HeldValue() = default;
     explicit HeldValue(T held) : value(std::move(held)) {}
 
-    T const& GetValue() const { return value; }
+    T GetValue() const { return value; }
+    // The same without a copy, as long as this object lives and is not changed.
+    T const& View() const& { return value; }
+    T const& View() const&& = delete;
     void SetValue(T newValue) { value = std::move(newValue); }
 
 protected:

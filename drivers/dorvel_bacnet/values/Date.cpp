@@ -1,5 +1,6 @@
 #include "Date.h"
 
+#include <array>
 #include <cstddef>
 
 #include "FileTime.h"
@@ -14,10 +15,13 @@ int DaysOfYear(int year) {
     return Date::IsLeapYear(year) ? 366 : 365;
 }
 
+constexpr std::array<int, 13> monthDays{0, 31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+constexpr std::size_t february = 2;
+
 // The days of a month of a year; none where the table ends.
 int DaysOfMonth(int year, std::size_t month) {
-    auto const& table = Date::IsLeapYear(year) ? Date::laepYearMonthDays : Date::originalYearMonthDays;
-    return month < table.size() ? table[month] : 0;
+    int const leapDay = month == february && Date::IsLeapYear(year) ? 1 : 0;
+    return month < monthDays.size() ? monthDays[month] + leapDay : 0;
 }
 
 }  // namespace

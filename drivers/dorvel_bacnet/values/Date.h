@@ -1,7 +1,7 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
+#include <vector>
 
 // A date of ASHRAE 135 clause 20.2.12, its fields as on the wire; 255 is "unspecified". A file time is a
 // count of 100 ns since 1 January 1601.
@@ -20,11 +20,10 @@ struct Date {
     // 0 for any two dates: the host relies on a date never counting as changed.
     int Compare(Date& other) const;
 
-    // Days by month, January at place 1. Constants, so that other static initialisers may use them.
-    static constexpr std::array<char, 13> originalYearMonthDays = {0,  31, 28, 31, 30, 31, 30,
-                                                                   31, 31, 30, 31, 30, 31};
-    static constexpr std::array<char, 13> laepYearMonthDays = {0,  31, 29, 31, 30, 31, 30,
-                                                               31, 31, 30, 31, 30, 31};
+    // Days by month, January at index 1, for whoever lists them. The conversions have constants of their own,
+    // so they depend neither on the order of static initialisation nor on what is done to these.
+    inline static std::vector<char> originalYearMonthDays{0, 31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    inline static std::vector<char> laepYearMonthDays{0, 31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
 
     std::uint8_t year = 255;
     std::uint8_t month = 255;

@@ -78,17 +78,17 @@ std::string CalendarEntryText(Tag const& entry) {
 
 std::string CalendarText(TagBase& period) {
     // A constructed tag has no octets of its own, so it is calendar 0.
-    auto const* const reference = dynamic_cast<Tag*>(&period);
+    auto const* const reference = AsPrimitive(&period);
     unsigned const instance = reference == nullptr ? 0 : ObjectIdentifier(*reference).GetInstanceNumber();
     return "3," + std::to_string(instance) + ",";
 }
 
 std::string PeriodText(TagBase& period) {
-    auto* const choice = dynamic_cast<ComplexTag*>(&period);
+    auto* const choice = AsComplex(&period);
     if (choice == nullptr || choice->size() != 1) {
         return CalendarText(period);
     }
-    auto* const range = dynamic_cast<ComplexTag*>(choice->GetSubTag(0));
+    auto* const range = AsComplex(choice->GetSubTag(0));
     if (range == nullptr) {
         return CalendarEntryText(PrimitiveSubTag(*choice, 0));
     }

@@ -11,7 +11,10 @@ public:
     TextValue() = default;
     TextValue(std::string text, EncodingTypeEnum textEncoding);
 
-    std::string const& GetValue() const { return value; }
+    std::string GetValue() const { return value; }
+    // The same without a copy, as long as this object lives.
+    std::string const& View() const& { return value; }
+    std::string const& View() const&& = delete;
     EncodingTypeEnum GetEncoding() const { return encoding; }
 
 protected:

@@ -135,6 +135,13 @@ TEST(ErrorPduParser, TwoOctetEnumerationKeepsItsHighOctetOnly) {
     EXPECT_EQ(static_cast<int>(error.GetErrorCode()), 1);
 }
 
+TEST(ErrorPduParser, TheErrorPackIsReadWithAndWithoutAParser) {
+    FakeStream first(test::Hex("91 01 91 1F"));
+    EXPECT_EQ(ErrorPduParser::GetErrorPack(first)->GetErrorCode(), ErrorCodeEnum::UnknownObject);
+    FakeStream second(test::Hex("91 01 91 1F"));
+    EXPECT_EQ(ErrorPduParser().GetErrorPack(second)->GetErrorClass(), ErrorClassEnum::Object);
+}
+
 TEST(ErrorPduParser, TagNumbersAreNotLookedAt) {
     EXPECT_EQ(ToHex(ParseAs<ErrorPdu>("50 07 0C 09 02 21 1F")->GetBytes()), "50 07 0C 91 02 91 1F");
 }

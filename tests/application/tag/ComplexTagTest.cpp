@@ -16,7 +16,6 @@ public:
     CountedTag() { ++alive; }
     ~CountedTag() override { --alive; }
     std::vector<char> GetBytes() const override { return Hex("C0 DE"); }
-    bool IsConstructed() const override { return false; }
 
     static int alive;
 };

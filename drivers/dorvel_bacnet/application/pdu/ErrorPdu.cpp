@@ -57,7 +57,7 @@ std::unique_ptr<PDU> ErrorPduParser::Parse(char, IStreamBase& stream) const {
     return std::make_unique<ErrorPdu>(invokeId, choice, GetErrorPack(stream));
 }
 
-std::unique_ptr<SimpleError> ErrorPduParser::GetErrorPack(IStreamBase& stream) const {
+std::unique_ptr<SimpleError> ErrorPduParser::GetErrorPack(IStreamBase& stream) {
     auto const tags = TagParser::ReadAppSequence(stream, 2);
     int const group = FirstDataOctet(tags[0].get());
     int const code = FirstDataOctet(tags[1].get());

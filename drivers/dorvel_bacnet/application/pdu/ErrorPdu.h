@@ -57,5 +57,5 @@ public:
 
     // Reads two tags; class and code are the first data octet of each, so a two-octet enumeration keeps its
     // high octet only. Throws FormatErrorException when a tag is missing, has no data or is constructed.
-    std::unique_ptr<SimpleError> GetErrorPack(IStreamBase& stream) const;
+    static std::unique_ptr<SimpleError> GetErrorPack(IStreamBase& stream);
 };

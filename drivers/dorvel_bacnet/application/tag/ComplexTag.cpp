@@ -4,6 +4,7 @@
 
 #include "Tag.h"
 #include "TagHeader.h"
+#include "TagKind.h"
 
 namespace {
 
@@ -23,7 +24,7 @@ std::vector<char> Bracket(ComplexTag const& tag, char valLenType) {
 
 }  // namespace
 
-ComplexTag::ComplexTag(char tagNumber, bool isClass) : TagBase(tagNumber, isClass, 0) {}
+ComplexTag::ComplexTag(char tagNumber, bool isClass) : TagBase(Constructed(), tagNumber, isClass) {}
 
 ComplexTag::~ComplexTag() {
     if (holdsConstructed) {
@@ -54,11 +55,8 @@ void ComplexTag::Dismantle(std::unique_ptr<TagBase> whole) {
 }
 
 ComplexTag* ComplexTag::AsNested(TagBase& tag) {
-    if (!tag.IsConstructed()) {
-        return nullptr;
-    }
-    auto& complex = static_cast<ComplexTag&>(tag);
-    return complex.holdsConstructed && !complex.subTags.empty() ? &complex : nullptr;
+    ComplexTag* const complex = AsComplex(&tag);
+    return complex && complex->holdsConstructed && !complex->subTags.empty() ? complex : nullptr;
 }
 
 std::unique_ptr<TagBase> ComplexTag::TakeLast(ComplexTag& tag) {
@@ -82,11 +80,10 @@ std::vector<char> ComplexTag::GetBytes() const {
             open.pop_back();
             continue;
         }
-        TagBase const* const subTag = innermost.tag->GetSubTag(innermost.next++);
-        if (subTag->IsConstructed()) {
-            auto const& complex = static_cast<ComplexTag const&>(*subTag);
-            Append(bytes, Bracket(complex, TagHeader::OpeningTag));
-            open.push_back({&complex, 0});
+        TagBase* const subTag = innermost.tag->GetSubTag(innermost.next++);
+        if (ComplexTag const* const complex = AsComplex(subTag)) {
+            Append(bytes, Bracket(*complex, TagHeader::OpeningTag));
+            open.push_back({complex, 0});
         } else {
             Append(bytes, subTag->GetBytes());
         }

@@ -11,13 +11,12 @@
 // its depth; destroying one needs no memory either.
 class ComplexTag final : public TagBase {
 public:
-    ComplexTag() = default;
+    ComplexTag() : ComplexTag(0, false) {}
     ComplexTag(char tagNumber, bool isClass);
     ~ComplexTag() override;
 
     // Opening and closing tags are of context class, whatever the class flag says.
     std::vector<char> GetBytes() const override;
-    bool IsConstructed() const override { return true; }
 
     // Appends a tag, which must not be null, and takes ownership.
     void AddSubTag(std::unique_ptr<TagBase> tag);

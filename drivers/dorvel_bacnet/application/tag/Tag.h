@@ -20,7 +20,6 @@ public:
     // octet, cut to its low four bits, and in an octet behind it. An extended length is always one octet, the
     // low eight bits of the additional length, so data of 254 octets and more carries a wrong length.
     std::vector<char> GetBytes() const override;
-    bool IsConstructed() const override { return false; }
 
     // The value of the extended length, used when the length/value/type is 5.
     int GetAdditionalLength() const { return extendedLength; }

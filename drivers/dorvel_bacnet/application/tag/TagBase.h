@@ -18,8 +18,9 @@ public:
 
     // The tag as it goes on the wire.
     virtual std::vector<char> GetBytes() const = 0;
-    // Which of the two kinds the tag is: true for a ComplexTag, false for a Tag.
-    virtual bool IsConstructed() const = 0;
+
+    // True for a ComplexTag. TagKind.h turns a tag into one of its kind.
+    bool IsConstructed() const { return constructed; }
 
     // An octet, 0 to 255: to be widened as unsigned.
     char GetTagNumber() const { return number; }
@@ -32,6 +33,11 @@ public:
     void SetValLenType(char value) { lengthType = value; }
 
 protected:
+    // For ComplexTag alone, which is what a constructed tag is cast to.
+    struct Constructed {};
+    TagBase(Constructed, char tagNumber, bool isClass)
+        : number(tagNumber), contextSpecific(isClass), constructed(true) {}
+
     TagBase(TagBase const&) = default;
     TagBase& operator=(TagBase const&) = default;
 
@@ -39,4 +45,5 @@ private:
     char number = 0;
     bool contextSpecific = false;
     char lengthType = 0;
+    bool constructed = false;
 };

@@ -5,19 +5,27 @@
 namespace {
 
 template <class Kind>
-Kind& Require(TagBase* tag, bool isConstructed) {
-    if (tag && tag->IsConstructed() == isConstructed) {
-        return static_cast<Kind&>(*tag);
+Kind& Require(Kind* tag) {
+    if (!tag) {
+        throw FormatErrorException();
     }
-    throw FormatErrorException();
+    return *tag;
 }
 
 }  // namespace
 
+Tag* AsPrimitive(TagBase* tag) {
+    return tag && !tag->IsConstructed() ? static_cast<Tag*>(tag) : nullptr;
+}
+
+ComplexTag* AsComplex(TagBase* tag) {
+    return tag && tag->IsConstructed() ? static_cast<ComplexTag*>(tag) : nullptr;
+}
+
 Tag& RequirePrimitive(TagBase* tag) {
-    return Require<Tag>(tag, false);
+    return Require(AsPrimitive(tag));
 }
 
 ComplexTag& RequireComplex(TagBase* tag) {
-    return Require<ComplexTag>(tag, true);
+    return Require(AsComplex(tag));
 }

@@ -1,0 +1,145 @@
+// A block that is started, and one whose device is silent, where there is no memory.
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <memory>
+#include <new>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "BACnet_protocol.h"
+#include "Heap.h"
+#include "dorvelshare/HostEnvironment.h"
+#include "dorvelshare/Trace.h"
+#include "dorvelshare/VariableStore.h"
+
+using dorvel::BACnet::BACnetProtocol;
+using dorvel::BACnet::TBACnet;
+using dorvel::BACnet::VelaBufferParameters;
+
+namespace {
+
+// Sockets without a device. It takes no memory.
+class SilentNetwork final : public dorvel::HostEnvironment {
+public:
+    SilentNetwork() { dorvel::SetEnvironment(this); }
+    ~SilentNetwork() override { dorvel::SetEnvironment(nullptr); }
+    SilentNetwork(SilentNetwork const&) = delete;
+    SilentNetwork& operator=(SilentNetwork const&) = delete;
+
+    int OpenSockets() const { return sockets; }
+
+    int Open(unsigned short) override { return ++sockets; }
+    unsigned short LocalPort(int) override { return 50000; }
+    void Close(int) override { --sockets; }
+    bool Send(int, sockaddr_in const&, void const*, int) override { return true; }
+    int Receive(int, sockaddr_in&, void*, int, int) override { return -1; }
+    long long Now() override { return 0; }
+    long long SteadyNow() override { return 0; }
+    long long LocalTimeDiff() override { return 0; }
+
+private:
+    int sockets = 0;
+};
+
+constexpr int Variables = 5;
+
+// A block that is configured and not yet started. At its end the configuration takes back what it still owns.
+class ConfiguredBlock {
+public:
+    explicit ConfiguredBlock(int network) {
+        block.MAC = "192.168.10.7:47808";
+        block.NetworkNumber = network;
+        block.CountRepeat = 2;
+        block.SetDataProvider(&provider);
+        for (int number = 1; number <= Variables; ++number) {
+            ScadaProtocol::ReadChannel const read{number, "", OpcUaType_Double};
+            std::map<std::string, OpcUa_VariantHlp> properties;
+            properties["ObjectType"].SetInt(1 + number % 2);
+            properties["ObjectNumber"].SetInt(number);
+            block.AddChannel(&read, nullptr, properties);
+        }
+    }
+    ~ConfiguredBlock() {
+        for (VelaBufferParameters const* left : block.PendingChannels()) {
+            delete left->descriptor;
+            delete left;
+        }
+    }
+    ConfiguredBlock(ConfiguredBlock const&) = delete;
+    ConfiguredBlock& operator=(ConfiguredBlock const&) = delete;
+
+    BACnetProtocol block;
+
+private:
+    LuaDataProvider provider{std::make_shared<VariableStore>(), nullptr};
+};
+
+class StartWithoutMemory : public ::testing::TestWithParam<int> {
+protected:
+    StartWithoutMemory() {
+        dorvel::SetLogSink([](std::string_view) {});
+        ConfiguredBlock(0).block.Inited();  // makes what is made once
+    }
+    ~StartWithoutMemory() override { dorvel::SetLogSink(nullptr); }
+
+    SilentNetwork network;
+};
+
+}  // namespace
+
+TEST_P(StartWithoutMemory, LeavesNoDeviceAndEveryDescriptorWithOneOwner) {
+    long long const before = test::HeapPieces();
+    long long piece = 0;
+    for (bool wasRefused = true; wasRefused;) {
+        ++piece;
+        {
+            ConfiguredBlock configured(GetParam());
+            bool hasThrown = false;
+            test::FailPiece(piece);
+            try {
+                configured.block.Inited();
+            } catch (std::bad_alloc const&) {
+                hasThrown = true;
+            }
+            wasRefused = test::HasFailedPiece();
+            test::FailPiece(0);
+            ASSERT_EQ(configured.block.Device() == nullptr, hasThrown) << piece;
+            ASSERT_EQ(configured.block.PendingChannels().size(), hasThrown ? Variables : 0u) << piece;
+        }
+        ASSERT_EQ(test::HeapPieces(), before) << piece;
+        ASSERT_EQ(network.OpenSockets(), 0) << piece;
+    }
+    EXPECT_GT(piece, 3 * Variables);
+}
+
+INSTANTIATE_TEST_SUITE_P(Networks, StartWithoutMemory, ::testing::Values(0, 5));
+
+// Neither an attempt nor the log line that says that it failed may leave the client as an exception.
+TEST(SilentDevice, IsAFaultWithoutAnyMemory) {
+    SilentNetwork const network;
+    dorvel::SetLogSink([](std::string_view) {});
+    ConfiguredBlock configured(0);
+    configured.block.Inited();
+    auto& client = const_cast<TBACnet&>(*configured.block.Device());
+    long long piece = 0;
+    for (bool wasRefused = true; wasRefused;) {
+        std::vector<WriteDataRec> values;
+        bool hasThrown = false;
+        client.ClearFault();
+        test::FailPiecesFrom(++piece);
+        try {
+            client.Read(values);
+        } catch (...) {
+            hasThrown = true;
+        }
+        wasRefused = test::HasFailedPiece();
+        test::FailPiece(0);
+        ASSERT_FALSE(hasThrown) << piece;
+        ASSERT_TRUE(client.HasFault()) << piece;
+    }
+    EXPECT_GT(piece, 10);
+    dorvel::SetLogSink(nullptr);
+}
