@@ -74,7 +74,7 @@ void DropWaiting(NLSocket const& socket, unsigned short task) {
         ++dropped;
     }
     if (dropped > 0) {
-        OpcUa_Trace_Imp(TraceInfo, __FILE__, __LINE__, "task %u: %d datagrams from before the request dropped",
+        OpcUa_Trace_Imp(TraceInfo, __FILE__, __LINE__, "task %u: datagrams dropped before the request: %d",
                         task, dropped);
     }
 }

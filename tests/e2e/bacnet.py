@@ -32,7 +32,9 @@ def real_answer(request, value):
 
 
 class FakeDevice:
-    """A UDP socket on a free port of 127.0.0.1. Each datagram is given to answer, which gives the datagrams to send."""
+    """A UDP socket on a free port of 127.0.0.1. Each datagram is given to answer, which gives the datagrams to send.
+
+    They go to the sender of the request; a pair of a datagram and an address goes to that address."""
 
     def __init__(self, answer=lambda datagram: []):
         self._answer = answer
@@ -42,6 +44,7 @@ class FakeDevice:
         self._stop = threading.Event()
         self._thread = threading.Thread(target=self._serve, daemon=True)
         self.received = []
+        self.senders = []
         self.failure = None
 
     @property
@@ -53,8 +56,9 @@ class FakeDevice:
             try:
                 datagram, sender = self._socket.recvfrom(2048)
                 self.received.append(datagram)
+                self.senders.append(sender)
                 for reply in self._answer(datagram):
-                    self._socket.sendto(reply, sender)
+                    self._socket.sendto(*(reply if isinstance(reply, tuple) else (reply, sender)))
             except socket.timeout:
                 continue
             except Exception as failure:  # a mistake of the test, which has to see it

@@ -124,6 +124,34 @@ class Faults(EndToEnd):
         self.assertEqual(state["variables"]["value"]["status"], "0x808C0000")
         self.assertEqual(state["variables"]["value"]["value"], 3.5)
 
+    def test_a_late_answer_reaches_a_port_that_the_block_has_left(self):
+        def late(datagram):
+            request = Request(datagram)
+            if request.invoke_id == 1:
+                return []
+            first = [(real_answer(Request(device.received[0]), 1.0), device.senders[0])] if request.invoke_id == 2 else []
+            return first + [real_answer(request, 1.0)]
+
+        device = FakeDevice(late)
+        with device:
+            run = self.workbench(TASK + block("odd", device.address, [variable("one", "analog-input", 1)]), cycles=4)
+        self.assertEqual([state["fault"] for state in run.of("odd")], [False] * 4)
+        self.assertEqual([Request(datagram).invoke_id for datagram in device.received], [1, 2, 3, 4, 5])
+        before, *after = device.senders
+        self.assertEqual(len(set(after)), 1)
+        self.assertNotEqual(before, after[0])
+
+    def test_what_comes_between_two_cycles_is_dropped(self):
+        def doubled(datagram):
+            return [real_answer(Request(datagram), 1.0)] * 2
+
+        with FakeDevice(doubled) as device:
+            run = self.workbench('Task{ Name = "slow", Period = 200 }\n'
+                                 + block("odd", device.address, [variable("one", "analog-input", 1)]), "--trace", cycles=4)
+        self.assertEqual([state["fault"] for state in run.of("odd")], [False] * 4)
+        self.assertEqual(run.errors.count("datagrams dropped before the request: 1\n"), 3)
+        self.assertEqual(len(set(device.senders)), 1)
+
     def test_an_answer_that_came_too_late_is_never_taken_for_another(self):
         # The late answer lies in the socket when the next request goes out, and so does each one behind it.
         held = []

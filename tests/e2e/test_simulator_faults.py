@@ -141,5 +141,5 @@ class SimulatorFaults(EndToEnd):
         for line in iter(simulator.answer, "Room 1: no faults"):
             if match := re.match(r"  ([a-z_]+) +[^(]*(?:\((.*)\))?$", line):
                 told[match[1]] = match[2].split(", ") if match[2] else []
-        self.assertEqual(len(told), 25)
+        self.assertEqual(len(told), 26)
         self.assertEqual(rows, told)

@@ -82,7 +82,7 @@ TEST_F(OldAnswers, AreTracedWithTheirNumber) {
     network.Deliver(Hex("0C"));
     network.Pass(20);
     Answered();
-    EXPECT_NE(log.Text().find("task 7: 2 datagrams from before the request dropped"), std::string::npos)
+    EXPECT_NE(log.Text().find("task 7: datagrams dropped before the request: 2\n"), std::string::npos)
         << log.Text();
 }
 
