@@ -1,6 +1,7 @@
 // The texts of a block's address and MAC: as the driver takes them, and as the workbench checks them.
 #include <netinet/in.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <numeric>

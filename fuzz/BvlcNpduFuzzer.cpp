@@ -1,4 +1,5 @@
 // A datagram as the driver reads it: the BVLC header, then the NPDU.
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <stdexcept>

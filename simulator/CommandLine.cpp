@@ -1,7 +1,9 @@
 #include "CommandLine.h"
 
 #include <arpa/inet.h>
+#include <sys/socket.h>
 
+#include <cstddef>
 #include <stdexcept>
 
 namespace simulator {

@@ -5,6 +5,8 @@
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
+#include <cstddef>
 #include <system_error>
 #include <utility>
 

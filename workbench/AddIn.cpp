@@ -3,6 +3,8 @@
 #include <dlfcn.h>
 #include <unistd.h>
 
+#include <cstddef>
+
 namespace workbench {
 
 namespace {

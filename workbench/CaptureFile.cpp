@@ -1,6 +1,7 @@
 #include "CaptureFile.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 
 namespace workbench {

@@ -1,7 +1,9 @@
 #include "CommandLine.h"
 
 #include <CLI/CLI.hpp>
+#include <cstddef>
 #include <ostream>
+#include <utility>
 
 #include "ExitCode.h"
 

@@ -1,6 +1,7 @@
 #include "PromptLine.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace workbench {
 

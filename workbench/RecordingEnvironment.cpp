@@ -1,8 +1,10 @@
 #include "RecordingEnvironment.h"
 
+#include <arpa/inet.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <cstddef>
 #include <utility>
 
 #include "CaptureFile.h"

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <atomic>
+#include <cstddef>
 #include <iterator>
 
 namespace workbench {

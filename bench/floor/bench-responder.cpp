@@ -1,6 +1,7 @@
 // Answers ReadPropertyMultiple requests with prepared octets until the program that started it ends.
 
 #include <CLI/CLI.hpp>
+#include <exception>
 #include <iostream>
 
 #include "Process.h"

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdio>
 #include <exception>
+#include <ratio>
 #include <string>
 
 #include "HostedBlocks.h"

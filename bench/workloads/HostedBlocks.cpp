@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <chrono>
 #include <lua.hpp>
+#include <ratio>
 #include <stdexcept>
 #include <string_view>
 

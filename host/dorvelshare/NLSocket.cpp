@@ -1,6 +1,7 @@
 #include "dorvelshare/NLSocket.h"
 
 #include <arpa/inet.h>
+#include <sys/socket.h>
 
 #include <algorithm>
 

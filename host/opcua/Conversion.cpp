@@ -1,6 +1,7 @@
 #include "Conversion.h"
 
 #include <cmath>
+#include <cstddef>
 #include <limits>
 #include <type_traits>
 

@@ -1,6 +1,7 @@
 #include "LuaReader.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <lua.hpp>
 
 #include "Mistake.h"

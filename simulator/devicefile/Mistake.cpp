@@ -1,6 +1,7 @@
 #include "Mistake.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace simulator {
 

@@ -1,6 +1,7 @@
 #include "Fault.h"
 
 #include <iomanip>
+#include <locale>
 #include <sstream>
 
 #include "ObjectType.h"

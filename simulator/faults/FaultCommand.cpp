@@ -3,6 +3,7 @@
 #include <charconv>
 #include <iomanip>
 #include <sstream>
+#include <system_error>
 
 #include "FaultReader.h"
 #include "Mistake.h"

@@ -1,6 +1,7 @@
 #include "Suggestion.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace simulator {
 

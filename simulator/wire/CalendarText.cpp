@@ -1,5 +1,6 @@
 #include "CalendarText.h"
 
+#include <cstddef>
 #include <vector>
 
 namespace simulator {

@@ -2,6 +2,8 @@
 
 #include "BACnet_protocol.h"
 
+#include <arpa/inet.h>
+
 #include <stdexcept>
 
 #include "BlockFixture.h"

@@ -1,5 +1,7 @@
 // The two points at which datagrams cross the host's socket layer.
 
+#include <arpa/inet.h>
+
 #include <stdexcept>
 
 #include "DeviceFixture.h"

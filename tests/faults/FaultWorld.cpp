@@ -1,5 +1,8 @@
 #include "FaultWorld.h"
 
+#include <arpa/inet.h>
+#include <sys/socket.h>
+
 #include <algorithm>
 #include <stdexcept>
 

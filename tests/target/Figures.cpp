@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <lua.hpp>
 #include <memory>
+#include <ratio>
 #include <string>
 
 #include "Heap.h"

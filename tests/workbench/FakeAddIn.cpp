@@ -1,7 +1,9 @@
 #include "FakeAddIn.h"
 
+#include <cstddef>
 #include <lua.hpp>
 #include <new>
+#include <string_view>
 
 #include "dorvel/Registration.h"
 #include "dorvelshare/HostEnvironment.h"

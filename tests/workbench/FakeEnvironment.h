@@ -1,6 +1,7 @@
 #pragma once
 
 #include <arpa/inet.h>
+#include <sys/socket.h>
 
 #include <algorithm>
 #include <cstring>

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <cstddef>
+
 #include "LineInput.h"
 
 using namespace workbench;

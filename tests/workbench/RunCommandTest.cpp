@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <fstream>
+#include <iterator>
 #include <sstream>
 
 #include "ExitCode.h"

@@ -1,6 +1,7 @@
 #include "FakeStream.h"
 
 #include <algorithm>
+#include <cstddef>
 
 #include "Exceptions.h"
 #include "PopFront.h"

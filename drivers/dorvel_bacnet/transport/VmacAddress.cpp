@@ -1,6 +1,7 @@
 #include "VmacAddress.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <utility>
 
 #include "BitConverter.h"

@@ -1,6 +1,7 @@
 // Properties of the tag coding over seeded random inputs.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 
 #include "ComplexTag.h"

@@ -5,6 +5,7 @@
 #include <climits>
 #include <ctime>
 #include <random>
+#include <string>
 
 namespace {
 

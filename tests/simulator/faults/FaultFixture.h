@@ -1,8 +1,10 @@
 #pragma once
 
-#include "StationFixture.h"
+#include <algorithm>
+
 #include "FaultCommand.h"
 #include "FaultyStation.h"
+#include "StationFixture.h"
 
 namespace test {
 

@@ -1,5 +1,6 @@
 #include "Network/Message.h"
 
+#include <cstddef>
 #include <stdexcept>
 #include <utility>
 

@@ -1,5 +1,6 @@
 #include "VirtualDataLink/Framing.h"
 
+#include <cstddef>
 #include <stdexcept>
 #include <utility>
 
