@@ -13,6 +13,10 @@ FIELDS = [
     "bacapp.response_segments", "bacapp.max_adpu_size", "bacapp.sequence_number", "bacapp.window_size", "bacapp.NAK",
     "bacapp.SRV", "bacapp.present_value.real", "_ws.malformed", "_ws.expert.message"]
 
+# tshark 4.0 gives 1 and 0 for these, tshark 4.4 True and False.
+BOOLEAN_FIELDS = {"bacapp.segmented_request", "bacapp.more_segments", "bacapp.SA", "bacapp.NAK", "bacapp.SRV"}
+BOOLEANS = {"0": "0", "1": "1", "False": "0", "True": "1"}
+
 READ_REQUEST, SEGMENT_ACK, COMPLEX_ACK = "0", "4", "3"
 
 
@@ -31,10 +35,15 @@ def tshark(capture, ports, *options):
 
 
 def frames(capture, ports):
-    """The frames, each a dictionary from field to the list of its values; fields that a frame lacks are absent."""
+    """The frames, each a dictionary from field to the list of its values; fields that a frame lacks are absent.
+    A boolean is "1" or "0", whichever way this tshark prints it."""
     options = [word for field in FIELDS for word in ("-e", field)]
     told = json.loads(tshark(capture, ports, "-T", "json", *options))
-    return [frame["_source"]["layers"] for frame in told]
+    layers = [frame["_source"]["layers"] for frame in told]
+    for frame in layers:
+        for field in BOOLEAN_FIELDS & frame.keys():
+            frame[field] = [BOOLEANS[value] for value in frame[field]]
+    return layers
 
 
 def only(frame, field):
