@@ -12,8 +12,7 @@ if(DORVEL_SDK)
 endif()
 
 find_package(PkgConfig REQUIRED)
-set(DORVEL_LUA lua5.4 CACHE STRING "Lua to link, as pkg-config knows it: built as C (lua5.4) or as C++ (lua5.4-c++)")
-pkg_check_modules(LUA REQUIRED IMPORTED_TARGET "${DORVEL_LUA}")
+pkg_check_modules(LUA REQUIRED IMPORTED_TARGET lua5.4)
 
 # Boost 1.81 is the first with boost::unordered_flat_map.
 find_path(BOOST_FLAT_MAP_INCLUDE boost/unordered/unordered_flat_map.hpp REQUIRED)

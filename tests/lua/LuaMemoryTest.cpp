@@ -3,7 +3,6 @@
 
 #include <dlfcn.h>
 #include <gtest/gtest.h>
-#include <limits.h>
 
 #include <chrono>
 #include <cstdlib>
@@ -28,18 +27,40 @@ namespace {
 
 using dorvel::BACnet::BACnetProtocol;
 
-std::string FileOf(void const* address) {
-    Dl_info info = {};
-    char path[PATH_MAX] = {};
-    return dladdr(address, &info) && realpath(info.dli_fname, path) ? path : "";
+// An error of a Lua that was built as C++ is an exception, one of a Lua that was built as C jumps over the
+// handler.
+int RaiseError(lua_State* L) {
+    try {
+        return luaL_error(L, "an error");
+    } catch (...) {
+        *static_cast<bool*>(lua_touserdata(L, 1)) = true;
+        throw;
+    }
 }
 
-// The programs that use Lua are run twice, the second time with the Lua that was built as C++ in place of the
-// other.
+// The programs that use Lua are run twice, the second time linked with the Lua that was built as C++.
 TEST(LuaLibrary, IsTheOneThatThisRunIsMeantFor) {
+    FailingLua lua(0);
+    bool isException = false;
+    lua_pushcfunction(lua.Get(), RaiseError);
+    lua_pushlightuserdata(lua.Get(), &isException);
+    EXPECT_EQ(lua_pcall(lua.Get(), 1, 0, 0), LUA_ERRRUN);
     char const* const wanted = std::getenv("DORVEL_TEST_LUA");
-    std::string const file = FileOf(reinterpret_cast<void const*>(&lua_newstate));
-    EXPECT_EQ(file.find("-c++") != std::string::npos, wanted && std::string(wanted) == "c++") << file;
+    EXPECT_EQ(isException, wanted && std::string(wanted) == "c++");
+}
+
+void const* FileOf(void const* address) {
+    Dl_info info = {};
+    return dladdr(address, &info) ? info.dli_fbase : nullptr;
+}
+
+// The libraries and the add-in find Lua's functions as dlsym does.
+TEST(LuaLibrary, IsTheSameForTheProgramAndWhatItLoads) {
+    for (char const* const name :
+         {"lua_error", "lua_pcallk", "luaL_error", "luaL_checkudata", "luaopen_base"}) {
+        EXPECT_EQ(FileOf(dlsym(RTLD_DEFAULT, name)), FileOf(reinterpret_cast<void const*>(&lua_newstate)))
+            << name;
+    }
 }
 
 struct Reach {

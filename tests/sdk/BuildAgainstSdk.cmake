@@ -1,4 +1,5 @@
-# cmake -DSOURCE=... -DBIN=... -DLUA_LIBRARY=... -DLUA_INCLUDE=... -DNM=... -DCOMPILER=... [-DTOOLCHAIN=...] -DWORK=... -P
+# cmake -DSOURCE=... -DBIN=... -DLUA_LIBRARY=... [-DLUA_HAS_CPP_NAMES=ON] -DLUA_INCLUDE=... -DNM=... -DCOMPILER=...
+#       [-DTOOLCHAIN=...] -DWORK=... -P
 #
 # Puts together what the runtime's vendor ships, from our own headers and libraries in BIN, in another place, and builds
 # the add-in against that alone. Then without one of its files: that has to be told by name.
@@ -15,6 +16,12 @@ foreach(library opcua dorvelshare dorvel)
     file(COPY "${BIN}/${library}.so" DESTINATION "${sdk}/lib")
 endforeach()
 file(COPY "${LUA_LIBRARY}" DESTINATION "${sdk}/lib" FOLLOW_SYMLINK_CHAIN)
+if(LUA_HAS_CPP_NAMES)
+    # Debian's lua.hpp declares the names of C whichever library it is for.
+    file(WRITE "${sdk}/include/lua.hpp" "#include \"lua.h\"\n#include \"lualib.h\"\n#include \"lauxlib.h\"\n")
+    get_filename_component(lua_file "${LUA_LIBRARY}" NAME)
+    file(CREATE_LINK "${lua_file}" "${sdk}/lib/liblua5.4.so" SYMBOLIC)
+endif()
 
 # configure(FOLDER): gives what was told, as text, in `output`, and the exit code in `result`.
 function(configure folder)
@@ -41,6 +48,12 @@ if(NOT built STREQUAL "dorvel_bacnet.so")
 endif()
 set(ADDIN "${WORK}/build/bin/dorvel_bacnet.so")
 include("${SOURCE}/tests/addin/module/CheckExports.cmake")
+execute_process(COMMAND "${NM}" -D --undefined-only "${ADDIN}" OUTPUT_VARIABLE symbols COMMAND_ERROR_IS_FATAL ANY)
+string(REGEX MATCHALL " U lua[^\n]*" c_names "${symbols}")
+string(REGEX MATCHALL " U _Z[0-9]+lua[^\n]*" cpp_names "${symbols}")
+if((LUA_HAS_CPP_NAMES AND (c_names OR NOT cpp_names)) OR (NOT LUA_HAS_CPP_NAMES AND (cpp_names OR NOT c_names)))
+    message(FATAL_ERROR "what the add-in takes from Lua:${c_names}${cpp_names}")
+endif()
 
 foreach(missing include/opcua/OpcUa_Variant.h lib/dorvelshare.so)
     file(RENAME "${sdk}/${missing}" "${sdk}/${missing}.away")
