@@ -1,6 +1,7 @@
 #include "RawExchange.h"
 
-#include <poll.h>
+#include <sys/socket.h>
+#include <sys/time.h>
 
 #include <cstring>
 #include <stdexcept>
@@ -12,7 +13,7 @@ namespace bench {
 
 namespace {
 
-constexpr int Patience = 1000;  // milliseconds
+constexpr timeval Patience{1, 0};
 
 bool IsAnswer(unsigned char const* frame, ssize_t size, unsigned char const* question) {
     return size == static_cast<ssize_t>(AnswerFrame.size()) &&
@@ -24,6 +25,7 @@ bool IsAnswer(unsigned char const* frame, ssize_t size, unsigned char const* que
 
 RawExchange::RawExchange(unsigned short port, int objects)
     : peer(LoopbackAddress(port)), handle(OpenLoopback()) {
+    ::setsockopt(handle, SOL_SOCKET, SO_RCVTIMEO, &Patience, sizeof Patience);
     for (int number = 1; number <= objects; ++number) {
         Frame frame = RequestFrame;
         frame[request::InvokeId] = static_cast<unsigned char>(number);
@@ -47,14 +49,11 @@ double RawExchange::Round() const {
 
 void RawExchange::Exchange(Frame const& frame) const {
     ::sendto(handle, frame.data(), frame.size(), 0, reinterpret_cast<sockaddr const*>(&peer), sizeof peer);
-    pollfd entry{handle, POLLIN, 0};
     unsigned char buffer[1500];
     sockaddr_in sender{};
     socklen_t senderSize = sizeof sender;
-    ssize_t const size = ::poll(&entry, 1, Patience) == 1
-                             ? ::recvfrom(handle, buffer, sizeof buffer, MSG_DONTWAIT,
-                                          reinterpret_cast<sockaddr*>(&sender), &senderSize)
-                             : -1;
+    ssize_t const size =
+        ::recvfrom(handle, buffer, sizeof buffer, 0, reinterpret_cast<sockaddr*>(&sender), &senderSize);
     if (!IsAnswer(buffer, size, frame.data())) {
         throw std::runtime_error("a raw request was not answered");
     }

@@ -1,5 +1,6 @@
 #include <atomic>
 
+#include "LeftPorts.h"
 #include "dorvelshare/HostEnvironment.h"
 
 namespace dorvel {
@@ -16,6 +17,7 @@ HostEnvironment& Environment() {
 
 void SetEnvironment(HostEnvironment* environment) {
     replacement.store(environment, std::memory_order_release);
+    TheLeftPorts().Clear();
 }
 
 }  // namespace dorvel

@@ -4,7 +4,10 @@
 #include <sys/socket.h>
 
 #include <algorithm>
+#include <array>
+#include <utility>
 
+#include "LeftPorts.h"
 #include "dorvelshare/HostEnvironment.h"
 #include "dorvelshare/Trace.h"
 
@@ -22,44 +25,69 @@ constexpr int MostDropped = 256;
 constexpr int LongestDatagram = 1500;
 
 // What NLBeginCycle said of the cycle that this thread runs, until its first request.
-thread_local bool isAfterFault = false;
+thread_local bool isCycleAfterFault = false;
 
-void Adopt(NLSocket& socket, int handle) {
+// port is 0 if the environment has chosen it.
+void Adopt(NLSocket& socket, int handle, unsigned short port) {
     socket.open = 1;
     socket.unanswered = 0;
     socket.handle = handle;
-    socket.port = Environment().LocalPort(handle);
+    socket.port = port != 0 ? port : Environment().LocalPort(handle);
     socket.lastUse = Environment().SteadyNow();
 }
 
-bool OpenOn(NLSocket& socket, unsigned short port) {
-    int const handle = Environment().Open(port);
+bool IsLeft(unsigned short port) {
+    return dorvel::TheLeftPorts().Has(port, Environment().SteadyNow());
+}
+
+// Opens the socket on any free port, if possible on one that nobody has just left: as long as it is open, the
+// environment chooses another one.
+bool OpenAnywhere(NLSocket& socket) {
+    constexpr int Tries = 3;
+    std::array<int, Tries> unwanted{};
+    int count = 0;
+    int handle = Environment().Open(0);
+    while (handle >= 0 && count < Tries && IsLeft(Environment().LocalPort(handle))) {
+        int const another = Environment().Open(0);
+        if (another < 0) {
+            break;
+        }
+        unwanted[static_cast<std::size_t>(count++)] = std::exchange(handle, another);
+    }
+    std::for_each(unwanted.begin(), unwanted.begin() + count, [](int one) { Environment().Close(one); });
     if (handle < 0) {
         return false;
     }
-    Adopt(socket, handle);
+    Adopt(socket, handle, 0);
     return true;
 }
 
-// Opens a second socket on another port than the present one; -1 if there is none. A port of the range that
-// was left is taken again last, when its late answers have come.
-int OpenElsewhere(NLSocket const& socket) {
-    int const current = socket.port - socket.firstPort;
-    for (int step = 1; step <= socket.portCount; ++step) {
-        int const offset = (std::max(current, 0) + step) % socket.portCount;
-        int const handle = Environment().Open(static_cast<unsigned short>(socket.firstPort + offset));
+// Opens the socket on the first free port of its range from a position on, beginning again at the end. False
+// if there is none.
+bool OpenInRange(NLSocket& socket, int position, bool takesLeftPorts) {
+    for (int step = 0; step < socket.portCount; ++step) {
+        auto const port =
+            static_cast<unsigned short>(socket.firstPort + (position + step) % socket.portCount);
+        int const handle = takesLeftPorts || !IsLeft(port) ? Environment().Open(port) : -1;
         if (handle >= 0) {
-            return handle;
+            Adopt(socket, handle, port);
+            return true;
         }
     }
-    return Environment().Open(0);
+    return false;
 }
 
+void Leave(NLSocket const& socket) {
+    dorvel::TheLeftPorts().Add(socket.port, Environment().SteadyNow());
+    Environment().Close(socket.handle);
+}
+
+// The present port is taken as long as the new one is looked for, so the two differ.
 void ChangePort(NLSocket& socket) {
-    int const handle = OpenElsewhere(socket);
-    if (handle >= 0) {
-        Environment().Close(socket.handle);
-        Adopt(socket, handle);
+    NLSocket const before = socket;
+    int const position = std::max(socket.port - socket.firstPort, 0) + 1;
+    if (OpenInRange(socket, position, false) || OpenAnywhere(socket)) {
+        Leave(before);
     }
 }
 
@@ -80,15 +108,15 @@ void DropWaiting(NLSocket const& socket, unsigned short task) {
     }
 }
 
-// Keeps the answers to earlier requests away from the one that is about to be sent.
-void LeaveOldAnswers(NLSocket& socket, unsigned short task) {
+// Keeps the answers to earlier requests away from the one that is about to be sent. What waits is received
+// even where the port is left, so that captures show it.
+void LeaveOldAnswers(NLSocket& socket, bool isAfterFault, unsigned short task) {
     if (Environment().SteadyNow() - socket.lastUse >= IdleTime) {
         DropWaiting(socket, task);
     }
     if (socket.unanswered != 0 || isAfterFault) {
         ChangePort(socket);
     }
-    isAfterFault = false;
 }
 
 bool SendTo(NLSocket const& socket, sockaddr_in const* peer, void const* data, int length,
@@ -122,14 +150,12 @@ unsigned int IPAddressFromString(char const* text) {
 
 int NLTryOpenUDPSocket(NLSocket* socket, unsigned short port, int count) {
     NLCloseSocket(socket);
-    int const inRange = std::min(count, 0x10000 - port);
-    for (int i = 0; i < inRange; ++i) {
-        if (OpenOn(*socket, static_cast<unsigned short>(port + i))) {
-            socket->firstPort = port;
-            socket->portCount = static_cast<unsigned short>(std::min(inRange, 0xFFFF));
-            return 0;
-        }
+    socket->firstPort = port;
+    socket->portCount = static_cast<unsigned short>(std::clamp(count, 0, std::min(0x10000 - port, 0xFFFF)));
+    if (OpenInRange(*socket, 0, false) || OpenInRange(*socket, 0, true)) {
+        return 0;
     }
+    socket->portCount = 0;
     return -1;
 }
 
@@ -137,36 +163,40 @@ int NLSendReceive(NLSocket* socket, sockaddr_in* peer, void const* data, int len
                   int bufferSize, int timeout, int retries, int receive, unsigned short task) {
     bool const sends = data || length != 0;
     bool const receives = receive != 0 && buffer && bufferSize > 0;
+    bool const isAfterFault = sends && std::exchange(isCycleAfterFault, false);
     if (socket->open != 0 && sends) {
-        LeaveOldAnswers(*socket, task);
+        LeaveOldAnswers(*socket, isAfterFault, task);
     }
-    if (socket->open == 0 && !OpenOn(*socket, 0)) {
+    if (socket->open == 0 && !OpenAnywhere(*socket)) {
         return -1;
     }
-    int result = -1;
-    for (int left = std::max(retries, 0); result < 0 && left >= 0; --left) {
-        if (sends && !SendTo(*socket, peer, data, length, task)) {
-            break;
+    bool hasLeft = true;
+    int received = -1;  // nothing has come
+    for (int left = receives ? std::max(retries, 0) : 0; hasLeft && received < 0 && left >= 0; --left) {
+        hasLeft = !sends || SendTo(*socket, peer, data, length, task);
+        if (hasLeft && receives) {
+            received = ReceiveFrom(*socket, buffer, bufferSize, timeout);
         }
-        int const received = receives ? ReceiveFrom(*socket, buffer, bufferSize, timeout) : 0;
-        result = left == 0 ? std::max(received, 0) : received;
     }
     if (sends) {
-        socket->unanswered = receives && result <= 0;
+        socket->unanswered = receives && received <= 0 ? 1 : 0;
     }
     socket->lastUse = Environment().SteadyNow();
-    return result;
+    return hasLeft ? std::max(received, 0) : -1;
 }
 
 void NLBeginCycle(bool afterFault) {
-    isAfterFault = afterFault;
+    isCycleAfterFault = afterFault;
 }
 
 void NLCloseSocket(NLSocket* socket) {
-    if (socket->open != 0) {
+    if (socket->unanswered != 0) {
+        Leave(*socket);
+    } else if (socket->open != 0) {
         Environment().Close(socket->handle);
     }
     socket->open = 0;
+    socket->unanswered = 0;
     socket->handle = -1;
     socket->portCount = 0;
 }

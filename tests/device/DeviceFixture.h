@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Answers.h"
+#include "CodeMaps.h"
 #include "LogCapture.h"
 #include "ProjectCodes.h"
 #include "ScriptedNetwork.h"
@@ -29,6 +30,11 @@ struct DeviceParameters {
 class DeviceFixture : public ::testing::Test {
 protected:
     DeviceFixture() { dorvel::BACnet::TBACnet::IsTerminated = false; }
+    // The code maps last as long as the process: no test leaves a code in them.
+    ~DeviceFixture() override {
+        dorvel::BACnet::objectTypesMap.clear();
+        dorvel::BACnet::propertyTypesMap.clear();
+    }
 
     dorvel::BACnet::TBACnet& MakeDevice(DeviceParameters const& parameters = {}) {
         device.reset();

@@ -1,7 +1,6 @@
 // What is read of an object or a property that a device does not have. Its answer then has an error in the
 // place of each value (ASHRAE 135 clause 21, ReadAccessResult).
 
-#include <algorithm>
 #include <array>
 #include <charconv>
 #include <sstream>

@@ -1,6 +1,8 @@
 // The session of a device: what its constructor makes of the block's fields, the tag table, and the poll
 // cycle.
 
+#include <type_traits>
+
 #include "CodeMaps.h"
 #include "DeviceFixture.h"
 

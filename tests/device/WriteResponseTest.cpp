@@ -83,8 +83,8 @@ TEST_F(WriteResponse, EmptyDatagramIsNothing) {
 
 TEST_F(WriteResponse, NegativeResultOfTheReceiveEndsTheWriteAsWell) {
     network.Respond([this](Octets const&) {
-        socket.open = 0;  // lost, and the port that would be the next one is taken
-        network.TakePort(static_cast<unsigned short>(socket.port + 1));
+        socket.open = 0;  // lost, and there is no other one
+        network.RefuseToOpen();
         return std::vector<Delivery>{{WriteAck(9)}};
     });
     WriteSetpoint();

@@ -140,9 +140,7 @@ void FaultWorld::Arrive(Arrival arrival) {
     auto const socket = std::find_if(sockets.begin(), sockets.end(), [&arrival](auto const& entry) {
         return entry.second.port == arrival.port;
     });
-    if (socket == sockets.end()) {
-        ++unclaimed;
-    } else if (socket->second.waiting.size() < SocketRoom) {
+    if (socket != sockets.end() && socket->second.waiting.size() < SocketRoom) {
         socket->second.waiting.push_back(std::move(arrival));
     }
 }

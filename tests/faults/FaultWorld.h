@@ -65,8 +65,6 @@ public:
     int Open(unsigned short port) override;
     unsigned short LocalPort(int handle) override { return sockets.at(handle).port; }
     void Close(int handle) override { sockets.erase(handle); }
-    // Datagrams that reached the driver's address on a port that no socket had.
-    std::size_t Unclaimed() const { return unclaimed; }
     bool Send(int handle, sockaddr_in const& peer, void const* data, int length) override;
     int Receive(int handle, sockaddr_in& sender, void* buffer, int size, int timeout) override;
     long long Now() override;
@@ -109,7 +107,6 @@ private:
     std::list<Device> devices;  // a station cannot be moved
     std::map<int, Socket> sockets;
     std::multimap<long long, Arrival> underWay;  // by the time of arrival
-    std::size_t unclaimed = 0;
     simulator::Endpoint recordedPeer;
     std::vector<simulator::Octets> record;
     std::function<void()> onSend;

@@ -123,7 +123,7 @@ TEST(SilentDevice, IsAFaultWithoutAnyMemory) {
     dorvel::SetLogSink([](std::string_view) {});
     ConfiguredBlock configured(0);
     configured.block.Inited();
-    auto& client = const_cast<TBACnet&>(*configured.block.Device());
+    auto& client = const_cast<TBACnet&>(*configured.block.Device());  // the block's own cycle needs memory
     long long piece = 0;
     for (bool wasRefused = true; wasRefused;) {
         std::vector<WriteDataRec> values;

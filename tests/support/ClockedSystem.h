@@ -4,8 +4,8 @@
 
 namespace test {
 
-// The sockets of the operating system with a clock that moves only when it is told to: put in its place while
-// it lives. However slow the machine is, nothing that happens between two calls of Pass takes any time.
+// The sockets of the operating system with a clock that only Pass moves: put in its place while it
+// lives. However slow the machine is, nothing that happens between two calls of Pass takes any time.
 class ClockedSystem final : public dorvel::HostEnvironment {
 public:
     ClockedSystem() { dorvel::SetEnvironment(this); }

@@ -14,7 +14,7 @@ std::atomic<long long> totalOctets{0};
 std::atomic<long long> totalPieces{0};
 std::atomic<long long> untilFailure{0};  // pieces up to the one that is refused; 0, none is
 
-std::atomic<bool> failsOn{false};          // those after it too
+std::atomic<bool> failsOn{false};  // those after it too
 
 bool MustFail() {
     long long left = untilFailure.load(std::memory_order_relaxed);

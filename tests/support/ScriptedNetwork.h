@@ -99,11 +99,16 @@ public:
     void SetLocalTimeDiff(long long units) { localTimeDiff = units; }
     // From now on nothing can be sent, or no socket opened.
     void RefuseToSend() { refusesToSend = true; }
-    void RefuseToOpen() { refusesToOpen = true; }
+    void RefuseToOpen(bool refuses = true) { refusesToOpen = refuses; }
+    // The port that the next socket without one of its own gets.
+    void OfferPort(unsigned short port) { nextFreePort = port; }
     // Lets time pass.
     void Pass(long long milliseconds) { elapsed += milliseconds; }
 
     int Open(unsigned short port) override {
+        while (takenPorts.count(nextFreePort) != 0) {
+            ++nextFreePort;
+        }
         unsigned short const bound = port != 0 ? port : nextFreePort++;
         if (refusesToOpen || !takenPorts.insert(bound).second) {
             return -1;

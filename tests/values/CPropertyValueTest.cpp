@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <type_traits>
+#include <utility>
 
 #include "BinaryValue.h"
 #include "BitStringValue.h"

@@ -80,9 +80,12 @@ TEST(Date, ListsTheDaysOfTheMonths) {
 TEST(Date, IsConvertedWithoutTheListsOfDays) {
     Date const date(124, 3, 15, any);
     auto const time = date.ToFileTime();
+    Date const back(time);
     auto const original = std::exchange(Date::originalYearMonthDays, {});
     auto const leap = std::exchange(Date::laepYearMonthDays, {});
     EXPECT_EQ(date.ToFileTime(), time);
+    EXPECT_EQ(Date(time).month, back.month);
+    EXPECT_EQ(Date(time).day, back.day);
     Date::originalYearMonthDays = original;
     Date::laepYearMonthDays = leap;
 }

@@ -70,7 +70,7 @@ public:
     // Enters the variables into the tag table and takes their descriptors over, of which the records keep
     // none; the records stay the caller's. Codes are not checked (CodeMaps.h says what becomes of unknown
     // ones), nor are duplicates found. If it throws, for lack of memory, the records whose descriptors it did
-    // not take still have them, and the client is good for nothing but its destruction.
+    // not take still have them, and the client can only be destroyed.
     void InitTags(std::vector<VelaBufferParameters*> const& params);
 
     // One poll of all tags: an exchange per object, by ascending type and number, whose values are appended.

@@ -120,8 +120,8 @@ void TBACnet::DeliverValues(ObjectIdentifier object, ReadPropertyMultipleAck con
         }
         bool const carriesQuality = property == PropertyIdentifierEnum::Present_Value;
         WriteDataRec record;
-        ProcessResponseForTag(info.type, tag->descriptor, *value,
-                              carriesQuality ? objectStatus : OpcUa_Good, record);
+        ProcessResponseForTag(info.type, tag->descriptor, *value, carriesQuality ? objectStatus : OpcUa_Good,
+                              record);
         values.push_back(std::move(record));
     }
 }

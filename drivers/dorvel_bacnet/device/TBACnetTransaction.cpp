@@ -22,12 +22,15 @@ namespace {
 // By sequence number, an unsigned octet: a transaction never holds more than 256 segments.
 using Segments = std::map<unsigned char, std::unique_ptr<ComplexAck>>;
 
+std::string LogLine(ObjectIdentifier object, std::exception const& failure) {
+    return std::to_string(static_cast<int>(object.GetObjectType())) + "-" +
+           std::to_string(object.GetInstanceNumber()) + " " + failure.what() + "\n";
+}
+
 // Logs that an attempt has failed. Called in handlers, so without memory for the line there is none.
 void LogFailure(ObjectIdentifier object, std::exception const& failure) noexcept {
     try {
-        std::string const line = std::to_string(static_cast<int>(object.GetObjectType())) + "-" +
-                                 std::to_string(object.GetInstanceNumber()) + " " + failure.what() + "\n";
-        logMsg(line.c_str());
+        logMsg(LogLine(object, failure).c_str());
     } catch (std::exception const&) {
     }
 }

@@ -20,8 +20,8 @@ struct Date {
     // 0 for any two dates: the host relies on a date never counting as changed.
     int Compare(Date& other) const;
 
-    // Days by month, January at index 1, for whoever lists them. The conversions have constants of their own,
-    // so they depend neither on the order of static initialisation nor on what is done to these.
+    // Days by month, January at index 1. The conversions use constants instead, so they depend neither on the
+    // order of static initialisation nor on what is done to these lists.
     inline static std::vector<char> originalYearMonthDays{0, 31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
     inline static std::vector<char> laepYearMonthDays{0, 31, 29, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
 

@@ -19,7 +19,7 @@ TEST(TagKind, IsKeptByACopy) {
     EXPECT_EQ(AsPrimitive(&copy), &copy);
 }
 
-TEST(TagKind, OfNothingIsNone) {
+TEST(TagKind, OfNullIsNull) {
     EXPECT_EQ(AsPrimitive(nullptr), nullptr);
     EXPECT_EQ(AsComplex(nullptr), nullptr);
 }

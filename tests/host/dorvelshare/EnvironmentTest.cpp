@@ -67,6 +67,19 @@ TEST(SystemEnvironment, NowIsAFileTime) {
     EXPECT_NEAR(static_cast<double>(ticks / 10'000'000 - 11'644'473'600), static_cast<double>(seconds), 2.0);
 }
 
+TEST(SystemEnvironment, SteadyNowCountsInUnitsOfAFileTime) {
+    dorvel::HostEnvironment& system = dorvel::SystemEnvironment();
+    int const handle = system.Open(0);
+    long long const start = system.SteadyNow();
+    sockaddr_in sender{};
+    char octet = 0;
+    EXPECT_EQ(system.Receive(handle, sender, &octet, 1, 20), -1);
+    long long const passed = system.SteadyNow() - start;
+    EXPECT_GE(passed, 20 * 10'000);
+    EXPECT_LT(passed, 5000 * 10'000);
+    system.Close(handle);
+}
+
 TEST(SystemEnvironment, LocalTimeDiffFollowsTheZoneOfTheSystem) {
     char const* const before = std::getenv("TZ");
     std::string const kept = before ? before : "";

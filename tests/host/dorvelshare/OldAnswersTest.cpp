@@ -144,6 +144,17 @@ TEST_F(OldAnswers, AllAttemptsOfOneCallLeaveFromOnePort) {
     }
 }
 
+TEST_F(OldAnswers, ACallThatOnlySendsIsNotSentAgain) {
+    network.ExpectAny();
+    Octets const request = Hex("01");
+    EXPECT_EQ(NLSendReceive(&socket.socket, &socket.peer, request.data(), 1, socket.buffer,
+                            sizeof socket.buffer, TimeOut, 5, 0, 7),
+              0);
+    unsigned short const port = LastPort();
+    Answered();
+    EXPECT_EQ(LastPort(), port);
+}
+
 TEST_F(OldAnswers, AnEmptyDatagramIsNoAnswer) {
     network.ExpectAny().Answer(Octets());
     EXPECT_EQ(socket.Exchange(Hex("01"), TimeOut), 0);
@@ -159,6 +170,7 @@ TEST_F(OldAnswers, ASocketOfARangeTakesItsNextFreePortAndBeginsAgainAtTheEnd) {
     for (int i = 0; i < 6; ++i) {
         Unanswered();
         ports.push_back(LastPort());
+        network.Pass(5000);
     }
     EXPECT_EQ(ports, (std::vector<unsigned short>{47809, 47810, 47812, 47813, 47809, 47810}));
 }
@@ -169,6 +181,7 @@ TEST_F(OldAnswers, ARangeThatIsFullIsLeftUntilAPortOfItIsFree) {
     Unanswered();
     Unanswered();
     EXPECT_TRUE(LastPort() < 47809 || LastPort() > 47810) << LastPort();
+    network.Pass(10'000);
     Unanswered();
     EXPECT_EQ(LastPort(), 47809);
 }
@@ -179,6 +192,7 @@ TEST_F(OldAnswers, TheRangeEndsAtTheLastPort) {
     for (int i = 0; i < 3; ++i) {
         Unanswered();
         ports.push_back(LastPort());
+        network.Pass(10'000);
     }
     EXPECT_EQ(ports, (std::vector<unsigned short>{65534, 65535, 65534}));
 }
@@ -195,6 +209,67 @@ TEST_F(OldAnswers, WithoutAnotherSocketTheOldOneServesOn) {
     Unanswered();
     unsigned short const port = LastPort();
     network.RefuseToOpen();
+    Answered();
+    EXPECT_EQ(LastPort(), port);
+}
+
+// Its late answer would be one to the same invoke id where two blocks run in step.
+TEST_F(OldAnswers, APortThatWasLeftIsNobodysFor10Seconds) {
+    ASSERT_EQ(NLTryOpenUDPSocket(&socket.socket, 47809, 3), 0);
+    Unanswered();
+    Unanswered();  // from 47810
+    VirtualSocket other;
+    ASSERT_EQ(NLTryOpenUDPSocket(&other.socket, 47809, 3), 0);
+    EXPECT_EQ(other.socket.port, 47811);
+    network.ExpectAny();
+    other.Exchange(Hex("01"), TimeOut);
+    network.ExpectAny();
+    other.Exchange(Hex("01"), TimeOut);
+    EXPECT_GT(other.socket.port, 47811) << "47809 was left 2 s ago";
+    network.Pass(10'000);
+    network.ExpectAny();
+    other.Exchange(Hex("01"), TimeOut);
+    EXPECT_LE(other.socket.port, 47811);
+}
+
+TEST_F(OldAnswers, APortThatWasLeftIsNotTakenAsAnyFreePortEither) {
+    Unanswered();
+    unsigned short const left = LastPort();
+    Answered();
+    network.OfferPort(left);
+    VirtualSocket other;
+    network.ExpectAny();
+    other.Exchange(Hex("01"), TimeOut);
+    EXPECT_NE(other.socket.port, left);
+    EXPECT_EQ(network.OpenSockets(), 2);
+}
+
+TEST_F(OldAnswers, ASocketThatIsClosedWithoutItsAnswerLeavesItsPort) {
+    ASSERT_EQ(NLTryOpenUDPSocket(&socket.socket, 47809, 3), 0);
+    Unanswered();
+    ASSERT_EQ(NLTryOpenUDPSocket(&socket.socket, 47809, 3), 0);
+    EXPECT_EQ(socket.socket.port, 47810);
+    Answered();
+    ASSERT_EQ(NLTryOpenUDPSocket(&socket.socket, 47810, 3), 0);
+    EXPECT_EQ(socket.socket.port, 47810);
+}
+
+TEST_F(OldAnswers, WhereAllPortsWereLeftASocketIsOpenedAllTheSame) {
+    for (int i = 0; i < 2; ++i) {
+        ASSERT_EQ(NLTryOpenUDPSocket(&socket.socket, 47809, 1), 0);
+        Unanswered();
+    }
+    EXPECT_EQ(LastPort(), 47809);
+}
+
+TEST_F(OldAnswers, ASocketThatIsOpenedInACycleAfterAFaultKeepsItsPort) {
+    network.RefuseToOpen();
+    NLBeginCycle(true);
+    EXPECT_EQ(socket.Exchange(Hex("01"), TimeOut), -1);
+    network.RefuseToOpen(false);
+    NLBeginCycle(true);
+    Answered();
+    unsigned short const port = LastPort();
     Answered();
     EXPECT_EQ(LastPort(), port);
 }

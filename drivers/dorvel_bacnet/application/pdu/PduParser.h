@@ -22,9 +22,9 @@ public:
     // A new registry of the six PDU types that have a class.
     static Registry GetDefaultPduParsers();
 
-    // The registry of the process, built at load and never changed, so any thread may read it: an unknown type
-    // is only looked up.
-    // Static initialisers of other files go through Parse, which does not depend on their order.
+    // The registry of the process, built at load and never changed, so any thread may read it: an unknown
+    // type is only looked up. Static initialisers of other files go through Parse, which does not depend on
+    // their order.
     static Registry const& PduParsers;
 };
 

@@ -1,0 +1,45 @@
+#include "LeftPorts.h"
+
+#include <algorithm>
+
+namespace dorvel {
+
+namespace {
+
+constexpr long long Duration = LeftPorts::Seconds * 10'000'000;
+
+}  // namespace
+
+void LeftPorts::Add(unsigned short port, long long now) {
+    std::lock_guard<std::mutex> const lock(mutex);
+    entries[next] = {port, now};
+    next = (next + 1) % Room;
+    count = std::min(count + 1, Room);
+}
+
+// From the latest one back to the first that is too old.
+bool LeftPorts::Has(unsigned short port, long long now) const {
+    std::lock_guard<std::mutex> const lock(mutex);
+    for (std::size_t back = 1; back <= count; ++back) {
+        Entry const& entry = entries[(next + Room - back) % Room];
+        if (now - entry.since >= Duration) {
+            return false;
+        }
+        if (entry.port == port) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void LeftPorts::Clear() {
+    std::lock_guard<std::mutex> const lock(mutex);
+    count = 0;
+}
+
+LeftPorts& TheLeftPorts() {
+    static LeftPorts ports;
+    return ports;
+}
+
+}  // namespace dorvel
