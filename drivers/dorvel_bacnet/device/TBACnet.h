@@ -143,7 +143,7 @@ private:
 
     void WriteAndDrain(tagReadData const& tag, OpcUa_VariantHlp const& value);
 
-    // False, with the reason in the log, when a text is no address.
+    // False, with the reason in the log, when a text is not an address.
     bool TrySetAddresses(std::string const& address, std::string const& mac);
     void SetAddresses(std::string const& address, std::string const& mac);
     void SetLimits(int timeout, int countRepeat, int priority);
