@@ -31,9 +31,9 @@ DORVEL_HOST_API void NLMakeAddress(sockaddr_in* target, unsigned int address, un
 // The address of a dotted text, 0 for any other text.
 DORVEL_HOST_API unsigned int IPAddressFromString(char const* text);
 
-// Opens the socket on the first free one of count local ports from port upward, on one that another socket has
-// just left only if there is no other. 0, or -1 when none was free; an open socket is closed first. A socket
-// that could not be opened is opened at its first use.
+// Opens the socket on the first free one of count local ports from port upward, on one that another socket
+// has just left only where no other is free. 0, or -1 when none was free; an open socket is closed first. A
+// socket that could not be opened is opened at its first use.
 DORVEL_HOST_API int NLTryOpenUDPSocket(NLSocket* socket, unsigned short port, int count);
 
 // Sends length octets to the peer (nothing when data is null and length 0) and waits up to timeout
@@ -46,8 +46,8 @@ DORVEL_HOST_API int NLTryOpenUDPSocket(NLSocket* socket, unsigned short port, in
 // - After a request without an answer, and in the first request of a cycle that follows a fault
 //   (NLBeginCycle), the socket changes to another local port: the next free one of the range of
 //   NLTryOpenUDPSocket, or any free one where there was no range or none of it is free. An answer that comes
-//   late reaches a port that nobody has: for 10 s a port that was left counts as taken, for all sockets of the
-//   process. Without another port the socket stays where it is.
+//   late reaches a port that nobody has: for 10 s a port that was left counts as taken, for all sockets of
+//   the process. Without another port the socket stays where it is.
 // - A request on a socket that has not been used for 20 ms first drops what waits there, 256 datagrams at
 //   most. Within an exchange nothing is dropped, so segments that come faster than they are acknowledged
 //   are all received.
@@ -56,7 +56,9 @@ DORVEL_HOST_API int NLSendReceive(NLSocket* socket, sockaddr_in* peer, void cons
                                   void* buffer, int bufferSize, int timeout, int retries, int receive,
                                   unsigned short task);
 
-// The runtime begins a cycle of a block on this thread; afterFault: the cycle before ended in a fault.
+// The runtime begins a cycle of a block on this thread; afterFault: the cycle before ended in a fault. Holds
+// for the first request of this thread, or until the next call.
 DORVEL_HOST_API void NLBeginCycle(bool afterFault);
 
+// A second call does nothing. A socket whose last request got no answer leaves its port, as above.
 DORVEL_HOST_API void NLCloseSocket(NLSocket* socket);
