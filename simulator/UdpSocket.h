@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "Endpoint.h"
+#include "Standard.h"
 
 namespace simulator {
 

@@ -2,6 +2,7 @@
 
 #include "ObjectType.h"
 #include "ScriptValue.h"
+#include "Standard.h"
 #include "Value.h"
 
 namespace simulator {

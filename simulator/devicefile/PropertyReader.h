@@ -4,6 +4,7 @@
 
 #include "ObjectType.h"
 #include "ScriptValue.h"
+#include "Standard.h"
 #include "Value.h"
 
 namespace simulator {

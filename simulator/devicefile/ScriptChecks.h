@@ -8,6 +8,7 @@
 #include "Octets.h"
 #include "PropertyId.h"
 #include "ScriptValue.h"
+#include "Standard.h"
 
 // What a device file's values must be. Each gives the value or throws a Mistake that says what was wanted
 // and what is there.

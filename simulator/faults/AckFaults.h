@@ -5,6 +5,7 @@
 #include "Fault.h"
 #include "Faults.h"
 #include "Octets.h"
+#include "Standard.h"
 
 // Faults in what is asked and answered, as a service sees it.
 namespace simulator::acks {

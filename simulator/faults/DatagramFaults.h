@@ -4,6 +4,7 @@
 
 #include "Fault.h"
 #include "Octets.h"
+#include "Standard.h"
 
 // What faults make of a datagram that the station would send: an Original-Unicast-NPDU. A datagram that
 // another fault has spoilt so far that the place to change is missing stays as it is.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ObjectType.h"
+#include "Standard.h"
 
 namespace simulator {
 

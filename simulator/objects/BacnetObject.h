@@ -9,6 +9,7 @@
 #include "ObjectId.h"
 #include "ObjectType.h"
 #include "PriorityArray.h"
+#include "Standard.h"
 #include "Value.h"
 
 namespace simulator {

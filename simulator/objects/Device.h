@@ -10,6 +10,7 @@
 #include "BacnetObject.h"
 #include "Fault.h"
 #include "Npdu.h"
+#include "Standard.h"
 
 namespace simulator {
 

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "Signal.h"
+#include "Standard.h"
 #include "TagWriter.h"
 
 namespace simulator {

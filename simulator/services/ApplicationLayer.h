@@ -7,6 +7,7 @@
 #include "Device.h"
 #include "NetworkLayer.h"
 #include "SegmentedAnswer.h"
+#include "Standard.h"
 
 namespace simulator {
 

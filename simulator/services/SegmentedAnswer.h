@@ -6,6 +6,7 @@
 
 #include "Moment.h"
 #include "Octets.h"
+#include "Standard.h"
 
 namespace simulator {
 

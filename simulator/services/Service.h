@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Device.h"
+#include "Standard.h"
 #include "TagReader.h"
 #include "TagWriter.h"
 

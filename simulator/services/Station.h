@@ -4,6 +4,7 @@
 
 #include "ApplicationLayer.h"
 #include "Endpoint.h"
+#include "Standard.h"
 
 namespace simulator {
 

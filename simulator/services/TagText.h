@@ -4,6 +4,7 @@
 
 #include "ObjectId.h"
 #include "Octets.h"
+#include "Standard.h"
 
 namespace simulator {
 

@@ -4,6 +4,7 @@
 
 #include "Device.h"
 #include "Refusal.h"
+#include "Standard.h"
 #include "WriteRequest.h"
 
 namespace simulator {

@@ -4,6 +4,7 @@
 
 #include "ObjectId.h"
 #include "PropertyId.h"
+#include "Standard.h"
 #include "TagReader.h"
 
 namespace simulator {

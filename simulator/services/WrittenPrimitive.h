@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ObjectType.h"
+#include "Standard.h"
 #include "TagReader.h"
 #include "Value.h"
 

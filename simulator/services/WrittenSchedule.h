@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Standard.h"
 #include "TagReader.h"
 #include "Value.h"
 

@@ -1,0 +1,154 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "ObjectId.h"
+#include "Standard.h"
+
+namespace simulator {
+
+// What can go wrong with the answer to a confirmed request. kFaults says what each does.
+enum class FaultKind {
+    Silence,
+    Delay,
+    Loss,
+    Duplicate,
+    OtherInvokeId,
+    PreviousAnswer,
+    OtherAddress,
+    Truncate,
+    BvlcFunction,
+    BvlcType,
+    BvlcLength,
+    NetworkMessage,
+    Error,
+    Reject,
+    Abort,
+    WrongObject,
+    UnaskedProperty,
+    OddList,
+    LostSegment,
+    SegmentsOutOfOrder,
+    RepeatedSegment,
+    SegmentsAtOnce,
+    EndlessSegments,
+    OversizedSegments,
+    Garbage,
+    HeadersOnly
+};
+
+// The headers that a HeadersOnly leaves: that of the link, those up to the network's, or the APDU's too.
+enum class FaultHeaders { Bvlc, Npdu, Apdu };
+
+// The requests that a fault is for, by their service. Every other service is in Any alone.
+enum class FaultScope { Any, Read, Write };
+
+// A fault to come. A member that its kind doesn't have (FaultRow::parameters) is not looked at.
+struct Fault {
+    FaultKind kind = FaultKind::Silence;
+
+    // Parameters
+    std::chrono::milliseconds delay{0};  // how late; Delay without one is 2 s late
+    std::size_t octet = 8;               // how many octets of the datagram are left
+    bool mends = true;                   // the BVLC length is put right after cutting; needs 4 octets
+    std::optional<std::uint32_t> code;   // FaultRow::code if there is none
+    std::uint32_t errorClass = 1;        // of an Error: object
+    FaultHeaders headers = FaultHeaders::Npdu;
+    std::size_t octets = 4;     // more than was negotiated, or the most of a datagram of garbage
+    std::uint32_t segment = 1;  // which segment, from 0
+    std::uint64_t count = 0;    // segments that an endless answer has in all; 0 for no end
+
+    // Scope
+    FaultScope on = FaultScope::Any;
+    std::optional<ObjectId> object;  // requests whose first object is this one
+
+    // Of the requests in the scope every k-th is met, and of these each with a chance. Loss meets datagrams
+    // instead of requests.
+    double chance = 1;
+    std::uint32_t every = 1;
+    std::uint32_t seed = 1;
+
+    // Lifetime: from `after` on, for `duration`, at most so many `times`. The time runs from the first call
+    // of the station after the fault was added.
+    std::chrono::milliseconds after{0};
+    std::optional<std::chrono::milliseconds> duration;
+    std::optional<std::uint32_t> times;
+};
+
+// Parameters that only some kinds have, as bits.
+enum FaultParameter : unsigned {
+    kNoParameter = 0,
+    kDelay = 1,
+    kOctet = 2,  // and mends
+    kCode = 4,
+    kErrorClass = 8,
+    kHeaders = 16,
+    kOctets = 32,
+    kSegment = 64,
+    kCount = 128
+};
+
+struct FaultRow {
+    FaultKind kind;
+    char const* name;  // in device files, commands and documents
+    unsigned parameters;
+    std::uint32_t code;         // the code unless one is given
+    std::uint32_t highestCode;  // the largest that can be given
+    char const* text;           // what happens, for help
+};
+
+// In the order of FaultKind.
+inline constexpr FaultRow kFaults[] = {
+    {FaultKind::Silence, "silence", kNoParameter, 0, 0, "requests are neither served nor answered"},
+    {FaultKind::Delay, "delay", kDelay, 0, 0, "the answer comes late"},
+    {FaultKind::Loss, "loss", kNoParameter, 0, 0, "datagrams of answers are lost, half of them unless told"},
+    {FaultKind::Duplicate, "duplicate", kNoParameter, 0, 0, "each datagram is sent twice"},
+    {FaultKind::OtherInvokeId, "other_invoke_id", kCode, 1, 255, "the invoke id is higher by code"},
+    {FaultKind::PreviousAnswer, "previous_answer", kNoParameter, 0, 0, "the answer to the request before"},
+    {FaultKind::OtherAddress, "other_address", kNoParameter, 0, 0, "the answer is sent from elsewhere"},
+    {FaultKind::Truncate, "truncate", kOctet, 0, 0, "of each datagram only so many octets are sent"},
+    {FaultKind::BvlcFunction, "bvlc_function", kCode, 0, 255, "the BVLC function is code"},
+    {FaultKind::BvlcType, "bvlc_type", kCode, 0x82, 255, "the BVLC type is code"},
+    {FaultKind::BvlcLength, "bvlc_length", kCode, 1, 65535, "the BVLC length is too large by code"},
+    {FaultKind::NetworkMessage, "network_message", kCode, 3, 255, "a network-layer message of type code"},
+    {FaultKind::Error, "error", kCode | kErrorClass, 31, 65535, "an Error of class and code"},
+    {FaultKind::Reject, "reject", kCode, 9, 255, "a Reject with reason code"},
+    {FaultKind::Abort, "abort", kCode, 0, 255, "an Abort with reason code"},
+    {FaultKind::WrongObject, "wrong_object", kNoParameter, 0, 0, "the answer is of the next instance"},
+    {FaultKind::UnaskedProperty, "unasked_property", kCode, 77, 4194303, "also property code is answered"},
+    {FaultKind::OddList, "odd_list", kNoParameter, 0, 0, "the last property of a list has no result"},
+    {FaultKind::LostSegment, "lost_segment", kSegment, 0, 0, "a segment is left out"},
+    {FaultKind::SegmentsOutOfOrder, "segments_out_of_order", kSegment, 0, 0,
+     "a segment and the next change places"},
+    {FaultKind::RepeatedSegment, "repeated_segment", kSegment, 0, 0, "a segment is sent twice"},
+    {FaultKind::SegmentsAtOnce, "segments_at_once", kNoParameter, 0, 0,
+     "all segments are sent without waiting for a Segment-ACK"},
+    {FaultKind::EndlessSegments, "endless_segments", kDelay | kCount, 0, 0, "segments follow without end"},
+    {FaultKind::OversizedSegments, "oversized_segments", kOctets, 0, 0,
+     "APDUs are longer than was negotiated"},
+    {FaultKind::Garbage, "garbage", kOctets, 0, 0, "random octets, at most so many"},
+    {FaultKind::HeadersOnly, "headers_only", kHeaders, 0, 0, "headers without content"},
+};
+
+constexpr std::size_t kFaultKinds = sizeof kFaults / sizeof kFaults[0];
+
+constexpr FaultRow const& rowOf(FaultKind kind) {
+    return kFaults[static_cast<std::size_t>(kind)];
+}
+
+// The row of a name; null for a name that is none.
+FaultRow const* faultOfName(std::string_view name);
+
+// A fault of a kind as it is when nothing more is said: Delay of 2 s, Loss of one half, Garbage of up to 200
+// octets, anything else as Fault has it.
+Fault makeFault(FaultKind kind);
+
+// In one line, as a command gives it: "truncate octet=9 times=1 on=write".
+std::string textOf(Fault const& fault);
+
+}  // namespace simulator

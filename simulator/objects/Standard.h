@@ -1,0 +1,8 @@
+#pragma once
+
+namespace standard {}
+
+// The simulator calls the things of BACnet by the names of standard/.
+namespace simulator {
+using namespace standard;
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+
+namespace standard {
+
+// A BACnet object: type (10 bits) and instance (22 bits), clause 20.2.14.
+struct ObjectId {
+    std::uint16_t type = 0;
+    std::uint32_t instance = 0;
+
+    static ObjectId of(std::uint32_t encoded) {
+        return {static_cast<std::uint16_t>(encoded >> 22), encoded & kLastInstance};
+    }
+    std::uint32_t encoded() const { return static_cast<std::uint32_t>(type) << 22 | instance; }
+
+    // The instance that means "whichever device reads this" (clause 12.11); no object has it.
+    static constexpr std::uint32_t kLastInstance = 0x3FFFFF;
+};
+
+inline bool operator==(ObjectId const& left, ObjectId const& right) {
+    return left.encoded() == right.encoded();
+}
+inline bool operator<(ObjectId const& left, ObjectId const& right) {
+    return left.encoded() < right.encoded();
+}
+
+}  // namespace standard

@@ -1,0 +1,95 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "PropertyId.h"
+
+namespace standard {
+
+// The datatypes of properties, as a device file's values are read for them.
+enum class Datatype {
+    Boolean,
+    Unsigned,
+    Signed,
+    Real,
+    Double,
+    OctetString,
+    CharacterString,
+    BitString,
+    Date,
+    Time,
+    DateTime,
+    ObjectIdentifier,
+    // Enumerations, each with its names
+    BinaryPv,
+    Polarity,
+    EventState,
+    Reliability,
+    Units,
+    NotifyType,
+    Action,
+    LightingInProgress,
+    LightingTransition,
+    Segmentation,
+    DeviceStatus,
+    RestartReason,
+    // Constructed ones
+    StatusFlags,
+    TimeStamp,
+    Scale,
+    Prescale,
+    DateRange,
+    PropertyReference,
+    SetpointReference,
+    LightingCommand,
+    DailySchedule,
+    SpecialEvent,
+    // Any primitive value
+    Any,
+    // A value of the object's Present_Value's type, or Null
+    Priority
+};
+
+// Single has one value; an Array can be read by index, a List cannot.
+enum class Shape { Single, Array, List };
+
+// One property of an object type. `defaultValue` is the text of a Lua expression; without one the property
+// exists only if the device file gives it or, for Status_Flags and Priority_Array, derives from others.
+struct PropertyRow {
+    PropertyId id;
+    Datatype datatype;
+    Shape shape;
+    bool isRequired;
+    char const* defaultValue;
+};
+
+struct PropertyRows {
+    PropertyRow const* first = nullptr;
+    std::size_t count = 0;
+
+    PropertyRow const* begin() const { return first; }
+    PropertyRow const* end() const { return first + count; }
+};
+
+// An object type of clause 12 with its properties besides Object_Identifier, Object_Name, Object_Type and
+// Property_List, which every type has.
+struct ObjectType {
+    static constexpr std::size_t kGroups = 4;
+
+    std::uint16_t code;
+    char const* name;  // as device files write it
+    PropertyRows groups[kGroups];
+
+    PropertyRow const* find(PropertyId id) const;
+};
+
+// All types that a device can hold, and the Device object's own.
+std::vector<ObjectType> const& objectTypes();
+ObjectType const& deviceObjectType();
+// Null for a name that is not one of objectTypes().
+ObjectType const* objectTypeOfName(std::string_view name);
+
+}  // namespace standard

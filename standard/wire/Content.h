@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "Calendar.h"
+#include "ObjectId.h"
+#include "Octets.h"
+
+// The contents octets of the primitive datatypes, without a tag (clauses 20.2.2 to 20.2.14).
+namespace standard::content {
+
+// As few octets as hold the number, at least one.
+Octets unsignedNumber(std::uint64_t value);
+// Two's complement in as few octets as hold the number, at least one.
+Octets signedNumber(std::int64_t value);
+// IEEE 754 single precision, four octets.
+Octets real(float value);
+// IEEE 754 double precision, eight octets.
+Octets doubleNumber(double value);
+// The encoding octet 0 (UTF-8), then the text as it is.
+Octets characterString(std::string const& text);
+// The count of unused bits, then the bits, first bit highest. Any character of the text but '0' is a 1.
+Octets bitString(std::string const& bits);
+Octets date(CalendarDate const& value);
+Octets time(TimeOfDay const& value);
+Octets objectIdentifier(ObjectId const& value);
+
+}  // namespace standard::content

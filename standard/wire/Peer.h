@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+
+#include "Endpoint.h"
+#include "Npdu.h"
+
+namespace standard {
+
+// Who asks and is answered: a station on the link, or one behind a router that is on the link.
+struct Peer {
+    Endpoint endpoint;
+    std::optional<NetworkAddress> remote;
+};
+
+inline bool operator==(Peer const& left, Peer const& right) {
+    return left.endpoint == right.endpoint && left.remote == right.remote;
+}
+
+// An APDU on its way to a peer.
+struct Answer {
+    Peer peer;
+    std::uint8_t priority;  // the network priority, which is that of the request
+    Octets apdu;
+};
+
+}  // namespace standard
