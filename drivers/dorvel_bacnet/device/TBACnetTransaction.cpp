@@ -9,6 +9,7 @@
 #include "AbortResponseException.h"
 #include "ErrorResponseException.h"
 #include "FormRequest.h"
+#include "Octets.h"
 #include "ParseApdu.h"
 #include "RejectResponseException.h"
 #include "SupportInformation.h"
@@ -54,8 +55,7 @@ std::vector<char> Join(Segments& segments) {
     head.SetMoreFollows(false);
     std::vector<char> octets = head.GetBytes();
     for (auto segment = std::next(segments.begin()); segment != segments.end(); ++segment) {
-        auto const& payload = segment->second->GetRawPayload();
-        octets.insert(octets.end(), payload.begin(), payload.end());
+        AppendOctets(octets, segment->second->GetRawPayload());
     }
     return octets;
 }

@@ -5,10 +5,11 @@
 
 #include "IStreamBase.h"
 
-// Small tools of the PDUs and services: octets as the unsigned numbers that they are, and comparison.
+// Octets as they are on the wire, read as the unsigned numbers that they are, put together and compared.
+using Octets = std::vector<char>;
 
 // 0 to 255, whatever the sign of a plain char is.
-inline int OctetValue(char octet) {
+inline unsigned OctetValue(char octet) {
     return static_cast<unsigned char>(octet);
 }
 
@@ -18,7 +19,7 @@ Enum ReadEnum(IStreamBase& stream) {
     return static_cast<Enum>(OctetValue(stream.ReadByte()));
 }
 
-inline void AppendOctets(std::vector<char>& octets, std::vector<char> const& more) {
+inline void AppendOctets(Octets& octets, Octets const& more) {
     octets.insert(octets.end(), more.begin(), more.end());
 }
 
@@ -30,6 +31,11 @@ inline int FirstDifference(std::initializer_list<int> differences) {
         }
     }
     return 0;
+}
+
+// The difference of two octets, each 0 to 255.
+inline int OctetDifference(char left, char right) {
+    return static_cast<int>(OctetValue(left)) - static_cast<int>(OctetValue(right));
 }
 
 // The difference of two enumerators by their numbers.

@@ -58,7 +58,7 @@ int ConfirmedRequestPdu::Compare(PDU& other) const {
 ConfirmedRequestParser::ConfirmedRequestParser() : requestParsers(GetDefaultRequestParsers()) {}
 
 std::unique_ptr<PDU> ConfirmedRequestParser::Parse(char firstOctet, IStreamBase& stream) const {
-    int const limits = OctetValue(stream.ReadByte());
+    unsigned const limits = OctetValue(stream.ReadByte());
     char const invokeId = stream.ReadByte();
     bool const segmented = (firstOctet & SegmentedMessageBit) != 0;
     char const sequenceNumber = segmented ? stream.ReadByte() : char{0};

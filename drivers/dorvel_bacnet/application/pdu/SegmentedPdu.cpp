@@ -23,9 +23,9 @@ int SegmentedPdu::Compare(PDU& other) const {
     return FirstDifference({
         segmentedMessage - segmented.segmentedMessage,
         moreFollows - segmented.moreFollows,
-        OctetValue(invokeId) - OctetValue(segmented.invokeId),
-        OctetValue(sequenceNumber) - OctetValue(segmented.sequenceNumber),
-        OctetValue(proposedWindowSize) - OctetValue(segmented.proposedWindowSize),
+        OctetDifference(invokeId, segmented.invokeId),
+        OctetDifference(sequenceNumber, segmented.sequenceNumber),
+        OctetDifference(proposedWindowSize, segmented.proposedWindowSize),
         EnumDifference(serviceChoice, segmented.serviceChoice),
     });
 }

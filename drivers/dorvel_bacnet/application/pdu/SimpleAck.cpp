@@ -17,7 +17,7 @@ int SimpleAck::Compare(PDU& other) const {
 
 int SimpleAck::Compare(SimpleAck& other) const {
     return FirstDifference({
-        OctetValue(invokeId) - OctetValue(other.invokeId),
+        OctetDifference(invokeId, other.invokeId),
         EnumDifference(serviceAckChoice, other.serviceAckChoice),
     });
 }

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "Octets.h"
 #include "Tag.h"
 #include "TagHeader.h"
 #include "TagKind.h"
@@ -12,10 +13,6 @@ static_assert(sizeof(ComplexTag) <= TagStore::PieceSize, "a store has no room fo
 
 // Most constructed values have no more; it spares a list its first reallocations.
 constexpr std::size_t UsualSubTags = 8;
-
-void Append(std::vector<char>& bytes, std::vector<char> const& more) {
-    bytes.insert(bytes.end(), more.begin(), more.end());
-}
 
 // The opening or the closing tag.
 std::vector<char> Bracket(ComplexTag const& tag, char valLenType) {
@@ -76,16 +73,16 @@ std::vector<char> ComplexTag::GetBytes() const {
     while (!open.empty()) {
         Open& innermost = open.back();
         if (innermost.next == innermost.tag->size()) {
-            Append(bytes, Bracket(*innermost.tag, TagHeader::ClosingTag));
+            AppendOctets(bytes, Bracket(*innermost.tag, TagHeader::ClosingTag));
             open.pop_back();
             continue;
         }
         TagBase* const subTag = innermost.tag->GetSubTag(innermost.next++);
         if (ComplexTag const* const complex = AsComplex(subTag)) {
-            Append(bytes, Bracket(*complex, TagHeader::OpeningTag));
+            AppendOctets(bytes, Bracket(*complex, TagHeader::OpeningTag));
             open.push_back({complex, 0});
         } else {
-            Append(bytes, subTag->GetBytes());
+            AppendOctets(bytes, subTag->GetBytes());
         }
     }
     return bytes;

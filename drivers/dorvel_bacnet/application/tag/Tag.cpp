@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "Octets.h"
 #include "TagHeader.h"
 
 namespace {
@@ -30,7 +31,7 @@ Tag Tag::FromOctets(char tagNumber, bool isClass, std::vector<char> dataOctets) 
 }
 
 std::vector<char> Tag::GetBytes() const {
-    unsigned const tagNumber = static_cast<unsigned char>(GetTagNumber());
+    unsigned const tagNumber = OctetValue(GetTagNumber());
     unsigned const classBit = GetIsClass() ? 0x08 : 0;
     std::vector<char> bytes;
     bytes.reserve(LongestHeader + data.size());
@@ -41,6 +42,6 @@ std::vector<char> Tag::GetBytes() const {
     if (GetValLenType() == TagHeader::ExtendedLength) {
         bytes.push_back(static_cast<char>(extendedLength & 0xFF));
     }
-    bytes.insert(bytes.end(), data.begin(), data.end());
+    AppendOctets(bytes, data);
     return bytes;
 }

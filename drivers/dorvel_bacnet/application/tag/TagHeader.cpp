@@ -2,27 +2,25 @@
 
 #include <algorithm>
 
+#include "Octets.h"
+
 namespace {
 
 constexpr unsigned LargestNumber = 15;
 
-unsigned Unsigned(char octet) {
-    return static_cast<unsigned char>(octet);
-}
-
 }  // namespace
 
 void TagHeader::SetIsClass(bool isClass) {
-    unsigned const others = Unsigned(octet) & ~ClassBit;
+    unsigned const others = OctetValue(octet) & ~ClassBit;
     octet = static_cast<char>(isClass ? others | ClassBit : others);
 }
 
 void TagHeader::SetTagNumber(char tagNumber) {
-    unsigned const number = std::min(Unsigned(tagNumber), LargestNumber);
-    octet = static_cast<char>(number << 4 | (Unsigned(octet) & 0x0F));
+    unsigned const number = std::min(OctetValue(tagNumber), LargestNumber);
+    octet = static_cast<char>(number << 4 | (OctetValue(octet) & 0x0F));
 }
 
 void TagHeader::SetValueLengthType(char valueLengthType) {
-    char const limited = Unsigned(valueLengthType) > LengthBits ? ExtendedLength : valueLengthType;
-    octet = static_cast<char>(Unsigned(limited) | (Unsigned(octet) & LengthBits));
+    char const limited = OctetValue(valueLengthType) > LengthBits ? ExtendedLength : valueLengthType;
+    octet = static_cast<char>(OctetValue(limited) | (OctetValue(octet) & LengthBits));
 }

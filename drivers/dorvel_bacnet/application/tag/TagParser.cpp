@@ -5,6 +5,7 @@
 
 #include "BitConverter.h"
 #include "Exceptions.h"
+#include "Octets.h"
 
 namespace {
 
@@ -15,17 +16,13 @@ constexpr int MostPlaces = 0x3FFFFFFF;
 // Schedules go no deeper; it spares the list of open tags its reallocations.
 constexpr std::size_t UsualDepth = 8;
 
-unsigned Unsigned(char octet) {
-    return static_cast<unsigned char>(octet);
-}
-
 char ReadTagNumber(IStreamBase& stream, TagHeader header) {
     char const number = header.GetTagNumber();
-    return Unsigned(number) == NumberFollows ? stream.ReadByte() : number;
+    return OctetValue(number) == NumberFollows ? stream.ReadByte() : number;
 }
 
 int ReadAdditionalLength(IStreamBase& stream) {
-    unsigned const length = Unsigned(stream.ReadByte());
+    unsigned const length = OctetValue(stream.ReadByte());
     if (length != TwoOctetLengthFollows) {
         return static_cast<int>(length);
     }
@@ -67,7 +64,7 @@ std::unique_ptr<Tag> TagParser::ReadPrimitiveTag(IStreamBase& stream, TagHeader 
     // The value of an application boolean is its length/value/type.
     if (tag->GetIsClass() || number != ApplicationBoolean) {
         tag->data =
-            ReadData(stream, additional >= 1 ? static_cast<unsigned>(additional) : Unsigned(valLenType));
+            ReadData(stream, additional >= 1 ? static_cast<unsigned>(additional) : OctetValue(valLenType));
     }
     return tag;
 }

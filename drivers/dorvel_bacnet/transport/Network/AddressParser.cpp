@@ -8,12 +8,11 @@
 
 #include "BitConverter.h"
 #include "Exceptions.h"
+#include "Octets.h"
 
 namespace Network {
 
 namespace {
-
-using Octets = std::vector<char>;
 
 constexpr int LargestDeviceNumber = 4194301;
 constexpr unsigned short DefaultPort = 47808;
@@ -23,8 +22,7 @@ char Octet(int number) {
 }
 
 Octets WithPort(Octets address, unsigned short port) {
-    Octets const portOctets = BitConverter::GetBytes(port);
-    address.insert(address.end(), portOctets.begin(), portOctets.end());
+    AppendOctets(address, BitConverter::GetBytes(port));
     return address;
 }
 

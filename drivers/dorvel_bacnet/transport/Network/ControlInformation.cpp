@@ -1,17 +1,9 @@
 #include "Network/ControlInformation.h"
 
+#include "Octets.h"
 #include "UsualMessage.h"
 
 namespace Network {
-
-namespace {
-
-void Append(std::vector<char>& octets, Address const& address) {
-    std::vector<char> const group = address.GetBytes();
-    octets.insert(octets.end(), group.begin(), group.end());
-}
-
-}  // namespace
 
 std::vector<char> ControlInformation::GetBytes() const {
     std::uint32_t const control = priority | (isNetworkMessage ? NetworkMessageBit : 0u) |
@@ -22,10 +14,10 @@ std::vector<char> ControlInformation::GetBytes() const {
     octets.push_back(static_cast<char>(ProtocolVersion));
     octets.push_back(static_cast<char>(control & 0xFF));
     if (hasDestination) {
-        Append(octets, destination);
+        AppendOctets(octets, destination.GetBytes());
     }
     if (hasSource) {
-        Append(octets, source);
+        AppendOctets(octets, source.GetBytes());
     }
     if (hasDestination) {
         octets.push_back(static_cast<char>(hopCount));

@@ -1,6 +1,7 @@
 #include "Network/NDataUnitRequest.h"
 
 #include "Network/ControlInformation.h"
+#include "Octets.h"
 
 namespace Network {
 
@@ -20,7 +21,7 @@ std::vector<char> ToNpdu(NDataUnitRequest const& request) {
         information.hopCount = MostHops;
     }
     std::vector<char> npdu = information.GetBytes();
-    npdu.insert(npdu.end(), request.data.begin(), request.data.end());
+    AppendOctets(npdu, request.data);
     return npdu;
 }
 

@@ -1,10 +1,12 @@
 #include "VirtualDataLink/ProtocolMessage.h"
 
+#include "Octets.h"
+
 namespace VirtualDataLink {
 
 std::vector<char> ProtocolMessage::GetBytes() const {
     std::vector<char> bytes = controlInformation.GetBytes();
-    bytes.insert(bytes.end(), data.begin(), data.end());
+    AppendOctets(bytes, data);
     return bytes;
 }
 
