@@ -1,65 +1,47 @@
-// Runs a fuzz target over the files, and the files below the folders, that it is given. It needs no
-// libFuzzer, so every build can replay a corpus or a single finding.
+// Runs a fuzz target over the inputs that its arguments name (Corpus.h). It needs no libFuzzer, so every
+// build can replay a corpus or a single finding.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
+#include <exception>
+#include <memory>
 #include <vector>
+
+#include "Corpus.h"
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size);
 
 namespace {
 
-namespace fs = std::filesystem;
-
-std::vector<fs::path> FilesBelow(fs::path const& start) {
-    if (!fs::is_directory(start)) {
-        return {start};
-    }
-    std::vector<fs::path> files;
-    for (fs::directory_entry const& entry : fs::recursive_directory_iterator(start)) {
-        if (entry.is_regular_file()) {
-            files.push_back(entry.path());
-        }
-    }
-    std::sort(files.begin(), files.end());
-    return files;
-}
-
-bool Replay(fs::path const& file) {
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream) {
-        std::fprintf(stderr, "cannot be read: %s\n", file.c_str());
-        return false;
-    }
-    // Ahead of the run, so that a crash has a name. It is not buffered.
-    std::fprintf(stderr, "%s\n", file.c_str());
-    std::vector<char> const content{std::istreambuf_iterator<char>(stream), {}};
-    // A copy of the very size, so that AddressSanitizer sees a read behind the end.
-    std::vector<std::uint8_t> const input(content.begin(), content.end());
-    LLVMFuzzerTestOneInput(input.data(), input.size());
-    return true;
+void Replay(fuzz::CorpusInput const& input) {
+    // Before the run and unbuffered, so that the last name is that of an input that ends the process.
+    std::fprintf(stderr, "%s\n", input.name.c_str());
+    // A block of the exact size, so that AddressSanitizer sees a read beyond the end.
+    std::unique_ptr<std::uint8_t[]> const octets(new std::uint8_t[input.octets.size()]);
+    std::copy(input.octets.begin(), input.octets.end(), octets.get());
+    LLVMFuzzerTestOneInput(octets.get(), input.octets.size());
 }
 
 }  // namespace
 
 int main(int count, char** arguments) {
-    std::size_t replayed = 0;
-    for (int i = 1; i < count; ++i) {
-        if (!fs::exists(arguments[i])) {
-            std::fprintf(stderr, "no such file or folder: %s\n", arguments[i]);
-            return 2;
+    std::vector<fuzz::CorpusInput> inputs;
+    try {
+        for (int i = 1; i < count; ++i) {
+            auto const read = fuzz::ReadInputs(arguments[i]);
+            inputs.insert(inputs.end(), read.begin(), read.end());
         }
-        for (fs::path const& file : FilesBelow(arguments[i])) {
-            if (!Replay(file)) {
-                return 2;
-            }
-            ++replayed;
-        }
+    } catch (std::exception const& mistake) {
+        std::fprintf(stderr, "%s\n", mistake.what());
+        return 2;
     }
-    std::printf("%zu inputs replayed\n", replayed);
-    return replayed == 0 ? 2 : 0;
+    if (inputs.empty()) {
+        std::fprintf(stderr, "no input; usage: %s BUNDLE.txt|BUNDLE.txt:NAME|FILE|FOLDER ...\n", *arguments);
+        return 2;
+    }
+    // An exception that leaves the target ends the process.
+    std::for_each(inputs.begin(), inputs.end(), Replay);
+    std::printf("%zu inputs replayed\n", inputs.size());
+    return 0;
 }
