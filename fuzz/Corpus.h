@@ -14,8 +14,8 @@ struct CorpusInput {
 };
 
 // Reads a bundle, which has an input on each line: its name, a colon, a space, and its octets in hexadecimal.
-// An empty input ends at its colon. A name consists of letters, digits, '.', '_' and '-', begins with a
-// letter or digit, and is used once.
+// The line of an empty input ends at the colon. A name consists of letters, digits, '.', '_' and '-', begins
+// with a letter or digit, and is used once.
 //
 // The file is the bundle's name in the names of the inputs and in messages. Throws std::runtime_error
 // with file and line if a line is malformed.
