@@ -1,4 +1,4 @@
-// The texts of a block's address and MAC: as the driver takes them, and as the workbench checks them.
+// The texts of a block's address and MAC: as the driver parses them, and as the workbench checks them.
 #include <netinet/in.h>
 
 #include <algorithm>
@@ -23,23 +23,24 @@ namespace {
 
 using Octets = std::vector<char>;
 
-// How a text was taken.
-struct Taken {
+// The result of parsing a text.
+struct Parsed {
     bool accepted = false;
     Octets octets;
 };
 
-Taken TakeAddress(std::string const& text) {
+Parsed ParseAddress(std::string const& text) {
     try {
         return {true, AddressParser::ParseAddress(text)};
     } catch (ParseException const&) {
     } catch (std::runtime_error const& failure) {
-        Require(std::string(failure.what()) == "unknown error", "a refusal has one of two forms");
+        Require(std::string(failure.what()) == "unknown error",
+                "a text that is not an address ends in one of two exceptions");
     }
     return {};
 }
 
-// The number of a text that is known to be one.
+// The number in a text that is known to consist of digits.
 unsigned Number(std::string const& digits) {
     return std::accumulate(digits.begin(), digits.end(), 0u, [](unsigned number, char digit) {
         return number * 10 + static_cast<unsigned>(digit - '0');
@@ -54,7 +55,7 @@ Octets BigEndian(unsigned number, int width) {
     return octets;
 }
 
-// The octets that a text means that the workbench passes.
+// The octets meant by a text that the workbench accepts.
 Octets Meant(std::string const& text) {
     std::size_t const colon = text.find(':');
     std::string const head = text.substr(0, colon);
@@ -80,14 +81,14 @@ Octets Meant(std::string const& text) {
         static_cast<char>(number), static_cast<char>(number >> 8), static_cast<char>(number >> 16), 0, 0, 0};
 }
 
-void RequireWorkbenchAgrees(std::string const& text, Taken const& taken) {
+void RequireWorkbenchAgrees(std::string const& text, Parsed const& parsed) {
     bool const isPeer = workbench::MistakeInPeer(text).empty();
     std::string const mistake = workbench::MistakeInDeviceAddress(text);
     Require(!isPeer || mistake.empty(), "a peer is a device address");
     if (mistake.empty()) {
-        Require(taken.accepted, "the driver takes what the workbench passes");
-        Require(taken.octets == Meant(text), "the driver takes it for what it says");
-        Require(!isPeer || taken.octets.size() == 6, "a peer has six octets");
+        Require(parsed.accepted, "the driver accepts what the workbench accepts");
+        Require(parsed.octets == Meant(text), "the driver reads the octets that the text means");
+        Require(!isPeer || parsed.octets.size() == 6, "a peer has six octets");
     } else {
         Require(mistake.size() < 2 * text.size() + 200, "a message is in proportion to its text");
     }
@@ -114,7 +115,7 @@ void RequireSplit(std::string const& text, char delimiter) {
         joined += part + delimiter;
     }
     bool const ended = !text.empty() && text.back() == delimiter;
-    Require(joined == (ended || text.empty() ? text : text + delimiter), "the parts are the text");
+    Require(joined == (ended || text.empty() ? text : text + delimiter), "the parts make up the text");
 }
 
 void RequireIpAndPort(std::string const& text) {
@@ -126,32 +127,32 @@ void RequireIpAndPort(std::string const& text) {
     try {
         AddressParser::ParsePort(text);
     } catch (std::logic_error const& failure) {
-        Require(std::string(failure.what()) == "stoul", "a port is refused with one text");
+        Require(std::string(failure.what()) == "stoul", "a text that is not a port ends in one exception");
     }
 }
 
-// A client is made exactly when the texts that its network needs are addresses.
+// A client is created exactly when the texts that its network needs are addresses.
 void RequireClient(std::string const& address, std::string const& mac, int network) {
     NLSocket socket;
     NLInitSocket(&socket);
     dorvel::BACnet::TBACnet const client(socket, new sockaddr_in(), 1, address, mac, 250, 1, 1, network, 8);
-    bool const expected = TakeAddress(mac).accepted && (network == 0 || TakeAddress(address).accepted);
-    Require(client.IsCreated() == expected, "a client is made exactly when its texts are addresses");
+    bool const expected = ParseAddress(mac).accepted && (network == 0 || ParseAddress(address).accepted);
+    Require(client.IsCreated() == expected, "a client is created exactly when its texts are addresses");
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     static bool const entered = (fuzz::QuietWorld::Enter(), true);
-    Require(entered, "there is a world");
+    Require(entered, "the host environment is set");
     std::string const text(data, data + size);
-    Taken const taken = TakeAddress(text);
-    RequireWorkbenchAgrees(text, taken);
-    RequireVmac(taken.octets);
+    Parsed const parsed = ParseAddress(text);
+    RequireWorkbenchAgrees(text, parsed);
+    RequireVmac(parsed.octets);
     RequireSplit(text, ':');
     RequireSplit(text, '.');
     RequireIpAndPort(text);
-    // Two texts with a line between them.
+    // Two texts with a line end between them.
     std::size_t const line = text.find('\n');
     if (line != std::string::npos) {
         RequireClient(text.substr(0, line), text.substr(line + 1), static_cast<int>(size % 2));

@@ -1,4 +1,5 @@
-// An APDU as the driver parses it: the PDU is of the octets' type, and what it writes is read as the same.
+// An APDU as the driver parses it: the PDU has the type of the octets, and what it writes is parsed as the
+// same PDU.
 #include <cstddef>
 #include <cstdint>
 
@@ -23,7 +24,7 @@ namespace {
 
 using Octets = std::vector<char>;
 
-// The PDU, or null if it was refused with one of the exceptions that callers of a parser handle.
+// The PDU, or null if the parser threw one of the exceptions that its callers handle.
 std::unique_ptr<PDU> ParseOrRefuse(Octets const& apdu) {
     FakeStream stream(apdu);
     try {
@@ -36,7 +37,7 @@ std::unique_ptr<PDU> ParseOrRefuse(Octets const& apdu) {
 }
 
 void RequireSupportedValues(ReadPropertyMultipleAck const& ack, std::size_t size) {
-    Require(ack.GetValues().size() <= 127, "an ack has no more values than its list has places");
+    Require(ack.GetValues().size() <= 127, "an ack has at most 127 values");
     Require(ack.GetValues().size() * 4 <= size, "a value takes four octets or more");
     for (auto const& [property, value] : ack.GetValues()) {
         Require(value != nullptr, "a property has a value");
@@ -46,10 +47,11 @@ void RequireSupportedValues(ReadPropertyMultipleAck const& ack, std::size_t size
 
 void RequireAck(ComplexAck const& ack, Octets apdu) {
     Require(ack.GetInvokeId() == apdu[1], "an ack has its invoke id");
-    Require(ack.GetSegmentedMessage() == (ack.GetServiceAck() == nullptr), "a segment alone has no service");
+    Require(ack.GetSegmentedMessage() == (ack.GetServiceAck() == nullptr),
+            "an ack has no service exactly when it is a segment");
     if (ack.GetSegmentedMessage()) {
         apdu[0] = static_cast<char>(apdu[0] & 0xFC);
-        Require(ack.GetBytes() == apdu, "a segment is written as it came, but for the reserved bits");
+        Require(ack.GetBytes() == apdu, "a segment is written as it came, except for the reserved bits");
     } else if (auto const* multiple = dynamic_cast<ReadPropertyMultipleAck const*>(ack.GetServiceAck())) {
         RequireSupportedValues(*multiple, apdu.size());
     }
@@ -57,7 +59,7 @@ void RequireAck(ComplexAck const& ack, Octets apdu) {
 
 void RequireFits(PDU& pdu, Octets const& apdu) {
     Require(static_cast<int>(pdu.PduType()) == static_cast<unsigned char>(apdu[0]) >> 4,
-            "a PDU is of the type that its first octet tells");
+            "a PDU has the type in its first octet");
     Octets const head{static_cast<char>(apdu[0] & 0xF0), apdu[1], apdu[2]};
     Octets const written = pdu.GetBytes();
     switch (pdu.PduType()) {
@@ -73,7 +75,8 @@ void RequireFits(PDU& pdu, Octets const& apdu) {
         case PduTypeEnum::Abort:
             Require(dynamic_cast<AbortPdu&>(pdu).GetOriginalInvokeId() == apdu[1],
                     "an abort has its invoke id");
-            Require(dynamic_cast<AbortPdu&>(pdu).GetWireInvokeId() == 0, "an abort's wire pair stays 0");
+            Require(dynamic_cast<AbortPdu&>(pdu).GetWireInvokeId() == 0,
+                    "the invoke id that an abort writes stays 0");
             break;
         case PduTypeEnum::ConfirmedRequest:
             Require(dynamic_cast<ConfirmedRequestPdu&>(pdu).GetInvokeId() == apdu[2],
@@ -92,8 +95,9 @@ bool IsSchedule(PropertyIdentifierEnum property) {
            property == PropertyIdentifierEnum::Weekly_Schedule;
 }
 
-// Whether the driver writes this so that it can be read again: a schedule is read as a text, and written as
-// one; property numbers in an answer have one octet, data in it up to 253.
+// Whether the driver writes this so that it can be parsed again. It cannot if a schedule is in it, which is
+// parsed to a text and written as a text, if a property number of an answer needs more than one octet, or if
+// data of an answer is longer than 253 octets.
 bool IsWritable(PDU const& pdu, Octets const& written) {
     if (auto const* const request = dynamic_cast<ConfirmedRequestPdu const*>(&pdu)) {
         auto const* const write = dynamic_cast<WritePropertyRequest const*>(request->GetServiceRequest());
@@ -111,7 +115,7 @@ void RequireSameAgain(PDU& pdu) {
         return;
     }
     if (auto const again = ParseOrRefuse(written)) {
-        Require(again->GetBytes() == written, "what was written is read as what writes the same");
+        Require(again->GetBytes() == written, "what was written is parsed as a PDU that writes the same");
     }
 }
 
@@ -120,7 +124,7 @@ void RequireSameAgain(PDU& pdu) {
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     Octets const apdu(data, data + size);
     if (auto const pdu = ParseOrRefuse(apdu)) {
-        Require(size >= 3, "no PDU has less than three octets");
+        Require(size >= 3, "a PDU has at least three octets");
         RequireFits(*pdu, apdu);
         RequireSameAgain(*pdu);
     }

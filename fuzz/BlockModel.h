@@ -12,7 +12,7 @@
 
 namespace fuzz {
 
-// What the script has to find in the fields of one block.
+// The values that a script must read from the fields of one block.
 class BlockModel {
 public:
     enum Kind { Integer, LongInteger, Boolean, Text, List };
@@ -57,10 +57,10 @@ public:
         Put("AddressNumber", 1);
     }
 
-    // The value at the stack place goes into the field. Leaves the stack, and the value in it, as they were.
-    void Set(int field, lua_State* L, int place) {
+    // Sets the field to the value at the stack index. Leaves the stack and that value unchanged.
+    void Set(int field, lua_State* L, int index) {
         int const top = lua_gettop(L);
-        lua_pushvalue(L, place);
+        lua_pushvalue(L, index);
         Value& value = values.at(static_cast<std::size_t>(field));
         switch (fields.at(static_cast<std::size_t>(field)).kind) {
             case Boolean:
@@ -83,31 +83,34 @@ public:
         lua_settop(L, top);
     }
 
-    // The assignment ended in an error: the field has the value of before or the new one.
+    // After an assignment that ended in an error: the field has its previous value or the new one.
     void Forget(int field) { values.at(static_cast<std::size_t>(field)).isKnown = false; }
 
-    // The value on top of the stack is what the script has got from the field.
+    // Requires that the value on top of the stack is what a script reads from the field.
     void RequireGot(int field, lua_State* L) const {
         Value const& value = values.at(static_cast<std::size_t>(field));
         switch (fields.at(static_cast<std::size_t>(field)).kind) {
             case Boolean:
-                Require(lua_isboolean(L, -1), "a boolean is got as one");
-                Require(!value.isKnown || lua_toboolean(L, -1) == value.number, "a boolean is as set");
+                Require(lua_isboolean(L, -1), "a boolean field gives a boolean");
+                Require(!value.isKnown || lua_toboolean(L, -1) == value.number,
+                        "a boolean field gives the value that was set");
                 break;
             case Text:
-                Require(lua_type(L, -1) == LUA_TSTRING, "a text is got as one");
-                Require(!value.isKnown || TextOf(L) == value.text, "a text is as set");
+                Require(lua_type(L, -1) == LUA_TSTRING, "a text field gives a text");
+                Require(!value.isKnown || TextOf(L) == value.text,
+                        "a text field gives the text that was set");
                 break;
             case List:
-                Require(lua_isnil(L, -1), "the variables are not got");
+                Require(lua_isnil(L, -1), "the list of variables cannot be read");
                 break;
             default:
-                Require(lua_isinteger(L, -1) != 0, "a number is got as an integer");
-                Require(!value.isKnown || lua_tointeger(L, -1) == value.number, "a number is as set");
+                Require(lua_isinteger(L, -1) != 0, "a number field gives an integer");
+                Require(!value.isKnown || lua_tointeger(L, -1) == value.number,
+                        "a number field gives the number that was set");
         }
     }
 
-    // The list is not seen by a script, but by its block.
+    // A script cannot read the list of variables; the block has it.
     void RequireVariables(dorvel::BACnet::BACnetProtocol const& block) const {
         Value const& value = values.at(static_cast<std::size_t>(Find("Vars")));
         Require(!value.isKnown || block.Vars.size() == static_cast<std::size_t>(value.number),
@@ -130,15 +133,15 @@ private:
 
     static bool IsFalse(lua_State* L) { return lua_isboolean(L, -1) && lua_toboolean(L, -1) == 0; }
 
-    // Of the copy on top of the stack, which may become a text.
+    // The text of the value on top of the stack, which must be a copy: Lua may convert it to a text.
     static std::string TextOf(lua_State* L) {
         std::size_t length = 0;
         char const* const text = lua_tolstring(L, -1, &length);
         return text ? std::string(text, length) : std::string();
     }
 
-    // As the manual of Lua (3.4.3) has it: an integer, a float with an integral value, a text of either; all
-    // else is 0. May push.
+    // By section 3.4.3 of the Lua manual: an integer, a float with an integral value, or a text of either;
+    // anything else is 0. May push.
     static long long WholeNumberOf(lua_State* L) {
         if (lua_type(L, -1) == LUA_TSTRING) {
             std::string const text = TextOf(L);

@@ -14,11 +14,11 @@ namespace {
 
 using Octets = std::vector<char>;
 
-std::size_t Octet(Octets const& octets, std::size_t place) {
-    return static_cast<unsigned char>(octets.at(place));
+std::size_t Octet(Octets const& octets, std::size_t index) {
+    return static_cast<unsigned char>(octets.at(index));
 }
 
-// What Unframe gave, held against ASHRAE 135 Annex J.2.
+// Checks the result of Unframe against ASHRAE 135 Annex J.2.
 void RequireUnframed(Octets const& datagram, Octets const& npdu) {
     Require(Octet(datagram, 0) == 0x81, "a frame is of type 81");
     Require(Octet(datagram, 1) == 0x0A || Octet(datagram, 1) == 0x0B, "a frame carries an NPDU");
@@ -26,37 +26,39 @@ void RequireUnframed(Octets const& datagram, Octets const& npdu) {
     Require(Octets(datagram.begin() + 4, datagram.end()) == npdu, "the NPDU is what follows the header");
 }
 
-// What Frame writes of an NPDU that came. Its length field is read back only where it is below 256, since it
-// is written in another way than it is read.
+// Checks what Frame writes for an NPDU that came. The high octet of the length is compared separately: the
+// driver writes it in another form than it reads it.
 void RequireFramedAgain(Octets const& datagram, Octets const& npdu) {
     bool const broadcast = Octet(datagram, 1) == 0x0B;
     VirtualDataLink::Packet const packet = VirtualDataLink::Frame({VmacAddress(broadcast), npdu});
     Octets framed = packet.data;
     Require(framed.size() == datagram.size(), "a frame is the header and the NPDU");
     framed.at(2) = datagram.at(2);
-    Require(framed == datagram, "the frame is written as it came, but for the length's high octet");
+    Require(framed == datagram, "the frame is written as it came, except for the high octet of the length");
     Require(Octet(packet.data, 2) == (datagram.size() >> 4 & 0xF0),
             "the length is written in the driver's form");
 }
 
-// Octets that GetBytes does not write: those of a network-layer message.
+// The octets that GetBytes does not write: message type and vendor of a network-layer message.
 std::size_t MessageOctets(Network::ControlInformation const& information) {
     return information.isNetworkMessage ? (information.messageType >= 0x80 ? 2 : 1) : 0;
 }
 
 void RequireParsed(Octets const& npdu, Network::Message const& message) {
     Network::ControlInformation information = message.controlInformation;
-    // Priority is not kept, and neither are the reserved bits: put back, the header is what came.
+    // A parse drops the priority and the reserved bits. With them the header is what came.
     constexpr unsigned notKept = 0x53;
-    Require(information.priority == 0, "a parse leaves the priority");
+    Require(information.priority == 0, "a parse drops the priority");
     information.priority = static_cast<std::uint32_t>(Octet(npdu, 1)) & notKept;
     Octets const header = information.GetBytes();
     Require(header.size() + MessageOctets(information) + message.data.size() == npdu.size(),
-            "header and data are all octets of the NPDU");
+            "header and data are the whole NPDU");
     Require(std::equal(header.begin(), header.end(), npdu.begin()), "the header is written as it came");
-    Require(std::equal(message.data.rbegin(), message.data.rend(), npdu.rbegin()), "the data is the rest");
-    Require(information.hasDestination || information.destination.bytes.empty(), "no flag, no destination");
-    Require(information.hasSource || information.source.bytes.empty(), "no flag, no source");
+    Require(std::equal(message.data.rbegin(), message.data.rend(), npdu.rbegin()),
+            "the data is what follows the header");
+    Require(information.hasDestination || information.destination.bytes.empty(),
+            "without its flag there is no destination");
+    Require(information.hasSource || information.source.bytes.empty(), "without its flag there is no source");
 }
 
 void ParseNpdu(Octets const& npdu) {

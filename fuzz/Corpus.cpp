@@ -74,8 +74,9 @@ CorpusInput ParseLine(std::string_view line) {
     RequireName(line.substr(0, colon));
     std::string_view const rest = line.substr(colon + 1);
     if (!rest.empty() && (rest.front() != ' ' || rest.size() == 1)) {
-        throw std::runtime_error("after the colon stands " + Quoted(rest) +
-                                 "; allowed is a space with octets in hexadecimal, or nothing");
+        throw std::runtime_error(Quoted(rest) +
+                                 " after the colon is not an input; allowed is a space with octets in "
+                                 "hexadecimal, or nothing");
     }
     return {std::string(line.substr(0, colon)), ParseOctets(rest.empty() ? rest : rest.substr(1))};
 }

@@ -21,7 +21,7 @@ struct CorpusInput {
 // with file and line if a line is malformed.
 std::vector<CorpusInput> ReadBundle(std::istream& stream, std::string const& file);
 
-// The inputs that an argument of a replay program stands for:
+// The inputs that an argument of a replay program names:
 //
 //   BUNDLE.txt        all inputs of the bundle
 //   BUNDLE.txt:NAME   one of them

@@ -5,14 +5,14 @@
 
 namespace fuzz {
 
-// Lua's memory: counts what is in use, and can be told to give out so many pieces more and then none.
+// Lua's allocator. Counts the octets in use, and can fail after a number of further allocations.
 class CountingAllocator {
 public:
     std::size_t Used() const { return used; }
-    void FailAfter(int pieces) { left = pieces; }
+    void FailAfter(int allocations) { left = allocations; }
     void FailNever() { left = -1; }
 
-    // As lua_Alloc, the object being the first argument.
+    // A lua_Alloc whose first argument is the allocator.
     static void* Allocate(void* self, void* block, std::size_t oldSize, std::size_t newSize) {
         auto& allocator = *static_cast<CountingAllocator*>(self);
         std::size_t const before = block ? oldSize : 0;
@@ -21,7 +21,7 @@ public:
             allocator.used -= before;
             return nullptr;
         }
-        // Lua counts on it that a piece can become smaller.
+        // Lua requires that shrinking a block never fails.
         if (newSize > before && allocator.left == 0) {
             return nullptr;
         }

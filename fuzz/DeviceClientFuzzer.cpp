@@ -1,9 +1,9 @@
-// The device client against a network that the input plays: reads of single objects, whole polls and writes,
-// then one good dialogue, which has to deliver everything. One execution is up to eight such dialogues.
+// The device client on a network whose deliveries come from the input: reads of single objects, whole polls
+// and writes, up to eight in one execution. Then comes one good dialogue, which must deliver everything.
 //
-// The first octet: bit 0 behind a router, 1 with the trace, 2 and 3 the attempts less one, 4 and 5 the
-// objects that the block has. The second is the invoke id before the first request. Then operations, between
-// which the network takes its deliveries (PlayedNetwork.h).
+// Bits of the first octet: 0 behind a router, 1 with the trace, 2 and 3 the attempts less one, 4 and 5 which
+// objects the block has. The second octet is the invoke id before the first request. Then follow operations;
+// the deliveries of the network (PlayedNetwork.h) are between them.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -33,13 +33,13 @@ using Values = std::vector<WriteDataRec>;
 constexpr unsigned SensorFailure = 0x808C0000;
 constexpr int MostOperations = 8;
 
-// How often a read, a segmented one included, or a write may wait for nothing.
+// How often a read, also a segmented one, or a write may wait without receiving.
 constexpr int EmptyWaitsPerExchange = 2;
 
-// Most objects of one block, so that a poll stays short.
+// The objects of a block: few, so that a poll stays short.
 constexpr std::size_t MostObjects = 4;
 
-// A client with some of the model's variables, whose ids are their places in the model from 1.
+// A client with some of the model's variables. The id of a variable is its position in the model, from 1.
 class Session {
 public:
     explicit Session(Input& played)
@@ -57,7 +57,7 @@ public:
         NLMakeAddress(peer, 0x7F000001, 47808);
         client = std::make_unique<TBACnet>(socket, peer, 7, "127.0.0.1:47808", "192.168.10.7:47808", 1000,
                                            attempts, 1, IsRouted() ? 5 : 0, 8);
-        Require(client->IsCreated(), "the client is made");
+        Require(client->IsCreated(), "the client is created");
         client->Settings().ReadInvokeId = static_cast<char>(WriteInvokeId.load());
         AddVariables();
     }
@@ -90,7 +90,7 @@ private:
         client->InitTags(list);
     }
 
-    // The two upper bits choose what is done, the others to which object or variable.
+    // Bits 6 and 7 choose the operation, the others its object or variable.
     void Operate(unsigned operation) {
         unsigned const which = operation & 0x3F;
         int const before = network.EmptyWaits();
@@ -124,13 +124,13 @@ private:
         int const before = network.Sent();
         int const result = client->ProcessTagM(ObjectIdentifier(type, fuzz::modelInstance),
                                                client->Tags().at(type).at(fuzz::modelInstance), values);
-        Require(result == 0 || result == 1, "an object is read or not");
+        Require(result == 0 || result == 1, "the result of a read is 0 or 1");
         Require(network.Sent() > before, "a read is sent");
         RequireKnown(values, from, fuzz::ModelObjects()[object + 1]);
         return attempts;
     }
 
-    // What came belongs to these variables, in the types and with the qualities that they can have; no
+    // Requires that the values belong to these variables and have their types and qualities, and that no
     // attempt delivers a variable twice.
     void RequireKnown(Values const& values, std::size_t from, std::size_t to) const {
         Require(values.size() <= (to - from) * static_cast<std::size_t>(attempts),
@@ -151,7 +151,7 @@ private:
         if (declared.Type == OpcUaType_DataValue) {
             OpcUa_DataValue const& data = *value.Value.DataValue;
             Require(data.StatusCode == OpcUa_Good || data.StatusCode == SensorFailure,
-                    "the quality is one of two");
+                    "the quality is Good or SensorFailure");
             Require(data.Value.Datatype == declared.ElementType || data.Value.Datatype == OpcUaType_Null,
                     "the value inside has the declared type");
             Require(data.SourceTimestamp >= fuzz::PlayedNetwork::Start, "the time is that of the delivery");
@@ -193,14 +193,14 @@ private:
     }
 
     static std::size_t FirstOf(std::size_t variable) {
-        std::size_t place = variable;
-        while (place > 0 && modelVariables[place - 1].objectType == modelVariables[place].objectType) {
-            --place;
+        std::size_t index = variable;
+        while (index > 0 && modelVariables[index - 1].objectType == modelVariables[index].objectType) {
+            --index;
         }
-        return place;
+        return index;
     }
 
-    // One good dialogue: a poll that delivers every variable, and a write that the device takes.
+    // One good dialogue: a poll that delivers every variable, and a write that the device accepts.
     void Recover() {
         network.BeHonest();
         Values values;
@@ -225,7 +225,7 @@ private:
         Require(network.LastRequest().octets ==
                     test::operator+(Octets{0, 4, static_cast<char>(WriteInvokeId.load())},
                                     test::Hex("0F 0C 00 00 00 01 19 55 3E 44 3F C0 00 00 3F 49 08")),
-                "the write is as ever");
+                "the write has its octets");
     }
 
     static void RequireGood(WriteDataRec& record) {
@@ -245,8 +245,8 @@ private:
     unsigned const options;
     int const attempts;
     std::size_t const firstObject;
-    std::size_t const first;  // variable, and behind the last one
-    std::size_t const end;
+    std::size_t const first;  // index of the first variable
+    std::size_t const end;    // index after the last variable
     fuzz::PlayedNetwork network;
     NLSocket socket{};
     std::unique_ptr<TBACnet> client;

@@ -1,5 +1,5 @@
-// The simulator's device files: a text describes devices that can be read, or ends in one line that says
-// what is wrong.
+// The simulator's device files: a text describes devices that can be read, or loading it ends in a message of
+// one line.
 #include <cstddef>
 #include <cstdint>
 #include <string>

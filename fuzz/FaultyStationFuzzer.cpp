@@ -1,5 +1,5 @@
-// A simulated device with faults, commands and datagrams in: whatever comes, what it sends is bounded, a
-// wrong command changes nothing, and without faults it answers properly again.
+// A simulated device with faults, which gets commands and datagrams: for every input, what it sends is
+// bounded, a wrong command changes nothing, and after the faults are removed it answers properly.
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -23,7 +23,7 @@ constexpr int MostSteps = 32;
 constexpr std::size_t MostDeliveries = 1024;
 constexpr std::size_t LongestDatagram = 65507;
 
-// Answers of one datagram, and an octet string of four segments for a client that takes 50 octets.
+// Has answers of one datagram, and an octet string that is four segments for a client that accepts 50 octets.
 std::string DeviceFile() {
     std::string const octets(2 * 126, '5');
     return R"(device{name = "D", instance = 100, apdu_segment_timeout = 500, number_of_apdu_retries = 1, objects = {
@@ -32,7 +32,7 @@ std::string DeviceFile() {
            octets + R"("}}})";
 }
 
-// Requests without the invoke id, which stands behind two octets.
+// Requests without the invoke id, which is their third octet.
 char const* const requests[] = {
     "02 75 0C 0C 00 00 00 01 19 55",
     "02 75 0E 0C 00 00 00 01 1E 09 55 09 6F 1F",
@@ -64,8 +64,8 @@ public:
     }
 
 private:
-    // Bits 0 to 2: what it is; 3: from another client, or a command as it stands; 4 to 6: time that passes
-    // first.
+    // Bits 0 to 2: a command or the kind of a datagram; 3: from another client, or a command without the
+    // prefix; 4 to 6: the time before it, in steps of 100 ms.
     void Step(unsigned control) {
         now.sinceStart += std::chrono::milliseconds(100 * (control >> 4 & 7));
         now.local += std::chrono::milliseconds(100 * (control >> 4 & 7));
@@ -101,13 +101,14 @@ private:
         std::size_t const before = station.faults().list().size();
         auto const answer = simulator::runFaultCommand(line, {{"D", &station.faults()}});
         for (unsigned char const c : answer.text) {
-            Require((c >= 0x20 && c != 0x7F) || c == '\n', "an answer is lines");
+            Require((c >= 0x20 && c != 0x7F) || c == '\n', "an answer consists of printable lines");
         }
-        Require(!answer.isMistake || station.faults().list().size() == before, "a wrong line does nothing");
+        Require(!answer.isMistake || station.faults().list().size() == before,
+                "a wrong command changes nothing");
     }
 
     static void RequireBounded(std::vector<simulator::Delivery> const& deliveries) {
-        Require(deliveries.size() <= MostDeliveries, "an answer is not more than so many datagrams");
+        Require(deliveries.size() <= MostDeliveries, "the number of datagrams is bounded");
         for (simulator::Delivery const& delivery : deliveries) {
             Require(delivery.datagram.octets.size() <= LongestDatagram, "a datagram can be sent");
             Require(delivery.delay.count() >= 0, "nothing is sent in the past");
@@ -119,7 +120,7 @@ private:
         Octets const request = Unicast(Hex("02 70 09 0C 0C 02 3F FF FF 19 62"));
         auto const answers = station.receive({{0x7F000001, 50002}, request}, now);
         Require(answers.size() == 1 && answers.front().delay.count() == 0 && !answers.front().fromElsewhere,
-                "the device answers once, at once");
+                "the device answers once and without delay");
         Octets const expected = Hex("81 0A 00 14 01 00 30 09 0C 0C 02 00 00 64 19 62 3E 21 01 3F");
         Require(answers.front().datagram.octets == expected, "the device answers properly");
     }

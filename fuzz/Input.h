@@ -8,7 +8,7 @@
 
 namespace fuzz {
 
-// The octets of an input, taken from the front. Behind the end everything is 0 or empty.
+// Reads the octets of an input from the front. After its end every read gives 0 or nothing.
 class Input {
 public:
     Input(std::uint8_t const* data, std::size_t size) : next(data), end(data + size) {}
@@ -25,7 +25,7 @@ public:
         }
         return number;
     }
-    // At most so many octets.
+    // At most count octets.
     std::vector<char> Octets(std::size_t count) {
         std::size_t const taken = std::min(count, Left());
         std::vector<char> octets(next, next + taken);

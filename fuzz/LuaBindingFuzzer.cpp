@@ -1,6 +1,6 @@
-// The script binding of the block, driven by the input as a script could: making blocks, setting, getting,
-// cloning, collecting, with any values, with and without a runtime around, and with memory that ends at any
-// allocation of Lua's.
+// The script binding of the block, called by the input as a script could call it: creating, setting, getting,
+// cloning and collecting blocks, with any values, with and without a runtime, and with failures of any of
+// Lua's allocations.
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -43,18 +43,18 @@ int LengthOf(lua_State* L) {
     return 1;
 }
 
-// The Lua state of all executions. What they leave in it is rubbish that a collection removes.
+// The Lua state of all executions. A collection removes everything that they leave in it.
 class State {
 public:
     State() : L(lua_newstate(fuzz::CountingAllocator::Allocate, &memory)) {
-        Require(L != nullptr, "Lua has memory");
+        Require(L != nullptr, "Lua gets a state");
         dorvel::BACnet::Init();
         dorvel::Runtime(L).OpenLibraries();
         lua_gc(L, LUA_GCSTOP);
         start = Collect();
     }
 
-    // The octets in use when nothing but the libraries is.
+    // The octets that the libraries alone use.
     std::size_t Collect() {
         memory.FailNever();
         lua_settop(L, 0);
@@ -80,7 +80,7 @@ State& TheState() {
     return state;
 }
 
-// One script. The stack holds at 1 to SlotCount the blocks.
+// One script. Its blocks are at 1 to SlotCount on the stack.
 class Script {
 public:
     explicit Script(Input& played) : input(played), L(TheState().L) {
@@ -105,11 +105,12 @@ private:
         BlockModel model;
     };
 
-    // Bits 0 to 2: what is done; 4 and 5: to which block; 6: memory ends, an octet tells when.
+    // Bits 0 to 2: the operation; 4 and 5: the block; 6: an octet follows, after so many allocations they
+    // fail.
     void Operate(unsigned operation) {
         slot = operation >> 4 & (SlotCount - 1);
         memoryEnds = (operation & 0x40) != 0;
-        pieces = memoryEnds ? static_cast<int>(input.Below(64)) : 0;
+        allocations = memoryEnds ? static_cast<int>(input.Below(64)) : 0;
         switch (operation & 7) {
             case 0:
                 New();
@@ -139,18 +140,18 @@ private:
     Slot& TheSlot() { return slots[slot]; }
     int Block() const { return static_cast<int>(slot) + 1; }
 
-    // Calls the function below its arguments; the result or the error is on top of the stack. Whether it
-    // went well.
+    // Calls the function below its arguments. Leaves the result or the error on top of the stack and returns
+    // whether the call succeeded.
     bool Call(int arguments) {
         int const expected = lua_gettop(L) - arguments;
         if (memoryEnds) {
-            TheState().memory.FailAfter(pieces);
+            TheState().memory.FailAfter(allocations);
         }
         int const status = lua_pcall(L, arguments, 1, 0);
         TheState().memory.FailNever();
         Require(lua_gettop(L) == expected, "a call leaves one value");
         Require(status == LUA_OK || status == LUA_ERRRUN || (memoryEnds && status == LUA_ERRMEM),
-                "a call ends well or in a Lua error");
+                "a call succeeds or ends in a Lua error");
         Require(status == LUA_OK || lua_type(L, -1) == LUA_TSTRING, "an error is a text");
         outOfMemory = status == LUA_ERRMEM;
         return status == LUA_OK;
@@ -177,7 +178,7 @@ private:
             return;
         }
         auto const* const block = static_cast<BACnetProtocol*>(luaL_testudata(L, -1, "BACnet"));
-        Require(block != nullptr, "a block is made");
+        Require(block != nullptr, "new creates a block");
         model.RequireVariables(*block);
         lua_replace(L, Block());
         TheSlot() = {Slot::Alive, model};
@@ -211,8 +212,8 @@ private:
         }
         bool const isList =
             field >= 0 && BlockModel::fields[static_cast<std::size_t>(field)].kind == BlockModel::List;
-        Require(good || memoryEnds || isList || (isText && field < 0), "what is a field can be set");
-        Require(!good || !isText || field >= 0, "what is no field cannot be set");
+        Require(good || memoryEnds || isList || (isText && field < 0), "every field can be set");
+        Require(!good || !isText || field >= 0, "a key that is not a field cannot be set");
         if (field >= 0) {
             good || isList ? void(TheSlot().model = good ? after : TheSlot().model)
                            : TheSlot().model.Forget(field);
@@ -222,7 +223,7 @@ private:
 
     void RequireVariables() {
         auto const* const block = static_cast<BACnetProtocol*>(luaL_testudata(L, Block(), "BACnet"));
-        Require(block != nullptr, "a block stays one");
+        Require(block != nullptr, "a block stays a block");
         TheSlot().model.RequireVariables(*block);
     }
 
@@ -233,8 +234,8 @@ private:
         lua_pushvalue(L, -1);
         lua_insert(L, SlotCount + 1);
         bool const good = Call(2);
-        Require(!good || TheSlot().state == Slot::Alive, "only a block can be asked");
-        Require(good || memoryEnds || TheSlot().state != Slot::Alive, "every key can be asked for");
+        Require(!good || TheSlot().state == Slot::Alive, "only a block can be read");
+        Require(good || memoryEnds || TheSlot().state != Slot::Alive, "every key can be read");
         if (good) {
             RequireGot(SlotCount + 1);
         }
@@ -243,7 +244,7 @@ private:
     // The host's own keys end at their first zero octet.
     static bool IsErrorText(std::string const& key) { return std::strcmp(key.c_str(), "ErrorText") == 0; }
 
-    // The value on top of the stack is what the key gives.
+    // Requires that the value on top of the stack is what the key gives.
     void RequireGot(int key) {
         int const field = FieldOnStack(key);
         if (!lua_isstring(L, key)) {
@@ -277,7 +278,7 @@ private:
         }
     }
 
-    // The length and the call.
+    // The length operator and the call operator.
     void Ask() {
         if (TheSlot().state != Slot::Alive) {
             return;
@@ -290,7 +291,7 @@ private:
                 "a block that was not initialised does not run");
     }
 
-    // As a script that gets at the metatable can.
+    // A script can do this through the metatable.
     void Destroy() {
         luaL_getmetatable(L, "BACnet");
         lua_getfield(L, -1, "__gc");
@@ -317,16 +318,16 @@ private:
         }
     }
 
-    std::string KeyText(int place) {
+    std::string KeyText(int index) {
         std::size_t length = 0;
-        lua_pushvalue(L, place);
+        lua_pushvalue(L, index);
         char const* const text = lua_tolstring(L, -1, &length);
         std::string const key = text ? std::string(text, length) : std::string();
         lua_pop(L, 1);
         return key;
     }
 
-    int FieldOnStack(int place) { return lua_isstring(L, place) ? BlockModel::Find(KeyText(place)) : -1; }
+    int FieldOnStack(int index) { return lua_isstring(L, index) ? BlockModel::Find(KeyText(index)) : -1; }
 
     void PushKey() {
         static constexpr char const* others[] = {"Fault", "ErrorText", "__clone", "__gc", "Timeou", ""};
@@ -339,7 +340,7 @@ private:
             PushValue(0);
         }
         if (lua_isnumber(L, -1) && lua_tonumber(L, -1) != lua_tonumber(L, -1)) {
-            lua_pop(L, 1);  // which is no key of a table
+            lua_pop(L, 1);  // NaN cannot be a key of a table
             lua_pushnil(L);
         }
     }
@@ -398,7 +399,7 @@ private:
 
     void PushText(std::string const& text) { lua_pushlstring(L, text.data(), text.size()); }
 
-    // A list, of variables as they should be or of anything, or a table of any keys.
+    // A list of proper variables or of any values, or a table with any keys.
     void PushTable(int depth, unsigned form) {
         Require(lua_checkstack(L, 8) != 0, "Lua has a stack");
         lua_newtable(L);
@@ -434,7 +435,7 @@ private:
     unsigned slot = 0;
     bool memoryEnds = false;
     bool outOfMemory = false;
-    int pieces = 0;
+    int allocations = 0;
 };
 
 }  // namespace

@@ -12,9 +12,8 @@ namespace fuzz {
 
 using test::Octets;
 
-// One variable of the block that is fuzzed: the project's codes and BACnet's numbers of object type and
-// property, the declared type, the tags that an honest device answers with, and the text of the value that
-// these tags are.
+// One variable of the fuzzed block: the codes of object type and property in a project and in BACnet, the
+// declared type, the tags with which an honest device answers, and the value of these tags as a text.
 struct ModelVariable {
     int typeCode;
     unsigned objectType;
@@ -25,7 +24,7 @@ struct ModelVariable {
     char const* text;
 };
 
-// In the order in which the client has its tags.
+// In the order in which the client keeps its tags.
 inline ModelVariable const modelVariables[] = {
     {1, 0, 0, 85, {OpcUaType_DataValue, OpcUaType_Float}, "44 42 28 00 00", "42"},
     {1, 0, 28, 28, OpcUaType_String, "75 04 00 41 42 43", "ABC"},
@@ -56,9 +55,9 @@ inline ModelVariable const modelVariables[] = {
 };
 inline constexpr std::size_t modelCount = sizeof modelVariables / sizeof *modelVariables;
 
-// The places of the first variable of each object, and the end.
+// The index of the first variable of each object, and the number of variables.
 inline std::vector<std::size_t> const& ModelObjects() {
-    static std::vector<std::size_t> const places = [] {
+    static std::vector<std::size_t> const indices = [] {
         std::vector<std::size_t> starts = {0};
         for (std::size_t i = 1; i < modelCount; ++i) {
             if (modelVariables[i].objectType != modelVariables[i - 1].objectType) {
@@ -68,7 +67,7 @@ inline std::vector<std::size_t> const& ModelObjects() {
         starts.push_back(modelCount);
         return starts;
     }();
-    return places;
+    return indices;
 }
 
 // The instance of every object.
@@ -80,7 +79,7 @@ inline Octets ObjectOctets(unsigned objectType) {
             static_cast<char>(packed)};
 }
 
-// The tags of a property as the honest device has them.
+// The tags with which the honest device answers for a property.
 inline Octets const& ModelTags(unsigned objectType, unsigned property) {
     static std::map<std::pair<unsigned, unsigned>, Octets> const tags = [] {
         std::map<std::pair<unsigned, unsigned>, Octets> all;
@@ -94,8 +93,7 @@ inline Octets const& ModelTags(unsigned objectType, unsigned property) {
     return known == tags.end() ? noFlags : known->second;
 }
 
-// One result of a ReadPropertyMultiple-ACK, appended: a property and its tags between opening and closing
-// tag.
+// Appends one result of a ReadPropertyMultiple-ACK: a property, and its tags between opening and closing tag.
 inline void AppendResult(Octets& octets, unsigned property, char opening, Octets const& tags, char closing) {
     octets.insert(octets.end(), {0x29, static_cast<char>(property), opening});
     octets.insert(octets.end(), tags.begin(), tags.end());

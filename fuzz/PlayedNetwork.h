@@ -13,7 +13,7 @@
 
 namespace fuzz {
 
-// What the client has sent, taken apart.
+// An APDU that the client sent, decoded.
 struct SentApdu {
     enum Kind { Read, Write, SegmentAck } kind = Read;
     unsigned invokeId = 0;
@@ -23,15 +23,15 @@ struct SentApdu {
     Octets octets;
 };
 
-inline unsigned At(Octets const& octets, std::size_t place) {
-    Require(place < octets.size(), "a datagram holds all of its parts");
-    return static_cast<unsigned char>(octets[place]);
+inline unsigned At(Octets const& octets, std::size_t index) {
+    Require(index < octets.size(), "a datagram holds all of its parts");
+    return static_cast<unsigned char>(octets[index]);
 }
 
-// The network of a device client in virtual time. What the client sends has to be well-formed. What arrives
-// is played from the input: one delivery for each time that the client waits, in which honest answers to the
-// request stand next to noise and can be changed, so that an input gets past the invoke id. Behind the end of
-// the input nothing arrives. With BeHonest the device answers everything as it should.
+// The network of a device client in virtual time. What the client sends must be well-formed. What arrives
+// comes from the input, one delivery each time that the client waits. A delivery is an honest answer to the
+// request, a changed one, or noise: honest answers let an input get past the invoke id. After the end of the
+// input nothing arrives. After BeHonest the device answers every request properly.
 class PlayedNetwork final : public dorvel::HostEnvironment {
 public:
     static constexpr long long Start = 133485408000000000;  // 1 January 2024 as a file time
@@ -43,14 +43,14 @@ public:
     PlayedNetwork(PlayedNetwork const&) = delete;
     PlayedNetwork& operator=(PlayedNetwork const&) = delete;
 
-    // From now on, and what was still on its way is lost.
+    // Drops what has not arrived yet.
     void BeHonest() {
         honest = true;
         arriving.clear();
     }
 
     int OpenSockets() const { return openSockets; }
-    // How often the client has waited in vain, and in all.
+    // How often the client has waited without receiving, and in all.
     int EmptyWaits() const { return emptyWaits; }
     int Waits() const { return waits; }
     int Sent() const { return sentCount; }
@@ -67,7 +67,7 @@ public:
     bool Send(int, sockaddr_in const&, void const* data, int length) override {
         auto const* const first = static_cast<char const*>(data);
         ++sentCount;
-        SentApdu sent = TakeApart(Octets(first, first + length));
+        SentApdu sent = Decode(Octets(first, first + length));
         if (sent.kind == SentApdu::SegmentAck) {
             Require(sent.invokeId == request.invokeId, "a segment is acknowledged with the request's id");
         } else {
@@ -105,19 +105,20 @@ public:
     long long LocalTimeDiff() override { return 0; }
 
 private:
-    // BVLC, NPDU and the head of the APDU, as docs/wire-format.md tells them.
-    SentApdu TakeApart(Octets const& datagram) const {
+    // BVLC, NPDU and the header of the APDU, as docs/wire-format.md documents them.
+    SentApdu Decode(Octets const& datagram) const {
         Require(At(datagram, 0) == 0x81 && At(datagram, 1) == 0x0A, "a unicast BACnet/IP frame is sent");
-        Require(At(datagram, 3) == datagram.size() % 256, "its length's low octet is right");
-        Require(At(datagram, 2) == (datagram.size() >> 4 & 0xF0), "its high octet is as the driver has it");
+        Require(At(datagram, 3) == datagram.size() % 256, "the low octet of the length is right");
+        Require(At(datagram, 2) == (datagram.size() >> 4 & 0xF0),
+                "the high octet of the length is in the driver's form");
         Require(At(datagram, 4) == 1, "the version is 1");
         Require(At(datagram, 5) == (routed ? 0x24u : 0x04u), "an answer is expected");
         std::size_t const apdu = routed ? 6 + 3 + At(datagram, 8) + 1 : 6;
         Require(apdu < datagram.size(), "an APDU is sent");
-        return TakeApduApart(Octets(datagram.begin() + static_cast<std::ptrdiff_t>(apdu), datagram.end()));
+        return DecodeApdu(Octets(datagram.begin() + static_cast<std::ptrdiff_t>(apdu), datagram.end()));
     }
 
-    static SentApdu TakeApduApart(Octets apdu) {
+    static SentApdu DecodeApdu(Octets apdu) {
         SentApdu sent;
         if (At(apdu, 0) == 0x40) {
             Require(apdu.size() == 4 && At(apdu, 3) == 1, "a SegmentAck has four octets and window 1");
@@ -127,27 +128,27 @@ private:
             return sent;
         }
         sent.invokeId = At(apdu, 2);
-        Require(At(apdu, 4) == 0x0C, "the object stands in front");
+        Require(At(apdu, 4) == 0x0C, "the object comes first");
         sent.objectType = At(apdu, 5) << 2 | At(apdu, 6) >> 6;
-        Require((At(apdu, 7) << 8 | At(apdu, 8)) == modelInstance, "the object is one of the block's");
+        Require((At(apdu, 7) << 8 | At(apdu, 8)) == modelInstance, "the object is one of the block");
         bool const isRead = At(apdu, 3) == 0x0E;
-        Require(isRead || At(apdu, 3) == 0x0F, "the service is one of two");
-        Require(At(apdu, 0) == (isRead ? 2u : 0u), "the flags are the service's");
+        Require(isRead || At(apdu, 3) == 0x0F, "the service is ReadPropertyMultiple or WriteProperty");
+        Require(At(apdu, 0) == (isRead ? 2u : 0u), "the flags are those of the service");
         sent.kind = isRead ? SentApdu::Read : SentApdu::Write;
-        std::size_t place = isRead ? 10 : 9;
+        std::size_t position = isRead ? 10 : 9;
         do {
-            unsigned const head = At(apdu, place);
-            Require(head == (isRead ? 0x09u : 0x19u), "a property of one octet stands in the list");
-            sent.properties.push_back(At(apdu, place + 1));
-            place += 2;
-        } while (isRead && At(apdu, place) != 0x1F);
-        Require(isRead ? place + 1 == apdu.size() : At(apdu, place) == 0x3E, "the list is closed");
+            unsigned const head = At(apdu, position);
+            Require(head == (isRead ? 0x09u : 0x19u), "the list has properties of one octet");
+            sent.properties.push_back(At(apdu, position + 1));
+            position += 2;
+        } while (isRead && At(apdu, position) != 0x1F);
+        Require(isRead ? position + 1 == apdu.size() : At(apdu, position) == 0x3E, "the list is closed");
         sent.octets = std::move(apdu);
         return sent;
     }
 
-    // Everything that a device can send, by the low bits of the control octet. The upper bits: a delay, the
-    // number of changed octets, a mended length.
+    // Everything that a device can send, by bits 0 to 3 of the control octet. Bits 4 and 5 are the number of
+    // changed octets, bit 6 cuts the datagram and corrects its length, bit 7 delays it.
     void PlayDelivery() {
         unsigned const control = input.Octet();
         unsigned const kind = control & 0x0F;
@@ -156,18 +157,18 @@ private:
         }
         Octets datagram = kind == 1 ? input.Octets(input.Octet()) : Datagram(Apdu(kind));
         for (unsigned change = control >> 4 & 3; change > 0 && !datagram.empty(); --change) {
-            unsigned const place = input.Octet();
-            datagram[place % datagram.size()] = static_cast<char>(input.Octet());
+            unsigned const index = input.Octet();
+            datagram[index % datagram.size()] = static_cast<char>(input.Octet());
         }
         if ((control & 0x40) != 0) {
             datagram.resize(std::min<std::size_t>(datagram.size(), input.Octet()));
-            MendLength(datagram);
+            CorrectLength(datagram);
         }
         long long const delay = (control & 0x80) != 0 ? input.Octet() * 16 : 0;
         arriving.push_back({elapsed + delay, std::move(datagram)});
     }
 
-    static void MendLength(Octets& datagram) {
+    static void CorrectLength(Octets& datagram) {
         if (datagram.size() >= 4) {
             datagram[2] = static_cast<char>(datagram.size() >> 8);
             datagram[3] = static_cast<char>(datagram.size());
@@ -179,7 +180,7 @@ private:
                                        test::Hex("81 0A 00 00 01 08 00 05 06 C0 A8 0A 07 BA C0")};
         Octets datagram = heads[routed ? 1 : 0];
         datagram.insert(datagram.end(), apdu.begin(), apdu.end());
-        MendLength(datagram);
+        CorrectLength(datagram);
         return datagram;
     }
 
@@ -230,8 +231,8 @@ private:
         return Octets{0x30, static_cast<char>(asked.invokeId), 0x0E} + Payload(asked);
     }
 
-    // The service part of an ack in which one property, if there is such a one, has other tags, or no value
-    // but an error.
+    // The service part of an ack. The property with the index other, if there is one, has the given tags; the
+    // opening tag makes them a value or an error.
     static Octets Payload(SentApdu const& asked, std::size_t other = -1, char opening = 0x4E,
                           Octets const& tags = {}) {
         Octets const object = ObjectOctets(asked.objectType);
@@ -254,8 +255,8 @@ private:
                Payload(request, other, opening, tags);
     }
 
-    // The next piece of the honest answer, so many octets of it. Bits 6 and 7: the piece is said to be the
-    // last, or not to be it, whatever is true.
+    // The next segment of the honest answer. Bits 0 to 5 are its length less one; bit 6 marks it as the last
+    // one and bit 7 as not the last one, whether that is true or not.
     Octets Segment(unsigned form) {
         Octets const whole = Payload(request);
         std::size_t const length = std::min<std::size_t>(1 + (form & 0x3F), whole.size() - segmentStart);
@@ -268,7 +269,7 @@ private:
                Octets(first, first + static_cast<std::ptrdiff_t>(length));
     }
 
-    // A segment with a number and flags of the input's.
+    // A segment whose number and flags come from the input.
     Octets LooseSegment(unsigned flags, unsigned number) {
         using test::operator+;
         return Octets{static_cast<char>(0x30 | (flags & 0x0F)), static_cast<char>(request.invokeId),

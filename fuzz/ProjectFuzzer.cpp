@@ -1,5 +1,5 @@
-// The workbench's loader of projects, with the real add-in: a text is a project, or ends in one line that
-// says what is wrong and where.
+// The workbench's loader of projects, with the real add-in: a text is a project, or loading it ends in a
+// message of one line with the position of the mistake.
 #include <cctype>
 #include <cstddef>
 #include <cstdint>
@@ -18,7 +18,7 @@ using fuzz::Require;
 
 namespace {
 
-// A world without a network.
+// A host environment without a network.
 class DeadNetwork final : public dorvel::HostEnvironment {
 public:
     int Open(unsigned short) override { return 3; }
@@ -31,8 +31,8 @@ public:
     long long LocalTimeDiff() override { return 0; }
 };
 
-// In front of every text, on its first line: an input must not reach the disk or other programs, and what
-// Lua's own library does without end is stopped by the end of the process, which would end the fuzzer too.
+// Added before every text, on its first line. An input must not reach the disk or other programs. The time
+// limit stops an endless function of Lua's library only by ending the process, which would end the fuzzer.
 constexpr char fence[] =
     "io, os, package, require, dofile, loadfile, print = nil "
     "string.find, string.match, string.gmatch, string.gsub, string.rep, table.move, table.concat = nil ";
@@ -44,13 +44,13 @@ workbench::ScriptLimits Limits() {
     return limits;
 }
 
-bool HasPlace(std::string const& message) {
+bool HasLine(std::string const& message) {
     std::size_t const digits = message.find_first_not_of("0123456789", 2);
     return message.compare(0, 2, "p:") == 0 && digits > 2 && message.compare(digits, 2, ": ") == 0;
 }
 
-// What an error that is no mistake of the workbench's own checks says has its place from Lua, but for those
-// that a script raises without one, and those of what was called in place of a return.
+// A mistake that the workbench's own checks report has its line. Other errors have a position only if Lua
+// adds one: a script can raise an error without a position, and a tail call has none.
 void RequireMessage(std::string const& message) {
     Require(message.compare(0, 2, "p:") == 0, "a message begins with the file");
     for (unsigned char const c : message) {
@@ -58,7 +58,7 @@ void RequireMessage(std::string const& message) {
     }
     bool const isCheck = message.compare(0, 9, "p: block ") == 0 || message.compare(0, 9, "p: task: ") == 0 ||
                          message.compare(0, 8, "p: Set: ") == 0;
-    Require(!isCheck || HasPlace(message), "a mistake in a table has its line");
+    Require(!isCheck || HasLine(message), "a mistake in a table has its line");
 }
 
 void Load(std::string const& text) {

@@ -7,8 +7,9 @@
 
 namespace fuzz {
 
-// A world in which every port is free, every datagram leaves and none comes, and time stands still. What is
-// logged is formatted, traces included, and dropped. There is one, and it never ends.
+// A host environment in which every port is free, every datagram is sent, none arrives and time does not
+// pass. Log lines, traces included, are formatted and dropped. There is one, which lives until the process
+// ends.
 class QuietWorld final : public dorvel::HostEnvironment {
 public:
     static void Enter() {

@@ -5,8 +5,8 @@
 
 namespace fuzz {
 
-// What must hold for every input: if it does not, says what and ends the process in the way that libFuzzer
-// takes for a finding.
+// Asserts what must hold for every input. If it does not hold, prints what and ends the process so that
+// libFuzzer reports a finding.
 inline void Require(bool holds, char const* what) {
     if (!holds) {
         std::fprintf(stderr, "does not hold: %s\n", what);

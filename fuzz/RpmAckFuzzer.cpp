@@ -1,4 +1,4 @@
-// An answer to a read, parsed and turned into the records that the runtime gets.
+// An answer to a read, parsed and converted to the records that the runtime gets.
 #include <cstddef>
 #include <cstdint>
 #include <set>
@@ -23,7 +23,7 @@ namespace {
 using ObjectTags = std::vector<tagReadData*>;
 
 constexpr unsigned SensorFailure = 0x808C0000;
-// Objects of each type, whose variables are declared of different types.
+// Objects of each type. Their variables have different declared types.
 constexpr int ObjectsPerType = 4;
 
 OpcUa_BuiltInTypeHlp const DeclaredTypes[] = {
@@ -56,7 +56,8 @@ public:
 
     TBACnet& Device() { return *device; }
 
-    // The tags of the object with the number's low bits, none for an object of another type.
+    // The tags of the object with the number modulo ObjectsPerType; none for a type that a project cannot
+    // name.
     ObjectTags const& TagsOf(ObjectTypeEnum type, unsigned number) const {
         static ObjectTags const none;
         auto const objects = device->Tags().find(type);
@@ -91,9 +92,9 @@ tagReadData const& TagOf(WriteDataRec const& record, ObjectTags const& tags) {
     std::abort();
 }
 
-// Of the declared type, or null if the value cannot be converted or is not delivered.
+// A value has the declared type, or is null if it cannot be converted or is not delivered.
 void RequireDeclared(OpcUa_Variant const& value, _OpcUa_BuiltInType type) {
-    Require(value.Datatype == type || value.Datatype == OpcUaType_Null, "a value is of its declared type");
+    Require(value.Datatype == type || value.Datatype == OpcUaType_Null, "a value has its declared type");
 }
 
 void RequireRecord(WriteDataRec const& record, tagReadData const& tag) {
@@ -103,16 +104,16 @@ void RequireRecord(WriteDataRec const& record, tagReadData const& tag) {
         OpcUa_DataValue const& value = *record.Value.Value.DataValue;
         RequireDeclared(value.Value, declared.ElementType);
         bool const failed = value.StatusCode == SensorFailure;
-        Require(failed || value.StatusCode == OpcUa_Good, "a value is good, or its sensor failed");
+        Require(failed || value.StatusCode == OpcUa_Good, "the quality is Good or SensorFailure");
         Require(!failed || tag.address->propertyId == PropertyIdentifierEnum::Present_Value,
-                "status flags are the quality of Present_Value alone");
+                "status flags change the quality of Present_Value alone");
     }
 }
 
 void RequireRecords(std::vector<WriteDataRec> const& records, PDU const& pdu, ObjectTags const& tags) {
     auto const& ack = dynamic_cast<ComplexAck const&>(pdu);
     auto const& results = dynamic_cast<ReadPropertyMultipleAck const&>(*ack.GetServiceAck());
-    Require(records.size() <= results.GetValues().size(), "a record needs a value");
+    Require(records.size() <= results.GetValues().size(), "there are at most as many records as values");
     std::set<long long> ids;
     for (WriteDataRec const& record : records) {
         Require(ids.insert(record.Id).second, "no variable has two records");
@@ -123,7 +124,7 @@ void RequireRecords(std::vector<WriteDataRec> const& records, PDU const& pdu, Ob
     }
 }
 
-// Whose object the client asked for: the one that is answered, or in every eighth case another.
+// The object that the client asked for: the one in the answer, or for every eighth instance another.
 ObjectIdentifier Asked(PDU const& pdu) {
     auto const* const ack = dynamic_cast<ComplexAck const*>(&pdu);
     auto const* const results =
@@ -134,16 +135,16 @@ ObjectIdentifier Asked(PDU const& pdu) {
     return ObjectIdentifier(ObjectTypeEnum::Analog_Input, 1);
 }
 
-void Process(TBACnet& device, Client const& client, PDU& pdu, char awaited) {
+void Process(TBACnet& device, Client const& client, PDU& pdu, char expectedId) {
     ObjectIdentifier const object = Asked(pdu);
     ObjectTags const& tags = client.TagsOf(object.GetObjectType(), object.GetInstanceNumber());
     std::vector<WriteDataRec> records;
-    int const processed = device.ProcessResponseM(object, awaited, pdu, tags, records);
+    int const processed = device.ProcessResponseM(object, expectedId, pdu, tags, records);
     if (processed != 0) {
-        Require(processed == 1, "a response is processed or not");
+        Require(processed == 1, "the result of processing is 0 or 1");
         RequireRecords(records, pdu, tags);
     } else {
-        Require(records.empty(), "what is not the answer gives no record");
+        Require(records.empty(), "a response that is not processed gives no record");
     }
 }
 
@@ -154,9 +155,9 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     std::vector<char> const apdu(data, data + size);
     try {
         auto const pdu = ParseApdu(apdu);
-        // The invoke id that came is awaited, but for one.
-        char const awaited = apdu.at(1) == '\xEE' ? '\0' : apdu.at(1);
-        Process(client.Device(), client, *pdu, awaited);
+        // The invoke id of the APDU is the expected one, except for 0xEE.
+        char const expectedId = apdu.at(1) == '\xEE' ? '\0' : apdu.at(1);
+        Process(client.Device(), client, *pdu, expectedId);
     } catch (ErrorResponseException const&) {
     } catch (RejectResponseException const&) {
     } catch (AbortResponseException const&) {

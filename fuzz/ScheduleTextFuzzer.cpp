@@ -1,5 +1,4 @@
-// Schedules: a text to tags and octets and back, and octets to a text, for the weekly and the exception
-// schedule.
+// Weekly and exception schedules: a text to tags, to octets and back, and octets to a text.
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -21,10 +20,10 @@ namespace {
 
 using Octets = std::vector<char>;
 
-// The longest data whose length the driver writes as it is read.
+// The longest data whose length the driver writes in the form in which it reads it.
 constexpr std::size_t LongestData = 253;
 
-// The constructed tag around these octets, null if they are no run of whole tags.
+// A constructed tag around these octets, null if they are not a sequence of whole tags.
 std::unique_ptr<ComplexTag> Wrap(Octets contents) {
     contents.insert(contents.begin(), '\x3E');
     contents.push_back('\x3F');
@@ -40,7 +39,7 @@ std::unique_ptr<ComplexTag> Wrap(Octets contents) {
     }
 }
 
-// The text of the tags in the wrapper, or nothing if they are refused, for which there is one exception.
+// The text of the tags in the wrapper, or nothing if the parser throws its one exception.
 template <class Parser>
 std::optional<std::string> Read(ComplexTag& wrapper) {
     try {
@@ -53,8 +52,8 @@ std::optional<std::string> Read(ComplexTag& wrapper) {
     }
 }
 
-// Whether the driver writes the length of all data as it is read. The lists of a schedule are two deep at
-// most.
+// Whether the driver writes all lengths in the form in which it reads them. The lists of a schedule are
+// nested at most two deep.
 bool IsReadable(TagBase const& tag) {
     auto const* const complex = dynamic_cast<ComplexTag const*>(&tag);
     if (complex == nullptr) {
@@ -68,13 +67,13 @@ bool IsReadable(TagBase const& tag) {
     return true;
 }
 
-// What the writer makes of a text.
+// The octets that the writer makes from a text.
 struct Written {
     Octets octets;
     bool readable = true;
 };
 
-// Nothing for a text that does not follow the grammar. The exceptions are those that the writer promises.
+// Nothing for a text that does not follow the grammar. The writer documents these exceptions.
 template <class Value>
 std::optional<Written> Write(std::string const& text) {
     try {
@@ -92,7 +91,7 @@ std::optional<Written> Write(std::string const& text) {
     return std::nullopt;
 }
 
-// What is read of the octets that a text makes.
+// The text that is read from the octets of a text.
 template <class Value, class Parser>
 std::optional<std::string> ThereAndBack(std::string const& text) {
     auto const written = Write<Value>(text);
@@ -100,11 +99,11 @@ std::optional<std::string> ThereAndBack(std::string const& text) {
         return std::nullopt;
     }
     auto const wrapper = Wrap(written->octets);
-    Require(wrapper != nullptr, "what is written is a run of whole tags");
+    Require(wrapper != nullptr, "what is written is a sequence of whole tags");
     return Read<Parser>(*wrapper);
 }
 
-// A text that was read and is written again settles: it does not change for ever.
+// A text that is written and read repeatedly stops changing.
 template <class Value, class Parser>
 void RequireSettles(std::string text) {
     constexpr int mostRounds = 8;
@@ -115,7 +114,7 @@ void RequireSettles(std::string text) {
         }
         text = std::move(*next);
     }
-    Require(false, "a text that goes there and back settles");
+    Require(false, "a text that is written and read repeatedly stops changing");
 }
 
 template <class Value, class Parser>
@@ -130,7 +129,7 @@ void Check(std::string const& text, ComplexTag* wrapper) {
 
 }  // namespace
 
-// The input is taken for a text, and for the octets of a schedule.
+// The input is used as a text and as the octets of a schedule.
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     std::string const text(data, data + size);
     auto const wrapper = Wrap(Octets(text.begin(), text.end()));

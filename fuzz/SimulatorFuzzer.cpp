@@ -1,5 +1,5 @@
-// A simulated device, datagrams in: whatever comes, what it sends is well-formed, no longer than the client
-// takes, and bears the request's invoke id; and it still answers properly afterwards.
+// A simulated device that gets datagrams: for every input, what it sends is well-formed, no longer than the
+// client accepts, and has the request's invoke id; and it still answers properly afterwards.
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -40,15 +40,16 @@ std::vector<simulator::Device> const& Devices() {
     return devices;
 }
 
-unsigned At(Octets const& octets, std::size_t place) {
-    Require(place < octets.size(), "a datagram holds all of its parts");
-    return static_cast<unsigned char>(octets[place]);
+unsigned At(Octets const& octets, std::size_t index) {
+    Require(index < octets.size(), "a datagram holds all of its parts");
+    return static_cast<unsigned char>(octets[index]);
 }
 
-// The APDU of a datagram with a good header, nothing for a network message or a BVLC-Result.
+// The APDU of a datagram, whose header must be good; empty for a network message or a BVLC-Result.
 Octets ApduOf(Octets const& datagram) {
     Require(At(datagram, 0) == 0x81, "the type is BACnet/IP");
-    Require((At(datagram, 2) << 8 | At(datagram, 3)) == datagram.size(), "the length is the datagram's");
+    Require((At(datagram, 2) << 8 | At(datagram, 3)) == datagram.size(),
+            "the length is that of the datagram");
     if (At(datagram, 1) == 0) {
         Require(datagram.size() == 6, "a BVLC-Result has six octets");
         return {};
@@ -56,16 +57,16 @@ Octets ApduOf(Octets const& datagram) {
     Require(At(datagram, 1) == 0x0A && At(datagram, 4) == 1, "a unicast NPDU of version 1 is sent");
     unsigned const control = At(datagram, 5);
     Require((control & 0x50) == 0, "the reserved bits are clear");
-    std::size_t place = 6;
+    std::size_t position = 6;
     for (unsigned const flag : {0x20u, 0x08u}) {
-        place += (control & flag) != 0 ? 3 + At(datagram, place + 2) : 0;
+        position += (control & flag) != 0 ? 3 + At(datagram, position + 2) : 0;
     }
-    place += (control & 0x20) != 0 ? 1 : 0;
+    position += (control & 0x20) != 0 ? 1 : 0;
     if ((control & 0x80) != 0) {
         return {};
     }
-    Require(place < datagram.size() && place <= LongestHeader, "an APDU stands behind the header");
-    return Octets(datagram.begin() + static_cast<std::ptrdiff_t>(place), datagram.end());
+    Require(position < datagram.size() && position <= LongestHeader, "an APDU follows the header");
+    return Octets(datagram.begin() + static_cast<std::ptrdiff_t>(position), datagram.end());
 }
 
 class Exchange {
@@ -81,12 +82,14 @@ public:
     }
 
 private:
-    // Bits 0 to 2: what the input has the octets of; 3: from another client; 4 to 6: time that passes first.
+    // Bits 0 to 2: which part of the datagram the input supplies; 3: from another client; 4 to 6: the time
+    // before it, in steps of 100 ms.
     void Step(unsigned control) {
         now.sinceStart += std::chrono::milliseconds(100 * (control >> 4 & 7));
         now.local += std::chrono::milliseconds(100 * (control >> 4 & 7));
         auto const repeated = station.tick(now);
-        Require(repeated.size() <= MostTransactions * LargestWindow, "a tick repeats what is open");
+        Require(repeated.size() <= MostTransactions * LargestWindow,
+                "a tick repeats at most the windows of all transactions");
         for (simulator::Datagram const& answer : repeated) {
             RequireApdu(ApduOf(answer.octets));
         }
@@ -95,7 +98,7 @@ private:
             (control & 8) != 0 ? 50001 : 50000, (control & 7) >= 3 ? apdu : Octets());
     }
 
-    // The apdu is what stands in the datagram, when that is known.
+    // The apdu is that of the datagram, empty if it is not known.
     void Ask(Octets const& datagram, std::uint16_t port, Octets const& apdu) {
         auto const answers = station.receive({{0x7F000001, port}, datagram}, now);
         Require(answers.size() <= LargestWindow, "an answer is at most a window");
@@ -110,21 +113,22 @@ private:
     }
 
     static void RequireApdu(Octets const& apdu) {
-        Require(apdu.size() <= LongestApdu, "an APDU is no longer than BACnet/IP has them");
+        Require(apdu.size() <= LongestApdu, "an APDU is no longer than BACnet/IP allows");
         if (apdu.empty()) {
             return;
         }
         unsigned const type = At(apdu, 0) >> 4;
-        Require(type == 1 || type == 2 || type == 3 || (type >= 5 && type <= 7), "an answer is sent");
-        Require(type == 1 || apdu.size() >= 3, "an answer has its head");
+        Require(type == 1 || type == 2 || type == 3 || (type >= 5 && type <= 7), "an APDU is an answer");
+        Require(type == 1 || apdu.size() >= 3, "an answer has its header");
     }
 
     static void RequireAnswerTo(Octets const& request, Octets const& answer) {
         static constexpr std::size_t lengths[] = {50, 128, 206, 480, 1024, 1476};
-        Require(At(answer, 1) == At(request, 2), "an answer bears the request's invoke id");
+        Require(At(answer, 1) == At(request, 2), "an answer has the request's invoke id");
         Require(answer.size() <= lengths[std::min(At(request, 1) & 15, 5u)],
-                "an answer is as long as accepted");
-        Require((At(answer, 0) & 0xF8) != 0x38 || (At(request, 0) & 2) != 0, "segments were accepted");
+                "an answer is no longer than the client accepts");
+        Require((At(answer, 0) & 0xF8) != 0x38 || (At(request, 0) & 2) != 0,
+                "an answer is segmented only if the client accepts segments");
     }
 
     Octets Datagram(unsigned kind, Octets const& apdu) {
@@ -144,7 +148,7 @@ private:
         }
     }
 
-    // A request whose head is good, or any APDU.
+    // A request with a good header, a Segment-ACK, or any octets.
     Octets Apdu(unsigned kind) {
         using test::operator+;
         if (kind < 3) {

@@ -1,5 +1,5 @@
-// A run of tags, held against a second reader that was written from the coding's rules alone, and written
-// back.
+// A sequence of tags, compared with what a second reader makes of it, and written again. The second reader
+// was written from the encoding rules alone.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -17,7 +17,7 @@ namespace {
 using Octets = std::vector<char>;
 using Tags = std::vector<std::unique_ptr<TagBase>>;
 
-// One tag of a tree, in the order of the wire; a constructed one ends with a token of kind Close.
+// One tag of a tree, in the order of the octets. A constructed tag ends with a token of kind Close.
 struct Token {
     enum Kind { Primitive, Open, Close } kind;
     unsigned number = 0;
@@ -36,7 +36,7 @@ class Reader {
 public:
     Reader(std::uint8_t const* octets, std::size_t count) : position(octets), end(octets + count) {}
 
-    // Tokens up to the end; whole is false if the octets end inside a tag.
+    // The tokens up to the end. Afterwards Whole() is false if the octets end inside a tag.
     std::vector<Token> ReadAll() {
         std::vector<std::size_t> ends;
         while (whole && position != end) {
@@ -47,14 +47,14 @@ public:
     }
 
     bool Whole() const { return whole; }
-    // Whether the writer has a form of its own for all that was read, and that form was the one here.
+    // Whether all tags were in the form that the writer uses.
     bool IsAsWritten() const { return asWritten; }
 
 private:
     void Read(unsigned head) {
         unsigned const valLenType = head & 7;
         if (valLenType == 7 && !open.empty()) {
-            // The writer closes by the number that it opened, as context tag.
+            // The writer's closing tag has the number of the opening tag and the context class.
             asWritten = asWritten && head == (open.back() << 4 | 0x0F);
             open.pop_back();
             tokens.push_back({Token::Close, 0, true, 0, {}});
@@ -97,7 +97,7 @@ private:
             return length;
         }
         asWritten = false;
-        // What is missing of the two octets counts as zero.
+        // A missing octet counts as zero.
         unsigned const high = position != end ? *position++ : 0;
         unsigned const low = position != end ? *position++ : 0;
         return high << 8 | low;
@@ -128,7 +128,7 @@ Token TokenOf(TagBase const& tag) {
     return {Token::Open, number, tag.GetIsClass(), 0, {}};
 }
 
-// The tokens of a tree, without recursion: depth is the sender's choice.
+// The tokens of a tree. Without recursion, as the sender chooses the depth.
 void Flatten(TagBase const& root, std::vector<Token>& tokens) {
     struct Level {
         ComplexTag const* tag;
@@ -161,7 +161,7 @@ Octets Write(Tags const& tags) {
     return octets;
 }
 
-// All tags, or nothing when the octets end inside one. Nothing else may be thrown.
+// All tags, or nothing if the octets end inside one. No other exception is allowed.
 std::optional<Tags> ReadAll(Octets const& octets) {
     FakeStream stream(octets);
     Tags tags;
@@ -172,11 +172,11 @@ std::optional<Tags> ReadAll(Octets const& octets) {
     } catch (WrongLengthException const&) {
         return std::nullopt;
     }
-    Require(stream.Available() == 0, "only the end of the octets ends a run of tags");
+    Require(stream.Available() == 0, "only the end of the octets ends a sequence of tags");
     return tags;
 }
 
-// The first octets of the number, which BitConverter reads to its full width.
+// Compares the numbers that the parser reads from a tag with its octets.
 void RequireNumbers(Tag const& tag) {
     unsigned long long expected = 0;
     for (char const octet : tag.data) {
@@ -188,7 +188,7 @@ void RequireNumbers(Tag const& tag) {
         Require(TagParser::GetSignedInteger(tag) == static_cast<long long>(expected),
                 "a signed is its octets");
     } catch (ParseException const&) {
-        Require(!fits, "a number of up to eight octets is one");
+        Require(!fits, "up to eight octets are a number");
     }
     try {
         Require(static_cast<unsigned>(TagParser::GetPropertyIdentifier(tag)) == (expected & 0xFFFF) &&
@@ -201,15 +201,16 @@ void RequireNumbers(Tag const& tag) {
 
 void RequireSequences(Octets const& octets, Tags const& tags) {
     FakeStream stream(octets);
-    auto const places = TagParser::ReadAppSequence(stream, 3);
-    Require(places.size() == 3, "a sequence has its places");
-    for (std::size_t i = 0; i < places.size(); ++i) {
-        Require((places[i] != nullptr) == (i < tags.size()), "places beyond the end are empty");
-        Require(!places[i] || places[i]->GetBytes() == tags[i]->GetBytes(), "a sequence is in its order");
+    auto const elements = TagParser::ReadAppSequence(stream, 3);
+    Require(elements.size() == 3, "a sequence has the requested number of elements");
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+        Require((elements[i] != nullptr) == (i < tags.size()), "elements after the last tag are empty");
+        Require(!elements[i] || elements[i]->GetBytes() == tags[i]->GetBytes(),
+                "a sequence keeps the order of the tags");
     }
     FakeStream again(octets);
     for (auto const& [number, tag] : TagParser::ReadSequence(again, 4)) {
-        Require(tag && tag->GetTagNumber() == number, "elements stand by their numbers");
+        Require(tag && tag->GetTagNumber() == number, "an element is stored under its number");
     }
 }
 
@@ -220,7 +221,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     std::vector<Token> const expected = reader.ReadAll();
     Octets const octets(data, data + size);
     auto const tags = ReadAll(octets);
-    Require(tags.has_value() == reader.Whole(), "octets are tags exactly when none is cut short");
+    Require(tags.has_value() == reader.Whole(), "octets are tags exactly when no tag is truncated");
     if (!tags) {
         return 0;
     }

@@ -101,10 +101,11 @@ TEST(CorpusBundle, LongTextIsShownByItsBeginning) {
 }
 
 TEST(CorpusBundle, AnythingButASpaceWithOctetsAfterTheColonIsRefused) {
-    std::string const allowed = "; allowed is a space with octets in hexadecimal, or nothing";
-    EXPECT_EQ(MistakeIn("a:01\n"), "tags.txt:1: after the colon stands \"01\"" + allowed);
-    EXPECT_EQ(MistakeIn("a: \n"), "tags.txt:1: after the colon stands \" \"" + allowed);
-    EXPECT_EQ(MistakeIn("a:\t01\n"), "tags.txt:1: after the colon stands \"\\x0901\"" + allowed);
+    std::string const allowed =
+        " after the colon is not an input; allowed is a space with octets in hexadecimal, or nothing";
+    EXPECT_EQ(MistakeIn("a:01\n"), "tags.txt:1: \"01\"" + allowed);
+    EXPECT_EQ(MistakeIn("a: \n"), "tags.txt:1: \" \"" + allowed);
+    EXPECT_EQ(MistakeIn("a:\t01\n"), "tags.txt:1: \"\\x0901\"" + allowed);
 }
 
 TEST(CorpusBundle, NameThatIsNoFileNameIsRefused) {

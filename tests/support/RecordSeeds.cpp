@@ -15,7 +15,7 @@ namespace test {
 
 namespace {
 
-// Tests with random inputs feed thousands that tell nothing new.
+// A test with random inputs has thousands, of which the first are enough as seeds.
 constexpr std::size_t MostPerTest = 40;
 
 std::string TestName() {

@@ -4,19 +4,19 @@
 #include <string_view>
 #include <vector>
 
-// What the tests feed is what the fuzzers start from. With DORVEL_RECORD_SEEDS naming a folder, a test
-// program records each input in a sub-folder of it, the input's pool, as Suite.Test-N; else nothing is done.
-// scripts/fuzz seeds makes the corpora of the pools:
+// The fuzzers start from the inputs of the tests. If DORVEL_RECORD_SEEDS names a folder, a test program
+// writes each input to a subfolder of it, the input's pool, as the file Suite.Test-N. scripts/fuzz seeds
+// makes the corpora from the pools:
 //
-//   octets      whatever a test writes in hexadecimal
-//   datagrams   what goes over a test's network, both ways
-//   apdus       the APDUs of those, and what is given to the APDU parser
+//   octets      all that tests write in hexadecimal
+//   datagrams   what tests send and receive
+//   apdus       the APDUs of the datagrams, and those that tests parse
 //   texts       schedules and addresses
 namespace test {
 
 using SeedRecorder = void (*)(char const* pool, std::string_view content);
 
-// Null where nothing is recorded. RecordSeeds.cpp sets it, which unit tests are linked with.
+// Null if nothing is recorded. RecordSeeds.cpp, which is linked with the unit tests, sets it.
 inline SeedRecorder seedRecorder = nullptr;
 
 inline void RecordSeed(char const* pool, std::string_view content) {
@@ -29,7 +29,7 @@ inline void RecordSeed(char const* pool, std::vector<char> const& octets) {
     RecordSeed(pool, std::string_view(octets.data(), octets.size()));
 }
 
-// A datagram, and its APDU if it is to or from the local network.
+// Records a datagram, and its APDU if it is to or from the local network.
 inline void RecordDatagram(std::vector<char> const& datagram) {
     constexpr std::size_t headers = 6;
     RecordSeed("datagrams", datagram);
