@@ -1,5 +1,7 @@
 """The bundles of fuzz/corpus, and what scripts/fuzz and fuzz/make-seeds read and write them with."""
 
+import importlib.machinery
+import importlib.util
 import pathlib
 import subprocess
 import sys
@@ -80,6 +82,19 @@ class Corpora(unittest.TestCase):
                 written = self.folder / file.name
                 corpora.write_bundle(written, corpora.read_bundle(file))
                 self.assertEqual(written.read_bytes(), file.read_bytes())
+
+    def test_make_seeds_has_seeds_for_each_of_its_targets(self):
+        loader = importlib.machinery.SourceFileLoader("make_seeds", str(ROOT / "fuzz/make-seeds"))
+        make_seeds = importlib.util.module_from_spec(importlib.util.spec_from_loader("make_seeds", loader))
+        loader.exec_module(make_seeds)
+        fewest = {"device_client": 100, "lua_binding": 50, "simulator": 30, "faulty_station": 40, "project": 8, "device_file": 20}
+        self.assertEqual(set(make_seeds.TARGETS), set(fewest))
+        for target, count in fewest.items():
+            with self.subTest(target=target):
+                seeds = dict(make_seeds.TARGETS[target]())
+                self.assertGreaterEqual(len(seeds), count)
+                for name in seeds:
+                    self.assertRegex(name, f"^{corpora.INPUT_NAME.pattern}$")
 
     def test_a_finding_of_no_target_is_not_added(self):
         added = subprocess.run([ROOT / "scripts/fuzz", "add", "FILE", "words", "--target", "nowhere"], stderr=subprocess.PIPE, text=True, check=False)
