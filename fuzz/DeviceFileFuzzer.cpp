@@ -25,14 +25,14 @@ void RequireMessage(std::string const& message) {
 void ReadAll(simulator::Device const& device) {
     simulator::Station station(device);
     using test::operator+;
-    for (simulator::BacnetObject const& object : device.objects()) {
-        std::uint32_t const id = static_cast<std::uint32_t>(object.id().type) << 22 | object.id().instance;
+    for (simulator::BacnetObject const& object : device.Objects()) {
+        std::uint32_t const id = static_cast<std::uint32_t>(object.Id().type) << 22 | object.Id().instance;
         test::Octets const name{static_cast<char>(id >> 24), static_cast<char>(id >> 16),
                                 static_cast<char>(id >> 8), static_cast<char>(id)};
         test::Octets const request =
             test::Hex("81 0A 00 13 01 04 02 75 01 0E 0C") + name + test::Hex("1E 09 08 1F");
-        auto const answers = station.receive({{0x7F000001, 50000}, request}, {});
-        Require(device.settings().position || answers.size() == 1, "an object can be read");
+        auto const answers = station.Receive({{0x7F000001, 50000}, request}, {});
+        Require(device.Settings().position || answers.size() == 1, "an object can be read");
     }
 }
 
@@ -41,7 +41,7 @@ void ReadAll(simulator::Device const& device) {
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     try {
         auto const devices =
-            simulator::parseDeviceFile("d", std::string(reinterpret_cast<char const*>(data), size));
+            simulator::ParseDeviceFile("d", std::string(reinterpret_cast<char const*>(data), size));
         Require(!devices.empty(), "a file describes devices");
         for (simulator::Device const& device : devices) {
             ReadAll(device);

@@ -33,7 +33,7 @@ std::string DeviceFile() {
 }
 
 // Requests without the invoke id, which is their third octet.
-char const* const requests[] = {
+char const* const Requests[] = {
     "02 75 0C 0C 00 00 00 01 19 55",
     "02 75 0E 0C 00 00 00 01 1E 09 55 09 6F 1F",
     "02 75 0F 0C 00 80 00 01 19 55 3E 44 40 00 00 00 3F",
@@ -42,7 +42,7 @@ char const* const requests[] = {
 };
 
 simulator::Device const& Device() {
-    static simulator::Device const device = simulator::parseDeviceFile("fuzz", DeviceFile()).at(0);
+    static simulator::Device const device = simulator::ParseDeviceFile("fuzz", DeviceFile()).at(0);
     return device;
 }
 
@@ -69,13 +69,13 @@ private:
     void Step(unsigned control) {
         now.sinceStart += std::chrono::milliseconds(100 * (control >> 4 & 7));
         now.local += std::chrono::milliseconds(100 * (control >> 4 & 7));
-        RequireBounded(station.tick(now));
+        RequireBounded(station.Tick(now));
         if ((control & 7) == 1) {
             Command(((control & 8) != 0 ? "" : "fault D ") + input.Text(input.Octet()));
             return;
         }
         std::uint16_t const port = (control & 8) != 0 ? 50001 : 50000;
-        RequireBounded(station.receive({{0x7F000001, port}, Datagram(control & 7)}, now));
+        RequireBounded(station.Receive({{0x7F000001, port}, Datagram(control & 7)}, now));
     }
 
     Octets Datagram(unsigned kind) {
@@ -92,18 +92,18 @@ private:
     }
 
     Octets Request() {
-        Octets request = Hex(requests[input.Below(std::size(requests))]);
+        Octets request = Hex(Requests[input.Below(std::size(Requests))]);
         request.insert(request.begin() + 2, static_cast<char>(input.Octet()));
         return request;
     }
 
     void Command(std::string const& line) {
-        std::size_t const before = station.faults().list().size();
-        auto const answer = simulator::runFaultCommand(line, {{"D", &station.faults()}});
+        std::size_t const before = station.GetFaults().List().size();
+        auto const answer = simulator::RunFaultCommand(line, {{"D", &station.GetFaults()}});
         for (unsigned char const c : answer.text) {
             Require((c >= 0x20 && c != 0x7F) || c == '\n', "an answer consists of printable lines");
         }
-        Require(!answer.isMistake || station.faults().list().size() == before,
+        Require(!answer.isMistake || station.GetFaults().List().size() == before,
                 "a wrong command changes nothing");
     }
 
@@ -118,7 +118,7 @@ private:
     // Protocol_Version of the device, which cannot be written.
     void RequireAlive() {
         Octets const request = Unicast(Hex("02 70 09 0C 0C 02 3F FF FF 19 62"));
-        auto const answers = station.receive({{0x7F000001, 50002}, request}, now);
+        auto const answers = station.Receive({{0x7F000001, 50002}, request}, now);
         Require(answers.size() == 1 && answers.front().delay.count() == 0 && !answers.front().fromElsewhere,
                 "the device answers once and without delay");
         Octets const expected = Hex("81 0A 00 14 01 00 30 09 0C 0C 02 00 00 64 19 62 3E 21 01 3F");

@@ -23,7 +23,7 @@ constexpr std::size_t LargestWindow = 127;
 constexpr std::size_t LongestApdu = 1476;
 constexpr std::size_t LongestHeader = 4 + 2 + 3 + 18 + 3 + 255 + 1;  // BVLC and NPDU with two addresses
 
-constexpr char deviceFile[] = R"(
+constexpr char DeviceFile[] = R"(
 device{name = "Plain", instance = 100, apdu_segment_timeout = 500, number_of_apdu_retries = 1, objects = {
     analog_input{instance = 1, present_value = 1.5},
     analog_value{instance = 2, present_value = ramp{from = 0, to = 10, period = 60}, description = "ramp"},
@@ -36,7 +36,7 @@ device{name = "Routed", instance = 101, router = {network = 5, mac = "0A14"}, ma
 )";
 
 std::vector<simulator::Device> const& Devices() {
-    static std::vector<simulator::Device> const devices = simulator::parseDeviceFile("fuzz", deviceFile);
+    static std::vector<simulator::Device> const devices = simulator::ParseDeviceFile("fuzz", DeviceFile);
     return devices;
 }
 
@@ -87,7 +87,7 @@ private:
     void Step(unsigned control) {
         now.sinceStart += std::chrono::milliseconds(100 * (control >> 4 & 7));
         now.local += std::chrono::milliseconds(100 * (control >> 4 & 7));
-        auto const repeated = station.tick(now);
+        auto const repeated = station.Tick(now);
         Require(repeated.size() <= MostTransactions * LargestWindow,
                 "a tick repeats at most the windows of all transactions");
         for (simulator::Datagram const& answer : repeated) {
@@ -100,7 +100,7 @@ private:
 
     // The apdu is that of the datagram, empty if it is not known.
     void Ask(Octets const& datagram, std::uint16_t port, Octets const& apdu) {
-        auto const answers = station.receive({{0x7F000001, port}, datagram}, now);
+        auto const answers = station.Receive({{0x7F000001, port}, datagram}, now);
         Require(answers.size() <= LargestWindow, "an answer is at most a window");
         for (simulator::Datagram const& answer : answers) {
             Octets const answered = ApduOf(answer.octets);
@@ -178,7 +178,7 @@ private:
         Octets const head = routed ? test::Hex("01 24 00 05 02 0A 14 FF") : test::Hex("01 04");
         Octets const request =
             Framed(0x0A, head + test::Hex("02 70 09 0C 0C 02") + test::Hex("3F FF FF 19 62"));
-        auto const answers = station.receive({{0x7F000001, 50000}, request}, now);
+        auto const answers = station.Receive({{0x7F000001, 50000}, request}, now);
         Require(answers.size() == 1, "the device still answers");
         Octets const expected = test::Hex("30 09 0C 0C 02 3F FF FF 19 62 3E 21 01 3F");
         Octets const apdu = ApduOf(answers.front().octets);

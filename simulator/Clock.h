@@ -8,7 +8,7 @@ namespace simulator {
 class Clock {
 public:
     virtual ~Clock() = default;
-    virtual Moment now() const = 0;
+    virtual Moment Now() const = 0;
 };
 
 }  // namespace simulator

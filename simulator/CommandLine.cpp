@@ -10,7 +10,7 @@ namespace simulator {
 
 namespace {
 
-constexpr char const* kHelp = R"(bacnet-simulator DEVICE-FILE [OPTION...]
+constexpr char const* HelpText = R"(bacnet-simulator DEVICE-FILE [OPTION...]
 
 A BACnet/IP device on UDP whose objects are described by DEVICE-FILE, which is Lua.
 
@@ -37,7 +37,7 @@ Exit codes: 0 ended as asked, also by SIGINT and SIGTERM; 1 wrong command line;
 2 mistake in the device file; 3 the socket cannot be opened.
 )";
 
-std::uint32_t readAddress(std::string const& text) {
+std::uint32_t ReadAddress(std::string const& text) {
     in_addr parsed{};
     if (inet_pton(AF_INET, text.c_str(), &parsed) != 1) {
         throw std::invalid_argument("--bind: \"" + text + "\" is no IPv4 address");
@@ -45,7 +45,7 @@ std::uint32_t readAddress(std::string const& text) {
     return ntohl(parsed.s_addr);
 }
 
-std::uint16_t readPort(std::string const& text) {
+std::uint16_t ReadPort(std::string const& text) {
     bool const isNumber =
         !text.empty() && text.size() <= 5 && text.find_first_not_of("0123456789") == std::string::npos;
     unsigned long const value = isNumber ? std::stoul(text) : 65536;
@@ -55,7 +55,7 @@ std::uint16_t readPort(std::string const& text) {
     return static_cast<std::uint16_t>(value);
 }
 
-std::chrono::milliseconds readSeconds(std::string const& text) {
+std::chrono::milliseconds ReadSeconds(std::string const& text) {
     constexpr double longest = 1e9;
     std::size_t end = 0;
     double value = -1;
@@ -71,11 +71,11 @@ std::chrono::milliseconds readSeconds(std::string const& text) {
 
 }  // namespace
 
-char const* CommandLine::help() {
-    return kHelp;
+char const* CommandLine::Help() {
+    return HelpText;
 }
 
-CommandLine CommandLine::parse(std::vector<std::string> const& arguments) {
+CommandLine CommandLine::Parse(std::vector<std::string> const& arguments) {
     CommandLine result;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         std::string const& name = arguments[i];
@@ -86,11 +86,11 @@ CommandLine CommandLine::parse(std::vector<std::string> const& arguments) {
             return arguments[++i];
         };
         if (name == "--bind") {
-            result.bindAddress = readAddress(value());
+            result.bindAddress = ReadAddress(value());
         } else if (name == "--port") {
-            result.port = readPort(value());
+            result.port = ReadPort(value());
         } else if (name == "--duration") {
-            result.duration = readSeconds(value());
+            result.duration = ReadSeconds(value());
         } else if (name == "--verbose" || name == "--quiet") {
             result.isVerbose = name == "--verbose";
         } else if (name == "--exit-with-stdin") {

@@ -9,7 +9,7 @@
 namespace simulator {
 
 // How the program ends; told by --help.
-enum ExitCode { kSuccess = 0, kUsageError = 1, kDeviceFileError = 2, kSocketError = 3 };
+enum ExitCode { Success = 0, UsageError = 1, DeviceFileError = 2, SocketError = 3 };
 
 // What the command line asks for.
 struct CommandLine {
@@ -23,8 +23,8 @@ struct CommandLine {
     bool wantsVersion = false;
 
     // Throws std::invalid_argument with what is wrong. `arguments` are those behind the program's name.
-    static CommandLine parse(std::vector<std::string> const& arguments);
-    static char const* help();
+    static CommandLine Parse(std::vector<std::string> const& arguments);
+    static char const* Help();
 };
 
 }  // namespace simulator

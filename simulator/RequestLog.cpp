@@ -6,16 +6,16 @@
 
 namespace simulator {
 
-void logLine(std::string const& deviceName, std::string const& line) {
+void LogLine(std::string const& deviceName, std::string const& line) {
     std::cerr << deviceName << ' ' << line << '\n';
 }
 
-void logExchange(std::string const& deviceName, Datagram const& datagram,
+void LogExchange(std::string const& deviceName, Datagram const& datagram,
                  std::vector<Delivery> const& answers) {
-    std::cerr << deviceName << " < " << datagram.peer.text() << ' ' << hexadecimal(datagram.octets) << '\n';
+    std::cerr << deviceName << " < " << datagram.peer.Text() << ' ' << Hexadecimal(datagram.octets) << '\n';
     for (Delivery const& answer : answers) {
-        std::cerr << deviceName << " > " << answer.datagram.peer.text() << ' '
-                  << hexadecimal(answer.datagram.octets);
+        std::cerr << deviceName << " > " << answer.datagram.peer.Text() << ' '
+                  << Hexadecimal(answer.datagram.octets);
         if (answer.delay.count() > 0) {
             std::cerr << " in " << answer.delay.count() << " ms";
         }

@@ -8,11 +8,11 @@
 namespace simulator {
 
 // Writes one line of a device to standard error.
-void logLine(std::string const& deviceName, std::string const& line);
+void LogLine(std::string const& deviceName, std::string const& line);
 
 // Writes one line to standard error for a datagram and one for each answer to it, in hexadecimal, with what
 // is odd about its way.
-void logExchange(std::string const& deviceName, Datagram const& datagram,
+void LogExchange(std::string const& deviceName, Datagram const& datagram,
                  std::vector<Delivery> const& answers);
 
 }  // namespace simulator

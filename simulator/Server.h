@@ -16,14 +16,14 @@ namespace simulator {
 class Server {
 public:
     // Opens a socket for each device; throws std::system_error. The clock must outlive the server.
-    Server(std::vector<Device> devices, CommandLine const& options, Clock const& clock);
+    Server(std::vector<Device> devices, CommandLine const& commandLine, Clock const& deviceClock);
 
     // One line for each device: ready NAME ADDRESS:PORT
-    void announce(std::ostream& out) const;
+    void Announce(std::ostream& out) const;
     // Serves until SIGINT, SIGTERM, the end of the duration or of standard input, whichever is asked for.
     // `stopHandle` becomes readable on a signal. Carries out the commands that come on standard input
     // (FaultCommand.h) and answers them on standard output, mistakes on standard error.
-    void run(int stopHandle);
+    void Run(int stopHandle);
 
 private:
     struct Place {
@@ -35,16 +35,16 @@ private:
         DeliveryQueue waiting;
     };
 
-    void serve(Place& place);
-    void send(Place& place, std::vector<Delivery> deliveries);
-    void sendNow(Place& place, Delivery const& delivery);
-    void obey(std::vector<std::string> const& lines);
-    int waitingTime() const;
-    bool isOver() const;
+    void Serve(Place& place);
+    void Send(Place& place, std::vector<Delivery> deliveries);
+    void SendNow(Place& place, Delivery const& delivery);
+    void Obey(std::vector<std::string> const& lines);
+    int WaitingTime() const;
+    bool IsOver() const;
 
-    std::deque<Place> m_places;  // a station cannot be moved
-    CommandLine const m_options;
-    Clock const& m_clock;
+    std::deque<Place> places;  // a station cannot be moved
+    CommandLine const options;
+    Clock const& clock;
 };
 
 }  // namespace simulator

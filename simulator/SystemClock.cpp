@@ -4,7 +4,7 @@
 
 namespace simulator {
 
-Moment SystemClock::now() const {
+Moment SystemClock::Now() const {
     using std::chrono::duration_cast;
     using std::chrono::milliseconds;
     auto const wall = std::chrono::system_clock::now();
@@ -12,7 +12,7 @@ Moment SystemClock::now() const {
     std::tm local{};
     localtime_r(&seconds, &local);
     Moment moment;
-    moment.sinceStart = duration_cast<milliseconds>(std::chrono::steady_clock::now() - m_start);
+    moment.sinceStart = duration_cast<milliseconds>(std::chrono::steady_clock::now() - start);
     moment.local =
         duration_cast<milliseconds>(wall.time_since_epoch()) + std::chrono::seconds(local.tm_gmtoff);
     return moment;

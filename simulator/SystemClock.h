@@ -7,10 +7,10 @@ namespace simulator {
 // The operating system's clocks; its start is the moment at which it was made.
 class SystemClock : public Clock {
 public:
-    Moment now() const override;
+    Moment Now() const override;
 
 private:
-    std::chrono::steady_clock::time_point const m_start = std::chrono::steady_clock::now();
+    std::chrono::steady_clock::time_point const start = std::chrono::steady_clock::now();
 };
 
 }  // namespace simulator

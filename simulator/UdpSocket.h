@@ -17,16 +17,16 @@ public:
     UdpSocket(UdpSocket const&) = delete;
     UdpSocket& operator=(UdpSocket const&) = delete;
 
-    int handle() const { return m_handle; }
+    int Handle() const { return handle; }
     // Where it is bound.
-    Endpoint local() const;
+    Endpoint Local() const;
     // The next datagram, if one is there; never waits.
-    std::optional<Datagram> receive();
+    std::optional<Datagram> Receive();
     // A datagram that cannot be sent is lost, as any may be.
-    void send(Datagram const& datagram);
+    void Send(Datagram const& datagram);
 
 private:
-    int m_handle;
+    int handle;
 };
 
 }  // namespace simulator

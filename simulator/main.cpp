@@ -13,7 +13,7 @@
 namespace {
 
 // A handle that becomes readable on SIGINT and SIGTERM, which then no longer end the program by themselves.
-int catchSignals() {
+int CatchSignals() {
     sigset_t signals;
     sigemptyset(&signals);
     sigaddset(&signals, SIGINT);
@@ -22,19 +22,19 @@ int catchSignals() {
     return signalfd(-1, &signals, SFD_CLOEXEC);
 }
 
-int run(simulator::CommandLine const& options) {
-    int const stopHandle = catchSignals();
+int Run(simulator::CommandLine const& options) {
+    int const stopHandle = CatchSignals();
     std::signal(SIGPIPE, SIG_IGN);  // an answer to a command that nobody reads is lost
     std::signal(SIGTTIN, SIG_IGN);  // in the background there are no commands
     simulator::SystemClock const clock;
-    simulator::Server server(simulator::loadDeviceFile(options.deviceFile), options, clock);
-    server.announce(std::cout);
-    server.run(stopHandle);
+    simulator::Server server(simulator::LoadDeviceFile(options.deviceFile), options, clock);
+    server.Announce(std::cout);
+    server.Run(stopHandle);
     close(stopHandle);
-    return simulator::kSuccess;
+    return simulator::Success;
 }
 
-int fail(int code, std::string const& message) {
+int Fail(int code, std::string const& message) {
     std::cerr << "bacnet-simulator: " << message << '\n';
     return code;
 }
@@ -43,21 +43,21 @@ int fail(int code, std::string const& message) {
 
 int main(int argc, char** argv) {
     try {
-        auto const options = simulator::CommandLine::parse({argv + 1, argv + argc});
+        auto const options = simulator::CommandLine::Parse({argv + 1, argv + argc});
         if (options.wantsHelp) {
-            std::cout << simulator::CommandLine::help();
-            return simulator::kSuccess;
+            std::cout << simulator::CommandLine::Help();
+            return simulator::Success;
         }
         if (options.wantsVersion) {
             std::cout << "bacnet-simulator " SIMULATOR_VERSION "\n";
-            return simulator::kSuccess;
+            return simulator::Success;
         }
-        return run(options);
+        return Run(options);
     } catch (std::invalid_argument const& error) {
-        return fail(simulator::kUsageError, error.what());
+        return Fail(simulator::UsageError, error.what());
     } catch (simulator::Mistake const& mistake) {
-        return fail(simulator::kDeviceFileError, mistake.what());
+        return Fail(simulator::DeviceFileError, mistake.what());
     } catch (std::system_error const& error) {
-        return fail(simulator::kSocketError, error.what());
+        return Fail(simulator::SocketError, error.what());
     }
 }

@@ -13,37 +13,37 @@ namespace simulator {
 
 namespace {
 
-bool isReady(int handle, short events) {
+bool IsReady(int handle, short events) {
     pollfd one{handle, events, 0};
     return poll(&one, 1, 0) > 0;
 }
 
 }  // namespace
 
-std::vector<std::string> CommandInput::read() {
+std::vector<std::string> CommandInput::Read() {
     std::vector<std::string> lines;
     char buffer[4096];
-    if (!m_isOpen || !isReady(m_handle, POLLIN)) {
+    if (!isOpen || !IsReady(handle, POLLIN)) {
         return lines;
     }
-    ssize_t const count = ::read(m_handle, buffer, sizeof buffer);
-    m_isOpen = count > 0 || (count < 0 && (errno == EINTR || errno == EAGAIN));
+    ssize_t const count = ::read(handle, buffer, sizeof buffer);
+    isOpen = count > 0 || (count < 0 && (errno == EINTR || errno == EAGAIN));
     for (ssize_t i = 0; i < count; ++i) {
         if (buffer[i] == '\n') {
-            lines.push_back(std::move(m_line));
-            m_line.clear();
-        } else if (m_line.size() <= kLongestCommand) {
-            m_line += buffer[i];
+            lines.push_back(std::move(line));
+            line.clear();
+        } else if (line.size() <= LongestCommand) {
+            line += buffer[i];
         }
     }
     return lines;
 }
 
 // A pipe that is ready takes PIPE_BUF octets at once.
-void writeWithoutWaiting(int handle, std::string const& text) {
+void WriteWithoutWaiting(int handle, std::string const& text) {
     for (std::size_t start = 0; start < text.size();) {
         std::size_t const count = std::min<std::size_t>(text.size() - start, PIPE_BUF);
-        if (!isReady(handle, POLLOUT)) {
+        if (!IsReady(handle, POLLOUT)) {
             return;
         }
         ssize_t const written = ::write(handle, text.data() + start, count);

@@ -17,7 +17,7 @@ using Words = std::vector<std::string>;
 using Targets = std::vector<CommandTarget>;
 
 // Splits at spaces; quotation marks keep them.
-Words wordsOf(std::string const& line) {
+Words WordsOf(std::string const& line) {
     Words words;
     bool isQuoted = false;
     bool isInside = false;
@@ -44,18 +44,18 @@ Words wordsOf(std::string const& line) {
 }
 
 template <class Number>
-bool isAll(std::string const& text, Number& number) {
+bool IsAll(std::string const& text, Number& number) {
     auto const result = std::from_chars(text.data(), text.data() + text.size(), number);
     return result.ec == std::errc() && result.ptr == text.data() + text.size();
 }
 
 // What a device file would have: a number, true or false, or a text.
-ScriptValue valueOf(std::string const& text) {
+ScriptValue ValueOf(std::string const& text) {
     ScriptValue value;
-    if (isAll(text, value.integer)) {
+    if (IsAll(text, value.integer)) {
         value.type = ScriptValue::Type::Integer;
         value.number = static_cast<double>(value.integer);
-    } else if (isAll(text, value.number)) {
+    } else if (IsAll(text, value.number)) {
         value.type = ScriptValue::Type::Number;
     } else if (text == "true" || text == "false") {
         value.type = ScriptValue::Type::Boolean;
@@ -68,28 +68,28 @@ ScriptValue valueOf(std::string const& text) {
 }
 
 // analog_input:1 as {"analog_input", 1}
-ScriptValue objectOf(std::string const& text) {
+ScriptValue ObjectOf(std::string const& text) {
     std::size_t const colon = text.find(':');
     if (colon == std::string::npos) {
         throw Mistake("object: must be an object like analog_input:1, not \"" + text + "\"");
     }
     ScriptValue object;
     object.type = ScriptValue::Type::Table;
-    object.list = {valueOf(text.substr(0, colon)), valueOf(text.substr(colon + 1))};
+    object.list = {ValueOf(text.substr(0, colon)), ValueOf(text.substr(colon + 1))};
     return object;
 }
 
-ScriptField fieldOf(std::string const& word) {
+ScriptField FieldOf(std::string const& word) {
     std::size_t const equals = word.find('=');
     if (equals == std::string::npos) {
         throw Mistake("must be key=value, not \"" + word + "\"");
     }
     std::string const name = word.substr(0, equals);
     std::string const text = word.substr(equals + 1);
-    return {name, name == "object" ? objectOf(text) : valueOf(text)};
+    return {name, name == "object" ? ObjectOf(text) : ValueOf(text)};
 }
 
-Targets targetsOf(std::string const& name, Targets const& all) {
+Targets TargetsOf(std::string const& name, Targets const& all) {
     Targets found;
     Words names;
     for (CommandTarget const& target : all) {
@@ -99,24 +99,24 @@ Targets targetsOf(std::string const& name, Targets const& all) {
         }
     }
     if (found.empty()) {
-        throw Mistake("unknown device \"" + name + "\"" + suggestion(name, names));
+        throw Mistake("unknown device \"" + name + "\"" + Suggestion(name, names));
     }
     return found;
 }
 
-std::string told(Targets const& targets, std::string const& what) {
+std::string Told(Targets const& targets, std::string const& what) {
     std::string text;
     for (CommandTarget const& target : targets) {
-        text += oneLine(target.name) + ": " + what + "\n";
+        text += OneLine(target.name) + ": " + what + "\n";
     }
     return text;
 }
 
-std::string addFault(Words const& words, Targets const& all) {
+std::string AddFault(Words const& words, Targets const& all) {
     if (words.size() < 3) {
         throw Mistake("must be: fault NAME KIND [key=value ...]");
     }
-    Targets const targets = targetsOf(words[1], all);
+    Targets const targets = TargetsOf(words[1], all);
     ScriptValue given;
     given.type = ScriptValue::Type::Table;
     given.kind = words[0];
@@ -124,45 +124,45 @@ std::string addFault(Words const& words, Targets const& all) {
     given.list[0].type = ScriptValue::Type::Text;
     given.list[0].text = words[2];
     for (std::size_t i = 3; i < words.size(); ++i) {
-        given.fields.push_back(fieldOf(words[i]));
+        given.fields.push_back(FieldOf(words[i]));
     }
-    Fault const fault = readFault(given);
+    Fault const fault = ReadFault(given);
     for (CommandTarget const& target : targets) {
-        if (target.faults->isFull()) {
-            throw Mistake(target.name + " has " + std::to_string(Faults::kMost) + " faults already");
+        if (target.faults->IsFull()) {
+            throw Mistake(target.name + " has " + std::to_string(Faults::Most) + " faults already");
         }
     }
     for (CommandTarget const& target : targets) {
-        target.faults->add(fault);
+        target.faults->Add(fault);
     }
-    return told(targets, textOf(fault));
+    return Told(targets, TextOf(fault));
 }
 
-std::string clear(Words const& words, Targets const& all) {
+std::string Clear(Words const& words, Targets const& all) {
     if (words.size() != 2) {
         throw Mistake("must be: clear NAME");
     }
-    Targets const targets = targetsOf(words[1], all);
+    Targets const targets = TargetsOf(words[1], all);
     for (CommandTarget const& target : targets) {
-        target.faults->clear();
+        target.faults->Clear();
     }
-    return told(targets, "no faults");
+    return Told(targets, "no faults");
 }
 
-std::string list(Words const&, Targets const& all) {
+std::string List(Words const&, Targets const& all) {
     std::string text;
     for (CommandTarget const& target : all) {
-        auto const faults = target.faults->list();
+        auto const faults = target.faults->List();
         for (Fault const& fault : faults) {
-            text += oneLine(target.name) + ": " + textOf(fault) + "\n";
+            text += OneLine(target.name) + ": " + TextOf(fault) + "\n";
         }
-        text += faults.empty() ? oneLine(target.name) + ": no faults\n" : "";
+        text += faults.empty() ? OneLine(target.name) + ": no faults\n" : "";
     }
     return text;
 }
 
-std::string help(Words const&, Targets const&) {
-    return faultHelp();
+std::string Help(Words const&, Targets const&) {
+    return FaultHelp();
 }
 
 struct Command {
@@ -170,45 +170,45 @@ struct Command {
     std::string (*run)(Words const&, Targets const&);
 };
 
-constexpr Command kCommands[] = {{"fault", addFault}, {"clear", clear}, {"faults", list}, {"help", help}};
+constexpr Command Commands[] = {{"fault", AddFault}, {"clear", Clear}, {"faults", List}, {"help", Help}};
 
-std::string run(Words const& words, Targets const& targets) {
+std::string Run(Words const& words, Targets const& targets) {
     Words names;
-    for (Command const& command : kCommands) {
+    for (Command const& command : Commands) {
         names.emplace_back(command.name);
         if (words[0] == command.name) {
             try {
                 return command.run(words, targets);
             } catch (Mistake const& mistake) {
-                throw mistake.in(command.name);
+                throw mistake.In(command.name);
             }
         }
     }
-    throw Mistake("unknown command \"" + words[0] + "\"" + suggestion(words[0], names));
+    throw Mistake("unknown command \"" + words[0] + "\"" + Suggestion(words[0], names));
 }
 
 }  // namespace
 
-CommandAnswer runFaultCommand(std::string const& line, std::vector<CommandTarget> const& targets) try {
-    if (line.size() > kLongestCommand) {
-        throw Mistake("the line is longer than " + std::to_string(kLongestCommand) + " octets");
+CommandAnswer RunFaultCommand(std::string const& line, std::vector<CommandTarget> const& targets) try {
+    if (line.size() > LongestCommand) {
+        throw Mistake("the line is longer than " + std::to_string(LongestCommand) + " octets");
     }
-    Words const words = wordsOf(line);
-    return {false, words.empty() ? "" : run(words, targets)};
+    Words const words = WordsOf(line);
+    return {false, words.empty() ? "" : Run(words, targets)};
 } catch (Mistake const& mistake) {
-    return {true, oneLine(mistake.what()) + "\n"};
+    return {true, OneLine(mistake.what()) + "\n"};
 }
 
-std::string faultHelp() {
+std::string FaultHelp() {
     std::ostringstream text;
     text << "fault NAME KIND [key=value ...]   a fault of a device; * stands for all devices\n"
             "clear NAME                        end all faults of a device\n"
             "faults                            list them\n"
             "help                              show this text\n\n";
-    for (FaultRow const& row : kFaults) {
+    for (FaultRow const& row : FaultRows) {
         text << "  " << std::left << std::setw(23) << row.name << row.text;
         std::string separator = " (";
-        for (std::string const& field : fieldsOf(row)) {
+        for (std::string const& field : FieldsOf(row)) {
             text << separator << field;
             separator = ", ";
         }

@@ -9,7 +9,7 @@
 namespace simulator {
 
 // In octets.
-constexpr std::size_t kLongestCommand = 1000;
+constexpr std::size_t LongestCommand = 1000;
 
 // A device as commands know it.
 struct CommandTarget {
@@ -26,9 +26,9 @@ struct CommandAnswer {
 //     fault NAME KIND [key=value ...]      clear NAME      faults      help
 // NAME is a device's, in quotation marks if it has spaces, or * for all of them. What the line may be is
 // decided by itself: nothing that it says makes this throw, and of a wrong line nothing is done.
-CommandAnswer runFaultCommand(std::string const& line, std::vector<CommandTarget> const& targets);
+CommandAnswer RunFaultCommand(std::string const& line, std::vector<CommandTarget> const& targets);
 
 // What `help` answers.
-std::string faultHelp();
+std::string FaultHelp();
 
 }  // namespace simulator

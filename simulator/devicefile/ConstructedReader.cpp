@@ -10,91 +10,91 @@ namespace simulator {
 namespace {
 
 // {in_alarm = true} or "1000"
-void statusFlags(ScriptValue const& value, TagWriter& writer) {
+void StatusFlags(ScriptValue const& value, TagWriter& writer) {
     std::string bits = "0000";
     if (value.type == ScriptValue::Type::Text) {
-        bits = checks::bits(value);
+        bits = checks::Bits(value);
         if (bits.size() != 4) {
             throw Mistake("must have four bits");
         }
     } else {
         constexpr char const* names[] = {"in_alarm", "fault", "overridden", "out_of_service"};
-        checks::fields(value, {names[0], names[1], names[2], names[3]});
+        checks::Fields(value, {names[0], names[1], names[2], names[3]});
         for (std::size_t i = 0; i < bits.size(); ++i) {
             ScriptValue const& flag = value[names[i]];
-            bits[i] = !flag.isNil() && checks::boolean(flag) ? '1' : '0';
+            bits[i] = !flag.IsNil() && checks::Boolean(flag) ? '1' : '0';
         }
     }
-    writer.application(ApplicationTag::BitString, content::bitString(bits));
+    writer.Application(ApplicationTag::BitString, content::BitString(bits));
 }
 
 // BACnetTimeStamp: a date and time, or the number of an event.
-void timeStamp(ScriptValue const& value, TagWriter& writer) {
-    if (value.isNumber()) {
-        writer.context(1, content::unsignedNumber(checks::unsignedUpTo(value, 65535)));
+void TimeStamp(ScriptValue const& value, TagWriter& writer) {
+    if (value.IsNumber()) {
+        writer.Context(1, content::UnsignedNumber(checks::UnsignedUpTo(value, 65535)));
         return;
     }
-    writer.opening(2);
-    writer.encoded(readDateTime(value));
-    writer.closing(2);
+    writer.Opening(2);
+    writer.Encoded(ReadDateTime(value));
+    writer.Closing(2);
 }
 
 // {float_scale = 0.1} or {integer_scale = -2}
-void scale(ScriptValue const& value, TagWriter& writer) {
-    checks::fields(value, {"float_scale", "integer_scale"});
+void Scale(ScriptValue const& value, TagWriter& writer) {
+    checks::Fields(value, {"float_scale", "integer_scale"});
     if (value.fields.size() != 1) {
         throw Mistake("wants float_scale or integer_scale");
     }
-    if (!value["float_scale"].isNil()) {
-        writer.context(0, content::real(checks::singleNumber(value["float_scale"])));
+    if (!value["float_scale"].IsNil()) {
+        writer.Context(0, content::Real(checks::SingleNumber(value["float_scale"])));
     } else {
-        writer.context(1, content::signedNumber(checks::signedNumber(value["integer_scale"])));
+        writer.Context(1, content::SignedNumber(checks::SignedNumber(value["integer_scale"])));
     }
 }
 
-void prescale(ScriptValue const& value, TagWriter& writer) {
-    checks::fields(value, {"multiplier", "modulo_divide"});
-    writer.context(0, content::unsignedNumber(checks::unsignedNumber(value["multiplier"])));
-    writer.context(1, content::unsignedNumber(checks::unsignedNumber(value["modulo_divide"])));
+void Prescale(ScriptValue const& value, TagWriter& writer) {
+    checks::Fields(value, {"multiplier", "modulo_divide"});
+    writer.Context(0, content::UnsignedNumber(checks::UnsignedNumber(value["multiplier"])));
+    writer.Context(1, content::UnsignedNumber(checks::UnsignedNumber(value["modulo_divide"])));
 }
 
 // {from = "2024-01-01", to = "2024-12-31"}; an end that is not given is open.
-void dateRange(ScriptValue const& value, TagWriter& writer) {
-    checks::fields(value, {"from", "to"});
-    writeDateRange(value, writer);
+void DateRange(ScriptValue const& value, TagWriter& writer) {
+    checks::Fields(value, {"from", "to"});
+    WriteDateRange(value, writer);
 }
 
 // BACnetObjectPropertyReference, which is also a BACnetDeviceObjectPropertyReference within the device:
 // {"analog_input", 1, "present_value"}
-void propertyReference(ScriptValue const& value, TagWriter& writer) {
-    if (checks::list(value).size() != 3) {
+void PropertyReference(ScriptValue const& value, TagWriter& writer) {
+    if (checks::List(value).size() != 3) {
         throw Mistake("must be a property like {\"analog_input\", 1, \"present_value\"}");
     }
-    writer.context(0, content::objectIdentifier(checks::objectIdentifier(value)));
-    writer.context(1, content::unsignedNumber(static_cast<std::uint32_t>(checks::property(value.list[2]))));
+    writer.Context(0, content::ObjectIdentifier(checks::ObjectIdentifier(value)));
+    writer.Context(1, content::UnsignedNumber(static_cast<std::uint32_t>(checks::Property(value.list[2]))));
 }
 
 // A property reference, or none: {}
-void setpointReference(ScriptValue const& value, TagWriter& writer) {
-    if (checks::list(value).empty()) {
+void SetpointReference(ScriptValue const& value, TagWriter& writer) {
+    if (checks::List(value).empty()) {
         return;
     }
-    writer.opening(0);
-    propertyReference(value, writer);
-    writer.closing(0);
+    writer.Opening(0);
+    PropertyReference(value, writer);
+    writer.Closing(0);
 }
 
-void lightingCommand(ScriptValue const& value, TagWriter& writer) {
-    checks::fields(value, {"operation", "target_level", "fade_time", "priority"});
-    writer.context(0, content::unsignedNumber(checks::unsignedUpTo(value["operation"], 65535)));
-    if (!value["target_level"].isNil()) {
-        writer.context(1, content::real(checks::singleNumber(value["target_level"])));
+void LightingCommand(ScriptValue const& value, TagWriter& writer) {
+    checks::Fields(value, {"operation", "target_level", "fade_time", "priority"});
+    writer.Context(0, content::UnsignedNumber(checks::UnsignedUpTo(value["operation"], 65535)));
+    if (!value["target_level"].IsNil()) {
+        writer.Context(1, content::Real(checks::SingleNumber(value["target_level"])));
     }
-    if (!value["fade_time"].isNil()) {
-        writer.context(4, content::unsignedNumber(checks::unsignedNumber(value["fade_time"])));
+    if (!value["fade_time"].IsNil()) {
+        writer.Context(4, content::UnsignedNumber(checks::UnsignedNumber(value["fade_time"])));
     }
-    if (!value["priority"].isNil()) {
-        writer.context(5, content::unsignedNumber(checks::unsignedUpTo(value["priority"], 16)));
+    if (!value["priority"].IsNil()) {
+        writer.Context(5, content::UnsignedNumber(checks::UnsignedUpTo(value["priority"], 16)));
     }
 }
 
@@ -103,21 +103,21 @@ struct Row {
     void (*write)(ScriptValue const&, TagWriter&);
 };
 
-constexpr Row kRows[] = {
-    {Datatype::StatusFlags, statusFlags},
-    {Datatype::TimeStamp, timeStamp},
-    {Datatype::Scale, scale},
-    {Datatype::Prescale, prescale},
-    {Datatype::DateRange, dateRange},
-    {Datatype::PropertyReference, propertyReference},
-    {Datatype::SetpointReference, setpointReference},
-    {Datatype::LightingCommand, lightingCommand},
+constexpr Row Rows[] = {
+    {Datatype::StatusFlags, StatusFlags},
+    {Datatype::TimeStamp, TimeStamp},
+    {Datatype::Scale, Scale},
+    {Datatype::Prescale, Prescale},
+    {Datatype::DateRange, DateRange},
+    {Datatype::PropertyReference, PropertyReference},
+    {Datatype::SetpointReference, SetpointReference},
+    {Datatype::LightingCommand, LightingCommand},
 };
 
 }  // namespace
 
-bool isConstructed(Datatype datatype) {
-    for (Row const& row : kRows) {
+bool IsConstructed(Datatype datatype) {
+    for (Row const& row : Rows) {
         if (row.datatype == datatype) {
             return true;
         }
@@ -125,21 +125,21 @@ bool isConstructed(Datatype datatype) {
     return false;
 }
 
-void writeDateRange(ScriptValue const& value, TagWriter& writer) {
+void WriteDateRange(ScriptValue const& value, TagWriter& writer) {
     for (char const* end : {"from", "to"}) {
-        CalendarDate const date = value[end].isNil() ? kAnyDate : checks::date(value[end]);
-        writer.application(ApplicationTag::Date, content::date(date));
+        CalendarDate const date = value[end].IsNil() ? AnyDate : checks::Date(value[end]);
+        writer.Application(ApplicationTag::Date, content::Date(date));
     }
 }
 
-ValuePtr readConstructed(Datatype datatype, ScriptValue const& value) {
+ValuePtr ReadConstructed(Datatype datatype, ScriptValue const& value) {
     TagWriter writer;
-    for (Row const& row : kRows) {
+    for (Row const& row : Rows) {
         if (row.datatype == datatype) {
             row.write(value, writer);
         }
     }
-    return std::make_shared<FixedValue>(writer.take());
+    return std::make_shared<FixedValue>(writer.Take());
 }
 
 }  // namespace simulator

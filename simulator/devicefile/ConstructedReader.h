@@ -8,10 +8,10 @@
 namespace simulator {
 
 // One value of a constructed datatype; the schedules are in ScheduleReader. Throws Mistake.
-ValuePtr readConstructed(Datatype datatype, ScriptValue const& value);
-bool isConstructed(Datatype datatype);
+ValuePtr ReadConstructed(Datatype datatype, ScriptValue const& value);
+bool IsConstructed(Datatype datatype);
 
 // A BACnetDateRange: the two dates of the fields `from` and `to`, each any date if it isn't given.
-void writeDateRange(ScriptValue const& value, TagWriter& writer);
+void WriteDateRange(ScriptValue const& value, TagWriter& writer);
 
 }  // namespace simulator

@@ -10,60 +10,60 @@ namespace simulator {
 
 namespace {
 
-constexpr std::uint32_t kShortestApdu = 50;
-constexpr std::uint32_t kLongestApdu = 1476;
-constexpr std::uint32_t kLongestTime = 60'000;  // milliseconds
-constexpr std::uint32_t kMostRetries = 10;
-constexpr std::uint32_t kLargestWindow = 127;
-constexpr std::size_t kLongestMac = 18;  // octets of the longest address of any data link (clause 6.2.2)
+constexpr std::uint32_t ShortestApdu = 50;
+constexpr std::uint32_t LongestApdu = 1476;
+constexpr std::uint32_t LongestTime = 60'000;  // milliseconds
+constexpr std::uint32_t MostRetries = 10;
+constexpr std::uint32_t LargestWindow = 127;
+constexpr std::size_t LongestMac = 18;  // octets of the longest address of any data link (clause 6.2.2)
 
 // BACnetSegmentation
-enum Segmentation : std::uint8_t { kSegmentedBoth = 0, kSegmentedTransmit = 1 };
+enum Segmentation : std::uint8_t { SegmentedBoth = 0, SegmentedTransmit = 1 };
 
 // What device{...} may have besides the properties of its Device object.
-std::vector<std::string> const& deviceNames() {
+std::vector<std::string> const& DeviceNames() {
     static std::vector<std::string> const names{
         "objects", "router", "port", "proposed_window_size", "max_answer_segments", "writes", "faults"};
     return names;
 }
 
-std::uint32_t within(ScriptValue const& given, char const* name, std::uint32_t low, std::uint32_t high) try {
-    std::uint32_t const value = checks::unsignedUpTo(given[name], high);
+std::uint32_t Within(ScriptValue const& given, char const* name, std::uint32_t low, std::uint32_t high) try {
+    std::uint32_t const value = checks::UnsignedUpTo(given[name], high);
     if (value < low) {
         throw Mistake("must be at least " + std::to_string(low));
     }
     return value;
 } catch (Mistake const& mistake) {
-    throw mistake.in(name);
+    throw mistake.In(name);
 }
 
 // The number that a property of the Device object has, which the device goes by.
-std::uint32_t within(BacnetObject const& device, PropertyId id, std::uint32_t low, std::uint32_t high) {
-    double const value = device.find(id)->values.front()->number({});
+std::uint32_t Within(BacnetObject const& device, PropertyId id, std::uint32_t low, std::uint32_t high) {
+    double const value = device.Find(id)->values.front()->Number({});
     if (!(value >= low && value <= high)) {
-        throw Mistake(nameOf(id) + ": must be from " + std::to_string(low) + " to " + std::to_string(high));
+        throw Mistake(NameOf(id) + ": must be from " + std::to_string(low) + " to " + std::to_string(high));
     }
     return static_cast<std::uint32_t>(value);
 }
 
-std::optional<NetworkAddress> readRouter(ScriptValue const& router) try {
-    if (router.isNil()) {
+std::optional<NetworkAddress> ReadRouter(ScriptValue const& router) try {
+    if (router.IsNil()) {
         return std::nullopt;
     }
-    checks::fields(router, {"network", "mac"});
-    NetworkAddress position{static_cast<std::uint16_t>(within(router, "network", 1, kGlobalBroadcast - 1u)),
-                            checks::hexadecimal(router["mac"])};
-    if (position.mac.empty() || position.mac.size() > kLongestMac) {
+    checks::Fields(router, {"network", "mac"});
+    NetworkAddress position{static_cast<std::uint16_t>(Within(router, "network", 1, GlobalBroadcast - 1u)),
+                            checks::Hexadecimal(router["mac"])};
+    if (position.mac.empty() || position.mac.size() > LongestMac) {
         throw Mistake("mac: must have 1 to 18 octets");
     }
     return position;
 } catch (Mistake const& mistake) {
-    throw mistake.in("router");
+    throw mistake.In("router");
 }
 
 // Whether writes are lenient.
-bool readWrites(ScriptValue const& writes) try {
-    if (writes.isNil() || checks::text(writes) == "strict") {
+bool ReadWrites(ScriptValue const& writes) try {
+    if (writes.IsNil() || checks::Text(writes) == "strict") {
         return false;
     }
     if (writes.text != "lenient") {
@@ -71,67 +71,67 @@ bool readWrites(ScriptValue const& writes) try {
     }
     return true;
 } catch (Mistake const& mistake) {
-    throw mistake.in("writes");
+    throw mistake.In("writes");
 }
 
-DeviceSettings readSettings(ScriptValue const& given, BacnetObject const& device) {
+DeviceSettings ReadSettings(ScriptValue const& given, BacnetObject const& device) {
     using P = PropertyId;
     DeviceSettings settings;
-    settings.maxApduLength = within(device, P::Max_APDU_Length_Accepted, kShortestApdu, kLongestApdu);
+    settings.maxApduLength = Within(device, P::Max_APDU_Length_Accepted, ShortestApdu, LongestApdu);
     settings.segmentationSupported =
-        static_cast<std::uint8_t>(within(device, P::Segmentation_Supported, 0, 3));
-    settings.segmentsAnswers = settings.segmentationSupported == kSegmentedBoth ||
-                               settings.segmentationSupported == kSegmentedTransmit;
+        static_cast<std::uint8_t>(Within(device, P::Segmentation_Supported, 0, 3));
+    settings.segmentsAnswers = settings.segmentationSupported == SegmentedBoth ||
+                               settings.segmentationSupported == SegmentedTransmit;
     settings.segmentTimeout =
-        std::chrono::milliseconds(within(device, P::APDU_Segment_Timeout, 1, kLongestTime));
-    settings.retries = within(device, P::Number_Of_APDU_Retries, 0, kMostRetries);
-    settings.vendorIdentifier = within(device, P::Vendor_Identifier, 0, 65535);
-    if (!given["max_answer_segments"].isNil()) {
-        settings.maxSegments = within(given, "max_answer_segments", 1, 65535);
+        std::chrono::milliseconds(Within(device, P::APDU_Segment_Timeout, 1, LongestTime));
+    settings.retries = Within(device, P::Number_Of_APDU_Retries, 0, MostRetries);
+    settings.vendorIdentifier = Within(device, P::Vendor_Identifier, 0, 65535);
+    if (!given["max_answer_segments"].IsNil()) {
+        settings.maxSegments = Within(given, "max_answer_segments", 1, 65535);
     }
-    if (!given["proposed_window_size"].isNil()) {
+    if (!given["proposed_window_size"].IsNil()) {
         settings.proposedWindowSize =
-            static_cast<std::uint8_t>(within(given, "proposed_window_size", 1, kLargestWindow));
+            static_cast<std::uint8_t>(Within(given, "proposed_window_size", 1, LargestWindow));
     }
-    if (!given["port"].isNil()) {
-        settings.port = static_cast<std::uint16_t>(within(given, "port", 0, 65535));
+    if (!given["port"].IsNil()) {
+        settings.port = static_cast<std::uint16_t>(Within(given, "port", 0, 65535));
     }
-    settings.isLenient = readWrites(given["writes"]);
-    settings.faults = readFaults(given["faults"]);
-    settings.position = readRouter(given["router"]);
+    settings.isLenient = ReadWrites(given["writes"]);
+    settings.faults = ReadFaults(given["faults"]);
+    settings.position = ReadRouter(given["router"]);
     return settings;
 }
 
-BacnetObject buildObject(ScriptValue const& given, ObjectBuilder::Evaluate const& evaluate) try {
-    ObjectType const* const type = objectTypeOfName(given.kind);
+BacnetObject BuildObject(ScriptValue const& given, ObjectBuilder::Evaluate const& evaluate) try {
+    ObjectType const* const type = ObjectTypeOfName(given.kind);
     if (!type) {
-        throw Mistake("objects: must be objects such as analog_input{...}, not " + given.describe());
+        throw Mistake("objects: must be objects such as analog_input{...}, not " + given.Describe());
     }
     ObjectBuilder builder(*type, given, evaluate);
     try {
-        return builder.build();
+        return builder.Build();
     } catch (Mistake const& mistake) {
-        throw mistake.in(builder.title());
+        throw mistake.In(builder.Title());
     }
 } catch (Mistake const& mistake) {
-    throw mistake.at(given.line);
+    throw mistake.At(given.line);
 }
 
-std::vector<BacnetObject> buildObjects(ScriptValue const& given, ObjectBuilder::Evaluate const& evaluate) {
+std::vector<BacnetObject> BuildObjects(ScriptValue const& given, ObjectBuilder::Evaluate const& evaluate) {
     std::vector<BacnetObject> objects;
-    if (given.isNil()) {
+    if (given.IsNil()) {
         return objects;
     }
     std::set<ObjectId> ids;
     std::set<std::string> names;
-    for (ScriptValue const& object : checks::list(given)) {
-        objects.push_back(buildObject(object, evaluate));
-        std::string const title = object.kind + " " + std::to_string(objects.back().id().instance);
-        if (!ids.insert(objects.back().id()).second) {
+    for (ScriptValue const& object : checks::List(given)) {
+        objects.push_back(BuildObject(object, evaluate));
+        std::string const title = object.kind + " " + std::to_string(objects.back().Id().instance);
+        if (!ids.insert(objects.back().Id()).second) {
             throw Mistake(title + ": there are two of it", object.line);
         }
-        if (!names.insert(objects.back().name()).second) {
-            throw Mistake(title + ": another object has the name \"" + objects.back().name() + "\"",
+        if (!names.insert(objects.back().Name()).second) {
+            throw Mistake(title + ": another object has the name \"" + objects.back().Name() + "\"",
                           object.line);
         }
     }
@@ -140,14 +140,14 @@ std::vector<BacnetObject> buildObjects(ScriptValue const& given, ObjectBuilder::
 
 }  // namespace
 
-Device buildDevice(ScriptValue const& given, ObjectBuilder::Evaluate const& evaluate) try {
-    BacnetObject device = ObjectBuilder(deviceObjectType(), given, evaluate, deviceNames()).build();
-    DeviceSettings settings = readSettings(given, device);
-    return Device(std::move(device), buildObjects(given["objects"], evaluate), std::move(settings));
+Device BuildDevice(ScriptValue const& given, ObjectBuilder::Evaluate const& evaluate) try {
+    BacnetObject device = ObjectBuilder(DeviceObjectType(), given, evaluate, DeviceNames()).Build();
+    DeviceSettings settings = ReadSettings(given, device);
+    return Device(std::move(device), BuildObjects(given["objects"], evaluate), std::move(settings));
 } catch (Mistake const& mistake) {
     ScriptValue const& name = given["name"];
     std::string const title = name.type == ScriptValue::Type::Text ? "device " + name.text : "device";
-    throw mistake.in(title).at(given.line);
+    throw mistake.In(title).At(given.line);
 }
 
 }  // namespace simulator

@@ -10,8 +10,8 @@ namespace simulator {
 // Device files: Lua that describes devices and their objects. Both throw Mistake with the whole message,
 // "FILE:LINE: device NAME: OBJECT: PROPERTY: ...", in one line.
 
-std::vector<Device> loadDeviceFile(std::string const& path);
+std::vector<Device> LoadDeviceFile(std::string const& path);
 // `name` is what messages call the file.
-std::vector<Device> parseDeviceFile(std::string const& name, std::string const& text);
+std::vector<Device> ParseDeviceFile(std::string const& name, std::string const& text);
 
 }  // namespace simulator

@@ -11,16 +11,16 @@ namespace simulator {
 
 namespace {
 
-constexpr int kMostInstructions = 20'000'000;
+constexpr int MostInstructions = 20'000'000;
 // One instruction on long texts can take milliseconds.
-constexpr std::chrono::seconds kLongestRun{5};
-constexpr int kInstructionsPerCheck = 100;
+constexpr std::chrono::seconds LongestRun{5};
+constexpr int InstructionsPerCheck = 100;
 
 // Where a Lua state keeps the devices in its registry.
-char const devicesKey = 0;
+char const DevicesKey = 0;
 
 // Leaves only what neither reaches outside nor loops by itself without counting as instructions.
-constexpr char const* kPrelude = R"(
+constexpr char const* Prelude = R"(
     local function keep(from, names)
         for name in pairs(from) do
             if not names[name] then from[name] = nil end
@@ -33,7 +33,7 @@ constexpr char const* kPrelude = R"(
     table = {insert = function(list, value) list[#list + 1] = value end}
 )";
 
-void* allocate(void* used, void* block, std::size_t oldSize, std::size_t newSize) {
+void* Allocate(void* used, void* block, std::size_t oldSize, std::size_t newSize) {
     auto& memory = *static_cast<LuaLimits*>(used);
     std::size_t const before = block ? oldSize : 0;
     if (newSize == 0) {
@@ -51,11 +51,11 @@ void* allocate(void* used, void* block, std::size_t oldSize, std::size_t newSize
     return moved;
 }
 
-void check(lua_State* lua, lua_Debug* place) {
+void Check(lua_State* lua, lua_Debug* place) {
     void* limits = nullptr;
     lua_getallocf(lua, &limits);
     auto& left = *static_cast<LuaLimits*>(limits);
-    left.instructions -= kInstructionsPerCheck;
+    left.instructions -= InstructionsPerCheck;
     if (left.instructions > 0 && std::chrono::steady_clock::now() < left.deadline) {
         return;
     }
@@ -66,7 +66,7 @@ void check(lua_State* lua, lua_Debug* place) {
 
 // NAME{...}: gives the table back inside a userdata with the kind and the line. Arguments that are no
 // table are put into one.
-int make(lua_State* lua) {
+int Make(lua_State* lua) {
     if (lua_gettop(lua) != 1 || !lua_istable(lua, 1)) {
         int const count = lua_gettop(lua);
         lua_createtable(lua, count, 0);
@@ -90,9 +90,9 @@ int make(lua_State* lua) {
 }
 
 // device{...}: also remembers the device.
-int makeDevice(lua_State* lua) {
-    make(lua);
-    lua_rawgetp(lua, LUA_REGISTRYINDEX, &devicesKey);
+int MakeDevice(lua_State* lua) {
+    Make(lua);
+    lua_rawgetp(lua, LUA_REGISTRYINDEX, &DevicesKey);
     lua_pushvalue(lua, -2);
     lua_rawseti(lua, -2, static_cast<lua_Integer>(lua_rawlen(lua, -2)) + 1);
     lua_pop(lua, 1);
@@ -101,37 +101,37 @@ int makeDevice(lua_State* lua) {
 
 // With a list of constructors: fills the state. As all that Lua calls it may be left by a jump, so it makes
 // no objects.
-int prepare(lua_State* lua) {
+int Prepare(lua_State* lua) {
     auto const& constructors = *static_cast<std::vector<std::string> const*>(lua_touserdata(lua, 1));
     luaL_requiref(lua, LUA_GNAME, luaopen_base, 1);
     luaL_requiref(lua, LUA_STRLIBNAME, luaopen_string, 1);
     luaL_requiref(lua, LUA_MATHLIBNAME, luaopen_math, 1);
     lua_settop(lua, 1);
-    if (luaL_loadbufferx(lua, kPrelude, std::strlen(kPrelude), "=prelude", "t") != LUA_OK) {
+    if (luaL_loadbufferx(lua, Prelude, std::strlen(Prelude), "=prelude", "t") != LUA_OK) {
         return lua_error(lua);
     }
     lua_call(lua, 0, 0);
     lua_newtable(lua);
-    lua_rawsetp(lua, LUA_REGISTRYINDEX, &devicesKey);
+    lua_rawsetp(lua, LUA_REGISTRYINDEX, &DevicesKey);
     for (std::string const& name : constructors) {
         lua_pushstring(lua, name.c_str());
-        lua_pushcclosure(lua, name == "device" ? makeDevice : make, 1);
+        lua_pushcclosure(lua, name == "device" ? MakeDevice : Make, 1);
         lua_setglobal(lua, name.c_str());
     }
     return 0;
 }
 
 // Lua puts this and a line number in front of its messages.
-constexpr char const* kChunkName = "=file";
-constexpr char const* kPrefix = "file:";
+constexpr char const* ChunkName = "=file";
+constexpr char const* Prefix = "file:";
 
 // The error that lies on the stack, in one line, the line number taken out of it.
-Mistake takeError(lua_State* lua) {
+Mistake TakeError(lua_State* lua) {
     std::string text = lua_type(lua, -1) == LUA_TSTRING ? lua_tostring(lua, -1) : "the error is no text";
     lua_settop(lua, 0);
-    std::size_t const digits = std::string(kPrefix).size();
+    std::size_t const digits = std::string(Prefix).size();
     std::size_t const end = text.find(": ", digits);
-    if (text.compare(0, digits, kPrefix) != 0 || end == std::string::npos) {
+    if (text.compare(0, digits, Prefix) != 0 || end == std::string::npos) {
         return Mistake(text);
     }
     return Mistake(text.substr(end + 2), std::atoi(text.c_str() + digits));
@@ -140,38 +140,38 @@ Mistake takeError(lua_State* lua) {
 }  // namespace
 
 LuaSandbox::LuaSandbox(std::vector<std::string> const& constructors, std::size_t mostMemory)
-    : m_limits{0, mostMemory, kMostInstructions, std::chrono::steady_clock::now() + kLongestRun},
-      m_lua(lua_newstate(allocate, &m_limits), lua_close) {
-    if (!m_lua) {
+    : limits{0, mostMemory, MostInstructions, std::chrono::steady_clock::now() + LongestRun},
+      lua(lua_newstate(Allocate, &limits), lua_close) {
+    if (!lua) {
         throw Mistake("no memory for Lua");
     }
-    lua_pushcfunction(m_lua.get(), prepare);
-    lua_pushlightuserdata(m_lua.get(), const_cast<std::vector<std::string>*>(&constructors));
-    if (lua_pcall(m_lua.get(), 1, 0, 0) != LUA_OK) {
-        throw takeError(m_lua.get());
+    lua_pushcfunction(lua.get(), Prepare);
+    lua_pushlightuserdata(lua.get(), const_cast<std::vector<std::string>*>(&constructors));
+    if (lua_pcall(lua.get(), 1, 0, 0) != LUA_OK) {
+        throw TakeError(lua.get());
     }
     // For all its life: what evaluates an expression later may call functions of the file.
-    lua_sethook(m_lua.get(), check, LUA_MASKCOUNT, kInstructionsPerCheck);
+    lua_sethook(lua.get(), Check, LUA_MASKCOUNT, InstructionsPerCheck);
 }
 
-std::vector<ScriptValue> LuaSandbox::run(std::string const& text) {
-    execute(text, 0);
-    lua_rawgetp(m_lua.get(), LUA_REGISTRYINDEX, &devicesKey);
-    ScriptValue devices = readScriptValue(m_lua.get());
+std::vector<ScriptValue> LuaSandbox::Run(std::string const& text) {
+    Execute(text, 0);
+    lua_rawgetp(lua.get(), LUA_REGISTRYINDEX, &DevicesKey);
+    ScriptValue devices = ReadScriptValue(lua.get());
     return std::move(devices.list);
 }
 
-ScriptValue LuaSandbox::evaluate(std::string const& expression) {
-    execute("return " + expression, 1);
-    return readScriptValue(m_lua.get());
+ScriptValue LuaSandbox::Evaluate(std::string const& expression) {
+    Execute("return " + expression, 1);
+    return ReadScriptValue(lua.get());
 }
 
 // Text only: precompiled code is not checked by Lua.
-void LuaSandbox::execute(std::string const& text, int results) {
-    lua_State* const lua = m_lua.get();
-    if (luaL_loadbufferx(lua, text.data(), text.size(), kChunkName, "t") != LUA_OK ||
-        lua_pcall(lua, 0, results, 0) != LUA_OK) {
-        throw takeError(lua);
+void LuaSandbox::Execute(std::string const& text, int results) {
+    lua_State* const state = lua.get();
+    if (luaL_loadbufferx(state, text.data(), text.size(), ChunkName, "t") != LUA_OK ||
+        lua_pcall(state, 0, results, 0) != LUA_OK) {
+        throw TakeError(state);
     }
 }
 

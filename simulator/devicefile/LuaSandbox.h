@@ -32,15 +32,15 @@ public:
     LuaSandbox& operator=(LuaSandbox const&) = delete;
 
     // The tables of all `device` calls, in their order. Throws Mistake with the line.
-    std::vector<ScriptValue> run(std::string const& text);
+    std::vector<ScriptValue> Run(std::string const& text);
     // The value of an expression.
-    ScriptValue evaluate(std::string const& expression);
+    ScriptValue Evaluate(std::string const& expression);
 
 private:
-    void execute(std::string const& text, int results);
+    void Execute(std::string const& text, int results);
 
-    LuaLimits m_limits;  // have to outlive the state
-    std::unique_ptr<lua_State, void (*)(lua_State*)> m_lua;
+    LuaLimits limits;  // have to outlive the state
+    std::unique_ptr<lua_State, void (*)(lua_State*)> lua;
 };
 
 }  // namespace simulator

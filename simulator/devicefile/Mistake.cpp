@@ -7,13 +7,13 @@ namespace simulator {
 
 namespace {
 
-constexpr std::size_t kLongestMessage = 500;
+constexpr std::size_t LongestMessage = 500;
 
 }  // namespace
 
-std::string oneLine(std::string text) {
-    if (text.size() > kLongestMessage) {
-        text.resize(kLongestMessage);
+std::string OneLine(std::string text) {
+    if (text.size() > LongestMessage) {
+        text.resize(LongestMessage);
         text += "...";
     }
     auto const isControl = [](unsigned char c) { return c < 0x20 || c == 0x7F; };

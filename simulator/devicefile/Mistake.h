@@ -8,21 +8,21 @@ namespace simulator {
 // What is wrong with a device file, told in one line.
 class Mistake : public std::runtime_error {
 public:
-    // `line` is the line of the file, 0 if it is not known.
-    explicit Mistake(std::string const& text, int line = 0) : std::runtime_error(text), m_line(line) {}
+    // `fileLine` is the fileLine of the file, 0 if it is not known.
+    explicit Mistake(std::string const& text, int fileLine = 0) : std::runtime_error(text), line(fileLine) {}
 
-    int line() const { return m_line; }
+    int Line() const { return line; }
     // The same mistake with what it is in put in front: "present_value: ...".
-    Mistake in(std::string const& place) const { return Mistake(place + ": " + what(), m_line); }
+    Mistake In(std::string const& place) const { return Mistake(place + ": " + what(), line); }
     // The same mistake on a line, unless a line is known already.
-    Mistake at(int line) const { return Mistake(what(), m_line != 0 ? m_line : line); }
+    Mistake At(int otherLine) const { return Mistake(what(), line != 0 ? line : otherLine); }
 
 private:
-    int m_line;
+    int line;
 };
 
 // For what a message quotes of files and commands: neither does it break the line nor steer the terminal.
 // Control characters become blanks, and what is longer than 500 octets is cut.
-std::string oneLine(std::string text);
+std::string OneLine(std::string text);
 
 }  // namespace simulator

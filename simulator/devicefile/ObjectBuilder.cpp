@@ -11,9 +11,9 @@ namespace simulator {
 namespace {
 
 // What any object may have besides its properties.
-constexpr std::string_view kCommonNames[] = {"instance", "name", "read_only", "writable"};
+constexpr std::string_view CommonNames[] = {"instance", "name", "read_only", "writable"};
 
-ValuePtr valueOf(std::vector<Property> const& properties, PropertyId id) {
+ValuePtr ValueOf(std::vector<Property> const& properties, PropertyId id) {
     for (Property const& property : properties) {
         if (property.id == id && !property.values.empty()) {
             return property.values.front();
@@ -24,140 +24,140 @@ ValuePtr valueOf(std::vector<Property> const& properties, PropertyId id) {
 
 }  // namespace
 
-std::string ObjectBuilder::title() const {
-    ScriptValue const& instance = m_given["instance"];
+std::string ObjectBuilder::Title() const {
+    ScriptValue const& instance = given["instance"];
     return instance.type == ScriptValue::Type::Integer
-               ? std::string(m_type.name) + " " + std::to_string(instance.integer)
-               : std::string(m_type.name);
+               ? std::string(type.name) + " " + std::to_string(instance.integer)
+               : std::string(type.name);
 }
 
-BacnetObject ObjectBuilder::build() {
-    checkNames();
-    m_readOnly = choice("read_only");
-    m_writable = writableChoice();
+BacnetObject ObjectBuilder::Build() {
+    CheckNames();
+    readOnly = ReadChoice("read_only");
+    writable = WritableChoice();
     std::vector<Property> properties;
-    for (PropertyRows const& group : m_type.groups) {
+    for (PropertyRows const& group : type.groups) {
         for (PropertyRow const& row : group) {
-            if (auto found = values(row)) {
+            if (auto found = Values(row)) {
                 properties.push_back(
-                    {row.id, row.shape, row.isRequired, std::move(*found), row.datatype, access(row)});
+                    {row.id, row.shape, row.isRequired, std::move(*found), row.datatype, ReadAccess(row)});
             }
         }
     }
-    auto priorityArray = priorities(properties);
-    return BacnetObject({m_type.code, instance()}, name(), std::move(properties), std::move(priorityArray));
+    auto priorityArray = Priorities(properties);
+    return BacnetObject({type.code, Instance()}, Name(), std::move(properties), std::move(priorityArray));
 }
 
-void ObjectBuilder::checkNames() const {
-    if (!m_given.list.empty()) {
+void ObjectBuilder::CheckNames() const {
+    if (!given.list.empty()) {
         throw Mistake("must have names for all its values");
     }
-    for (ScriptField const& field : m_given.fields) {
+    for (ScriptField const& field : given.fields) {
         auto const isOneOf = [&field](auto const& names) {
             return std::find(std::begin(names), std::end(names), field.name) != std::end(names);
         };
-        if (isOneOf(kCommonNames) || isOneOf(m_extraNames)) {
+        if (isOneOf(CommonNames) || isOneOf(extraNames)) {
             continue;
         }
-        auto const id = propertyOfName(field.name);
+        auto const id = PropertyOfName(field.name);
         if (!id) {
             throw Mistake("unknown property \"" + field.name + "\"");
         }
-        if (!m_type.find(*id)) {
+        if (!type.Find(*id)) {
             throw Mistake(std::string("this type has no property \"") + field.name + "\"");
         }
     }
 }
 
-std::uint32_t ObjectBuilder::instance() const try {
-    return checks::unsignedUpTo(m_given["instance"], ObjectId::kLastInstance - 1);
+std::uint32_t ObjectBuilder::Instance() const try {
+    return checks::UnsignedUpTo(given["instance"], ObjectId::LastInstance - 1);
 } catch (Mistake const& mistake) {
-    throw mistake.in("instance");
+    throw mistake.In("instance");
 }
 
-std::string ObjectBuilder::name() const try {
-    return m_given["name"].isNil() ? title() : checks::text(m_given["name"]);
+std::string ObjectBuilder::Name() const try {
+    return given["name"].IsNil() ? Title() : checks::Text(given["name"]);
 } catch (Mistake const& mistake) {
-    throw mistake.in("name");
+    throw mistake.In("name");
 }
 
 // The value given or the default; nothing if the object is not to have the property, and an empty one if
 // it derives from others.
-std::optional<std::vector<ValuePtr>> ObjectBuilder::values(PropertyRow const& row) const try {
-    ScriptValue const& given = m_given[nameOf(row.id)];
-    if (!given.isNil()) {
-        return readValues(row, given);
+std::optional<std::vector<ValuePtr>> ObjectBuilder::Values(PropertyRow const& row) const try {
+    ScriptValue const& value = given[NameOf(row.id)];
+    if (!value.IsNil()) {
+        return ReadValues(row, value);
     }
-    if (isDerived(row)) {
+    if (IsDerived(row)) {
         return std::vector<ValuePtr>();
     }
     if (!row.defaultValue) {
         return std::nullopt;
     }
-    return readValues(row, m_evaluate(row.defaultValue));
+    return ReadValues(row, evaluate(row.defaultValue));
 } catch (Mistake const& mistake) {
-    throw mistake.in(nameOf(row.id));
+    throw mistake.In(NameOf(row.id));
 }
 
 // An object that may be commanded or not is commanded if it is told what to fall back to.
-bool ObjectBuilder::isDerived(PropertyRow const& row) const {
+bool ObjectBuilder::IsDerived(PropertyRow const& row) const {
     if (row.datatype == Datatype::Priority) {
-        return row.isRequired || !m_given[nameOf(PropertyId::Relinquish_Default)].isNil();
+        return row.isRequired || !given[NameOf(PropertyId::Relinquish_Default)].IsNil();
     }
     return row.datatype == Datatype::StatusFlags && row.isRequired;
 }
 
 // Only an object with a Relinquish_Default can have a Priority_Array, and the other way round.
-std::optional<PriorityArray> ObjectBuilder::priorities(std::vector<Property> const& properties) const {
+std::optional<PriorityArray> ObjectBuilder::Priorities(std::vector<Property> const& properties) const {
     for (Property const& property : properties) {
         if (property.id == PropertyId::Priority_Array) {
-            bool const isGiven = !m_given[nameOf(PropertyId::Present_Value)].isNil();
-            return PriorityArray(isGiven ? valueOf(properties, PropertyId::Present_Value) : nullptr);
+            bool const isGiven = !given[NameOf(PropertyId::Present_Value)].IsNil();
+            return PriorityArray(isGiven ? ValueOf(properties, PropertyId::Present_Value) : nullptr);
         }
     }
     return std::nullopt;
 }
 
 // What "read_only" and "writable" say of a property, or else what is usual for it.
-Access ObjectBuilder::access(PropertyRow const& row) const {
-    if (row.id == PropertyId::Priority_Array || m_readOnly.isAll || m_readOnly.names.count(row.id) != 0) {
+Access ObjectBuilder::ReadAccess(PropertyRow const& row) const {
+    if (row.id == PropertyId::Priority_Array || readOnly.isAll || readOnly.names.count(row.id) != 0) {
         return Access::ReadOnly;
     }
-    return m_writable.names.count(row.id) != 0 ? Access::Writable : accessOf(m_type, row.id);
+    return writable.names.count(row.id) != 0 ? Access::Writable : AccessOf(type, row.id);
 }
 
 // true, or a list of names of properties.
-ObjectBuilder::Choice ObjectBuilder::choice(char const* name) const try {
-    ScriptValue const& given = m_given[name];
+ObjectBuilder::Choice ObjectBuilder::ReadChoice(char const* name) const try {
+    ScriptValue const& value = given[name];
     Choice choice;
-    if (given.isNil()) {
+    if (value.IsNil()) {
         return choice;
     }
-    if (given.type == ScriptValue::Type::Boolean) {
-        choice.isAll = given.boolean;
+    if (value.type == ScriptValue::Type::Boolean) {
+        choice.isAll = value.boolean;
         return choice;
     }
-    for (ScriptValue const& element : checks::list(given)) {
-        PropertyId const id = checks::property(element);
-        if (!m_type.find(id)) {
+    for (ScriptValue const& element : checks::List(value)) {
+        PropertyId const id = checks::Property(element);
+        if (!type.Find(id)) {
             throw Mistake("this type has no property \"" + element.text + "\"");
         }
         choice.names.insert(id);
     }
     return choice;
 } catch (Mistake const& mistake) {
-    throw mistake.in(name);
+    throw mistake.In(name);
 }
 
 // A list only: not everything can be written.
-ObjectBuilder::Choice ObjectBuilder::writableChoice() const {
-    Choice choice = this->choice("writable");
+ObjectBuilder::Choice ObjectBuilder::WritableChoice() const {
+    Choice choice = this->ReadChoice("writable");
     if (choice.isAll) {
         throw Mistake("writable: must be a list, not true");
     }
     for (PropertyId const id : choice.names) {
-        if (!isWritableDatatype(m_type.find(id)->datatype)) {
-            throw Mistake("writable: " + nameOf(id) + " cannot be written");
+        if (!IsWritableDatatype(type.Find(id)->datatype)) {
+            throw Mistake("writable: " + NameOf(id) + " cannot be written");
         }
     }
     return choice;

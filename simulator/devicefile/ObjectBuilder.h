@@ -15,15 +15,15 @@ public:
     // Gives the value of a default's Lua expression.
     using Evaluate = std::function<ScriptValue(std::string const&)>;
 
-    // `extraNames` are names that the table may have besides its properties. The
+    // `otherNames` are names that the table may have besides its properties. The
     // others must outlive the builder.
-    ObjectBuilder(ObjectType const& type, ScriptValue const& given, Evaluate const& evaluate,
-                  std::vector<std::string> const& extraNames = {})
-        : m_type(type), m_given(given), m_evaluate(evaluate), m_extraNames(extraNames) {}
+    ObjectBuilder(ObjectType const& objectType, ScriptValue const& table, Evaluate const& evaluateDefault,
+                  std::vector<std::string> const& otherNames = {})
+        : type(objectType), given(table), evaluate(evaluateDefault), extraNames(otherNames) {}
 
-    BacnetObject build();
+    BacnetObject Build();
     // "analog_input 1", for messages and as the name of an object without one.
-    std::string title() const;
+    std::string Title() const;
 
 private:
     struct Choice {
@@ -31,21 +31,21 @@ private:
         std::set<PropertyId> names;
     };
 
-    void checkNames() const;
-    std::optional<std::vector<ValuePtr>> values(PropertyRow const& row) const;
-    std::uint32_t instance() const;
-    std::string name() const;
-    bool isDerived(PropertyRow const& row) const;
-    std::optional<PriorityArray> priorities(std::vector<Property> const& properties) const;
-    Access access(PropertyRow const& row) const;
-    Choice choice(char const* name) const;
-    Choice writableChoice() const;
+    void CheckNames() const;
+    std::optional<std::vector<ValuePtr>> Values(PropertyRow const& row) const;
+    std::uint32_t Instance() const;
+    std::string Name() const;
+    bool IsDerived(PropertyRow const& row) const;
+    std::optional<PriorityArray> Priorities(std::vector<Property> const& properties) const;
+    Access ReadAccess(PropertyRow const& row) const;
+    Choice ReadChoice(char const* name) const;
+    Choice WritableChoice() const;
 
-    ObjectType const& m_type;
-    ScriptValue const& m_given;
-    Evaluate const& m_evaluate;
-    std::vector<std::string> m_extraNames;
-    Choice m_readOnly, m_writable;
+    ObjectType const& type;
+    ScriptValue const& given;
+    Evaluate const& evaluate;
+    std::vector<std::string> extraNames;
+    Choice readOnly, writable;
 };
 
 }  // namespace simulator

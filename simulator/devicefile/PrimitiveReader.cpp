@@ -12,7 +12,7 @@ namespace simulator {
 
 namespace {
 
-constexpr std::uint32_t kHighestEnumerated = 65535;
+constexpr std::uint32_t HighestEnumerated = 65535;
 
 // The typed values of schedules. Enumerated ones are numbers of no enumeration in particular.
 struct TypedRow {
@@ -20,7 +20,7 @@ struct TypedRow {
     Datatype datatype;
 };
 
-constexpr TypedRow kTyped[] = {
+constexpr TypedRow Typed[] = {
     {"boolean", Datatype::Boolean},
     {"unsigned", Datatype::Unsigned},
     {"signed", Datatype::Signed},
@@ -33,19 +33,19 @@ constexpr TypedRow kTyped[] = {
     {"time", Datatype::Time},
 };
 
-ValuePtr fixed(ApplicationTag tag, Octets const& content, double number = 0) {
+ValuePtr Fixed(ApplicationTag tag, Octets const& content, double number = 0) {
     TagWriter writer;
-    writer.application(tag, content);
-    return std::make_shared<FixedValue>(writer.take(), number);
+    writer.Application(tag, content);
+    return std::make_shared<FixedValue>(writer.Take(), number);
 }
 
-ValuePtr fixedBoolean(bool value) {
+ValuePtr FixedBoolean(bool value) {
     TagWriter writer;
-    writer.boolean(value);
-    return std::make_shared<FixedValue>(writer.take(), value ? 1 : 0);
+    writer.Boolean(value);
+    return std::make_shared<FixedValue>(writer.Take(), value ? 1 : 0);
 }
 
-ApplicationTag tagOf(Datatype datatype) {
+ApplicationTag TagOf(Datatype datatype) {
     switch (datatype) {
         case Datatype::Boolean:
             return ApplicationTag::Boolean;
@@ -61,13 +61,13 @@ ApplicationTag tagOf(Datatype datatype) {
         default:
             break;
     }
-    if (!isEnumeration(datatype)) {
+    if (!IsEnumeration(datatype)) {
         throw Mistake("cannot move: it is no number");
     }
     return ApplicationTag::Enumerated;
 }
 
-ValuePtr readClock(Datatype datatype) {
+ValuePtr ReadClock(Datatype datatype) {
     switch (datatype) {
         case Datatype::Date:
             return std::make_shared<ClockValue>(true, false);
@@ -80,122 +80,122 @@ ValuePtr readClock(Datatype datatype) {
     }
 }
 
-ScriptValue const& onlyOne(ScriptValue const& value) {
+ScriptValue const& OnlyOne(ScriptValue const& value) {
     if (value.list.size() != 1) {
         throw Mistake(value.kind + ": wants one value");
     }
     return value.list[0];
 }
 
-ValuePtr readTyped(ScriptValue const& value) {
-    if (value.isMade("null")) {
+ValuePtr ReadTyped(ScriptValue const& value) {
+    if (value.IsMade("null")) {
         return std::make_shared<FixedValue>(Octets(1, '\0'));
     }
-    if (value.isMade("object_identifier")) {
-        return fixedObjectIdentifier(checks::objectIdentifier(value));
+    if (value.IsMade("object_identifier")) {
+        return FixedObjectIdentifier(checks::ObjectIdentifier(value));
     }
-    if (value.isMade("enumerated")) {
-        return fixedEnumerated(checks::unsignedUpTo(onlyOne(value), kHighestEnumerated));
+    if (value.IsMade("enumerated")) {
+        return FixedEnumerated(checks::UnsignedUpTo(OnlyOne(value), HighestEnumerated));
     }
-    for (TypedRow const& row : kTyped) {
-        if (value.isMade(row.name)) {
-            return readPrimitive(row.datatype, onlyOne(value));
+    for (TypedRow const& row : Typed) {
+        if (value.IsMade(row.name)) {
+            return ReadPrimitive(row.datatype, OnlyOne(value));
         }
     }
-    throw Mistake("cannot be " + value.describe());
+    throw Mistake("cannot be " + value.Describe());
 }
 
-ValuePtr readAny(ScriptValue const& value) {
+ValuePtr ReadAny(ScriptValue const& value) {
     switch (value.type) {
         case ScriptValue::Type::Boolean:
-            return fixedBoolean(value.boolean);
+            return FixedBoolean(value.boolean);
         case ScriptValue::Type::Text:
-            return fixedText(value.text);
+            return FixedText(value.text);
         case ScriptValue::Type::Table:
-            return readTyped(value);
+            return ReadTyped(value);
         default:
-            return readPrimitive(Datatype::Real, value);
+            return ReadPrimitive(Datatype::Real, value);
     }
 }
 
-ValuePtr readFixed(Datatype datatype, ScriptValue const& value) {
+ValuePtr ReadFixed(Datatype datatype, ScriptValue const& value) {
     switch (datatype) {
         case Datatype::Boolean:
-            return fixedBoolean(checks::boolean(value));
+            return FixedBoolean(checks::Boolean(value));
         case Datatype::Unsigned:
-            return fixedUnsigned(checks::unsignedNumber(value));
+            return FixedUnsigned(checks::UnsignedNumber(value));
         case Datatype::Signed:
-            return fixed(ApplicationTag::Signed, content::signedNumber(checks::signedNumber(value)),
+            return Fixed(ApplicationTag::Signed, content::SignedNumber(checks::SignedNumber(value)),
                          value.number);
         case Datatype::Real:
-            return fixed(ApplicationTag::Real, content::real(checks::singleNumber(value)), value.number);
+            return Fixed(ApplicationTag::Real, content::Real(checks::SingleNumber(value)), value.number);
         case Datatype::Double:
-            return fixed(ApplicationTag::Double, content::doubleNumber(checks::number(value)), value.number);
+            return Fixed(ApplicationTag::Double, content::DoubleNumber(checks::Number(value)), value.number);
         case Datatype::OctetString:
-            return fixed(ApplicationTag::OctetString, checks::hexadecimal(value));
+            return Fixed(ApplicationTag::OctetString, checks::Hexadecimal(value));
         case Datatype::CharacterString:
-            return fixedText(checks::text(value));
+            return FixedText(checks::Text(value));
         case Datatype::BitString:
-            return fixedBits(checks::bits(value));
+            return FixedBits(checks::Bits(value));
         case Datatype::Date:
-            return fixed(ApplicationTag::Date, content::date(checks::date(value)));
+            return Fixed(ApplicationTag::Date, content::Date(checks::Date(value)));
         case Datatype::Time:
-            return fixed(ApplicationTag::Time, content::time(checks::time(value)));
+            return Fixed(ApplicationTag::Time, content::Time(checks::Time(value)));
         case Datatype::DateTime:
-            return std::make_shared<FixedValue>(readDateTime(value));
+            return std::make_shared<FixedValue>(ReadDateTime(value));
         case Datatype::ObjectIdentifier:
-            return fixedObjectIdentifier(checks::objectIdentifier(value));
+            return FixedObjectIdentifier(checks::ObjectIdentifier(value));
         case Datatype::Any:
-            return readAny(value);
+            return ReadAny(value);
         default:
-            return fixedEnumerated(readEnumerated(datatype, value));
+            return FixedEnumerated(ReadEnumerated(datatype, value));
     }
 }
 
 }  // namespace
 
-std::vector<std::string> primitiveConstructors() {
+std::vector<std::string> PrimitiveConstructors() {
     std::vector<std::string> names{"clock", "null", "enumerated", "object_identifier"};
-    for (TypedRow const& row : kTyped) {
+    for (TypedRow const& row : Typed) {
         names.emplace_back(row.name);
     }
     return names;
 }
 
-ValuePtr readPrimitive(Datatype datatype, ScriptValue const& value) {
-    if (auto signal = readSignal(value)) {
-        return std::make_shared<MovingValue>(std::move(signal), tagOf(datatype));
+ValuePtr ReadPrimitive(Datatype datatype, ScriptValue const& value) {
+    if (auto signal = ReadSignal(value)) {
+        return std::make_shared<MovingValue>(std::move(signal), TagOf(datatype));
     }
-    return value.isMade("clock") ? readClock(datatype) : readFixed(datatype, value);
+    return value.IsMade("clock") ? ReadClock(datatype) : ReadFixed(datatype, value);
 }
 
-std::uint32_t readEnumerated(Datatype datatype, ScriptValue const& value) {
-    if (value.isNumber()) {
-        return checks::unsignedUpTo(value, kHighestEnumerated);
+std::uint32_t ReadEnumerated(Datatype datatype, ScriptValue const& value) {
+    if (value.IsNumber()) {
+        return checks::UnsignedUpTo(value, HighestEnumerated);
     }
     if (datatype == Datatype::BinaryPv && value.type == ScriptValue::Type::Boolean) {
         return value.boolean ? 1 : 0;
     }
-    auto const number = enumeratedOfName(datatype, checks::text(value));
+    auto const number = EnumeratedOfName(datatype, checks::Text(value));
     if (!number) {
         throw Mistake("unknown name \"" + value.text + "\"");
     }
     return *number;
 }
 
-Octets readDateTime(ScriptValue const& value) {
-    std::string const& text = checks::text(value);
+Octets ReadDateTime(ScriptValue const& value) {
+    std::string const& text = checks::Text(value);
     std::size_t const space = text.find(' ');
-    std::optional<CalendarDate> const date = text == "*" ? kAnyDate : dateOfText(text.substr(0, space));
+    std::optional<CalendarDate> const date = text == "*" ? AnyDate : DateOfText(text.substr(0, space));
     std::optional<TimeOfDay> const time =
-        text == "*" ? kAnyTime : timeOfText(space == std::string::npos ? "" : text.substr(space + 1));
+        text == "*" ? AnyTime : TimeOfText(space == std::string::npos ? "" : text.substr(space + 1));
     if (!date || !time) {
         throw Mistake("must be a date and time like \"2024-03-15 08:00:00\", not \"" + text + "\"");
     }
     TagWriter writer;
-    writer.application(ApplicationTag::Date, content::date(*date));
-    writer.application(ApplicationTag::Time, content::time(*time));
-    return writer.take();
+    writer.Application(ApplicationTag::Date, content::Date(*date));
+    writer.Application(ApplicationTag::Time, content::Time(*time));
+    return writer.Take();
 }
 
 }  // namespace simulator

@@ -10,17 +10,17 @@ namespace simulator {
 
 namespace {
 
-ValuePtr readOne(Datatype datatype, ScriptValue const& value) {
-    return isConstructed(datatype) ? readConstructed(datatype, value) : readPrimitive(datatype, value);
+ValuePtr ReadOne(Datatype datatype, ScriptValue const& value) {
+    return IsConstructed(datatype) ? ReadConstructed(datatype, value) : ReadPrimitive(datatype, value);
 }
 
-std::vector<ValuePtr> readElements(Datatype datatype, ScriptValue const& value) {
+std::vector<ValuePtr> ReadElements(Datatype datatype, ScriptValue const& value) {
     std::vector<ValuePtr> elements;
-    for (ScriptValue const& element : checks::list(value)) {
+    for (ScriptValue const& element : checks::List(value)) {
         try {
-            elements.push_back(readOne(datatype, element));
+            elements.push_back(ReadOne(datatype, element));
         } catch (Mistake const& mistake) {
-            throw mistake.in("element " + std::to_string(elements.size() + 1));
+            throw mistake.In("element " + std::to_string(elements.size() + 1));
         }
     }
     return elements;
@@ -28,21 +28,21 @@ std::vector<ValuePtr> readElements(Datatype datatype, ScriptValue const& value) 
 
 }  // namespace
 
-std::vector<ValuePtr> readValues(PropertyRow const& row, ScriptValue const& value) {
+std::vector<ValuePtr> ReadValues(PropertyRow const& row, ScriptValue const& value) {
     switch (row.datatype) {
         case Datatype::DailySchedule:
-            return readWeeklySchedule(value);
+            return ReadWeeklySchedule(value);
         case Datatype::SpecialEvent:
-            return readExceptionSchedule(value);
+            return ReadExceptionSchedule(value);
         case Datatype::Priority:
             throw Mistake("cannot be given: it follows from present_value and relinquish_default");
         default:
             break;
     }
     if (row.shape == Shape::Single) {
-        return {readOne(row.datatype, value)};
+        return {ReadOne(row.datatype, value)};
     }
-    return readElements(row.datatype, value);
+    return ReadElements(row.datatype, value);
 }
 
 }  // namespace simulator

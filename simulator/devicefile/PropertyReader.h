@@ -10,6 +10,6 @@
 namespace simulator {
 
 // The value of a property, or its elements, as a device file gives it for that row. Throws Mistake.
-std::vector<ValuePtr> readValues(PropertyRow const& row, ScriptValue const& value);
+std::vector<ValuePtr> ReadValues(PropertyRow const& row, ScriptValue const& value);
 
 }  // namespace simulator

@@ -12,141 +12,141 @@ namespace simulator::checks {
 
 namespace {
 
-[[noreturn]] void fail(std::string const& wanted, ScriptValue const& value) {
-    throw Mistake("must be " + wanted + ", not " + value.describe());
+[[noreturn]] void Fail(std::string const& wanted, ScriptValue const& value) {
+    throw Mistake("must be " + wanted + ", not " + value.Describe());
 }
 
 // The number as an integer: of 1 as of 1.0.
-std::int64_t whole(ScriptValue const& value, char const* wanted) {
+std::int64_t Whole(ScriptValue const& value, char const* wanted) {
     constexpr double exact = 9007199254740992.0;
     if (value.type == ScriptValue::Type::Integer) {
         return value.integer;
     }
-    if (!value.isNumber() || !(std::fabs(value.number) <= exact) ||
+    if (!value.IsNumber() || !(std::fabs(value.number) <= exact) ||
         value.number != std::floor(value.number)) {
-        fail(wanted, value);
+        Fail(wanted, value);
     }
     return static_cast<std::int64_t>(value.number);
 }
 
-unsigned nibble(char digit) {
+unsigned Nibble(char digit) {
     return static_cast<unsigned>(digit <= '9' ? digit - '0' : (digit | 0x20) - 'a' + 10);
 }
 
-bool consistsOf(std::string const& text, char const* characters) {
+bool ConsistsOf(std::string const& text, char const* characters) {
     return text.find_first_not_of(characters) == std::string::npos;
 }
 
 }  // namespace
 
-std::uint64_t unsignedNumber(ScriptValue const& value) {
+std::uint64_t UnsignedNumber(ScriptValue const& value) {
     constexpr char const* wanted = "a whole number from 0 up";
-    std::int64_t const number = whole(value, wanted);
+    std::int64_t const number = Whole(value, wanted);
     if (number < 0) {
-        fail(wanted, value);
+        Fail(wanted, value);
     }
     return static_cast<std::uint64_t>(number);
 }
 
-std::uint32_t unsignedUpTo(ScriptValue const& value, std::uint32_t highest) {
-    std::uint64_t const number = unsignedNumber(value);
+std::uint32_t UnsignedUpTo(ScriptValue const& value, std::uint32_t highest) {
+    std::uint64_t const number = UnsignedNumber(value);
     if (number > highest) {
-        fail("at most " + std::to_string(highest), value);
+        Fail("at most " + std::to_string(highest), value);
     }
     return static_cast<std::uint32_t>(number);
 }
 
-std::int64_t signedNumber(ScriptValue const& value) {
-    return whole(value, "a whole number");
+std::int64_t SignedNumber(ScriptValue const& value) {
+    return Whole(value, "a whole number");
 }
 
-double number(ScriptValue const& value) {
-    if (!value.isNumber()) {
-        fail("a number", value);
+double Number(ScriptValue const& value) {
+    if (!value.IsNumber()) {
+        Fail("a number", value);
     }
     return value.number;
 }
 
-float singleNumber(ScriptValue const& value) {
-    double const found = number(value);
+float SingleNumber(ScriptValue const& value) {
+    double const found = Number(value);
     if (std::isfinite(found) && std::fabs(found) > FLT_MAX) {
-        fail("a number of single precision", value);
+        Fail("a number of single precision", value);
     }
     return static_cast<float>(found);
 }
 
-bool boolean(ScriptValue const& value) {
+bool Boolean(ScriptValue const& value) {
     if (value.type != ScriptValue::Type::Boolean) {
-        fail("true or false", value);
+        Fail("true or false", value);
     }
     return value.boolean;
 }
 
-std::string const& text(ScriptValue const& value) {
+std::string const& Text(ScriptValue const& value) {
     if (value.type != ScriptValue::Type::Text) {
-        fail("a text", value);
+        Fail("a text", value);
     }
     return value.text;
 }
 
-Octets hexadecimal(ScriptValue const& value) {
-    std::string const& digits = text(value);
-    if (digits.size() % 2 != 0 || !consistsOf(digits, "0123456789ABCDEFabcdef")) {
-        fail("pairs of hexadecimal digits", value);
+Octets Hexadecimal(ScriptValue const& value) {
+    std::string const& digits = Text(value);
+    if (digits.size() % 2 != 0 || !ConsistsOf(digits, "0123456789ABCDEFabcdef")) {
+        Fail("pairs of hexadecimal digits", value);
     }
     Octets octets;
     for (std::size_t i = 0; i < digits.size(); i += 2) {
-        octets.push_back(static_cast<char>(nibble(digits[i]) << 4 | nibble(digits[i + 1])));
+        octets.push_back(static_cast<char>(Nibble(digits[i]) << 4 | Nibble(digits[i + 1])));
     }
     return octets;
 }
 
-std::string const& bits(ScriptValue const& value) {
-    if (!consistsOf(text(value), "01")) {
-        fail("a text of 0 and 1", value);
+std::string const& Bits(ScriptValue const& value) {
+    if (!ConsistsOf(Text(value), "01")) {
+        Fail("a text of 0 and 1", value);
     }
     return value.text;
 }
 
-CalendarDate date(ScriptValue const& value) {
-    auto const date = dateOfText(text(value));
+CalendarDate Date(ScriptValue const& value) {
+    auto const date = DateOfText(Text(value));
     if (!date) {
-        fail("a date like \"2024-03-15\"", value);
+        Fail("a date like \"2024-03-15\"", value);
     }
     return *date;
 }
 
-TimeOfDay time(ScriptValue const& value) {
-    auto const time = timeOfText(text(value));
+TimeOfDay Time(ScriptValue const& value) {
+    auto const time = TimeOfText(Text(value));
     if (!time) {
-        fail("a time like \"08:00:00\"", value);
+        Fail("a time like \"08:00:00\"", value);
     }
     return *time;
 }
 
-ObjectId objectIdentifier(ScriptValue const& value) {
+ObjectId ObjectIdentifier(ScriptValue const& value) {
     if (value.list.size() < 2) {
-        fail("an object like {\"analog_input\", 1}", value);
+        Fail("an object like {\"analog_input\", 1}", value);
     }
-    std::string const& name = text(value.list[0]);
-    ObjectType const* type = name == "device" ? &deviceObjectType() : objectTypeOfName(name);
+    std::string const& name = Text(value.list[0]);
+    ObjectType const* type = name == "device" ? &DeviceObjectType() : ObjectTypeOfName(name);
     if (!type) {
         throw Mistake("unknown object type \"" + name + "\"");
     }
-    return {type->code, unsignedUpTo(value.list[1], ObjectId::kLastInstance)};
+    return {type->code, UnsignedUpTo(value.list[1], ObjectId::LastInstance)};
 }
 
-PropertyId property(ScriptValue const& value) {
-    auto const id = propertyOfName(text(value));
+PropertyId Property(ScriptValue const& value) {
+    auto const id = PropertyOfName(Text(value));
     if (!id) {
         throw Mistake("unknown property \"" + value.text + "\"");
     }
     return *id;
 }
 
-void fields(ScriptValue const& value, std::initializer_list<char const*> names) {
+void Fields(ScriptValue const& value, std::initializer_list<char const*> names) {
     if (value.type != ScriptValue::Type::Table) {
-        fail("a table", value);
+        Fail("a table", value);
     }
     for (ScriptField const& field : value.fields) {
         if (std::find(names.begin(), names.end(), field.name) == names.end()) {
@@ -158,9 +158,9 @@ void fields(ScriptValue const& value, std::initializer_list<char const*> names) 
     }
 }
 
-std::vector<ScriptValue> const& list(ScriptValue const& value) {
-    if (!value.isPlainTable() || !value.fields.empty()) {
-        fail("a list", value);
+std::vector<ScriptValue> const& List(ScriptValue const& value) {
+    if (!value.IsPlainTable() || !value.fields.empty()) {
+        Fail("a list", value);
     }
     return value.list;
 }

@@ -14,28 +14,28 @@
 // and what is there.
 namespace simulator::checks {
 
-std::uint64_t unsignedNumber(ScriptValue const& value);
+std::uint64_t UnsignedNumber(ScriptValue const& value);
 // Also not above `highest`.
-std::uint32_t unsignedUpTo(ScriptValue const& value, std::uint32_t highest);
-std::int64_t signedNumber(ScriptValue const& value);
-double number(ScriptValue const& value);
+std::uint32_t UnsignedUpTo(ScriptValue const& value, std::uint32_t highest);
+std::int64_t SignedNumber(ScriptValue const& value);
+double Number(ScriptValue const& value);
 // A number that single precision can hold, or an infinite one, or none ("not a number").
-float singleNumber(ScriptValue const& value);
-bool boolean(ScriptValue const& value);
-std::string const& text(ScriptValue const& value);
+float SingleNumber(ScriptValue const& value);
+bool Boolean(ScriptValue const& value);
+std::string const& Text(ScriptValue const& value);
 // Octets of pairs of hexadecimal digits: "0A14".
-Octets hexadecimal(ScriptValue const& value);
+Octets Hexadecimal(ScriptValue const& value);
 // A text of the digits 0 and 1.
-std::string const& bits(ScriptValue const& value);
-CalendarDate date(ScriptValue const& value);
-TimeOfDay time(ScriptValue const& value);
+std::string const& Bits(ScriptValue const& value);
+CalendarDate Date(ScriptValue const& value);
+TimeOfDay Time(ScriptValue const& value);
 // {"analog_input", 1}
-ObjectId objectIdentifier(ScriptValue const& value);
-PropertyId property(ScriptValue const& value);
+ObjectId ObjectIdentifier(ScriptValue const& value);
+PropertyId Property(ScriptValue const& value);
 
 // A table of named fields and nothing else, none but these.
-void fields(ScriptValue const& value, std::initializer_list<char const*> names);
+void Fields(ScriptValue const& value, std::initializer_list<char const*> names);
 // A plain table of elements and nothing else.
-std::vector<ScriptValue> const& list(ScriptValue const& value);
+std::vector<ScriptValue> const& List(ScriptValue const& value);
 
 }  // namespace simulator::checks

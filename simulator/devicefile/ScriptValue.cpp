@@ -12,7 +12,7 @@ ScriptValue const& ScriptValue::operator[](std::string const& name) const {
     return nil;
 }
 
-std::string ScriptValue::describe() const {
+std::string ScriptValue::Describe() const {
     switch (type) {
         case Type::Nil:
             return "nothing";

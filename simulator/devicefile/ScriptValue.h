@@ -23,14 +23,14 @@ struct ScriptValue {
     std::vector<ScriptValue> list;    // the elements 1, 2, 3 ...
     std::vector<ScriptField> fields;  // the named ones, by name
 
-    bool isNil() const { return type == Type::Nil; }
-    bool isNumber() const { return type == Type::Integer || type == Type::Number; }
-    bool isPlainTable() const { return type == Type::Table && kind.empty(); }
-    bool isMade(std::string const& by) const { return type == Type::Table && kind == by; }
+    bool IsNil() const { return type == Type::Nil; }
+    bool IsNumber() const { return type == Type::Integer || type == Type::Number; }
+    bool IsPlainTable() const { return type == Type::Table && kind.empty(); }
+    bool IsMade(std::string const& by) const { return type == Type::Table && kind == by; }
     // The field of that name, or a Nil.
     ScriptValue const& operator[](std::string const& name) const;
     // What it is, for a message: "a number", "a ramp".
-    std::string describe() const;
+    std::string Describe() const;
 };
 
 struct ScriptField {

@@ -9,9 +9,9 @@ namespace simulator {
 
 // The functions of device files that make moving values: ramp{from, to, period}, curve{mean, amplitude,
 // period, peak}, toggle{period}, counter{start, rate}, steps{values, period}.
-std::vector<std::string> signalConstructors();
+std::vector<std::string> SignalConstructors();
 
 // The signal that a value of a device file stands for; null if it isn't a moving one. Throws Mistake.
-std::shared_ptr<Signal const> readSignal(ScriptValue const& value);
+std::shared_ptr<Signal const> ReadSignal(ScriptValue const& value);
 
 }  // namespace simulator

@@ -12,141 +12,141 @@ namespace simulator::acks {
 namespace {
 
 enum ServiceChoice : std::uint8_t {
-    kReadProperty = 12,
-    kReadPropertyMultiple = 14,
-    kWriteProperty = 15,
-    kWritePropertyMultiple = 16
+    ReadPropertyChoice = 12,
+    ReadPropertyMultipleChoice = 14,
+    WritePropertyChoice = 15,
+    WritePropertyMultipleChoice = 16
 };
 
-FaultScope scopeOf(std::uint8_t serviceChoice) {
+FaultScope ScopeOf(std::uint8_t serviceChoice) {
     switch (serviceChoice) {
-        case kReadProperty:
-        case kReadPropertyMultiple:
+        case ReadPropertyChoice:
+        case ReadPropertyMultipleChoice:
             return FaultScope::Read;
-        case kWriteProperty:
-        case kWritePropertyMultiple:
+        case WritePropertyChoice:
+        case WritePropertyMultipleChoice:
             return FaultScope::Write;
         default:
             return FaultScope::Any;
     }
 }
 
-void addObject(TagWriter& writer, ObjectId id) {
-    writer.context(0, content::objectIdentifier(id));
+void AddObject(TagWriter& writer, ObjectId id) {
+    writer.Context(0, content::ObjectIdentifier(id));
 }
 
-Octets ofNextInstance(Octets const& ack) {
+Octets OfNextInstance(Octets const& ack) {
     TagReader reader(ack);
-    ObjectId id = reader.objectIdentifier(0);
-    id.instance = (id.instance + 1) & ObjectId::kLastInstance;
+    ObjectId id = reader.ObjectIdentifier(0);
+    id.instance = (id.instance + 1) & ObjectId::LastInstance;
     TagWriter writer;
-    addObject(writer, id);
-    Octets changed = writer.take();
+    AddObject(writer, id);
+    Octets changed = writer.Take();
     changed.insert(changed.end(), ack.begin() + static_cast<std::ptrdiff_t>(changed.size()), ack.end());
     return changed;
 }
 
 // One ReadAccessResult (clause 21) without the result of its last property.
-void copyWithoutLastResult(TagReader& reader, TagWriter& writer) {
-    addObject(writer, reader.objectIdentifier(0));
-    reader.opening(1);
-    writer.opening(1);
-    for (bool isLast = reader.closes(1); !isLast;) {
-        writer.context(2, content::unsignedNumber(reader.unsignedNumber(2)));
-        if (auto const index = reader.optionalUnsigned(3)) {
-            writer.context(3, content::unsignedNumber(*index));
+void CopyWithoutLastResult(TagReader& reader, TagWriter& writer) {
+    AddObject(writer, reader.ObjectIdentifier(0));
+    reader.Opening(1);
+    writer.Opening(1);
+    for (bool isLast = reader.Closes(1); !isLast;) {
+        writer.Context(2, content::UnsignedNumber(reader.UnsignedNumber(2)));
+        if (auto const index = reader.OptionalUnsigned(3)) {
+            writer.Context(3, content::UnsignedNumber(*index));
         }
-        std::uint8_t const number = reader.nextIsOpening(4) ? 4 : 5;
-        Octets const result = reader.enclosed(number);
-        isLast = reader.closes(1);
+        std::uint8_t const number = reader.NextIsOpening(4) ? 4 : 5;
+        Octets const result = reader.Enclosed(number);
+        isLast = reader.Closes(1);
         if (!isLast) {
-            writer.opening(number);
-            writer.encoded(result);
-            writer.closing(number);
+            writer.Opening(number);
+            writer.Encoded(result);
+            writer.Closing(number);
         }
     }
-    writer.closing(1);
+    writer.Closing(1);
 }
 
-Octets withoutLastResults(Octets const& ack) {
+Octets WithoutLastResults(Octets const& ack) {
     TagReader reader(ack);
     TagWriter writer;
-    while (!reader.atEnd()) {
-        copyWithoutLastResult(reader, writer);
+    while (!reader.AtEnd()) {
+        CopyWithoutLastResult(reader, writer);
     }
-    return writer.take();
+    return writer.Take();
 }
 
 }  // namespace
 
-Faults::Request requestOf(Octets const& apdu) {
+Faults::Request RequestOf(Octets const& apdu) {
     Faults::Request result;
-    auto const request = ConfirmedRequest::decode(apdu);
+    auto const request = ConfirmedRequest::Decode(apdu);
     if (!request || request->isSegmented) {
         return result;
     }
-    result.service = scopeOf(request->serviceChoice);
+    result.service = ScopeOf(request->serviceChoice);
     try {
-        result.object = TagReader(apdu, request->parametersAt).objectIdentifier(0);
+        result.object = TagReader(apdu, request->parametersAt).ObjectIdentifier(0);
     } catch (Reject const&) {
     }
     return result;
 }
 
-void spoil(Fault const& fault, std::uint8_t serviceChoice, Octets& content, std::size_t& longestApdu) try {
+void Spoil(Fault const& fault, std::uint8_t serviceChoice, Octets& content, std::size_t& longestApdu) try {
     if (fault.kind == FaultKind::OversizedSegments) {
         longestApdu += fault.octets;
-    } else if (fault.kind == FaultKind::WrongObject && scopeOf(serviceChoice) == FaultScope::Read) {
-        content = ofNextInstance(content);
-    } else if (fault.kind == FaultKind::OddList && serviceChoice == kReadPropertyMultiple) {
-        content = withoutLastResults(content);
+    } else if (fault.kind == FaultKind::WrongObject && ScopeOf(serviceChoice) == FaultScope::Read) {
+        content = OfNextInstance(content);
+    } else if (fault.kind == FaultKind::OddList && serviceChoice == ReadPropertyMultipleChoice) {
+        content = WithoutLastResults(content);
     }
 } catch (Reject const&) {
     return;  // another fault has been here before
 }
 
-Octets askingFor(std::uint32_t property, Octets const& apdu) try {
-    auto const request = ConfirmedRequest::decode(apdu);
+Octets AskingFor(std::uint32_t property, Octets const& apdu) try {
+    auto const request = ConfirmedRequest::Decode(apdu);
     if (!request || request->isSegmented) {
         return apdu;
     }
     TagReader reader(apdu, request->parametersAt);
     TagWriter writer;
-    addObject(writer, reader.objectIdentifier(0));
-    if (request->serviceChoice == kReadPropertyMultiple) {
-        reader.opening(1);
-        writer.opening(1);
-        writer.context(0, content::unsignedNumber(property));
-    } else if (request->serviceChoice == kReadProperty) {
-        reader.unsignedNumber(1);
-        writer.context(1, content::unsignedNumber(property));
+    AddObject(writer, reader.ObjectIdentifier(0));
+    if (request->serviceChoice == ReadPropertyMultipleChoice) {
+        reader.Opening(1);
+        writer.Opening(1);
+        writer.Context(0, content::UnsignedNumber(property));
+    } else if (request->serviceChoice == ReadPropertyChoice) {
+        reader.UnsignedNumber(1);
+        writer.Context(1, content::UnsignedNumber(property));
     } else {
         return apdu;
     }
     auto const begin = apdu.begin() + static_cast<std::ptrdiff_t>(request->parametersAt);
     Octets changed(apdu.begin(), begin);
-    Octets const start = writer.take();
+    Octets const start = writer.Take();
     changed.insert(changed.end(), start.begin(), start.end());
-    changed.insert(changed.end(), apdu.begin() + static_cast<std::ptrdiff_t>(reader.position()), apdu.end());
+    changed.insert(changed.end(), apdu.begin() + static_cast<std::ptrdiff_t>(reader.Position()), apdu.end());
     return changed;
 } catch (Reject const&) {
     return apdu;
 }
 
-std::optional<Octets> refusal(Fault const& fault, Octets const& requestApdu) {
-    auto const request = ConfirmedRequest::decode(requestApdu);
-    std::uint32_t const code = fault.code.value_or(rowOf(fault.kind).code);
+std::optional<Octets> Refusal(Fault const& fault, Octets const& requestApdu) {
+    auto const request = ConfirmedRequest::Decode(requestApdu);
+    std::uint32_t const code = fault.code.value_or(RowOf(fault.kind).code);
     if (!request) {
         return std::nullopt;
     }
     switch (fault.kind) {
         case FaultKind::Error:
-            return answers::error(request->invokeId, request->serviceChoice,
+            return answers::Error(request->invokeId, request->serviceChoice,
                                   {static_cast<ErrorClass>(fault.errorClass), static_cast<ErrorCode>(code)});
         case FaultKind::Reject:
-            return answers::reject(request->invokeId, static_cast<RejectReason>(code));
+            return answers::Reject(request->invokeId, static_cast<RejectReason>(code));
         case FaultKind::Abort:
-            return answers::abort(request->invokeId, static_cast<AbortReason>(code));
+            return answers::Abort(request->invokeId, static_cast<AbortReason>(code));
         default:
             return std::nullopt;
     }

@@ -11,18 +11,18 @@
 namespace simulator::acks {
 
 // What a confirmed request, given as its APDU, is to a fault's scope.
-Faults::Request requestOf(Octets const& apdu);
+Faults::Request RequestOf(Octets const& apdu);
 
 // WrongObject, OddList or OversizedSegments, done to the parameters of an ack and to the longest APDU that it
 // may have. Any other kind does nothing, and nor does one that the service has no place for.
-void spoil(Fault const& fault, std::uint8_t serviceChoice, Octets& content, std::size_t& longestApdu);
+void Spoil(Fault const& fault, std::uint8_t serviceChoice, Octets& content, std::size_t& longestApdu);
 
 // A request that asks for a property besides the first object's others, before them: a ReadProperty, in place
 // of its own. Any other request is given back as it is.
-Octets askingFor(std::uint32_t property, Octets const& apdu);
+Octets AskingFor(std::uint32_t property, Octets const& apdu);
 
 // What is answered in place of the service's answer by Error, Reject and Abort: the APDU; nothing for any
 // other kind.
-std::optional<Octets> refusal(Fault const& fault, Octets const& requestApdu);
+std::optional<Octets> Refusal(Fault const& fault, Octets const& requestApdu);
 
 }  // namespace simulator::acks

@@ -10,116 +10,116 @@ namespace simulator::datagrams {
 
 namespace {
 
-constexpr std::size_t kBvlcLength = 4;
-constexpr std::size_t kLongestHead = 3;  // of APDUs that answer, save segments
-constexpr std::size_t kSegmentHead = 5;
-constexpr std::uint8_t kComplexAck = 0x30;
-constexpr std::uint8_t kSegmented = 0x08;
-constexpr std::uint8_t kMoreFollows = 0x04;
-constexpr char kWindowSize = 16;
+constexpr std::size_t BvlcLength = 4;
+constexpr std::size_t LongestHead = 3;  // of APDUs that answer, save segments
+constexpr std::size_t SegmentHead = 5;
+constexpr std::uint8_t ComplexAckPdu = 0x30;
+constexpr std::uint8_t SegmentedBit = 0x08;
+constexpr std::uint8_t MoreFollowsBit = 0x04;
+constexpr char ProposedWindowSize = 16;
 
-std::uint8_t at(Octets const& octets, std::size_t place) {
+std::uint8_t At(Octets const& octets, std::size_t place) {
     return static_cast<std::uint8_t>(octets[place]);
 }
 
-void put(Octets& octets, std::size_t place, std::uint32_t value) {
+void Put(Octets& octets, std::size_t place, std::uint32_t value) {
     if (place < octets.size()) {
         octets[place] = static_cast<char>(value);
     }
 }
 
-void putLength(Octets& datagram, std::size_t length) {
-    if (datagram.size() >= kBvlcLength) {
-        put(datagram, 2, static_cast<std::uint32_t>(length >> 8));
-        put(datagram, 3, static_cast<std::uint32_t>(length));
+void PutLength(Octets& datagram, std::size_t length) {
+    if (datagram.size() >= BvlcLength) {
+        Put(datagram, 2, static_cast<std::uint32_t>(length >> 8));
+        Put(datagram, 3, static_cast<std::uint32_t>(length));
     }
 }
 
-std::optional<Npdu> npduOf(Octets const& datagram) {
-    if (datagram.size() < kBvlcLength) {
+std::optional<Npdu> NpduOf(Octets const& datagram) {
+    if (datagram.size() < BvlcLength) {
         return std::nullopt;
     }
     auto const npdu =
-        Npdu::decode(Octets(datagram.begin() + static_cast<std::ptrdiff_t>(kBvlcLength), datagram.end()));
+        Npdu::Decode(Octets(datagram.begin() + static_cast<std::ptrdiff_t>(BvlcLength), datagram.end()));
     return npdu && !npdu->isNetworkMessage && !npdu->content.empty() ? npdu : std::nullopt;
 }
 
-void cut(Octets& datagram, std::size_t length, bool mends) {
+void Cut(Octets& datagram, std::size_t length, bool mends) {
     datagram.resize(std::min(datagram.size(), length));
     if (mends) {
-        putLength(datagram, datagram.size());
+        PutLength(datagram, datagram.size());
     }
 }
 
-std::size_t headersLength(Octets const& datagram, FaultHeaders headers) {
-    std::size_t const apdu = apduAt(datagram);
+std::size_t HeadersLength(Octets const& datagram, FaultHeaders headers) {
+    std::size_t const apdu = ApduAt(datagram);
     if (headers == FaultHeaders::Bvlc) {
-        return kBvlcLength;
+        return BvlcLength;
     }
     return headers == FaultHeaders::Npdu ? apdu
-                                         : apdu + (sequenceNumber(datagram) ? kSegmentHead : kLongestHead);
+                                         : apdu + (SequenceNumber(datagram) ? SegmentHead : LongestHead);
 }
 
 }  // namespace
 
-std::size_t apduAt(Octets const& datagram) {
-    auto const npdu = npduOf(datagram);
+std::size_t ApduAt(Octets const& datagram) {
+    auto const npdu = NpduOf(datagram);
     return npdu ? datagram.size() - npdu->content.size() : datagram.size();
 }
 
-std::optional<std::uint8_t> invokeId(Octets const& datagram) {
-    std::size_t const place = apduAt(datagram) + 1;
-    return place < datagram.size() ? std::optional(at(datagram, place)) : std::nullopt;
+std::optional<std::uint8_t> InvokeId(Octets const& datagram) {
+    std::size_t const place = ApduAt(datagram) + 1;
+    return place < datagram.size() ? std::optional(At(datagram, place)) : std::nullopt;
 }
 
-std::optional<std::uint8_t> sequenceNumber(Octets const& datagram) {
-    std::size_t const apdu = apduAt(datagram);
-    bool const isSegment = apdu + kSegmentHead <= datagram.size() &&
-                           (at(datagram, apdu) & (0xF0 | kSegmented)) == (kComplexAck | kSegmented);
-    return isSegment ? std::optional(at(datagram, apdu + 2)) : std::nullopt;
+std::optional<std::uint8_t> SequenceNumber(Octets const& datagram) {
+    std::size_t const apdu = ApduAt(datagram);
+    bool const isSegment = apdu + SegmentHead <= datagram.size() &&
+                           (At(datagram, apdu) & (0xF0 | SegmentedBit)) == (ComplexAckPdu | SegmentedBit);
+    return isSegment ? std::optional(At(datagram, apdu + 2)) : std::nullopt;
 }
 
-void spoil(Fault const& fault, Octets& datagram) {
-    std::uint32_t const code = fault.code.value_or(rowOf(fault.kind).code);
+void Spoil(Fault const& fault, Octets& datagram) {
+    std::uint32_t const code = fault.code.value_or(RowOf(fault.kind).code);
     switch (fault.kind) {
         case FaultKind::OtherInvokeId:
-            put(datagram, apduAt(datagram) + 1, invokeId(datagram).value_or(0) + code);
+            Put(datagram, ApduAt(datagram) + 1, InvokeId(datagram).value_or(0) + code);
             break;
         case FaultKind::Truncate:
-            cut(datagram, fault.octet, fault.mends);
+            Cut(datagram, fault.octet, fault.mends);
             break;
         case FaultKind::BvlcFunction:
-            put(datagram, 1, code);
+            Put(datagram, 1, code);
             break;
         case FaultKind::BvlcType:
-            put(datagram, 0, code);
+            Put(datagram, 0, code);
             break;
         case FaultKind::BvlcLength:
-            putLength(datagram, datagram.size() + code);
+            PutLength(datagram, datagram.size() + code);
             break;
         case FaultKind::HeadersOnly:
-            cut(datagram, headersLength(datagram, fault.headers), true);
+            Cut(datagram, HeadersLength(datagram, fault.headers), true);
             break;
         default:
             break;
     }
 }
 
-std::optional<Octets> firstSegment(Octets const& datagram) {
-    auto npdu = npduOf(datagram);
-    if (!npdu || (at(npdu->content, 0) & 0xF0) != kComplexAck || npdu->content.size() < kLongestHead) {
+std::optional<Octets> FirstSegment(Octets const& datagram) {
+    auto npdu = NpduOf(datagram);
+    if (!npdu || (At(npdu->content, 0) & 0xF0) != ComplexAckPdu || npdu->content.size() < LongestHead) {
         return std::nullopt;
     }
     npdu->expectsReply = true;
-    if ((npdu->content[0] & kSegmented) == 0) {
-        npdu->content.insert(npdu->content.begin() + 2, {0, kWindowSize});
+    if ((npdu->content[0] & SegmentedBit) == 0) {
+        npdu->content.insert(npdu->content.begin() + 2, {0, ProposedWindowSize});
     }
-    npdu->content[0] = static_cast<char>(kComplexAck | kSegmented | kMoreFollows);
-    return bvlc::unicast(npdu->encode());
+    npdu->content[0] = static_cast<char>(ComplexAckPdu | SegmentedBit | MoreFollowsBit);
+    return bvlc::Unicast(npdu->Encode());
 }
 
-Octets renumbered(Octets segment, std::uint8_t sequenceNumber) {
-    put(segment, apduAt(segment) + 2, sequenceNumber);
+Octets Renumbered(Octets segment, std::uint8_t sequenceNumber) {
+    Put(segment, ApduAt(segment) + 2, sequenceNumber);
     return segment;
 }
 

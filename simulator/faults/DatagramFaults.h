@@ -11,22 +11,22 @@
 namespace simulator::datagrams {
 
 // Where the APDU begins; the datagram's length if there is none.
-std::size_t apduAt(Octets const& datagram);
+std::size_t ApduAt(Octets const& datagram);
 
 // The invoke id of the APDU of an answer.
-std::optional<std::uint8_t> invokeId(Octets const& datagram);
+std::optional<std::uint8_t> InvokeId(Octets const& datagram);
 
 // The sequence number of a segment of a ComplexACK.
-std::optional<std::uint8_t> sequenceNumber(Octets const& datagram);
+std::optional<std::uint8_t> SequenceNumber(Octets const& datagram);
 
 // The kinds that change octets of each datagram and nothing else: OtherInvokeId, Truncate, BvlcFunction,
 // BvlcType, BvlcLength, HeadersOnly. Any other kind does nothing.
-void spoil(Fault const& fault, Octets& datagram);
+void Spoil(Fault const& fault, Octets& datagram);
 
 // A ComplexACK as the first segment of a longer one; nothing for anything else.
-std::optional<Octets> firstSegment(Octets const& datagram);
+std::optional<Octets> FirstSegment(Octets const& datagram);
 
 // A segment with another sequence number.
-Octets renumbered(Octets segment, std::uint8_t sequenceNumber);
+Octets Renumbered(Octets segment, std::uint8_t sequenceNumber);
 
 }  // namespace simulator::datagrams

@@ -12,7 +12,7 @@ namespace simulator {
 // The faults of a device, and the decision which of them meet a request.
 class Faults {
 public:
-    static constexpr std::size_t kMost = 64;
+    static constexpr std::size_t Most = 64;
 
     // A fault that meets a request, and the number by which it can be asked for again.
     struct Hit {
@@ -26,25 +26,25 @@ public:
         std::optional<ObjectId> object;        // the first one that it names
     };
 
-    // Whether there are kMost that are still to come or go on.
-    bool isFull();
+    // Whether there are Most that are still to come or go on.
+    bool IsFull();
     // False, and nothing added, if it is full.
-    bool add(Fault const& fault);
+    bool Add(Fault const& fault);
     // Ends all of them, those of exchanges under way too.
-    void clear() { m_all.clear(); }
+    void Clear() { all.clear(); }
     // Those that are still to come or go on, in the order of adding.
-    std::vector<Fault> list() const;
+    std::vector<Fault> List() const;
 
     // To be called with every datagram and tick: starts what was added, ends what is over.
-    void update(Moment const& now);
+    void Update(Moment const& now);
     // The faults that meet this request, in the order of adding. Loss is among them whenever it is in scope.
-    std::vector<Hit> meet(Request const& request, Moment const& now);
+    std::vector<Hit> Meet(Request const& request, Moment const& now);
     // Whether a Loss of an earlier hit takes the next datagram.
-    bool takes(std::uint64_t number, Moment const& now);
+    bool Takes(std::uint64_t number, Moment const& now);
     // Whether the fault of an earlier hit is there still, however often it has struck.
-    bool isThere(std::uint64_t number) { return find(number) != nullptr; }
+    bool IsThere(std::uint64_t number) { return Find(number) != nullptr; }
     // A random number from 0 to `highest`, from the seed of the fault of an earlier hit.
-    std::uint32_t draw(std::uint64_t number, std::uint32_t highest);
+    std::uint32_t Draw(std::uint64_t number, std::uint32_t highest);
 
 private:
     struct Entry {
@@ -56,13 +56,13 @@ private:
         std::uint32_t met = 0;
     };
 
-    Entry* find(std::uint64_t number);
-    static bool isOver(Entry const& entry, Moment const& now);
-    static bool isSpent(Entry const& entry);
-    static bool strikes(Entry& entry, Moment const& now);
+    Entry* Find(std::uint64_t number);
+    static bool IsOver(Entry const& entry, Moment const& now);
+    static bool IsSpent(Entry const& entry);
+    static bool Strikes(Entry& entry, Moment const& now);
 
-    std::deque<Entry> m_all;
-    std::uint64_t m_last = 0;
+    std::deque<Entry> all;
+    std::uint64_t last = 0;
 };
 
 }  // namespace simulator

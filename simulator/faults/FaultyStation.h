@@ -17,7 +17,7 @@ struct Delivery {
 
 // A station whose answers to confirmed requests go wrong as its faults say; without faults it is the station.
 // What else it sends, such as I-Am, is left alone. Nothing makes it throw or crash, and what it remembers is
-// bounded: kMostExchanges exchanges and as many peers, of each a datagram or two.
+// bounded: MostExchanges exchanges and as many peers, of each a datagram or two.
 //
 // A fault meets a whole exchange: the answer, all its segments, and what is repeated of them. Of several
 // faults of one exchange those of segments act first, and then the others, as they were added. An answer that
@@ -34,18 +34,18 @@ struct Delivery {
 // each of its own is kept busy longest by exactly one answer to each.
 class FaultyStation {
 public:
-    static constexpr std::size_t kMostExchanges = 32;
+    static constexpr std::size_t MostExchanges = 32;
 
     // With the faults of the device's settings.
     explicit FaultyStation(Device device);
 
-    std::vector<Delivery> receive(Datagram const& datagram, Moment const& now);
-    std::vector<Delivery> tick(Moment const& now);
+    std::vector<Delivery> Receive(Datagram const& datagram, Moment const& now);
+    std::vector<Delivery> Tick(Moment const& now);
 
-    Faults& faults() { return m_faults; }
-    Faults const& faults() const { return m_faults; }
-    Device const& device() const { return m_station.device(); }
-    void onWrite(Device::WriteObserver observer) { m_station.onWrite(std::move(observer)); }
+    Faults& GetFaults() { return faults; }
+    Faults const& GetFaults() const { return faults; }
+    Device const& GetDevice() const { return station.GetDevice(); }
+    void OnWrite(Device::WriteObserver observer) { station.OnWrite(std::move(observer)); }
 
 private:
     // A request that faults have met.
@@ -66,40 +66,40 @@ private:
 
     using Deliveries = std::vector<Delivery>;
 
-    Deliveries receiveRequest(Datagram const& datagram, NetworkLayer::Indication const& indication,
+    Deliveries ReceiveRequest(Datagram const& datagram, NetworkLayer::Indication const& indication,
                               Moment const& now);
-    Deliveries receiveSegmentAck(Datagram const& datagram, NetworkLayer::Indication const& indication,
+    Deliveries ReceiveSegmentAck(Datagram const& datagram, NetworkLayer::Indication const& indication,
                                  Moment const& now);
-    Deliveries serve(Datagram const& datagram, NetworkLayer::Indication const& indication, Exchange& exchange,
+    Deliveries Serve(Datagram const& datagram, NetworkLayer::Indication const& indication, Exchange& exchange,
                      Moment const& now);
-    Deliveries continueEndless(Exchange& exchange, std::uint8_t acknowledged, std::uint8_t window);
+    Deliveries ContinueEndless(Exchange& exchange, std::uint8_t acknowledged, std::uint8_t window);
 
-    Deliveries disturbed(Exchange& exchange, Deliveries deliveries, Moment const& now);
-    void disturb(Exchange& exchange, Faults::Hit const& hit, Deliveries& deliveries, Moment const& now);
-    void disturbEach(Faults::Hit const& hit, Deliveries& deliveries, Moment const& now);
-    Octets garbage(Faults::Hit const& hit);
-    void recall(Exchange& exchange, Deliveries& deliveries);
-    void makeEndless(Exchange& exchange, Fault const& fault, Deliveries& deliveries);
-    void loseSegment(Exchange const& exchange, std::uint32_t segment, Deliveries& deliveries,
+    Deliveries Disturbed(Exchange& exchange, Deliveries deliveries, Moment const& now);
+    void Disturb(Exchange& exchange, Faults::Hit const& hit, Deliveries& deliveries, Moment const& now);
+    void DisturbEach(Faults::Hit const& hit, Deliveries& deliveries, Moment const& now);
+    Octets Garbage(Faults::Hit const& hit);
+    void Recall(Exchange& exchange, Deliveries& deliveries);
+    void MakeEndless(Exchange& exchange, Fault const& fault, Deliveries& deliveries);
+    void LoseSegment(Exchange const& exchange, std::uint32_t segment, Deliveries& deliveries,
                      Moment const& now);
-    void swapSegments(Exchange const& exchange, std::uint32_t segment, Deliveries& deliveries,
+    void SwapSegments(Exchange const& exchange, std::uint32_t segment, Deliveries& deliveries,
                       Moment const& now);
-    void addAllSegments(Exchange& exchange, Deliveries& deliveries, Moment const& now);
-    Deliveries acknowledged(Exchange const& exchange, std::uint32_t segment, Moment const& now);
-    void filterAck(std::uint8_t serviceChoice, Octets& content, std::size_t& longestApdu) const;
+    void AddAllSegments(Exchange& exchange, Deliveries& deliveries, Moment const& now);
+    Deliveries Acknowledged(Exchange const& exchange, std::uint32_t segment, Moment const& now);
+    void FilterAck(std::uint8_t serviceChoice, Octets& content, std::size_t& longestApdu) const;
 
-    Exchange* exchangeOf(Datagram const& answer);
-    Exchange* find(Peer const& peer, std::uint8_t invokeId);
-    void forget(Peer const& peer, std::uint8_t invokeId);
-    void remember(std::uint32_t address, Deliveries const& deliveries);
+    Exchange* ExchangeOf(Datagram const& answer);
+    Exchange* Find(Peer const& peer, std::uint8_t invokeId);
+    void Forget(Peer const& peer, std::uint8_t invokeId);
+    void Remember(std::uint32_t address, Deliveries const& deliveries);
 
-    Station m_station;
-    NetworkLayer m_network;
-    Faults m_faults;
-    std::deque<Exchange> m_exchanges;
-    std::deque<Memory> m_memories;
-    std::optional<Octets> m_previous;    // the answer before, of the address that is being answered
-    Exchange const* m_served = nullptr;  // while the station makes its answer
+    Station station;
+    NetworkLayer network;
+    Faults faults;
+    std::deque<Exchange> exchanges;
+    std::deque<Memory> memories;
+    std::optional<Octets> previous;    // the answer before, of the address that is being answered
+    Exchange const* served = nullptr;  // while the station makes its answer
 };
 
 }  // namespace simulator

@@ -7,11 +7,11 @@ namespace simulator {
 
 namespace {
 
-constexpr std::size_t kMostChanges = 3;
-constexpr std::size_t kLongest = 64;
+constexpr std::size_t MostChanges = 3;
+constexpr std::size_t Longest = 64;
 
 // How many letters have to be changed, added or left out to make the one of the other.
-std::size_t changes(std::string const& left, std::string const& right) {
+std::size_t Changes(std::string const& left, std::string const& right) {
     std::vector<std::size_t> row(right.size() + 1);
     for (std::size_t j = 0; j < row.size(); ++j) {
         row[j] = j;
@@ -30,11 +30,11 @@ std::size_t changes(std::string const& left, std::string const& right) {
 
 }  // namespace
 
-std::string suggestion(std::string const& written, std::vector<std::string> const& names) {
+std::string Suggestion(std::string const& written, std::vector<std::string> const& names) {
     std::string best;
-    std::size_t fewest = std::min(kMostChanges, written.size() / 2) + 1;
+    std::size_t fewest = std::min(MostChanges, written.size() / 2) + 1;
     for (std::string const& name : names) {
-        std::size_t const count = written.size() > kLongest ? fewest : changes(written, name);
+        std::size_t const count = written.size() > Longest ? fewest : Changes(written, name);
         if (count < fewest) {
             fewest = count;
             best = name;

@@ -6,6 +6,6 @@
 namespace simulator {
 
 // "; did you mean "NAME"?" with the name that is most like what was written; nothing if none is like it.
-std::string suggestion(std::string const& written, std::vector<std::string> const& names);
+std::string Suggestion(std::string const& written, std::vector<std::string> const& names);
 
 }  // namespace simulator

@@ -9,7 +9,7 @@ namespace {
 using P = PropertyId;
 
 // Settings of any object type that has them.
-constexpr P kWritable[] = {
+constexpr P Writable[] = {
     P::Out_Of_Service,
     P::Relinquish_Default,
     P::Description,
@@ -49,10 +49,10 @@ constexpr P kWritable[] = {
 };
 
 // Object types whose Present_Value is measured or worked out.
-constexpr char const* kMeasuring[] = {"accumulator",       "analog_input",    "binary_input", "loop",
-                                      "multi_state_input", "pulse_converter", "schedule"};
+constexpr char const* Measuring[] = {"accumulator",       "analog_input",    "binary_input", "loop",
+                                     "multi_state_input", "pulse_converter", "schedule"};
 
-constexpr Datatype kUnwritable[] = {
+constexpr Datatype Unwritable[] = {
     Datatype::ObjectIdentifier,  Datatype::StatusFlags,
     Datatype::TimeStamp,         Datatype::Scale,
     Datatype::Prescale,          Datatype::PropertyReference,
@@ -61,26 +61,26 @@ constexpr Datatype kUnwritable[] = {
 };
 
 template <typename Item, std::size_t count>
-bool holds(Item const (&items)[count], Item const& wanted) {
+bool Holds(Item const (&items)[count], Item const& wanted) {
     return std::find(std::begin(items), std::end(items), wanted) != std::end(items);
 }
 
-bool isMeasuring(ObjectType const& type) {
-    return std::any_of(std::begin(kMeasuring), std::end(kMeasuring),
+bool IsMeasuring(ObjectType const& type) {
+    return std::any_of(std::begin(Measuring), std::end(Measuring),
                        [&](char const* name) { return type.name == std::string_view(name); });
 }
 
 }  // namespace
 
-Access accessOf(ObjectType const& type, PropertyId id) {
+Access AccessOf(ObjectType const& type, PropertyId id) {
     if (id == P::Present_Value || id == P::Reliability) {
-        return id == P::Reliability || isMeasuring(type) ? Access::WhileOutOfService : Access::Writable;
+        return id == P::Reliability || IsMeasuring(type) ? Access::WhileOutOfService : Access::Writable;
     }
-    return holds(kWritable, id) ? Access::Writable : Access::ReadOnly;
+    return Holds(Writable, id) ? Access::Writable : Access::ReadOnly;
 }
 
-bool isWritableDatatype(Datatype datatype) {
-    return !holds(kUnwritable, datatype);
+bool IsWritableDatatype(Datatype datatype) {
+    return !Holds(Unwritable, datatype);
 }
 
 }  // namespace simulator

@@ -15,9 +15,9 @@ enum class Access {
 
 // What the simulator's devices allow unless their file says otherwise. A Present_Value that may be written
 // is commanded if the object has a Priority_Array.
-Access accessOf(ObjectType const& type, PropertyId id);
+Access AccessOf(ObjectType const& type, PropertyId id);
 
 // Whether values of that datatype can be written at all.
-bool isWritableDatatype(Datatype datatype);
+bool IsWritableDatatype(Datatype datatype);
 
 }  // namespace simulator

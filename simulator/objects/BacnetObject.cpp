@@ -7,33 +7,33 @@ namespace simulator {
 
 namespace {
 
-ValuePtr fixed(ApplicationTag tag, Octets const& content, double number = 0) {
+ValuePtr Fixed(ApplicationTag tag, Octets const& content, double number = 0) {
     TagWriter writer;
-    writer.application(tag, content);
-    return std::make_shared<FixedValue>(writer.take(), number);
+    writer.Application(tag, content);
+    return std::make_shared<FixedValue>(writer.Take(), number);
 }
 
 // Property_List names neither itself nor the three that every object has (clause 12.1.1.4.1).
-bool isListed(PropertyId id) {
+bool IsListed(PropertyId id) {
     return id != PropertyId::Object_Identifier && id != PropertyId::Object_Name &&
            id != PropertyId::Object_Type && id != PropertyId::Property_List;
 }
 
 }  // namespace
 
-void Property::encode(TagWriter& writer, std::optional<std::uint32_t> index, Moment const& now) const {
+void Property::Encode(TagWriter& writer, std::optional<std::uint32_t> index, Moment const& now) const {
     if (!index) {
         for (ValuePtr const& value : values) {
-            value->encode(writer, now);
+            value->Encode(writer, now);
         }
         return;
     }
-    checkIndex(*index);
-    ValuePtr const value = *index == 0 ? fixedUnsigned(values.size()) : values[*index - 1];
-    value->encode(writer, now);
+    CheckIndex(*index);
+    ValuePtr const value = *index == 0 ? FixedUnsigned(values.size()) : values[*index - 1];
+    value->Encode(writer, now);
 }
 
-void Property::checkIndex(std::uint32_t index) const {
+void Property::CheckIndex(std::uint32_t index) const {
     if (shape != Shape::Array) {
         throw ServiceError{ErrorClass::Property, ErrorCode::PropertyIsNotAnArray};
     }
@@ -42,147 +42,148 @@ void Property::checkIndex(std::uint32_t index) const {
     }
 }
 
-BacnetObject::BacnetObject(ObjectId id, std::string name, std::vector<Property> properties,
-                           std::optional<PriorityArray> priorities)
-    : m_id(id),
-      m_name(std::move(name)),
-      m_properties(std::move(properties)),
-      m_priorities(std::move(priorities)) {
-    m_properties.insert(m_properties.begin(),
-                        {{PropertyId::Object_Identifier, Shape::Single, true, {fixedObjectIdentifier(id)}},
-                         {PropertyId::Object_Name, Shape::Single, true, {fixedText(m_name)}},
-                         {PropertyId::Object_Type, Shape::Single, true, {fixedEnumerated(id.type)}}});
-    m_properties.push_back({PropertyId::Property_List, Shape::Array, true, {}});
-    writePropertyList();
-    Property const* const present = find(PropertyId::Present_Value);
+BacnetObject::BacnetObject(ObjectId objectId, std::string objectName, std::vector<Property> ownProperties,
+                           std::optional<PriorityArray> commands)
+    : id(objectId),
+      name(std::move(objectName)),
+      properties(std::move(ownProperties)),
+      priorities(std::move(commands)) {
+    properties.insert(
+        properties.begin(),
+        {{PropertyId::Object_Identifier, Shape::Single, true, {FixedObjectIdentifier(objectId)}},
+         {PropertyId::Object_Name, Shape::Single, true, {FixedText(name)}},
+         {PropertyId::Object_Type, Shape::Single, true, {FixedEnumerated(objectId.type)}}});
+    properties.push_back({PropertyId::Property_List, Shape::Array, true, {}});
+    WritePropertyList();
+    Property const* const present = Find(PropertyId::Present_Value);
     if (present && present->access == Access::WhileOutOfService) {
-        m_measured = valueOf(PropertyId::Present_Value);
+        measured = ValueOf(PropertyId::Present_Value);
     }
-    Property const* const flags = find(PropertyId::Status_Flags);
-    m_derivesStatusFlags = flags && flags->values.empty();
-    showStatusFlags();
-    showCommands();
+    Property const* const flags = Find(PropertyId::Status_Flags);
+    derivesStatusFlags = flags && flags->values.empty();
+    ShowStatusFlags();
+    ShowCommands();
 }
 
-ValuePtr BacnetObject::valueOf(PropertyId id) const {
-    Property const* const property = find(id);
+ValuePtr BacnetObject::ValueOf(PropertyId propertyId) const {
+    Property const* const property = Find(propertyId);
     return property && !property->values.empty() ? property->values.front() : nullptr;
 }
 
-bool BacnetObject::isOutOfService(Moment const& now) const {
-    ValuePtr const value = valueOf(PropertyId::Out_Of_Service);
-    return value && value->number(now) != 0;
+bool BacnetObject::IsOutOfService(Moment const& now) const {
+    ValuePtr const value = ValueOf(PropertyId::Out_Of_Service);
+    return value && value->Number(now) != 0;
 }
 
-void BacnetObject::command(std::uint8_t priority, ValuePtr value) {
-    m_priorities->command(priority, std::move(value));
-    showCommands();
+void BacnetObject::Command(std::uint8_t priority, ValuePtr value) {
+    priorities->Command(priority, std::move(value));
+    ShowCommands();
 }
 
-void BacnetObject::write(PropertyId id, std::optional<std::uint32_t> index, std::vector<ValuePtr> values,
-                         Moment const& now) {
-    Property* const property = findMutable(id);
+void BacnetObject::Write(PropertyId propertyId, std::optional<std::uint32_t> index,
+                         std::vector<ValuePtr> values, Moment const& now) {
+    Property* const property = FindMutable(propertyId);
     if (index) {
         property->values[*index - 1] = values.front();
     } else {
         property->values = std::move(values);
     }
-    if (id == PropertyId::Out_Of_Service) {
-        showMeasured(now);
+    if (propertyId == PropertyId::Out_Of_Service) {
+        ShowMeasured(now);
     }
-    showStatusFlags();
-    showCommands();
+    ShowStatusFlags();
+    ShowCommands();
 }
 
-void BacnetObject::showMeasured(Moment const& now) {
-    if (!m_measured) {
+void BacnetObject::ShowMeasured(Moment const& now) {
+    if (!measured) {
         return;
     }
-    if (!isOutOfService(now)) {
-        setValue(PropertyId::Present_Value, m_measured);
+    if (!IsOutOfService(now)) {
+        SetValue(PropertyId::Present_Value, measured);
         return;
     }
-    ValuePtr const current = valueOf(PropertyId::Present_Value);
+    ValuePtr const current = ValueOf(PropertyId::Present_Value);
     TagWriter writer;
-    current->encode(writer, now);
-    setValue(PropertyId::Present_Value, std::make_shared<FixedValue>(writer.take(), current->number(now)));
+    current->Encode(writer, now);
+    SetValue(PropertyId::Present_Value, std::make_shared<FixedValue>(writer.Take(), current->Number(now)));
 }
 
-void BacnetObject::showStatusFlags() {
-    if (m_derivesStatusFlags) {
-        setValue(PropertyId::Status_Flags,
-                 std::make_shared<StatusFlagsValue>(valueOf(PropertyId::Event_State),
-                                                    valueOf(PropertyId::Reliability),
-                                                    valueOf(PropertyId::Out_Of_Service)));
+void BacnetObject::ShowStatusFlags() {
+    if (derivesStatusFlags) {
+        SetValue(PropertyId::Status_Flags,
+                 std::make_shared<StatusFlagsValue>(ValueOf(PropertyId::Event_State),
+                                                    ValueOf(PropertyId::Reliability),
+                                                    ValueOf(PropertyId::Out_Of_Service)));
     }
 }
 
 // Present_Value is the highest command or else Relinquish_Default (clause 19.2.1).
-void BacnetObject::showCommands() {
-    if (!m_priorities) {
+void BacnetObject::ShowCommands() {
+    if (!priorities) {
         return;
     }
-    ValuePtr const commanded = m_priorities->highest();
-    setValue(PropertyId::Present_Value, commanded ? commanded : valueOf(PropertyId::Relinquish_Default));
-    bool const isDateTime = find(PropertyId::Present_Value)->datatype == Datatype::DateTime;
-    findMutable(PropertyId::Priority_Array)->values = m_priorities->elements(isDateTime);
+    ValuePtr const commanded = priorities->Highest();
+    SetValue(PropertyId::Present_Value, commanded ? commanded : ValueOf(PropertyId::Relinquish_Default));
+    bool const isDateTime = Find(PropertyId::Present_Value)->datatype == Datatype::DateTime;
+    FindMutable(PropertyId::Priority_Array)->values = priorities->Elements(isDateTime);
 }
 
-void BacnetObject::setValue(PropertyId id, ValuePtr value) {
-    findMutable(id)->values = {std::move(value)};
+void BacnetObject::SetValue(PropertyId propertyId, ValuePtr value) {
+    FindMutable(propertyId)->values = {std::move(value)};
 }
 
-Property* BacnetObject::findMutable(PropertyId id) {
-    for (Property& property : m_properties) {
-        if (property.id == id) {
+Property* BacnetObject::FindMutable(PropertyId propertyId) {
+    for (Property& property : properties) {
+        if (property.id == propertyId) {
             return &property;
         }
     }
     return nullptr;
 }
 
-Property const* BacnetObject::find(PropertyId id) const {
-    for (Property const& property : m_properties) {
-        if (property.id == id) {
+Property const* BacnetObject::Find(PropertyId propertyId) const {
+    for (Property const& property : properties) {
+        if (property.id == propertyId) {
             return &property;
         }
     }
     return nullptr;
 }
 
-void BacnetObject::add(Property property) {
-    m_properties.insert(m_properties.end() - 1, std::move(property));
-    writePropertyList();
+void BacnetObject::Add(Property property) {
+    properties.insert(properties.end() - 1, std::move(property));
+    WritePropertyList();
 }
 
-void BacnetObject::writePropertyList() {
+void BacnetObject::WritePropertyList() {
     std::vector<ValuePtr> names;
-    for (Property const& property : m_properties) {
-        if (isListed(property.id)) {
-            names.push_back(fixedEnumerated(static_cast<std::uint32_t>(property.id)));
+    for (Property const& property : properties) {
+        if (IsListed(property.id)) {
+            names.push_back(FixedEnumerated(static_cast<std::uint32_t>(property.id)));
         }
     }
-    m_properties.back().values = std::move(names);
+    properties.back().values = std::move(names);
 }
 
-ValuePtr fixedUnsigned(std::uint64_t value) {
-    return fixed(ApplicationTag::Unsigned, content::unsignedNumber(value), static_cast<double>(value));
+ValuePtr FixedUnsigned(std::uint64_t value) {
+    return Fixed(ApplicationTag::Unsigned, content::UnsignedNumber(value), static_cast<double>(value));
 }
 
-ValuePtr fixedEnumerated(std::uint32_t value) {
-    return fixed(ApplicationTag::Enumerated, content::unsignedNumber(value), value);
+ValuePtr FixedEnumerated(std::uint32_t value) {
+    return Fixed(ApplicationTag::Enumerated, content::UnsignedNumber(value), value);
 }
 
-ValuePtr fixedObjectIdentifier(ObjectId id) {
-    return fixed(ApplicationTag::ObjectIdentifier, content::objectIdentifier(id));
+ValuePtr FixedObjectIdentifier(ObjectId id) {
+    return Fixed(ApplicationTag::ObjectIdentifier, content::ObjectIdentifier(id));
 }
 
-ValuePtr fixedText(std::string const& text) {
-    return fixed(ApplicationTag::CharacterString, content::characterString(text));
+ValuePtr FixedText(std::string const& text) {
+    return Fixed(ApplicationTag::CharacterString, content::CharacterString(text));
 }
 
-ValuePtr fixedBits(std::string const& bits) {
-    return fixed(ApplicationTag::BitString, content::bitString(bits));
+ValuePtr FixedBits(std::string const& bits) {
+    return Fixed(ApplicationTag::BitString, content::BitString(bits));
 }
 
 }  // namespace simulator

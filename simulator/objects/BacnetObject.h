@@ -24,62 +24,62 @@ struct Property {
     Access access = Access::ReadOnly;
 
     // Throws ServiceError if that is no array or has no such element. Index 0 is the number of elements.
-    void checkIndex(std::uint32_t index) const;
+    void CheckIndex(std::uint32_t index) const;
     // Writes the value that a read gets: all of it, or of an array one element or (index 0) their number.
     // Throws ServiceError if there is no such element.
-    void encode(TagWriter& writer, std::optional<std::uint32_t> index, Moment const& now) const;
+    void Encode(TagWriter& writer, std::optional<std::uint32_t> index, Moment const& now) const;
 };
 
 // An object of the device (clause 12).
 class BacnetObject {
 public:
     // Adds Object_Identifier, Object_Name, Object_Type and Property_List to the properties given. A
-    // Status_Flags without a value derives from other properties. With `priorities` the object is
+    // Status_Flags without a value derives from other properties. With `commands` the object is
     // commandable: it has Priority_Array, whose values follow from them, and Relinquish_Default.
-    BacnetObject(ObjectId id, std::string name, std::vector<Property> properties,
-                 std::optional<PriorityArray> priorities = std::nullopt);
+    BacnetObject(ObjectId objectId, std::string objectName, std::vector<Property> ownProperties,
+                 std::optional<PriorityArray> commands = std::nullopt);
 
-    ObjectId id() const { return m_id; }
-    std::string const& name() const { return m_name; }
+    ObjectId Id() const { return id; }
+    std::string const& Name() const { return name; }
     // In the order in which they are read with the special identifier ALL.
-    std::vector<Property> const& properties() const { return m_properties; }
+    std::vector<Property> const& Properties() const { return properties; }
     // Null if the object hasn't got it.
-    Property const* find(PropertyId id) const;
+    Property const* Find(PropertyId propertyId) const;
     // The value of a property, or the first of several; null if the object hasn't got the property.
-    ValuePtr valueOf(PropertyId id) const;
-    void add(Property property);
+    ValuePtr ValueOf(PropertyId propertyId) const;
+    void Add(Property property);
 
-    bool isCommandable() const { return m_priorities.has_value(); }
-    bool isOutOfService(Moment const& now) const;
+    bool IsCommandable() const { return priorities.has_value(); }
+    bool IsOutOfService(Moment const& now) const;
     // Commands Present_Value of a commandable object, or relinquishes it with null. Priority 1 to 16.
-    void command(std::uint8_t priority, ValuePtr value);
+    void Command(std::uint8_t priority, ValuePtr value);
     // Gives a property that the object has other values or, with an index from 1 up, one element another.
     // What derives from it follows. An object that goes out of service keeps the value that it has just
     // measured; back in service it measures again.
-    void write(PropertyId id, std::optional<std::uint32_t> index, std::vector<ValuePtr> values,
+    void Write(PropertyId propertyId, std::optional<std::uint32_t> index, std::vector<ValuePtr> values,
                Moment const& now);
 
 private:
-    Property* findMutable(PropertyId id);
-    void setValue(PropertyId id, ValuePtr value);
-    void showCommands();
-    void showStatusFlags();
-    void showMeasured(Moment const& now);
-    void writePropertyList();
+    Property* FindMutable(PropertyId propertyId);
+    void SetValue(PropertyId propertyId, ValuePtr value);
+    void ShowCommands();
+    void ShowStatusFlags();
+    void ShowMeasured(Moment const& now);
+    void WritePropertyList();
 
-    ObjectId m_id;
-    std::string m_name;
-    std::vector<Property> m_properties;
-    std::optional<PriorityArray> m_priorities;
-    ValuePtr m_measured;  // the Present_Value of an object that can be taken out of service, or null
-    bool m_derivesStatusFlags = false;
+    ObjectId id;
+    std::string name;
+    std::vector<Property> properties;
+    std::optional<PriorityArray> priorities;
+    ValuePtr measured;  // the Present_Value of an object that can be taken out of service, or null
+    bool derivesStatusFlags = false;
 };
 
 // Values that never change, with their tags.
-ValuePtr fixedUnsigned(std::uint64_t value);
-ValuePtr fixedEnumerated(std::uint32_t value);
-ValuePtr fixedObjectIdentifier(ObjectId id);
-ValuePtr fixedText(std::string const& text);
-ValuePtr fixedBits(std::string const& bits);
+ValuePtr FixedUnsigned(std::uint64_t value);
+ValuePtr FixedEnumerated(std::uint32_t value);
+ValuePtr FixedObjectIdentifier(ObjectId id);
+ValuePtr FixedText(std::string const& text);
+ValuePtr FixedBits(std::string const& bits);
 
 }  // namespace simulator

@@ -7,7 +7,7 @@ namespace simulator {
 namespace {
 
 // One bit for each object type up to the highest that there is.
-std::string supportedTypes() {
+std::string SupportedTypes() {
     std::string bits(1, '0');
     auto const support = [&bits](std::size_t code) {
         if (bits.size() <= code) {
@@ -15,8 +15,8 @@ std::string supportedTypes() {
         }
         bits[code] = '1';
     };
-    support(deviceObjectType().code);
-    for (ObjectType const& type : objectTypes()) {
+    support(DeviceObjectType().code);
+    for (ObjectType const& type : AllObjectTypes()) {
         support(type.code);
     }
     return bits;
@@ -24,30 +24,31 @@ std::string supportedTypes() {
 
 }  // namespace
 
-Device::Device(BacnetObject deviceObject, std::vector<BacnetObject> objects, DeviceSettings settings)
-    : m_objects(std::move(objects)), m_settings(std::move(settings)) {
-    m_objects.insert(m_objects.begin(), std::move(deviceObject));
+Device::Device(BacnetObject deviceObject, std::vector<BacnetObject> otherObjects,
+               DeviceSettings deviceSettings)
+    : objects(std::move(otherObjects)), settings(std::move(deviceSettings)) {
+    objects.insert(objects.begin(), std::move(deviceObject));
     std::vector<ValuePtr> identifiers;
-    for (BacnetObject const& object : m_objects) {
-        m_places.emplace(object.id(), identifiers.size());
-        identifiers.push_back(fixedObjectIdentifier(object.id()));
+    for (BacnetObject const& object : objects) {
+        places.emplace(object.Id(), identifiers.size());
+        identifiers.push_back(FixedObjectIdentifier(object.Id()));
     }
-    m_objects.front().add({PropertyId::Object_List, Shape::Array, true, std::move(identifiers)});
-    m_objects.front().add(
-        {PropertyId::Protocol_Object_Types_Supported, Shape::Single, true, {fixedBits(supportedTypes())}});
+    objects.front().Add({PropertyId::Object_List, Shape::Array, true, std::move(identifiers)});
+    objects.front().Add(
+        {PropertyId::Protocol_Object_Types_Supported, Shape::Single, true, {FixedBits(SupportedTypes())}});
 }
 
-BacnetObject const* Device::find(ObjectId wanted) const {
-    if (wanted == ObjectId{deviceObjectType().code, ObjectId::kLastInstance}) {
-        return &m_objects.front();
+BacnetObject const* Device::Find(ObjectId wanted) const {
+    if (wanted == ObjectId{DeviceObjectType().code, ObjectId::LastInstance}) {
+        return &objects.front();
     }
-    auto const place = m_places.find(wanted);
-    return place == m_places.end() ? nullptr : &m_objects[place->second];
+    auto const place = places.find(wanted);
+    return place == places.end() ? nullptr : &objects[place->second];
 }
 
-BacnetObject* Device::find(ObjectId wanted) {
-    BacnetObject const* const found = std::as_const(*this).find(wanted);
-    return found ? &m_objects[static_cast<std::size_t>(found - m_objects.data())] : nullptr;
+BacnetObject* Device::Find(ObjectId wanted) {
+    BacnetObject const* const found = std::as_const(*this).Find(wanted);
+    return found ? &objects[static_cast<std::size_t>(found - objects.data())] : nullptr;
 }
 
 }  // namespace simulator

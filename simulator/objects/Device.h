@@ -34,26 +34,26 @@ struct DeviceSettings {
 class Device {
 public:
     // `deviceObject` carries the device's name and instance. No two objects have the same identifier.
-    Device(BacnetObject deviceObject, std::vector<BacnetObject> objects, DeviceSettings settings);
+    Device(BacnetObject deviceObject, std::vector<BacnetObject> otherObjects, DeviceSettings deviceSettings);
 
-    std::string const& name() const { return m_objects.front().name(); }
-    ObjectId id() const { return m_objects.front().id(); }
-    DeviceSettings const& settings() const { return m_settings; }
-    std::vector<BacnetObject> const& objects() const { return m_objects; }
+    std::string const& Name() const { return objects.front().Name(); }
+    ObjectId Id() const { return objects.front().Id(); }
+    DeviceSettings const& Settings() const { return settings; }
+    std::vector<BacnetObject> const& Objects() const { return objects; }
     // Null if the device hasn't got the object. A device of instance 4194303 is this one (clause 12.11).
-    BacnetObject const* find(ObjectId id) const;
-    BacnetObject* find(ObjectId id);
+    BacnetObject const* Find(ObjectId id) const;
+    BacnetObject* Find(ObjectId id);
 
     // Is told each write in one line of text.
     using WriteObserver = std::function<void(std::string const&)>;
-    void onWrite(WriteObserver observer) { m_onWrite = std::move(observer); }
-    WriteObserver const& writeObserver() const { return m_onWrite; }
+    void OnWrite(WriteObserver observer) { onWrite = std::move(observer); }
+    WriteObserver const& GetWriteObserver() const { return onWrite; }
 
 private:
-    std::vector<BacnetObject> m_objects;
-    std::map<ObjectId, std::size_t> m_places;
-    DeviceSettings m_settings;
-    WriteObserver m_onWrite;
+    std::vector<BacnetObject> objects;
+    std::map<ObjectId, std::size_t> places;
+    DeviceSettings settings;
+    WriteObserver onWrite;
 };
 
 }  // namespace simulator

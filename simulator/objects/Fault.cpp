@@ -10,74 +10,74 @@ namespace simulator {
 
 namespace {
 
-constexpr std::chrono::milliseconds kUsualDelay{2000};
-constexpr double kUsualLoss = 0.5;
-constexpr std::size_t kUsualGarbage = 200;
+constexpr std::chrono::milliseconds UsualDelay{2000};
+constexpr double UsualLoss = 0.5;
+constexpr std::size_t UsualGarbage = 200;
 
-constexpr char const* kHeaderNames[] = {"bvlc", "npdu", "apdu"};
-constexpr char const* kScopeNames[] = {"any", "read", "write"};
+constexpr char const* HeaderNames[] = {"bvlc", "npdu", "apdu"};
+constexpr char const* ScopeNames[] = {"any", "read", "write"};
 
-// Everything that is not as makeFault has it.
+// Everything that is not as MakeFault has it.
 class Line {
 public:
-    explicit Line(Fault const& fault) : m_fault(fault), m_usual(makeFault(fault.kind)) {
-        m_text.imbue(std::locale::classic());
-        m_text << rowOf(fault.kind).name;
+    explicit Line(Fault const& shownFault) : fault(shownFault), usual(MakeFault(shownFault.kind)) {
+        text.imbue(std::locale::classic());
+        text << RowOf(shownFault.kind).name;
     }
 
     template <class Value, class Shown>
-    void add(char const* name, Value Fault::*member, Shown show) {
-        if (!(m_fault.*member == m_usual.*member)) {
-            m_text << ' ' << name << '=' << show(m_fault.*member);
+    void Add(char const* name, Value Fault::*member, Shown show) {
+        if (!(fault.*member == usual.*member)) {
+            text << ' ' << name << '=' << show(fault.*member);
         }
     }
     template <class Value>
-    void add(char const* name, Value Fault::*member) {
-        add(name, member, [](Value const& value) { return value; });
+    void Add(char const* name, Value Fault::*member) {
+        Add(name, member, [](Value const& value) { return value; });
     }
 
-    std::string text() const { return m_text.str(); }
+    std::string Text() const { return text.str(); }
 
 private:
-    Fault const& m_fault;
-    Fault const m_usual;
-    std::ostringstream m_text;
+    Fault const& fault;
+    Fault const usual;
+    std::ostringstream text;
 };
 
-double seconds(std::chrono::milliseconds time) {
+double Seconds(std::chrono::milliseconds time) {
     return static_cast<double>(time.count()) / 1000;
 }
 
-std::string objectText(std::optional<ObjectId> const& object) {
-    ObjectType const* found = &deviceObjectType();
-    for (ObjectType const& type : objectTypes()) {
+std::string ObjectText(std::optional<ObjectId> const& object) {
+    ObjectType const* found = &DeviceObjectType();
+    for (ObjectType const& type : AllObjectTypes()) {
         found = type.code == object->type ? &type : found;
     }
     return std::string(found->name) + ":" + std::to_string(object->instance);
 }
 
-void addParameters(Line& line, unsigned parameters) {
+void AddParameters(Line& line, unsigned parameters) {
     auto const add = [&line, parameters](unsigned bit, char const* name, auto member, auto... show) {
         if ((parameters & bit) != 0) {
-            line.add(name, member, show...);
+            line.Add(name, member, show...);
         }
     };
-    add(kDelay, "seconds", &Fault::delay, seconds);
-    add(kOctet, "octet", &Fault::octet);
-    add(kOctet, "mend", &Fault::mends, [](bool mends) { return mends ? "true" : "false"; });
-    add(kErrorClass, "class", &Fault::errorClass);
-    add(kCode, "code", &Fault::code, [](auto const& code) { return *code; });
-    add(kHeaders, "headers", &Fault::headers,
-        [](FaultHeaders headers) { return kHeaderNames[static_cast<int>(headers)]; });
-    add(kOctets, "octets", &Fault::octets);
-    add(kSegment, "segment", &Fault::segment);
-    add(kCount, "count", &Fault::count);
+    add(DelayParameter, "seconds", &Fault::delay, Seconds);
+    add(OctetParameter, "octet", &Fault::octet);
+    add(OctetParameter, "mend", &Fault::mends, [](bool mends) { return mends ? "true" : "false"; });
+    add(ErrorClassParameter, "class", &Fault::errorClass);
+    add(CodeParameter, "code", &Fault::code, [](auto const& code) { return *code; });
+    add(HeadersParameter, "headers", &Fault::headers,
+        [](FaultHeaders headers) { return HeaderNames[static_cast<int>(headers)]; });
+    add(OctetsParameter, "octets", &Fault::octets);
+    add(SegmentParameter, "segment", &Fault::segment);
+    add(CountParameter, "count", &Fault::count);
 }
 
 }  // namespace
 
-FaultRow const* faultOfName(std::string_view name) {
-    for (FaultRow const& row : kFaults) {
+FaultRow const* FaultOfName(std::string_view name) {
+    for (FaultRow const& row : FaultRows) {
         if (row.name == name) {
             return &row;
         }
@@ -85,31 +85,31 @@ FaultRow const* faultOfName(std::string_view name) {
     return nullptr;
 }
 
-Fault makeFault(FaultKind kind) {
+Fault MakeFault(FaultKind kind) {
     Fault fault;
     fault.kind = kind;
     if (kind == FaultKind::Delay) {
-        fault.delay = kUsualDelay;
+        fault.delay = UsualDelay;
     } else if (kind == FaultKind::Loss) {
-        fault.chance = kUsualLoss;
+        fault.chance = UsualLoss;
     } else if (kind == FaultKind::Garbage) {
-        fault.octets = kUsualGarbage;
+        fault.octets = UsualGarbage;
     }
     return fault;
 }
 
-std::string textOf(Fault const& fault) {
+std::string TextOf(Fault const& fault) {
     Line line(fault);
-    addParameters(line, rowOf(fault.kind).parameters);
-    line.add("on", &Fault::on, [](FaultScope on) { return kScopeNames[static_cast<int>(on)]; });
-    line.add("object", &Fault::object, objectText);
-    line.add("chance", &Fault::chance);
-    line.add("every", &Fault::every);
-    line.add("seed", &Fault::seed);
-    line.add("after", &Fault::after, seconds);
-    line.add("duration", &Fault::duration, [](auto const& time) { return seconds(*time); });
-    line.add("times", &Fault::times, [](auto const& times) { return *times; });
-    return line.text();
+    AddParameters(line, RowOf(fault.kind).parameters);
+    line.Add("on", &Fault::on, [](FaultScope on) { return ScopeNames[static_cast<int>(on)]; });
+    line.Add("object", &Fault::object, ObjectText);
+    line.Add("chance", &Fault::chance);
+    line.Add("every", &Fault::every);
+    line.Add("seed", &Fault::seed);
+    line.Add("after", &Fault::after, Seconds);
+    line.Add("duration", &Fault::duration, [](auto const& time) { return Seconds(*time); });
+    line.Add("times", &Fault::times, [](auto const& times) { return *times; });
+    return line.Text();
 }
 
 }  // namespace simulator

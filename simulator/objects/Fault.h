@@ -12,7 +12,7 @@
 
 namespace simulator {
 
-// What can go wrong with the answer to a confirmed request. kFaults says what each does.
+// What can go wrong with the answer to a confirmed request. FaultRows says what each does.
 enum class FaultKind {
     Silence,
     Delay,
@@ -82,15 +82,15 @@ struct Fault {
 
 // Parameters that only some kinds have, as bits.
 enum FaultParameter : unsigned {
-    kNoParameter = 0,
-    kDelay = 1,
-    kOctet = 2,  // and mends
-    kCode = 4,
-    kErrorClass = 8,
-    kHeaders = 16,
-    kOctets = 32,
-    kSegment = 64,
-    kCount = 128
+    NoParameter = 0,
+    DelayParameter = 1,
+    OctetParameter = 2,  // and mends
+    CodeParameter = 4,
+    ErrorClassParameter = 8,
+    HeadersParameter = 16,
+    OctetsParameter = 32,
+    SegmentParameter = 64,
+    CountParameter = 128
 };
 
 struct FaultRow {
@@ -103,52 +103,55 @@ struct FaultRow {
 };
 
 // In the order of FaultKind.
-inline constexpr FaultRow kFaults[] = {
-    {FaultKind::Silence, "silence", kNoParameter, 0, 0, "requests are neither served nor answered"},
-    {FaultKind::Delay, "delay", kDelay, 0, 0, "the answer comes late"},
-    {FaultKind::Loss, "loss", kNoParameter, 0, 0, "datagrams of answers are lost, half of them unless told"},
-    {FaultKind::Duplicate, "duplicate", kNoParameter, 0, 0, "each datagram is sent twice"},
-    {FaultKind::OtherInvokeId, "other_invoke_id", kCode, 1, 255, "the invoke id is higher by code"},
-    {FaultKind::PreviousAnswer, "previous_answer", kNoParameter, 0, 0, "the answer to the request before"},
-    {FaultKind::OtherAddress, "other_address", kNoParameter, 0, 0, "the answer is sent from elsewhere"},
-    {FaultKind::Truncate, "truncate", kOctet, 0, 0, "of each datagram only so many octets are sent"},
-    {FaultKind::BvlcFunction, "bvlc_function", kCode, 0, 255, "the BVLC function is code"},
-    {FaultKind::BvlcType, "bvlc_type", kCode, 0x82, 255, "the BVLC type is code"},
-    {FaultKind::BvlcLength, "bvlc_length", kCode, 1, 65535, "the BVLC length is too large by code"},
-    {FaultKind::NetworkMessage, "network_message", kCode, 3, 255, "a network-layer message of type code"},
-    {FaultKind::Error, "error", kCode | kErrorClass, 31, 65535, "an Error of class and code"},
-    {FaultKind::Reject, "reject", kCode, 9, 255, "a Reject with reason code"},
-    {FaultKind::Abort, "abort", kCode, 0, 255, "an Abort with reason code"},
-    {FaultKind::WrongObject, "wrong_object", kNoParameter, 0, 0, "the answer is of the next instance"},
-    {FaultKind::UnaskedProperty, "unasked_property", kCode, 77, 4194303, "also property code is answered"},
-    {FaultKind::OddList, "odd_list", kNoParameter, 0, 0, "the last property of a list has no result"},
-    {FaultKind::LostSegment, "lost_segment", kSegment, 0, 0, "a segment is left out"},
-    {FaultKind::SegmentsOutOfOrder, "segments_out_of_order", kSegment, 0, 0,
+inline constexpr FaultRow FaultRows[] = {
+    {FaultKind::Silence, "silence", NoParameter, 0, 0, "requests are neither served nor answered"},
+    {FaultKind::Delay, "delay", DelayParameter, 0, 0, "the answer comes late"},
+    {FaultKind::Loss, "loss", NoParameter, 0, 0, "datagrams of answers are lost, half of them unless told"},
+    {FaultKind::Duplicate, "duplicate", NoParameter, 0, 0, "each datagram is sent twice"},
+    {FaultKind::OtherInvokeId, "other_invoke_id", CodeParameter, 1, 255, "the invoke id is higher by code"},
+    {FaultKind::PreviousAnswer, "previous_answer", NoParameter, 0, 0, "the answer to the request before"},
+    {FaultKind::OtherAddress, "other_address", NoParameter, 0, 0, "the answer is sent from elsewhere"},
+    {FaultKind::Truncate, "truncate", OctetParameter, 0, 0, "of each datagram only so many octets are sent"},
+    {FaultKind::BvlcFunction, "bvlc_function", CodeParameter, 0, 255, "the BVLC function is code"},
+    {FaultKind::BvlcType, "bvlc_type", CodeParameter, 0x82, 255, "the BVLC type is code"},
+    {FaultKind::BvlcLength, "bvlc_length", CodeParameter, 1, 65535, "the BVLC length is too large by code"},
+    {FaultKind::NetworkMessage, "network_message", CodeParameter, 3, 255,
+     "a network-layer message of type code"},
+    {FaultKind::Error, "error", CodeParameter | ErrorClassParameter, 31, 65535, "an Error of class and code"},
+    {FaultKind::Reject, "reject", CodeParameter, 9, 255, "a Reject with reason code"},
+    {FaultKind::Abort, "abort", CodeParameter, 0, 255, "an Abort with reason code"},
+    {FaultKind::WrongObject, "wrong_object", NoParameter, 0, 0, "the answer is of the next instance"},
+    {FaultKind::UnaskedProperty, "unasked_property", CodeParameter, 77, 4194303,
+     "also property code is answered"},
+    {FaultKind::OddList, "odd_list", NoParameter, 0, 0, "the last property of a list has no result"},
+    {FaultKind::LostSegment, "lost_segment", SegmentParameter, 0, 0, "a segment is left out"},
+    {FaultKind::SegmentsOutOfOrder, "segments_out_of_order", SegmentParameter, 0, 0,
      "a segment and the next change places"},
-    {FaultKind::RepeatedSegment, "repeated_segment", kSegment, 0, 0, "a segment is sent twice"},
-    {FaultKind::SegmentsAtOnce, "segments_at_once", kNoParameter, 0, 0,
+    {FaultKind::RepeatedSegment, "repeated_segment", SegmentParameter, 0, 0, "a segment is sent twice"},
+    {FaultKind::SegmentsAtOnce, "segments_at_once", NoParameter, 0, 0,
      "all segments are sent without waiting for a Segment-ACK"},
-    {FaultKind::EndlessSegments, "endless_segments", kDelay | kCount, 0, 0, "segments follow without end"},
-    {FaultKind::OversizedSegments, "oversized_segments", kOctets, 0, 0,
+    {FaultKind::EndlessSegments, "endless_segments", DelayParameter | CountParameter, 0, 0,
+     "segments follow without end"},
+    {FaultKind::OversizedSegments, "oversized_segments", OctetsParameter, 0, 0,
      "APDUs are longer than was negotiated"},
-    {FaultKind::Garbage, "garbage", kOctets, 0, 0, "random octets, at most so many"},
-    {FaultKind::HeadersOnly, "headers_only", kHeaders, 0, 0, "headers without content"},
+    {FaultKind::Garbage, "garbage", OctetsParameter, 0, 0, "random octets, at most so many"},
+    {FaultKind::HeadersOnly, "headers_only", HeadersParameter, 0, 0, "headers without content"},
 };
 
-constexpr std::size_t kFaultKinds = sizeof kFaults / sizeof kFaults[0];
+constexpr std::size_t FaultKinds = sizeof FaultRows / sizeof FaultRows[0];
 
-constexpr FaultRow const& rowOf(FaultKind kind) {
-    return kFaults[static_cast<std::size_t>(kind)];
+constexpr FaultRow const& RowOf(FaultKind kind) {
+    return FaultRows[static_cast<std::size_t>(kind)];
 }
 
 // The row of a name; null for a name that is none.
-FaultRow const* faultOfName(std::string_view name);
+FaultRow const* FaultOfName(std::string_view name);
 
 // A fault of a kind as it is when nothing more is said: Delay of 2 s, Loss of one half, Garbage of up to 200
 // octets, anything else as Fault has it.
-Fault makeFault(FaultKind kind);
+Fault MakeFault(FaultKind kind);
 
 // In one line, as a command gives it: "truncate octet=9 times=1 on=write".
-std::string textOf(Fault const& fault);
+std::string TextOf(Fault const& fault);
 
 }  // namespace simulator

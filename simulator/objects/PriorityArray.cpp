@@ -4,40 +4,40 @@ namespace simulator {
 
 namespace {
 
-constexpr std::uint8_t kDateTimeChoice = 1;  // of BACnetPriorityValue
+constexpr std::uint8_t DateTimeChoice = 1;  // of BACnetPriorityValue
 
 }  // namespace
 
 PriorityArray::PriorityArray(ValuePtr given) {
-    if (given && given->isMoving()) {
-        m_program = std::move(given);
+    if (given && given->IsMoving()) {
+        program = std::move(given);
     } else {
-        m_slots.back() = std::move(given);
+        slots.back() = std::move(given);
     }
 }
 
-ValuePtr PriorityArray::slot(std::size_t place) const {
-    bool const isProgram = !m_slots[place] && place + 1 == m_slots.size();
-    return isProgram ? m_program : m_slots[place];
+ValuePtr PriorityArray::Slot(std::size_t place) const {
+    bool const isProgram = !slots[place] && place + 1 == slots.size();
+    return isProgram ? program : slots[place];
 }
 
-ValuePtr PriorityArray::highest() const {
-    for (std::size_t place = 0; place < m_slots.size(); ++place) {
-        if (ValuePtr value = slot(place)) {
+ValuePtr PriorityArray::Highest() const {
+    for (std::size_t place = 0; place < slots.size(); ++place) {
+        if (ValuePtr value = Slot(place)) {
             return value;
         }
     }
     return nullptr;
 }
 
-std::vector<ValuePtr> PriorityArray::elements(bool isDateTime) const {
+std::vector<ValuePtr> PriorityArray::Elements(bool isDateTime) const {
     std::vector<ValuePtr> elements;
-    for (std::size_t place = 0; place < m_slots.size(); ++place) {
-        ValuePtr value = slot(place);
+    for (std::size_t place = 0; place < slots.size(); ++place) {
+        ValuePtr value = Slot(place);
         if (!value) {
             value = std::make_shared<FixedValue>(Octets(1, '\0'));
         } else if (isDateTime) {
-            value = std::make_shared<WrappedValue>(kDateTimeChoice, std::move(value));
+            value = std::make_shared<WrappedValue>(DateTimeChoice, std::move(value));
         }
         elements.push_back(std::move(value));
     }

@@ -11,7 +11,7 @@ namespace simulator {
 // Who commands an object (clause 19.2): 16 priorities, 1 the highest, each with a value or with none.
 class PriorityArray {
 public:
-    static constexpr std::uint8_t kLowest = 16;
+    static constexpr std::uint8_t Lowest = 16;
 
     // `given` is what the device file gives the object as its value, or null. It is commanded at the lowest
     // priority. A moving one stands for a program of the device that commands without end, and takes the
@@ -19,18 +19,18 @@ public:
     explicit PriorityArray(ValuePtr given);
 
     // Priority 1 to 16; null relinquishes.
-    void command(std::uint8_t priority, ValuePtr value) { m_slots[priority - 1u] = std::move(value); }
+    void Command(std::uint8_t priority, ValuePtr value) { slots[priority - 1u] = std::move(value); }
     // The value of the highest priority that has one, or null.
-    ValuePtr highest() const;
+    ValuePtr Highest() const;
     // The elements of the property Priority_Array. A BACnetDateTime, which has no tag of its own, gets the
     // choice of BACnetPriorityValue around it.
-    std::vector<ValuePtr> elements(bool isDateTime) const;
+    std::vector<ValuePtr> Elements(bool isDateTime) const;
 
 private:
-    ValuePtr slot(std::size_t place) const;
+    ValuePtr Slot(std::size_t place) const;
 
-    std::array<ValuePtr, kLowest> m_slots;
-    ValuePtr m_program;  // of the device itself, or null
+    std::array<ValuePtr, Lowest> slots;
+    ValuePtr program;  // of the device itself, or null
 };
 
 }  // namespace simulator

@@ -8,41 +8,41 @@ namespace simulator {
 
 namespace {
 
-constexpr double kFullCircle = 6.283185307179586;
+constexpr double FullCircle = 6.283185307179586;
 
-double seconds(std::chrono::milliseconds time) {
+double Seconds(std::chrono::milliseconds time) {
     return static_cast<double>(time.count()) / 1000.0;
 }
 
 // How far into its period the time is: 0 up to, not including, 1.
-double phase(double time, double period) {
+double Phase(double time, double period) {
     double const periods = time / period;
     return periods - std::floor(periods);
 }
 
 }  // namespace
 
-double RampSignal::at(Moment const& now) const {
-    return m_from + (m_to - m_from) * phase(seconds(now.sinceStart), m_period);
+double RampSignal::At(Moment const& now) const {
+    return from + (to - from) * Phase(Seconds(now.sinceStart), period);
 }
 
-double CurveSignal::at(Moment const& now) const {
-    return m_mean + m_amplitude * std::cos(kFullCircle * phase(seconds(now.local) - m_peak, m_period));
+double CurveSignal::At(Moment const& now) const {
+    return mean + amplitude * std::cos(FullCircle * Phase(Seconds(now.local) - peak, period));
 }
 
-double ToggleSignal::at(Moment const& now) const {
-    return phase(seconds(now.sinceStart), m_period) < 0.5 ? 0.0 : 1.0;
+double ToggleSignal::At(Moment const& now) const {
+    return Phase(Seconds(now.sinceStart), period) < 0.5 ? 0.0 : 1.0;
 }
 
-double CounterSignal::at(Moment const& now) const {
-    return std::floor(m_start + m_rate * seconds(now.sinceStart));
+double CounterSignal::At(Moment const& now) const {
+    return std::floor(start + rate * Seconds(now.sinceStart));
 }
 
-double StepsSignal::at(Moment const& now) const {
-    auto const count = m_values.size();
+double StepsSignal::At(Moment const& now) const {
+    auto const count = values.size();
     auto const step =
-        static_cast<std::size_t>(phase(seconds(now.sinceStart), m_period) * static_cast<double>(count));
-    return m_values[std::min(step, count - 1)];
+        static_cast<std::size_t>(Phase(Seconds(now.sinceStart), period) * static_cast<double>(count));
+    return values[std::min(step, count - 1)];
 }
 
 }  // namespace simulator

@@ -11,71 +11,71 @@ namespace simulator {
 class Signal {
 public:
     virtual ~Signal() = default;
-    virtual double at(Moment const& now) const = 0;
+    virtual double At(Moment const& now) const = 0;
 };
 
 // Periods are in seconds and above 0. All but the curve run from the simulator's start.
 
 class ConstantSignal : public Signal {
 public:
-    explicit ConstantSignal(double value) : m_value(value) {}
-    double at(Moment const&) const override { return m_value; }
+    explicit ConstantSignal(double constant) : value(constant) {}
+    double At(Moment const&) const override { return value; }
 
 private:
-    double m_value;
+    double value;
 };
 
 // Goes evenly from one number to the other in one period, then begins again.
 class RampSignal : public Signal {
 public:
-    RampSignal(double from, double to, double period) : m_from(from), m_to(to), m_period(period) {}
-    double at(Moment const& now) const override;
+    RampSignal(double first, double last, double seconds) : from(first), to(last), period(seconds) {}
+    double At(Moment const& now) const override;
 
 private:
-    double m_from, m_to, m_period;
+    double from, to, period;
 };
 
 // A sine around a mean; its highest point comes `peak` seconds into each period of the wall clock, whose
 // periods are counted from midnight on. With a period of 86400 it is the course of a day.
 class CurveSignal : public Signal {
 public:
-    CurveSignal(double mean, double amplitude, double period, double peak)
-        : m_mean(mean), m_amplitude(amplitude), m_period(period), m_peak(peak) {}
-    double at(Moment const& now) const override;
+    CurveSignal(double meanValue, double peakAmplitude, double seconds, double peakSeconds)
+        : mean(meanValue), amplitude(peakAmplitude), period(seconds), peak(peakSeconds) {}
+    double At(Moment const& now) const override;
 
 private:
-    double m_mean, m_amplitude, m_period, m_peak;
+    double mean, amplitude, period, peak;
 };
 
 // 0 for the first half of the period and 1 for the second.
 class ToggleSignal : public Signal {
 public:
-    explicit ToggleSignal(double period) : m_period(period) {}
-    double at(Moment const& now) const override;
+    explicit ToggleSignal(double seconds) : period(seconds) {}
+    double At(Moment const& now) const override;
 
 private:
-    double m_period;
+    double period;
 };
 
 // Grows by `rate` a second from `start` on, in whole steps.
 class CounterSignal : public Signal {
 public:
-    CounterSignal(double start, double rate) : m_start(start), m_rate(rate) {}
-    double at(Moment const& now) const override;
+    CounterSignal(double first, double perSecond) : start(first), rate(perSecond) {}
+    double At(Moment const& now) const override;
 
 private:
-    double m_start, m_rate;
+    double start, rate;
 };
 
 // Takes one number after the other, each for an equal part of the period.
 class StepsSignal : public Signal {
 public:
-    StepsSignal(std::vector<double> values, double period) : m_values(std::move(values)), m_period(period) {}
-    double at(Moment const& now) const override;
+    StepsSignal(std::vector<double> numbers, double seconds) : values(std::move(numbers)), period(seconds) {}
+    double At(Moment const& now) const override;
 
 private:
-    std::vector<double> m_values;  // not empty
-    double m_period;
+    std::vector<double> values;  // not empty
+    double period;
 };
 
 }  // namespace simulator

@@ -10,57 +10,57 @@ namespace simulator {
 
 namespace {
 
-constexpr double kUnsignedLimit = 4294967295.0;
-constexpr double kSignedLimit = 2147483647.0;
+constexpr double UnsignedLimit = 4294967295.0;
+constexpr double SignedLimit = 2147483647.0;
 
-char flag(ValuePtr const& source, Moment const& now) {
-    return source && source->number(now) != 0 ? '1' : '0';
+char Flag(ValuePtr const& source, Moment const& now) {
+    return source && source->Number(now) != 0 ? '1' : '0';
 }
 
 }  // namespace
 
-void MovingValue::encode(TagWriter& writer, Moment const& now) const {
-    double const value = m_signal->at(now);
+void MovingValue::Encode(TagWriter& writer, Moment const& now) const {
+    double const value = signal->At(now);
     double const rounded = std::round(value);
-    switch (m_tag) {
+    switch (tag) {
         case ApplicationTag::Boolean:
-            writer.boolean(value != 0);
+            writer.Boolean(value != 0);
             break;
         case ApplicationTag::Signed:
-            writer.application(m_tag, content::signedNumber(static_cast<std::int64_t>(
-                                          std::clamp(rounded, -kSignedLimit - 1, kSignedLimit))));
+            writer.Application(tag, content::SignedNumber(static_cast<std::int64_t>(
+                                        std::clamp(rounded, -SignedLimit - 1, SignedLimit))));
             break;
         case ApplicationTag::Real:
-            writer.application(m_tag, content::real(static_cast<float>(value)));
+            writer.Application(tag, content::Real(static_cast<float>(value)));
             break;
         case ApplicationTag::Double:
-            writer.application(m_tag, content::doubleNumber(value));
+            writer.Application(tag, content::DoubleNumber(value));
             break;
         default:
-            writer.application(m_tag, content::unsignedNumber(static_cast<std::uint64_t>(
-                                          std::clamp(rounded, 0.0, kUnsignedLimit))));
+            writer.Application(tag, content::UnsignedNumber(
+                                        static_cast<std::uint64_t>(std::clamp(rounded, 0.0, UnsignedLimit))));
             break;
     }
 }
 
-void ClockValue::encode(TagWriter& writer, Moment const& now) const {
-    if (m_hasDate) {
-        writer.application(ApplicationTag::Date, content::date(dateOf(now.local)));
+void ClockValue::Encode(TagWriter& writer, Moment const& now) const {
+    if (hasDate) {
+        writer.Application(ApplicationTag::Date, content::Date(DateOf(now.local)));
     }
-    if (m_hasTime) {
-        writer.application(ApplicationTag::Time, content::time(timeOf(now.local)));
+    if (hasTime) {
+        writer.Application(ApplicationTag::Time, content::Time(TimeOf(now.local)));
     }
 }
 
-void StatusFlagsValue::encode(TagWriter& writer, Moment const& now) const {
-    std::string const bits{flag(m_eventState, now), flag(m_reliability, now), '0', flag(m_outOfService, now)};
-    writer.application(ApplicationTag::BitString, content::bitString(bits));
+void StatusFlagsValue::Encode(TagWriter& writer, Moment const& now) const {
+    std::string const bits{Flag(eventState, now), Flag(reliability, now), '0', Flag(outOfService, now)};
+    writer.Application(ApplicationTag::BitString, content::BitString(bits));
 }
 
-void WrappedValue::encode(TagWriter& writer, Moment const& now) const {
-    writer.opening(m_number);
-    m_inner->encode(writer, now);
-    writer.closing(m_number);
+void WrappedValue::Encode(TagWriter& writer, Moment const& now) const {
+    writer.Opening(number);
+    inner->Encode(writer, now);
+    writer.Closing(number);
 }
 
 }  // namespace simulator

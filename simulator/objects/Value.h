@@ -14,77 +14,77 @@ class Value {
 public:
     virtual ~Value() = default;
     // Writes the value as it is now, with its tags.
-    virtual void encode(TagWriter& writer, Moment const& now) const = 0;
+    virtual void Encode(TagWriter& writer, Moment const& now) const = 0;
     // The value as a number: 0 or 1 of a Boolean, 0 of everything that is no number.
-    virtual double number(Moment const&) const { return 0; }
+    virtual double Number(Moment const&) const { return 0; }
     // Whether time alone changes it.
-    virtual bool isMoving() const { return false; }
+    virtual bool IsMoving() const { return false; }
 };
 
 using ValuePtr = std::shared_ptr<Value const>;
 
-// A value that stays as it is; `encoded` includes the tags.
+// A value that stays as it is; `octets` includes the tags.
 class FixedValue : public Value {
 public:
-    explicit FixedValue(Octets encoded, double number = 0)
-        : m_encoded(std::move(encoded)), m_number(number) {}
-    void encode(TagWriter& writer, Moment const&) const override { writer.encoded(m_encoded); }
-    double number(Moment const&) const override { return m_number; }
+    explicit FixedValue(Octets octets, double asNumber = 0) : encoded(std::move(octets)), number(asNumber) {}
+    void Encode(TagWriter& writer, Moment const&) const override { writer.Encoded(encoded); }
+    double Number(Moment const&) const override { return number; }
 
 private:
-    Octets m_encoded;
-    double m_number;
+    Octets encoded;
+    double number;
 };
 
-// A number that moves. `tag` is Boolean, Unsigned, Signed, Real, Double or Enumerated; what doesn't fit
+// A number that moves. `valueTag` is Boolean, Unsigned, Signed, Real, Double or Enumerated; what doesn't fit
 // it is rounded and kept within 0 to 2^32-1 or -2^31 to 2^31-1.
 class MovingValue : public Value {
 public:
-    MovingValue(std::shared_ptr<Signal const> signal, ApplicationTag tag)
-        : m_signal(std::move(signal)), m_tag(tag) {}
-    void encode(TagWriter& writer, Moment const& now) const override;
-    double number(Moment const& now) const override { return m_signal->at(now); }
-    bool isMoving() const override { return true; }
+    MovingValue(std::shared_ptr<Signal const> movingSignal, ApplicationTag valueTag)
+        : signal(std::move(movingSignal)), tag(valueTag) {}
+    void Encode(TagWriter& writer, Moment const& now) const override;
+    double Number(Moment const& now) const override { return signal->At(now); }
+    bool IsMoving() const override { return true; }
 
 private:
-    std::shared_ptr<Signal const> m_signal;
-    ApplicationTag m_tag;
+    std::shared_ptr<Signal const> signal;
+    ApplicationTag tag;
 };
 
 // The wall clock's date, its time of day, or one behind the other as a BACnetDateTime.
 class ClockValue : public Value {
 public:
-    ClockValue(bool hasDate, bool hasTime) : m_hasDate(hasDate), m_hasTime(hasTime) {}
-    void encode(TagWriter& writer, Moment const& now) const override;
-    bool isMoving() const override { return true; }
+    ClockValue(bool withDate, bool withTime) : hasDate(withDate), hasTime(withTime) {}
+    void Encode(TagWriter& writer, Moment const& now) const override;
+    bool IsMoving() const override { return true; }
 
 private:
-    bool m_hasDate, m_hasTime;
+    bool hasDate, hasTime;
 };
 
 // Status_Flags as clause 12 derives them: in-alarm from Event_State, fault from Reliability, and
 // out-of-service from Out_Of_Service; never overridden. A source that the object lacks is null.
 class StatusFlagsValue : public Value {
 public:
-    StatusFlagsValue(ValuePtr eventState, ValuePtr reliability, ValuePtr outOfService)
-        : m_eventState(std::move(eventState)),
-          m_reliability(std::move(reliability)),
-          m_outOfService(std::move(outOfService)) {}
-    void encode(TagWriter& writer, Moment const& now) const override;
+    StatusFlagsValue(ValuePtr stateSource, ValuePtr reliabilitySource, ValuePtr serviceSource)
+        : eventState(std::move(stateSource)),
+          reliability(std::move(reliabilitySource)),
+          outOfService(std::move(serviceSource)) {}
+    void Encode(TagWriter& writer, Moment const& now) const override;
 
 private:
-    ValuePtr m_eventState, m_reliability, m_outOfService;
+    ValuePtr eventState, reliability, outOfService;
 };
 
 // Another value between an opening and a closing context tag.
 class WrappedValue : public Value {
 public:
-    WrappedValue(std::uint8_t number, ValuePtr inner) : m_number(number), m_inner(std::move(inner)) {}
-    void encode(TagWriter& writer, Moment const& now) const override;
+    WrappedValue(std::uint8_t contextNumber, ValuePtr innerValue)
+        : number(contextNumber), inner(std::move(innerValue)) {}
+    void Encode(TagWriter& writer, Moment const& now) const override;
 
 private:
-    std::uint8_t m_number;
-    ValuePtr m_inner;
+    std::uint8_t number;
+    ValuePtr inner;
 };
 
 }  // namespace simulator

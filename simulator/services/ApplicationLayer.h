@@ -16,17 +16,17 @@ namespace simulator {
 class ApplicationLayer {
 public:
     // The device must outlive the layer.
-    explicit ApplicationLayer(Device& device) : m_device(device) {}
+    explicit ApplicationLayer(Device& servedDevice) : device(servedDevice) {}
 
     // Gets the parameters of each ComplexACK before they are cut into segments, and how many octets an APDU
     // of the answer may have, 50 at least; can change both, but must leave some of each.
     using AckFilter =
         std::function<void(std::uint8_t serviceChoice, Octets& content, std::size_t& longestApdu)>;
-    void onAck(AckFilter filter) { m_onAck = std::move(filter); }
+    void OnAck(AckFilter filter) { onAck = std::move(filter); }
 
     // Each gives the APDUs to be sent now, in their order.
-    std::vector<Answer> receive(NetworkLayer::Indication const& indication, Moment const& now);
-    std::vector<Answer> tick(Moment const& now);
+    std::vector<Answer> Receive(NetworkLayer::Indication const& indication, Moment const& now);
+    std::vector<Answer> Tick(Moment const& now);
 
 private:
     struct Transaction {
@@ -37,21 +37,21 @@ private:
 
     using Transactions = std::vector<Transaction>;
 
-    std::vector<Octets> receiveConfirmed(NetworkLayer::Indication const& indication, Moment const& now);
-    std::vector<Octets> serve(ConfirmedRequest const& request, NetworkLayer::Indication const& indication,
+    std::vector<Octets> ReceiveConfirmed(NetworkLayer::Indication const& indication, Moment const& now);
+    std::vector<Octets> Serve(ConfirmedRequest const& request, NetworkLayer::Indication const& indication,
                               Moment const& now);
-    std::size_t longestApdu(ConfirmedRequest const& request) const;
-    std::vector<Octets> answerInSegments(ConfirmedRequest const& request,
+    std::size_t LongestApdu(ConfirmedRequest const& request) const;
+    std::vector<Octets> AnswerInSegments(ConfirmedRequest const& request,
                                          NetworkLayer::Indication const& indication, Octets content,
                                          std::size_t longest, Moment const& now);
-    std::vector<Octets> receiveSegmentAck(NetworkLayer::Indication const& indication, Moment const& now);
-    void receiveAbort(NetworkLayer::Indication const& indication);
-    Transactions::iterator find(Peer const& peer, std::uint8_t invokeId);
-    void forget(Peer const& peer, std::uint8_t invokeId);
+    std::vector<Octets> ReceiveSegmentAck(NetworkLayer::Indication const& indication, Moment const& now);
+    void ReceiveAbort(NetworkLayer::Indication const& indication);
+    Transactions::iterator Find(Peer const& peer, std::uint8_t invokeId);
+    void Forget(Peer const& peer, std::uint8_t invokeId);
 
-    Device& m_device;
-    Transactions m_transactions;  // at most a few
-    AckFilter m_onAck;
+    Device& device;
+    Transactions transactions;  // at most a few
+    AckFilter onAck;
 };
 
 }  // namespace simulator

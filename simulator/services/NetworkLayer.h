@@ -25,19 +25,20 @@ public:
         std::optional<Octets> answer;  // an NPDU of the router for the sender
     };
 
-    // `position` is where the device is, if it is behind a router; its MAC address is not empty.
-    explicit NetworkLayer(std::optional<NetworkAddress> position) : m_position(std::move(position)) {}
+    // `devicePosition` is where the device is, if it is behind a router; its MAC address is not empty.
+    explicit NetworkLayer(std::optional<NetworkAddress> devicePosition)
+        : position(std::move(devicePosition)) {}
 
     // `isBroadcast` says that the link brought the NPDU to everybody.
-    Result receive(Endpoint const& sender, bool isBroadcast, Octets const& octets) const;
+    Result Receive(Endpoint const& sender, bool isBroadcast, Octets const& octets) const;
     // The NPDU that carries an answer.
-    Octets send(Answer const& answer) const;
+    Octets Send(Answer const& answer) const;
 
 private:
-    Result receiveAsRouter(Npdu const& npdu, Indication indication) const;
-    Octets rejectNetwork(Npdu const& npdu) const;
+    Result ReceiveAsRouter(Npdu const& npdu, Indication indication) const;
+    Octets RejectNetwork(Npdu const& npdu) const;
 
-    std::optional<NetworkAddress> m_position;
+    std::optional<NetworkAddress> position;
 };
 
 }  // namespace simulator

@@ -4,28 +4,28 @@
 
 namespace simulator {
 
-void readProperty(TagReader& request, Device& device, Moment const& now, TagWriter& ack) {
-    ObjectId const id = request.objectIdentifier(0);
-    auto const propertyId = static_cast<PropertyId>(request.unsignedNumber(1));
-    auto const index = request.optionalUnsigned(2);
-    request.expectEnd();
+void ReadProperty(TagReader& request, Device& device, Moment const& now, TagWriter& ack) {
+    ObjectId const id = request.ObjectIdentifier(0);
+    auto const propertyId = static_cast<PropertyId>(request.UnsignedNumber(1));
+    auto const index = request.OptionalUnsigned(2);
+    request.ExpectEnd();
 
-    BacnetObject const* const object = device.find(id);
+    BacnetObject const* const object = device.Find(id);
     if (!object) {
         throw ServiceError{ErrorClass::Object, ErrorCode::UnknownObject};
     }
-    Property const* const property = object->find(propertyId);
+    Property const* const property = object->Find(propertyId);
     if (!property) {
         throw ServiceError{ErrorClass::Property, ErrorCode::UnknownProperty};
     }
-    ack.context(0, content::objectIdentifier(object->id()));
-    ack.context(1, content::unsignedNumber(static_cast<std::uint32_t>(propertyId)));
+    ack.Context(0, content::ObjectIdentifier(object->Id()));
+    ack.Context(1, content::UnsignedNumber(static_cast<std::uint32_t>(propertyId)));
     if (index) {
-        ack.context(2, content::unsignedNumber(*index));
+        ack.Context(2, content::UnsignedNumber(*index));
     }
-    ack.opening(3);
-    property->encode(ack, index, now);
-    ack.closing(3);
+    ack.Opening(3);
+    property->Encode(ack, index, now);
+    ack.Closing(3);
 }
 
 }  // namespace simulator

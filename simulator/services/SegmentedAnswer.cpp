@@ -8,65 +8,65 @@ namespace simulator {
 
 namespace {
 
-constexpr std::uint8_t kSegmentOfComplexAck = 0x38;
-constexpr std::uint8_t kMoreFollows = 0x04;
+constexpr std::uint8_t SegmentOfComplexAck = 0x38;
+constexpr std::uint8_t MoreFollows = 0x04;
 
 }  // namespace
 
-SegmentedAnswer::SegmentedAnswer(Parameters const& parameters, Octets content)
-    : m_parameters(parameters), m_content(std::move(content)) {}
+SegmentedAnswer::SegmentedAnswer(Parameters const& answerParameters, Octets ackContent)
+    : parameters(answerParameters), content(std::move(ackContent)) {}
 
-std::vector<Octets> SegmentedAnswer::start(Moment const& now) {
-    return sendWindow(now);
+std::vector<Octets> SegmentedAnswer::Start(Moment const& now) {
+    return SendWindow(now);
 }
 
-std::vector<Octets> SegmentedAnswer::acknowledge(std::uint8_t sequenceNumber, std::uint8_t windowSize,
+std::vector<Octets> SegmentedAnswer::Acknowledge(std::uint8_t sequenceNumber, std::uint8_t actualWindowSize,
                                                  Moment const& now) {
-    auto const place = static_cast<std::uint8_t>(sequenceNumber - static_cast<std::uint8_t>(m_firstOfWindow));
-    if (place >= m_windowSize || m_firstOfWindow + place >= count()) {
-        m_deadline = now.sinceStart + m_parameters.timeout;
+    auto const place = static_cast<std::uint8_t>(sequenceNumber - static_cast<std::uint8_t>(firstOfWindow));
+    if (place >= windowSize || firstOfWindow + place >= Count()) {
+        deadline = now.sinceStart + parameters.timeout;
         return {};
     }
-    m_firstOfWindow += place + 1u;
-    m_windowSize = windowSize;
-    m_resends = 0;
-    m_isFinished = m_firstOfWindow >= count();
-    return m_isFinished ? std::vector<Octets>() : sendWindow(now);
+    firstOfWindow += place + 1u;
+    windowSize = actualWindowSize;
+    resends = 0;
+    isFinished = firstOfWindow >= Count();
+    return isFinished ? std::vector<Octets>() : SendWindow(now);
 }
 
-std::vector<Octets> SegmentedAnswer::tick(Moment const& now) {
-    if (m_isFinished || now.sinceStart < m_deadline) {
+std::vector<Octets> SegmentedAnswer::Tick(Moment const& now) {
+    if (isFinished || now.sinceStart < deadline) {
         return {};
     }
-    if (m_resends == m_parameters.retries) {
-        m_isFinished = true;
+    if (resends == parameters.retries) {
+        isFinished = true;
         return {};
     }
-    ++m_resends;
-    return sendWindow(now);
+    ++resends;
+    return SendWindow(now);
 }
 
-std::vector<Octets> SegmentedAnswer::sendWindow(Moment const& now) {
+std::vector<Octets> SegmentedAnswer::SendWindow(Moment const& now) {
     std::vector<Octets> segments;
-    std::size_t const end = std::min(m_firstOfWindow + m_windowSize, count());
-    for (std::size_t number = m_firstOfWindow; number < end; ++number) {
-        segments.push_back(segment(number));
+    std::size_t const end = std::min(firstOfWindow + windowSize, Count());
+    for (std::size_t number = firstOfWindow; number < end; ++number) {
+        segments.push_back(Segment(number));
     }
-    m_deadline = now.sinceStart + m_parameters.timeout;
+    deadline = now.sinceStart + parameters.timeout;
     return segments;
 }
 
-Octets SegmentedAnswer::segment(std::size_t number) const {
-    std::size_t const from = number * m_parameters.segmentLength;
-    std::size_t const to = std::min(from + m_parameters.segmentLength, m_content.size());
+Octets SegmentedAnswer::Segment(std::size_t number) const {
+    std::size_t const from = number * parameters.segmentLength;
+    std::size_t const to = std::min(from + parameters.segmentLength, content.size());
     OctetWriter writer;
-    writer.u8(kSegmentOfComplexAck | (to < m_content.size() ? kMoreFollows : 0));
-    writer.u8(m_parameters.invokeId);
-    writer.u8(static_cast<std::uint8_t>(number));  // numbers wrap at 256 (clause 20.1.5.5)
-    writer.u8(m_parameters.proposedWindowSize);
-    writer.u8(m_parameters.serviceChoice);
-    writer.append(m_content, from, to);
-    return writer.take();
+    writer.U8(SegmentOfComplexAck | (to < content.size() ? MoreFollows : 0));
+    writer.U8(parameters.invokeId);
+    writer.U8(static_cast<std::uint8_t>(number));  // numbers wrap at 256 (clause 20.1.5.5)
+    writer.U8(parameters.proposedWindowSize);
+    writer.U8(parameters.serviceChoice);
+    writer.Append(content, from, to);
+    return writer.Take();
 }
 
 }  // namespace simulator

@@ -24,38 +24,39 @@ public:
         std::uint32_t retries;
     };
 
-    // `content` is the whole of the ack's parameters; not empty.
-    SegmentedAnswer(Parameters const& parameters, Octets content);
+    // `ackContent` is the whole of the ack's answerParameters; not empty.
+    SegmentedAnswer(Parameters const& answerParameters, Octets ackContent);
 
     // Each of these gives the APDUs to be sent now, in their order.
-    std::vector<Octets> start(Moment const& now);
+    std::vector<Octets> Start(Moment const& now);
     // A Segment-ACK of the client, positive or negative: it has got every segment up to
     // `sequenceNumber`. One for segments outside the window only restarts the timer.
-    // `windowSize` is 1 to 127.
-    std::vector<Octets> acknowledge(std::uint8_t sequenceNumber, std::uint8_t windowSize, Moment const& now);
-    std::vector<Octets> tick(Moment const& now);
+    // `actualWindowSize` is 1 to 127.
+    std::vector<Octets> Acknowledge(std::uint8_t sequenceNumber, std::uint8_t actualWindowSize,
+                                    Moment const& now);
+    std::vector<Octets> Tick(Moment const& now);
 
     // All was acknowledged, or no acknowledgement came at all.
-    bool isFinished() const { return m_isFinished; }
-    std::uint8_t invokeId() const { return m_parameters.invokeId; }
+    bool IsFinished() const { return isFinished; }
+    std::uint8_t InvokeId() const { return parameters.invokeId; }
 
     // How many segments that many octets need.
-    static std::size_t segmentCount(std::size_t contentLength, std::size_t segmentLength) {
+    static std::size_t SegmentCount(std::size_t contentLength, std::size_t segmentLength) {
         return (contentLength + segmentLength - 1) / segmentLength;
     }
 
 private:
-    std::size_t count() const { return segmentCount(m_content.size(), m_parameters.segmentLength); }
-    std::vector<Octets> sendWindow(Moment const& now);
-    Octets segment(std::size_t number) const;
+    std::size_t Count() const { return SegmentCount(content.size(), parameters.segmentLength); }
+    std::vector<Octets> SendWindow(Moment const& now);
+    Octets Segment(std::size_t number) const;
 
-    Parameters m_parameters;
-    Octets m_content;
-    std::size_t m_firstOfWindow = 0;  // the first segment that is not acknowledged
-    std::uint8_t m_windowSize = 1;
-    std::uint32_t m_resends = 0;
-    std::chrono::milliseconds m_deadline{0};
-    bool m_isFinished = false;
+    Parameters parameters;
+    Octets content;
+    std::size_t firstOfWindow = 0;  // the first segment that is not acknowledged
+    std::uint8_t windowSize = 1;
+    std::uint32_t resends = 0;
+    std::chrono::milliseconds deadline{0};
+    bool isFinished = false;
 };
 
 }  // namespace simulator

@@ -9,16 +9,16 @@ struct Row {
     ConfirmedService service;
 };
 
-constexpr Row kServices[] = {
-    {12, readProperty},
-    {14, readPropertyMultiple},
-    {15, writeProperty},
+constexpr Row Services[] = {
+    {12, ReadProperty},
+    {14, ReadPropertyMultiple},
+    {15, WriteProperty},
 };
 
 }  // namespace
 
-ConfirmedService confirmedService(std::uint8_t choice) {
-    for (Row const& row : kServices) {
+ConfirmedService FindService(std::uint8_t choice) {
+    for (Row const& row : Services) {
         if (row.choice == choice) {
             return row.service;
         }

@@ -15,13 +15,13 @@ using ConfirmedService = void (*)(TagReader& request, Device& device, Moment con
 
 // The service of a service choice (clause 21), null if the device doesn't carry it out. A new service is
 // a new row in the table behind it.
-ConfirmedService confirmedService(std::uint8_t choice);
+ConfirmedService FindService(std::uint8_t choice);
 
 // Clause 15.5
-void readProperty(TagReader& request, Device& device, Moment const& now, TagWriter& ack);
+void ReadProperty(TagReader& request, Device& device, Moment const& now, TagWriter& ack);
 // Clause 15.7
-void readPropertyMultiple(TagReader& request, Device& device, Moment const& now, TagWriter& ack);
+void ReadPropertyMultiple(TagReader& request, Device& device, Moment const& now, TagWriter& ack);
 // Clause 15.9
-void writeProperty(TagReader& request, Device& device, Moment const& now, TagWriter& ack);
+void WriteProperty(TagReader& request, Device& device, Moment const& now, TagWriter& ack);
 
 }  // namespace simulator

@@ -4,29 +4,29 @@
 
 namespace simulator {
 
-std::vector<Datagram> Station::receive(Datagram const& datagram, Moment const& now) {
-    bvlc::Result const link = bvlc::receive(datagram);
+std::vector<Datagram> Station::Receive(Datagram const& datagram, Moment const& now) {
+    bvlc::Result const link = bvlc::Receive(datagram);
     if (link.answer) {
         return {{datagram.peer, *link.answer}};
     }
     if (!link.message) {
         return {};
     }
-    NetworkLayer::Result const network =
-        m_network.receive(link.message->source, link.message->isBroadcast, link.message->npdu);
-    if (network.answer) {
-        return {{link.message->source, bvlc::unicast(*network.answer)}};
+    NetworkLayer::Result const result =
+        network.Receive(link.message->source, link.message->isBroadcast, link.message->npdu);
+    if (result.answer) {
+        return {{link.message->source, bvlc::Unicast(*result.answer)}};
     }
-    if (!network.indication) {
+    if (!result.indication) {
         return {};
     }
-    return framed(m_application.receive(*network.indication, now));
+    return Framed(application.Receive(*result.indication, now));
 }
 
-std::vector<Datagram> Station::framed(std::vector<Answer> const& answers) const {
+std::vector<Datagram> Station::Framed(std::vector<Answer> const& answers) const {
     std::vector<Datagram> datagrams;
     for (Answer const& answer : answers) {
-        datagrams.push_back({answer.peer.endpoint, bvlc::unicast(m_network.send(answer))});
+        datagrams.push_back({answer.peer.endpoint, bvlc::Unicast(network.Send(answer))});
     }
     return datagrams;
 }

@@ -12,26 +12,26 @@ namespace simulator {
 // datagram makes it throw or crash. Whatever is to disturb the exchange belongs around this class.
 class Station {
 public:
-    explicit Station(Device device)
-        : m_device(std::move(device)), m_network(m_device.settings().position), m_application(m_device) {}
+    explicit Station(Device simulatedDevice)
+        : device(std::move(simulatedDevice)), network(device.Settings().position), application(device) {}
     Station(Station const&) = delete;
     Station& operator=(Station const&) = delete;
 
     // Each gives the datagrams to be sent now, in their order. `tick` is to be called every now and then:
     // it repeats what was not acknowledged.
-    std::vector<Datagram> receive(Datagram const& datagram, Moment const& now);
-    std::vector<Datagram> tick(Moment const& now) { return framed(m_application.tick(now)); }
+    std::vector<Datagram> Receive(Datagram const& datagram, Moment const& now);
+    std::vector<Datagram> Tick(Moment const& now) { return Framed(application.Tick(now)); }
 
-    Device const& device() const { return m_device; }
-    void onAck(ApplicationLayer::AckFilter filter) { m_application.onAck(std::move(filter)); }
-    void onWrite(Device::WriteObserver observer) { m_device.onWrite(std::move(observer)); }
+    Device const& GetDevice() const { return device; }
+    void OnAck(ApplicationLayer::AckFilter filter) { application.OnAck(std::move(filter)); }
+    void OnWrite(Device::WriteObserver observer) { device.OnWrite(std::move(observer)); }
 
 private:
-    std::vector<Datagram> framed(std::vector<Answer> const& answers) const;
+    std::vector<Datagram> Framed(std::vector<Answer> const& answers) const;
 
-    Device m_device;
-    NetworkLayer m_network;
-    ApplicationLayer m_application;
+    Device device;
+    NetworkLayer network;
+    ApplicationLayer application;
 };
 
 }  // namespace simulator

@@ -15,18 +15,18 @@ namespace {
 using Tag = ApplicationTag;
 
 // By tag number.
-constexpr char const* kNames[] = {"Null",   "Boolean",     "Unsigned",        "Signed",    "Real",
-                                  "Double", "OctetString", "CharacterString", "BitString", "Enumerated",
-                                  "Date",   "Time",        "ObjectIdentifier"};
+constexpr char const* Names[] = {"Null",   "Boolean",     "Unsigned",        "Signed",    "Real",
+                                 "Double", "OctetString", "CharacterString", "BitString", "Enumerated",
+                                 "Date",   "Time",        "ObjectIdentifier"};
 
-std::string numberText(Primitive const& primitive) {
+std::string NumberText(Primitive const& primitive) {
     char text[32];
-    std::snprintf(text, sizeof text, "%.9g", writtenAny(primitive)->number({}));
+    std::snprintf(text, sizeof text, "%.9g", WrittenAny(primitive)->Number({}));
     return text;
 }
 
 // What is no printable character of ASCII becomes a dot.
-std::string quoted(Octets const& content) {
+std::string Quoted(Octets const& content) {
     std::string text(1, '"');
     for (std::size_t i = 1; i < content.size(); ++i) {
         text += content[i] >= ' ' && content[i] <= '~' ? content[i] : '.';
@@ -34,7 +34,7 @@ std::string quoted(Octets const& content) {
     return text + '"';
 }
 
-std::string bits(Octets const& content) {
+std::string Bits(Octets const& content) {
     std::string text;
     std::size_t const count = 8 * (content.size() - 1) - static_cast<unsigned char>(content[0]);
     for (std::size_t i = 0; i < count; ++i) {
@@ -43,15 +43,15 @@ std::string bits(Octets const& content) {
     return text;
 }
 
-std::string part(char octet, unsigned base = 0) {
+std::string Part(char octet, unsigned base = 0) {
     unsigned const number = static_cast<unsigned char>(octet);
-    if (number == kAny) {
+    if (number == Unspecified) {
         return "*";
     }
     return (number + base < 10 ? "0" : "") + std::to_string(number + base);
 }
 
-std::string contentText(Primitive const& primitive) {
+std::string ContentText(Primitive const& primitive) {
     Octets const& content = primitive.content;
     switch (primitive.tag) {
         case Tag::Null:
@@ -59,35 +59,35 @@ std::string contentText(Primitive const& primitive) {
         case Tag::Boolean:
             return content[0] != 0 ? "true" : "false";
         case Tag::OctetString:
-            return hexadecimal(content);
+            return Hexadecimal(content);
         case Tag::CharacterString:
-            return quoted(content);
+            return Quoted(content);
         case Tag::BitString:
-            return bits(content);
+            return Bits(content);
         case Tag::Date:
-            return part(content[0], 1900) + '-' + part(content[1]) + '-' + part(content[2]);
+            return Part(content[0], 1900) + '-' + Part(content[1]) + '-' + Part(content[2]);
         case Tag::Time:
-            return part(content[0]) + ':' + part(content[1]) + ':' + part(content[2]) + '.' +
-                   part(content[3]);
+            return Part(content[0]) + ':' + Part(content[1]) + ':' + Part(content[2]) + '.' +
+                   Part(content[3]);
         case Tag::ObjectIdentifier:
-            return textOfObject(ObjectId::of(OctetReader(content).u32()));
+            return TextOfObject(ObjectId::Of(OctetReader(content).U32()));
         default:
-            return numberText(primitive);
+            return NumberText(primitive);
     }
 }
 
-std::string primitiveText(Primitive const& primitive) {
-    std::string text = kNames[static_cast<std::size_t>(primitive.tag)];
+std::string PrimitiveText(Primitive const& primitive) {
+    std::string text = Names[static_cast<std::size_t>(primitive.tag)];
     try {
-        writtenAny(primitive);
-        std::string const content = contentText(primitive);
+        WrittenAny(primitive);
+        std::string const content = ContentText(primitive);
         return content.empty() ? text : text + ' ' + content;
     } catch (ServiceError const&) {
-        return text + " with contents " + hexadecimal(primitive.content);
+        return text + " with contents " + Hexadecimal(primitive.content);
     }
 }
 
-std::string tagText(TagReader::Any const& tag) {
+std::string TagText(TagReader::Any const& tag) {
     std::string const number = std::to_string(tag.number);
     if (tag.kind == TagReader::Kind::Opening) {
         return '{' + number;
@@ -95,29 +95,29 @@ std::string tagText(TagReader::Any const& tag) {
     if (tag.kind == TagReader::Kind::Closing) {
         return '}' + number;
     }
-    if (tag.isContext || tag.number >= std::size(kNames)) {
-        return '[' + number + "] " + hexadecimal(tag.content);
+    if (tag.isContext || tag.number >= std::size(Names)) {
+        return '[' + number + "] " + Hexadecimal(tag.content);
     }
-    return primitiveText({static_cast<Tag>(tag.number), tag.content});
+    return PrimitiveText({static_cast<Tag>(tag.number), tag.content});
 }
 
 }  // namespace
 
-std::string textOfTags(Octets const& octets) {
+std::string TextOfTags(Octets const& octets) {
     TagReader reader(octets);
     std::string text;
-    while (!reader.atEnd()) {
-        text += (text.empty() ? "" : " ") + tagText(reader.any());
+    while (!reader.AtEnd()) {
+        text += (text.empty() ? "" : " ") + TagText(reader.TakeAny());
     }
     return text.empty() ? "nothing" : text;
 }
 
-std::string textOfObject(ObjectId id) {
+std::string TextOfObject(ObjectId id) {
     std::string name = "object type " + std::to_string(id.type) + " instance";
-    if (id.type == deviceObjectType().code) {
-        name = deviceObjectType().name;
+    if (id.type == DeviceObjectType().code) {
+        name = DeviceObjectType().name;
     }
-    for (ObjectType const& type : objectTypes()) {
+    for (ObjectType const& type : AllObjectTypes()) {
         if (type.code == id.type) {
             name = type.name;
         }
@@ -125,7 +125,7 @@ std::string textOfObject(ObjectId id) {
     return name + ' ' + std::to_string(id.instance);
 }
 
-std::string hexadecimal(Octets const& octets) {
+std::string Hexadecimal(Octets const& octets) {
     constexpr char const* digits = "0123456789ABCDEF";
     std::string text;
     for (unsigned char const octet : octets) {

@@ -7,31 +7,31 @@ namespace simulator {
 
 namespace {
 
-constexpr std::uint8_t kUnconfirmedRequest = 0x10;
-constexpr std::uint8_t kIAm = 0;
-constexpr std::uint8_t kWhoIs = 8;
+constexpr std::uint8_t UnconfirmedRequestPdu = 0x10;
+constexpr std::uint8_t IAmChoice = 0;
+constexpr std::uint8_t WhoIsChoice = 8;
 
 // Both limits or neither are given; each is a device instance.
-bool isMeant(TagReader& request, std::uint32_t instance) {
-    if (request.atEnd()) {
+bool IsMeant(TagReader& request, std::uint32_t instance) {
+    if (request.AtEnd()) {
         return true;
     }
-    std::uint32_t const low = request.unsignedNumber(0);
-    std::uint32_t const high = request.unsignedNumber(1);
-    request.expectEnd();
-    return low <= instance && instance <= high && high <= ObjectId::kLastInstance;
+    std::uint32_t const low = request.UnsignedNumber(0);
+    std::uint32_t const high = request.UnsignedNumber(1);
+    request.ExpectEnd();
+    return low <= instance && instance <= high && high <= ObjectId::LastInstance;
 }
 
-Octets iAm(Device const& device) {
-    DeviceSettings const& settings = device.settings();
-    Octets apdu{static_cast<char>(kUnconfirmedRequest), static_cast<char>(kIAm)};
+Octets IAm(Device const& device) {
+    DeviceSettings const& settings = device.Settings();
+    Octets apdu{static_cast<char>(UnconfirmedRequestPdu), static_cast<char>(IAmChoice)};
     TagWriter parameters;
     for (ValuePtr const& value :
-         {fixedObjectIdentifier(device.id()), fixedUnsigned(settings.maxApduLength),
-          fixedEnumerated(settings.segmentationSupported), fixedUnsigned(settings.vendorIdentifier)}) {
-        value->encode(parameters, {});
+         {FixedObjectIdentifier(device.Id()), FixedUnsigned(settings.maxApduLength),
+          FixedEnumerated(settings.segmentationSupported), FixedUnsigned(settings.vendorIdentifier)}) {
+        value->Encode(parameters, {});
     }
-    Octets const encoded = parameters.take();
+    Octets const encoded = parameters.Take();
     apdu.insert(apdu.end(), encoded.begin(), encoded.end());
     return apdu;
 }
@@ -39,13 +39,13 @@ Octets iAm(Device const& device) {
 }  // namespace
 
 // What is wrong in an unconfirmed request is nobody's to be told.
-std::optional<Octets> answerUnconfirmed(Octets const& apdu, Device const& device) try {
+std::optional<Octets> AnswerUnconfirmed(Octets const& apdu, Device const& device) try {
     OctetReader head(apdu);
-    if (head.u8() != kUnconfirmedRequest || head.u8() != kWhoIs) {
+    if (head.U8() != UnconfirmedRequestPdu || head.U8() != WhoIsChoice) {
         return std::nullopt;
     }
     TagReader request(apdu, 2);
-    return isMeant(request, device.id().instance) ? std::optional<Octets>(iAm(device)) : std::nullopt;
+    return IsMeant(request, device.Id().instance) ? std::optional<Octets>(IAm(device)) : std::nullopt;
 } catch (EndOfOctets const&) {
     return std::nullopt;
 } catch (Reject const&) {

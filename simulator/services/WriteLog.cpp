@@ -11,7 +11,7 @@ struct Row {
     char const* name;
 };
 
-constexpr Row kErrors[] = {
+constexpr Row ErrorNames[] = {
     {static_cast<int>(ErrorCode::InvalidDataType), "invalid-data-type"},
     {static_cast<int>(ErrorCode::UnknownObject), "unknown-object"},
     {static_cast<int>(ErrorCode::UnknownProperty), "unknown-property"},
@@ -22,7 +22,7 @@ constexpr Row kErrors[] = {
     {static_cast<int>(ErrorCode::PropertyIsNotAnArray), "property-is-not-an-array"},
 };
 
-constexpr Row kRejects[] = {
+constexpr Row RejectNames[] = {
     {static_cast<int>(RejectReason::InvalidParameterDataType), "invalid-parameter-data-type"},
     {static_cast<int>(RejectReason::InvalidTag), "invalid-tag"},
     {static_cast<int>(RejectReason::MissingRequiredParameter), "missing-required-parameter"},
@@ -31,7 +31,7 @@ constexpr Row kRejects[] = {
 };
 
 template <std::size_t count>
-std::string nameOfCode(Row const (&rows)[count], int code) {
+std::string NameOfCode(Row const (&rows)[count], int code) {
     for (Row const& row : rows) {
         if (row.code == code) {
             return row.name;
@@ -42,31 +42,31 @@ std::string nameOfCode(Row const (&rows)[count], int code) {
 
 }  // namespace
 
-void WriteLog::asked(WriteRequest const& request) {
-    if (!m_observer) {
+void WriteLog::Asked(WriteRequest const& request) {
+    if (!observer) {
         return;
     }
-    m_what += ' ' + textOfObject(request.object) + ' ' + nameOf(request.property);
+    what += ' ' + TextOfObject(request.object) + ' ' + NameOf(request.property);
     if (request.index) {
-        m_what += '[' + std::to_string(*request.index) + ']';
+        what += '[' + std::to_string(*request.index) + ']';
     }
-    m_what += " = " + textOfTags(request.value);
+    what += " = " + TextOfTags(request.value);
     if (request.priority) {
-        m_what += ", priority " + std::to_string(*request.priority);
+        what += ", priority " + std::to_string(*request.priority);
     }
 }
 
-void WriteLog::refused(ErrorCode code) {
-    tell("refused, " + nameOfCode(kErrors, static_cast<int>(code)));
+void WriteLog::Refused(ErrorCode code) {
+    Tell("refused, " + NameOfCode(ErrorNames, static_cast<int>(code)));
 }
 
-void WriteLog::rejected(RejectReason reason) {
-    tell("rejected, " + nameOfCode(kRejects, static_cast<int>(reason)));
+void WriteLog::Rejected(RejectReason reason) {
+    Tell("rejected, " + NameOfCode(RejectNames, static_cast<int>(reason)));
 }
 
-void WriteLog::tell(std::string const& outcome) {
-    if (m_observer) {
-        m_observer(m_what + ": " + outcome);
+void WriteLog::Tell(std::string const& outcome) {
+    if (observer) {
+        observer(what + ": " + outcome);
     }
 }
 

@@ -16,18 +16,18 @@ namespace simulator {
 class WriteLog {
 public:
     // An empty observer is told nothing. It must outlive the log.
-    explicit WriteLog(Device::WriteObserver const& observer) : m_observer(observer) {}
+    explicit WriteLog(Device::WriteObserver const& writeObserver) : observer(writeObserver) {}
 
-    void asked(WriteRequest const& request);
-    void done() { tell("done"); }
-    void refused(ErrorCode code);
-    void rejected(RejectReason reason);
+    void Asked(WriteRequest const& request);
+    void Done() { Tell("done"); }
+    void Refused(ErrorCode code);
+    void Rejected(RejectReason reason);
 
 private:
-    void tell(std::string const& outcome);
+    void Tell(std::string const& outcome);
 
-    Device::WriteObserver const& m_observer;
-    std::string m_what = "write";
+    Device::WriteObserver const& observer;
+    std::string what = "write";
 };
 
 }  // namespace simulator

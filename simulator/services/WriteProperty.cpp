@@ -8,108 +8,108 @@ namespace simulator {
 
 namespace {
 
-constexpr std::uint16_t kLightingOutputType = 54;
-constexpr double kFullLight = 100;  // percent
+constexpr std::uint16_t LightingOutputType = 54;
+constexpr double FullLight = 100;  // percent
 
-[[noreturn]] void fail(ErrorCode code, ErrorClass errorClass = ErrorClass::Property) {
+[[noreturn]] void Fail(ErrorCode code, ErrorClass errorClass = ErrorClass::Property) {
     throw ServiceError{errorClass, code};
 }
 
-void checkAccess(BacnetObject const& object, Property const& property, WriteRequest const& request,
+void CheckAccess(BacnetObject const& object, Property const& property, WriteRequest const& request,
                  Moment const& now) {
     if (request.index) {
-        property.checkIndex(*request.index);
+        property.CheckIndex(*request.index);
     }
     bool const isOpen = property.access == Access::Writable ||
-                        (property.access == Access::WhileOutOfService && object.isOutOfService(now));
+                        (property.access == Access::WhileOutOfService && object.IsOutOfService(now));
     bool const wantsResizing = request.index == 0u;
     if (!isOpen || wantsResizing) {
-        fail(ErrorCode::WriteAccessDenied);
+        Fail(ErrorCode::WriteAccessDenied);
     }
 }
 
 // Only lists and Exception_Schedule change their number of elements.
-void checkCount(Property const& property, bool isElement, std::size_t count) {
+void CheckCount(Property const& property, bool isElement, std::size_t count) {
     if (isElement || property.shape == Shape::Single) {
         if (count != 1) {
-            fail(ErrorCode::InvalidDataType);
+            Fail(ErrorCode::InvalidDataType);
         }
         return;
     }
     bool const isFixed = property.shape == Shape::Array && property.datatype != Datatype::SpecialEvent;
     if (isFixed && count != property.values.size()) {
-        fail(ErrorCode::ValueOutOfRange);
+        Fail(ErrorCode::ValueOutOfRange);
     }
 }
 
 // The limits are those of Present_Value and of what it may fall back to.
-void checkRange(BacnetObject const& object, PropertyId id, double value, Moment const& now) {
+void CheckRange(BacnetObject const& object, PropertyId id, double value, Moment const& now) {
     auto const check = [&](ValuePtr const& limit, int direction) {
-        if (limit && direction * value > direction * limit->number(now)) {
-            fail(ErrorCode::ValueOutOfRange);
+        if (limit && direction * value > direction * limit->Number(now)) {
+            Fail(ErrorCode::ValueOutOfRange);
         }
     };
     if (id == PropertyId::Priority_For_Writing) {
-        check(fixedUnsigned(1), -1);
-        check(fixedUnsigned(PriorityArray::kLowest), 1);
+        check(FixedUnsigned(1), -1);
+        check(FixedUnsigned(PriorityArray::Lowest), 1);
     }
     if (id != PropertyId::Present_Value && id != PropertyId::Relinquish_Default) {
         return;
     }
-    check(object.valueOf(PropertyId::Min_Pres_Value), -1);
-    check(object.valueOf(PropertyId::Max_Pres_Value), 1);
-    if (ValuePtr const states = object.valueOf(PropertyId::Number_Of_States)) {
-        check(fixedUnsigned(1), -1);
+    check(object.ValueOf(PropertyId::Min_Pres_Value), -1);
+    check(object.ValueOf(PropertyId::Max_Pres_Value), 1);
+    if (ValuePtr const states = object.ValueOf(PropertyId::Number_Of_States)) {
+        check(FixedUnsigned(1), -1);
         check(states, 1);
     }
-    if (object.id().type == kLightingOutputType && !(value >= 0 && value <= kFullLight)) {
-        fail(ErrorCode::ValueOutOfRange);
+    if (object.Id().type == LightingOutputType && !(value >= 0 && value <= FullLight)) {
+        Fail(ErrorCode::ValueOutOfRange);
     }
 }
 
-void carryOut(WriteRequest const& request, Device& device, Moment const& now) {
-    BacnetObject* const object = device.find(request.object);
+void CarryOut(WriteRequest const& request, Device& device, Moment const& now) {
+    BacnetObject* const object = device.Find(request.object);
     if (!object) {
-        fail(ErrorCode::UnknownObject, ErrorClass::Object);
+        Fail(ErrorCode::UnknownObject, ErrorClass::Object);
     }
-    Property const* const property = object->find(request.property);
+    Property const* const property = object->Find(request.property);
     if (!property) {
-        fail(ErrorCode::UnknownProperty);
+        Fail(ErrorCode::UnknownProperty);
     }
-    checkAccess(*object, *property, request, now);
-    bool const isCommand = request.property == PropertyId::Present_Value && object->isCommandable();
-    std::uint8_t const priority = request.priority.value_or(PriorityArray::kLowest);
+    CheckAccess(*object, *property, request, now);
+    bool const isCommand = request.property == PropertyId::Present_Value && object->IsCommandable();
+    std::uint8_t const priority = request.priority.value_or(PriorityArray::Lowest);
     bool const isNull = request.value == Octets(1, '\0');
     if (isCommand && isNull) {
-        object->command(priority, nullptr);
+        object->Command(priority, nullptr);
         return;
     }
-    auto values = writtenValues(property->datatype, request.value, device.settings().isLenient);
-    checkCount(*property, request.index.has_value(), values.size());
+    auto values = WrittenValues(property->datatype, request.value, device.Settings().isLenient);
+    CheckCount(*property, request.index.has_value(), values.size());
     for (ValuePtr const& value : values) {
-        checkRange(*object, request.property, value->number(now), now);
+        CheckRange(*object, request.property, value->Number(now), now);
     }
     if (isCommand) {
-        object->command(priority, values.front());
+        object->Command(priority, values.front());
     } else {
-        object->write(request.property, request.index, std::move(values), now);
+        object->Write(request.property, request.index, std::move(values), now);
     }
 }
 
 }  // namespace
 
-void writeProperty(TagReader& parameters, Device& device, Moment const& now, TagWriter&) {
-    WriteLog log(device.writeObserver());
+void WriteProperty(TagReader& parameters, Device& device, Moment const& now, TagWriter&) {
+    WriteLog log(device.GetWriteObserver());
     try {
-        WriteRequest const request = WriteRequest::decode(parameters);
-        log.asked(request);
-        carryOut(request, device, now);
-        log.done();
+        WriteRequest const request = WriteRequest::Decode(parameters);
+        log.Asked(request);
+        CarryOut(request, device, now);
+        log.Done();
     } catch (Reject const& reject) {
-        log.rejected(reject.reason);
+        log.Rejected(reject.reason);
         throw;
     } catch (ServiceError const& error) {
-        log.refused(error.errorCode);
+        log.Refused(error.errorCode);
         throw;
     }
 }

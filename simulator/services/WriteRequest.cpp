@@ -5,19 +5,19 @@
 
 namespace simulator {
 
-WriteRequest WriteRequest::decode(TagReader& reader) {
+WriteRequest WriteRequest::Decode(TagReader& reader) {
     WriteRequest request;
-    request.object = reader.objectIdentifier(0);
-    request.property = static_cast<PropertyId>(reader.unsignedNumber(1));
-    request.index = reader.optionalUnsigned(2);
-    request.value = reader.enclosed(3);
-    if (auto const priority = reader.optionalUnsigned(4)) {
-        if (*priority < 1 || *priority > PriorityArray::kLowest) {
+    request.object = reader.ObjectIdentifier(0);
+    request.property = static_cast<PropertyId>(reader.UnsignedNumber(1));
+    request.index = reader.OptionalUnsigned(2);
+    request.value = reader.Enclosed(3);
+    if (auto const priority = reader.OptionalUnsigned(4)) {
+        if (*priority < 1 || *priority > PriorityArray::Lowest) {
             throw Reject{RejectReason::ParameterOutOfRange};
         }
         request.priority = static_cast<std::uint8_t>(*priority);
     }
-    reader.expectEnd();
+    reader.ExpectEnd();
     return request;
 }
 

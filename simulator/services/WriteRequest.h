@@ -18,7 +18,7 @@ struct WriteRequest {
     std::optional<std::uint8_t> priority;  // 1 to 16
 
     // Throws Reject if the request isn't one.
-    static WriteRequest decode(TagReader& reader);
+    static WriteRequest Decode(TagReader& reader);
 };
 
 }  // namespace simulator

@@ -17,13 +17,13 @@ namespace {
 
 using Tag = ApplicationTag;
 
-[[noreturn]] void fail(ErrorCode code) {
+[[noreturn]] void Fail(ErrorCode code) {
     throw ServiceError{ErrorClass::Property, code};
 }
 
-void expect(bool isSo, ErrorCode otherwise) {
+void Expect(bool isSo, ErrorCode otherwise) {
     if (!isSo) {
-        fail(otherwise);
+        Fail(otherwise);
     }
 }
 
@@ -34,20 +34,20 @@ struct NumberRow {
     bool isWhole;
 };
 
-constexpr double kSingleLimit = std::numeric_limits<float>::max();
-constexpr double kDoubleLimit = std::numeric_limits<double>::max();
+constexpr double SingleLimit = std::numeric_limits<float>::max();
+constexpr double DoubleLimit = std::numeric_limits<double>::max();
 
-constexpr NumberRow kNumbers[] = {
+constexpr NumberRow NumberRows[] = {
     {Tag::Boolean, 1, 1, 0, 1, true},
     {Tag::Unsigned, 1, 8, 0, 4294967295.0, true},
     {Tag::Signed, 1, 8, -2147483648.0, 2147483647.0, true},
-    {Tag::Real, 4, 4, -kSingleLimit, kSingleLimit, false},
-    {Tag::Double, 8, 8, -kDoubleLimit, kDoubleLimit, false},
+    {Tag::Real, 4, 4, -SingleLimit, SingleLimit, false},
+    {Tag::Double, 8, 8, -DoubleLimit, DoubleLimit, false},
     {Tag::Enumerated, 1, 8, 0, 65535, true},
 };
 
-NumberRow const* numberRow(Tag tag) {
-    for (NumberRow const& row : kNumbers) {
+NumberRow const* FindNumberRow(Tag tag) {
+    for (NumberRow const& row : NumberRows) {
         if (row.tag == tag) {
             return &row;
         }
@@ -56,77 +56,77 @@ NumberRow const* numberRow(Tag tag) {
 }
 
 template <typename Target, typename Bits>
-Target bitsAs(Bits bits) {
+Target BitsAs(Bits bits) {
     static_assert(sizeof(Target) == sizeof(Bits));
     Target target;
     std::memcpy(&target, &bits, sizeof target);
     return target;
 }
 
-double signedNumber(std::uint64_t bits, std::size_t octets) {
+double SignedNumber(std::uint64_t bits, std::size_t octets) {
     std::uint64_t const sign = std::uint64_t{1} << (8 * octets - 1);
     auto const extended = static_cast<std::int64_t>((bits ^ sign) - sign);
     return static_cast<double>(extended);
 }
 
-double numberOf(Primitive const& primitive, NumberRow const& row) {
+double NumberOf(Primitive const& primitive, NumberRow const& row) {
     std::size_t const count = primitive.content.size();
-    expect(count >= row.shortest, ErrorCode::InvalidDataType);
-    expect(count <= row.longest,
+    Expect(count >= row.shortest, ErrorCode::InvalidDataType);
+    Expect(count <= row.longest,
            row.shortest == row.longest ? ErrorCode::InvalidDataType : ErrorCode::ValueOutOfRange);
-    std::uint64_t const bits = OctetReader(primitive.content).bigEndian(count);
+    std::uint64_t const bits = OctetReader(primitive.content).BigEndian(count);
     switch (row.tag) {
         case Tag::Signed:
-            return signedNumber(bits, count);
+            return SignedNumber(bits, count);
         case Tag::Real:
-            return static_cast<double>(bitsAs<float>(static_cast<std::uint32_t>(bits)));
+            return static_cast<double>(BitsAs<float>(static_cast<std::uint32_t>(bits)));
         case Tag::Double:
-            return bitsAs<double>(bits);
+            return BitsAs<double>(bits);
         default:
             return static_cast<double>(bits);
     }
 }
 
-ValuePtr numberValue(double number, NumberRow const& row) {
+ValuePtr NumberValue(double number, NumberRow const& row) {
     double const fitting = row.isWhole ? std::round(number) : number;
     // The comparison is false for what is not a number.
-    expect(fitting >= row.low && fitting <= row.high, ErrorCode::ValueOutOfRange);
+    Expect(fitting >= row.low && fitting <= row.high, ErrorCode::ValueOutOfRange);
     TagWriter writer;
-    MovingValue(std::make_shared<ConstantSignal>(fitting), row.tag).encode(writer, {});
-    return std::make_shared<FixedValue>(writer.take(), fitting);
+    MovingValue(std::make_shared<ConstantSignal>(fitting), row.tag).Encode(writer, {});
+    return std::make_shared<FixedValue>(writer.Take(), fitting);
 }
 
-void checkText(Octets const& content) {
-    constexpr char kUtf8 = 0;
-    expect(!content.empty(), ErrorCode::InvalidDataType);
-    expect(content[0] == kUtf8, ErrorCode::CharacterSetNotSupported);
+void CheckText(Octets const& content) {
+    constexpr char utf8 = 0;
+    Expect(!content.empty(), ErrorCode::InvalidDataType);
+    Expect(content[0] == utf8, ErrorCode::CharacterSetNotSupported);
 }
 
-void checkBits(Octets const& content) {
-    expect(!content.empty(), ErrorCode::InvalidDataType);
+void CheckBits(Octets const& content) {
+    Expect(!content.empty(), ErrorCode::InvalidDataType);
     unsigned const unused = static_cast<unsigned char>(content[0]);
-    expect(unused == 0 || (unused <= 7 && content.size() > 1), ErrorCode::InvalidDataType);
+    Expect(unused == 0 || (unused <= 7 && content.size() > 1), ErrorCode::InvalidDataType);
 }
 
-bool isWithin(char octet, unsigned low, unsigned high) {
+bool IsWithin(char octet, unsigned low, unsigned high) {
     unsigned const number = static_cast<unsigned char>(octet);
-    return number == kAny || (number >= low && number <= high);
+    return number == Unspecified || (number >= low && number <= high);
 }
 
-void checkContent(Primitive const& primitive) {
+void CheckContent(Primitive const& primitive) {
     switch (primitive.tag) {
         case Tag::Null:
-            return expect(primitive.content.empty(), ErrorCode::InvalidDataType);
+            return Expect(primitive.content.empty(), ErrorCode::InvalidDataType);
         case Tag::CharacterString:
-            return checkText(primitive.content);
+            return CheckText(primitive.content);
         case Tag::BitString:
-            return checkBits(primitive.content);
+            return CheckBits(primitive.content);
         case Tag::Date:
-            return checkDate(primitive.content);
+            return CheckDate(primitive.content);
         case Tag::Time:
-            return checkTime(primitive.content);
+            return CheckTime(primitive.content);
         case Tag::ObjectIdentifier:
-            return expect(primitive.content.size() == 4, ErrorCode::InvalidDataType);
+            return Expect(primitive.content.size() == 4, ErrorCode::InvalidDataType);
         default:
             return;
     }
@@ -137,7 +137,7 @@ struct TagRow {
     Tag tag;
 };
 
-constexpr TagRow kTags[] = {
+constexpr TagRow TagRows[] = {
     {Datatype::Boolean, Tag::Boolean},
     {Datatype::Unsigned, Tag::Unsigned},
     {Datatype::Signed, Tag::Signed},
@@ -150,53 +150,53 @@ constexpr TagRow kTags[] = {
     {Datatype::Time, Tag::Time},
 };
 
-Tag tagOf(Datatype datatype) {
-    for (TagRow const& row : kTags) {
+Tag TagOf(Datatype datatype) {
+    for (TagRow const& row : TagRows) {
         if (row.datatype == datatype) {
             return row.tag;
         }
     }
-    expect(isEnumeration(datatype), ErrorCode::InvalidDataType);
+    Expect(IsEnumeration(datatype), ErrorCode::InvalidDataType);
     return Tag::Enumerated;
 }
 
 }  // namespace
 
-ValuePtr writtenAny(Primitive const& primitive) {
-    if (NumberRow const* const row = numberRow(primitive.tag)) {
-        return numberValue(numberOf(primitive, *row), *row);
+ValuePtr WrittenAny(Primitive const& primitive) {
+    if (NumberRow const* const row = FindNumberRow(primitive.tag)) {
+        return NumberValue(NumberOf(primitive, *row), *row);
     }
-    checkContent(primitive);
+    CheckContent(primitive);
     TagWriter writer;
-    writer.application(primitive.tag, primitive.content);
-    return std::make_shared<FixedValue>(writer.take());
+    writer.Application(primitive.tag, primitive.content);
+    return std::make_shared<FixedValue>(writer.Take());
 }
 
-ValuePtr writtenAs(Datatype datatype, Primitive const& primitive, bool isLenient) {
-    Tag const wanted = tagOf(datatype);
-    NumberRow const* const from = numberRow(primitive.tag);
-    NumberRow const* const to = numberRow(wanted);
+ValuePtr WrittenAs(Datatype datatype, Primitive const& primitive, bool isLenient) {
+    Tag const wanted = TagOf(datatype);
+    NumberRow const* const from = FindNumberRow(primitive.tag);
+    NumberRow const* const to = FindNumberRow(wanted);
     bool const isConverted = isLenient && from && to;
-    expect(primitive.tag == wanted || isConverted, ErrorCode::InvalidDataType);
-    ValuePtr value = from ? numberValue(numberOf(primitive, *from), *to) : writtenAny(primitive);
+    Expect(primitive.tag == wanted || isConverted, ErrorCode::InvalidDataType);
+    ValuePtr value = from ? NumberValue(NumberOf(primitive, *from), *to) : WrittenAny(primitive);
     if (wanted == Tag::Enumerated) {
-        expect(isEnumerated(datatype, static_cast<std::uint32_t>(value->number({}))),
+        Expect(IsEnumerated(datatype, static_cast<std::uint32_t>(value->Number({}))),
                ErrorCode::ValueOutOfRange);
     }
     return value;
 }
 
 // Months 13 and 14 are the odd and the even ones, days 32 to 34 the last and every other day of a month.
-void checkDate(Octets const& content) {
-    expect(content.size() == 4, ErrorCode::InvalidDataType);
-    expect(isWithin(content[1], 1, 14) && isWithin(content[2], 1, 34) && isWithin(content[3], 1, 7),
+void CheckDate(Octets const& content) {
+    Expect(content.size() == 4, ErrorCode::InvalidDataType);
+    Expect(IsWithin(content[1], 1, 14) && IsWithin(content[2], 1, 34) && IsWithin(content[3], 1, 7),
            ErrorCode::ValueOutOfRange);
 }
 
-void checkTime(Octets const& content) {
-    expect(content.size() == 4, ErrorCode::InvalidDataType);
-    expect(isWithin(content[0], 0, 23) && isWithin(content[1], 0, 59) && isWithin(content[2], 0, 59) &&
-               isWithin(content[3], 0, 99),
+void CheckTime(Octets const& content) {
+    Expect(content.size() == 4, ErrorCode::InvalidDataType);
+    Expect(IsWithin(content[0], 0, 23) && IsWithin(content[1], 0, 59) && IsWithin(content[2], 0, 59) &&
+               IsWithin(content[3], 0, 99),
            ErrorCode::ValueOutOfRange);
 }
 

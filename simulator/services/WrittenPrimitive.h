@@ -12,14 +12,14 @@ namespace simulator {
 // beyond 32 bits, infinite ones, the 32nd of a month).
 
 // The value as it is, whatever its datatype; its contents encoded anew, in as few octets as hold them.
-ValuePtr writtenAny(Primitive const& primitive);
+ValuePtr WrittenAny(Primitive const& primitive);
 // The value for a property of a primitive datatype or an enumeration. Strictly, its tag is that of the
 // datatype. A lenient device converts numbers: Boolean, Unsigned, Signed, Real, Double and Enumerated stand
 // for one another if the number fits, rounded if it must be a whole one.
-ValuePtr writtenAs(Datatype datatype, Primitive const& primitive, bool isLenient);
+ValuePtr WrittenAs(Datatype datatype, Primitive const& primitive, bool isLenient);
 
 // Contents of a Date and of a Time (clauses 20.2.12 and 20.2.13).
-void checkDate(Octets const& content);
-void checkTime(Octets const& content);
+void CheckDate(Octets const& content);
+void CheckTime(Octets const& content);
 
 }  // namespace simulator

@@ -12,105 +12,106 @@ namespace simulator {
 
 namespace {
 
-constexpr std::uint16_t kCalendarType = 6;
+constexpr std::uint16_t CalendarType = 6;
 
-void expect(bool isSo, ErrorCode otherwise) {
+void Expect(bool isSo, ErrorCode otherwise) {
     if (!isSo) {
         throw ServiceError{ErrorClass::Property, otherwise};
     }
 }
 
-void copy(TagReader& reader, ApplicationTag tag, TagWriter& writer) {
-    Primitive const primitive = reader.application();
-    expect(primitive.tag == tag, ErrorCode::InvalidDataType);
-    writtenAny(primitive)->encode(writer, {});
+void Copy(TagReader& reader, ApplicationTag tag, TagWriter& writer) {
+    Primitive const primitive = reader.Application();
+    Expect(primitive.tag == tag, ErrorCode::InvalidDataType);
+    WrittenAny(primitive)->Encode(writer, {});
 }
 
-void copyEntry(TagReader& reader, bool isLenient, TagWriter& writer) {
-    Primitive const time = reader.application();
-    expect(time.tag == ApplicationTag::Time, ErrorCode::InvalidDataType);
-    bool const isWild =
-        std::find(time.content.begin(), time.content.end(), static_cast<char>(kAny)) != time.content.end();
-    expect(isLenient || !isWild, ErrorCode::ValueOutOfRange);
-    writtenAny(time)->encode(writer, {});
-    writtenAny(reader.application())->encode(writer, {});
+void CopyEntry(TagReader& reader, bool isLenient, TagWriter& writer) {
+    Primitive const time = reader.Application();
+    Expect(time.tag == ApplicationTag::Time, ErrorCode::InvalidDataType);
+    bool const isWild = std::find(time.content.begin(), time.content.end(), static_cast<char>(Unspecified)) !=
+                        time.content.end();
+    Expect(isLenient || !isWild, ErrorCode::ValueOutOfRange);
+    WrittenAny(time)->Encode(writer, {});
+    WrittenAny(reader.Application())->Encode(writer, {});
 }
 
-void copyEntries(TagReader& reader, std::uint8_t number, bool isLenient, TagWriter& writer) {
-    Octets const enclosed = reader.enclosed(number);
+void CopyEntries(TagReader& reader, std::uint8_t number, bool isLenient, TagWriter& writer) {
+    Octets const enclosed = reader.Enclosed(number);
     TagReader entries(enclosed);
-    writer.opening(number);
-    while (!entries.atEnd()) {
-        copyEntry(entries, isLenient, writer);
+    writer.Opening(number);
+    while (!entries.AtEnd()) {
+        CopyEntry(entries, isLenient, writer);
     }
-    writer.closing(number);
+    writer.Closing(number);
 }
 
-void checkWeekNDay(Octets const& content, bool isLenient) {
-    constexpr unsigned kHighest[] = {14, 9, 7};
-    expect(content.size() == std::size(kHighest), ErrorCode::InvalidDataType);
+void CheckWeekNDay(Octets const& content, bool isLenient) {
+    constexpr unsigned highest[] = {14, 9, 7};
+    Expect(content.size() == std::size(highest), ErrorCode::InvalidDataType);
     for (std::size_t i = 0; i < content.size(); ++i) {
         unsigned const part = static_cast<unsigned char>(content[i]);
-        expect(part == kAny || (part <= kHighest[i] && (part > 0 || isLenient)), ErrorCode::ValueOutOfRange);
+        Expect(part == Unspecified || (part <= highest[i] && (part > 0 || isLenient)),
+               ErrorCode::ValueOutOfRange);
     }
 }
 
 // BACnetCalendarEntry
-void copyCalendarEntry(TagReader& reader, bool isLenient, TagWriter& writer) {
-    Octets const enclosed = reader.enclosed(0);
+void CopyCalendarEntry(TagReader& reader, bool isLenient, TagWriter& writer) {
+    Octets const enclosed = reader.Enclosed(0);
     TagReader entry(enclosed);
-    writer.opening(0);
-    if (entry.nextIsContext(0)) {
-        Octets const date = entry.contextOctets(0);
-        checkDate(date);
-        writer.context(0, date);
-    } else if (entry.nextIsOpening(1)) {
-        Octets const range = entry.enclosed(1);
+    writer.Opening(0);
+    if (entry.NextIsContext(0)) {
+        Octets const date = entry.ContextOctets(0);
+        CheckDate(date);
+        writer.Context(0, date);
+    } else if (entry.NextIsOpening(1)) {
+        Octets const range = entry.Enclosed(1);
         TagReader dates(range);
-        writer.opening(1);
-        copyDateRange(dates, writer);
-        dates.expectEnd();
-        writer.closing(1);
+        writer.Opening(1);
+        CopyDateRange(dates, writer);
+        dates.ExpectEnd();
+        writer.Closing(1);
     } else {
-        Octets const weekNDay = entry.contextOctets(2);
-        checkWeekNDay(weekNDay, isLenient);
-        writer.context(2, weekNDay);
+        Octets const weekNDay = entry.ContextOctets(2);
+        CheckWeekNDay(weekNDay, isLenient);
+        writer.Context(2, weekNDay);
     }
-    entry.expectEnd();
-    writer.closing(0);
+    entry.ExpectEnd();
+    writer.Closing(0);
 }
 
-void copyPeriod(TagReader& reader, bool isLenient, TagWriter& writer) {
-    if (reader.nextIsOpening(0)) {
-        copyCalendarEntry(reader, isLenient, writer);
+void CopyPeriod(TagReader& reader, bool isLenient, TagWriter& writer) {
+    if (reader.NextIsOpening(0)) {
+        CopyCalendarEntry(reader, isLenient, writer);
         return;
     }
-    ObjectId const calendar = reader.objectIdentifier(1);
-    expect(calendar.type == kCalendarType, ErrorCode::ValueOutOfRange);
-    writer.context(1, content::objectIdentifier(calendar));
+    ObjectId const calendar = reader.ObjectIdentifier(1);
+    Expect(calendar.type == CalendarType, ErrorCode::ValueOutOfRange);
+    writer.Context(1, content::ObjectIdentifier(calendar));
 }
 
 }  // namespace
 
-ValuePtr writtenDay(TagReader& reader, bool isLenient) {
+ValuePtr WrittenDay(TagReader& reader, bool isLenient) {
     TagWriter writer;
-    copyEntries(reader, 0, isLenient, writer);
-    return std::make_shared<FixedValue>(writer.take());
+    CopyEntries(reader, 0, isLenient, writer);
+    return std::make_shared<FixedValue>(writer.Take());
 }
 
-ValuePtr writtenEvent(TagReader& reader, bool isLenient) {
+ValuePtr WrittenEvent(TagReader& reader, bool isLenient) {
     TagWriter writer;
-    copyPeriod(reader, isLenient, writer);
-    copyEntries(reader, 2, isLenient, writer);
-    std::uint32_t const priority = reader.unsignedNumber(3);
-    expect(priority >= 1 && priority <= PriorityArray::kLowest, ErrorCode::ValueOutOfRange);
-    writer.context(3, content::unsignedNumber(priority));
-    return std::make_shared<FixedValue>(writer.take());
+    CopyPeriod(reader, isLenient, writer);
+    CopyEntries(reader, 2, isLenient, writer);
+    std::uint32_t const priority = reader.UnsignedNumber(3);
+    Expect(priority >= 1 && priority <= PriorityArray::Lowest, ErrorCode::ValueOutOfRange);
+    writer.Context(3, content::UnsignedNumber(priority));
+    return std::make_shared<FixedValue>(writer.Take());
 }
 
-void copyDateRange(TagReader& reader, TagWriter& writer) {
-    copy(reader, ApplicationTag::Date, writer);
-    copy(reader, ApplicationTag::Date, writer);
+void CopyDateRange(TagReader& reader, TagWriter& writer) {
+    Copy(reader, ApplicationTag::Date, writer);
+    Copy(reader, ApplicationTag::Date, writer);
 }
 
 }  // namespace simulator

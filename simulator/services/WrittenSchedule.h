@@ -10,12 +10,12 @@ namespace simulator {
 // where the tags are not those of the datatype. Values of entries are of any primitive datatype, Null too.
 
 // A BACnetDailySchedule. The times of a strict device's entries have no wildcards.
-ValuePtr writtenDay(TagReader& reader, bool isLenient);
+ValuePtr WrittenDay(TagReader& reader, bool isLenient);
 // A BACnetSpecialEvent with any of the four periods and a priority of 1 to 16. A lenient device also takes a
 // BACnetWeekNDay with 0 in it, which the standard doesn't know, and keeps it as it is.
-ValuePtr writtenEvent(TagReader& reader, bool isLenient);
+ValuePtr WrittenEvent(TagReader& reader, bool isLenient);
 
 // Two dates one behind the other: a BACnetDateRange.
-void copyDateRange(TagReader& reader, TagWriter& writer);
+void CopyDateRange(TagReader& reader, TagWriter& writer);
 
 }  // namespace simulator

@@ -8,44 +8,44 @@ namespace simulator {
 
 namespace {
 
-ValuePtr writtenDateRange(TagReader& reader) {
+ValuePtr WrittenDateRange(TagReader& reader) {
     TagWriter writer;
-    copyDateRange(reader, writer);
-    return std::make_shared<FixedValue>(writer.take());
+    CopyDateRange(reader, writer);
+    return std::make_shared<FixedValue>(writer.Take());
 }
 
-ValuePtr writtenDateTime(TagReader& reader) {
+ValuePtr WrittenDateTime(TagReader& reader) {
     TagWriter writer;
-    writtenAs(Datatype::Date, reader.application(), false)->encode(writer, {});
-    writtenAs(Datatype::Time, reader.application(), false)->encode(writer, {});
-    return std::make_shared<FixedValue>(writer.take());
+    WrittenAs(Datatype::Date, reader.Application(), false)->Encode(writer, {});
+    WrittenAs(Datatype::Time, reader.Application(), false)->Encode(writer, {});
+    return std::make_shared<FixedValue>(writer.Take());
 }
 
-ValuePtr writtenOne(Datatype datatype, TagReader& reader, bool isLenient) {
+ValuePtr WrittenOne(Datatype datatype, TagReader& reader, bool isLenient) {
     switch (datatype) {
         case Datatype::DailySchedule:
-            return writtenDay(reader, isLenient);
+            return WrittenDay(reader, isLenient);
         case Datatype::SpecialEvent:
-            return writtenEvent(reader, isLenient);
+            return WrittenEvent(reader, isLenient);
         case Datatype::DateRange:
-            return writtenDateRange(reader);
+            return WrittenDateRange(reader);
         case Datatype::DateTime:
-            return writtenDateTime(reader);
+            return WrittenDateTime(reader);
         case Datatype::Any:
-            return writtenAny(reader.application());
+            return WrittenAny(reader.Application());
         default:
-            return writtenAs(datatype, reader.application(), isLenient);
+            return WrittenAs(datatype, reader.Application(), isLenient);
     }
 }
 
 }  // namespace
 
 // The tags are sound as such: what the reader rejects here is of another datatype.
-std::vector<ValuePtr> writtenValues(Datatype datatype, Octets const& octets, bool isLenient) try {
+std::vector<ValuePtr> WrittenValues(Datatype datatype, Octets const& octets, bool isLenient) try {
     TagReader reader(octets);
     std::vector<ValuePtr> values;
-    while (!reader.atEnd()) {
-        values.push_back(writtenOne(datatype, reader, isLenient));
+    while (!reader.AtEnd()) {
+        values.push_back(WrittenOne(datatype, reader, isLenient));
     }
     return values;
 } catch (Reject const&) {

@@ -7,73 +7,73 @@ namespace standard::rows {
 namespace {
 
 // clang-format off
-constexpr PropertyRow kInput[] = {
-    required(P::Present_Value, D::Real, "0"),
-    optional(P::Device_Type, D::CharacterString),
-    optional(P::Update_Interval, D::Unsigned),
-    required(P::Units, D::Units, "'no-units'"),
-    optional(P::Min_Pres_Value, D::Real),
-    optional(P::Max_Pres_Value, D::Real),
-    optional(P::Resolution, D::Real, "0.1"),
-    optional(P::COV_Increment, D::Real),
-    optional(P::High_Limit, D::Real, "100"),
-    optional(P::Low_Limit, D::Real, "0"),
-    optional(P::Deadband, D::Real, "1"),
+constexpr PropertyRow InputRows[] = {
+    Required(P::Present_Value, D::Real, "0"),
+    Optional(P::Device_Type, D::CharacterString),
+    Optional(P::Update_Interval, D::Unsigned),
+    Required(P::Units, D::Units, "'no-units'"),
+    Optional(P::Min_Pres_Value, D::Real),
+    Optional(P::Max_Pres_Value, D::Real),
+    Optional(P::Resolution, D::Real, "0.1"),
+    Optional(P::COV_Increment, D::Real),
+    Optional(P::High_Limit, D::Real, "100"),
+    Optional(P::Low_Limit, D::Real, "0"),
+    Optional(P::Deadband, D::Real, "1"),
 };
 // clang-format on
 
-constexpr PropertyRow kOutput[] = {
-    required(P::Present_Value, D::Real, "0"),
-    optional(P::Device_Type, D::CharacterString),
-    required(P::Units, D::Units, "'percent'"),
-    optional(P::Min_Pres_Value, D::Real),
-    optional(P::Max_Pres_Value, D::Real),
-    optional(P::Resolution, D::Real, "0.1"),
-    required(P::Priority_Array, D::Priority, nullptr, Shape::Array),
-    required(P::Relinquish_Default, D::Real, "0"),
-    optional(P::COV_Increment, D::Real),
-    optional(P::High_Limit, D::Real, "100"),
-    optional(P::Low_Limit, D::Real, "0"),
-    optional(P::Deadband, D::Real, "1"),
+constexpr PropertyRow OutputRows[] = {
+    Required(P::Present_Value, D::Real, "0"),
+    Optional(P::Device_Type, D::CharacterString),
+    Required(P::Units, D::Units, "'percent'"),
+    Optional(P::Min_Pres_Value, D::Real),
+    Optional(P::Max_Pres_Value, D::Real),
+    Optional(P::Resolution, D::Real, "0.1"),
+    Required(P::Priority_Array, D::Priority, nullptr, Shape::Array),
+    Required(P::Relinquish_Default, D::Real, "0"),
+    Optional(P::COV_Increment, D::Real),
+    Optional(P::High_Limit, D::Real, "100"),
+    Optional(P::Low_Limit, D::Real, "0"),
+    Optional(P::Deadband, D::Real, "1"),
 };
 
 // The four numeric value objects.
 template <D number, D distance>
 struct Numeric {
-    static constexpr PropertyRow rows[] = {
-        required(P::Present_Value, number, "0"),
-        required(P::Units, D::Units, "'no-units'"),
-        optional(P::Min_Pres_Value, number),
-        optional(P::Max_Pres_Value, number),
-        optional(P::Resolution, number, "1"),
-        optional(P::Priority_Array, D::Priority, nullptr, Shape::Array),
-        optional(P::Relinquish_Default, number),
-        optional(P::COV_Increment, distance),
-        optional(P::High_Limit, number, "100"),
-        optional(P::Low_Limit, number, "0"),
-        optional(P::Deadband, distance, "1"),
+    static constexpr PropertyRow Rows[] = {
+        Required(P::Present_Value, number, "0"),
+        Required(P::Units, D::Units, "'no-units'"),
+        Optional(P::Min_Pres_Value, number),
+        Optional(P::Max_Pres_Value, number),
+        Optional(P::Resolution, number, "1"),
+        Optional(P::Priority_Array, D::Priority, nullptr, Shape::Array),
+        Optional(P::Relinquish_Default, number),
+        Optional(P::COV_Increment, distance),
+        Optional(P::High_Limit, number, "100"),
+        Optional(P::Low_Limit, number, "0"),
+        Optional(P::Deadband, distance, "1"),
     };
 };
 
-constexpr ObjectType kTypes[] = {
-    {0, "analog_input", {group(kInput), group(kState), group(kReporting), {}}},
-    {1, "analog_output", {group(kOutput), group(kState), group(kReporting), {}}},
-    {2, "analog_value", {group(Numeric<D::Real, D::Real>::rows), group(kState), group(kReporting), {}}},
+constexpr ObjectType Types[] = {
+    {0, "analog_input", {Group(InputRows), Group(StateRows), Group(ReportingRows), {}}},
+    {1, "analog_output", {Group(OutputRows), Group(StateRows), Group(ReportingRows), {}}},
+    {2, "analog_value", {Group(Numeric<D::Real, D::Real>::Rows), Group(StateRows), Group(ReportingRows), {}}},
     {45,
      "integer_value",
-     {group(Numeric<D::Signed, D::Unsigned>::rows), group(kValueState), group(kReporting), {}}},
+     {Group(Numeric<D::Signed, D::Unsigned>::Rows), Group(ValueStateRows), Group(ReportingRows), {}}},
     {46,
      "large_analog_value",
-     {group(Numeric<D::Double, D::Double>::rows), group(kValueState), group(kReporting), {}}},
+     {Group(Numeric<D::Double, D::Double>::Rows), Group(ValueStateRows), Group(ReportingRows), {}}},
     {48,
      "positive_integer_value",
-     {group(Numeric<D::Unsigned, D::Unsigned>::rows), group(kValueState), group(kReporting), {}}},
+     {Group(Numeric<D::Unsigned, D::Unsigned>::Rows), Group(ValueStateRows), Group(ReportingRows), {}}},
 };
 
 }  // namespace
 
-ObjectTypes analogTypes() {
-    return {kTypes, std::size(kTypes)};
+ObjectTypes AnalogTypes() {
+    return {Types, std::size(Types)};
 }
 
 }  // namespace standard::rows

@@ -7,54 +7,54 @@ namespace {
 
 // What the three have in common besides the value itself.
 // clang-format off
-constexpr PropertyRow kHistory[] = {
-    optional(P::Inactive_Text, D::CharacterString),
-    optional(P::Active_Text, D::CharacterString),
-    optional(P::Change_Of_State_Time, D::DateTime),
-    optional(P::Change_Of_State_Count, D::Unsigned),
-    optional(P::Time_Of_State_Count_Reset, D::DateTime),
-    optional(P::Elapsed_Active_Time, D::Unsigned),
-    optional(P::Time_Of_Active_Time_Reset, D::DateTime),
+constexpr PropertyRow HistoryRows[] = {
+    Optional(P::Inactive_Text, D::CharacterString),
+    Optional(P::Active_Text, D::CharacterString),
+    Optional(P::Change_Of_State_Time, D::DateTime),
+    Optional(P::Change_Of_State_Count, D::Unsigned),
+    Optional(P::Time_Of_State_Count_Reset, D::DateTime),
+    Optional(P::Elapsed_Active_Time, D::Unsigned),
+    Optional(P::Time_Of_Active_Time_Reset, D::DateTime),
 };
 // clang-format on
 
-constexpr PropertyRow kInput[] = {
-    required(P::Present_Value, D::BinaryPv, "'inactive'"),
-    optional(P::Device_Type, D::CharacterString),
-    required(P::Polarity, D::Polarity, "'normal'"),
-    optional(P::Alarm_Value, D::BinaryPv),
+constexpr PropertyRow InputRows[] = {
+    Required(P::Present_Value, D::BinaryPv, "'inactive'"),
+    Optional(P::Device_Type, D::CharacterString),
+    Required(P::Polarity, D::Polarity, "'normal'"),
+    Optional(P::Alarm_Value, D::BinaryPv),
 };
 
-constexpr PropertyRow kOutput[] = {
-    required(P::Present_Value, D::BinaryPv, "'inactive'"),
-    optional(P::Device_Type, D::CharacterString),
-    required(P::Polarity, D::Polarity, "'normal'"),
-    optional(P::Minimum_Off_Time, D::Unsigned),
-    optional(P::Minimum_On_Time, D::Unsigned),
-    required(P::Priority_Array, D::Priority, nullptr, Shape::Array),
-    required(P::Relinquish_Default, D::BinaryPv, "'inactive'"),
-    optional(P::Feedback_Value, D::BinaryPv, "'inactive'"),
+constexpr PropertyRow OutputRows[] = {
+    Required(P::Present_Value, D::BinaryPv, "'inactive'"),
+    Optional(P::Device_Type, D::CharacterString),
+    Required(P::Polarity, D::Polarity, "'normal'"),
+    Optional(P::Minimum_Off_Time, D::Unsigned),
+    Optional(P::Minimum_On_Time, D::Unsigned),
+    Required(P::Priority_Array, D::Priority, nullptr, Shape::Array),
+    Required(P::Relinquish_Default, D::BinaryPv, "'inactive'"),
+    Optional(P::Feedback_Value, D::BinaryPv, "'inactive'"),
 };
 
-constexpr PropertyRow kValue[] = {
-    required(P::Present_Value, D::BinaryPv, "'inactive'"),
-    optional(P::Minimum_Off_Time, D::Unsigned),
-    optional(P::Minimum_On_Time, D::Unsigned),
-    optional(P::Priority_Array, D::Priority, nullptr, Shape::Array),
-    optional(P::Relinquish_Default, D::BinaryPv),
-    optional(P::Alarm_Value, D::BinaryPv),
+constexpr PropertyRow ValueRows[] = {
+    Required(P::Present_Value, D::BinaryPv, "'inactive'"),
+    Optional(P::Minimum_Off_Time, D::Unsigned),
+    Optional(P::Minimum_On_Time, D::Unsigned),
+    Optional(P::Priority_Array, D::Priority, nullptr, Shape::Array),
+    Optional(P::Relinquish_Default, D::BinaryPv),
+    Optional(P::Alarm_Value, D::BinaryPv),
 };
 
-constexpr ObjectType kTypes[] = {
-    {3, "binary_input", {group(kInput), group(kState), group(kHistory), group(kReporting)}},
-    {4, "binary_output", {group(kOutput), group(kState), group(kHistory), group(kReporting)}},
-    {5, "binary_value", {group(kValue), group(kState), group(kHistory), group(kReporting)}},
+constexpr ObjectType Types[] = {
+    {3, "binary_input", {Group(InputRows), Group(StateRows), Group(HistoryRows), Group(ReportingRows)}},
+    {4, "binary_output", {Group(OutputRows), Group(StateRows), Group(HistoryRows), Group(ReportingRows)}},
+    {5, "binary_value", {Group(ValueRows), Group(StateRows), Group(HistoryRows), Group(ReportingRows)}},
 };
 
 }  // namespace
 
-ObjectTypes binaryTypes() {
-    return {kTypes, std::size(kTypes)};
+ObjectTypes BinaryTypes() {
+    return {Types, std::size(Types)};
 }
 
 }  // namespace standard::rows

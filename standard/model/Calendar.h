@@ -13,17 +13,17 @@ using CalendarDate = std::array<std::uint8_t, 4>;
 // A BACnet Time (clause 20.2.13): hour, minute, second, hundredths; 255 means "any".
 using TimeOfDay = std::array<std::uint8_t, 4>;
 
-constexpr std::uint8_t kAny = 255;
-constexpr CalendarDate kAnyDate{kAny, kAny, kAny, kAny};
-constexpr TimeOfDay kAnyTime{kAny, kAny, kAny, kAny};
+constexpr std::uint8_t Unspecified = 255;
+constexpr CalendarDate AnyDate{Unspecified, Unspecified, Unspecified, Unspecified};
+constexpr TimeOfDay AnyTime{Unspecified, Unspecified, Unspecified, Unspecified};
 
 // 1 for Monday to 7 for Sunday, in the Gregorian calendar.
-int weekdayOf(int year, int month, int day);
+int WeekdayOf(int year, int month, int day);
 // 28 to 31.
-int daysInMonth(int year, int month);
+int DaysInMonth(int year, int month);
 
 // Date and time of day of an instant, counted from 1 January 1970 00:00.
-CalendarDate dateOf(std::chrono::milliseconds instant);
-TimeOfDay timeOf(std::chrono::milliseconds instant);
+CalendarDate DateOf(std::chrono::milliseconds instant);
+TimeOfDay TimeOf(std::chrono::milliseconds instant);
 
 }  // namespace standard

@@ -7,10 +7,10 @@ namespace standard {
 
 namespace {
 
-constexpr int kWildcard = -1;
+constexpr int Wildcard = -1;
 
 // The numbers of a text such as "1-2-3", each of digits only or "*"; nothing for any other text.
-std::optional<std::vector<int>> numbers(std::string const& text, std::string const& separators) {
+std::optional<std::vector<int>> Numbers(std::string const& text, std::string const& separators) {
     std::vector<int> found;
     std::size_t at = 0;
     for (std::size_t i = 0; i <= separators.size(); ++i) {
@@ -20,7 +20,7 @@ std::optional<std::vector<int>> numbers(std::string const& text, std::string con
         if (!isNumber && piece != "*") {
             return std::nullopt;
         }
-        found.push_back(isNumber ? std::stoi(piece) : kWildcard);
+        found.push_back(isNumber ? std::stoi(piece) : Wildcard);
         if (end == std::string::npos) {
             return found;
         }
@@ -32,37 +32,37 @@ std::optional<std::vector<int>> numbers(std::string const& text, std::string con
     return std::nullopt;
 }
 
-bool isWithin(int value, int low, int high) {
-    return value == kWildcard || (value >= low && value <= high);
+bool IsWithin(int value, int low, int high) {
+    return value == Wildcard || (value >= low && value <= high);
 }
 
-std::uint8_t octet(int value) {
-    return value == kWildcard ? kAny : static_cast<std::uint8_t>(value);
+std::uint8_t Octet(int value) {
+    return value == Wildcard ? Unspecified : static_cast<std::uint8_t>(value);
 }
 
 }  // namespace
 
-std::optional<CalendarDate> dateOfText(std::string const& text) {
-    auto const parts = numbers(text, "--");
+std::optional<CalendarDate> DateOfText(std::string const& text) {
+    auto const parts = Numbers(text, "--");
     if (!parts || parts->size() != 3) {
         return std::nullopt;
     }
     int const year = (*parts)[0];
     int const month = (*parts)[1];
     int const day = (*parts)[2];
-    if (!isWithin(year, 1900, 2154) || !isWithin(month, 1, 12) || !isWithin(day, 1, 31)) {
+    if (!IsWithin(year, 1900, 2154) || !IsWithin(month, 1, 12) || !IsWithin(day, 1, 31)) {
         return std::nullopt;
     }
-    bool const isComplete = year != kWildcard && month != kWildcard && day != kWildcard;
-    if (isComplete && day > daysInMonth(year, month)) {
+    bool const isComplete = year != Wildcard && month != Wildcard && day != Wildcard;
+    if (isComplete && day > DaysInMonth(year, month)) {
         return std::nullopt;
     }
-    return CalendarDate{octet(year == kWildcard ? year : year - 1900), octet(month), octet(day),
-                        octet(isComplete ? weekdayOf(year, month, day) : kWildcard)};
+    return CalendarDate{Octet(year == Wildcard ? year : year - 1900), Octet(month), Octet(day),
+                        Octet(isComplete ? WeekdayOf(year, month, day) : Wildcard)};
 }
 
-std::optional<TimeOfDay> timeOfText(std::string const& text) {
-    auto parts = numbers(text, "::.");
+std::optional<TimeOfDay> TimeOfText(std::string const& text) {
+    auto parts = Numbers(text, "::.");
     if (!parts || parts->size() < 2) {
         return std::nullopt;
     }
@@ -70,10 +70,10 @@ std::optional<TimeOfDay> timeOfText(std::string const& text) {
     constexpr int highest[] = {23, 59, 59, 99};
     TimeOfDay time{};
     for (std::size_t i = 0; i < time.size(); ++i) {
-        if (!isWithin((*parts)[i], 0, highest[i])) {
+        if (!IsWithin((*parts)[i], 0, highest[i])) {
             return std::nullopt;
         }
-        time[i] = octet((*parts)[i]);
+        time[i] = Octet((*parts)[i]);
     }
     return time;
 }

@@ -6,42 +6,42 @@ namespace {
 
 // The names of each enumeration from 0 on (clause 21); null where the standard has none.
 
-constexpr char const* kBinaryPv[] = {"inactive", "active"};
-constexpr char const* kPolarity[] = {"normal", "reverse"};
-constexpr char const* kEventState[] = {"normal",     "fault",     "offnormal",
-                                       "high-limit", "low-limit", "life-safety-alarm"};
-constexpr char const* kReliability[] = {"no-fault-detected",
-                                        "no-sensor",
-                                        "over-range",
-                                        "under-range",
-                                        "open-loop",
-                                        "shorted-loop",
-                                        "no-output",
-                                        "unreliable-other",
-                                        "process-error",
-                                        "multi-state-fault",
-                                        "configuration-error",
-                                        nullptr,
-                                        "communication-failure",
-                                        "member-fault",
-                                        "monitored-object-fault",
-                                        "tripped"};
-constexpr char const* kNotifyType[] = {"alarm", "event", "ack-notification"};
-constexpr char const* kAction[] = {"direct", "reverse"};
-constexpr char const* kLightingInProgress[] = {"idle", "fade-active", "ramp-active", "not-controlled",
-                                               "other"};
-constexpr char const* kLightingTransition[] = {"none", "fade", "ramp"};
-constexpr char const* kSegmentation[] = {"segmented-both", "segmented-transmit", "segmented-receive",
-                                         "no-segmentation"};
-constexpr char const* kDeviceStatus[] = {"operational",       "operational-read-only",
-                                         "download-required", "download-in-progress",
-                                         "non-operational",   "backup-in-progress"};
-constexpr char const* kRestartReason[] = {
+constexpr char const* BinaryPvNames[] = {"inactive", "active"};
+constexpr char const* PolarityNames[] = {"normal", "reverse"};
+constexpr char const* EventStateNames[] = {"normal",     "fault",     "offnormal",
+                                           "high-limit", "low-limit", "life-safety-alarm"};
+constexpr char const* ReliabilityNames[] = {"no-fault-detected",
+                                            "no-sensor",
+                                            "over-range",
+                                            "under-range",
+                                            "open-loop",
+                                            "shorted-loop",
+                                            "no-output",
+                                            "unreliable-other",
+                                            "process-error",
+                                            "multi-state-fault",
+                                            "configuration-error",
+                                            nullptr,
+                                            "communication-failure",
+                                            "member-fault",
+                                            "monitored-object-fault",
+                                            "tripped"};
+constexpr char const* NotifyTypeNames[] = {"alarm", "event", "ack-notification"};
+constexpr char const* ActionNames[] = {"direct", "reverse"};
+constexpr char const* LightingInProgressNames[] = {"idle", "fade-active", "ramp-active", "not-controlled",
+                                                   "other"};
+constexpr char const* LightingTransitionNames[] = {"none", "fade", "ramp"};
+constexpr char const* SegmentationNames[] = {"segmented-both", "segmented-transmit", "segmented-receive",
+                                             "no-segmentation"};
+constexpr char const* DeviceStatusNames[] = {"operational",       "operational-read-only",
+                                             "download-required", "download-in-progress",
+                                             "non-operational",   "backup-in-progress"};
+constexpr char const* RestartReasonNames[] = {
     "unknown",           "coldstart",         "warmstart", "detected-power-lost", "detected-powered-off",
     "hardware-watchdog", "software-watchdog", "suspended"};
 
 // The first 137 of BACnetEngineeringUnits; others are given by their number.
-constexpr char const* kUnits[] = {
+constexpr char const* UnitsNames[] = {
     "square-meters",
     "square-feet",
     "milliamperes",
@@ -188,27 +188,27 @@ struct Enumeration {
 };
 
 template <std::uint32_t count>
-constexpr Enumeration enumeration(Datatype datatype, char const* const (&names)[count]) {
+constexpr Enumeration MakeEnumeration(Datatype datatype, char const* const (&names)[count]) {
     return {datatype, names, count};
 }
 
-constexpr Enumeration kEnumerations[] = {
-    enumeration(Datatype::BinaryPv, kBinaryPv),
-    enumeration(Datatype::Polarity, kPolarity),
-    enumeration(Datatype::EventState, kEventState),
-    enumeration(Datatype::Reliability, kReliability),
-    enumeration(Datatype::Units, kUnits),
-    enumeration(Datatype::NotifyType, kNotifyType),
-    enumeration(Datatype::Action, kAction),
-    enumeration(Datatype::LightingInProgress, kLightingInProgress),
-    enumeration(Datatype::LightingTransition, kLightingTransition),
-    enumeration(Datatype::Segmentation, kSegmentation),
-    enumeration(Datatype::DeviceStatus, kDeviceStatus),
-    enumeration(Datatype::RestartReason, kRestartReason),
+constexpr Enumeration Enumerations[] = {
+    MakeEnumeration(Datatype::BinaryPv, BinaryPvNames),
+    MakeEnumeration(Datatype::Polarity, PolarityNames),
+    MakeEnumeration(Datatype::EventState, EventStateNames),
+    MakeEnumeration(Datatype::Reliability, ReliabilityNames),
+    MakeEnumeration(Datatype::Units, UnitsNames),
+    MakeEnumeration(Datatype::NotifyType, NotifyTypeNames),
+    MakeEnumeration(Datatype::Action, ActionNames),
+    MakeEnumeration(Datatype::LightingInProgress, LightingInProgressNames),
+    MakeEnumeration(Datatype::LightingTransition, LightingTransitionNames),
+    MakeEnumeration(Datatype::Segmentation, SegmentationNames),
+    MakeEnumeration(Datatype::DeviceStatus, DeviceStatusNames),
+    MakeEnumeration(Datatype::RestartReason, RestartReasonNames),
 };
 
-Enumeration const* find(Datatype datatype) {
-    for (Enumeration const& row : kEnumerations) {
+Enumeration const* Find(Datatype datatype) {
+    for (Enumeration const& row : Enumerations) {
         if (row.datatype == datatype) {
             return &row;
         }
@@ -218,17 +218,17 @@ Enumeration const* find(Datatype datatype) {
 
 }  // namespace
 
-bool isEnumeration(Datatype datatype) {
-    return find(datatype) != nullptr;
+bool IsEnumeration(Datatype datatype) {
+    return Find(datatype) != nullptr;
 }
 
-bool isEnumerated(Datatype datatype, std::uint32_t number) {
-    Enumeration const* const row = find(datatype);
+bool IsEnumerated(Datatype datatype, std::uint32_t number) {
+    Enumeration const* const row = Find(datatype);
     return datatype == Datatype::Units || (row && number < row->count && row->names[number]);
 }
 
-std::optional<std::uint32_t> enumeratedOfName(Datatype datatype, std::string_view name) {
-    Enumeration const* const row = find(datatype);
+std::optional<std::uint32_t> EnumeratedOfName(Datatype datatype, std::string_view name) {
+    Enumeration const* const row = Find(datatype);
     for (std::uint32_t i = 0; row && i < row->count; ++i) {
         if (row->names[i] && row->names[i] == name) {
             return i;

@@ -9,20 +9,20 @@ struct ObjectId {
     std::uint16_t type = 0;
     std::uint32_t instance = 0;
 
-    static ObjectId of(std::uint32_t encoded) {
-        return {static_cast<std::uint16_t>(encoded >> 22), encoded & kLastInstance};
+    static ObjectId Of(std::uint32_t encoded) {
+        return {static_cast<std::uint16_t>(encoded >> 22), encoded & LastInstance};
     }
-    std::uint32_t encoded() const { return static_cast<std::uint32_t>(type) << 22 | instance; }
+    std::uint32_t Encoded() const { return static_cast<std::uint32_t>(type) << 22 | instance; }
 
     // The instance that means "whichever device reads this" (clause 12.11); no object has it.
-    static constexpr std::uint32_t kLastInstance = 0x3FFFFF;
+    static constexpr std::uint32_t LastInstance = 0x3FFFFF;
 };
 
 inline bool operator==(ObjectId const& left, ObjectId const& right) {
-    return left.encoded() == right.encoded();
+    return left.Encoded() == right.Encoded();
 }
 inline bool operator<(ObjectId const& left, ObjectId const& right) {
-    return left.encoded() < right.encoded();
+    return left.Encoded() < right.Encoded();
 }
 
 }  // namespace standard

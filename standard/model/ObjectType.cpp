@@ -4,7 +4,7 @@
 
 namespace standard {
 
-PropertyRow const* ObjectType::find(PropertyId id) const {
+PropertyRow const* ObjectType::Find(PropertyId id) const {
     for (PropertyRows const& group : groups) {
         for (PropertyRow const& row : group) {
             if (row.id == id) {
@@ -15,12 +15,12 @@ PropertyRow const* ObjectType::find(PropertyId id) const {
     return nullptr;
 }
 
-std::vector<ObjectType> const& objectTypes() {
+std::vector<ObjectType> const& AllObjectTypes() {
     static std::vector<ObjectType> const all = [] {
         std::vector<ObjectType> types;
         for (rows::ObjectTypes const& family :
-             {rows::analogTypes(), rows::binaryTypes(), rows::multiStateTypes(), rows::valueTypes(),
-              rows::meterTypes(), rows::controlTypes()}) {
+             {rows::AnalogTypes(), rows::BinaryTypes(), rows::MultiStateTypes(), rows::ValueTypes(),
+              rows::MeterTypes(), rows::ControlTypes()}) {
             types.insert(types.end(), family.begin(), family.end());
         }
         return types;
@@ -28,8 +28,8 @@ std::vector<ObjectType> const& objectTypes() {
     return all;
 }
 
-ObjectType const* objectTypeOfName(std::string_view name) {
-    for (ObjectType const& type : objectTypes()) {
+ObjectType const* ObjectTypeOfName(std::string_view name) {
+    for (ObjectType const& type : AllObjectTypes()) {
         if (type.name == name) {
             return &type;
         }

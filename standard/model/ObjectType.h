@@ -77,19 +77,19 @@ struct PropertyRows {
 // An object type of clause 12 with its properties besides Object_Identifier, Object_Name, Object_Type and
 // Property_List, which every type has.
 struct ObjectType {
-    static constexpr std::size_t kGroups = 4;
+    static constexpr std::size_t Groups = 4;
 
     std::uint16_t code;
     char const* name;  // as device files write it
-    PropertyRows groups[kGroups];
+    PropertyRows groups[Groups];
 
-    PropertyRow const* find(PropertyId id) const;
+    PropertyRow const* Find(PropertyId id) const;
 };
 
 // All types that a device can hold, and the Device object's own.
-std::vector<ObjectType> const& objectTypes();
-ObjectType const& deviceObjectType();
-// Null for a name that is not one of objectTypes().
-ObjectType const* objectTypeOfName(std::string_view name);
+std::vector<ObjectType> const& AllObjectTypes();
+ObjectType const& DeviceObjectType();
+// Null for a name that is not one of AllObjectTypes().
+ObjectType const* ObjectTypeOfName(std::string_view name);
 
 }  // namespace standard

@@ -8,48 +8,48 @@ namespace standard::rows {
 using P = PropertyId;
 using D = Datatype;
 
-constexpr PropertyRow required(P id, D datatype, char const* defaultValue, Shape shape = Shape::Single) {
+constexpr PropertyRow Required(P id, D datatype, char const* defaultValue, Shape shape = Shape::Single) {
     return {id, datatype, shape, true, defaultValue};
 }
 
-constexpr PropertyRow optional(P id, D datatype, char const* defaultValue = nullptr,
+constexpr PropertyRow Optional(P id, D datatype, char const* defaultValue = nullptr,
                                Shape shape = Shape::Single) {
     return {id, datatype, shape, false, defaultValue};
 }
 
 template <std::size_t count>
-constexpr PropertyRows group(PropertyRow const (&first)[count]) {
+constexpr PropertyRows Group(PropertyRow const (&first)[count]) {
     return {first, count};
 }
 
 // What inputs and outputs tell of their state.
-constexpr PropertyRow kState[] = {
-    optional(P::Description, D::CharacterString, "''"),
-    required(P::Status_Flags, D::StatusFlags, nullptr),
-    required(P::Event_State, D::EventState, "'normal'"),
-    optional(P::Reliability, D::Reliability, "'no-fault-detected'"),
-    required(P::Out_Of_Service, D::Boolean, "false"),
+constexpr PropertyRow StateRows[] = {
+    Optional(P::Description, D::CharacterString, "''"),
+    Required(P::Status_Flags, D::StatusFlags, nullptr),
+    Required(P::Event_State, D::EventState, "'normal'"),
+    Optional(P::Reliability, D::Reliability, "'no-fault-detected'"),
+    Required(P::Out_Of_Service, D::Boolean, "false"),
 };
 
 // The same for the value objects, most of which need neither Event_State nor Out_Of_Service.
-constexpr PropertyRow kValueState[] = {
-    optional(P::Description, D::CharacterString, "''"),
-    required(P::Status_Flags, D::StatusFlags, nullptr),
-    optional(P::Event_State, D::EventState, "'normal'"),
-    optional(P::Reliability, D::Reliability, "'no-fault-detected'"),
-    optional(P::Out_Of_Service, D::Boolean, "false"),
+constexpr PropertyRow ValueStateRows[] = {
+    Optional(P::Description, D::CharacterString, "''"),
+    Required(P::Status_Flags, D::StatusFlags, nullptr),
+    Optional(P::Event_State, D::EventState, "'normal'"),
+    Optional(P::Reliability, D::Reliability, "'no-fault-detected'"),
+    Optional(P::Out_Of_Service, D::Boolean, "false"),
 };
 
 // Intrinsic reporting (clause 13), which an object has if its device file says so.
-constexpr PropertyRow kReporting[] = {
-    optional(P::Time_Delay, D::Unsigned),
-    optional(P::Notification_Class, D::Unsigned),
-    optional(P::Limit_Enable, D::BitString),
-    optional(P::Event_Enable, D::BitString),
-    optional(P::Acked_Transitions, D::BitString),
-    optional(P::Notify_Type, D::NotifyType),
-    optional(P::Event_Time_Stamps, D::TimeStamp, nullptr, Shape::Array),
-    optional(P::Profile_Name, D::CharacterString),
+constexpr PropertyRow ReportingRows[] = {
+    Optional(P::Time_Delay, D::Unsigned),
+    Optional(P::Notification_Class, D::Unsigned),
+    Optional(P::Limit_Enable, D::BitString),
+    Optional(P::Event_Enable, D::BitString),
+    Optional(P::Acked_Transitions, D::BitString),
+    Optional(P::Notify_Type, D::NotifyType),
+    Optional(P::Event_Time_Stamps, D::TimeStamp, nullptr, Shape::Array),
+    Optional(P::Profile_Name, D::CharacterString),
 };
 
 struct ObjectTypes {
@@ -61,11 +61,11 @@ struct ObjectTypes {
 };
 
 // The tables, each in a file of its own.
-ObjectTypes analogTypes();
-ObjectTypes binaryTypes();
-ObjectTypes multiStateTypes();
-ObjectTypes valueTypes();
-ObjectTypes meterTypes();
-ObjectTypes controlTypes();
+ObjectTypes AnalogTypes();
+ObjectTypes BinaryTypes();
+ObjectTypes MultiStateTypes();
+ObjectTypes ValueTypes();
+ObjectTypes MeterTypes();
+ObjectTypes ControlTypes();
 
 }  // namespace standard::rows

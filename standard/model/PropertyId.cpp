@@ -12,13 +12,13 @@ struct Row {
     PropertyId id;
 };
 
-constexpr Row kRows[] = {
+constexpr Row Rows[] = {
 #define BACNET_PROPERTY(name, number) {#name, PropertyId::name},
     BACNET_PROPERTIES(BACNET_PROPERTY)
 #undef BACNET_PROPERTY
 };
 
-std::string inSmallLetters(std::string_view name) {
+std::string InSmallLetters(std::string_view name) {
     std::string small(name);
     std::transform(small.begin(), small.end(), small.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
@@ -27,19 +27,19 @@ std::string inSmallLetters(std::string_view name) {
 
 }  // namespace
 
-std::optional<PropertyId> propertyOfName(std::string_view name) {
-    for (Row const& row : kRows) {
-        if (inSmallLetters(row.name) == name) {
+std::optional<PropertyId> PropertyOfName(std::string_view name) {
+    for (Row const& row : Rows) {
+        if (InSmallLetters(row.name) == name) {
             return row.id;
         }
     }
     return std::nullopt;
 }
 
-std::string nameOf(PropertyId id) {
-    for (Row const& row : kRows) {
+std::string NameOf(PropertyId id) {
+    for (Row const& row : Rows) {
         if (row.id == id) {
-            return inSmallLetters(row.name);
+            return InSmallLetters(row.name);
         }
     }
     return std::to_string(static_cast<std::uint32_t>(id));

@@ -161,8 +161,8 @@ enum class PropertyId : std::uint32_t {
 };
 
 // The property of a name as device files write it.
-std::optional<PropertyId> propertyOfName(std::string_view name);
+std::optional<PropertyId> PropertyOfName(std::string_view name);
 // The name as device files write it; the number as text for a property that is not in the list.
-std::string nameOf(PropertyId id);
+std::string NameOf(PropertyId id);
 
 }  // namespace standard

@@ -5,52 +5,52 @@ namespace standard::rows {
 
 namespace {
 
-constexpr PropertyRow kPriorityArray = optional(P::Priority_Array, D::Priority, nullptr, Shape::Array);
+constexpr PropertyRow PriorityArrayRows = Optional(P::Priority_Array, D::Priority, nullptr, Shape::Array);
 
-constexpr PropertyRow kBitString[] = {
-    required(P::Present_Value, D::BitString, "'00000000'"),
-    optional(P::Bit_Text, D::CharacterString, nullptr, Shape::Array),
-    kPriorityArray,
-    optional(P::Relinquish_Default, D::BitString),
+constexpr PropertyRow BitStringRows[] = {
+    Required(P::Present_Value, D::BitString, "'00000000'"),
+    Optional(P::Bit_Text, D::CharacterString, nullptr, Shape::Array),
+    PriorityArrayRows,
+    Optional(P::Relinquish_Default, D::BitString),
 };
 
-constexpr PropertyRow kOctetString[] = {
-    required(P::Present_Value, D::OctetString, "''"),
-    kPriorityArray,
-    optional(P::Relinquish_Default, D::OctetString),
+constexpr PropertyRow OctetStringRows[] = {
+    Required(P::Present_Value, D::OctetString, "''"),
+    PriorityArrayRows,
+    Optional(P::Relinquish_Default, D::OctetString),
 };
 
-constexpr PropertyRow kDate[] = {
-    required(P::Present_Value, D::Date, "clock()"),
-    kPriorityArray,
-    optional(P::Relinquish_Default, D::Date),
+constexpr PropertyRow DateRows[] = {
+    Required(P::Present_Value, D::Date, "clock()"),
+    PriorityArrayRows,
+    Optional(P::Relinquish_Default, D::Date),
 };
 
-constexpr PropertyRow kTime[] = {
-    required(P::Present_Value, D::Time, "clock()"),
-    kPriorityArray,
-    optional(P::Relinquish_Default, D::Time),
+constexpr PropertyRow TimeRows[] = {
+    Required(P::Present_Value, D::Time, "clock()"),
+    PriorityArrayRows,
+    Optional(P::Relinquish_Default, D::Time),
 };
 
-constexpr PropertyRow kDateTime[] = {
-    required(P::Present_Value, D::DateTime, "clock()"),
-    optional(P::Is_UTC, D::Boolean, "false"),
-    kPriorityArray,
-    optional(P::Relinquish_Default, D::DateTime),
+constexpr PropertyRow DateTimeRows[] = {
+    Required(P::Present_Value, D::DateTime, "clock()"),
+    Optional(P::Is_UTC, D::Boolean, "false"),
+    PriorityArrayRows,
+    Optional(P::Relinquish_Default, D::DateTime),
 };
 
-constexpr ObjectType kTypes[] = {
-    {39, "bit_string_value", {group(kBitString), group(kValueState), group(kReporting), {}}},
-    {42, "date_value", {group(kDate), group(kValueState), group(kReporting), {}}},
-    {44, "datetime_value", {group(kDateTime), group(kValueState), group(kReporting), {}}},
-    {47, "octet_string_value", {group(kOctetString), group(kValueState), group(kReporting), {}}},
-    {50, "time_value", {group(kTime), group(kValueState), group(kReporting), {}}},
+constexpr ObjectType Types[] = {
+    {39, "bit_string_value", {Group(BitStringRows), Group(ValueStateRows), Group(ReportingRows), {}}},
+    {42, "date_value", {Group(DateRows), Group(ValueStateRows), Group(ReportingRows), {}}},
+    {44, "datetime_value", {Group(DateTimeRows), Group(ValueStateRows), Group(ReportingRows), {}}},
+    {47, "octet_string_value", {Group(OctetStringRows), Group(ValueStateRows), Group(ReportingRows), {}}},
+    {50, "time_value", {Group(TimeRows), Group(ValueStateRows), Group(ReportingRows), {}}},
 };
 
 }  // namespace
 
-ObjectTypes valueTypes() {
-    return {kTypes, std::size(kTypes)};
+ObjectTypes ValueTypes() {
+    return {Types, std::size(Types)};
 }
 
 }  // namespace standard::rows

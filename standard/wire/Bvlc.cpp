@@ -7,13 +7,13 @@ namespace standard::bvlc {
 
 namespace {
 
-constexpr std::uint8_t kBacnetIp = 0x81;
+constexpr std::uint8_t BacnetIp = 0x81;
 
 enum Function : std::uint8_t {
-    kResult = 0x00,
-    kForwardedNpdu = 0x04,
-    kOriginalUnicastNpdu = 0x0A,
-    kOriginalBroadcastNpdu = 0x0B
+    BvlcResult = 0x00,
+    ForwardedNpdu = 0x04,
+    OriginalUnicastNpdu = 0x0A,
+    OriginalBroadcastNpdu = 0x0B
 };
 
 // Functions that only a BBMD serves, and the result code with which others refuse them (J.2.1).
@@ -22,7 +22,7 @@ struct Nak {
     std::uint16_t resultCode;
 };
 
-constexpr Nak kNaks[] = {
+constexpr Nak Naks[] = {
     {0x01, 0x0010},  // Write-Broadcast-Distribution-Table
     {0x02, 0x0020},  // Read-Broadcast-Distribution-Table
     {0x05, 0x0030},  // Register-Foreign-Device
@@ -31,21 +31,21 @@ constexpr Nak kNaks[] = {
     {0x09, 0x0060},  // Distribute-Broadcast-To-Network
 };
 
-Octets frame(std::uint8_t function, Octets const& content) {
+Octets Frame(std::uint8_t function, Octets const& content) {
     OctetWriter writer;
-    writer.u8(kBacnetIp);
-    writer.u8(function);
-    writer.u16(static_cast<std::uint16_t>(content.size() + 4));
-    writer.append(content);
-    return writer.take();
+    writer.U8(BacnetIp);
+    writer.U8(function);
+    writer.U16(static_cast<std::uint16_t>(content.size() + 4));
+    writer.Append(content);
+    return writer.Take();
 }
 
-Result refuse(std::uint8_t function) {
-    for (Nak const& nak : kNaks) {
+Result Refuse(std::uint8_t function) {
+    for (Nak const& nak : Naks) {
         if (nak.function == function) {
             OctetWriter code;
-            code.u16(nak.resultCode);
-            return {std::nullopt, frame(kResult, code.octets())};
+            code.U16(nak.resultCode);
+            return {std::nullopt, Frame(BvlcResult, code.GetOctets())};
         }
     }
     return {};
@@ -53,30 +53,30 @@ Result refuse(std::uint8_t function) {
 
 }  // namespace
 
-Result receive(Datagram const& datagram) try {
+Result Receive(Datagram const& datagram) try {
     OctetReader reader(datagram.octets);
-    if (reader.u8() != kBacnetIp) {
+    if (reader.U8() != BacnetIp) {
         return {};
     }
-    std::uint8_t const function = reader.u8();
-    if (reader.u16() != datagram.octets.size()) {
+    std::uint8_t const function = reader.U8();
+    if (reader.U16() != datagram.octets.size()) {
         return {};
     }
-    Message message{datagram.peer, function != kOriginalUnicastNpdu, {}};
-    if (function == kForwardedNpdu) {
-        message.source.address = reader.u32();
-        message.source.port = reader.u16();
-    } else if (function != kOriginalUnicastNpdu && function != kOriginalBroadcastNpdu) {
-        return refuse(function);
+    Message message{datagram.peer, function != OriginalUnicastNpdu, {}};
+    if (function == ForwardedNpdu) {
+        message.source.address = reader.U32();
+        message.source.port = reader.U16();
+    } else if (function != OriginalUnicastNpdu && function != OriginalBroadcastNpdu) {
+        return Refuse(function);
     }
-    message.npdu = reader.rest();
+    message.npdu = reader.Rest();
     return {message, std::nullopt};
 } catch (EndOfOctets const&) {
     return {};
 }
 
-Octets unicast(Octets const& npdu) {
-    return frame(kOriginalUnicastNpdu, npdu);
+Octets Unicast(Octets const& npdu) {
+    return Frame(OriginalUnicastNpdu, npdu);
 }
 
 }  // namespace standard::bvlc

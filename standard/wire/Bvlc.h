@@ -24,10 +24,10 @@ struct Result {
 
 // Annex J.2. A datagram whose length field is not its length is dropped. Requests to a BBMD, which this
 // device is not, are answered with the BVLC-Result NAK that their clause states.
-Result receive(Datagram const& datagram);
+Result Receive(Datagram const& datagram);
 
 // An Original-Unicast-NPDU (J.2.11).
-Octets unicast(Octets const& npdu);
+Octets Unicast(Octets const& npdu);
 
 }  // namespace bvlc
 

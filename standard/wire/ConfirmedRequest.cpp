@@ -6,34 +6,34 @@ namespace standard {
 
 namespace {
 
-constexpr std::uint8_t kSegmented = 0x08;
-constexpr std::uint8_t kAcceptsSegments = 0x02;
+constexpr std::uint8_t SegmentedBit = 0x08;
+constexpr std::uint8_t AcceptsSegmentsBit = 0x02;
 
 // Clause 20.1.2.4: the first code is "unspecified", the last "more than 64".
-constexpr std::uint32_t kMaxSegments[] = {0, 2, 4, 8, 16, 32, 64, 0};
+constexpr std::uint32_t SegmentLimits[] = {0, 2, 4, 8, 16, 32, 64, 0};
 
 // Clause 20.1.2.5; the codes behind these are reserved for lengths from here up.
-constexpr std::uint32_t kMaxApduLengths[] = {50, 128, 206, 480, 1024, 1476};
-constexpr std::uint8_t kLastLengthCode = 5;
+constexpr std::uint32_t ApduLengths[] = {50, 128, 206, 480, 1024, 1476};
+constexpr std::uint8_t LastLengthCode = 5;
 
 }  // namespace
 
-std::optional<ConfirmedRequest> ConfirmedRequest::decode(Octets const& apdu) try {
+std::optional<ConfirmedRequest> ConfirmedRequest::Decode(Octets const& apdu) try {
     OctetReader reader(apdu);
     ConfirmedRequest request;
-    std::uint8_t const flags = reader.u8();
-    request.isSegmented = (flags & kSegmented) != 0;
-    request.acceptsSegments = (flags & kAcceptsSegments) != 0;
-    std::uint8_t const limits = reader.u8();
+    std::uint8_t const flags = reader.U8();
+    request.isSegmented = (flags & SegmentedBit) != 0;
+    request.acceptsSegments = (flags & AcceptsSegmentsBit) != 0;
+    std::uint8_t const limits = reader.U8();
     std::uint8_t const lengthCode = limits & 0x0F;
-    request.maxSegments = kMaxSegments[limits >> 4 & 0x07];
-    request.maxApduLength = kMaxApduLengths[lengthCode < kLastLengthCode ? lengthCode : kLastLengthCode];
-    request.invokeId = reader.u8();
+    request.maxSegments = SegmentLimits[limits >> 4 & 0x07];
+    request.maxApduLength = ApduLengths[lengthCode < LastLengthCode ? lengthCode : LastLengthCode];
+    request.invokeId = reader.U8();
     if (request.isSegmented) {
-        reader.u16();  // sequence number and proposed window size
+        reader.U16();  // sequence number and proposed window size
     }
-    request.serviceChoice = reader.u8();
-    request.parametersAt = reader.position();
+    request.serviceChoice = reader.U8();
+    request.parametersAt = reader.Position();
     return request;
 } catch (EndOfOctets const&) {
     return std::nullopt;

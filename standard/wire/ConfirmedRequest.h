@@ -19,7 +19,7 @@ struct ConfirmedRequest {
     std::size_t parametersAt = 0;    // where the service's parameters begin in the APDU
 
     // Nothing if the APDU is too short for its head.
-    static std::optional<ConfirmedRequest> decode(Octets const& apdu);
+    static std::optional<ConfirmedRequest> Decode(Octets const& apdu);
 };
 
 }  // namespace standard

@@ -8,55 +8,55 @@ namespace standard::content {
 
 namespace {
 
-Octets bigEndian(std::uint64_t value, std::size_t count) {
+Octets BigEndian(std::uint64_t value, std::size_t count) {
     OctetWriter writer;
-    writer.bigEndian(value, count);
-    return writer.take();
+    writer.BigEndian(value, count);
+    return writer.Take();
 }
 
-Octets four(std::array<std::uint8_t, 4> const& values) {
+Octets Four(std::array<std::uint8_t, 4> const& values) {
     return Octets(values.begin(), values.end());
 }
 
 }  // namespace
 
-Octets unsignedNumber(std::uint64_t value) {
+Octets UnsignedNumber(std::uint64_t value) {
     std::size_t count = 1;
     while (count < 8 && value >> (8 * count) != 0) {
         ++count;
     }
-    return bigEndian(value, count);
+    return BigEndian(value, count);
 }
 
-Octets signedNumber(std::int64_t value) {
+Octets SignedNumber(std::int64_t value) {
     // The sign's own bit must fit too: fold a negative number onto the positive one of the same width.
     auto const folded = static_cast<std::uint64_t>(value < 0 ? ~value : value);
     std::size_t count = 1;
     while (count < 8 && folded >> (8 * count - 1) != 0) {
         ++count;
     }
-    return bigEndian(static_cast<std::uint64_t>(value), count);
+    return BigEndian(static_cast<std::uint64_t>(value), count);
 }
 
-Octets real(float value) {
+Octets Real(float value) {
     std::uint32_t bits = 0;
     std::memcpy(&bits, &value, sizeof bits);
-    return bigEndian(bits, sizeof bits);
+    return BigEndian(bits, sizeof bits);
 }
 
-Octets doubleNumber(double value) {
+Octets DoubleNumber(double value) {
     std::uint64_t bits = 0;
     std::memcpy(&bits, &value, sizeof bits);
-    return bigEndian(bits, sizeof bits);
+    return BigEndian(bits, sizeof bits);
 }
 
-Octets characterString(std::string const& text) {
+Octets CharacterString(std::string const& text) {
     Octets octets(1, '\0');
     octets.insert(octets.end(), text.begin(), text.end());
     return octets;
 }
 
-Octets bitString(std::string const& bits) {
+Octets BitString(std::string const& bits) {
     std::size_t const octetCount = (bits.size() + 7) / 8;
     std::vector<unsigned> packed(octetCount, 0);
     for (std::size_t i = 0; i < bits.size(); ++i) {
@@ -65,23 +65,23 @@ Octets bitString(std::string const& bits) {
         }
     }
     OctetWriter writer;
-    writer.u8(static_cast<std::uint8_t>(octetCount * 8 - bits.size()));
+    writer.U8(static_cast<std::uint8_t>(octetCount * 8 - bits.size()));
     for (unsigned const octet : packed) {
-        writer.u8(static_cast<std::uint8_t>(octet));
+        writer.U8(static_cast<std::uint8_t>(octet));
     }
-    return writer.take();
+    return writer.Take();
 }
 
-Octets date(CalendarDate const& value) {
-    return four(value);
+Octets Date(CalendarDate const& value) {
+    return Four(value);
 }
 
-Octets time(TimeOfDay const& value) {
-    return four(value);
+Octets Time(TimeOfDay const& value) {
+    return Four(value);
 }
 
-Octets objectIdentifier(ObjectId const& value) {
-    return bigEndian(value.encoded(), 4);
+Octets ObjectIdentifier(ObjectId const& value) {
+    return BigEndian(value.Encoded(), 4);
 }
 
 }  // namespace standard::content

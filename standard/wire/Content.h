@@ -11,19 +11,19 @@
 namespace standard::content {
 
 // As few octets as hold the number, at least one.
-Octets unsignedNumber(std::uint64_t value);
+Octets UnsignedNumber(std::uint64_t value);
 // Two's complement in as few octets as hold the number, at least one.
-Octets signedNumber(std::int64_t value);
+Octets SignedNumber(std::int64_t value);
 // IEEE 754 single precision, four octets.
-Octets real(float value);
+Octets Real(float value);
 // IEEE 754 double precision, eight octets.
-Octets doubleNumber(double value);
+Octets DoubleNumber(double value);
 // The encoding octet 0 (UTF-8), then the text as it is.
-Octets characterString(std::string const& text);
+Octets CharacterString(std::string const& text);
 // The count of unused bits, then the bits, first bit highest. Any character of the text but '0' is a 1.
-Octets bitString(std::string const& bits);
-Octets date(CalendarDate const& value);
-Octets time(TimeOfDay const& value);
-Octets objectIdentifier(ObjectId const& value);
+Octets BitString(std::string const& bits);
+Octets Date(CalendarDate const& value);
+Octets Time(TimeOfDay const& value);
+Octets ObjectIdentifier(ObjectId const& value);
 
 }  // namespace standard::content

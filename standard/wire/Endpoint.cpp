@@ -2,7 +2,7 @@
 
 namespace standard {
 
-std::string Endpoint::text() const {
+std::string Endpoint::Text() const {
     std::string result;
     for (int shift = 24; shift >= 0; shift -= 8) {
         result += std::to_string(address >> shift & 0xFF);

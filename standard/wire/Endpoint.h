@@ -14,7 +14,7 @@ struct Endpoint {
     std::uint16_t port = 0;
 
     // As "127.0.0.1:47808".
-    std::string text() const;
+    std::string Text() const;
 };
 
 inline bool operator==(Endpoint const& left, Endpoint const& right) {

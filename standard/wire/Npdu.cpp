@@ -7,83 +7,83 @@ namespace standard {
 
 namespace {
 
-constexpr std::uint8_t kVersion = 1;
+constexpr std::uint8_t Version = 1;
 
 // The bits of the control octet (clause 6.2.2).
 enum Control : std::uint8_t {
-    kNetworkMessage = 0x80,
-    kHasDestination = 0x20,
-    kHasSource = 0x08,
-    kExpectsReply = 0x04,
-    kPriority = 0x03
+    IsNetworkMessage = 0x80,
+    HasDestination = 0x20,
+    HasSource = 0x08,
+    ExpectsReply = 0x04,
+    PriorityMask = 0x03
 };
 
-NetworkAddress readAddress(OctetReader& reader) {
+NetworkAddress ReadAddress(OctetReader& reader) {
     NetworkAddress address;
-    address.network = reader.u16();
-    address.mac = reader.take(reader.u8());
+    address.network = reader.U16();
+    address.mac = reader.Take(reader.U8());
     return address;
 }
 
-void writeAddress(OctetWriter& writer, NetworkAddress const& address) {
-    writer.u16(address.network);
-    writer.u8(static_cast<std::uint8_t>(address.mac.size()));
-    writer.append(address.mac);
+void WriteAddress(OctetWriter& writer, NetworkAddress const& address) {
+    writer.U16(address.network);
+    writer.U8(static_cast<std::uint8_t>(address.mac.size()));
+    writer.Append(address.mac);
 }
 
 // A source is one station on one network; a destination may be all stations, but not on network 0.
-bool isValid(Npdu const& npdu) {
+bool IsValid(Npdu const& npdu) {
     if (npdu.destination && npdu.destination->network == 0) {
         return false;
     }
-    return !npdu.source || (npdu.source->network != 0 && npdu.source->network != kGlobalBroadcast &&
+    return !npdu.source || (npdu.source->network != 0 && npdu.source->network != GlobalBroadcast &&
                             !npdu.source->mac.empty());
 }
 
 }  // namespace
 
-std::optional<Npdu> Npdu::decode(Octets const& octets) try {
+std::optional<Npdu> Npdu::Decode(Octets const& octets) try {
     OctetReader reader(octets);
-    if (reader.u8() != kVersion) {
+    if (reader.U8() != Version) {
         return std::nullopt;
     }
     Npdu npdu;
-    std::uint8_t const control = reader.u8();
-    npdu.isNetworkMessage = (control & kNetworkMessage) != 0;
-    npdu.expectsReply = (control & kExpectsReply) != 0;
-    npdu.priority = control & kPriority;
-    if ((control & kHasDestination) != 0) {
-        npdu.destination = readAddress(reader);
+    std::uint8_t const control = reader.U8();
+    npdu.isNetworkMessage = (control & IsNetworkMessage) != 0;
+    npdu.expectsReply = (control & ExpectsReply) != 0;
+    npdu.priority = control & PriorityMask;
+    if ((control & HasDestination) != 0) {
+        npdu.destination = ReadAddress(reader);
     }
-    if ((control & kHasSource) != 0) {
-        npdu.source = readAddress(reader);
+    if ((control & HasSource) != 0) {
+        npdu.source = ReadAddress(reader);
     }
     if (npdu.destination) {
-        npdu.hopCount = reader.u8();
+        npdu.hopCount = reader.U8();
     }
-    npdu.content = reader.rest();
-    return isValid(npdu) ? std::optional<Npdu>(npdu) : std::nullopt;
+    npdu.content = reader.Rest();
+    return IsValid(npdu) ? std::optional<Npdu>(npdu) : std::nullopt;
 } catch (EndOfOctets const&) {
     return std::nullopt;
 }
 
-Octets Npdu::encode() const {
+Octets Npdu::Encode() const {
     OctetWriter writer;
-    writer.u8(kVersion);
-    writer.u8(static_cast<std::uint8_t>((isNetworkMessage ? kNetworkMessage : 0) |
-                                        (destination ? kHasDestination : 0) | (source ? kHasSource : 0) |
-                                        (expectsReply ? kExpectsReply : 0) | (priority & kPriority)));
+    writer.U8(Version);
+    writer.U8(static_cast<std::uint8_t>((isNetworkMessage ? IsNetworkMessage : 0) |
+                                        (destination ? HasDestination : 0) | (source ? HasSource : 0) |
+                                        (expectsReply ? ExpectsReply : 0) | (priority & PriorityMask)));
     if (destination) {
-        writeAddress(writer, *destination);
+        WriteAddress(writer, *destination);
     }
     if (source) {
-        writeAddress(writer, *source);
+        WriteAddress(writer, *source);
     }
     if (destination) {
-        writer.u8(hopCount);
+        writer.U8(hopCount);
     }
-    writer.append(content);
-    return writer.take();
+    writer.Append(content);
+    return writer.Take();
 }
 
 }  // namespace standard

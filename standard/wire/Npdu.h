@@ -7,7 +7,7 @@
 
 namespace standard {
 
-constexpr std::uint16_t kGlobalBroadcast = 0xFFFF;
+constexpr std::uint16_t GlobalBroadcast = 0xFFFF;
 
 // A network number and a MAC address on that network; no MAC address stands for all of its stations.
 struct NetworkAddress {
@@ -30,8 +30,8 @@ struct Npdu {
     Octets content;
 
     // Nothing if the octets are no NPDU of version 1 or break clause 6.2.2.
-    static std::optional<Npdu> decode(Octets const& octets);
-    Octets encode() const;
+    static std::optional<Npdu> Decode(Octets const& octets);
+    Octets Encode() const;
 };
 
 }  // namespace standard

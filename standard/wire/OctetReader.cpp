@@ -2,33 +2,33 @@
 
 namespace standard {
 
-std::uint8_t OctetReader::u8() {
-    return static_cast<std::uint8_t>(bigEndian(1));
+std::uint8_t OctetReader::U8() {
+    return static_cast<std::uint8_t>(BigEndian(1));
 }
 
-std::uint64_t OctetReader::bigEndian(std::size_t count) {
-    need(count);
+std::uint64_t OctetReader::BigEndian(std::size_t count) {
+    Need(count);
     std::uint64_t value = 0;
     while (count-- > 0) {
-        value = value << 8 | static_cast<unsigned char>(m_octets[m_position++]);
+        value = value << 8 | static_cast<unsigned char>(octets[position++]);
     }
     return value;
 }
 
-Octets OctetReader::take(std::size_t count) {
-    need(count);
-    auto const first = m_octets.begin() + static_cast<std::ptrdiff_t>(m_position);
-    m_position += count;
+Octets OctetReader::Take(std::size_t count) {
+    Need(count);
+    auto const first = octets.begin() + static_cast<std::ptrdiff_t>(position);
+    position += count;
     return Octets(first, first + static_cast<std::ptrdiff_t>(count));
 }
 
-std::uint8_t OctetReader::peek() const {
-    need(1);
-    return static_cast<unsigned char>(m_octets[m_position]);
+std::uint8_t OctetReader::Peek() const {
+    Need(1);
+    return static_cast<unsigned char>(octets[position]);
 }
 
-void OctetReader::need(std::size_t count) const {
-    if (count > left()) {
+void OctetReader::Need(std::size_t count) const {
+    if (count > Left()) {
         throw EndOfOctets();
     }
 }

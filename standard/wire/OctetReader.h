@@ -11,31 +11,31 @@ namespace standard {
 // throws EndOfOctets. The sequence must outlive the reader.
 class OctetReader {
 public:
-    explicit OctetReader(Octets const& octets) : OctetReader(octets, 0) {}
-    OctetReader(Octets const& octets, std::size_t position) : m_octets(octets), m_position(position) {}
+    explicit OctetReader(Octets const& sequence) : OctetReader(sequence, 0) {}
+    OctetReader(Octets const& sequence, std::size_t start) : octets(sequence), position(start) {}
 
-    std::uint8_t u8();
-    std::uint16_t u16() { return static_cast<std::uint16_t>(bigEndian(2)); }
-    std::uint32_t u32() { return static_cast<std::uint32_t>(bigEndian(4)); }
+    std::uint8_t U8();
+    std::uint16_t U16() { return static_cast<std::uint16_t>(BigEndian(2)); }
+    std::uint32_t U32() { return static_cast<std::uint32_t>(BigEndian(4)); }
     // An unsigned number of `count` octets, 0 to 8.
-    std::uint64_t bigEndian(std::size_t count);
-    Octets take(std::size_t count);
+    std::uint64_t BigEndian(std::size_t count);
+    Octets Take(std::size_t count);
     // All that is left.
-    Octets rest() { return take(left()); }
+    Octets Rest() { return Take(Left()); }
     // The next octet, which stays where it is.
-    std::uint8_t peek() const;
+    std::uint8_t Peek() const;
 
-    std::size_t position() const { return m_position; }
+    std::size_t Position() const { return position; }
     // Back to a position that this reader had before.
-    void rewind(std::size_t position) { m_position = position; }
-    std::size_t left() const { return m_octets.size() - m_position; }
-    bool atEnd() const { return left() == 0; }
+    void Rewind(std::size_t earlier) { position = earlier; }
+    std::size_t Left() const { return octets.size() - position; }
+    bool AtEnd() const { return Left() == 0; }
 
 private:
-    void need(std::size_t count) const;
+    void Need(std::size_t count) const;
 
-    Octets const& m_octets;
-    std::size_t m_position;
+    Octets const& octets;
+    std::size_t position;
 };
 
 // A message ends before all that it promises has come.

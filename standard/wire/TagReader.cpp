@@ -4,94 +4,94 @@
 
 namespace standard {
 
-ObjectId TagReader::objectIdentifier(std::uint8_t contextNumber) {
-    if (contextLength(contextNumber) != 4) {
+ObjectId TagReader::ObjectIdentifier(std::uint8_t contextNumber) {
+    if (ContextLength(contextNumber) != 4) {
         throw Reject{RejectReason::InvalidParameterDataType};
     }
-    return ObjectId::of(m_reader.u32());
+    return ObjectId::Of(reader.U32());
 }
 
-std::uint32_t TagReader::unsignedNumber(std::uint8_t contextNumber) {
-    std::uint32_t const count = contextLength(contextNumber);
+std::uint32_t TagReader::UnsignedNumber(std::uint8_t contextNumber) {
+    std::uint32_t const count = ContextLength(contextNumber);
     if (count == 0) {
         throw Reject{RejectReason::InvalidParameterDataType};
     }
     if (count > 4) {
         throw Reject{RejectReason::ParameterOutOfRange};
     }
-    return static_cast<std::uint32_t>(m_reader.bigEndian(count));
+    return static_cast<std::uint32_t>(reader.BigEndian(count));
 }
 
-std::optional<std::uint32_t> TagReader::optionalUnsigned(std::uint8_t contextNumber) {
-    if (!nextIsContext(contextNumber)) {
+std::optional<std::uint32_t> TagReader::OptionalUnsigned(std::uint8_t contextNumber) {
+    if (!NextIsContext(contextNumber)) {
         return std::nullopt;
     }
-    return unsignedNumber(contextNumber);
+    return UnsignedNumber(contextNumber);
 }
 
-void TagReader::opening(std::uint8_t number) {
-    if (atEnd()) {
+void TagReader::Opening(std::uint8_t number) {
+    if (AtEnd()) {
         throw Reject{RejectReason::MissingRequiredParameter};
     }
-    Tag const tag = next();
+    Tag const tag = Next();
     if (tag.kind != Kind::Opening || tag.number != number) {
         throw Reject{RejectReason::InvalidTag};
     }
 }
 
-bool TagReader::closes(std::uint8_t number) {
-    std::size_t const before = m_reader.position();
-    if (atEnd()) {
+bool TagReader::Closes(std::uint8_t number) {
+    std::size_t const before = reader.Position();
+    if (AtEnd()) {
         throw Reject{RejectReason::MissingRequiredParameter};
     }
-    Tag const tag = next();
+    Tag const tag = Next();
     if (tag.kind == Kind::Closing && tag.number == number) {
         return true;
     }
-    m_reader.rewind(before);
+    reader.Rewind(before);
     return false;
 }
 
-Octets TagReader::contextOctets(std::uint8_t number) {
-    return m_reader.take(contextLength(number));
+Octets TagReader::ContextOctets(std::uint8_t number) {
+    return reader.Take(ContextLength(number));
 }
 
-Primitive TagReader::application() {
-    if (atEnd()) {
+Primitive TagReader::Application() {
+    if (AtEnd()) {
         throw Reject{RejectReason::MissingRequiredParameter};
     }
-    Any tag = any();
+    Any tag = TakeAny();
     if (tag.isContext || tag.number > static_cast<std::uint8_t>(ApplicationTag::ObjectIdentifier)) {
         throw Reject{RejectReason::InvalidTag};
     }
     return {static_cast<ApplicationTag>(tag.number), std::move(tag.content)};
 }
 
-TagReader::Any TagReader::any() {
-    Tag const tag = next();
+TagReader::Any TagReader::TakeAny() {
+    Tag const tag = Next();
     Any found{tag.number, tag.isContext, tag.kind, {}};
     if (!tag.isContext && tag.number == static_cast<std::uint8_t>(ApplicationTag::Boolean)) {
         found.content.push_back(static_cast<char>(tag.length != 0));
         return found;
     }
-    if (tag.length > m_reader.left()) {
+    if (tag.length > reader.Left()) {
         throw Reject{RejectReason::InvalidTag};
     }
-    found.content = m_reader.take(tag.length);
+    found.content = reader.Take(tag.length);
     return found;
 }
 
-Octets TagReader::enclosed(std::uint8_t number) {
-    opening(number);
-    OctetReader start = m_reader;
-    std::size_t end = m_reader.position();
+Octets TagReader::Enclosed(std::uint8_t number) {
+    Opening(number);
+    OctetReader start = reader;
+    std::size_t end = reader.Position();
     std::vector<std::uint8_t> open{number};
     while (!open.empty()) {
-        if (atEnd()) {
+        if (AtEnd()) {
             throw Reject{RejectReason::MissingRequiredParameter};
         }
-        end = m_reader.position();
-        Any const tag = any();
+        end = reader.Position();
+        Any const tag = TakeAny();
         if (tag.kind == Kind::Opening) {
             open.push_back(tag.number);
         } else if (tag.kind == Kind::Closing && tag.number != open.back()) {
@@ -100,22 +100,22 @@ Octets TagReader::enclosed(std::uint8_t number) {
             open.pop_back();
         }
     }
-    return start.take(end - start.position());
+    return start.Take(end - start.Position());
 }
 
-void TagReader::expectEnd() const {
-    if (!atEnd()) {
+void TagReader::ExpectEnd() const {
+    if (!AtEnd()) {
         throw Reject{RejectReason::TooManyArguments};
     }
 }
 
 // A tag that the request is too short for is no tag.
-TagReader::Tag TagReader::next() {
+TagReader::Tag TagReader::Next() {
     try {
-        std::uint8_t const first = m_reader.u8();
+        std::uint8_t const first = reader.U8();
         Tag tag{static_cast<std::uint8_t>(first >> 4), (first & 0x08) != 0, Kind::Primitive, 0};
         if (tag.number == 15) {
-            tag.number = m_reader.u8();
+            tag.number = reader.U8();
         }
         std::uint8_t const lower = first & 0x07;
         if (lower >= 6) {
@@ -125,46 +125,45 @@ TagReader::Tag TagReader::next() {
             tag.kind = lower == 6 ? Kind::Opening : Kind::Closing;
             return tag;
         }
-        tag.length = length(lower);
+        tag.length = Length(lower);
         return tag;
     } catch (EndOfOctets const&) {
         throw Reject{RejectReason::InvalidTag};
     }
 }
 
-std::uint32_t TagReader::length(std::uint8_t firstOctet) {
+std::uint32_t TagReader::Length(std::uint8_t firstOctet) {
     if (firstOctet < 5) {
         return firstOctet;
     }
-    std::uint8_t const extended = m_reader.u8();
+    std::uint8_t const extended = reader.U8();
     if (extended < 254) {
         return extended;
     }
-    return extended == 254 ? m_reader.u16() : m_reader.u32();
+    return extended == 254 ? reader.U16() : reader.U32();
 }
 
 // Takes the head of a primitive context tag and gives how many octets follow; those are there.
-std::uint32_t TagReader::contextLength(std::uint8_t number) {
-    if (atEnd()) {
+std::uint32_t TagReader::ContextLength(std::uint8_t number) {
+    if (AtEnd()) {
         throw Reject{RejectReason::MissingRequiredParameter};
     }
-    Tag const tag = next();
+    Tag const tag = Next();
     if (tag.kind == Kind::Closing) {
         throw Reject{RejectReason::MissingRequiredParameter};
     }
-    if (!tag.isContext || tag.kind != Kind::Primitive || tag.number != number ||
-        tag.length > m_reader.left()) {
+    if (!tag.isContext || tag.kind != Kind::Primitive || tag.number != number || tag.length > reader.Left()) {
         throw Reject{RejectReason::InvalidTag};
     }
     return tag.length;
 }
 
-bool TagReader::nextIsOpening(std::uint8_t number) const {
-    return !atEnd() && m_reader.peek() == (number << 4 | 0x0E);
+bool TagReader::NextIsOpening(std::uint8_t number) const {
+    return !AtEnd() && reader.Peek() == (number << 4 | 0x0E);
 }
 
-bool TagReader::nextIsContext(std::uint8_t number) const {
-    return !atEnd() && (m_reader.peek() & 0xF8) == (number << 4 | 0x08) && (m_reader.peek() & 0x07) < 6;
+bool TagReader::NextIsContext(std::uint8_t number) const {
+    return !AtEnd() && (reader.Peek() & 0xF8) == (number << 4 | 0x08) && (reader.Peek() & 0x07) < 6;
 }
 
 }  // namespace standard

@@ -30,32 +30,32 @@ public:
     };
 
     // The octets must outlive the reader.
-    explicit TagReader(Octets const& octets, std::size_t position = 0) : m_reader(octets, position) {}
+    explicit TagReader(Octets const& octets, std::size_t position = 0) : reader(octets, position) {}
 
-    ObjectId objectIdentifier(std::uint8_t contextNumber);
+    ObjectId ObjectIdentifier(std::uint8_t contextNumber);
     // At most 32 bits.
-    std::uint32_t unsignedNumber(std::uint8_t contextNumber);
+    std::uint32_t UnsignedNumber(std::uint8_t contextNumber);
     // Nothing, and nothing taken, when the next tag is another one.
-    std::optional<std::uint32_t> optionalUnsigned(std::uint8_t contextNumber);
-    void opening(std::uint8_t number);
+    std::optional<std::uint32_t> OptionalUnsigned(std::uint8_t contextNumber);
+    void Opening(std::uint8_t number);
     // Takes the closing tag, if that is the next one.
-    bool closes(std::uint8_t number);
-    bool nextIsOpening(std::uint8_t number) const;
-    bool nextIsContext(std::uint8_t number) const;
+    bool Closes(std::uint8_t number);
+    bool NextIsOpening(std::uint8_t number) const;
+    bool NextIsContext(std::uint8_t number) const;
     // The contents octets of a primitive context tag.
-    Octets contextOctets(std::uint8_t number);
-    Primitive application();
+    Octets ContextOctets(std::uint8_t number);
+    Primitive Application();
     // What stands between an opening tag and its closing one, tags included. It holds whole tags, and
     // brackets that match.
-    Octets enclosed(std::uint8_t number);
+    Octets Enclosed(std::uint8_t number);
     // Takes whatever tag comes next, with the contents of a primitive one.
-    Any any();
+    Any TakeAny();
 
-    bool atEnd() const { return m_reader.atEnd(); }
+    bool AtEnd() const { return reader.AtEnd(); }
     // Where the next tag begins in the octets.
-    std::size_t position() const { return m_reader.position(); }
+    std::size_t Position() const { return reader.Position(); }
     // To be called when all parameters were read.
-    void expectEnd() const;
+    void ExpectEnd() const;
 
 private:
     struct Tag {
@@ -65,11 +65,11 @@ private:
         std::uint32_t length;
     };
 
-    Tag next();
-    std::uint32_t length(std::uint8_t firstOctet);
-    std::uint32_t contextLength(std::uint8_t number);
+    Tag Next();
+    std::uint32_t Length(std::uint8_t firstOctet);
+    std::uint32_t ContextLength(std::uint8_t number);
 
-    OctetReader m_reader;
+    OctetReader reader;
 };
 
 }  // namespace standard

@@ -4,49 +4,49 @@ namespace standard {
 
 namespace {
 
-constexpr std::uint8_t kContextClass = 0x08;
+constexpr std::uint8_t ContextClass = 0x08;
 
 // The first octet's upper half has no room for numbers from 15 up: they follow in an octet of their own.
-std::uint8_t upperHalf(std::uint8_t number) {
+std::uint8_t UpperHalf(std::uint8_t number) {
     return static_cast<std::uint8_t>((number < 15 ? number : 15) << 4);
 }
 
 }  // namespace
 
-void TagWriter::application(ApplicationTag tag, Octets const& content) {
-    header(static_cast<std::uint8_t>(tag), 0, content.size());
-    m_writer.append(content);
+void TagWriter::Application(ApplicationTag tag, Octets const& content) {
+    Header(static_cast<std::uint8_t>(tag), 0, content.size());
+    writer.Append(content);
 }
 
-void TagWriter::context(std::uint8_t number, Octets const& content) {
-    header(number, kContextClass, content.size());
-    m_writer.append(content);
+void TagWriter::Context(std::uint8_t number, Octets const& content) {
+    Header(number, ContextClass, content.size());
+    writer.Append(content);
 }
 
-void TagWriter::header(std::uint8_t number, std::uint8_t classBit, std::size_t length) {
+void TagWriter::Header(std::uint8_t number, std::uint8_t classBit, std::size_t length) {
     std::size_t const inFirst = length < 5 ? length : 5;
-    m_writer.u8(static_cast<std::uint8_t>(upperHalf(number) | classBit | inFirst));
+    writer.U8(static_cast<std::uint8_t>(UpperHalf(number) | classBit | inFirst));
     if (number >= 15) {
-        m_writer.u8(number);
+        writer.U8(number);
     }
     if (length < 5) {
         return;
     }
     if (length < 254) {
-        m_writer.u8(static_cast<std::uint8_t>(length));
+        writer.U8(static_cast<std::uint8_t>(length));
     } else if (length < 65536) {
-        m_writer.u8(254);
-        m_writer.u16(static_cast<std::uint16_t>(length));
+        writer.U8(254);
+        writer.U16(static_cast<std::uint16_t>(length));
     } else {
-        m_writer.u8(255);
-        m_writer.u32(static_cast<std::uint32_t>(length));
+        writer.U8(255);
+        writer.U32(static_cast<std::uint32_t>(length));
     }
 }
 
-void TagWriter::bracket(std::uint8_t number, std::uint8_t kind) {
-    m_writer.u8(static_cast<std::uint8_t>(upperHalf(number) | kContextClass | kind));
+void TagWriter::Bracket(std::uint8_t number, std::uint8_t kind) {
+    writer.U8(static_cast<std::uint8_t>(UpperHalf(number) | ContextClass | kind));
     if (number >= 15) {
-        m_writer.u8(number);
+        writer.U8(number);
     }
 }
 

@@ -26,25 +26,25 @@ enum class ApplicationTag : std::uint8_t {
 // Writes tagged values (clause 20.2.1); the contents come from standard::content.
 class TagWriter {
 public:
-    void null() { header(0, 0, 0); }
+    void Null() { Header(0, 0, 0); }
     // An application Boolean has no contents: its value stands in the tag itself (clause 20.2.3).
-    void boolean(bool value) { header(1, 0, value ? 1 : 0); }
+    void Boolean(bool value) { Header(1, 0, value ? 1 : 0); }
     // Any other primitive value.
-    void application(ApplicationTag tag, Octets const& content);
-    void context(std::uint8_t number, Octets const& content);
-    void opening(std::uint8_t number) { bracket(number, 6); }
-    void closing(std::uint8_t number) { bracket(number, 7); }
+    void Application(ApplicationTag tag, Octets const& content);
+    void Context(std::uint8_t number, Octets const& content);
+    void Opening(std::uint8_t number) { Bracket(number, 6); }
+    void Closing(std::uint8_t number) { Bracket(number, 7); }
     // Octets that are tagged values already.
-    void encoded(Octets const& octets) { m_writer.append(octets); }
+    void Encoded(Octets const& octets) { writer.Append(octets); }
 
-    std::size_t size() const { return m_writer.size(); }
-    Octets take() { return m_writer.take(); }
+    std::size_t size() const { return writer.size(); }
+    Octets Take() { return writer.Take(); }
 
 private:
-    void header(std::uint8_t number, std::uint8_t classBit, std::size_t length);
-    void bracket(std::uint8_t number, std::uint8_t kind);
+    void Header(std::uint8_t number, std::uint8_t classBit, std::size_t length);
+    void Bracket(std::uint8_t number, std::uint8_t kind);
 
-    OctetWriter m_writer;
+    OctetWriter writer;
 };
 
 }  // namespace standard

@@ -60,14 +60,14 @@ public:
         if (lifetime == Lifetime::Once) {
             fault.times = 1;
         }
-        plant.Faults().add(fault);
+        plant.Faults().Add(fault);
         for (int cycle = 0; cycle < DisturbedCycles[static_cast<std::size_t>(lifetime)]; ++cycle) {
             plant.CutOffAfter(Patience);
             Note(plant.Run());
             isHeld = isHeld || plant.IsCutOff();
         }
         plant.CutOffAfter(Plant::Never);
-        plant.Faults().clear();
+        plant.Faults().Clear();
     }
 
     void CheckRecovery() {
@@ -180,7 +180,7 @@ INSTANTIATE_TEST_SUITE_P(All, FaultMatrix,
                          NameOfCell);
 
 TEST(FaultTable, HasEveryFaultOfTheSimulator) {
-    for (simulator::FaultRow const& row : simulator::kFaults) {
+    for (simulator::FaultRow const& row : simulator::FaultRows) {
         auto const all = AllDisturbances();
         EXPECT_TRUE(std::any_of(all.begin(), all.end(), [&row](Disturbance disturbance) {
             return FaultOf(disturbance, Path::Plain).kind == row.kind;

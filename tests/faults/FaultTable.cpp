@@ -25,10 +25,10 @@ constexpr Report Good = Report::Good;
 constexpr Report Old = Report::Old;
 constexpr Report Fault = Report::Fault;
 
-constexpr char badCast[] = "0-1 std::bad_cast\n";
-constexpr char sizeError[] = "message size error";
-constexpr char formatError[] = "packet format error";
-constexpr char gap[] = "Error: not all segments recieved";
+constexpr char BadCast[] = "0-1 std::bad_cast\n";
+constexpr char SizeError[] = "message size error";
+constexpr char FormatError[] = "packet format error";
+constexpr char Gap[] = "Error: not all segments recieved";
 
 std::vector<FaultRow> ReadRows() {
     using E = Disturbance;
@@ -51,7 +51,7 @@ std::vector<FaultRow> ReadRows() {
          {Fault, &Zero},
          {Fault, &Zero},
          {}},
-        {{E::Error, E::Reject, E::Abort}, whole, {Good, &Zero}, {Fault, &Zero}, {Fault, &Zero}, {badCast}},
+        {{E::Error, E::Reject, E::Abort}, whole, {Good, &Zero}, {Fault, &Zero}, {Fault, &Zero}, {BadCast}},
         {{E::Duplicate}, whole, {Fault, &Zero}, {Fault, &Zero}, {Fault, &Zero}, {}},
         {{E::EndlessSegments},
          {Path::Plain, Path::Segmented, Path::Routed},
@@ -88,9 +88,9 @@ std::vector<FaultRow> SegmentedRows() {
          {Fault, &Zero},
          {Fault, &Zero},
          {}},
-        {{E::Error, E::Reject, E::Abort}, segmented, {Good, &NT}, {Fault, &Zero}, {Fault, &Zero}, {badCast}},
+        {{E::Error, E::Reject, E::Abort}, segmented, {Good, &NT}, {Fault, &Zero}, {Fault, &Zero}, {BadCast}},
         {{E::OtherInvokeId}, segmented, {Fault, &T}, {Fault, &T}, {Fault, &T}, {}},
-        {{E::LostSegment, E::SegmentsOutOfOrder}, segmented, {Fault, &T}, {Fault, &T}, {Fault, &T}, {gap}},
+        {{E::LostSegment, E::SegmentsOutOfOrder}, segmented, {Fault, &T}, {Fault, &T}, {Fault, &T}, {Gap}},
     };
 }
 
@@ -108,11 +108,11 @@ std::vector<FaultRow> WriteRows() {
               E::RepeatedSegment, E::SegmentsAtOnce, E::EndlessSegments, E::OversizedSegments},
              {}),
         same({Good, &TD}, {E::ShortDelay}, {}),
-        same({Good, &T}, {E::Silence, E::Loss, E::LongDelay}, {sizeError}),
-        same({Good, &Zero}, {E::Truncate, E::NetworkMessage, E::HeadersOnly}, {sizeError}),
-        same({Good, &Zero}, {E::BvlcFunction, E::BvlcType}, {formatError}),
+        same({Good, &T}, {E::Silence, E::Loss, E::LongDelay}, {SizeError}),
+        same({Good, &Zero}, {E::Truncate, E::NetworkMessage, E::HeadersOnly}, {SizeError}),
+        same({Good, &Zero}, {E::BvlcFunction, E::BvlcType}, {FormatError}),
         same({Good, &Zero}, {E::BvlcLength}, {"packet size error"}),
-        same({Good, &Zero}, {E::Garbage}, {formatError, sizeError}),
+        same({Good, &Zero}, {E::Garbage}, {FormatError, SizeError}),
         same({Good, &Zero}, {E::Error}, {"Error! Error packet. Class: Object Code: UnknownObject"}),
         same({Good, &Zero}, {E::Reject}, {"Error! The packet was rejected. Reason: UnrecognizedService"}),
     };

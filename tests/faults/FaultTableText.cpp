@@ -19,7 +19,7 @@ struct DisturbanceRow {
 };
 
 // In the order of Disturbance.
-DisturbanceRow const disturbanceRows[] = {
+DisturbanceRow const DisturbanceRows[] = {
     {Disturbance::Silence, FaultKind::Silence, "no answer"},
     {Disturbance::Loss, FaultKind::Loss, "answer lost"},
     {Disturbance::ShortDelay, FaultKind::Delay, "answer late by d, d below T", ShortDelay},
@@ -50,13 +50,13 @@ DisturbanceRow const disturbanceRows[] = {
     {Disturbance::Garbage, FaultKind::Garbage, "garbage"},
     {Disturbance::HeadersOnly, FaultKind::HeadersOnly, "nothing but headers"},
 };
-static_assert(std::size(disturbanceRows) == static_cast<std::size_t>(Disturbance::Count));
+static_assert(std::size(DisturbanceRows) == static_cast<std::size_t>(Disturbance::Count));
 
-constexpr char const* pathNames[] = {"read", "segmented read", "routed read", "write"};
-constexpr char const* reportNames[] = {"good", "old values", "wrong values", "fault", "unclear"};
+constexpr char const* PathNames[] = {"read", "segmented read", "routed read", "write"};
+constexpr char const* ReportNames[] = {"good", "old values", "wrong values", "fault", "unclear"};
 
 DisturbanceRow const& RowOf(Disturbance disturbance) {
-    return disturbanceRows[static_cast<std::size_t>(disturbance)];
+    return DisturbanceRows[static_cast<std::size_t>(disturbance)];
 }
 
 template <class Entry>
@@ -69,7 +69,7 @@ std::string ListOf(std::vector<Entry> const& entries, std::string (*text)(Entry 
 }
 
 std::string TextOf(Expectation const& expectation) {
-    return std::string(reportNames[static_cast<std::size_t>(expectation.report)]) + "; " +
+    return std::string(ReportNames[static_cast<std::size_t>(expectation.report)]) + "; " +
            expectation.longest->text;
 }
 
@@ -98,7 +98,7 @@ struct Part {
     char const* title;
 };
 
-constexpr Part parts[] = {
+constexpr Part Parts[] = {
     {Path::Plain, "Reads that are answered in one piece, also through a router"},
     {Path::Segmented, "Reads that are answered in segments"},
     {Path::Write, "Writes, after a read that goes well"},
@@ -111,12 +111,12 @@ char const* NameOf(Disturbance disturbance) {
 }
 
 char const* NameOf(Path path) {
-    return pathNames[static_cast<std::size_t>(path)];
+    return PathNames[static_cast<std::size_t>(path)];
 }
 
 simulator::Fault FaultOf(Disturbance disturbance, Path path) {
     DisturbanceRow const& row = RowOf(disturbance);
-    simulator::Fault fault = simulator::makeFault(row.kind);
+    simulator::Fault fault = simulator::MakeFault(row.kind);
     fault.chance = 1;
     fault.delay = std::chrono::milliseconds(row.delay);
     fault.code = row.code;
@@ -126,7 +126,7 @@ simulator::Fault FaultOf(Disturbance disturbance, Path path) {
 
 std::string FaultTableText() {
     std::string text;
-    for (Part const& part : parts) {
+    for (Part const& part : Parts) {
         text += std::string("\n### ") + part.title + "\n\n" +
                 "| What goes wrong | Once | For a while, for ever | In the log |\n" + "|---|---|---|---|\n";
         for (FaultRow const& row : FaultTable()) {

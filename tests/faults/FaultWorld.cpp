@@ -113,7 +113,7 @@ bool FaultWorld::Send(int handle, sockaddr_in const& peer, void const* data, int
             if (device.heldUntil > elapsed) {
                 device.held.push_back(datagram);
             } else {
-                Deliver(device, device.station.receive(datagram, Moment()));
+                Deliver(device, device.station.Receive(datagram, Moment()));
             }
         }
     }
@@ -201,10 +201,10 @@ void FaultWorld::HandleEvents() {
             continue;
         }
         for (simulator::Datagram const& datagram : std::exchange(device.held, {})) {
-            Deliver(device, device.station.receive(datagram, Moment()));
+            Deliver(device, device.station.Receive(datagram, Moment()));
         }
         if (isTick) {
-            Deliver(device, device.station.tick(Moment()));
+            Deliver(device, device.station.Tick(Moment()));
         }
     }
     while (!underWay.empty() && underWay.begin()->first <= elapsed) {

@@ -18,7 +18,7 @@ using simulator::FaultKind;
 namespace {
 
 Fault Once(FaultKind kind) {
-    Fault fault = simulator::makeFault(kind);
+    Fault fault = simulator::MakeFault(kind);
     fault.times = 1;
     return fault;
 }
@@ -30,7 +30,7 @@ long long HighestHeap(long long segments) {
     long long highest = 0;
     plant.World().Watch([&highest] { highest = std::max(highest, HeapOctets()); });
     long long const before = HeapOctets();
-    plant.Faults().add(Once(FaultKind::EndlessSegments));
+    plant.Faults().Add(Once(FaultKind::EndlessSegments));
     plant.CutOffAfter(segments);
     plant.Run();
     EXPECT_TRUE(plant.IsCutOff());
@@ -48,7 +48,7 @@ TEST(Habits, SegmentsHoldTheCycleForAsLongAsTheyCome) {
     Fault fault = Once(FaultKind::EndlessSegments);
     fault.delay = std::chrono::milliseconds(900);
     fault.count = 500;
-    plant.Faults().add(fault);
+    plant.Faults().Add(fault);
     EXPECT_GE(plant.Run().duration, 500 * 900);
     EXPECT_EQ(plant.Run().report, Report::Good);
 }
@@ -57,13 +57,13 @@ TEST(Habits, ForeignAnswersAfterAWriteHoldTheCycleForAsLongAsTheyCome) {
     Plant plant(Path::Write);
     plant.Settle();
     EXPECT_EQ(plant.Run().duration, Wait);
-    constexpr int Answers = 50;
-    constexpr long long Distance = 900;
-    for (int answer = 1; answer <= Answers; ++answer) {
-        plant.Inject(Plant::Pause + answer * Distance, Hex("81 0A 00 09 01 00 20 FE 0F"));
+    constexpr int answers = 50;
+    constexpr long long distance = 900;
+    for (int answer = 1; answer <= answers; ++answer) {
+        plant.Inject(Plant::Pause + answer * distance, Hex("81 0A 00 09 01 00 20 FE 0F"));
     }
     Plant::Cycle const held = plant.Run();
-    EXPECT_EQ(held.duration, Answers * Distance + Wait);
+    EXPECT_EQ(held.duration, answers * distance + Wait);
     EXPECT_EQ(held.report, Report::Good);
     EXPECT_EQ(plant.Run().duration, Wait);
 }
@@ -86,7 +86,7 @@ TEST(Habits, AnAnswerThatIsCutAnywhereIsAskedForAgain) {
             fault.octet = static_cast<std::size_t>(cut / 2);
             fault.mends = cut % 2 == 0;
             fault.on = path == Path::Write ? simulator::FaultScope::Write : simulator::FaultScope::Read;
-            plant.Faults().add(fault);
+            plant.Faults().Add(fault);
             Plant::Cycle const cycle = plant.Run();
             bool const isBelieved = path == Path::Segmented && fault.mends && cycle.report == Report::Wrong;
             EXPECT_TRUE(cycle.report == Report::Good || isBelieved) << NameOf(path) << ", " << fault.octet;

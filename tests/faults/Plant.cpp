@@ -33,33 +33,33 @@ constexpr int String = 12;
 
 #define LONG_TEXT "a text that does not fit into one segment of fifty octets, nor into two of them"
 
-constexpr VariableRow readRows[] = {
+constexpr VariableRow ReadRows[] = {
     {DataValue, Float, code::AnalogInput, code::PresentValue, 1, false, "21.5"},
     {DataValue, String, code::AnalogInput, code::Description, 1, false, LONG_TEXT},
     {Float, 0, code::AnalogValue, code::PresentValue, 1, false, "4.25"},
     {DataValue, String, code::AnalogValue, code::Description, 1, false, LONG_TEXT},
 };
-constexpr VariableRow writeRows[] = {
+constexpr VariableRow WriteRows[] = {
     {DataValue, Float, code::AnalogOutput, code::PresentValue, 1, true, "36.5"},
 };
 // One object that is answered in segments, one that is not, one that is written too.
-constexpr VariableRow mixedRows[] = {
+constexpr VariableRow MixedRows[] = {
     {DataValue, Float, code::AnalogInput, code::PresentValue, 1, false, "21.5"},
     {DataValue, String, code::AnalogInput, code::Description, 1, false, LONG_TEXT},
     {DataValue, Float, code::AnalogOutput, code::PresentValue, 1, true, "36.5"},
     {Float, 0, code::AnalogValue, code::PresentValue, 1, false, "4.25"},
 };
-constexpr VariableRow bystanderRows[] = {
+constexpr VariableRow BystanderRows[] = {
     {DataValue, Float, code::AnalogInput, code::PresentValue, 7, false, "7.75"},
     {String, 0, code::AnalogInput, code::Description, 7, false, "the bystander"},
 };
 
-constexpr char subjectObjects[] = R"( objects = {
+constexpr char SubjectObjects[] = R"( objects = {
     analog_input{instance = 1, name = "one", present_value = 21.5, description = ")" LONG_TEXT R"("},
     analog_value{instance = 1, name = "two", present_value = 4.25, description = ")" LONG_TEXT R"("},
     analog_output{instance = 1, name = "three", present_value = 36.5, relinquish_default = 36.5},
 } })";
-constexpr char bystanderDevice[] = R"(device{ name = "bystander", instance = 2, objects = {
+constexpr char BystanderDevice[] = R"(device{ name = "bystander", instance = 2, objects = {
     analog_input{instance = 7, name = "one", present_value = 7.75, description = "the bystander"},
 } })";
 
@@ -74,27 +74,27 @@ struct PathRow {
     Sizes sizes;
 };
 
-constexpr char local[] = "MAC = '192.168.10.20:47808'";
-constexpr char routed[] = "MAC = '10:20', NetworkNumber = 5";
+constexpr char Local[] = "MAC = '192.168.10.20:47808'";
+constexpr char Routed[] = "MAC = '10:20', NetworkNumber = 5";
 
 // By Path.
-constexpr PathRow paths[] = {
-    {local, "", readRows, std::size(readRows), {Plant::Attempts, 2, 1}},
-    {local, "max_apdu_length_accepted = 50,", readRows, std::size(readRows), {Plant::Attempts, 2, 3}},
-    {routed, "router = {network = 5, mac = '0A14'},", readRows, std::size(readRows), {Plant::Attempts, 2, 1}},
-    {local, "", writeRows, std::size(writeRows), {Plant::Attempts, 1, 1}},
-    {local, "max_apdu_length_accepted = 50,", mixedRows, std::size(mixedRows), {Plant::Attempts, 3, 3}},
+constexpr PathRow Paths[] = {
+    {Local, "", ReadRows, std::size(ReadRows), {Plant::Attempts, 2, 1}},
+    {Local, "max_apdu_length_accepted = 50,", ReadRows, std::size(ReadRows), {Plant::Attempts, 2, 3}},
+    {Routed, "router = {network = 5, mac = '0A14'},", ReadRows, std::size(ReadRows), {Plant::Attempts, 2, 1}},
+    {Local, "", WriteRows, std::size(WriteRows), {Plant::Attempts, 1, 1}},
+    {Local, "max_apdu_length_accepted = 50,", MixedRows, std::size(MixedRows), {Plant::Attempts, 3, 3}},
 };
 
 PathRow const& RowOf(Path path) {
-    return paths[static_cast<std::size_t>(path)];
+    return Paths[static_cast<std::size_t>(path)];
 }
 
-constexpr simulator::Endpoint subjectEndpoint{0xC0A80A14, 47808};
-constexpr simulator::Endpoint bystanderEndpoint{0xC0A80A15, 47808};
+constexpr simulator::Endpoint SubjectEndpoint{0xC0A80A14, 47808};
+constexpr simulator::Endpoint BystanderEndpoint{0xC0A80A15, 47808};
 
 simulator::Device OnlyDevice(std::string const& text) {
-    return simulator::parseDeviceFile("test", text).at(0);
+    return simulator::ParseDeviceFile("test", text).at(0);
 }
 
 }  // namespace
@@ -105,14 +105,14 @@ Sizes Plant::SizesOf(Path path) {
 
 Plant::Plant(Path pathOfSubject) : path(pathOfSubject) {
     StartDevices();
-    world.Record(bystanderEndpoint);
+    world.Record(BystanderEndpoint);
     InitAddin();
     runtime.OpenLibraries();
     PathRow const& row = RowOf(path);
     AddBlock(subject, "Address = '192.168.10.20:47808', " + std::string(row.fields), row.variables,
              row.count);
-    AddBlock(bystander, "Address = '192.168.10.21:47808', MAC = '192.168.10.21:47808'", bystanderRows,
-             std::size(bystanderRows));
+    AddBlock(bystander, "Address = '192.168.10.21:47808', MAC = '192.168.10.21:47808'", BystanderRows,
+             std::size(BystanderRows));
     runtime.SetCycleObserver([this](ScadaProtocol& block, unsigned long long, bool) {
         if (&block == subject.protocol) {
             subjectEnd = world.Elapsed();
@@ -122,8 +122,8 @@ Plant::Plant(Path pathOfSubject) : path(pathOfSubject) {
 
 void Plant::StartDevices() {
     std::string const head = "device{ name = 'subject', instance = 1,";
-    station = &world.Place(subjectEndpoint, OnlyDevice(head + RowOf(path).device + subjectObjects));
-    world.Place(bystanderEndpoint, OnlyDevice(bystanderDevice));
+    station = &world.Place(SubjectEndpoint, OnlyDevice(head + RowOf(path).device + SubjectObjects));
+    world.Place(BystanderEndpoint, OnlyDevice(BystanderDevice));
 }
 
 // A variable of its own, so that a wrong value that was read is not written.
@@ -189,23 +189,23 @@ Plant::Cycle Plant::Run(long long pause) {
 }
 
 void Plant::CutOffAfter(long long datagrams) {
-    world.CutOffAfter(subjectEndpoint, datagrams);
+    world.CutOffAfter(SubjectEndpoint, datagrams);
 }
 
 void Plant::SetRoundTrip(long long milliseconds) {
-    world.SetRoundTrip(subjectEndpoint, milliseconds);
+    world.SetRoundTrip(SubjectEndpoint, milliseconds);
 }
 
 void Plant::Hold(long long milliseconds) {
-    world.Hold(subjectEndpoint, milliseconds);
+    world.Hold(SubjectEndpoint, milliseconds);
 }
 
 void Plant::Inject(long long delay, simulator::Octets octets) {
-    world.Inject(subjectEndpoint, delay, std::move(octets));
+    world.Inject(SubjectEndpoint, delay, std::move(octets));
 }
 
 void Plant::Settle() {
-    Faults().clear();
+    Faults().Clear();
     constexpr long long Long = 60'000;  // longer than a device repeats its segments
     world.Pass(Long);
     CutOffAfter(0);

@@ -52,7 +52,7 @@ public:
 
     Cycle Run(long long pause = Pause);
     // The faults of the subject's device.
-    simulator::Faults& Faults() { return station->faults(); }
+    simulator::Faults& Faults() { return station->GetFaults(); }
     FaultWorld& World() { return world; }
     // Cuts the subject off its device after so many further datagrams (FaultWorld::CutOffAfter).
     static constexpr long long Never = FaultWorld::Never;

@@ -51,7 +51,7 @@ protected:
     void Disturb(Disturbance disturbance, std::optional<std::uint32_t> times) {
         simulator::Fault fault = FaultOf(disturbance, std::get<Path>(GetParam()));
         fault.times = times;
-        plant.Faults().add(fault);
+        plant.Faults().Add(fault);
     }
 
     Plant plant;
@@ -59,14 +59,14 @@ protected:
 };
 
 TEST_P(Recovery, FromADeviceThatPausesFor4SecondsInTheMidstOfAPoll) {
-    constexpr long long Length = 4000;
-    constexpr int RequestOfTheCycle = 2;
+    constexpr long long length = 4000;
+    constexpr int requestOfTheCycle = 2;
     int requests = 0;
     long long resumed = 0;
     plant.World().Watch([&] {
-        if (++requests == RequestOfTheCycle) {
-            plant.Hold(Length);
-            resumed = Now() + Length;
+        if (++requests == requestOfTheCycle) {
+            plant.Hold(length);
+            resumed = Now() + length;
         }
     });
     while (resumed == 0 || NextStart() < resumed) {
@@ -87,7 +87,7 @@ TEST_P(Recovery, FromDatagramsThatAreDoubledForAWhile) {
     for (int cycle = 0; cycle < 3; ++cycle) {
         Run();
     }
-    plant.Faults().clear();
+    plant.Faults().Clear();
     ExpectGoodCycles();
 }
 

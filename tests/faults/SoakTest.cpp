@@ -31,7 +31,7 @@ class RandomFaults {
 public:
     // One of any kind, with random parameters where it has them, for up to five requests or six seconds.
     Fault Next() {
-        Fault fault = simulator::makeFault(simulator::kFaults[Below(simulator::kFaultKinds)].kind);
+        Fault fault = simulator::MakeFault(simulator::FaultRows[Below(simulator::FaultKinds)].kind);
         fault.delay = std::chrono::milliseconds(Below(2500));
         fault.octet = Below(80);
         fault.mends = Below(2) == 0;
@@ -85,7 +85,7 @@ protected:
     void RunCycles(int count) {
         for (int cycle = 0; cycle < count; ++cycle) {
             if (faults.Below(4) == 0) {
-                plant.Faults().add(faults.Next());
+                plant.Faults().Add(faults.Next());
             }
             Plant::Cycle const done = plant.Run();
             ++reports[static_cast<std::size_t>(done.report)];

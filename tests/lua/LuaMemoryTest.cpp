@@ -282,7 +282,7 @@ int CountDevices(std::size_t mostMemory) {
     try {
         simulator::LuaSandbox sandbox({"device", "object"}, mostMemory);
         return static_cast<int>(sandbox
-                                    .run("local texts = {}\n"
+                                    .Run("local texts = {}\n"
                                          "for i = 1, 100 do table.insert(texts, string.format('%d is the "
                                          "number of this text', i)) end\n"
                                          "device{ name = 'one', object{ 1 } } device{ texts = texts }")

@@ -10,31 +10,31 @@ namespace test {
 // Octets at random, the same ones for the same seed.
 class RandomOctets {
 public:
-    explicit RandomOctets(unsigned seed) : m_random(seed) {}
+    explicit RandomOctets(unsigned seed) : random(seed) {}
 
     // 0 to limit - 1.
-    unsigned pick(std::size_t limit) {
-        return std::uniform_int_distribution<unsigned>(0, static_cast<unsigned>(limit) - 1)(m_random);
+    unsigned Pick(std::size_t limit) {
+        return std::uniform_int_distribution<unsigned>(0, static_cast<unsigned>(limit) - 1)(random);
     }
 
-    Octets noise(std::size_t length) {
+    Octets Noise(std::size_t length) {
         Octets octets;
         while (octets.size() < length) {
-            octets.push_back(static_cast<char>(pick(256)));
+            octets.push_back(static_cast<char>(Pick(256)));
         }
         return octets;
     }
 
     // Replaces, changes, takes out and repeats octets and cuts the rest, up to four times.
-    Octets mutated(Octets octets) {
-        for (unsigned i = 0; i <= pick(4) && !octets.empty(); ++i) {
-            auto const place = octets.begin() + pick(octets.size());
-            switch (pick(5)) {
+    Octets Mutated(Octets octets) {
+        for (unsigned i = 0; i <= Pick(4) && !octets.empty(); ++i) {
+            auto const place = octets.begin() + Pick(octets.size());
+            switch (Pick(5)) {
                 case 0:
-                    *place = static_cast<char>(pick(256));
+                    *place = static_cast<char>(Pick(256));
                     break;
                 case 1:
-                    *place = static_cast<char>(*place ^ (1 << pick(8)));
+                    *place = static_cast<char>(*place ^ (1 << Pick(8)));
                     break;
                 case 2:
                     octets.erase(place);
@@ -51,7 +51,7 @@ public:
     }
 
 private:
-    std::mt19937 m_random;
+    std::mt19937 random;
 };
 
 }  // namespace test

@@ -16,50 +16,50 @@ namespace test {
 // A simulated device, its clock, and a client of it, all without a socket.
 class StationFixture : public ::testing::Test {
 protected:
-    static constexpr simulator::Endpoint kClient{0x7F000001, 50000};
+    static constexpr simulator::Endpoint Client{0x7F000001, 50000};
 
     // The first device of a device file.
-    void make(std::string const& luaText) {
-        station = std::make_unique<simulator::Station>(simulator::parseDeviceFile("test.lua", luaText).at(0));
+    void Make(std::string const& luaText) {
+        station = std::make_unique<simulator::Station>(simulator::ParseDeviceFile("test.lua", luaText).at(0));
     }
 
     // A device of instance 100 with these objects, written as in a device file.
-    void makeWith(std::string const& objects, std::string const& settings = "") {
-        make("device{name = 'D', instance = 100, " + settings + " objects = {" + objects + "}}");
+    void MakeWith(std::string const& objects, std::string const& settings = "") {
+        Make("device{name = 'D', instance = 100, " + settings + " objects = {" + objects + "}}");
     }
 
-    static Octets unicast(Octets const& npdu) {
+    static Octets Unicast(Octets const& npdu) {
         std::size_t const length = npdu.size() + 4;
         return Octets{'\x81', '\x0A', static_cast<char>(length >> 8), static_cast<char>(length)} + npdu;
     }
 
     // The answers to a datagram, whole.
-    std::vector<std::string> send(Octets const& datagram, simulator::Endpoint const& sender = kClient) {
+    std::vector<std::string> Send(Octets const& datagram, simulator::Endpoint const& sender = Client) {
         RecordDatagram(datagram);
-        return hex(station->receive({sender, datagram}, now));
+        return HexOf(station->Receive({sender, datagram}, now));
     }
 
     // The answers to an APDU from the local network: their APDUs, in hexadecimal.
-    std::vector<std::string> ask(std::string const& apdu, simulator::Endpoint const& sender = kClient) {
-        Octets const datagram = unicast(Hex("01 04") + Hex(apdu));
+    std::vector<std::string> Ask(std::string const& apdu, simulator::Endpoint const& sender = Client) {
+        Octets const datagram = Unicast(Hex("01 04") + Hex(apdu));
         RecordDatagram(datagram);
-        return apdus(station->receive({sender, datagram}, now));
+        return Apdus(station->Receive({sender, datagram}, now));
     }
 
     // The only answer to an APDU.
-    std::string answer(std::string const& apdu) {
-        auto const answers = ask(apdu);
+    std::string Answer(std::string const& apdu) {
+        auto const answers = Ask(apdu);
         return answers.size() == 1 ? answers[0] : std::to_string(answers.size()) + " answers";
     }
 
     // What is sent by itself once so much time has passed.
-    std::vector<std::string> wait(std::chrono::milliseconds time) {
+    std::vector<std::string> Wait(std::chrono::milliseconds time) {
         now.sinceStart += time;
         now.local += time;
-        return apdus(station->tick(now));
+        return Apdus(station->Tick(now));
     }
 
-    static std::vector<std::string> hex(std::vector<simulator::Datagram> const& datagrams) {
+    static std::vector<std::string> HexOf(std::vector<simulator::Datagram> const& datagrams) {
         std::vector<std::string> texts;
         for (simulator::Datagram const& datagram : datagrams) {
             texts.push_back(ToHex(datagram.octets));
@@ -68,12 +68,12 @@ protected:
     }
 
     // The APDUs of datagrams to the local client, whose heads are checked on the way.
-    static std::vector<std::string> apdus(std::vector<simulator::Datagram> const& datagrams) {
+    static std::vector<std::string> Apdus(std::vector<simulator::Datagram> const& datagrams) {
         std::vector<std::string> texts;
         for (simulator::Datagram const& datagram : datagrams) {
             Octets const& all = datagram.octets;
             Octets const npdu(all.begin() + 4, all.end());
-            EXPECT_EQ(ToHex(all), ToHex(unicast(npdu)));
+            EXPECT_EQ(ToHex(all), ToHex(Unicast(npdu)));
             bool const isSegment = npdu.size() > 2 && (npdu[2] & 0xF8) == 0x38;
             EXPECT_EQ(ToHex({npdu[0], npdu[1]}), isSegment ? "01 04" : "01 00");
             texts.push_back(ToHex(Octets(npdu.begin() + 2, npdu.end())));

@@ -10,8 +10,8 @@ using simulator::Faults;
 
 class FaultCommand : public ::testing::Test {
 protected:
-    std::string run(std::string const& line) {
-        CommandAnswer const answer = simulator::runFaultCommand(line, {{"AHU-1", &ahu}, {"Room 2", &room}});
+    std::string Run(std::string const& line) {
+        CommandAnswer const answer = simulator::RunFaultCommand(line, {{"AHU-1", &ahu}, {"Room 2", &room}});
         return (answer.isMistake ? "! " : "") + answer.text;
     }
 
@@ -19,42 +19,42 @@ protected:
 };
 
 TEST_F(FaultCommand, AFaultIsAddedAndToldAgain) {
-    EXPECT_EQ(run("fault AHU-1 truncate octet=9 mend=false times=1 on=write"),
+    EXPECT_EQ(Run("fault AHU-1 truncate octet=9 mend=false times=1 on=write"),
               "AHU-1: truncate octet=9 mend=false on=write times=1\n");
-    ASSERT_EQ(ahu.list().size(), 1u);
-    EXPECT_EQ(ahu.list()[0].octet, 9u);
-    EXPECT_TRUE(room.list().empty());
-    EXPECT_EQ(run("faults"), "AHU-1: truncate octet=9 mend=false on=write times=1\nRoom 2: no faults\n");
+    ASSERT_EQ(ahu.List().size(), 1u);
+    EXPECT_EQ(ahu.List()[0].octet, 9u);
+    EXPECT_TRUE(room.List().empty());
+    EXPECT_EQ(Run("faults"), "AHU-1: truncate octet=9 mend=false on=write times=1\nRoom 2: no faults\n");
 }
 
 TEST_F(FaultCommand, NamesWithSpacesAndAllDevices) {
-    EXPECT_EQ(run("  fault\t\"Room 2\"   silence duration=0.5 \r"), "Room 2: silence duration=0.5\n");
-    EXPECT_EQ(run("fault * delay seconds=1e-1"), "AHU-1: delay seconds=0.1\nRoom 2: delay seconds=0.1\n");
-    EXPECT_EQ(room.list().size(), 2u);
-    EXPECT_EQ(run("clear \"Room 2\""), "Room 2: no faults\n");
-    EXPECT_EQ(ahu.list().size(), 1u);
-    EXPECT_EQ(run("clear *"), "AHU-1: no faults\nRoom 2: no faults\n");
-    EXPECT_TRUE(ahu.list().empty());
+    EXPECT_EQ(Run("  fault\t\"Room 2\"   silence duration=0.5 \r"), "Room 2: silence duration=0.5\n");
+    EXPECT_EQ(Run("fault * delay seconds=1e-1"), "AHU-1: delay seconds=0.1\nRoom 2: delay seconds=0.1\n");
+    EXPECT_EQ(room.List().size(), 2u);
+    EXPECT_EQ(Run("clear \"Room 2\""), "Room 2: no faults\n");
+    EXPECT_EQ(ahu.List().size(), 1u);
+    EXPECT_EQ(Run("clear *"), "AHU-1: no faults\nRoom 2: no faults\n");
+    EXPECT_TRUE(ahu.List().empty());
 }
 
 TEST_F(FaultCommand, WhatIsListedCanBeGivenAgain) {
     std::string const fault =
         "error class=2 code=40 on=write object=analog_value:7 chance=0.25 every=2 seed=3 "
         "after=1 duration=2 times=3";
-    EXPECT_EQ(run("fault AHU-1 " + fault), "AHU-1: " + fault + "\n");
+    EXPECT_EQ(Run("fault AHU-1 " + fault), "AHU-1: " + fault + "\n");
 }
 
 TEST_F(FaultCommand, HelpTellsEveryKindWithItsFields) {
-    std::string const help = run("help");
-    for (simulator::FaultRow const& row : simulator::kFaults) {
+    std::string const help = Run("help");
+    for (simulator::FaultRow const& row : simulator::FaultRows) {
         EXPECT_NE(help.find(std::string("\n  ") + row.name + " "), std::string::npos) << row.name;
     }
     EXPECT_NE(help.find("so many octets are sent (octet, mend)\n"), std::string::npos);
 }
 
 TEST_F(FaultCommand, NothingIsNothing) {
-    EXPECT_EQ(run(""), "");
-    EXPECT_EQ(run(" \t\r"), "");
+    EXPECT_EQ(Run(""), "");
+    EXPECT_EQ(Run(" \t\r"), "");
 }
 
 TEST_F(FaultCommand, MistakesAreToldAndNothingIsDone) {
@@ -84,29 +84,29 @@ TEST_F(FaultCommand, MistakesAreToldAndNothingIsDone) {
         {"clear \x01\x1B", "clear: unknown device \"  \""},
     };
     for (Row const& row : rows) {
-        EXPECT_EQ(run(row.line), std::string("! ") + row.message + "\n") << row.line;
-        EXPECT_TRUE(ahu.list().empty()) << row.line;
+        EXPECT_EQ(Run(row.line), std::string("! ") + row.message + "\n") << row.line;
+        EXPECT_TRUE(ahu.List().empty()) << row.line;
     }
 }
 
 TEST_F(FaultCommand, ADeviceThatIsFullTakesNoMore) {
-    for (std::size_t i = 0; i < Faults::kMost; ++i) {
-        run("fault AHU-1 silence");
+    for (std::size_t i = 0; i < Faults::Most; ++i) {
+        Run("fault AHU-1 silence");
     }
-    EXPECT_EQ(run("fault AHU-1 silence"), "! fault: AHU-1 has 64 faults already\n");
+    EXPECT_EQ(Run("fault AHU-1 silence"), "! fault: AHU-1 has 64 faults already\n");
 }
 
 TEST_F(FaultCommand, OneFullDeviceOfAllLeavesTheOthersAlone) {
-    for (std::size_t i = 0; i < Faults::kMost; ++i) {
-        run("fault \"Room 2\" silence");
+    for (std::size_t i = 0; i < Faults::Most; ++i) {
+        Run("fault \"Room 2\" silence");
     }
-    EXPECT_EQ(run("fault * silence"), "! fault: Room 2 has 64 faults already\n");
-    EXPECT_TRUE(ahu.list().empty());
+    EXPECT_EQ(Run("fault * silence"), "! fault: Room 2 has 64 faults already\n");
+    EXPECT_TRUE(ahu.List().empty());
 }
 
 TEST_F(FaultCommand, WhatIsQuotedDoesNotSteerTheTerminal) {
-    EXPECT_EQ(run("fault AHU-1 delay \x1B[2J\x7F"), "! fault: must be key=value, not \" [2J \"\n");
-    EXPECT_EQ(run("\x07"), "! unknown command \" \"\n");
+    EXPECT_EQ(Run("fault AHU-1 delay \x1B[2J\x7F"), "! fault: must be key=value, not \" [2J \"\n");
+    EXPECT_EQ(Run("\x07"), "! unknown command \" \"\n");
 }
 
 TEST_F(FaultCommand, RandomLinesAreAnsweredInWholeLines) {
@@ -120,10 +120,10 @@ TEST_F(FaultCommand, RandomLinesAreAnsweredInWholeLines) {
         for (unsigned count = random() % 8; count > 0; --count) {
             line += words[random() % std::size(words)] + (random() % 4 == 0 ? "" : " ");
         }
-        std::string const answer = run(line);
+        std::string const answer = Run(line);
         EXPECT_TRUE(answer.empty() || answer.back() == '\n') << line;
         auto const steers = [](unsigned char c) { return (c < 0x20 && c != '\n') || c == 0x7F; };
         EXPECT_TRUE(std::none_of(answer.begin(), answer.end(), steers)) << line;
-        ASSERT_LE(ahu.list().size(), Faults::kMost);
+        ASSERT_LE(ahu.List().size(), Faults::Most);
     }
 }

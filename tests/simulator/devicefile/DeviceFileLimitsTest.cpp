@@ -9,18 +9,18 @@
 
 namespace {
 
-std::string mistake(std::string const& text) {
+std::string MistakeOf(std::string const& text) {
     try {
-        simulator::parseDeviceFile("d.lua", text);
+        simulator::ParseDeviceFile("d.lua", text);
     } catch (simulator::Mistake const& found) {
         return found.what();
     }
     return "no mistake";
 }
 
-std::string mistakeInFile(std::string const& path) {
+std::string MistakeInFile(std::string const& path) {
     try {
-        simulator::loadDeviceFile(path);
+        simulator::LoadDeviceFile(path);
     } catch (simulator::Mistake const& found) {
         return found.what();
     }
@@ -28,55 +28,55 @@ std::string mistakeInFile(std::string const& path) {
 }
 
 // Lua that makes s a text of 16 MB.
-std::string const kLongText = "local s = 'x' for i = 1, 24 do s = s .. s end ";
+std::string const LongText = "local s = 'x' for i = 1, 24 do s = s .. s end ";
 
 }  // namespace
 
 TEST(DeviceFileLimits, LongWorkInFewInstructionsEnds) {
-    EXPECT_EQ(mistake(kLongText + "while true do local t = s:upper() end"),
+    EXPECT_EQ(MistakeOf(LongText + "while true do local t = s:upper() end"),
               "d.lua:1: the file runs for too long");
 }
 
 TEST(DeviceFileLimits, ALongTextInManyPlacesIsRefused) {
-    EXPECT_EQ(mistake(kLongText +
-                      "local t = {} for i = 1, 400000 do t[i] = s end device{instance = 1, objects = t}"),
+    EXPECT_EQ(MistakeOf(LongText +
+                        "local t = {} for i = 1, 400000 do t[i] = s end device{instance = 1, objects = t}"),
               "d.lua:1: the texts are too long");
 }
 
 TEST(DeviceFileLimits, ALongNameInManyPlacesIsRefused) {
-    EXPECT_EQ(mistake(kLongText + "local t = {} for i = 1, 99 do t[i] = {[s] = 1} end device{objects = t}"),
+    EXPECT_EQ(MistakeOf(LongText + "local t = {} for i = 1, 99 do t[i] = {[s] = 1} end device{objects = t}"),
               "d.lua:1: the texts are too long");
 }
 
 TEST(DeviceFileLimits, AMessageIsOneLineThatSteersNoTerminal) {
-    EXPECT_EQ(mistake("device{name = 'A\\nB\\27[2J\\127', instance = -1}").substr(0, 27),
+    EXPECT_EQ(MistakeOf("device{name = 'A\\nB\\27[2J\\127', instance = -1}").substr(0, 27),
               "d.lua:1: device A B [2J : i");
-    EXPECT_EQ(mistake("error('a\\r\\nb')"), "d.lua:1: a  b");
+    EXPECT_EQ(MistakeOf("error('a\\r\\nb')"), "d.lua:1: a  b");
 }
 
 TEST(DeviceFileLimits, AMessageIsShort) {
-    EXPECT_EQ(mistake(kLongText + "error(s)").size(), 503u);
+    EXPECT_EQ(MistakeOf(LongText + "error(s)").size(), 503u);
 }
 
 TEST(DeviceFileLimits, AFolderIsNoDeviceFile) {
-    EXPECT_EQ(mistakeInFile("."), ".: cannot be read");
+    EXPECT_EQ(MistakeInFile("."), ".: cannot be read");
 }
 
 TEST(DeviceFileLimits, AFileWithoutEndIsNoDeviceFile) {
-    EXPECT_EQ(mistakeInFile("/dev/zero"), "/dev/zero: is longer than a device file may be");
+    EXPECT_EQ(MistakeInFile("/dev/zero"), "/dev/zero: is longer than a device file may be");
 }
 
 TEST(DeviceFileLimits, ALongFileIsNoDeviceFile) {
     test::TemporaryFolder const folder;
     std::string const path = folder.Write("long.lua", std::string(1024 * 1024 + 1, ' '));
-    EXPECT_EQ(mistakeInFile(path), path + ": is longer than a device file may be");
+    EXPECT_EQ(MistakeInFile(path), path + ": is longer than a device file may be");
 }
 
 TEST(DeviceFileLimits, AFileOfZeroesEndsInAMessage) {
-    EXPECT_NE(mistake(std::string(10, '\0')).find("unexpected symbol"), std::string::npos);
+    EXPECT_NE(MistakeOf(std::string(10, '\0')).find("unexpected symbol"), std::string::npos);
 }
 
 TEST(DeviceFileLimits, DeepNestingInTheTextIsRefused) {
-    EXPECT_NE(mistake("local x = " + std::string(5000, '(')).find("overflow"), std::string::npos);
-    EXPECT_NE(mistake("local x = " + std::string(5000, '{')).find("overflow"), std::string::npos);
+    EXPECT_NE(MistakeOf("local x = " + std::string(5000, '(')).find("overflow"), std::string::npos);
+    EXPECT_NE(MistakeOf("local x = " + std::string(5000, '{')).find("overflow"), std::string::npos);
 }

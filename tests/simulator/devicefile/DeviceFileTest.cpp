@@ -7,9 +7,9 @@
 namespace {
 
 // The message for a file with a mistake in it.
-std::string mistake(std::string const& text) {
+std::string MistakeOf(std::string const& text) {
     try {
-        simulator::parseDeviceFile("plant.lua", text);
+        simulator::ParseDeviceFile("plant.lua", text);
     } catch (simulator::Mistake const& found) {
         EXPECT_EQ(std::string(found.what()).find('\n'), std::string::npos);
         return found.what();
@@ -18,46 +18,46 @@ std::string mistake(std::string const& text) {
 }
 
 // The same for an object on line 2 of a device.
-std::string inObject(std::string const& object) {
-    return mistake("device{name = 'AHU-1', instance = 1, objects = {\n" + object + "}}");
+std::string InObject(std::string const& object) {
+    return MistakeOf("device{name = 'AHU-1', instance = 1, objects = {\n" + object + "}}");
 }
 
-std::string const kPlace = "plant.lua:2: device AHU-1: ";
+std::string const Where = "plant.lua:2: device AHU-1: ";
 
 }  // namespace
 
 TEST(DeviceFile, DevicesAndTheirObjects) {
-    auto const devices = simulator::parseDeviceFile("plant.lua", R"(
+    auto const devices = simulator::ParseDeviceFile("plant.lua", R"(
         device{name = "A", instance = 1, port = 50001, objects = {analog_input{instance = 7}}}
         device{name = "B", instance = 2, router = {network = 5, mac = "0A14"}}
     )");
     ASSERT_EQ(devices.size(), 2u);
-    EXPECT_EQ(devices[0].name(), "A");
-    EXPECT_EQ(devices[0].id(), (simulator::ObjectId{8, 1}));
-    EXPECT_EQ(devices[0].settings().port, 50001);
-    ASSERT_TRUE(devices[0].find({0, 7}));
-    EXPECT_EQ(devices[0].find({0, 7})->name(), "analog_input 7");
-    EXPECT_FALSE(devices[0].find({0, 8}));
-    ASSERT_TRUE(devices[1].settings().position);
-    EXPECT_EQ(devices[1].settings().position->network, 5);
-    EXPECT_EQ(devices[1].settings().position->mac, (simulator::Octets{0x0A, 0x14}));
+    EXPECT_EQ(devices[0].Name(), "A");
+    EXPECT_EQ(devices[0].Id(), (simulator::ObjectId{8, 1}));
+    EXPECT_EQ(devices[0].Settings().port, 50001);
+    ASSERT_TRUE(devices[0].Find({0, 7}));
+    EXPECT_EQ(devices[0].Find({0, 7})->Name(), "analog_input 7");
+    EXPECT_FALSE(devices[0].Find({0, 8}));
+    ASSERT_TRUE(devices[1].Settings().position);
+    EXPECT_EQ(devices[1].Settings().position->network, 5);
+    EXPECT_EQ(devices[1].Settings().position->mac, (simulator::Octets{0x0A, 0x14}));
 }
 
 TEST(DeviceFile, MistakesOfTheLanguageTellTheirLine) {
-    EXPECT_EQ(mistake("\ndevice{"), "plant.lua:2: unexpected symbol near <eof>");
-    EXPECT_EQ(mistake("\n\nlocal a = nothing.at_all").substr(0, 13), "plant.lua:3: ");
-    EXPECT_EQ(mistake("pump{}").substr(0, 50), "plant.lua:1: attempt to call a nil value (global '");
-    EXPECT_EQ(mistake("error('a\\nb')"), "plant.lua:1: a b");
-    EXPECT_EQ(mistake("error({})"), "plant.lua: the error is no text");
+    EXPECT_EQ(MistakeOf("\ndevice{"), "plant.lua:2: unexpected symbol near <eof>");
+    EXPECT_EQ(MistakeOf("\n\nlocal a = nothing.at_all").substr(0, 13), "plant.lua:3: ");
+    EXPECT_EQ(MistakeOf("pump{}").substr(0, 50), "plant.lua:1: attempt to call a nil value (global '");
+    EXPECT_EQ(MistakeOf("error('a\\nb')"), "plant.lua:1: a b");
+    EXPECT_EQ(MistakeOf("error({})"), "plant.lua: the error is no text");
 }
 
 TEST(DeviceFile, AFileWithoutADevice) {
-    EXPECT_EQ(mistake("local x = 1"), "plant.lua: describes no device");
+    EXPECT_EQ(MistakeOf("local x = 1"), "plant.lua: describes no device");
 }
 
 TEST(DeviceFile, AMissingFile) {
     try {
-        simulator::loadDeviceFile("/no/such/file.lua");
+        simulator::LoadDeviceFile("/no/such/file.lua");
         FAIL();
     } catch (simulator::Mistake const& found) {
         EXPECT_STREQ(found.what(), "/no/such/file.lua: cannot be read");
@@ -69,77 +69,77 @@ TEST(DeviceFile, FilesAndModulesAreOutOfReach) {
          {"io",      "os",         "require",     "dofile",       "loadfile",    "load",           "debug",
           "package", "coroutine",  "pcall",       "setmetatable", "rawset",      "collectgarbage", "print",
           "utf8",    "string.rep", "string.gsub", "string.find",  "string.dump", "table.move",     "_G"}) {
-        EXPECT_EQ(mistake(std::string("assert(") + name + " == nil)"), "plant.lua: describes no device")
+        EXPECT_EQ(MistakeOf(std::string("assert(") + name + " == nil)"), "plant.lua: describes no device")
             << name;
     }
 }
 
 TEST(DeviceFile, AnEndlessLoopEnds) {
-    EXPECT_EQ(mistake("\nwhile true do end"), "plant.lua:2: the file runs for too long");
-    EXPECT_EQ(mistake("local function f() return f() end f()"), "plant.lua:1: the file runs for too long");
+    EXPECT_EQ(MistakeOf("\nwhile true do end"), "plant.lua:2: the file runs for too long");
+    EXPECT_EQ(MistakeOf("local function f() return f() end f()"), "plant.lua:1: the file runs for too long");
 }
 
 TEST(DeviceFile, MemoryIsLimited) {
-    EXPECT_NE(mistake("local s = 'x' while true do s = s .. s end").find("not enough memory"),
+    EXPECT_NE(MistakeOf("local s = 'x' while true do s = s .. s end").find("not enough memory"),
               std::string::npos);
-    EXPECT_NE(mistake("local t = {} for i = 1, 1e9 do t[i] = {} end").find("not enough memory"),
+    EXPECT_NE(MistakeOf("local t = {} for i = 1, 1e9 do t[i] = {} end").find("not enough memory"),
               std::string::npos);
 }
 
 TEST(DeviceFile, CompiledCodeIsRefused) {
-    EXPECT_NE(mistake("\x1bLua").find("binary chunk"), std::string::npos);
+    EXPECT_NE(MistakeOf("\x1bLua").find("binary chunk"), std::string::npos);
 }
 
 TEST(DeviceFile, MistakesOfADevice) {
-    EXPECT_EQ(mistake("device{name = 'A'}"),
+    EXPECT_EQ(MistakeOf("device{name = 'A'}"),
               "plant.lua:1: device A: instance: must be a whole number from 0 up, not nothing");
-    EXPECT_EQ(mistake("device{instance = 1, name = 5}"),
+    EXPECT_EQ(MistakeOf("device{instance = 1, name = 5}"),
               "plant.lua:1: device: name: must be a text, not the number 5");
-    EXPECT_EQ(mistake("device{instance = 4194303}"),
+    EXPECT_EQ(MistakeOf("device{instance = 4194303}"),
               "plant.lua:1: device: instance: must be at most 4194302, not the number 4194303");
-    EXPECT_EQ(mistake("device{instance = 1, colour = 'red'}"),
+    EXPECT_EQ(MistakeOf("device{instance = 1, colour = 'red'}"),
               "plant.lua:1: device: unknown property \"colour\"");
-    EXPECT_EQ(mistake("device{instance = 1, objects = 5}"),
+    EXPECT_EQ(MistakeOf("device{instance = 1, objects = 5}"),
               "plant.lua:1: device: must be a list, not the number 5");
-    EXPECT_EQ(mistake("device{instance = 1, objects = {{}}}"),
+    EXPECT_EQ(MistakeOf("device{instance = 1, objects = {{}}}"),
               "plant.lua:1: device: objects: must be objects such as analog_input{...}, not a table");
-    EXPECT_EQ(mistake("device{instance = 1, max_apdu_length_accepted = 49}"),
+    EXPECT_EQ(MistakeOf("device{instance = 1, max_apdu_length_accepted = 49}"),
               "plant.lua:1: device: max_apdu_length_accepted: must be from 50 to 1476");
-    EXPECT_EQ(mistake("device{instance = 1, proposed_window_size = 128}"),
+    EXPECT_EQ(MistakeOf("device{instance = 1, proposed_window_size = 128}"),
               "plant.lua:1: device: proposed_window_size: must be at most 127, not the number 128");
-    EXPECT_EQ(mistake("device{instance = 1, router = {network = 0, mac = '0A'}}"),
+    EXPECT_EQ(MistakeOf("device{instance = 1, router = {network = 0, mac = '0A'}}"),
               "plant.lua:1: device: router: network: must be at least 1");
-    EXPECT_EQ(mistake("device{instance = 1, router = {network = 5, mac = '0A1'}}"),
+    EXPECT_EQ(MistakeOf("device{instance = 1, router = {network = 5, mac = '0A1'}}"),
               "plant.lua:1: device: router: must be pairs of hexadecimal digits, not the text \"0A1\"");
-    EXPECT_EQ(mistake("device{instance = 1, router = {network = 5, mac = ''}}"),
+    EXPECT_EQ(MistakeOf("device{instance = 1, router = {network = 5, mac = ''}}"),
               "plant.lua:1: device: router: mac: must have 1 to 18 octets");
-    EXPECT_EQ(mistake("device{instance = 1} device{instance = 1, name = 'B'}"),
+    EXPECT_EQ(MistakeOf("device{instance = 1} device{instance = 1, name = 'B'}"),
               "plant.lua: device B: another device has the same instance");
 }
 
 TEST(DeviceFile, MistakesOfAnObject) {
-    EXPECT_EQ(inObject("analog_inptu{instance = 1}").substr(0, 13), "plant.lua:2: ");
-    EXPECT_EQ(inObject("analog_input{}"),
-              kPlace + "analog_input: instance: must be a whole number from 0 up, not nothing");
-    EXPECT_EQ(inObject("analog_input{instance = 1, presnt_value = 3}"),
-              kPlace + "analog_input 1: unknown property \"presnt_value\"");
-    EXPECT_EQ(inObject("analog_input{instance = 1, polarity = 'normal'}"),
-              kPlace + "analog_input 1: this type has no property \"polarity\"");
-    EXPECT_EQ(inObject("analog_input{instance = 1}, analog_input{instance = 1}"),
-              kPlace + "analog_input 1: there are two of it");
-    EXPECT_EQ(inObject("analog_input{instance = 1, name = 'x'}, analog_value{instance = 1, name = 'x'}"),
-              kPlace + "analog_value 1: another object has the name \"x\"");
-    EXPECT_EQ(inObject("analog_input{instance = 1, 5}"),
-              kPlace + "analog_input 1: must have names for all its values");
-    EXPECT_EQ(inObject("analog_input{instance = 1, [true] = 5}"),
+    EXPECT_EQ(InObject("analog_inptu{instance = 1}").substr(0, 13), "plant.lua:2: ");
+    EXPECT_EQ(InObject("analog_input{}"),
+              Where + "analog_input: instance: must be a whole number from 0 up, not nothing");
+    EXPECT_EQ(InObject("analog_input{instance = 1, presnt_value = 3}"),
+              Where + "analog_input 1: unknown property \"presnt_value\"");
+    EXPECT_EQ(InObject("analog_input{instance = 1, polarity = 'normal'}"),
+              Where + "analog_input 1: this type has no property \"polarity\"");
+    EXPECT_EQ(InObject("analog_input{instance = 1}, analog_input{instance = 1}"),
+              Where + "analog_input 1: there are two of it");
+    EXPECT_EQ(InObject("analog_input{instance = 1, name = 'x'}, analog_value{instance = 1, name = 'x'}"),
+              Where + "analog_value 1: another object has the name \"x\"");
+    EXPECT_EQ(InObject("analog_input{instance = 1, 5}"),
+              Where + "analog_input 1: must have names for all its values");
+    EXPECT_EQ(InObject("analog_input{instance = 1, [true] = 5}"),
               "plant.lua:2: the keys of a table must be names or 1, 2, 3 ...");
-    EXPECT_EQ(inObject("analog_input{instance = 1, present_value = tostring}"),
+    EXPECT_EQ(InObject("analog_input{instance = 1, present_value = tostring}"),
               "plant.lua:2: a function is no value");
 }
 
 TEST(DeviceFile, TheLineIsThatOfTheObject) {
-    EXPECT_EQ(mistake("device{name = 'D', instance = 1,\nobjects = {\nanalog_input{instance = 1},\n"
-                      "binary_input{instance = 1,\npresent_value = 'on'}}}"),
+    EXPECT_EQ(MistakeOf("device{name = 'D', instance = 1,\nobjects = {\nanalog_input{instance = 1},\n"
+                        "binary_input{instance = 1,\npresent_value = 'on'}}}"),
               "plant.lua:4: device D: binary_input 1: present_value: unknown name \"on\"");
 }
 
@@ -212,14 +212,14 @@ TEST(DeviceFile, MistakesOfAValue) {
          "schedule 1: present_value: cannot be a analog_input"},
     };
     for (Row const& row : rows) {
-        EXPECT_EQ(inObject(row.object).substr(0, (kPlace + row.message).size()), kPlace + row.message);
+        EXPECT_EQ(InObject(row.object).substr(0, (Where + row.message).size()), Where + row.message);
     }
 }
 
 TEST(DeviceFile, ATableWithoutEnd) {
-    EXPECT_EQ(mistake("local t = {} t.t = t device{name = 'D', instance = 1, objects = t}"),
+    EXPECT_EQ(MistakeOf("local t = {} t.t = t device{name = 'D', instance = 1, objects = t}"),
               "plant.lua:1: tables are nested too deeply");
-    EXPECT_EQ(mistake("local t = {} for i = 0, 40 do t[2^i] = 1 end device{instance = 1, objects = t}")
+    EXPECT_EQ(MistakeOf("local t = {} for i = 0, 40 do t[2^i] = 1 end device{instance = 1, objects = t}")
                   .substr(0, 12),
               "plant.lua:1:");
 }

@@ -10,18 +10,18 @@ using std::chrono::milliseconds;
 
 namespace {
 
-simulator::Moment at(int time) {
+simulator::Moment At(int time) {
     simulator::Moment moment;
     moment.sinceStart = milliseconds(time);
     return moment;
 }
 
-Delivery delivery(char const* octets, int delay) {
+Delivery DeliveryOf(char const* octets, int delay) {
     return {{{}, test::Hex(octets)}, milliseconds(delay)};
 }
 
-std::string next(DeliveryQueue& queue, int time) {
-    auto const found = queue.next(at(time));
+std::string Next(DeliveryQueue& queue, int time) {
+    auto const found = queue.Next(At(time));
     return found ? test::ToHex(found->datagram.octets) : "none";
 }
 
@@ -29,27 +29,27 @@ std::string next(DeliveryQueue& queue, int time) {
 
 TEST(DeliveryQueue, GivesThemAtTheirTimeAndInItsOrder) {
     DeliveryQueue queue;
-    EXPECT_FALSE(queue.nextTime());
-    queue.add(delivery("01", 300), at(100));
-    queue.add(delivery("02", 200), at(150));
-    queue.add(delivery("03", 100), at(300));
-    EXPECT_EQ(queue.nextTime(), milliseconds(350));
-    EXPECT_EQ(next(queue, 349), "none");
-    EXPECT_EQ(next(queue, 350), "02");
-    EXPECT_EQ(next(queue, 399), "none");
-    EXPECT_EQ(next(queue, 1000), "01") << "of one time, the one that came first";
-    EXPECT_EQ(next(queue, 1000), "03");
-    EXPECT_EQ(next(queue, 1000), "none");
+    EXPECT_FALSE(queue.NextTime());
+    queue.Add(DeliveryOf("01", 300), At(100));
+    queue.Add(DeliveryOf("02", 200), At(150));
+    queue.Add(DeliveryOf("03", 100), At(300));
+    EXPECT_EQ(queue.NextTime(), milliseconds(350));
+    EXPECT_EQ(Next(queue, 349), "none");
+    EXPECT_EQ(Next(queue, 350), "02");
+    EXPECT_EQ(Next(queue, 399), "none");
+    EXPECT_EQ(Next(queue, 1000), "01") << "of one time, the one that came first";
+    EXPECT_EQ(Next(queue, 1000), "03");
+    EXPECT_EQ(Next(queue, 1000), "none");
 }
 
 TEST(DeliveryQueue, IsBounded) {
     DeliveryQueue queue;
-    for (std::size_t i = 0; i < DeliveryQueue::kMost + 10; ++i) {
-        queue.add(delivery("01", 1), at(0));
+    for (std::size_t i = 0; i < DeliveryQueue::Most + 10; ++i) {
+        queue.Add(DeliveryOf("01", 1), At(0));
     }
     std::size_t count = 0;
-    while (queue.next(at(1))) {
+    while (queue.Next(At(1))) {
         ++count;
     }
-    EXPECT_EQ(count, DeliveryQueue::kMost);
+    EXPECT_EQ(count, DeliveryQueue::Most);
 }

@@ -5,22 +5,22 @@
 
 namespace {
 
-std::string const kStart = "device{name = 'AHU-1', instance = 1, faults =\n";
+std::string const Start = "device{name = 'AHU-1', instance = 1, faults =\n";
 
-std::string mistake(std::string const& faults) {
+std::string Mistake(std::string const& faults) {
     try {
-        simulator::parseDeviceFile("plant.lua", kStart + faults + "}");
+        simulator::ParseDeviceFile("plant.lua", Start + faults + "}");
     } catch (simulator::Mistake const& found) {
         return found.what();
     }
     return "no mistake";
 }
 
-std::vector<std::string> read(std::string const& faults) {
-    auto const devices = simulator::parseDeviceFile("plant.lua", kStart + faults + "}");
+std::vector<std::string> Read(std::string const& faults) {
+    auto const devices = simulator::ParseDeviceFile("plant.lua", Start + faults + "}");
     std::vector<std::string> texts;
-    for (simulator::Fault const& fault : devices.at(0).settings().faults) {
-        texts.push_back(textOf(fault));
+    for (simulator::Fault const& fault : devices.at(0).Settings().faults) {
+        texts.push_back(TextOf(fault));
     }
     return texts;
 }
@@ -28,7 +28,7 @@ std::vector<std::string> read(std::string const& faults) {
 }  // namespace
 
 TEST(FaultFile, FaultsInTheirOrder) {
-    EXPECT_EQ(read(R"({
+    EXPECT_EQ(Read(R"({
         fault{"silence", duration = 5},
         fault{"truncate", octet = 9, times = 1, on = "write", mend = false},
         fault{"delay", seconds = 0.4, chance = 0.1},
@@ -43,13 +43,13 @@ TEST(FaultFile, FaultsInTheirOrder) {
 }
 
 TEST(FaultFile, NoneIsNone) {
-    EXPECT_TRUE(read("nil").empty());
-    EXPECT_TRUE(read("{}").empty());
+    EXPECT_TRUE(Read("nil").empty());
+    EXPECT_TRUE(Read("{}").empty());
 }
 
 TEST(FaultFile, EveryKindCanBeGiven) {
-    for (simulator::FaultRow const& row : simulator::kFaults) {
-        EXPECT_EQ(read("{fault{'" + std::string(row.name) + "'}}"), std::vector<std::string>{row.name});
+    for (simulator::FaultRow const& row : simulator::FaultRows) {
+        EXPECT_EQ(Read("{fault{'" + std::string(row.name) + "'}}"), std::vector<std::string>{row.name});
     }
 }
 
@@ -87,7 +87,7 @@ TEST(FaultFile, EachMistakeTellsLineDeviceAndField) {
         {"fault{'silence'}", "faults: must be a list, not a fault"},
     };
     for (Row const& row : rows) {
-        std::string const text = mistake(row.faults);
+        std::string const text = Mistake(row.faults);
         std::string const place = ": device AHU-1: ";
         ASSERT_NE(text.find(place), std::string::npos) << text;
         EXPECT_EQ(text.substr(text.find(place) + place.size()), row.message);
@@ -95,10 +95,10 @@ TEST(FaultFile, EachMistakeTellsLineDeviceAndField) {
 }
 
 TEST(FaultFile, TheLineIsThatOfTheFault) {
-    EXPECT_EQ(mistake("{fault{'silence'},\n fault{'silense'}}").substr(0, 12), "plant.lua:3:");
+    EXPECT_EQ(Mistake("{fault{'silence'},\n fault{'silense'}}").substr(0, 12), "plant.lua:3:");
 }
 
 TEST(FaultFile, NoMoreThanADeviceKeeps) {
-    EXPECT_EQ(mistake("(function() local t = {} for i = 1, 65 do t[i] = fault{'loss'} end return t end)()"),
+    EXPECT_EQ(Mistake("(function() local t = {} for i = 1, 65 do t[i] = fault{'loss'} end return t end)()"),
               "plant.lua:1: device AHU-1: faults: there are more than 64");
 }

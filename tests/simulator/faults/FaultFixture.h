@@ -12,22 +12,22 @@ namespace test {
 // octets. Faults are told as in commands.
 class FaultFixture : public StationFixture {
 protected:
-    static constexpr char const* kRead = "02 75 01 0C 0C 00 00 00 01 19 55";
-    static constexpr char const* kValue = "30 01 0C 0C 00 00 00 01 19 55 3E 44 3F C0 00 00 3F";
-    static constexpr char const* kReadMultiple = "02 75 01 0E 0C 00 00 00 01 1E 09 55 09 6F 1F";
-    static constexpr char const* kWrite = "02 75 01 0F 0C 00 80 00 01 19 55 3E 44 40 00 00 00 3F";
-    static constexpr char const* kDone = "20 01 0F";
-    static constexpr char const* kReadLong = "02 70 07 0C 0C 0B C0 00 01 19 55";
+    static constexpr char const* Read = "02 75 01 0C 0C 00 00 00 01 19 55";
+    static constexpr char const* Value = "30 01 0C 0C 00 00 00 01 19 55 3E 44 3F C0 00 00 3F";
+    static constexpr char const* ReadMultiple = "02 75 01 0E 0C 00 00 00 01 1E 09 55 09 6F 1F";
+    static constexpr char const* Write = "02 75 01 0F 0C 00 80 00 01 19 55 3E 44 40 00 00 00 3F";
+    static constexpr char const* Done = "20 01 0F";
+    static constexpr char const* ReadLong = "02 70 07 0C 0C 0B C0 00 01 19 55";
 
-    void SetUp() override { makeFaulty(""); }
+    void SetUp() override { MakeFaulty(""); }
 
-    void makeFaulty(std::string const& settings) {
+    void MakeFaulty(std::string const& settings) {
         std::string octets;
         for (int i = 0; i < 126; ++i) {
             octets += "5A";
         }
         faulty = std::make_unique<simulator::FaultyStation>(
-            simulator::parseDeviceFile("test.lua", "device{name = 'D', instance = 100, " + settings + R"(
+            simulator::ParseDeviceFile("test.lua", "device{name = 'D', instance = 100, " + settings + R"(
                 objects = {
                     analog_input{instance = 1, present_value = 1.5}, analog_value{instance = 1},
                     octet_string_value{instance = 1, present_value = ')" +
@@ -35,18 +35,18 @@ protected:
                 .at(0));
     }
 
-    void add(std::string const& fault) {
-        auto const answer = simulator::runFaultCommand("fault D " + fault, {{"D", &faulty->faults()}});
+    void Add(std::string const& fault) {
+        auto const answer = simulator::RunFaultCommand("fault D " + fault, {{"D", &faulty->GetFaults()}});
         ASSERT_FALSE(answer.isMistake) << answer.text;
     }
 
-    std::vector<simulator::Delivery> deliveries(std::string const& apdu,
-                                                simulator::Endpoint const& sender = kClient) {
-        return faulty->receive({sender, unicast(Hex("01 04") + Hex(apdu))}, now);
+    std::vector<simulator::Delivery> Deliveries(std::string const& apdu,
+                                                simulator::Endpoint const& sender = Client) {
+        return faulty->Receive({sender, Unicast(Hex("01 04") + Hex(apdu))}, now);
     }
 
     // What is sent, whole, "after N ms" and "elsewhere" behind it where that is so; with ", " in between.
-    static std::string shown(std::vector<simulator::Delivery> const& all) {
+    static std::string Shown(std::vector<simulator::Delivery> const& all) {
         std::string text;
         for (simulator::Delivery const& delivery : all) {
             text += (text.empty() ? "" : ", ") + ToHex(delivery.datagram.octets);
@@ -57,26 +57,26 @@ protected:
         return text;
     }
 
-    std::string sent(std::string const& apdu) { return shown(deliveries(apdu)); }
+    std::string Sent(std::string const& apdu) { return Shown(Deliveries(apdu)); }
 
     // The same without the first `skipped` octets of each datagram.
-    std::string sentBehind(std::size_t skipped, std::string const& apdu) {
-        auto all = deliveries(apdu);
+    std::string SentBehind(std::size_t skipped, std::string const& apdu) {
+        auto all = Deliveries(apdu);
         for (simulator::Delivery& delivery : all) {
             Octets& octets = delivery.datagram.octets;
             octets.erase(octets.begin(),
                          octets.begin() + static_cast<std::ptrdiff_t>(std::min(skipped, octets.size())));
         }
-        return shown(all);
+        return Shown(all);
     }
 
-    std::string apdusOf(std::string const& apdu) { return sentBehind(6, apdu); }
+    std::string ApdusOf(std::string const& apdu) { return SentBehind(6, apdu); }
 
     // A whole datagram of an APDU.
-    static std::string whole(std::string const& apdu) { return ToHex(unicast(Hex("01 00") + Hex(apdu))); }
+    static std::string Whole(std::string const& apdu) { return ToHex(Unicast(Hex("01 00") + Hex(apdu))); }
 
     // The sequence numbers of segments, "+" behind each with more to follow.
-    static std::string numbers(std::vector<simulator::Delivery> const& all) {
+    static std::string Numbers(std::vector<simulator::Delivery> const& all) {
         std::string text;
         for (simulator::Delivery const& delivery : all) {
             std::string const apdu = ToHex(delivery.datagram.octets).substr(18);
@@ -87,14 +87,14 @@ protected:
         return text;
     }
 
-    std::string readLong() { return numbers(deliveries(kReadLong)); }
-    std::string acknowledge(std::string const& number, std::string const& window = "01") {
-        return numbers(deliveries("40 07 " + number + " " + window));
+    std::string RequestLong() { return Numbers(Deliveries(ReadLong)); }
+    std::string Acknowledge(std::string const& number, std::string const& window = "01") {
+        return Numbers(Deliveries("40 07 " + number + " " + window));
     }
 
-    std::string pass(int milliseconds) {
+    std::string Pass(int milliseconds) {
         now.sinceStart += std::chrono::milliseconds(milliseconds);
-        return numbers(faulty->tick(now));
+        return Numbers(faulty->Tick(now));
     }
 
     std::unique_ptr<simulator::FaultyStation> faulty;

@@ -9,27 +9,27 @@ using simulator::FaultKind;
 
 TEST(Fault, TheTableIsInTheOrderOfItsKindsAndNamesAreUnlike) {
     std::set<std::string> names;
-    for (std::size_t i = 0; i < simulator::kFaultKinds; ++i) {
-        simulator::FaultRow const& row = simulator::kFaults[i];
+    for (std::size_t i = 0; i < simulator::FaultKinds; ++i) {
+        simulator::FaultRow const& row = simulator::FaultRows[i];
         EXPECT_EQ(static_cast<std::size_t>(row.kind), i);
         EXPECT_TRUE(names.insert(row.name).second) << row.name;
-        EXPECT_EQ(simulator::faultOfName(row.name), &row);
+        EXPECT_EQ(simulator::FaultOfName(row.name), &row);
         EXPECT_LE(row.code, row.highestCode) << row.name;
-        EXPECT_EQ((row.parameters & simulator::kCode) != 0, row.highestCode != 0) << row.name;
+        EXPECT_EQ((row.parameters & simulator::CodeParameter) != 0, row.highestCode != 0) << row.name;
     }
-    EXPECT_EQ(simulator::kFaultKinds, static_cast<std::size_t>(FaultKind::HeadersOnly) + 1);
-    EXPECT_EQ(simulator::faultOfName("Silence"), nullptr);
-    EXPECT_EQ(simulator::faultOfName(""), nullptr);
+    EXPECT_EQ(simulator::FaultKinds, static_cast<std::size_t>(FaultKind::HeadersOnly) + 1);
+    EXPECT_EQ(simulator::FaultOfName("Silence"), nullptr);
+    EXPECT_EQ(simulator::FaultOfName(""), nullptr);
 }
 
 TEST(Fault, TextOfAFaultWithoutMoreIsItsName) {
-    for (simulator::FaultRow const& row : simulator::kFaults) {
-        EXPECT_EQ(simulator::textOf(simulator::makeFault(row.kind)), row.name);
+    for (simulator::FaultRow const& row : simulator::FaultRows) {
+        EXPECT_EQ(simulator::TextOf(simulator::MakeFault(row.kind)), row.name);
     }
 }
 
 TEST(Fault, TextTellsAllThatIsNotUsual) {
-    Fault fault = simulator::makeFault(FaultKind::Truncate);
+    Fault fault = simulator::MakeFault(FaultKind::Truncate);
     fault.octet = 9;
     fault.mends = false;
     fault.code = 5;  // which this kind doesn't have
@@ -41,7 +41,7 @@ TEST(Fault, TextTellsAllThatIsNotUsual) {
     fault.after = std::chrono::milliseconds(1500);
     fault.duration = std::chrono::seconds(20);
     fault.times = 4;
-    EXPECT_EQ(simulator::textOf(fault),
+    EXPECT_EQ(simulator::TextOf(fault),
               "truncate octet=9 mend=false on=write object=analog_value:7 chance=0.25 every=3 seed=11 "
               "after=1.5 duration=20 times=4");
 }
@@ -51,17 +51,17 @@ TEST(Fault, TextOfTheOtherParameters) {
     fault.kind = FaultKind::Error;
     fault.code = 0;
     fault.errorClass = 2;
-    EXPECT_EQ(simulator::textOf(fault), "error class=2 code=0");
+    EXPECT_EQ(simulator::TextOf(fault), "error class=2 code=0");
     fault.kind = FaultKind::HeadersOnly;
     fault.headers = simulator::FaultHeaders::Apdu;
-    EXPECT_EQ(simulator::textOf(fault), "headers_only headers=apdu");
+    EXPECT_EQ(simulator::TextOf(fault), "headers_only headers=apdu");
     fault.kind = FaultKind::EndlessSegments;
     fault.count = 300;
-    EXPECT_EQ(simulator::textOf(fault), "endless_segments count=300");
+    EXPECT_EQ(simulator::TextOf(fault), "endless_segments count=300");
     fault.kind = FaultKind::LostSegment;
     fault.segment = 0;
-    EXPECT_EQ(simulator::textOf(fault), "lost_segment segment=0");
+    EXPECT_EQ(simulator::TextOf(fault), "lost_segment segment=0");
     fault.kind = FaultKind::OversizedSegments;
     fault.octets = 1;
-    EXPECT_EQ(simulator::textOf(fault), "oversized_segments octets=1");
+    EXPECT_EQ(simulator::TextOf(fault), "oversized_segments octets=1");
 }

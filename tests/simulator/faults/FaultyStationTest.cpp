@@ -9,16 +9,16 @@ using FaultyStation = test::FaultFixture;
 // The datagram of a read and its answer: 81 0A 00 17 01 00 and then the APDU of 17 octets.
 
 TEST_F(FaultyStation, WithoutFaultsItIsTheStation) {
-    EXPECT_EQ(sent(kRead), whole(kValue));
-    EXPECT_EQ(sent(kWrite), whole(kDone));
-    EXPECT_EQ(readLong(), "00+");
-    EXPECT_EQ(acknowledge("00", "03"), "01+ 02+ 03");
-    EXPECT_EQ(pass(2000), "01+ 02+ 03");
-    EXPECT_EQ(apdusOf("10 08"), "10 00 C4 02 00 00 64 22 05 C4 91 01 22 03 E7");
+    EXPECT_EQ(Sent(Read), Whole(Value));
+    EXPECT_EQ(Sent(Write), Whole(Done));
+    EXPECT_EQ(RequestLong(), "00+");
+    EXPECT_EQ(Acknowledge("00", "03"), "01+ 02+ 03");
+    EXPECT_EQ(Pass(2000), "01+ 02+ 03");
+    EXPECT_EQ(ApdusOf("10 08"), "10 00 C4 02 00 00 64 22 05 C4 91 01 22 03 E7");
 }
 
 TEST_F(FaultyStation, EachFaultOfADatagramByItsOctets) {
-    std::string const value = whole(kValue);
+    std::string const value = Whole(Value);
     std::string const rest = value.substr(11);  // behind the BVLC header
     struct Row {
         char const* fault;
@@ -57,9 +57,9 @@ TEST_F(FaultyStation, EachFaultOfADatagramByItsOctets) {
         {"reject code=4", "81 0A 00 09 01 00 60 01 04"},
         {"abort", "81 0A 00 09 01 00 71 01 00"},
         {"abort code=4", "81 0A 00 09 01 00 71 01 04"},
-        {"wrong_object", whole("30 01 0C 0C 00 00 00 02 19 55 3E 44 3F C0 00 00 3F")},
+        {"wrong_object", Whole("30 01 0C 0C 00 00 00 02 19 55 3E 44 3F C0 00 00 3F")},
         {"odd_list", value},
-        {"unasked_property code=75", whole("30 01 0C 0C 00 00 00 01 19 4B 3E C4 00 00 00 01 3F")},
+        {"unasked_property code=75", Whole("30 01 0C 0C 00 00 00 01 19 4B 3E C4 00 00 00 01 3F")},
         {"lost_segment segment=0", value},
         {"segments_out_of_order", value},
         {"repeated_segment", value},
@@ -67,155 +67,155 @@ TEST_F(FaultyStation, EachFaultOfADatagramByItsOctets) {
         {"endless_segments", "81 0A 00 19 01 04 3C 01 00 10" + value.substr(23)},
     };
     for (Row const& row : rows) {
-        faulty->faults().clear();
-        add(row.fault);
-        EXPECT_EQ(sent(kRead), row.datagrams) << row.fault;
+        faulty->GetFaults().Clear();
+        Add(row.fault);
+        EXPECT_EQ(Sent(Read), row.datagrams) << row.fault;
     }
 }
 
 TEST_F(FaultyStation, FaultsOfAMultipleRead) {
     std::string const status = " 29 6F 4E 82 04 00 4F 1F";
-    add("unasked_property code=75");
-    EXPECT_EQ(apdusOf(kReadMultiple),
+    Add("unasked_property code=75");
+    EXPECT_EQ(ApdusOf(ReadMultiple),
               "30 01 0E 0C 00 00 00 01 1E 29 4B 4E C4 00 00 00 01 4F 29 55 4E 44 3F C0 00 00 4F" + status);
-    faulty->faults().clear();
-    add("odd_list");
-    EXPECT_EQ(apdusOf(kReadMultiple), "30 01 0E 0C 00 00 00 01 1E 29 55 4E 44 3F C0 00 00 4F 29 6F 1F");
+    faulty->GetFaults().Clear();
+    Add("odd_list");
+    EXPECT_EQ(ApdusOf(ReadMultiple), "30 01 0E 0C 00 00 00 01 1E 29 55 4E 44 3F C0 00 00 4F 29 6F 1F");
     EXPECT_EQ(
-        apdusOf("02 75 01 0E 0C 00 00 00 01 1E 09 55 09 54 1F 0C 00 80 00 01 1E 09 57 19 01 1F"),
+        ApdusOf("02 75 01 0E 0C 00 00 00 01 1E 09 55 09 54 1F 0C 00 80 00 01 1E 09 57 19 01 1F"),
         "30 01 0E 0C 00 00 00 01 1E 29 55 4E 44 3F C0 00 00 4F 29 54 1F 0C 00 80 00 01 1E 29 57 39 01 1F")
         << "also of errors, elements of arrays and several objects";
-    faulty->faults().clear();
-    add("wrong_object");
-    EXPECT_EQ(apdusOf(kReadMultiple), "30 01 0E 0C 00 00 00 02 1E 29 55 4E 44 3F C0 00 00 4F" + status);
+    faulty->GetFaults().Clear();
+    Add("wrong_object");
+    EXPECT_EQ(ApdusOf(ReadMultiple), "30 01 0E 0C 00 00 00 02 1E 29 55 4E 44 3F C0 00 00 4F" + status);
 }
 
 TEST_F(FaultyStation, PreviousAnswerIsThatOfTheRequestBefore) {
-    add("previous_answer");
-    EXPECT_EQ(sent(kRead), "") << "there was none";
-    EXPECT_EQ(sent(kWrite), whole(kValue));
-    EXPECT_EQ(sent(kRead), whole(kDone));
-    EXPECT_EQ(shown(deliveries(kRead, {0x7F000001, 50001})), whole(kValue)) << "of the same address";
-    EXPECT_EQ(shown(deliveries(kRead, {0x7F000002, 50001})), "") << "of another client";
-    faulty->faults().clear();
-    EXPECT_EQ(sent(kRead), whole(kValue));
+    Add("previous_answer");
+    EXPECT_EQ(Sent(Read), "") << "there was none";
+    EXPECT_EQ(Sent(Write), Whole(Value));
+    EXPECT_EQ(Sent(Read), Whole(Done));
+    EXPECT_EQ(Shown(Deliveries(Read, {0x7F000001, 50001})), Whole(Value)) << "of the same address";
+    EXPECT_EQ(Shown(Deliveries(Read, {0x7F000002, 50001})), "") << "of another client";
+    faulty->GetFaults().Clear();
+    EXPECT_EQ(Sent(Read), Whole(Value));
 }
 
 TEST_F(FaultyStation, PreviousAnswerOfAnAnswerInSegmentsIsOneDatagram) {
-    sent(kRead);
-    add("previous_answer times=1");
-    EXPECT_EQ(sent(kReadLong), whole(kValue));
-    EXPECT_EQ(pass(2000), "") << "nothing is repeated of what was not sent";
-    EXPECT_EQ(acknowledge("00"), "");
+    Sent(Read);
+    Add("previous_answer times=1");
+    EXPECT_EQ(Sent(ReadLong), Whole(Value));
+    EXPECT_EQ(Pass(2000), "") << "nothing is repeated of what was not sent";
+    EXPECT_EQ(Acknowledge("00"), "");
 }
 
 TEST_F(FaultyStation, ASilentDeviceDoesNotWriteAndOneWhoseAnswerIsLostDoes) {
-    auto const value = [this] { return apdusOf("02 75 01 0C 0C 00 80 00 01 19 55").substr(36, 11); };
+    auto const value = [this] { return ApdusOf("02 75 01 0C 0C 00 80 00 01 19 55").substr(36, 11); };
     for (char const* fault : {"silence", "error", "reject", "abort", "network_message"}) {
-        add(std::string(fault) + " times=1");
-        sent(kWrite);
+        Add(std::string(fault) + " times=1");
+        Sent(Write);
         EXPECT_EQ(value(), "00 00 00 00") << fault;
     }
-    add("loss chance=1 times=1");
-    EXPECT_EQ(sent(kWrite), "");
+    Add("loss chance=1 times=1");
+    EXPECT_EQ(Sent(Write), "");
     EXPECT_EQ(value(), "40 00 00 00");
 }
 
 TEST_F(FaultyStation, FaultsOfAWriteAlone) {
-    add("error on=write class=2 code=40");
-    EXPECT_EQ(sent(kRead), whole(kValue));
-    EXPECT_EQ(sent(kReadMultiple).substr(0, 23), "81 0A 00 20 01 00 30 01");
-    EXPECT_EQ(apdusOf(kWrite), "50 01 0F 91 02 91 28");
+    Add("error on=write class=2 code=40");
+    EXPECT_EQ(Sent(Read), Whole(Value));
+    EXPECT_EQ(Sent(ReadMultiple).substr(0, 23), "81 0A 00 20 01 00 30 01");
+    EXPECT_EQ(ApdusOf(Write), "50 01 0F 91 02 91 28");
 }
 
 TEST_F(FaultyStation, FaultsOfAnObjectAlone) {
-    add("silence object=analog_value:1");
-    EXPECT_EQ(sent(kRead), whole(kValue));
-    EXPECT_EQ(sent(kWrite), "");
+    Add("silence object=analog_value:1");
+    EXPECT_EQ(Sent(Read), Whole(Value));
+    EXPECT_EQ(Sent(Write), "");
 }
 
 TEST_F(FaultyStation, WhatDoesNotFitTheAnswerLeavesItAlone) {
     for (char const* fault : {"wrong_object", "odd_list", "unasked_property", "lost_segment segment=0",
                               "endless_segments", "oversized_segments"}) {
-        faulty->faults().clear();
-        add(fault);
-        EXPECT_EQ(sent(kWrite), whole(kDone)) << fault;
+        faulty->GetFaults().Clear();
+        Add(fault);
+        EXPECT_EQ(Sent(Write), Whole(Done)) << fault;
     }
 }
 
 TEST_F(FaultyStation, OnlyAnswersToConfirmedRequestsAreMet) {
-    add("silence");
-    EXPECT_EQ(apdusOf("10 08").substr(0, 5), "10 00");
-    EXPECT_EQ(sent("00"), "") << "a request without an invoke id";
-    EXPECT_EQ(shown(faulty->receive({kClient, test::Hex("81 05 00 06 00 00")}, now)), "81 00 00 06 00 30");
-    EXPECT_EQ(shown(faulty->receive({kClient, {}}, now)), "");
+    Add("silence");
+    EXPECT_EQ(ApdusOf("10 08").substr(0, 5), "10 00");
+    EXPECT_EQ(Sent("00"), "") << "a request without an invoke id";
+    EXPECT_EQ(Shown(faulty->Receive({Client, test::Hex("81 05 00 06 00 00")}, now)), "81 00 00 06 00 30");
+    EXPECT_EQ(Shown(faulty->Receive({Client, {}}, now)), "");
 }
 
 TEST_F(FaultyStation, SeveralFaultsActOneAfterTheOther) {
-    add("delay seconds=1");
-    add("duplicate");
-    add("other_address");
-    add("delay seconds=0.5");
-    add("truncate octet=4");
-    EXPECT_EQ(sent(kRead), "81 0A 00 04 after 1500 ms elsewhere, 81 0A 00 04 after 1500 ms elsewhere");
+    Add("delay seconds=1");
+    Add("duplicate");
+    Add("other_address");
+    Add("delay seconds=0.5");
+    Add("truncate octet=4");
+    EXPECT_EQ(Sent(Read), "81 0A 00 04 after 1500 ms elsewhere, 81 0A 00 04 after 1500 ms elsewhere");
 }
 
 TEST_F(FaultyStation, ManyDuplicatesAreBounded) {
     for (int i = 0; i < 64; ++i) {
-        add("duplicate");
+        Add("duplicate");
     }
-    EXPECT_GE(deliveries(kRead).size(), 256u);
-    EXPECT_LE(deliveries(kRead).size(), 1024u);
+    EXPECT_GE(Deliveries(Read).size(), 256u);
+    EXPECT_LE(Deliveries(Read).size(), 1024u);
 }
 
 TEST_F(FaultyStation, GarbageIsSeededAndOfManyLengths) {
-    add("garbage octets=20");
+    Add("garbage octets=20");
     std::string first;
     std::set<std::size_t> lengths;
     for (int i = 0; i < 500; ++i) {
-        auto const all = deliveries(kRead);
+        auto const all = Deliveries(Read);
         ASSERT_EQ(all.size(), 1u);
         lengths.insert(all[0].datagram.octets.size());
-        first += shown(all) + "\n";
+        first += Shown(all) + "\n";
     }
     EXPECT_EQ(lengths.size(), 21u);
     EXPECT_EQ(*lengths.rbegin(), 20u);
-    makeFaulty("faults = {fault{'garbage', octets = 20}},");
+    MakeFaulty("faults = {fault{'garbage', octets = 20}},");
     std::string second;
     for (int i = 0; i < 500; ++i) {
-        second += sent(kRead) + "\n";
+        second += Sent(Read) + "\n";
     }
     EXPECT_EQ(first, second);
 }
 
 TEST_F(FaultyStation, AFaultHealsWhenItsTimeIsOver) {
-    add("silence duration=5");
-    EXPECT_EQ(sent(kRead), "");
-    pass(4999);
-    EXPECT_EQ(sent(kRead), "");
-    pass(1);
-    EXPECT_EQ(sent(kRead), whole(kValue));
+    Add("silence duration=5");
+    EXPECT_EQ(Sent(Read), "");
+    Pass(4999);
+    EXPECT_EQ(Sent(Read), "");
+    Pass(1);
+    EXPECT_EQ(Sent(Read), Whole(Value));
 }
 
 TEST_F(FaultyStation, BehindARouterAnswersKeepTheirAddresses) {
-    makeFaulty("router = {network = 5, mac = '0A14'},");
+    MakeFaulty("router = {network = 5, mac = '0A14'},");
     auto const ask = [this](char const* apdu) {
-        return shown(faulty->receive(
-            {kClient, unicast(test::Hex(std::string("01 2C 00 05 02 0A 14 00 09 01 2A FF ") + apdu))}, now));
+        return Shown(faulty->Receive(
+            {Client, Unicast(test::Hex(std::string("01 2C 00 05 02 0A 14 00 09 01 2A FF ") + apdu))}, now));
     };
     std::string const head = " 01 28 00 09 01 2A 00 05 02 0A 14 FF ";
-    add("error times=1");
-    EXPECT_EQ(ask(kRead), "81 0A 00 17" + head + "50 01 0C 91 01 91 1F");
-    add("network_message times=1");
-    EXPECT_EQ(ask(kRead), "81 0A 00 0F 01 A0 00 09 01 2A FF 03 01 00 05");
-    add("unasked_property code=75 times=1");
-    EXPECT_EQ(ask(kRead), "81 0A 00 21" + head + "30 01 0C 0C 00 00 00 01 19 4B 3E C4 00 00 00 01 3F");
-    add("headers_only times=1");
-    EXPECT_EQ(ask(kRead), "81 0A 00 10" + head.substr(0, head.size() - 1));
-    EXPECT_EQ(ask(kRead), "81 0A 00 21" + head + kValue);
+    Add("error times=1");
+    EXPECT_EQ(ask(Read), "81 0A 00 17" + head + "50 01 0C 91 01 91 1F");
+    Add("network_message times=1");
+    EXPECT_EQ(ask(Read), "81 0A 00 0F 01 A0 00 09 01 2A FF 03 01 00 05");
+    Add("unasked_property code=75 times=1");
+    EXPECT_EQ(ask(Read), "81 0A 00 21" + head + "30 01 0C 0C 00 00 00 01 19 4B 3E C4 00 00 00 01 3F");
+    Add("headers_only times=1");
+    EXPECT_EQ(ask(Read), "81 0A 00 10" + head.substr(0, head.size() - 1));
+    EXPECT_EQ(ask(Read), "81 0A 00 21" + head + Value);
 }
 
 TEST_F(FaultyStation, WhatIsForAnotherStationIsNotAnsweredEvenWrongly) {
-    makeFaulty("router = {network = 5, mac = '0A14'}, faults = {fault{'error'}, fault{'previous_answer'}},");
-    EXPECT_EQ(sent(kRead), "");
+    MakeFaulty("router = {network = 5, mac = '0A14'}, faults = {fault{'error'}, fault{'previous_answer'}},");
+    EXPECT_EQ(Sent(Read), "");
 }

@@ -7,13 +7,13 @@
 class ObjectTypes : public test::StationFixture {
 protected:
     // The value of a property as ReadPropertyMultiple gives it, in hexadecimal.
-    std::string read(std::string const& type, unsigned property, std::string const& values = "") {
-        makeWith(type + "{instance = 1, " + values + "}");
-        unsigned const code = simulator::objectTypeOfName(type)->code;
+    std::string Read(std::string const& type, unsigned property, std::string const& values = "") {
+        MakeWith(type + "{instance = 1, " + values + "}");
+        unsigned const code = simulator::ObjectTypeOfName(type)->code;
         simulator::TagWriter parameters;
-        parameters.context(0, simulator::content::objectIdentifier({static_cast<std::uint16_t>(code), 1}));
-        parameters.context(1, simulator::content::unsignedNumber(property));
-        std::string const text = answer("02 75 01 0C " + test::ToHex(parameters.take()));
+        parameters.Context(0, simulator::content::ObjectIdentifier({static_cast<std::uint16_t>(code), 1}));
+        parameters.Context(1, simulator::content::UnsignedNumber(property));
+        std::string const text = Answer("02 75 01 0C " + test::ToHex(parameters.Take()));
         if (text.substr(0, 2) != "30") {
             return text;
         }
@@ -32,7 +32,7 @@ struct Row {
 };
 
 // The properties that a client can be configured for, with the defaults of the simulator.
-constexpr Row kRows[] = {
+constexpr Row Rows[] = {
     {"accumulator", 85, "21 00"},
     {"accumulator", 187, "0C 3F 80 00 00"},
     {"accumulator", 59, "21 00"},
@@ -120,76 +120,76 @@ constexpr Row kRows[] = {
 }  // namespace
 
 TEST_F(ObjectTypes, DefaultsOfEveryType) {
-    for (Row const& row : kRows) {
-        EXPECT_EQ(read(row.type, row.property), row.value) << row.type << ' ' << row.property;
+    for (Row const& row : Rows) {
+        EXPECT_EQ(Read(row.type, row.property), row.value) << row.type << ' ' << row.property;
     }
 }
 
 TEST_F(ObjectTypes, ThereAre23AndTheirRowsAreAllDifferent) {
-    EXPECT_EQ(simulator::objectTypes().size(), 23u);
-    for (simulator::ObjectType const& type : simulator::objectTypes()) {
+    EXPECT_EQ(simulator::AllObjectTypes().size(), 23u);
+    for (simulator::ObjectType const& type : simulator::AllObjectTypes()) {
         std::set<simulator::PropertyId> seen;
         for (auto const& group : type.groups) {
             for (auto const& row : group) {
-                EXPECT_TRUE(seen.insert(row.id).second) << type.name << ' ' << simulator::nameOf(row.id);
+                EXPECT_TRUE(seen.insert(row.id).second) << type.name << ' ' << simulator::NameOf(row.id);
             }
         }
     }
 }
 
 TEST_F(ObjectTypes, ValuesGiven) {
-    EXPECT_EQ(read("accumulator", 187, "scale = {integer_scale = -2}"), "19 FE");
-    EXPECT_EQ(read("accumulator", 185, "prescale = {multiplier = 300, modulo_divide = 1}"), "0A 01 2C 19 01");
-    EXPECT_EQ(read("accumulator", 85, "present_value = 4294967295"), "24 FF FF FF FF");
-    EXPECT_EQ(read("binary_input", 85, "present_value = 'active'"), "91 01");
-    EXPECT_EQ(read("binary_input", 85, "present_value = true"), "91 01");
-    EXPECT_EQ(read("binary_input", 84, "polarity = 'reverse'"), "91 01");
-    EXPECT_EQ(read("bit_string_value", 85, "present_value = '101'"), "82 05 A0");
-    EXPECT_EQ(read("date_value", 85, "present_value = '*-12-25'"), "A4 FF 0C 19 FF");
-    EXPECT_EQ(read("datetime_value", 85, "present_value = '*'"), "A4 FF FF FF FF B4 FF FF FF FF");
-    EXPECT_EQ(read("integer_value", 85, "present_value = -300"), "32 FE D4");
-    EXPECT_EQ(read("integer_value", 85, "present_value = 25.0"), "31 19");
-    EXPECT_EQ(read("large_analog_value", 85, "present_value = 1.25"), "55 08 3F F4 00 00 00 00 00 00");
-    EXPECT_EQ(read("analog_input", 85, "present_value = 1/0"), "44 7F 80 00 00");
-    EXPECT_EQ(read("analog_input", 117, "units = 'degrees-celsius'"), "91 3E");
-    EXPECT_EQ(read("analog_input", 117, "units = 200"), "91 C8");
-    EXPECT_EQ(read("analog_input", 130, "event_time_stamps = {'*', 5}"),
+    EXPECT_EQ(Read("accumulator", 187, "scale = {integer_scale = -2}"), "19 FE");
+    EXPECT_EQ(Read("accumulator", 185, "prescale = {multiplier = 300, modulo_divide = 1}"), "0A 01 2C 19 01");
+    EXPECT_EQ(Read("accumulator", 85, "present_value = 4294967295"), "24 FF FF FF FF");
+    EXPECT_EQ(Read("binary_input", 85, "present_value = 'active'"), "91 01");
+    EXPECT_EQ(Read("binary_input", 85, "present_value = true"), "91 01");
+    EXPECT_EQ(Read("binary_input", 84, "polarity = 'reverse'"), "91 01");
+    EXPECT_EQ(Read("bit_string_value", 85, "present_value = '101'"), "82 05 A0");
+    EXPECT_EQ(Read("date_value", 85, "present_value = '*-12-25'"), "A4 FF 0C 19 FF");
+    EXPECT_EQ(Read("datetime_value", 85, "present_value = '*'"), "A4 FF FF FF FF B4 FF FF FF FF");
+    EXPECT_EQ(Read("integer_value", 85, "present_value = -300"), "32 FE D4");
+    EXPECT_EQ(Read("integer_value", 85, "present_value = 25.0"), "31 19");
+    EXPECT_EQ(Read("large_analog_value", 85, "present_value = 1.25"), "55 08 3F F4 00 00 00 00 00 00");
+    EXPECT_EQ(Read("analog_input", 85, "present_value = 1/0"), "44 7F 80 00 00");
+    EXPECT_EQ(Read("analog_input", 117, "units = 'degrees-celsius'"), "91 3E");
+    EXPECT_EQ(Read("analog_input", 117, "units = 200"), "91 C8");
+    EXPECT_EQ(Read("analog_input", 130, "event_time_stamps = {'*', 5}"),
               "2E A4 FF FF FF FF B4 FF FF FF FF 2F 19 05");
-    EXPECT_EQ(read("octet_string_value", 85, "present_value = '0A14C0FFEE'"), "65 05 0A 14 C0 FF EE");
-    EXPECT_EQ(read("time_value", 85, "present_value = '23:59:58.97'"), "B4 17 3B 3A 61");
-    EXPECT_EQ(read("lighting_output", 380,
+    EXPECT_EQ(Read("octet_string_value", 85, "present_value = '0A14C0FFEE'"), "65 05 0A 14 C0 FF EE");
+    EXPECT_EQ(Read("time_value", 85, "present_value = '23:59:58.97'"), "B4 17 3B 3A 61");
+    EXPECT_EQ(Read("lighting_output", 380,
                    "lighting_command = {operation = 1, target_level = 50, fade_time = 500}"),
               "09 01 1C 42 48 00 00 4A 01 F4");
-    EXPECT_EQ(read("loop", 109, "setpoint_reference = {'analog_value', 1, 'present_value'}"),
+    EXPECT_EQ(Read("loop", 109, "setpoint_reference = {'analog_value', 1, 'present_value'}"),
               "0E 0C 00 80 00 01 19 55 0F");
-    EXPECT_EQ(read("schedule", 85, "present_value = enumerated(1)"), "91 01");
-    EXPECT_EQ(read("averaging", 111, "status_flags = {fault = true}"), "82 04 40");
+    EXPECT_EQ(Read("schedule", 85, "present_value = enumerated(1)"), "91 01");
+    EXPECT_EQ(Read("averaging", 111, "status_flags = {fault = true}"), "82 04 40");
 }
 
 TEST_F(ObjectTypes, AGivenValueIsCommandedAtTheLowestPriority) {
-    EXPECT_EQ(read("analog_output", 87, "present_value = 1"),
+    EXPECT_EQ(Read("analog_output", 87, "present_value = 1"),
               "00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 44 3F 80 00 00");
-    EXPECT_EQ(read("analog_value", 87, "present_value = 1"), "50 01 0C 91 02 91 20");
-    EXPECT_EQ(read("date_value", 87, "relinquish_default = '2024-01-01'"),
+    EXPECT_EQ(Read("analog_value", 87, "present_value = 1"), "50 01 0C 91 02 91 20");
+    EXPECT_EQ(Read("date_value", 87, "relinquish_default = '2024-01-01'"),
               "00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00");
-    EXPECT_EQ(read("datetime_value", 87, "relinquish_default = '*', present_value = clock()"),
+    EXPECT_EQ(Read("datetime_value", 87, "relinquish_default = '*', present_value = clock()"),
               "00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 1E A4 46 01 01 04 B4 00 00 00 00 1F");
 }
 
 TEST_F(ObjectTypes, MovingValuesTakeTheDatatypeOfTheirProperty) {
     std::string const moving = "present_value = ramp{from = -7, to = 9, period = 10}";
-    EXPECT_EQ(read("analog_input", 85, moving), "44 C0 E0 00 00");
-    EXPECT_EQ(read("large_analog_value", 85, moving), "55 08 C0 1C 00 00 00 00 00 00");
-    EXPECT_EQ(read("integer_value", 85, moving), "31 F9");
-    EXPECT_EQ(read("positive_integer_value", 85, moving), "21 00") << "below its range";
-    EXPECT_EQ(read("positive_integer_value", 85, "present_value = counter{start = 1e12}"), "24 FF FF FF FF");
-    EXPECT_EQ(read("binary_value", 85, "present_value = steps{values = {1, 0}}"), "91 01");
-    EXPECT_EQ(read("analog_input", 81, "out_of_service = steps{values = {1, 0}}"), "11");
-    EXPECT_EQ(read("schedule", 85, moving), "44 C0 E0 00 00");
+    EXPECT_EQ(Read("analog_input", 85, moving), "44 C0 E0 00 00");
+    EXPECT_EQ(Read("large_analog_value", 85, moving), "55 08 C0 1C 00 00 00 00 00 00");
+    EXPECT_EQ(Read("integer_value", 85, moving), "31 F9");
+    EXPECT_EQ(Read("positive_integer_value", 85, moving), "21 00") << "below its range";
+    EXPECT_EQ(Read("positive_integer_value", 85, "present_value = counter{start = 1e12}"), "24 FF FF FF FF");
+    EXPECT_EQ(Read("binary_value", 85, "present_value = steps{values = {1, 0}}"), "91 01");
+    EXPECT_EQ(Read("analog_input", 81, "out_of_service = steps{values = {1, 0}}"), "11");
+    EXPECT_EQ(Read("schedule", 85, moving), "44 C0 E0 00 00");
 }
 
 TEST_F(ObjectTypes, WeeklyScheduleOfEveryDatatype) {
-    EXPECT_EQ(read("schedule", 123, R"(weekly_schedule = {
+    EXPECT_EQ(Read("schedule", 123, R"(weekly_schedule = {
             monday = {{"08:00", null()}, {"09:00", boolean(true)}, {"10:00", unsigned(300)}},
             tuesday = {{"08:00", signed(-2)}, {"09:00", real(21.5)}, {"10:00", double(1)}},
             wednesday = {{"08:00", octet_string("0A")}, {"09:00", character_string("on")}},
@@ -207,31 +207,31 @@ TEST_F(ObjectTypes, WeeklyScheduleOfEveryDatatype) {
 }
 
 TEST_F(ObjectTypes, ExceptionScheduleOfEveryPeriod) {
-    EXPECT_EQ(read("schedule", 38,
+    EXPECT_EQ(Read("schedule", 38,
                    "exception_schedule = {{date = '2024-03-15', entries = {{'08:00', unsigned(1)}}}}"),
               "0E 0C 7C 03 0F 05 0F 2E B4 08 00 00 00 21 01 2F 39 10");
-    EXPECT_EQ(read("schedule", 38, "exception_schedule = {{from = '2024-03-15', priority = 5}}"),
+    EXPECT_EQ(Read("schedule", 38, "exception_schedule = {{from = '2024-03-15', priority = 5}}"),
               "0E 1E A4 7C 03 0F 05 A4 FF FF FF FF 1F 0F 2E 2F 39 05");
     EXPECT_EQ(
-        read("schedule", 38, "exception_schedule = {{week_n_day = {month = 12, day = 2}, priority = 1}}"),
+        Read("schedule", 38, "exception_schedule = {{week_n_day = {month = 12, day = 2}, priority = 1}}"),
         "0E 2B 0C FF 02 0F 2E 2F 39 01");
-    EXPECT_EQ(read("schedule", 38, "exception_schedule = {{calendar = 7, priority = 10}, {date = '*-*-*'}}"),
+    EXPECT_EQ(Read("schedule", 38, "exception_schedule = {{calendar = 7, priority = 10}, {date = '*-*-*'}}"),
               "1C 01 80 00 07 2E 2F 39 0A 0E 0C FF FF FF FF 0F 2E 2F 39 10");
 }
 
 TEST_F(ObjectTypes, ClocksTellTheWallClock) {
-    makeWith("datetime_value{instance = 1}");
+    MakeWith("datetime_value{instance = 1}");
     now.local = std::chrono::hours(24 * 19797) + std::chrono::milliseconds(45'296'780);
-    EXPECT_EQ(answer("02 75 01 0C 0C 0B 00 00 01 19 55"),
+    EXPECT_EQ(Answer("02 75 01 0C 0C 0B 00 00 01 19 55"),
               "30 01 0C 0C 0B 00 00 01 19 55 3E A4 7C 03 0F 05 B4 0C 22 38 4E 3F");
-    EXPECT_EQ(answer("02 75 01 0C 0C 02 00 00 64 19 38"),
+    EXPECT_EQ(Answer("02 75 01 0C 0C 02 00 00 64 19 38"),
               "30 01 0C 0C 02 00 00 64 19 38 3E A4 7C 03 0F 05 3F");
 }
 
 TEST_F(ObjectTypes, TheDeviceTellsWhatItSupports) {
-    makeWith("");
-    EXPECT_EQ(answer("02 75 01 0C 0C 02 00 00 64 19 61"),
+    MakeWith("");
+    EXPECT_EQ(Answer("02 75 01 0C 0C 02 00 00 64 19 61"),
               "30 01 0C 0C 02 00 00 64 19 61 3E 85 06 00 00 0B 00 00 20 3F");
-    EXPECT_EQ(answer("02 75 01 0C 0C 02 00 00 64 19 60"),
+    EXPECT_EQ(Answer("02 75 01 0C 0C 02 00 00 64 19 60"),
               "30 01 0C 0C 02 00 00 64 19 60 3E 85 08 01 FC 8E 71 80 01 2F A2 3F");
 }

@@ -9,7 +9,7 @@
 // Commands of several priorities, as of an operator (8) and of a programme (16).
 class Priority : public test::WriteFixture {
 protected:
-    static constexpr char const* kNull = "00";
+    static constexpr char const* Null = "00";
 
     struct Row {
         char const* type;
@@ -22,90 +22,90 @@ protected:
 
 namespace {
 
-constexpr char const* kEmpty = "00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00";
+constexpr char const* Empty = "00 00 00 00 00 00 00 00 00 00 00 00 00 00 00 00";
 
 }  // namespace
 
 TEST_F(Priority, EightOverSixteen) {
-    makeWith("analog_output{instance = 1, relinquish_default = 5}");
-    EXPECT_EQ(read("analog_output", 85), "44 40 A0 00 00") << "nobody commands";
-    EXPECT_EQ(write("analog_output", 85, "44 41 20 00 00"), kAck) << "no priority means 16";
-    EXPECT_EQ(read("analog_output", 85), "44 41 20 00 00");
-    EXPECT_EQ(write("analog_output", 85, "44 41 A0 00 00", 8), kAck);
-    EXPECT_EQ(read("analog_output", 85), "44 41 A0 00 00");
-    EXPECT_EQ(write("analog_output", 85, "44 41 F0 00 00", 16), kAck) << "taken, but behind 8";
-    EXPECT_EQ(read("analog_output", 85), "44 41 A0 00 00");
-    EXPECT_EQ(read("analog_output", 87),
+    MakeWith("analog_output{instance = 1, relinquish_default = 5}");
+    EXPECT_EQ(Read("analog_output", 85), "44 40 A0 00 00") << "nobody commands";
+    EXPECT_EQ(Write("analog_output", 85, "44 41 20 00 00"), Ack) << "no priority means 16";
+    EXPECT_EQ(Read("analog_output", 85), "44 41 20 00 00");
+    EXPECT_EQ(Write("analog_output", 85, "44 41 A0 00 00", 8), Ack);
+    EXPECT_EQ(Read("analog_output", 85), "44 41 A0 00 00");
+    EXPECT_EQ(Write("analog_output", 85, "44 41 F0 00 00", 16), Ack) << "taken, but behind 8";
+    EXPECT_EQ(Read("analog_output", 85), "44 41 A0 00 00");
+    EXPECT_EQ(Read("analog_output", 87),
               "00 00 00 00 00 00 00 44 41 A0 00 00 00 00 00 00 00 00 00 44 41 F0 00 00");
-    EXPECT_EQ(write("analog_output", 85, kNull, 8), kAck);
-    EXPECT_EQ(read("analog_output", 85), "44 41 F0 00 00");
-    EXPECT_EQ(write("analog_output", 85, kNull), kAck);
-    EXPECT_EQ(read("analog_output", 85), "44 40 A0 00 00");
-    EXPECT_EQ(read("analog_output", 87), kEmpty);
+    EXPECT_EQ(Write("analog_output", 85, Null, 8), Ack);
+    EXPECT_EQ(Read("analog_output", 85), "44 41 F0 00 00");
+    EXPECT_EQ(Write("analog_output", 85, Null), Ack);
+    EXPECT_EQ(Read("analog_output", 85), "44 40 A0 00 00");
+    EXPECT_EQ(Read("analog_output", 87), Empty);
 }
 
 TEST_F(Priority, RelinquishedTheOtherWayRound) {
-    makeWith("analog_output{instance = 1, relinquish_default = 5}");
-    write("analog_output", 85, "44 41 20 00 00", 16);
-    write("analog_output", 85, "44 41 A0 00 00", 8);
-    EXPECT_EQ(write("analog_output", 85, kNull, 16), kAck);
-    EXPECT_EQ(read("analog_output", 85), "44 41 A0 00 00");
-    EXPECT_EQ(write("analog_output", 85, kNull, 8), kAck);
-    EXPECT_EQ(read("analog_output", 85), "44 40 A0 00 00");
-    EXPECT_EQ(write("analog_output", 85, kNull, 8), kAck) << "nothing there any more";
+    MakeWith("analog_output{instance = 1, relinquish_default = 5}");
+    Write("analog_output", 85, "44 41 20 00 00", 16);
+    Write("analog_output", 85, "44 41 A0 00 00", 8);
+    EXPECT_EQ(Write("analog_output", 85, Null, 16), Ack);
+    EXPECT_EQ(Read("analog_output", 85), "44 41 A0 00 00");
+    EXPECT_EQ(Write("analog_output", 85, Null, 8), Ack);
+    EXPECT_EQ(Read("analog_output", 85), "44 40 A0 00 00");
+    EXPECT_EQ(Write("analog_output", 85, Null, 8), Ack) << "nothing there any more";
 }
 
 TEST_F(Priority, ElementsOfTheArray) {
-    makeWith("binary_output{instance = 1}");
-    write("binary_output", 85, "91 01", 1);
-    EXPECT_EQ(read("binary_output", 87, 0), "21 10");
-    EXPECT_EQ(read("binary_output", 87, 1), "91 01");
-    EXPECT_EQ(read("binary_output", 87, 16), "00");
-    EXPECT_EQ(read("binary_output", 87, 17), "50 01 0C 91 02 91 2A");
+    MakeWith("binary_output{instance = 1}");
+    Write("binary_output", 85, "91 01", 1);
+    EXPECT_EQ(Read("binary_output", 87, 0), "21 10");
+    EXPECT_EQ(Read("binary_output", 87, 1), "91 01");
+    EXPECT_EQ(Read("binary_output", 87, 16), "00");
+    EXPECT_EQ(Read("binary_output", 87, 17), "50 01 0C 91 02 91 2A");
 }
 
 TEST_F(Priority, ARefusedCommandChangesNothing) {
-    makeWith("multi_state_output{instance = 1, number_of_states = 3, present_value = 2}");
-    EXPECT_EQ(write("multi_state_output", 85, "21 04", 8), kOutOfRange);
-    EXPECT_EQ(write("multi_state_output", 85, "91 01", 8), kInvalidDataType);
-    EXPECT_EQ(read("multi_state_output", 85), "21 02");
-    EXPECT_EQ(read("multi_state_output", 87, 8), "00");
+    MakeWith("multi_state_output{instance = 1, number_of_states = 3, present_value = 2}");
+    EXPECT_EQ(Write("multi_state_output", 85, "21 04", 8), OutOfRange);
+    EXPECT_EQ(Write("multi_state_output", 85, "91 01", 8), InvalidDataType);
+    EXPECT_EQ(Read("multi_state_output", 85), "21 02");
+    EXPECT_EQ(Read("multi_state_output", 87, 8), "00");
 }
 
 TEST_F(Priority, TheRelinquishDefaultCanBeWritten) {
-    makeWith("binary_output{instance = 1}");
-    EXPECT_EQ(write("binary_output", 104, "91 02"), kOutOfRange);
-    EXPECT_EQ(write("binary_output", 104, "91 01"), kAck);
-    EXPECT_EQ(read("binary_output", 104), "91 01");
-    EXPECT_EQ(read("binary_output", 85), "91 01");
+    MakeWith("binary_output{instance = 1}");
+    EXPECT_EQ(Write("binary_output", 104, "91 02"), OutOfRange);
+    EXPECT_EQ(Write("binary_output", 104, "91 01"), Ack);
+    EXPECT_EQ(Read("binary_output", 104), "91 01");
+    EXPECT_EQ(Read("binary_output", 85), "91 01");
 }
 
 TEST_F(Priority, AnObjectWithoutPrioritiesIgnoresThem) {
-    makeWith("analog_value{instance = 1}");
-    EXPECT_EQ(write("analog_value", 85, "44 41 A0 00 00", 8), kAck);
-    EXPECT_EQ(write("analog_value", 85, "44 41 20 00 00", 16), kAck);
-    EXPECT_EQ(read("analog_value", 85), "44 41 20 00 00") << "the last one counts";
-    EXPECT_EQ(write("analog_value", 85, kNull, 8), kInvalidDataType) << "nothing to relinquish";
-    EXPECT_EQ(read("analog_value", 87), "50 01 0C 91 02 91 20");
+    MakeWith("analog_value{instance = 1}");
+    EXPECT_EQ(Write("analog_value", 85, "44 41 A0 00 00", 8), Ack);
+    EXPECT_EQ(Write("analog_value", 85, "44 41 20 00 00", 16), Ack);
+    EXPECT_EQ(Read("analog_value", 85), "44 41 20 00 00") << "the last one counts";
+    EXPECT_EQ(Write("analog_value", 85, Null, 8), InvalidDataType) << "nothing to relinquish";
+    EXPECT_EQ(Read("analog_value", 87), "50 01 0C 91 02 91 20");
 }
 
 TEST_F(Priority, AMovingValueComesBackWhenItsPriorityIsRelinquished) {
-    makeWith("analog_output{instance = 1, present_value = ramp{from = 0, to = 10, period = 10}}");
-    EXPECT_EQ(write("analog_output", 85, "44 41 A0 00 00", 16), kAck);
-    wait(std::chrono::seconds(2));
-    EXPECT_EQ(read("analog_output", 85), "44 41 A0 00 00");
-    EXPECT_EQ(write("analog_output", 85, kNull, 16), kAck);
-    EXPECT_EQ(read("analog_output", 85), "44 40 00 00 00");
-    EXPECT_EQ(read("analog_output", 87, 16), "44 40 00 00 00");
-    wait(std::chrono::seconds(1));
-    EXPECT_EQ(read("analog_output", 85), "44 40 40 00 00");
+    MakeWith("analog_output{instance = 1, present_value = ramp{from = 0, to = 10, period = 10}}");
+    EXPECT_EQ(Write("analog_output", 85, "44 41 A0 00 00", 16), Ack);
+    Wait(std::chrono::seconds(2));
+    EXPECT_EQ(Read("analog_output", 85), "44 41 A0 00 00");
+    EXPECT_EQ(Write("analog_output", 85, Null, 16), Ack);
+    EXPECT_EQ(Read("analog_output", 85), "44 40 00 00 00");
+    EXPECT_EQ(Read("analog_output", 87, 16), "44 40 00 00 00");
+    Wait(std::chrono::seconds(1));
+    EXPECT_EQ(Read("analog_output", 85), "44 40 40 00 00");
 }
 
 TEST_F(Priority, AFixedValueGoesBackToTheRelinquishDefault) {
-    makeWith("analog_value{instance = 1, present_value = 20.5, relinquish_default = 20}");
-    EXPECT_EQ(read("analog_value", 85), "44 41 A4 00 00");
-    EXPECT_EQ(write("analog_value", 85, kNull, 16), kAck);
-    EXPECT_EQ(read("analog_value", 85), "44 41 A0 00 00");
+    MakeWith("analog_value{instance = 1, present_value = 20.5, relinquish_default = 20}");
+    EXPECT_EQ(Read("analog_value", 85), "44 41 A4 00 00");
+    EXPECT_EQ(Write("analog_value", 85, Null, 16), Ack);
+    EXPECT_EQ(Read("analog_value", 85), "44 41 A0 00 00");
 }
 
 TEST_F(Priority, EveryCommandableType) {
@@ -129,27 +129,27 @@ TEST_F(Priority, EveryCommandableType) {
         {"time_value", "'08:00'", "B4 08 00 00 00", "B4 09 00 00 00", "B4 0A 00 00 00"},
     };
     for (Row const& row : rows) {
-        makeWith(std::string(row.type) + "{instance = 1, relinquish_default = " + row.relinquishDefault +
+        MakeWith(std::string(row.type) + "{instance = 1, relinquish_default = " + row.relinquishDefault +
                  "}");
-        EXPECT_EQ(read(row.type, 85), row.fallback) << row.type;
-        EXPECT_EQ(write(row.type, 85, row.first), kAck) << row.type;
-        EXPECT_EQ(write(row.type, 85, row.second, 8), kAck) << row.type;
-        EXPECT_EQ(read(row.type, 85), row.second) << row.type;
+        EXPECT_EQ(Read(row.type, 85), row.fallback) << row.type;
+        EXPECT_EQ(Write(row.type, 85, row.first), Ack) << row.type;
+        EXPECT_EQ(Write(row.type, 85, row.second, 8), Ack) << row.type;
+        EXPECT_EQ(Read(row.type, 85), row.second) << row.type;
         bool const isConstructed = row.type == std::string("datetime_value");
-        EXPECT_EQ(read(row.type, 87, 8),
+        EXPECT_EQ(Read(row.type, 87, 8),
                   isConstructed ? std::string("1E ") + row.second + " 1F" : std::string(row.second))
             << row.type;
-        EXPECT_EQ(write(row.type, 85, kNull, 8), kAck) << row.type;
-        EXPECT_EQ(read(row.type, 85), row.first) << row.type;
-        EXPECT_EQ(write(row.type, 85, kNull, 16), kAck) << row.type;
-        EXPECT_EQ(read(row.type, 85), row.fallback) << row.type;
-        EXPECT_EQ(read(row.type, 87), kEmpty) << row.type;
+        EXPECT_EQ(Write(row.type, 85, Null, 8), Ack) << row.type;
+        EXPECT_EQ(Read(row.type, 85), row.first) << row.type;
+        EXPECT_EQ(Write(row.type, 85, Null, 16), Ack) << row.type;
+        EXPECT_EQ(Read(row.type, 85), row.fallback) << row.type;
+        EXPECT_EQ(Read(row.type, 87), Empty) << row.type;
     }
 }
 
 // Against a plain model: 16 places, the first that is taken wins.
 TEST_F(Priority, CommandsInAnyOrder) {
-    makeWith("positive_integer_value{instance = 1, relinquish_default = 200}");
+    MakeWith("positive_integer_value{instance = 1, relinquish_default = 200}");
     std::mt19937 random(4711);
     std::array<std::optional<unsigned>, 16> places;
     for (int i = 0; i < 2000; ++i) {
@@ -157,8 +157,8 @@ TEST_F(Priority, CommandsInAnyOrder) {
         unsigned const value = random() % 100;
         bool const isRelinquished = random() % 3 == 0;
         places[priority - 1] = isRelinquished ? std::nullopt : std::optional<unsigned>(value);
-        std::string const octets = isRelinquished ? kNull : "21 " + test::ToHex({static_cast<char>(value)});
-        ASSERT_EQ(write("positive_integer_value", 85, octets, priority), kAck);
+        std::string const octets = isRelinquished ? Null : "21 " + test::ToHex({static_cast<char>(value)});
+        ASSERT_EQ(Write("positive_integer_value", 85, octets, priority), Ack);
         unsigned expected = 200;
         for (auto const& place : places) {
             if (place) {
@@ -166,6 +166,6 @@ TEST_F(Priority, CommandsInAnyOrder) {
                 break;
             }
         }
-        ASSERT_EQ(read("positive_integer_value", 85), "21 " + test::ToHex({static_cast<char>(expected)}));
+        ASSERT_EQ(Read("positive_integer_value", 85), "21 " + test::ToHex({static_cast<char>(expected)}));
     }
 }

@@ -7,94 +7,94 @@ using test::Texts;
 // BVLC and NPDU of a device without a router. The requests read Present_Value of analog-input 1.
 class Link : public test::StationFixture {
 protected:
-    void SetUp() override { makeWith("analog_input{instance = 1, present_value = 1.5}"); }
+    void SetUp() override { MakeWith("analog_input{instance = 1, present_value = 1.5}"); }
 
-    static constexpr char const* kRequest = "00 04 07 0C 0C 00 00 00 01 19 55";
-    static constexpr char const* kAck = "30 07 0C 0C 00 00 00 01 19 55 3E 44 3F C0 00 00 3F";
+    static constexpr char const* Request = "00 04 07 0C 0C 00 00 00 01 19 55";
+    static constexpr char const* Ack = "30 07 0C 0C 00 00 00 01 19 55 3E 44 3F C0 00 00 3F";
 };
 
 TEST_F(Link, UnicastIsAnsweredByUnicast) {
-    EXPECT_EQ(send(Hex("81 0A 00 11 01 04") + Hex(kRequest)),
-              (Texts{std::string("81 0A 00 17 01 00 ") + kAck}));
+    EXPECT_EQ(Send(Hex("81 0A 00 11 01 04") + Hex(Request)),
+              (Texts{std::string("81 0A 00 17 01 00 ") + Ack}));
 }
 
 TEST_F(Link, ALengthThatIsNotTheDatagramsIsDropped) {
-    EXPECT_EQ(send(Hex("81 0A 00 12 01 04") + Hex(kRequest)), Texts{});
-    EXPECT_EQ(send(Hex("81 0A 00 10 01 04") + Hex(kRequest)), Texts{});
-    EXPECT_EQ(send(Hex("81 0A 01 11 01 04") + Hex(kRequest)), Texts{});
+    EXPECT_EQ(Send(Hex("81 0A 00 12 01 04") + Hex(Request)), Texts{});
+    EXPECT_EQ(Send(Hex("81 0A 00 10 01 04") + Hex(Request)), Texts{});
+    EXPECT_EQ(Send(Hex("81 0A 01 11 01 04") + Hex(Request)), Texts{});
 }
 
 TEST_F(Link, AnotherTypeThanBacnetIpIsDropped) {
-    EXPECT_EQ(send(Hex("82 0A 00 11 01 04") + Hex(kRequest)), Texts{});
+    EXPECT_EQ(Send(Hex("82 0A 00 11 01 04") + Hex(Request)), Texts{});
 }
 
 TEST_F(Link, AConfirmedRequestToEverybodyIsDropped) {
-    EXPECT_EQ(send(Hex("81 0B 00 11 01 04") + Hex(kRequest)), Texts{});
-    EXPECT_EQ(send(Hex("81 0A 00 15 01 24 FF FF 00 FF") + Hex(kRequest)), Texts{});
+    EXPECT_EQ(Send(Hex("81 0B 00 11 01 04") + Hex(Request)), Texts{});
+    EXPECT_EQ(Send(Hex("81 0A 00 15 01 24 FF FF 00 FF") + Hex(Request)), Texts{});
 }
 
 TEST_F(Link, WhoIsOfEveryKindIsAnsweredToTheSender) {
     std::string const iAm = "10 00 C4 02 00 00 64 22 05 C4 91 01 22 03 E7";
-    EXPECT_EQ(send(Hex("81 0B 00 08 01 00 10 08")), (Texts{"81 0A 00 15 01 00 " + iAm}));
-    EXPECT_EQ(send(Hex("81 0A 00 08 01 00 10 08")), (Texts{"81 0A 00 15 01 00 " + iAm}));
-    EXPECT_EQ(send(Hex("81 0B 00 0C 01 20 FF FF 00 FF 10 08")), (Texts{"81 0A 00 15 01 00 " + iAm}));
+    EXPECT_EQ(Send(Hex("81 0B 00 08 01 00 10 08")), (Texts{"81 0A 00 15 01 00 " + iAm}));
+    EXPECT_EQ(Send(Hex("81 0A 00 08 01 00 10 08")), (Texts{"81 0A 00 15 01 00 " + iAm}));
+    EXPECT_EQ(Send(Hex("81 0B 00 0C 01 20 FF FF 00 FF 10 08")), (Texts{"81 0A 00 15 01 00 " + iAm}));
 }
 
 TEST_F(Link, AForwardedWhoIsIsAnsweredToItsOriginator) {
-    auto const answers = station->receive({kClient, Hex("81 04 00 0E C0 A8 01 02 BA C0 01 00 10 08")}, now);
+    auto const answers = station->Receive({Client, Hex("81 04 00 0E C0 A8 01 02 BA C0 01 00 10 08")}, now);
     ASSERT_EQ(answers.size(), 1u);
     EXPECT_EQ(answers[0].peer, (simulator::Endpoint{0xC0A80102, 47808}));
     EXPECT_EQ(answers[0].octets[1], 0x0A);
 }
 
 TEST_F(Link, RequestsToABbmdAreRefused) {
-    EXPECT_EQ(send(Hex("81 01 00 04")), (Texts{"81 00 00 06 00 10"}));
-    EXPECT_EQ(send(Hex("81 02 00 04")), (Texts{"81 00 00 06 00 20"}));
-    EXPECT_EQ(send(Hex("81 05 00 06 00 3C")), (Texts{"81 00 00 06 00 30"}));
-    EXPECT_EQ(send(Hex("81 06 00 04")), (Texts{"81 00 00 06 00 40"}));
-    EXPECT_EQ(send(Hex("81 08 00 0A 7F 00 00 01 BA C0")), (Texts{"81 00 00 06 00 50"}));
-    EXPECT_EQ(send(Hex("81 09 00 08 01 00 10 08")), (Texts{"81 00 00 06 00 60"}));
+    EXPECT_EQ(Send(Hex("81 01 00 04")), (Texts{"81 00 00 06 00 10"}));
+    EXPECT_EQ(Send(Hex("81 02 00 04")), (Texts{"81 00 00 06 00 20"}));
+    EXPECT_EQ(Send(Hex("81 05 00 06 00 3C")), (Texts{"81 00 00 06 00 30"}));
+    EXPECT_EQ(Send(Hex("81 06 00 04")), (Texts{"81 00 00 06 00 40"}));
+    EXPECT_EQ(Send(Hex("81 08 00 0A 7F 00 00 01 BA C0")), (Texts{"81 00 00 06 00 50"}));
+    EXPECT_EQ(Send(Hex("81 09 00 08 01 00 10 08")), (Texts{"81 00 00 06 00 60"}));
 }
 
 TEST_F(Link, OtherFunctionsAreDropped) {
     for (char const* datagram :
          {"81 00 00 06 00 00", "81 03 00 04", "81 07 00 04", "81 0C 00 04", "81 FF 00 04"}) {
-        EXPECT_EQ(send(Hex(datagram)), Texts{}) << datagram;
+        EXPECT_EQ(Send(Hex(datagram)), Texts{}) << datagram;
     }
 }
 
 TEST_F(Link, AnotherNetworkVersionIsDropped) {
-    EXPECT_EQ(send(Hex("81 0A 00 11 02 04") + Hex(kRequest)), Texts{});
+    EXPECT_EQ(Send(Hex("81 0A 00 11 02 04") + Hex(Request)), Texts{});
 }
 
 TEST_F(Link, NetworkMessagesAreDropped) {
-    EXPECT_EQ(send(Hex("81 0A 00 07 01 80 00")), Texts{});
-    EXPECT_EQ(send(Hex("81 0A 00 09 01 80 12 00 05")), Texts{});
+    EXPECT_EQ(Send(Hex("81 0A 00 07 01 80 00")), Texts{});
+    EXPECT_EQ(Send(Hex("81 0A 00 09 01 80 12 00 05")), Texts{});
 }
 
 TEST_F(Link, ARequestToAnotherNetworkIsDropped) {
-    EXPECT_EQ(send(unicast(Hex("01 24 00 05 02 0A 14 FF") + Hex(kRequest))), Texts{});
+    EXPECT_EQ(Send(Unicast(Hex("01 24 00 05 02 0A 14 FF") + Hex(Request))), Texts{});
 }
 
 TEST_F(Link, AClientBehindARouterIsAnsweredThroughIt) {
-    EXPECT_EQ(send(unicast(Hex("01 0C 00 09 01 2A") + Hex(kRequest))),
-              (Texts{std::string("81 0A 00 1C 01 20 00 09 01 2A FF ") + kAck}));
+    EXPECT_EQ(Send(Unicast(Hex("01 0C 00 09 01 2A") + Hex(Request))),
+              (Texts{std::string("81 0A 00 1C 01 20 00 09 01 2A FF ") + Ack}));
 }
 
 TEST_F(Link, AnImpossibleSourceIsDropped) {
     for (char const* source : {"00 00 01 2A", "FF FF 01 2A", "00 09 00"}) {
-        EXPECT_EQ(send(unicast(Hex("01 0C") + Hex(source) + Hex(kRequest))), Texts{}) << source;
+        EXPECT_EQ(Send(Unicast(Hex("01 0C") + Hex(source) + Hex(Request))), Texts{}) << source;
     }
 }
 
 TEST_F(Link, TheAnswerHasThePriorityOfTheRequest) {
-    EXPECT_EQ(send(unicast(Hex("01 07") + Hex(kRequest))), (Texts{std::string("81 0A 00 17 01 03 ") + kAck}));
+    EXPECT_EQ(Send(Unicast(Hex("01 07") + Hex(Request))), (Texts{std::string("81 0A 00 17 01 03 ") + Ack}));
 }
 
 TEST_F(Link, ADatagramCutAnywhereIsNotAnswered) {
-    test::Octets const whole = Hex("81 0A 00 11 01 04") + Hex(kRequest);
+    test::Octets const whole = Hex("81 0A 00 11 01 04") + Hex(Request);
     for (std::size_t length = 0; length < whole.size(); ++length) {
-        EXPECT_EQ(send(test::Octets(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length))),
+        EXPECT_EQ(Send(test::Octets(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length))),
                   Texts{});
     }
 }

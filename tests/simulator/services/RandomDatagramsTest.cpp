@@ -9,26 +9,26 @@ using test::Octets;
 // datagrams, no longer than the client takes, and must still answer properly afterwards.
 class RandomDatagrams : public test::StationFixture {
 protected:
-    static constexpr int kCount = 10'000;
+    static constexpr int Count = 10'000;
 
     void SetUp() override {
-        makeWith(R"(
+        MakeWith(R"(
             analog_input{instance = 1, present_value = 1.5}, schedule{instance = 2},
             multi_state_value{instance = 3, state_text = {"off", "on"}},
         )");
     }
 
-    void check(Octets const& datagram) {
+    void Check(Octets const& datagram) {
         now.sinceStart += std::chrono::milliseconds(100);
-        for (auto const& answers : {station->receive({kClient, datagram}, now), station->tick(now)}) {
+        for (auto const& answers : {station->Receive({Client, datagram}, now), station->Tick(now)}) {
             ASSERT_LE(answers.size(), 127u);
             for (simulator::Datagram const& answer : answers) {
-                checkAnswer(answer.octets, test::ToHex(datagram));
+                CheckAnswer(answer.octets, test::ToHex(datagram));
             }
         }
     }
 
-    static void checkAnswer(Octets const& answer, std::string const& asked) {
+    static void CheckAnswer(Octets const& answer, std::string const& asked) {
         ASSERT_GE(answer.size(), 6u) << asked;
         ASSERT_LE(answer.size(), 1497u + 4) << asked;
         ASSERT_EQ(answer[0], '\x81') << asked;
@@ -38,15 +38,15 @@ protected:
         ASSERT_EQ(length, answer.size()) << asked;
     }
 
-    void expectAlive() {
-        EXPECT_EQ(answer("02 74 01 0C 0C 00 00 00 01 19 55"),
+    void ExpectAlive() {
+        EXPECT_EQ(Answer("02 74 01 0C 0C 00 00 00 01 19 55"),
                   "30 01 0C 0C 00 00 00 01 19 55 3E 44 3F C0 00 00 3F");
     }
 
     // Mutated, and mostly with the length field mended so that the rest is reached.
-    Octets mutated(Octets octets) {
-        octets = random.mutated(std::move(octets));
-        if (octets.size() >= 4 && random.pick(8) != 0) {
+    Octets Mutated(Octets octets) {
+        octets = random.Mutated(std::move(octets));
+        if (octets.size() >= 4 && random.Pick(8) != 0) {
             octets[2] = static_cast<char>(octets.size() >> 8);
             octets[3] = static_cast<char>(octets.size());
         }
@@ -57,20 +57,20 @@ protected:
 };
 
 TEST_F(RandomDatagrams, Noise) {
-    for (int i = 0; i < kCount; ++i) {
-        check(random.noise(random.pick(i % 10 == 0 ? 1500 : 40)));
+    for (int i = 0; i < Count; ++i) {
+        Check(random.Noise(random.Pick(i % 10 == 0 ? 1500 : 40)));
     }
-    expectAlive();
+    ExpectAlive();
 }
 
 TEST_F(RandomDatagrams, NoiseBehindGoodHeads) {
-    for (int i = 0; i < kCount; ++i) {
+    for (int i = 0; i < Count; ++i) {
         Octets npdu = test::Hex("01 04");
-        Octets const apdu = random.noise(random.pick(60));
+        Octets const apdu = random.Noise(random.Pick(60));
         npdu.insert(npdu.end(), apdu.begin(), apdu.end());
-        check(unicast(npdu));
+        Check(Unicast(npdu));
     }
-    expectAlive();
+    ExpectAlive();
 }
 
 TEST_F(RandomDatagrams, GoodOnesMutated) {
@@ -86,12 +86,12 @@ TEST_F(RandomDatagrams, GoodOnesMutated) {
              "01 2C 00 05 02 0A 14 00 09 01 2A FF 02 74 07 0C 0C 00 00 00 01 19 55",
              "01 80 00 00 05",
          }) {
-        seeds.push_back(unicast(test::Hex(npdu)));
+        seeds.push_back(Unicast(test::Hex(npdu)));
     }
     seeds.push_back(test::Hex("81 04 00 12 C0 A8 01 02 BA C0 01 00 10 08 09 00 19 64"));
-    for (int i = 0; i < kCount; ++i) {
-        Octets const& seed = seeds[random.pick(seeds.size())];
-        check(i % 3 == 0 ? seed : mutated(seed));
+    for (int i = 0; i < Count; ++i) {
+        Octets const& seed = seeds[random.Pick(seeds.size())];
+        Check(i % 3 == 0 ? seed : Mutated(seed));
     }
-    expectAlive();
+    ExpectAlive();
 }

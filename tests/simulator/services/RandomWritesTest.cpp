@@ -8,21 +8,21 @@ using test::operator+;
 // back well-formed values all the while.
 class RandomWrites : public test::WriteFixture {
 protected:
-    static constexpr int kCount = 10'000;
+    static constexpr int Count = 10'000;
 
-    void makeDevice(std::string const& rules) {
-        makeWith(R"(
+    void MakeDevice(std::string const& rules) {
+        MakeWith(R"(
             analog_value{instance = 1, relinquish_default = 1}, binary_value{instance = 1},
             multi_state_value{instance = 1, alarm_values = {1}}, datetime_value{instance = 1},
             bit_string_value{instance = 1}, schedule{instance = 1}, analog_input{instance = 7,
             read_only = true, present_value = 1.5},
         )",
                  rules);
-        station->onWrite([this](std::string const& line) { check(line); });
+        station->OnWrite([this](std::string const& line) { Check(line); });
     }
 
-    void check(std::string const& line) {
-        ++m_lines;
+    void Check(std::string const& line) {
+        ++lines;
         for (char const c : line) {
             ASSERT_TRUE(c >= ' ' && c <= '~') << line;
         }
@@ -30,7 +30,7 @@ protected:
 
     void send(Octets const& request) {
         std::string const text = test::ToHex(request);
-        auto const answers = ask(text);
+        auto const answers = Ask(text);
         ASSERT_LE(answers.size(), 1u) << text;
         if (answers.empty()) {
             return;
@@ -38,11 +38,11 @@ protected:
         std::string const type = answers[0].substr(0, 2);
         ASSERT_TRUE(type == "20" || type == "30" || type == "50" || type == "60" || type == "71")
             << text << " -> " << answers[0];
-        m_acks += type == "20" ? 1 : 0;
+        acks += type == "20" ? 1 : 0;
     }
 
     // The value of everything that can be written is whole tags that pass as a write's value too.
-    void expectReadable() {
+    void ExpectReadable() {
         struct Row {
             char const* type;
             unsigned property;
@@ -57,22 +57,22 @@ protected:
                                {"schedule", 38},
                                {"schedule", 174},
                                {"schedule", 32}}) {
-            std::string const value = read(row.type, row.property);
-            EXPECT_EQ(write(row.type, row.property, value), kAck) << row.type << ' ' << value;
-            EXPECT_EQ(read(row.type, row.property), value) << row.type << ' ' << value;
+            std::string const value = Read(row.type, row.property);
+            EXPECT_EQ(Write(row.type, row.property, value), Ack) << row.type << ' ' << value;
+            EXPECT_EQ(Read(row.type, row.property), value) << row.type << ' ' << value;
         }
-        EXPECT_EQ(answer("02 74 01 0C 0C 00 00 00 07 19 55"),
+        EXPECT_EQ(Answer("02 74 01 0C 0C 00 00 00 07 19 55"),
                   "30 01 0C 0C 00 00 00 07 19 55 3E 44 3F C0 00 00 3F");
     }
 
-    int m_acks = 0;
-    int m_lines = 0;
+    int acks = 0;
+    int lines = 0;
     test::RandomOctets random{20260101};
 };
 
 namespace {
 
-constexpr char const* kSeeds[] = {
+constexpr char const* Seeds[] = {
     "0C 00 80 00 01 19 55 3E 44 41 AC 00 00 3F 49 08",
     "0C 00 80 00 01 19 55 3E 00 3F 49 08",
     "0C 00 80 00 01 19 68 3E 44 41 AC 00 00 3F",
@@ -93,52 +93,52 @@ constexpr char const* kSeeds[] = {
 
 TEST_F(RandomWrites, GoodOnesMutated) {
     for (char const* rules : {"writes = 'strict',", "writes = 'lenient',"}) {
-        makeDevice(rules);
-        m_acks = m_lines = 0;
-        for (int i = 0; i < kCount / 2; ++i) {
-            Octets const seed = test::Hex(kSeeds[random.pick(std::size(kSeeds))]);
-            send(test::Hex("02 75 01 0F") + (i % 8 == 0 ? seed : random.mutated(seed)));
+        MakeDevice(rules);
+        acks = lines = 0;
+        for (int i = 0; i < Count / 2; ++i) {
+            Octets const seed = test::Hex(Seeds[random.Pick(std::size(Seeds))]);
+            send(test::Hex("02 75 01 0F") + (i % 8 == 0 ? seed : random.Mutated(seed)));
             if (i % 500 == 0) {
-                expectReadable();
+                ExpectReadable();
             }
         }
-        expectReadable();
-        EXPECT_GT(m_acks, kCount / 2 / 8) << "some of the mutated ones are still right";
-        EXPECT_LT(m_acks, 4000) << "and some are not";
-        EXPECT_GE(m_lines, kCount / 2) << "each is told";
+        ExpectReadable();
+        EXPECT_GT(acks, Count / 2 / 8) << "some of the mutated ones are still right";
+        EXPECT_LT(acks, 4000) << "and some are not";
+        EXPECT_GE(lines, Count / 2) << "each is told";
     }
 }
 
 TEST_F(RandomWrites, NoiseForAValue) {
-    makeDevice("");
-    for (int i = 0; i < kCount; ++i) {
-        Octets const seed = test::Hex(kSeeds[random.pick(std::size(kSeeds))]);
+    MakeDevice("");
+    for (int i = 0; i < Count; ++i) {
+        Octets const seed = test::Hex(Seeds[random.Pick(std::size(Seeds))]);
         Octets const head(seed.begin(), seed.begin() + 7);
-        send(test::Hex("02 75 01 0F") + head + test::Hex("3E") + random.noise(random.pick(20)) +
+        send(test::Hex("02 75 01 0F") + head + test::Hex("3E") + random.Noise(random.Pick(20)) +
              test::Hex("3F"));
     }
-    expectReadable();
-    EXPECT_GE(m_lines, kCount);
+    ExpectReadable();
+    EXPECT_GE(lines, Count);
 }
 
 TEST_F(RandomWrites, NoiseForARequest) {
-    makeDevice("");
-    for (int i = 0; i < kCount; ++i) {
-        send(test::Hex("02 75 01 0F") + random.noise(random.pick(60)));
+    MakeDevice("");
+    for (int i = 0; i < Count; ++i) {
+        send(test::Hex("02 75 01 0F") + random.Noise(random.Pick(60)));
     }
-    expectReadable();
+    ExpectReadable();
 }
 
 TEST_F(RandomWrites, BracketsWithinBrackets) {
-    makeDevice("");
+    MakeDevice("");
     std::string deep;
     for (int i = 0; i < 1400; ++i) {
         deep += "0E ";
     }
-    EXPECT_EQ(answer("02 75 01 0F 0C 04 40 00 01 19 7B 3E " + deep), "60 01 05");
+    EXPECT_EQ(Answer("02 75 01 0F 0C 04 40 00 01 19 7B 3E " + deep), "60 01 05");
     std::string closed;
     for (int i = 0; i < 700; ++i) {
         closed = "0E " + closed + "0F ";
     }
-    EXPECT_EQ(answer("02 75 01 0F 0C 04 40 00 01 19 7B 3E " + closed + "3F"), kInvalidDataType);
+    EXPECT_EQ(Answer("02 75 01 0F 0C 04 40 00 01 19 7B 3E " + closed + "3F"), InvalidDataType);
 }

@@ -4,8 +4,8 @@
 // What a strict device refuses for its datatype, and a lenient one takes.
 class WriteRules : public test::WriteFixture {
 protected:
-    void makeDevice(std::string const& rules) {
-        makeWith(R"(
+    void MakeDevice(std::string const& rules) {
+        MakeWith(R"(
             analog_value{instance = 1}, binary_value{instance = 1}, multi_state_value{instance = 1},
             integer_value{instance = 1}, positive_integer_value{instance = 1}, large_analog_value{instance = 1},
             datetime_value{instance = 1}, octet_string_value{instance = 1}, schedule{instance = 1},
@@ -19,7 +19,7 @@ protected:
         char const* written;
         char const* taken;  // by a lenient device
     };
-    static std::vector<Row> const& numbers() {
+    static std::vector<Row> const& Numbers() {
         static std::vector<Row> const rows{
             {"analog_value", 85, "91 01", "44 3F 80 00 00"},
             {"analog_value", 85, "11", "44 3F 80 00 00"},
@@ -45,61 +45,60 @@ protected:
 
 TEST_F(WriteRules, AStrictDeviceWantsTheDatatype) {
     for (char const* rules : {"", "writes = 'strict',"}) {
-        makeDevice(rules);
-        for (Row const& row : numbers()) {
-            std::string const before = read(row.type, row.property);
-            EXPECT_EQ(write(row.type, row.property, row.written), kInvalidDataType)
-                << row.type << row.written;
-            EXPECT_EQ(read(row.type, row.property), before);
+        MakeDevice(rules);
+        for (Row const& row : Numbers()) {
+            std::string const before = Read(row.type, row.property);
+            EXPECT_EQ(Write(row.type, row.property, row.written), InvalidDataType) << row.type << row.written;
+            EXPECT_EQ(Read(row.type, row.property), before);
         }
     }
 }
 
 TEST_F(WriteRules, ALenientDeviceConvertsNumbers) {
-    makeDevice("writes = 'lenient',");
-    for (Row const& row : numbers()) {
-        EXPECT_EQ(write(row.type, row.property, row.written), kAck) << row.type << ' ' << row.written;
-        EXPECT_EQ(read(row.type, row.property), row.taken) << row.type << ' ' << row.written;
+    MakeDevice("writes = 'lenient',");
+    for (Row const& row : Numbers()) {
+        EXPECT_EQ(Write(row.type, row.property, row.written), Ack) << row.type << ' ' << row.written;
+        EXPECT_EQ(Read(row.type, row.property), row.taken) << row.type << ' ' << row.written;
     }
 }
 
 TEST_F(WriteRules, ALenientDeviceKeepsItsRanges) {
-    makeDevice("writes = 'lenient',");
-    EXPECT_EQ(write("binary_value", 85, "21 02"), kOutOfRange);
-    EXPECT_EQ(write("analog_value", 81, "91 02"), kOutOfRange) << "a Boolean of 2";
-    EXPECT_EQ(write("positive_integer_value", 85, "31 FE"), kOutOfRange);
-    EXPECT_EQ(write("positive_integer_value", 85, "44 7F C0 00 00"), kOutOfRange) << "not a number";
-    EXPECT_EQ(write("integer_value", 85, "24 FF FF FF FF"), kOutOfRange);
-    EXPECT_EQ(write("analog_value", 85, "55 08 7F E0 00 00 00 00 00 00"), kOutOfRange);
-    EXPECT_EQ(write("multi_state_value", 85, "44 00 00 00 00"), kOutOfRange);
+    MakeDevice("writes = 'lenient',");
+    EXPECT_EQ(Write("binary_value", 85, "21 02"), OutOfRange);
+    EXPECT_EQ(Write("analog_value", 81, "91 02"), OutOfRange) << "a Boolean of 2";
+    EXPECT_EQ(Write("positive_integer_value", 85, "31 FE"), OutOfRange);
+    EXPECT_EQ(Write("positive_integer_value", 85, "44 7F C0 00 00"), OutOfRange) << "not a number";
+    EXPECT_EQ(Write("integer_value", 85, "24 FF FF FF FF"), OutOfRange);
+    EXPECT_EQ(Write("analog_value", 85, "55 08 7F E0 00 00 00 00 00 00"), OutOfRange);
+    EXPECT_EQ(Write("multi_state_value", 85, "44 00 00 00 00"), OutOfRange);
 }
 
 TEST_F(WriteRules, WhatIsNoNumberIsNeverConverted) {
-    makeDevice("writes = 'lenient',");
-    EXPECT_EQ(write("analog_value", 85, "73 00 31 32"), kInvalidDataType);
-    EXPECT_EQ(write("analog_value", 85, "00"), kInvalidDataType);
-    EXPECT_EQ(write("analog_value", 28, "21 05"), kInvalidDataType);
-    EXPECT_EQ(write("octet_string_value", 85, "73 00 31 32"), kInvalidDataType);
-    EXPECT_EQ(write("datetime_value", 85, "B4 00 00 00 00 A4 7C 03 0F 05"), kInvalidDataType);
+    MakeDevice("writes = 'lenient',");
+    EXPECT_EQ(Write("analog_value", 85, "73 00 31 32"), InvalidDataType);
+    EXPECT_EQ(Write("analog_value", 85, "00"), InvalidDataType);
+    EXPECT_EQ(Write("analog_value", 28, "21 05"), InvalidDataType);
+    EXPECT_EQ(Write("octet_string_value", 85, "73 00 31 32"), InvalidDataType);
+    EXPECT_EQ(Write("datetime_value", 85, "B4 00 00 00 00 A4 7C 03 0F 05"), InvalidDataType);
 }
 
 TEST_F(WriteRules, LenientSchedules) {
     std::string const wild = "0E B4 08 FF 00 00 21 01 0F";
     std::string const zeros = "0E 2B 00 00 00 0F 2E B4 0C 00 00 00 21 01 2F 39 05";
-    makeDevice("writes = 'strict',");
-    EXPECT_EQ(writeElement("schedule", 123, 1, wild), kOutOfRange);
-    EXPECT_EQ(write("schedule", 38, zeros), kOutOfRange);
-    makeDevice("writes = 'lenient',");
-    EXPECT_EQ(writeElement("schedule", 123, 1, wild), kAck);
-    EXPECT_EQ(read("schedule", 123, 1), wild);
-    EXPECT_EQ(write("schedule", 38, zeros), kAck);
-    EXPECT_EQ(read("schedule", 38), zeros);
+    MakeDevice("writes = 'strict',");
+    EXPECT_EQ(WriteElement("schedule", 123, 1, wild), OutOfRange);
+    EXPECT_EQ(Write("schedule", 38, zeros), OutOfRange);
+    MakeDevice("writes = 'lenient',");
+    EXPECT_EQ(WriteElement("schedule", 123, 1, wild), Ack);
+    EXPECT_EQ(Read("schedule", 123, 1), wild);
+    EXPECT_EQ(Write("schedule", 38, zeros), Ack);
+    EXPECT_EQ(Read("schedule", 38), zeros);
 }
 
 TEST_F(WriteRules, MistakesInADeviceFile) {
     auto const mistake = [](std::string const& text) -> std::string {
         try {
-            simulator::parseDeviceFile("plant.lua", text);
+            simulator::ParseDeviceFile("plant.lua", text);
         } catch (simulator::Mistake const& found) {
             return found.what();
         }

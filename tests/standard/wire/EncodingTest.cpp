@@ -11,57 +11,57 @@ using standard::TagWriter;
 using test::ToHex;
 
 TEST(Content, UnsignedTakesAsFewOctetsAsItCan) {
-    EXPECT_EQ(ToHex(content::unsignedNumber(0)), "00");
-    EXPECT_EQ(ToHex(content::unsignedNumber(255)), "FF");
-    EXPECT_EQ(ToHex(content::unsignedNumber(256)), "01 00");
-    EXPECT_EQ(ToHex(content::unsignedNumber(65536)), "01 00 00");
-    EXPECT_EQ(ToHex(content::unsignedNumber(0xFFFFFFFF)), "FF FF FF FF");
-    EXPECT_EQ(ToHex(content::unsignedNumber(0x8000000000000000)), "80 00 00 00 00 00 00 00");
+    EXPECT_EQ(ToHex(content::UnsignedNumber(0)), "00");
+    EXPECT_EQ(ToHex(content::UnsignedNumber(255)), "FF");
+    EXPECT_EQ(ToHex(content::UnsignedNumber(256)), "01 00");
+    EXPECT_EQ(ToHex(content::UnsignedNumber(65536)), "01 00 00");
+    EXPECT_EQ(ToHex(content::UnsignedNumber(0xFFFFFFFF)), "FF FF FF FF");
+    EXPECT_EQ(ToHex(content::UnsignedNumber(0x8000000000000000)), "80 00 00 00 00 00 00 00");
 }
 
 TEST(Content, SignedKeepsItsSignBit) {
-    EXPECT_EQ(ToHex(content::signedNumber(0)), "00");
-    EXPECT_EQ(ToHex(content::signedNumber(-1)), "FF");
-    EXPECT_EQ(ToHex(content::signedNumber(127)), "7F");
-    EXPECT_EQ(ToHex(content::signedNumber(128)), "00 80");
-    EXPECT_EQ(ToHex(content::signedNumber(-128)), "80");
-    EXPECT_EQ(ToHex(content::signedNumber(-129)), "FF 7F");
-    EXPECT_EQ(ToHex(content::signedNumber(-300)), "FE D4");
-    EXPECT_EQ(ToHex(content::signedNumber(INT64_MIN)), "80 00 00 00 00 00 00 00");
-    EXPECT_EQ(ToHex(content::signedNumber(INT64_MAX)), "7F FF FF FF FF FF FF FF");
+    EXPECT_EQ(ToHex(content::SignedNumber(0)), "00");
+    EXPECT_EQ(ToHex(content::SignedNumber(-1)), "FF");
+    EXPECT_EQ(ToHex(content::SignedNumber(127)), "7F");
+    EXPECT_EQ(ToHex(content::SignedNumber(128)), "00 80");
+    EXPECT_EQ(ToHex(content::SignedNumber(-128)), "80");
+    EXPECT_EQ(ToHex(content::SignedNumber(-129)), "FF 7F");
+    EXPECT_EQ(ToHex(content::SignedNumber(-300)), "FE D4");
+    EXPECT_EQ(ToHex(content::SignedNumber(INT64_MIN)), "80 00 00 00 00 00 00 00");
+    EXPECT_EQ(ToHex(content::SignedNumber(INT64_MAX)), "7F FF FF FF FF FF FF FF");
 }
 
 // The examples of clause 20.2.
 TEST(Content, ExamplesOfTheStandard) {
-    EXPECT_EQ(ToHex(content::real(72.0f)), "42 90 00 00");
-    EXPECT_EQ(ToHex(content::doubleNumber(72.0)), "40 52 00 00 00 00 00 00");
-    EXPECT_EQ(ToHex(content::characterString("This is a BACnet string!")),
+    EXPECT_EQ(ToHex(content::Real(72.0f)), "42 90 00 00");
+    EXPECT_EQ(ToHex(content::DoubleNumber(72.0)), "40 52 00 00 00 00 00 00");
+    EXPECT_EQ(ToHex(content::CharacterString("This is a BACnet string!")),
               "00 54 68 69 73 20 69 73 20 61 20 42 41 43 6E 65 74 20 73 74 72 69 6E 67 21");
-    EXPECT_EQ(ToHex(content::bitString("10101")), "03 A8");
-    EXPECT_EQ(ToHex(content::date({91, 1, 24, 4})), "5B 01 18 04");
-    EXPECT_EQ(ToHex(content::time({17, 35, 45, 17})), "11 23 2D 11");
-    EXPECT_EQ(ToHex(content::objectIdentifier({3, 15})), "00 C0 00 0F");
+    EXPECT_EQ(ToHex(content::BitString("10101")), "03 A8");
+    EXPECT_EQ(ToHex(content::Date({91, 1, 24, 4})), "5B 01 18 04");
+    EXPECT_EQ(ToHex(content::Time({17, 35, 45, 17})), "11 23 2D 11");
+    EXPECT_EQ(ToHex(content::ObjectIdentifier({3, 15})), "00 C0 00 0F");
 }
 
 TEST(Content, BitStringsOfEveryRest) {
-    EXPECT_EQ(ToHex(content::bitString("")), "00");
-    EXPECT_EQ(ToHex(content::bitString("11111111")), "00 FF");
-    EXPECT_EQ(ToHex(content::bitString("000000001")), "07 00 80");
+    EXPECT_EQ(ToHex(content::BitString("")), "00");
+    EXPECT_EQ(ToHex(content::BitString("11111111")), "00 FF");
+    EXPECT_EQ(ToHex(content::BitString("000000001")), "07 00 80");
 }
 
 TEST(TagWriter, BooleanHasItsValueInTheTag) {
     TagWriter writer;
-    writer.boolean(true);
-    writer.boolean(false);
-    writer.null();
-    EXPECT_EQ(ToHex(writer.take()), "11 10 00");
+    writer.Boolean(true);
+    writer.Boolean(false);
+    writer.Null();
+    EXPECT_EQ(ToHex(writer.Take()), "11 10 00");
 }
 
 TEST(TagWriter, LengthsFromFiveUpAreExtended) {
     auto const head = [](std::size_t length, std::size_t count) {
         TagWriter writer;
-        writer.application(ApplicationTag::OctetString, test::Octets(length, '\x55'));
-        test::Octets octets = writer.take();
+        writer.Application(ApplicationTag::OctetString, test::Octets(length, '\x55'));
+        test::Octets octets = writer.Take();
         EXPECT_EQ(octets.size(), length + count);
         octets.resize(count);
         return ToHex(octets);
@@ -76,33 +76,33 @@ TEST(TagWriter, LengthsFromFiveUpAreExtended) {
 
 TEST(TagWriter, ContextTagsAndBrackets) {
     TagWriter writer;
-    writer.opening(3);
-    writer.context(2, test::Hex("01 02"));
-    writer.context(15, test::Hex("07"));
-    writer.closing(3);
-    writer.opening(20);
-    writer.closing(20);
-    EXPECT_EQ(ToHex(writer.take()), "3E 2A 01 02 F9 0F 07 3F FE 14 FF 14");
+    writer.Opening(3);
+    writer.Context(2, test::Hex("01 02"));
+    writer.Context(15, test::Hex("07"));
+    writer.Closing(3);
+    writer.Opening(20);
+    writer.Closing(20);
+    EXPECT_EQ(ToHex(writer.Take()), "3E 2A 01 02 F9 0F 07 3F FE 14 FF 14");
 }
 
 TEST(OctetReader, NumbersAreBigEndianAndUnsigned) {
     test::Octets const octets = test::Hex("FF 80 01 FF FE FD FC 07");
     standard::OctetReader reader(octets);
-    EXPECT_EQ(reader.peek(), 0xFF);
-    EXPECT_EQ(reader.u8(), 0xFF);
-    EXPECT_EQ(reader.u16(), 0x8001);
-    EXPECT_EQ(reader.u32(), 0xFFFEFDFC);
-    EXPECT_EQ(ToHex(reader.rest()), "07");
-    EXPECT_TRUE(reader.atEnd());
+    EXPECT_EQ(reader.Peek(), 0xFF);
+    EXPECT_EQ(reader.U8(), 0xFF);
+    EXPECT_EQ(reader.U16(), 0x8001);
+    EXPECT_EQ(reader.U32(), 0xFFFEFDFC);
+    EXPECT_EQ(ToHex(reader.Rest()), "07");
+    EXPECT_TRUE(reader.AtEnd());
 }
 
 TEST(OctetReader, NothingIsReadPastTheEnd) {
     test::Octets const octets = test::Hex("01 02 03");
     standard::OctetReader reader(octets);
-    EXPECT_THROW(reader.u32(), standard::EndOfOctets);
-    EXPECT_THROW(reader.take(4), standard::EndOfOctets);
-    EXPECT_EQ(reader.left(), 3u);
-    reader.take(3);
-    EXPECT_THROW(reader.u8(), standard::EndOfOctets);
-    EXPECT_THROW(reader.peek(), standard::EndOfOctets);
+    EXPECT_THROW(reader.U32(), standard::EndOfOctets);
+    EXPECT_THROW(reader.Take(4), standard::EndOfOctets);
+    EXPECT_EQ(reader.Left(), 3u);
+    reader.Take(3);
+    EXPECT_THROW(reader.U8(), standard::EndOfOctets);
+    EXPECT_THROW(reader.Peek(), standard::EndOfOctets);
 }
