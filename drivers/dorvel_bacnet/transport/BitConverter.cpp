@@ -22,7 +22,7 @@ void RequireWidth(std::vector<char> const& octets, std::size_t width) {
     }
 }
 
-// The same number as reversing, padding and reading in host order would give, without the two copies.
+// Gives the same number as padding, reversing and reading in host order, without the two copies.
 template <typename Unsigned>
 Unsigned BigEndianNumber(std::vector<char> const& octets) {
     RequireWidth(octets, sizeof(Unsigned));

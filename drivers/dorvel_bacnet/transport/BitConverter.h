@@ -2,13 +2,15 @@
 
 #include <vector>
 
-// Numbers to and from the big-endian octets of BACnet (ASHRAE 135 clause 20.2). All operations are pure and
-// keep no reference to what they are given.
+// Converts numbers to and from the big-endian octets of BACnet (ASHRAE 135 clause 20.2). All operations are
+// pure: they keep no reference to their arguments, and any thread may call them.
 //
-// Reading takes a big-endian number of any length from no octet at all (0) up to the padded width, 4 or 8
-// octets. There is no sign extension: a signed number is negative only when all octets of the padded width
-// are there. An input longer than the padded width throws ParseException. The second argument of the reading
-// operations is accepted and has no effect: they always start at the first octet.
+// A reading operation takes 0 octets up to the full width of its type, 4 or 8 octets; no octet at all is 0.
+// More octets throw ParseException. The second argument of the reading operations has no effect: they always
+// start at the first octet.
+//
+// Departure from clause 20.2.5: there is no sign extension. A signed number is negative only when it has the
+// full 4 or 8 octets: FF reads as 255. Installed systems rely on this.
 class BitConverter {
 public:
     // True: every machine that the driver is built for is little-endian.
@@ -22,30 +24,29 @@ public:
     static std::vector<char> GetBytes(float value);
     static std::vector<char> GetBytes(double value);
 
-    // Takes up to 4 octets and gives the low 16 bits of their number.
+    // Takes up to 4 octets and returns their low 16 bits.
     static unsigned short ToUInt16(std::vector<char> const& octets, int index);
-    // Padded width 4.
+    // Up to 4 octets.
     static unsigned int ToUInt32(std::vector<char> const& octets, int index);
     static int ToInt32(std::vector<char> const& octets, int index);
     static float ToFloat(std::vector<char> const& octets, int index);
-    // Padded width 8.
+    // Up to 8 octets.
     static unsigned long long ToUInt64(std::vector<char> const& octets, int index);
     static long long ToInt64(std::vector<char> const& octets, int index);
     static double ToDouble(std::vector<char> const& octets, int index);
 
-    // The octets followed by as many zero octets as `width` asks for; an input longer than `width` throws
-    // ParseException.
+    // The octets with zero octets appended up to `width`. More octets than `width` throw ParseException.
     static std::vector<char> CompleteTo(std::vector<char> const& octets, int width);
-    // The same: in spite of its name it never pads with 0xFF, and the signed reads rely on that.
+    // The same as CompleteTo. It pads with zeros only, never with FF, for the reason given at the top.
     static std::vector<char> CompleteWithZerosAndFfsTo(std::vector<char> const& octets, int width);
 
-    // The octets without their leading zeros, but never less than one octet.
+    // The octets without leading zeros. At least one octet remains.
     static std::vector<char> CutZeros(std::vector<char> octets);
 
     // A second name of Reverse.
     static std::vector<char> ToLocalFormat(std::vector<char> const& octets);
 };
 
-// The step between host order and network order: the octets reversed on a little-endian machine, as they
-// stand on any other.
+// Converts between host order and network order: reverses the octets on a little-endian machine and returns
+// them unchanged on any other.
 std::vector<char> Reverse(std::vector<char> octets);

@@ -3,7 +3,7 @@
 #include <stdexcept>
 #include <string>
 
-// The failures of the stack. The texts are the system's vocabulary and are kept to the letter.
+// The exceptions of the stack. Installed systems recognise the default texts, so the texts do not change.
 
 // No answer in time.
 class TimeOutException : public std::runtime_error {
@@ -13,7 +13,7 @@ public:
     TimeOutException() : std::runtime_error("timout") {}
 };
 
-// Octets or a text that do not have the awaited form; the base of all that a parser reports.
+// Octets or a text of the wrong form. The base of all exceptions of a parser.
 class ParseException : public std::runtime_error {
 public:
     explicit ParseException(std::string const& text) : std::runtime_error(text) {}
@@ -29,7 +29,7 @@ public:
     WrongLengthException() : ParseException("message size error") {}
 };
 
-// An octet or a tag is not the awaited one.
+// An octet or a tag that is not the expected one.
 class FormatErrorException : public ParseException {
 public:
     explicit FormatErrorException(std::string const& text) : ParseException(text) {}
@@ -37,7 +37,7 @@ public:
     FormatErrorException() : ParseException("packet format not expected") {}
 };
 
-// A message larger than the receiver takes.
+// A message that is larger than the receiver accepts.
 class MessageOversizeException : public std::runtime_error {
 public:
     explicit MessageOversizeException(std::string const& text) : std::runtime_error(text) {}
@@ -45,12 +45,12 @@ public:
     MessageOversizeException() : std::runtime_error("message size to big") {}
 };
 
-// A value outside its range. It has no base and no text, so only a handler for this very type, or for
-// everything, sees it.
+// A value outside its range. The class has no base and no text, so only a handler for this type or a
+// catch-all handler catches it.
 class ArgumentOutOfRangeException {};
 
-// A plain record, in spite of its name the base of no exception. Its text stays empty: the argument is
-// dropped.
+// A plain record; no exception derives from it. The constructor drops its argument, so `text` is empty until
+// somebody assigns it.
 struct ExceptionBase {
     ExceptionBase() = default;
     explicit ExceptionBase(std::string const& /*text*/) {}

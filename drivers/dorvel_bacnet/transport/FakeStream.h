@@ -5,8 +5,8 @@
 
 #include "IStreamBase.h"
 
-// A read-once stream over a copy of octets. Reading consumes the copy from its front; no socket stands
-// behind it, so sending has no effect.
+// A stream over its own copy of some octets. Reading consumes the copy from the front. There is no socket, so
+// sending has no effect.
 class FakeStream : public IStreamBase {
 public:
     explicit FakeStream(std::vector<char> const& octets);

@@ -1,15 +1,15 @@
 #pragma once
 
-// The byte stream from which every parser of the application layer reads.
+// The byte stream that every parser of the application layer reads. One thread uses a stream at a time.
 class IStreamBase {
 public:
     virtual ~IStreamBase() = default;
 
-    // Sends `count` octets. Returns how many were taken, or a negative number on failure.
+    // Sends `count` octets. Returns the number of octets sent, or a negative number on failure.
     virtual int Send(char const* octets, unsigned int count) = 0;
 
-    // Moves at most `count` octets to `buffer` and returns how many came. Fewer than `count` is no error:
-    // a parser that must fail on truncation compares the result.
+    // Moves at most `count` octets to `buffer` and returns their number. Fewer than `count` is not an error
+    // here: a parser that has to fail on truncated data compares the result.
     virtual unsigned int Receive(char* buffer, unsigned int count) = 0;
 
     // Takes one octet. Throws WrongLengthException when none is left.

@@ -2,5 +2,6 @@
 
 #include <cstddef>
 
-// Room for a whole request in most cases. A header that reserves it is not moved by what is appended to it.
+// The size in octets that holds a whole request in most cases. A header that reserves it does not move when
+// the rest is appended.
 constexpr std::size_t UsualMessage = 64;

@@ -14,7 +14,7 @@ constexpr std::size_t PortPlace = 4;
 constexpr std::size_t PortSize = 2;
 constexpr std::size_t FullSize = AddressSize + PortSize;
 
-// The octets from a place on as a number; those that are missing are zero.
+// The octets from an index on as a number. Missing octets are zero.
 unsigned int Field(std::vector<char> const& bytes, std::size_t place, std::size_t size) {
     unsigned int number = 0;
     for (std::size_t i = place; i < place + size; ++i) {

@@ -56,7 +56,7 @@ Octets ParseHexList(std::vector<std::string> const& parts) {
     return octets;
 }
 
-// No octets for a text that is not a dotted address, so that its caller can try another form.
+// No value for a text that is not a dotted address: the caller then tries another form.
 std::optional<Octets> TryParseIp(std::string const& text) {
     try {
         return AddressParser::ParseIp(text);

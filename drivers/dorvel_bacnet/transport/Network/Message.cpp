@@ -11,7 +11,7 @@ namespace Network {
 
 namespace {
 
-// Message types from here on are proprietary, and a vendor identifier follows them.
+// Message types from here on are proprietary; a vendor identifier follows them.
 constexpr unsigned char FirstProprietaryType = 0x80;
 
 // Version and control octet.
@@ -28,7 +28,7 @@ unsigned char PopOctet(std::deque<char>& queue) {
     return static_cast<unsigned char>(PopFront(queue));
 }
 
-// What the flags of the control octet announce, from the front of the queue.
+// Reads the fields that the flags of the control octet announce from the front of the queue.
 void TakeVariableHeader(std::deque<char>& queue, ControlInformation& information) {
     if (information.hasDestination) {
         information.destination = Message::ParseAddress(queue);
@@ -62,7 +62,7 @@ Message Message::Parse(std::vector<char> npdu) {
     information.hasSource = (control & SourceBit) != 0;
     information.expectingReply = (control & ExpectingReplyBit) != 0;
     npdu.erase(npdu.begin(), npdu.begin() + FixedHeaderSize);
-    // A device of the driver's own network sends no more of a header.
+    // Answers of the local network end their header here, so they need no queue.
     if (information.hasDestination || information.hasSource || information.isNetworkMessage) {
         std::deque<char> queue(npdu.begin(), npdu.end());
         TakeVariableHeader(queue, information);

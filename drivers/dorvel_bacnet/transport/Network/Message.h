@@ -8,18 +8,19 @@
 
 namespace Network {
 
-// A parsed NPDU: its header and all that follows.
+// A parsed NPDU: its header and the octets after it.
 struct Message {
     ControlInformation controlInformation;
-    // The APDU, or the content of a network-layer message: the two are not told apart here.
+    // The APDU, or the content of a network-layer message: `isNetworkMessage` distinguishes them.
     std::vector<char> data;
 
-    // Parses an NPDU. The priority bits are dropped, reserved bits are ignored, and the destination is
-    // compared with nothing. Throws std::runtime_error "Wrong protocol version" for a first octet other than
-    // 1, and ParseException for an NPDU that ends before its header does.
+    // Parses an NPDU. Priority bits and reserved bits are dropped, and the destination is not checked. Throws
+    // std::runtime_error "Wrong protocol version" for a first octet other than 1, and ParseException for an
+    // NPDU that ends within its header.
     static Message Parse(std::vector<char> npdu);
 
-    // Takes network number, length and MAC from the front of the queue; ParseException if it runs out.
+    // Takes network number, length and MAC from the front of the queue. Throws ParseException if the queue
+    // ends first.
     static Address ParseAddress(std::deque<char>& queue);
 };
 

@@ -6,11 +6,11 @@
 
 namespace Network {
 
-// The N-UNITDATA.indication (ASHRAE 135 clause 6.1).
+// The N-UNITDATA.indication (ASHRAE 135 clause 6.1). Only Layer::Receive makes it, so no poll does.
 struct NDataUnitIndication : NDataUnitRequest {
     bool hasSource = false;
     Address source;
-    // The octets of the sender's VmacAddress.
+    // The BACnet/IP MAC of the sender.
     std::vector<char> physicalSource;
 };
 

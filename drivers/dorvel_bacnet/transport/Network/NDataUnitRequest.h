@@ -13,16 +13,16 @@ struct NDataUnitRequest {
     std::vector<char> data;
     std::uint32_t priority = 0;
     bool expectingReply = false;
-    // The message has to go to a remote network.
+    // The message goes to a remote network.
     bool hasDestination = false;
-    // The octets of the VmacAddress of the device, or of the router that leads to it.
+    // The BACnet/IP MAC of the device, or of the router that leads to it.
     std::vector<char> physicalDestination;
     // Read only if hasDestination is set.
     Address destination;
 };
 
-// The NPDU of the request: the header, with a hop count of 255 where there is a destination and never with
-// a source, then the APDU.
+// The NPDU of the request: the header, then the APDU. With a destination the hop count is 255. The header
+// never has a source.
 std::vector<char> ToNpdu(NDataUnitRequest const& request);
 
 }  // namespace Network

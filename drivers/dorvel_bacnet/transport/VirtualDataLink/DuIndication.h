@@ -6,7 +6,7 @@
 
 namespace VirtualDataLink {
 
-// An NPDU that came, with its sender.
+// A received NPDU and its sender.
 struct DuIndication {
     VmacAddress address{false};
     std::vector<char> data;

@@ -6,7 +6,7 @@
 
 namespace VirtualDataLink {
 
-// An NPDU on its way out, with its destination.
+// An NPDU to be sent and its destination.
 struct DuRequest {
     VmacAddress address{false};
     std::vector<char> data;

@@ -8,16 +8,17 @@
 
 namespace VirtualDataLink {
 
-// The frame around an NPDU: Original-Broadcast-NPDU or Original-Unicast-NPDU. The length field is cut to 16
-// bits.
+// An NPDU in an Original-Broadcast-NPDU or Original-Unicast-NPDU frame. The length field holds the low 16
+// bits of the size.
 std::vector<char> FrameNpdu(bool isBroadcast, std::vector<char> npdu);
 
-// The datagram that carries the request, framed by what its destination is.
+// The request as a datagram: a broadcast or a unicast frame, as the flag of its destination says. Only Layer
+// uses it.
 Packet Frame(DuRequest request);
 
-// The NPDU of a received datagram, or nothing when the frame has another function than the two above.
-// Throws std::runtime_error: "packet format error" for fewer than four octets or another type than 0x81,
-// "packet size error" when the length field is not the size of the datagram.
+// The NPDU of a received datagram, or nothing when the frame has another function than the two above. Throws
+// std::runtime_error "packet format error" for fewer than four octets or a type other than 0x81, and "packet
+// size error" when the length field is not the size of the datagram.
 std::optional<std::vector<char>> Unframe(std::vector<char> datagram);
 
 }  // namespace VirtualDataLink

@@ -6,7 +6,7 @@
 
 namespace VirtualDataLink {
 
-// What the network layer needs of a data link.
+// The operations of a data link that the network layer uses.
 class IDataLinkLayer {
 public:
     virtual ~IDataLinkLayer() = default;

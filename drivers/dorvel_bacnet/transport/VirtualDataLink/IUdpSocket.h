@@ -5,7 +5,8 @@
 
 namespace VirtualDataLink {
 
-// The datagram socket that Layer is written against. Time-outs and their unit are the socket's business.
+// The datagram socket that Layer sends and receives through. The driver has no implementation: the device
+// client uses the socket of the host. The implementation defines the unit of the time-out.
 class IUdpSocket {
 public:
     virtual ~IUdpSocket() = default;

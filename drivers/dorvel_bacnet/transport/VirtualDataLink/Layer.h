@@ -8,9 +8,12 @@
 
 namespace VirtualDataLink {
 
-// BACnet/IP (ASHRAE 135 Annex J) for a client: no BBMD, no foreign device. It has no state but its socket,
-// adds no retry, and lets pass whatever the socket throws. Every operation on a layer without a socket throws
-// std::runtime_error.
+// No poll enters this class: the device client frames its datagrams itself (Framing.h). A write creates a
+// layer without a socket and sends nothing through it.
+//
+// BACnet/IP (ASHRAE 135 Annex J) for a client that is neither a BBMD nor a foreign device. Its only state is
+// the socket. It adds no retry and passes on whatever the socket throws. Every operation of a layer without a
+// socket throws std::runtime_error.
 class Layer : public IDataLinkLayer {
 public:
     // No socket.
@@ -20,10 +23,10 @@ public:
 
     // Sends the NPDU in a BVLC frame to the address and port of the request's destination.
     void Send(DuRequest request) override;
-    // Sends the octets as they stand, without a BVLC header, to port 15 of no address.
+    // Sends the octets unchanged, without a BVLC header, to address 0 and port 15.
     void Send(std::vector<char> octets);
-    // Waits for the next frame that carries an NPDU; frames of other functions are dropped without a word.
-    // A malformed frame is lost and throws std::runtime_error, as Unframe tells.
+    // Waits for the next frame that carries an NPDU and drops frames of other functions. A malformed frame is
+    // lost and throws std::runtime_error, as Unframe does.
     DuIndication Receive() override;
     VmacAddress ResolveHostName(char const* name) override;
     void SetTimeout(int timeout) override;

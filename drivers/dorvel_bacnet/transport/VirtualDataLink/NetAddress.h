@@ -2,7 +2,7 @@
 
 namespace VirtualDataLink {
 
-// A UDP end point. The IPv4 address is a number whose most significant octet is the first of the dotted form.
+// A UDP endpoint. The most significant octet of the IPv4 address is the first of the dotted form.
 struct NetAddress {
     unsigned short port = 0;
     unsigned int address = 0;

@@ -6,7 +6,8 @@
 
 namespace VirtualDataLink {
 
-// One UDP datagram with its peer: the receiver of one that is sent, the sender of one that came.
+// No poll uses this record: the device client passes its octets to the socket of the host. It is one UDP
+// datagram with its peer: the receiver of a sent one, the sender of a received one.
 struct Packet {
     NetAddress address;
     std::vector<char> data;

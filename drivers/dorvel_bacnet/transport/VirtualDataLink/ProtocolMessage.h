@@ -6,7 +6,7 @@
 
 namespace VirtualDataLink {
 
-// A BVLC frame: the header and the NPDU that it carries.
+// A BVLC frame: the header and the NPDU.
 struct ProtocolMessage {
     ControlInformation controlInformation;
     std::vector<char> data;
