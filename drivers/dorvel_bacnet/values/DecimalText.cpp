@@ -4,7 +4,7 @@
 
 namespace {
 
-// Gives the calling thread the C locale for as long as it lives; other threads keep theirs.
+// Sets the C locale for the calling thread while it lives; other threads keep theirs.
 class ClassicLocale {
 public:
     ClassicLocale() : previous(uselocale(Classic())) {}

@@ -5,13 +5,13 @@
 #include "CPropertyValue.h"
 #include "ComplexTag.h"
 
-// Reads one kind of property value out of an acknowledgement. A parser holds no state: one instance
-// serves all reads of all threads.
+// Reads one kind of property value from an acknowledgement. A parser has no state: one instance serves all
+// threads.
 class PropertyValueParser {
 public:
     virtual ~PropertyValueParser() = default;
 
-    // The value in `wrapper`, the constructed tag around the value's own tags. Tags that are not such a
-    // value throw ParseException, or what the class of the parser says.
+    // The value in `wrapper`, the constructed tag around the tags of the value. Tags of another shape throw
+    // ParseException, unless the class of the parser documents another exception.
     virtual std::unique_ptr<CPropertyValue> Parse(ComplexTag& wrapper) const = 0;
 };

@@ -18,7 +18,7 @@ int DaysOfYear(int year) {
 constexpr std::array<int, 13> monthDays{0, 31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
 constexpr std::size_t february = 2;
 
-// The days of a month of a year; none where the table ends.
+// The days of a month of a year; 0 after the end of the table.
 int DaysOfMonth(int year, std::size_t month) {
     int const leapDay = month == february && Date::IsLeapYear(year) ? 1 : 0;
     return month < monthDays.size() ? monthDays[month] + leapDay : 0;
@@ -46,7 +46,7 @@ Date::Date(unsigned long long fileTime) {
     int const tableYear = 1900 + year;
     std::size_t walkedMonth = 0;
     int monthSum = 0;
-    // The 366th day of an ordinary year ends the walk in December.
+    // Day 366 of an ordinary year ends the walk in December.
     while (monthSum < dayOfYear && walkedMonth < 12) {
         ++walkedMonth;
         monthSum += DaysOfMonth(tableYear, walkedMonth);

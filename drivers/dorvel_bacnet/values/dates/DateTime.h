@@ -7,12 +7,12 @@
 struct DateTime {
     DateTime() = default;
     DateTime(Date datePart, Time timePart);
-    // Both parts from the whole file time, so the hour is meaningless for a calendar time.
+    // Both parts read the whole file time, so the hour of a calendar time has no meaning.
     explicit DateTime(unsigned long long fileTime);
 
     // The sum of the two parts.
     unsigned long long ToFileTime() const;
-    // 0 for any two of them, as for dates and times.
+    // Returns 0 for any two values (FileTime.h).
     int Compare(DateTime& other) const;
 
     Date date;

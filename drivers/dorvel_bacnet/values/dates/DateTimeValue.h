@@ -4,7 +4,7 @@
 #include "DateValue.h"
 #include "TimeValue.h"
 
-// BACnetDateTime: a date tag and a time tag one behind the other, so ToApplicationTag() throws
+// BACnetDateTime (ASHRAE 135 clause 21): a date tag and then a time tag, so ToApplicationTag() throws
 // std::runtime_error.
 class DateTimeValue : public HeldValue<DateTime> {
 public:
@@ -16,7 +16,7 @@ public:
     int Compare(CPropertyValue& other) const override;
 };
 
-// Reads a wrapper of exactly two tags, the date and the time; all its failures are ParseException.
+// Reads a wrapper of exactly two tags, the date and the time. Any other shape throws ParseException.
 class DateTimeValueParser : public PropertyValueParser {
 public:
     std::unique_ptr<CPropertyValue> Parse(ComplexTag& wrapper) const override;

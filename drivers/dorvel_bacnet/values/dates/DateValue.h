@@ -4,7 +4,8 @@
 #include "Date.h"
 #include "PropertyValueParser.h"
 
-// Application tag 10, Date: year less 1900, month, day, weekday. An unset one is unspecified throughout.
+// Application tag 10, Date (ASHRAE 135 clause 20.2.12): year less 1900, month, day, weekday. By default all
+// four are unspecified.
 class DateValue : public HeldValue<Date> {
 public:
     using HeldValue::HeldValue;
@@ -14,11 +15,11 @@ public:
     int Compare(CPropertyValue& other) const override;
 };
 
-// Reads a wrapper of exactly one tag; all its failures are ParseException.
+// Reads a wrapper of exactly one tag. Any other shape throws ParseException.
 class DateValueParser : public PropertyValueParser {
 public:
     std::unique_ptr<CPropertyValue> Parse(ComplexTag& wrapper) const override;
 
-    // From one tag, which must hold four octets and have the number 10.
+    // The date of one tag, which must have four octets and the number 10.
     std::unique_ptr<DateValue> GetValue(Tag const& tag) const;
 };

@@ -4,7 +4,8 @@
 #include "PropertyValueParser.h"
 #include "Time.h"
 
-// Application tag 11, Time: hour, minute, second, hundredths. An unset one is midnight.
+// Application tag 11, Time (ASHRAE 135 clause 20.2.13): hour, minute, second, hundredths. The default is
+// midnight.
 class TimeValue : public HeldValue<Time> {
 public:
     using HeldValue::HeldValue;
@@ -14,11 +15,11 @@ public:
     int Compare(CPropertyValue& other) const override;
 };
 
-// Reads a wrapper of exactly one tag; all its failures are ParseException.
+// Reads a wrapper of exactly one tag. Any other shape throws ParseException.
 class TimeValueParser : public PropertyValueParser {
 public:
     std::unique_ptr<CPropertyValue> Parse(ComplexTag& wrapper) const override;
 
-    // From one tag, which must hold four octets and have the number 11.
+    // The time of one tag, which must have four octets and the number 11.
     std::unique_ptr<TimeValue> GetValue(Tag const& tag) const;
 };

@@ -3,10 +3,11 @@
 #include "CPropertyValue.h"
 #include "PropertyValueParser.h"
 
-// BACnetBinaryPV of ASHRAE 135 clause 21; other numbers pass unchanged.
+// BACnetBinaryPV (ASHRAE 135 clause 21). Other numbers are kept unchanged.
 enum class BACnetBinaryPV : int { Inactive = 0, Active = 1 };
 
-// Application tag 9, Enumerated, written in one octet: the low eight bits of the value.
+// Application tag 9, Enumerated (ASHRAE 135 clause 20.2.11), always written in one octet: the low eight bits
+// of the value.
 class BinaryValue : public HeldValue<BACnetBinaryPV> {
 public:
     using HeldValue::HeldValue;
@@ -15,7 +16,7 @@ public:
     int Compare(CPropertyValue& other) const override;
 };
 
-// Reads the first tag, whatever its number. Data of another length than one octet throws
+// Reads the first tag, whatever its number. Data of any length but one octet throws
 // ArgumentOutOfRangeException.
 class BinaryValueParser : public PropertyValueParser {
 public:

@@ -3,7 +3,7 @@
 #include "CPropertyValue.h"
 #include "PropertyValueParser.h"
 
-// Application tag 1, Boolean: no data, the length field is the value (ASHRAE 135 clause 20.2.3).
+// Application tag 1, Boolean (ASHRAE 135 clause 20.2.3): no data, the length field is the value.
 class BooleanValue : public HeldValue<bool> {
 public:
     using HeldValue::HeldValue;
@@ -12,7 +12,7 @@ public:
     int Compare(CPropertyValue& other) const override;
 };
 
-// Reads the first tag, which must be number 1 of any class with a length field of 0 or 1; anything else
+// Reads the first tag, which must have number 1, any class, and a length field of 0 or 1. Any other tag
 // throws ParseException.
 class BooleanValueParser : public PropertyValueParser {
 public:

@@ -3,7 +3,7 @@
 #include "CPropertyValue.h"
 #include "PropertyValueParser.h"
 
-// Application tag 5, Double: eight octets, IEEE 754 double (ASHRAE 135 clause 20.2.7).
+// Application tag 5, Double (ASHRAE 135 clause 20.2.7): eight octets, IEEE 754 double.
 class DoubleValue : public HeldValue<double> {
 public:
     using HeldValue::HeldValue;
@@ -12,8 +12,8 @@ public:
     int Compare(CPropertyValue& other) const override;
 };
 
-// Reads up to eight octets of the first tag, whatever its number, as the low end of the bit pattern: a
-// Real found here is misread, not converted.
+// Reads up to eight octets of the first tag, whatever its number, as the low end of the bit pattern. A Real
+// here gives a wrong number: nothing converts it.
 class DoubleValueParser : public PropertyValueParser {
 public:
     std::unique_ptr<CPropertyValue> Parse(ComplexTag& wrapper) const override;

@@ -9,7 +9,7 @@ Tag IntValue::ToApplicationTag() const {
 }
 
 int IntValue::Compare(CPropertyValue& other) const {
-    // Only the low halves count, also where the difference overflows.
+    // Compares the low 32 bits only. Unsigned arithmetic keeps the overflow defined.
     auto const otherValue = dynamic_cast<IntValue&>(other).value;
     return static_cast<int>(static_cast<unsigned int>(value) - static_cast<unsigned int>(otherValue));
 }

@@ -3,8 +3,9 @@
 #include "CPropertyValue.h"
 #include "PropertyValueParser.h"
 
-// Application tag 3, Signed (ASHRAE 135 clause 20.2.5). Written without leading zero octets, with no
-// regard to the sign bit: 200 is the one octet C8, and a negative number takes all eight.
+// Application tag 3, Signed. Departure from ASHRAE 135 clause 20.2.5: leading zero octets are cut without
+// regard to the sign bit, so 200 is the single octet C8 and a negative number has all eight. Installed
+// systems rely on this.
 class IntValue : public HeldValue<long long> {
 public:
     using HeldValue::HeldValue;
@@ -13,8 +14,8 @@ public:
     int Compare(CPropertyValue& other) const override;
 };
 
-// Reads up to eight octets of the first tag, whatever its number, without sign extension: the one octet
-// FF is 255.
+// Reads up to eight octets of the first tag, whatever its number. Departure from clause 20.2.5: there is no
+// sign extension, so the single octet FF is 255.
 class IntValueParser : public PropertyValueParser {
 public:
     std::unique_ptr<CPropertyValue> Parse(ComplexTag& wrapper) const override;

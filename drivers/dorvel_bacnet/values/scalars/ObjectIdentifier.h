@@ -5,14 +5,14 @@
 #include "ObjectTypeEnum.h"
 #include "Tag.h"
 
-// The name of a BACnet object. On the wire four octets, big-endian: the type in the top ten bits, the
-// instance in the low 22 (ASHRAE 135 clause 20.2.14).
+// The identifier of a BACnet object (ASHRAE 135 clause 20.2.14). On the wire it has four octets, big-endian:
+// the type in the top ten bits, the instance in the low 22.
 class ObjectIdentifier {
 public:
     ObjectIdentifier() = default;
-    // Any numbers; what does not fit on the wire is cut off there.
+    // Takes any numbers. GetBytes drops the bits that do not fit.
     ObjectIdentifier(ObjectTypeEnum type, unsigned int instance);
-    // From a tag's data, whatever its number; fewer than four octets are the low end. More than four throw
+    // Reads the data of a tag, whatever its number. Fewer than four octets are the low end; more throw
     // ParseException.
     explicit ObjectIdentifier(Tag const& tag);
 
@@ -22,7 +22,7 @@ public:
     void SetInstanceNumber(unsigned int instance) { instanceNumber = instance; }
 
     std::vector<char> GetBytes() const;
-    // The difference of the types, or if there is none of the instances.
+    // The difference of the types; if they are equal, that of the instances.
     int Compare(ObjectIdentifier other) const;
 
 private:

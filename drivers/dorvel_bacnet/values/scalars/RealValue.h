@@ -3,7 +3,7 @@
 #include "CPropertyValue.h"
 #include "PropertyValueParser.h"
 
-// Application tag 4, Real: four octets, IEEE 754 single (ASHRAE 135 clause 20.2.6).
+// Application tag 4, Real (ASHRAE 135 clause 20.2.6): four octets, IEEE 754 single.
 class RealValue : public HeldValue<float> {
 public:
     using HeldValue::HeldValue;

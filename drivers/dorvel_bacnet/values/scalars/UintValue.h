@@ -3,7 +3,7 @@
 #include "CPropertyValue.h"
 #include "PropertyValueParser.h"
 
-// Application tag 2, Unsigned, written without leading zero octets (ASHRAE 135 clause 20.2.4).
+// Application tag 2, Unsigned (ASHRAE 135 clause 20.2.4), written without leading zero octets.
 class UintValue : public HeldValue<unsigned long long> {
 public:
     using HeldValue::HeldValue;

@@ -16,15 +16,15 @@
 
 namespace {
 
-// What stands for a calendar entry of no known form.
+// The text for a calendar entry of an unknown form.
 constexpr char const* noPeriod = "2,,";
 
-// The forms of a period as the text numbers them.
+// The forms of a period by their number in the text.
 enum Form { dateForm = 0, dateRangeForm = 1, weekNDayForm = 2, calendarForm = 3 };
 
 constexpr char const* noValue = "ExceptionSchedule value = 0";
 
-// A field that may be empty: whoever reads it finds that out.
+// A field that may be empty; its reader checks that.
 std::string const& PresentField(std::vector<std::string> const& fields, std::size_t place) {
     if (place >= fields.size()) {
         throw std::runtime_error(noValue);
@@ -45,7 +45,7 @@ std::unique_ptr<Tag> WeekNDayTag(std::string const& text) {
 }
 
 std::unique_ptr<Tag> PriorityTag(int priority) {
-    // The number of an application Signed is that of the event's priority as well.
+    // An application Signed and the priority of a special event have the same tag number, 3.
     auto tag = std::make_unique<Tag>(IntValue(priority).ToApplicationTag());
     tag->SetIsClass(true);
     return tag;
@@ -64,7 +64,7 @@ std::string WeekNDayText(std::vector<char> const& data) {
     return (month == 0 ? "**" : TwoDigits(month)) + digit(1) + digit(2);
 }
 
-// A calendar entry: a date, a week and day, or whatever else has no text.
+// A calendar entry: a date, or a week and day. No other form has a text.
 std::string CalendarEntryText(Tag const& entry) {
     switch (entry.data.size()) {
         case 4:
@@ -77,7 +77,7 @@ std::string CalendarEntryText(Tag const& entry) {
 }
 
 std::string CalendarText(TagBase& period) {
-    // A constructed tag has no octets of its own, so it is calendar 0.
+    // A constructed tag has no data, so it is calendar 0.
     auto const* const reference = AsPrimitive(&period);
     unsigned const instance = reference == nullptr ? 0 : ObjectIdentifier(*reference).GetInstanceNumber();
     return "3," + std::to_string(instance) + ",";
@@ -106,7 +106,8 @@ void AppendEvent(std::string& text, TagBase& period, ComplexTag& list, Tag const
         text += head;
     }
     AppendEntries(text, list, exceptionEntries);
-    // An event without entries so takes the end of the event ahead of it; installed displays expect this.
+    // An event without entries thereby removes the ";" of the event before it. Installed systems rely on
+    // this.
     if (!text.empty() && text.back() == ';') {
         text.pop_back();
     } else if (!text.empty()) {

@@ -19,7 +19,7 @@ std::string EntryTimeText(Time const& time) {
            TwoDigits(time.hundredths);
 }
 
-// Unlike an entry's time each field but the last is cut to its two places.
+// Each field but the last is cut to two characters, unlike in the time of an entry.
 std::string TimeValueText(Time const& time) {
     return TwoDigits(time.hour).substr(0, 2) + TwoDigits(time.minute).substr(0, 2) +
            TwoDigits(time.second).substr(0, 2) + TwoDigits(time.hundredths);
@@ -69,7 +69,7 @@ std::string ValueText(Tag const& tag, ScheduleEntryStyle const& style) {
     }
 }
 
-// The fields of an entry behind its time: type, length and value.
+// The fields of an entry after its time: type, length and value.
 std::string TailText(TagBase& value, ScheduleEntryStyle const& style) {
     int const type = static_cast<unsigned char>(value.GetTagNumber());
     if (type == 0 || type > 12) {

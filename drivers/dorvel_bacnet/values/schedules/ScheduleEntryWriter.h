@@ -5,26 +5,26 @@
 #include "ComplexTag.h"
 #include "Date.h"
 
-// Where the two kinds of schedule differ in their entries.
+// The differences between the entries of the two kinds of schedule.
 struct ScheduleEntryStyle {
-    // A Null value has no entry; else it has one of the time and an empty type.
+    // A Null has no entry; otherwise it has an entry with the time and an empty type.
     bool omitsNull;
-    // Stands behind the digits of an Unsigned and counts for its length.
+    // Follows the digits of an Unsigned and counts for the length.
     char const* unsignedSuffix;
 };
 
 inline constexpr ScheduleEntryStyle weeklyEntries = {true, "d"};
 inline constexpr ScheduleEntryStyle exceptionEntries = {false, ""};
 
-// Appends a list of times and values, two tags each, as entries of the grammar told at ScheduleValue. Every
-// entry but that of the first pair has a "," ahead of it, so a list whose first Null is omitted starts with
-// one. Numbers are written by their low 32 bits, and a value with a tag number above 12 ends its entry
-// behind the time. Tags of another shape throw ParseException.
+// Appends a list of times and values, two tags each, as entries of the grammar in ScheduleValue.h. Every
+// entry but that of the first pair starts with a ",", so the text of a list whose first Null is omitted
+// starts with one. Numbers are written by their low 32 bits. A value with a tag number above 12 gives an
+// entry that ends after the time. Tags of another shape throw ParseException.
 void AppendEntries(std::string& text, ComplexTag& list, ScheduleEntryStyle const& style);
 
-// An octet as two decimal digits, or three from 100 on.
+// An octet as two decimal digits; three from 100 on.
 std::string TwoDigits(unsigned char octet);
 
-// The nine characters of a date: weekday, day, month, year. Only as many digits of each field as it has
-// room for are kept, so an unspecified weekday is 2, such a day or month 25, and such a year 2155.
+// The nine characters of a date: weekday, day, month, year. Each field keeps only as many digits as it has
+// room for, so an unspecified weekday is 2, an unspecified day or month 25, and an unspecified year 2155.
 std::string DateText(Date const& date);

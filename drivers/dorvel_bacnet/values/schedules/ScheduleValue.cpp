@@ -21,7 +21,7 @@ namespace {
 
 TimeValue TimeFromText(std::string const& text) {
     auto const field = [&text](std::size_t place) {
-        // What a short text lacks is no number, and neither is half a field.
+        // A field that is missing or incomplete must throw, and std::stoi does for an empty text.
         return static_cast<char>(std::stoi(place + 2 <= text.size() ? text.substr(place, 2) : ""));
     };
     return TimeValue(field(0), field(2), field(4), field(6));
@@ -43,7 +43,7 @@ std::vector<bool> BitsFromText(std::string const& text) {
 }
 
 Tag ObjectIdentifierTag(int objectType, int instance) {
-    // The instance is not cut to its 22 bits: what is too much of it runs into the type.
+    // The instance is not cut to its 22 bits: excess bits reach the object type.
     unsigned const packed = static_cast<unsigned>(objectType) << 22 | static_cast<unsigned>(instance);
     return Tag::FromOctets(12, false, BitConverter::GetBytes(packed));
 }

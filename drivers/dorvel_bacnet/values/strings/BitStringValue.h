@@ -5,18 +5,19 @@
 #include "CPropertyValue.h"
 #include "PropertyValueParser.h"
 
-// Application tag 8, Bit String: an octet with the number of unused bits, then the bits, element 0 at the
-// top of the first octet (ASHRAE 135 clause 20.2.10).
+// Application tag 8, Bit String (ASHRAE 135 clause 20.2.10): an octet with the number of unused bits, then
+// the bits. Element 0 is the top bit of the first octet.
 class BitStringValue : public HeldValue<std::vector<bool>> {
 public:
     using HeldValue::HeldValue;
 
     Tag ToApplicationTag() const override;
-    // The shorter one is less; of equal lengths, the one with a clear bit where they first differ.
+    // The shorter one sorts first; of equal lengths, the one with a clear bit at the first difference.
     int Compare(CPropertyValue& other) const override;
 };
 
-// Reads the first tag, whatever its number. No data, or more unused bits than bits, throws ParseException.
+// Reads the first tag, whatever its number. A tag without data, or with more unused bits than bits, throws
+// ParseException.
 class BitStringValueParser : public PropertyValueParser {
 public:
     std::unique_ptr<CPropertyValue> Parse(ComplexTag& wrapper) const override;

@@ -24,6 +24,6 @@ std::unique_ptr<CPropertyValue> CharacterStringValueParser::Parse(ComplexTag& wr
 }
 
 std::string CharacterStringValueParser::GetText(Tag const& tag) {
-    FirstOctet(tag);  // refuses a tag that has none
+    FirstOctet(tag);  // throws for a tag without data
     return std::string(tag.data.data() + 1, tag.data.size() - 1);
 }

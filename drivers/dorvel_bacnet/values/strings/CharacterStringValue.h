@@ -5,8 +5,8 @@
 #include "PropertyValueParser.h"
 #include "TextValue.h"
 
-// Application tag 7, Character String: the character set's octet, then the octets of the text as they
-// stand, whatever the set (ASHRAE 135 clause 20.2.9).
+// Application tag 7, Character String (ASHRAE 135 clause 20.2.9): an octet for the character set, then the
+// octets of the text. They are never converted, whatever the set.
 class CharacterStringValue : public TextValue {
 public:
     using TextValue::TextValue;
@@ -15,12 +15,12 @@ public:
     int Compare(CPropertyValue& other) const override;
 };
 
-// Reads the first tag, which must be number 7 of any class and hold the octet of the character set; anything
-// else throws ParseException. The text is taken over octet by octet, zeros included.
+// Reads the first tag, which must have number 7, any class, and the octet of the character set. Any other tag
+// throws ParseException. The text is copied octet by octet, including zeros.
 class CharacterStringValueParser : public PropertyValueParser {
 public:
     std::unique_ptr<CPropertyValue> Parse(ComplexTag& wrapper) const override;
 
-    // What stands behind the octet of the character set, whatever the tag's number; throws as Parse does.
+    // The text after the octet of the character set, whatever the number of the tag. Throws as Parse does.
     static std::string GetText(Tag const& tag);
 };

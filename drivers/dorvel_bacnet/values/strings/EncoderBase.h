@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-// Turns a text of the runtime into the octets of a character set, and back.
+// Converts a text of the runtime to the octets of a character set, and back.
 class EncoderBase {
 public:
     virtual ~EncoderBase() = default;

@@ -1,7 +1,7 @@
 #pragma once
 
-// The character set octet of a character string, ASHRAE 135 clause 20.2.9. It is carried along, whatever
-// its number; no text is converted.
+// The character set of a character string (ASHRAE 135 clause 20.2.9). The driver keeps the number, whatever
+// it is, and converts no text.
 enum class EncodingTypeEnum : int {
     Utf8 = 0,
     Dbcs = 1,
@@ -9,6 +9,6 @@ enum class EncodingTypeEnum : int {
     Ucs4 = 3,
     Ucs2 = 4,
     Iso_8859_1 = 5,
-    // No character set of the standard: marks a text that the driver made of a schedule.
+    // Not a character set of the standard: marks a text that the driver made from a schedule.
     Schedule = 6,
 };

@@ -11,7 +11,7 @@ public:
     using HeldValue::HeldValue;
 
     Tag ToApplicationTag() const override;
-    // The shorter one is less; of equal lengths, the last octet that differs decides.
+    // The shorter one sorts first; of equal lengths, the last octet that differs decides.
     int Compare(CPropertyValue& other) const override;
 };
 

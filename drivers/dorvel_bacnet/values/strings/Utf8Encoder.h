@@ -2,10 +2,10 @@
 
 #include "EncoderBase.h"
 
-// The runtime's texts are UTF-8 already, so their octets are copied, valid or not.
+// The texts of the runtime are UTF-8 already, so the octets are copied, valid or not.
 class Utf8Encoder : public EncoderBase {
 public:
     std::vector<char> GetBytes(std::string text) const override;
-    // Always empty: texts from the wire are taken over by CharacterStringValueParser itself.
+    // Always empty: CharacterStringValueParser reads the texts from the wire itself.
     std::string GetString(std::vector<char> octets) const override;
 };

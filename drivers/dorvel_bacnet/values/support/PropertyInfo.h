@@ -2,12 +2,12 @@
 
 #include "PropertyTypeEnum.h"
 
-// What the support table knows of a property.
+// The entry of the support table for one property.
 struct PropertyInfo {
     PropertyInfo() = default;
     explicit PropertyInfo(PropertyTypeEnum propertyType) : type(propertyType) {}
 
-    // False in every row and read by nothing; they keep the record's layout.
+    // False in every row, and nothing reads them. They keep the layout of the record.
     bool isArray = false;
     bool isOptional = false;
     PropertyTypeEnum type = PropertyTypeEnum::Real;

@@ -1,7 +1,7 @@
 #pragma once
 
-// The driver's own numbering of the types of properties; each number chooses a value class and its parser.
-// The gaps are part of it.
+// The driver's own numbers for the types of properties. Each number selects a value class and its parser.
+// Some numbers are not used.
 enum class PropertyTypeEnum : int {
     Boolean = 0,
     Unsigned = 1,

@@ -31,7 +31,7 @@ struct ParserRow {
 
 using Type = PropertyTypeEnum;
 
-// Which parser reads which type; a later row for a type replaces an earlier one.
+// The parser of each type. A later row for a type replaces an earlier one.
 constexpr ParserRow parserRows[] = {
     {Type::Boolean, Make<BooleanValueParser>},
     {Type::Real, Make<RealValueParser>},

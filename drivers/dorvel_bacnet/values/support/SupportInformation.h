@@ -14,18 +14,17 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-// Which properties of which object types the driver reads and writes, of what type each is, and which
-// parser reads that type. Filled when the library is loaded and constant from then on, so any number of
-// threads may look things up at once.
+// States which properties of which object types the driver reads and writes, the type of each, and the parser
+// of that type. It is filled when the library is loaded and constant afterwards, so any thread may use it.
 class SupportInformation {
 public:
-    // The one instance, made with the library's static objects: null before that, never made here.
+    // The only instance. The static objects of the library create it; before that the result is null.
     static SupportInformation* GetInstance();
 
-    // What is known of a property. Throws SupportInformationException for a pair that is not supported.
+    // The entry of a property. Throws SupportInformationException for a pair that is not supported.
     PropertyInfo GetPropertyInfo(ObjectTypeEnum objectType, PropertyIdentifierEnum property) const;
-    // The parser for a type; it stays the table's. Null for a type that has none, so for an object
-    // identifier: the caller refuses such a property like one that is not supported.
+    // The parser of a type, which stays owned by the table. Null for a type without a parser, such as an
+    // object identifier: the caller treats that property as not supported.
     PropertyValueParser* GetPropertyParser(PropertyTypeEnum type) const;
 
 private:

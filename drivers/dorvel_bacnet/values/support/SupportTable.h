@@ -7,14 +7,15 @@
 #include "PropertyTypeEnum.h"
 
 // The properties that the driver reads and writes, by object type. Each line stands for every pair of one of
-// its object types and one of its properties, 445 pairs in all, none of them twice. Some differ from ASHRAE
-// 135 clause 12 on purpose, as the host and its projects rely on them:
+// its object types and one of its properties: 445 pairs, none of them twice. These depart from the types and
+// properties of ASHRAE 135 clause 12; installed systems rely on them:
 //
-// - Status_Flags is read as a number of all its octets, the one of the unused bits included;
-// - the Present_Value of a calendar is an Unsigned, that of a schedule always a Real;
-// - the Feedback_Value of a binary output and the Default_Fade_Time of a lighting output are Reals;
-// - Object_Identifier has a type that no parser reads;
-// - Units stands on all object types of the common lines, a binary input has a Relinquish_Default;
+// - Status_Flags is a number of all its octets, including that of the unused bits (a bit string, clause 21);
+// - the Present_Value of a calendar is an Unsigned (a Boolean), that of a schedule always a Real (any type);
+// - the Feedback_Value of a binary output is a Real (a BACnetBinaryPV), the Default_Fade_Time of a lighting
+//   output a Real (an Unsigned);
+// - Object_Identifier has a type without a parser;
+// - every object type of the common lines has Units, and a binary input has a Relinquish_Default;
 // - notification classes and lighting outputs have their own lines only.
 namespace SupportTable {
 
