@@ -8,7 +8,7 @@
 
 // The sub-tag at an index of a constructed tag.
 TagBase& SubTag(ComplexTag& parent, int place);
-// The sub-tag at a place of a constructed tag, as a primitive one.
+// The sub-tag at an index of a constructed tag, as a primitive one.
 Tag& PrimitiveSubTag(ComplexTag& parent, int place);
 // The first octet of the tag's data.
 unsigned char FirstOctet(Tag const& tag);

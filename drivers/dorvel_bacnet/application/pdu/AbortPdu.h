@@ -11,28 +11,28 @@
 // BACnet-Abort-PDU (ASHRAE 135 clause 20.1.9): 70, wire invoke id, wire reason. The server bit of the first
 // octet is never set and never read.
 //
-// An abort has two pairs of invoke id and reason. The original pair is what the constructor, the parser, the
-// setters and Equals use. The wire pair is what GetBytes, Compare(AbortPdu&) and the device client's report
-// use. Nothing writes the wire pair, so it is always 0: the device client takes an abort as meant for it when
-// the pending invoke id is 0 only. The pairs stay apart on purpose.
+// Departure from clause 20.1.9: an abort holds two pairs of invoke id and reason. Constructor, parser,
+// setters and Equals use the original pair. GetBytes, Compare(AbortPdu&) and the device client use the wire
+// pair, which nothing sets, so it is always 0. The device client therefore recognises an abort only while the
+// invoke id of the pending request is 0. Installed systems rely on this.
 class AbortPdu : public PDU {
 public:
     AbortPdu() = default;
     AbortPdu(char id, AbortReasonEnum why);
 
     PduTypeEnum PduType() const override { return PduTypeEnum::Abort; }
-    // From the wire pair: 70 00 00, whatever the original pair holds.
+    // The wire pair: 70 00 00, whatever the original pair holds.
     std::vector<char> GetBytes() const override;
 
-    // Always 0, so operator== is true for any other PDU. Equals is the test of contents.
+    // Always 0, so operator== is true for any other PDU. Equals compares the contents.
     int Compare(PDU& other) const override;
-    // The difference of the wire reasons; when there is none, takes over the other's original invoke id and
-    // returns it as an unsigned octet.
+    // The difference of the wire reasons. If there is none, copies the original invoke id of the other abort
+    // and returns it as an unsigned octet.
     int Compare(AbortPdu& other);
 
     // True for the very same object; throws std::bad_cast for another class.
     bool Equals(PDU& other) const override;
-    // Original invoke id and reason are equal.
+    // Compares original invoke id and reason.
     bool Equals(AbortPdu& other) const;
 
     char GetOriginalInvokeId() const { return originalInvokeId; }
@@ -42,7 +42,7 @@ public:
     char GetWireInvokeId() const { return wireInvokeId; }
     AbortReasonEnum GetWireReason() const { return wireReason; }
 
-    // The text of the log. Reason 7 has the text of 8.
+    // The text for the log. Reasons 7 and 8 have the same text.
     static std::string Message(AbortReasonEnum why);
 
 private:
@@ -52,7 +52,7 @@ private:
     AbortReasonEnum wireReason{};
 };
 
-// Ignores the first octet; fills the original pair alone.
+// Ignores the first octet and sets the original pair only.
 class AbortPduParser : public IPduParser {
 public:
     std::unique_ptr<PDU> Parse(char firstOctet, IStreamBase& stream) const override;

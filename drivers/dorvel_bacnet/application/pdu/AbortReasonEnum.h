@@ -1,6 +1,6 @@
 #pragma once
 
-// The abort reason of ASHRAE 135 clause 18.11. Any octet off the wire can be held.
+// The abort reason (ASHRAE 135 clause 18.11). A value from the wire may be any octet.
 enum class AbortReasonEnum : int {
     Other = 0,
     BufferOverflow = 1,

@@ -5,10 +5,10 @@
 
 #include "AbortReasonEnum.h"
 
-// A device's abort in answer to a request. Without a reason of its own it holds reason 0 (Other).
+// An Abort in answer to a request. The default reason is 0 (Other).
 class AbortResponseException : public std::runtime_error {
 public:
-    // The empty text.
+    // The text is empty.
     AbortResponseException() : std::runtime_error("") {}
     explicit AbortResponseException(std::string const& text) : std::runtime_error(text) {}
     explicit AbortResponseException(char const* text) : std::runtime_error(text) {}

@@ -10,34 +10,34 @@
 #include "ServiceAckParser.h"
 
 // BACnet-ComplexACK-PDU (ASHRAE 135 clause 20.1.5): header, invoke id, [sequence number, window size],
-// service choice, service payload. It owns its service ack. A segment has none; it keeps its payload as the
-// octets that came, since only the joined segments make sense.
+// service choice, service payload. It owns its service ack. A segment has no service ack but its payload as
+// raw octets, since only the joined segments can be parsed.
 class ComplexAck : public SegmentedPdu {
 public:
     ComplexAck() = default;
-    // An ack in one piece. Both constructors take ownership of the service ack.
+    // An unsegmented ack. Both constructors take ownership of the service ack.
     ComplexAck(char id, ConfirmedServiceChoiceEnum choice, ConfirmedServiceAck* ack);
     ComplexAck(char id, ConfirmedServiceChoiceEnum choice, std::unique_ptr<ConfirmedServiceAck> ack);
-    // A segment: reads the stream to its end as the raw payload.
+    // A segment: the rest of the stream is its raw payload.
     ComplexAck(char id, ConfirmedServiceChoiceEnum choice, bool more, char sequence, char window,
                IStreamBase& stream);
-    // Copies nothing: the result is an empty ack, as the default constructor makes it.
+    // Copies nothing: the result is an empty ack, as from the default constructor.
     ComplexAck(ComplexAck const&) : SegmentedPdu() {}
     ComplexAck& operator=(ComplexAck const&) = delete;
 
     PduTypeEnum PduType() const override { return PduTypeEnum::ComplexAck; }
 
-    // The service payload is that of the service ack, or the raw payload when there is no service ack. So a
-    // segment whose segmented flag is cleared gives the head of an unsegmented ack.
+    // The payload is that of the service ack, or the raw one if there is no service ack. A segment with a
+    // cleared segmented flag gives the start of an unsegmented ack.
     std::vector<char> GetBytes() const override;
 
-    // The PDU types, then the service acks; header fields take no part. An ack without a service ack sorts
-    // before one that has it, and two without compare by their raw payloads, the shorter one first.
+    // Compares the PDU types, then the service acks, but no header field. An ack without a service ack sorts
+    // before one with it. Two without compare by their raw payloads, the shorter one first.
     int Compare(PDU& other) const override;
 
-    // Null for a segment. Ownership stays here.
+    // Null for a segment. This object keeps the ownership.
     ConfirmedServiceAck* GetServiceAck() const { return serviceAck.get(); }
-    // The service octets of a segment; empty for an ack in one piece.
+    // The service octets of a segment; empty for an unsegmented ack.
     std::vector<char> const& GetRawPayload() const { return rawPayload; }
 
 private:
@@ -51,7 +51,7 @@ public:
 
     ComplexAckParser();
 
-    // No service parser runs on a segment, not even on the first.
+    // A segment reaches no service parser, not even the first one.
     std::unique_ptr<PDU> Parse(char firstOctet, IStreamBase& stream) const override;
 
     // Throws FormatErrorException for a service without a parser.

@@ -12,7 +12,7 @@
 #include "ServiceRequestParser.h"
 
 // BACnet-Confirmed-Request-PDU (ASHRAE 135 clause 20.1.2): header, max segments and max APDU, invoke id,
-// [sequence number, window size], service choice, service payload. Owns its service request.
+// [sequence number, window size], service choice, service payload. It owns its service request.
 class ConfirmedRequestPdu : public SegmentedPdu {
 public:
     // No segmented response, max segments 0, max APDU 5 (1476 octets), no service request.
@@ -27,15 +27,15 @@ public:
 
     PduTypeEnum PduType() const override { return PduTypeEnum::ConfirmedRequest; }
 
-    // Two octets: that of the base with 02 for segmented-response-accepted, then max segments (three bits)
-    // in the upper half and max APDU (four bits) in the lower one.
+    // Two octets: that of the base, with 02 for segmented-response-accepted; then max segments (three bits)
+    // in the upper half and max APDU (four bits) in the lower half.
     std::vector<char> GetHeader() const override;
 
     // Without a service request the service choice is the last octet.
     std::vector<char> GetBytes() const override;
 
-    // The fields of the base, then max segments, max APDU and segmented-response-accepted. The service
-    // request takes no part.
+    // Compares the fields of the base, then max segments, max APDU and segmented-response-accepted, but not
+    // the service request.
     int Compare(PDU& other) const override;
 
     bool GetSegmentedResponseAccepted() const { return segmentedResponseAccepted; }
@@ -44,7 +44,7 @@ public:
     void SetMaxSegmentsAccepted(MaxSegmentsAcceptedEnum value) { maxSegmentsAccepted = value; }
     MaxApduLengthAcceptedEnum GetMaxApduLengthAccepted() const { return maxApduLengthAccepted; }
     void SetMaxApduLengthAccepted(MaxApduLengthAcceptedEnum value) { maxApduLengthAccepted = value; }
-    // Null when there is none. Ownership stays here.
+    // Null when there is none. This object keeps the ownership.
     ConfirmedServiceRequest* GetServiceRequest() const { return serviceRequest.get(); }
 
 private:
@@ -54,7 +54,7 @@ private:
     std::unique_ptr<ConfirmedServiceRequest> serviceRequest;
 };
 
-// Parses the service payload of a segment as well: a segmented request has no raw form here.
+// Parses the service payload of a segment too: a request keeps no raw payload.
 class ConfirmedRequestParser : public IPduParser {
 public:
     using RequestParsers = ParserRegistry<ConfirmedServiceChoiceEnum, ServiceRequestParser>;

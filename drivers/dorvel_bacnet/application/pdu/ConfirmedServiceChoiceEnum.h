@@ -1,7 +1,7 @@
 #pragma once
 
-// BACnetConfirmedServiceChoice of ASHRAE 135 clause 21. One octet on the wire, so any value from 0 to 255
-// can be held; the client itself uses 12, 14 and 15.
+// BACnetConfirmedServiceChoice (ASHRAE 135 clause 21). It is one octet on the wire, so any value from 0 to
+// 255 is possible. The client uses 12, 14 and 15.
 enum class ConfirmedServiceChoiceEnum : int {
     AcknowledgeAlarm = 0,
     ConfirmedCovNotification = 1,

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-// What an ErrorPdu carries behind its service choice.
+// The part of an ErrorPdu after the service choice.
 class ErrorBase {
 public:
     virtual ~ErrorBase() = default;

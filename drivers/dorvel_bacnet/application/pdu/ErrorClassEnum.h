@@ -1,6 +1,6 @@
 #pragma once
 
-// The error class of ASHRAE 135 clause 18. Any number off the wire can be held.
+// The error class (ASHRAE 135 clause 18). A value from the wire may be any octet.
 enum class ErrorClassEnum : int {
     Device = 0,
     Object = 1,

@@ -1,7 +1,7 @@
 #pragma once
 
-// The error code of ASHRAE 135 clause 18, with three bounds of the numbering among the codes: 51, 256 and
-// 65535. Any number off the wire can be held.
+// The error code (ASHRAE 135 clause 18). Three numbers are bounds of the numbering, not codes: 51, 256 and
+// 65535. A value from the wire may be any octet.
 enum class ErrorCodeEnum : int {
     Other = 0,
     AuthenticationFailed = 1,

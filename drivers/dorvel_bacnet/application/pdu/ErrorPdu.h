@@ -11,11 +11,11 @@
 #include "IPduParser.h"
 #include "SimpleError.h"
 
-// BACnet-Error-PDU (ASHRAE 135 clause 20.1.7): 50, original invoke id, service choice, the error.
-// It owns its error.
+// BACnet-Error-PDU (ASHRAE 135 clause 20.1.7): 50, original invoke id, service choice, error. It owns its
+// error.
 class ErrorPdu : public PDU {
 public:
-    // Everything 0, no error.
+    // All fields 0, no error.
     ErrorPdu() = default;
     // Both constructors take ownership of the error.
     ErrorPdu(char id, ConfirmedServiceChoiceEnum choice, ErrorBase* theError);
@@ -25,22 +25,22 @@ public:
     // Without an error the service choice is the last octet.
     std::vector<char> GetBytes() const override;
 
-    // Always 0, so operator== is true for any other PDU. Equals is the test of contents.
+    // Always 0, so operator== is true for any other PDU. Equals compares the contents.
     int Compare(PDU& other) const override;
 
     // True for the very same object; throws std::bad_cast for another class.
     bool Equals(PDU& other) const override;
-    // Invoke id, service choice and the errors are equal; no error equals no error only.
+    // Compares invoke id, service choice and error. A missing error equals only a missing error.
     bool Equals(ErrorPdu& other) const;
 
     char GetOriginalInvokeId() const { return originalInvokeId; }
     void SetOriginalInvokeId(char value) { originalInvokeId = value; }
     ConfirmedServiceChoiceEnum GetServiceChoice() const { return serviceChoice; }
     void SetServiceChoice(ConfirmedServiceChoiceEnum value) { serviceChoice = value; }
-    // Null when there is none. Ownership stays here.
+    // Null when there is none. This object keeps the ownership.
     ErrorBase* GetError() const { return error.get(); }
 
-    // The texts of the log.
+    // The texts for the log.
     static std::string Message(ErrorClassEnum group);
     static std::string Message(ErrorCodeEnum code);
 
@@ -55,7 +55,8 @@ class ErrorPduParser : public IPduParser {
 public:
     std::unique_ptr<PDU> Parse(char firstOctet, IStreamBase& stream) const override;
 
-    // Reads two tags; class and code are the first data octet of each, so a two-octet enumeration keeps its
-    // high octet only. Throws FormatErrorException when a tag is missing, has no data or is constructed.
+    // Reads two tags. Class and code are the first data octet of each, which departs from ASHRAE 135 clause
+    // 20.2.11: of an enumeration of two octets only the high octet is kept. Installed systems rely on this.
+    // Throws FormatErrorException when a tag is missing, has no data or is constructed.
     static std::unique_ptr<SimpleError> GetErrorPack(IStreamBase& stream);
 };

@@ -6,7 +6,7 @@ namespace {
 
 constexpr char DefaultText[] = "Recieved packet with error";
 
-// Names the class in the place of the code as well: the text that is kept.
+// The name of the class also stands after "Code": installed systems rely on the text.
 std::string TextOf(ErrorClassEnum group) {
     std::string const name = ErrorPdu::Message(group);
     return std::string(DefaultText) + ". Class " + name + " Code " + name;

@@ -6,7 +6,7 @@
 #include "ErrorClassEnum.h"
 #include "ErrorCodeEnum.h"
 
-// A device's error in answer to a request. Without class and code of its own it holds 0 for both.
+// An Error in answer to a request. The default class and code are 0.
 class ErrorResponseException : public std::runtime_error {
 public:
     // "Recieved packet with error"
@@ -14,8 +14,8 @@ public:
     explicit ErrorResponseException(std::string const& text);
     explicit ErrorResponseException(char const* text);
     ErrorResponseException(std::string const& text, ErrorClassEnum group, ErrorCodeEnum code);
-    // Builds its text from the class and names that twice, behind "Class" and behind "Code", on purpose. The
-    // code is in the field alone.
+    // Builds the text from the class only, whose name also follows "Code". The code is in GetErrorCode().
+    // Installed systems rely on the text.
     ErrorResponseException(ErrorClassEnum group, ErrorCodeEnum code);
 
     ErrorClassEnum GetErrorClass() const { return errorClass; }

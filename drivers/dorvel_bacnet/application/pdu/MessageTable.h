@@ -3,16 +3,16 @@
 #include <cstddef>
 #include <string>
 
-// One line of a table from the numbers of the wire to the texts of the log.
+// One row of a table from numbers on the wire to texts for the log.
 struct MessageRow {
     int number;
     char const* text;
 };
 
-// The number of a table's last line, which stands for all numbers that have no line of their own.
+// The number of the last row, which has the text for every number without a row.
 constexpr int AnyOther = -1;
 
-// The text of the number. A number outside the table gives the table's last line.
+// The text of a number, or that of the last row if no row has the number.
 template <std::size_t Size>
 std::string FindMessage(MessageRow const (&table)[Size], int number) {
     for (MessageRow const& row : table) {

@@ -5,8 +5,8 @@
 
 #include "Exceptions.h"
 
-// Parsers by the number that chooses them. Registries are filled once and only read from then on, by
-// several threads at a time: a lookup must never insert.
+// Parsers by the number that selects them. A registry is filled once and then read by several threads, so a
+// lookup must not insert.
 template <class Choice, class Parser>
 using ParserRegistry = std::map<Choice, std::shared_ptr<Parser>>;
 

@@ -10,7 +10,7 @@
 
 namespace {
 
-// Built on the first use, so that it also serves a static initialiser that runs before those of this file.
+// Built on first use, for a static initialiser that runs before those of this file.
 PduParser::Registry const& TheRegistry() {
     static PduParser::Registry const registry = PduParser::GetDefaultPduParsers();
     return registry;

@@ -8,25 +8,25 @@
 #include "PDU.h"
 #include "ParserRegistry.h"
 
-// Turns one APDU into a PDU: its type picks the parser.
+// Parses one APDU: its type selects the parser.
 class PduParser {
 public:
     using Registry = ParserRegistry<PduTypeEnum, IPduParser>;
 
-    // The stream stands at the APDU's first octet. Throws WrongLengthException for an APDU that ends too
-    // early, FormatErrorException for a PDU type or a service without a parser, and whatever the parser of
-    // the service throws. May be called by several threads at once, and from a static initialiser unless the
-    // APDU is an ack or a request with property values: those need the support table, itself a static object.
+    // The stream is at the first octet of the APDU. Throws WrongLengthException for an APDU that ends too
+    // early, FormatErrorException for a PDU type or a service without a parser, and what the parser of the
+    // service throws. Any thread may call it. A static initialiser may call it too, unless the APDU has
+    // property values: those need the support table, which is a static object itself.
     static std::unique_ptr<PDU> Parse(IStreamBase& stream);
 
-    // A new registry of the six PDU types that have a class.
+    // A new registry with the six PDU types that have a class.
     static Registry GetDefaultPduParsers();
 
-    // The registry of the process, built at load and never changed, so any thread may read it: an unknown
-    // type is only looked up. Static initialisers of other files go through Parse, which does not depend on
-    // their order.
+    // The registry of the process. It is built when the library is loaded and never changes, so any thread
+    // may read it. A static initialiser of another file calls Parse instead, which does not depend on their
+    // order.
     static Registry const& PduParsers;
 };
 
-// Kept for those who link against it; nothing here reads it.
+// Programs that link the driver's objects may refer to it. Nothing here reads it.
 extern ConfirmedServiceChoiceEnum _serviceChoice;

@@ -1,7 +1,7 @@
 #pragma once
 
-// The PDU types that have a class: the top four bits of an APDU's first octet (ASHRAE 135 clause 20.1).
-// An octet off the wire can hold any other value from 0 to 15; such an APDU has no parser.
+// The PDU types that have a class: the top four bits of the first octet of an APDU (ASHRAE 135 clause 20.1).
+// A value from the wire may be any number from 0 to 15; other types have no parser.
 enum class PduTypeEnum : int {
     ConfirmedRequest = 0,
     SimpleAck = 2,

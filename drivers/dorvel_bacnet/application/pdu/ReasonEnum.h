@@ -1,6 +1,6 @@
 #pragma once
 
-// The reject reason of ASHRAE 135 clause 18.10. Any octet off the wire can be held.
+// The reject reason (ASHRAE 135 clause 18.10). A value from the wire may be any octet.
 enum class ReasonEnum : int {
     Other = 0,
     BufferOverflow = 1,

@@ -17,13 +17,13 @@ public:
     PduTypeEnum PduType() const override { return PduTypeEnum::Reject; }
     std::vector<char> GetBytes() const override;
 
-    // Both always 0, so operator== is true for any other PDU. Equals is the test of contents.
+    // Both always return 0, so operator== is true for any other PDU. Equals compares the contents.
     int Compare(PDU& other) const override;
     int Compare(RejectPdu& other) const;
 
     // True for the very same object; throws std::bad_cast for another class.
     bool Equals(PDU& other) const override;
-    // Invoke id and reason are equal.
+    // Compares invoke id and reason.
     bool Equals(RejectPdu& other) const;
 
     char GetOriginalInvokeId() const { return originalInvokeId; }
@@ -31,7 +31,7 @@ public:
     ReasonEnum GetReason() const { return reason; }
     void SetReason(ReasonEnum value) { reason = value; }
 
-    // The text of the log.
+    // The text for the log.
     static std::string Message(ReasonEnum why);
 
 private:

@@ -5,10 +5,10 @@
 
 #include "ReasonEnum.h"
 
-// A device's reject in answer to a request. Without a reason of its own it holds reason 0 (Other).
+// A Reject in answer to a request. The default reason is 0 (Other).
 class RejectResponseException : public std::runtime_error {
 public:
-    // The empty text.
+    // The text is empty.
     RejectResponseException() : std::runtime_error("") {}
     explicit RejectResponseException(std::string const& text) : std::runtime_error(text) {}
     explicit RejectResponseException(char const* text) : std::runtime_error(text) {}

@@ -5,26 +5,26 @@
 #include "ConfirmedServiceChoiceEnum.h"
 #include "PDU.h"
 
-// The base of the PDUs that can travel in segments: ConfirmedRequestPdu and ComplexAck. It owns the header
-// octets that both have in common (ASHRAE 135 clauses 20.1.2 and 20.1.5).
-// Invoke id, sequence number and window size are unsigned octets, whatever the sign of a plain char is.
+// The base of the PDUs that can be segmented, ConfirmedRequestPdu and ComplexAck, with the header fields that
+// both have (ASHRAE 135 clauses 20.1.2 and 20.1.5). Invoke id, sequence number and window size count as
+// unsigned octets.
 class SegmentedPdu : public PDU {
 public:
-    // Everything 0 and false, the service choice 12 (ReadProperty).
+    // All fields 0 and false; the service choice is 12 (ReadProperty).
     SegmentedPdu() = default;
-    // A message in one piece.
+    // An unsegmented message.
     SegmentedPdu(char id, ConfirmedServiceChoiceEnum choice);
     // One segment: sets segmented-message.
     SegmentedPdu(char id, ConfirmedServiceChoiceEnum choice, bool more, char sequence, char window);
 
-    // Compares, by subtraction, the type, then segmented-message, more-follows, invoke id, sequence number,
+    // Compares by subtraction: the type, then segmented-message, more-follows, invoke id, sequence number,
     // window size and service choice. Throws std::bad_cast for a PDU of the same type and another class.
     int Compare(PDU& other) const override;
 
-    // GetHeader(), the invoke id and, for a segmented message only, the sequence number and the window size.
+    // GetHeader() and the invoke id; for a segmented message also the sequence number and the window size.
     std::vector<char> GetBytes() const override;
 
-    // The octets in front of the invoke id. Here one: the PDU type in the upper half, 08 for
+    // The octets before the invoke id. By default one: the PDU type in the upper half, 08 for
     // segmented-message, 04 for more-follows.
     virtual std::vector<char> GetHeader() const;
 

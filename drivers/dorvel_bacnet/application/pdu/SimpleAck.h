@@ -9,16 +9,16 @@
 // BACnet-SimpleACK-PDU (ASHRAE 135 clause 20.1.4), always three octets: 20, invoke id, service choice.
 class SimpleAck : public PDU {
 public:
-    // Invoke id 0 and service choice 0, until the parser sets them.
+    // Invoke id 0 and service choice 0.
     SimpleAck() = default;
     SimpleAck(char id, ConfirmedServiceChoiceEnum choice);
 
     PduTypeEnum PduType() const override { return PduTypeEnum::SimpleAck; }
     std::vector<char> GetBytes() const override;
 
-    // The PDU types, then as below. Throws std::bad_cast for a PDU of this type and another class.
+    // Compares the PDU types, then as below. Throws std::bad_cast for a PDU of this type and another class.
     int Compare(PDU& other) const override;
-    // The invoke ids, as unsigned octets, then the service choices, by subtraction.
+    // Compares by subtraction: the invoke ids as unsigned octets, then the service choices.
     int Compare(SimpleAck& other) const;
 
     char GetInvokeId() const { return invokeId; }

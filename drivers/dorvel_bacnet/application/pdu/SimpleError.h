@@ -6,8 +6,8 @@
 #include "ErrorClassEnum.h"
 #include "ErrorCodeEnum.h"
 
-// An error of class and code: two application tags of type Enumerated with one octet each, so numbers above
-// 255 lose their upper bits on the wire.
+// An error of class and code: two application tags of type Enumerated with one octet each. Departure from
+// ASHRAE 135 clause 20.2.11: numbers above 255 lose their upper bits on the wire.
 class SimpleError : public ErrorBase {
 public:
     SimpleError() = default;
@@ -15,7 +15,7 @@ public:
 
     std::vector<char> GetBytes() const override;
 
-    // Class and code are equal. Throws std::bad_cast for an error of another class.
+    // Compares class and code. Throws std::bad_cast for an error of another class.
     bool Equals(ErrorBase& other) const override;
     bool Equals(SimpleError& other) const;
 

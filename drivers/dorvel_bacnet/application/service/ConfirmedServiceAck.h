@@ -7,7 +7,7 @@ class ConfirmedServiceAck {
 public:
     virtual ~ConfirmedServiceAck() = default;
 
-    // 0 for equal. The base calls all equal; the services throw std::bad_cast for an ack of another class.
+    // 0 for equal, which is the default. The services throw std::bad_cast for an ack of another class.
     virtual int Compare(ConfirmedServiceAck& other) const;
 
     virtual std::vector<char> GetBytes() const = 0;

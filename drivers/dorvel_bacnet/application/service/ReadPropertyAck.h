@@ -10,7 +10,8 @@
 #include "PropertyIdentifierEnum.h"
 #include "ServiceAckParser.h"
 
-// ReadProperty-ACK (ASHRAE 135 clause 15.5). Owns its value.
+// ReadProperty-ACK (ASHRAE 135 clause 15.5). It owns its value. The client parses it but never requests it: a
+// poll uses ReadPropertyMultiple.
 class ReadPropertyAck : public ConfirmedServiceAck {
 public:
     // No index, property 0, no value.
@@ -19,12 +20,12 @@ public:
     ReadPropertyAck(ObjectIdentifier object, PropertyIdentifierEnum property, CPropertyValue* value,
                     int arrayIndex);
 
-    // Object, property (low eight bits), the index as four octets if present, and the value's
-    // ToApplicationTags() between the opening and closing tag 3. No value gives 3E 3F.
+    // Object; property (low eight bits); the index in four octets if present; ToApplicationTags() of the
+    // value between the opening and closing tag 3. Without a value that is 3E 3F.
     std::vector<char> GetBytes() const override;
 
-    // The differences of object, property, index flag, index and value, in this order; an ack without a
-    // value sorts before one that has it. Throws std::bad_cast for an ack of another class, and for values of
+    // Compares object, property, presence of the index, index and value, in this order. An ack without a
+    // value sorts before one with a value. Throws std::bad_cast for an ack of another class and for values of
     // different classes.
     int Compare(ConfirmedServiceAck& other) const override;
 
@@ -37,7 +38,7 @@ public:
     void SetPropertyIdentifier(PropertyIdentifierEnum value) { propertyIdentifier = value; }
     ObjectIdentifier GetObjectId() const { return objectId; }
     void SetObjectId(ObjectIdentifier value) { objectId = value; }
-    // Null when there is none. Ownership stays here.
+    // Null when there is none. This object keeps the ownership.
     CPropertyValue* GetPropertyValue() const { return propertyValue.get(); }
     // Destroys the value that was there.
     void SetPropertyValue(std::unique_ptr<CPropertyValue> value) { propertyValue = std::move(value); }
@@ -53,7 +54,7 @@ private:
 class ReadPropertyAckParser : public ServiceAckParser {
 public:
     // Throws FormatErrorException when the object, the property or the value is absent or of the wrong kind,
-    // SupportInformationException for a pair that the support table does not hold, and what the value's
-    // parser throws. The pair is looked up before the kind of the value's tag is.
+    // SupportInformationException for a pair outside the support table, and what the parser of the value
+    // throws. The lookup of the pair comes before the check of the value's tag.
     std::unique_ptr<ConfirmedServiceAck> Parse(IStreamBase& stream) const override;
 };

@@ -6,7 +6,7 @@
 
 namespace {
 
-// The sub-tag at the place, or null behind the end of the list.
+// The sub-tag at the index, or null after the end of the list.
 TagBase* SubTagOrNull(ComplexTag const& list, int place) {
     return place < list.size() ? list.GetSubTag(place) : nullptr;
 }

@@ -8,8 +8,7 @@
 #include "PropertyIdentifierEnum.h"
 #include "ServiceRequestParser.h"
 
-// ReadProperty-Request (ASHRAE 135 clause 15.5). Narrower on the wire than the standard's service: see
-// GetBytes. The poll cycle never sends it.
+// ReadProperty-Request (ASHRAE 135 clause 15.5). The client never sends it: a poll uses ReadPropertyMultiple.
 class ReadPropertyRequest : public ConfirmedServiceRequest {
 public:
     ReadPropertyRequest() = default;
@@ -17,10 +16,10 @@ public:
     ReadPropertyRequest(ObjectIdentifier object, PropertyIdentifierEnum property, int arrayIndex);
 
     // Always seven octets: context tag 0 with the object, context tag 1 with the low eight bits of the
-    // property. The array index is never written.
+    // property. The array index, optional in clause 15.5, is never written.
     std::vector<char> GetBytes() const override;
 
-    // 0 stands for an absent index as well.
+    // 0 also means that there is no index.
     unsigned int GetPropertyArrayIndex() const { return propertyArrayIndex; }
     PropertyIdentifierEnum GetPropertyIdentifier() const { return propertyIdentifier; }
     ObjectIdentifier GetObjectId() const { return objectId; }

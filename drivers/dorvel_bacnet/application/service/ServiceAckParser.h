@@ -5,12 +5,12 @@
 #include "ConfirmedServiceAck.h"
 #include "IStreamBase.h"
 
-// Reads the payload of one service's acknowledgement. One instance serves all threads, so it holds no state.
+// Parses the payload of the acknowledgement of one service. It has no state: one instance serves all threads.
 class ServiceAckParser {
 public:
     virtual ~ServiceAckParser() = default;
 
-    // The stream stands behind the service choice. Throws ParseException or one of its children for
-    // octets that are not the service's, and what the value parsers throw.
+    // The stream is at the octet after the service choice. Throws ParseException or a class derived from it
+    // for octets of another form, and what the value parsers throw.
     virtual std::unique_ptr<ConfirmedServiceAck> Parse(IStreamBase& stream) const = 0;
 };

@@ -9,9 +9,9 @@
 #include "PropertyValueParser.h"
 #include "TagBase.h"
 
-// The elements that the services have in common, written and read in one place.
+// The elements that the services have in common. Throughout, "element n" is the one with context tag n.
 
-// The tags of a service by their context tag number, as TagParser::ReadSequence gives them.
+// The tags of a service by context tag number, from TagParser::ReadSequence.
 using ServiceElements = std::map<char, std::unique_ptr<TagBase>>;
 
 // The element, or null when it is absent.
@@ -23,26 +23,27 @@ ObjectIdentifier ReadObjectIdentifier(ServiceElements const& elements);
 // Element 1 as a property identifier. Throws FormatErrorException when it is absent or constructed.
 PropertyIdentifierEnum ReadPropertyIdentifier(ServiceElements const& elements);
 
-// Element 2 as a property array index, of which the low 32 bits count. Throws FormatErrorException for a
-// constructed tag.
+// Element 2 as a property array index: the low 32 bits. Throws FormatErrorException for a constructed tag.
 int ReadArrayIndex(TagBase& element);
 
 // Element 0: context tag 0 with the four octets of the object identifier.
 std::vector<char> ObjectBytes(ObjectIdentifier object);
 
 // Elements 0 and 1: as above, then context tag 1 with the low eight bits of the property identifier.
-// Properties above 255 are cut on purpose.
+// Departure from ASHRAE 135 clause 20.2.11: the upper bits of a property above 255 are not sent. Installed
+// systems rely on this.
 std::vector<char> ObjectAndPropertyBytes(ObjectIdentifier object, PropertyIdentifierEnum property);
 
-// Element 2: context tag 2 with the property array index in four octets, never shortened.
+// Element 2: context tag 2 with the property array index, always in four octets. Departure from clause
+// 20.2.4, which has the fewest octets.
 std::vector<char> ArrayIndexBytes(unsigned int arrayIndex);
 
-// The parser that the support table names for the property's values; it stays the table's. Throws
-// SupportInformationException for a pair that the table does not hold, and the same for a type without a
-// parser: to a caller both are properties that are not supported.
+// The parser that the support table has for the values of a property; the table keeps the ownership. Throws
+// SupportInformationException for a pair outside the table and for a type without a parser: for the caller
+// neither property is supported.
 PropertyValueParser const& FindValueParser(ObjectIdentifier object, PropertyIdentifierEnum property);
 
-// Element 3 as a value of that property. Throws FormatErrorException when it is absent or primitive, as
-// FindValueParser does, and what the parser throws.
+// Element 3 as a value of that property. Throws FormatErrorException when it is absent or primitive, and what
+// FindValueParser and the parser throw.
 std::unique_ptr<CPropertyValue> ReadPropertyValue(ServiceElements const& elements, ObjectIdentifier object,
                                                   PropertyIdentifierEnum property);

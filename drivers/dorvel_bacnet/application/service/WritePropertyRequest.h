@@ -10,8 +10,8 @@
 #include "PropertyIdentifierEnum.h"
 #include "ServiceRequestParser.h"
 
-// WriteProperty-Request (ASHRAE 135 clause 15.9) without its priority, which whoever sends the request puts
-// behind the finished message. Owns its value.
+// WriteProperty-Request (ASHRAE 135 clause 15.9) without its priority: the sender appends that to the
+// finished message. It owns its value.
 class WritePropertyRequest : public ConfirmedServiceRequest {
 public:
     // No index, property 0, no value.
@@ -20,22 +20,23 @@ public:
     WritePropertyRequest(ObjectIdentifier object, PropertyIdentifierEnum property, int arrayIndex,
                          CPropertyValue* value);
 
-    // Context tag 0 with the object, context tag 1 with the low eight bits of the property, context tag 2
-    // with the index in four octets unless it is 0, and the value between the opening and closing tag 3: its
-    // ToApplicationTags(), or where these are empty its ToApplicationComplexTags(). There has to be a value;
-    // what its two operations throw comes out.
+    // Context tag 0 with the object; context tag 1 with the low eight bits of the property; context tag 2
+    // with the index in four octets, unless it is 0; the value between the opening and closing tag 3. The
+    // value is written with ToApplicationTags(), or if that is empty with ToApplicationComplexTags(). There
+    // must be a value. Throws what these two operations throw.
     std::vector<char> GetBytes() const override;
 
-    // 0 stands for no index, so the index 0 cannot be sent.
+    // 0 means that there is no index. Clause 15.9 allows index 0, the size of an array; it cannot be sent
+    // here.
     unsigned int GetPropertyArrayIndex() const { return propertyArrayIndex; }
     void SetPropertyArrayIndex(unsigned int arrayIndex) { propertyArrayIndex = arrayIndex; }
     PropertyIdentifierEnum GetPropertyIdentifier() const { return propertyIdentifier; }
     void SetPropertyIdentifier(PropertyIdentifierEnum value) { propertyIdentifier = value; }
     ObjectIdentifier GetObjectId() const { return objectId; }
     void SetObjectId(ObjectIdentifier value) { objectId = value; }
-    // Null when there is none. Ownership stays here.
+    // Null when there is none. This object keeps the ownership.
     CPropertyValue* GetPropertyValue() const { return propertyValue.get(); }
-    // The value that was there is destroyed.
+    // Destroys the previous value.
     void SetPropertyValue(std::unique_ptr<CPropertyValue> value) { propertyValue = std::move(value); }
 
 private:
@@ -45,11 +46,11 @@ private:
     std::unique_ptr<CPropertyValue> propertyValue;
 };
 
-// Reads a request up to the value; a priority behind it stays in the stream.
+// Parses a request up to the value. A priority after it stays in the stream.
 class WritePropertyRequestParser : public ServiceRequestParser {
 public:
-    // Throws FormatErrorException when the object, the property or the value is absent, or an element is of
+    // Throws FormatErrorException when the object, the property or the value is absent or an element is of
     // the wrong kind, SupportInformationException for a property that is not supported, and what the parser
-    // of the property's values throws.
+    // of the value throws.
     std::unique_ptr<ConfirmedServiceRequest> Parse(IStreamBase& stream) const override;
 };

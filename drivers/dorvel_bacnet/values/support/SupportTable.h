@@ -6,7 +6,7 @@
 #include "PropertyIdentifierEnum.h"
 #include "PropertyTypeEnum.h"
 
-// The properties that the driver reads and writes, by object type. Each line stands for every pair of one of
+// The properties that the driver reads and writes, by object type. Each line lists every pair of one of
 // its object types and one of its properties: 445 pairs, none of them twice. These depart from the types and
 // properties of ASHRAE 135 clause 12; installed systems rely on them:
 //
