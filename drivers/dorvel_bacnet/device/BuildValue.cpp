@@ -29,7 +29,7 @@ using Value = std::unique_ptr<CPropertyValue>;
     throw std::runtime_error("Property Type not supported");
 }
 
-// What the getter gives; where it gives nothing, the value that the type starts with.
+// The result of the getter, or the default value of the type if it fails.
 template <class T>
 T Get(OpcUa_VariantHlp const& variant, OpcUa_StatusCode (OpcUa_VariantHlp::*getter)(T&) const) {
     T value{};
@@ -60,7 +60,7 @@ Value BuildDouble(OpcUa_VariantHlp const& variant, long long) {
     return std::make_unique<DoubleValue>(Get(variant, &OpcUa_VariantHlp::GetDouble));
 }
 
-// A value that is made of a text in UTF-8.
+// A value made from a text in UTF-8.
 template <class Text>
 Value BuildText(OpcUa_VariantHlp const& variant, long long) {
     return std::make_unique<Text>(Get(variant, &OpcUa_VariantHlp::GetString), EncodingTypeEnum::Utf8);
@@ -73,7 +73,7 @@ Value BuildTime(OpcUa_VariantHlp const& variant, long long) {
         static_cast<char>(milliseconds % 60'000 / 1'000), static_cast<char>(milliseconds % 1'000 / 100));
 }
 
-// The calendar record of a time, moved by so many units of 100 ns.
+// The calendar record of a time plus `shift` units of 100 ns.
 RTime CalendarOf(OpcUa_VariantHlp const& variant, long long shift) {
     long long time = 0;
     if (variant.GetTime(time, 1) != OpcUa_Good || time == 0) {

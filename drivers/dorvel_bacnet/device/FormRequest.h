@@ -8,16 +8,16 @@
 
 namespace dorvel::BACnet {
 
-// An APDU as a request to the network layer, marked as expecting a reply. With a remote network other than 0
-// the message goes through a router: it carries the remote address, and the link address is the router's.
+// An APDU as a request to the network layer, always with expecting-reply. With a remote network other than 0
+// the message goes through a router: it has the remote address, and linkAddress is the router's.
 Network::NDataUnitRequest AddressedRequest(std::vector<char> apdu, std::vector<char> const& linkAddress,
                                            Network::Address const& remoteAddress);
 
-// The requests of a read.
+// Requests of a read.
 
-// The APDU of one ReadPropertyMultiple for all tags, which must be of one object and at least one (none
-// throws std::out_of_range). The properties are asked for in the order of the tags, with Status_Flags behind
-// them if no tag has it. Increments the invoke id, an octet that wraps, and uses the new value.
+// The APDU of one ReadPropertyMultiple for all tags: at least one (otherwise std::out_of_range), all of the
+// same object. The properties have the order of the tags; Status_Flags is added at the end if no tag has it.
+// First increments the invoke id, an octet that wraps around, and then uses it.
 std::vector<char> FormMessage(char& invokeId, std::vector<tagReadData*> const& tags);
 
 // The same as a request to the network layer.
@@ -25,8 +25,9 @@ Network::NDataUnitRequest FormRequest(char& invokeId, std::vector<tagReadData*> 
                                       std::vector<char> const& linkAddress,
                                       Network::Address const& remoteAddress);
 
-// The acknowledgement of one received segment (ASHRAE 135 clause 20.1.6) with window size 1. It carries the
-// invoke id of the read request, which does not change.
+// The acknowledgement of one received segment (ASHRAE 135 clause 20.1.6), with the invoke id of the read
+// request. Departures on which installed systems rely: the window is always 1 segment, not what the device
+// proposes (clause 5.3), and it has expecting-reply (clause 6.2.2).
 Network::NDataUnitRequest FormSegmentAckRequest(char const& invokeId, char sequenceNumber,
                                                 std::vector<char> const& linkAddress,
                                                 Network::Address const& remoteAddress);

@@ -8,8 +8,8 @@
 
 namespace dorvel::BACnet {
 
-// One received APDU as a PDU. Throws as PduParser::Parse does; no octets at all, which is what stands there
-// when nothing came, are a WrongLengthException.
+// Parses one received APDU. Throws as PduParser::Parse does; an empty APDU, which means that nothing was
+// received, throws WrongLengthException.
 inline std::unique_ptr<PDU> ParseApdu(std::vector<char> const& apdu) {
     FakeStream stream(apdu);
     return PduParser::Parse(stream);

@@ -7,12 +7,13 @@
 
 namespace dorvel::BACnet {
 
-// What reads and writes have in common when a device refuses them.
+// Errors and rejects of a device, as reads and writes both handle them.
 
-// The class and code of an Error PDU, which stay the PDU's. Throws std::bad_cast if it holds no such error.
+// The class and code of an Error PDU, which keeps the ownership. Throws std::bad_cast if its error is of
+// another class.
 SimpleError const& SimpleErrorOf(ErrorPdu const& pdu);
 
-// A Reject PDU as an exception whose text names the reason.
+// A Reject PDU as an exception. Its text has the reason.
 RejectResponseException RejectionOf(RejectPdu const& pdu);
 
 }  // namespace dorvel::BACnet

@@ -114,7 +114,7 @@ void StoreEnumeration(CPropertyValue& value, long long, OpcUa_VariantHlp& varian
     variant.SetUInt(number);
 }
 
-// The flags stand in bits 4 to 7: the support table has the bit string read as a number.
+// The flags are bits 4 to 7, as the support table reads the bit string as a number.
 void StoreStatusFlags(CPropertyValue& value, long long, OpcUa_VariantHlp& variant) {
     unsigned int const flags = ValueOf<EnumValue>(value) >> 4 & 0x0F;
     Trace("value : %u\n", flags);

@@ -17,11 +17,11 @@ std::atomic<bool> TBACnet::IsTerminated{false};
 
 namespace {
 
-// How many local ports a client behind a router tries.
+// The number of local ports that a client behind a router tries.
 constexpr int PortsToTry = 20;
 
-// Room for so many records more, so that they need not move as they come. Where there is none at once, there
-// may be some as they come.
+// Reserves memory for the records, so that they do not move while they are appended. It is not needed:
+// without memory for all at once there may be enough for each.
 void MakeRoom(std::vector<WriteDataRec>& values, std::size_t count) {
     try {
         values.reserve(values.size() + count);
@@ -101,7 +101,7 @@ void TBACnet::InitTags(std::vector<VelaBufferParameters*> const& params) {
         address->propertyId = GetPropertyType(param->objectProperties);
         auto tag = std::make_unique<tagReadData>();
         tags[address->objectType][address->objectNumber].push_back(tag.get());
-        // The descriptor goes from one owner to the next only when nothing can fail any more.
+        // The ownership of the descriptor moves only when nothing can throw any more.
         tag->address = address.release();
         tag->descriptor = std::exchange(param->descriptor, nullptr);
         tag.release();

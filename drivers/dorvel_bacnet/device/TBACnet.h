@@ -25,125 +25,133 @@
 
 namespace dorvel::BACnet {
 
-// The invoke id of the latest write, 255 followed by 0. Read and assigned like an octet, by any thread. One
-// for all devices of the process, unlike that of reads: blocks on different threads take distinct numbers
-// from it, but an answer is held against the number that was given out last, also when that went to another
-// block.
+// The invoke id of the latest write of the process; 0 follows 255. Any thread may read or assign it. Blocks
+// on different threads take distinct ids from it, but an answer is compared with the latest id, even if
+// another block took that one.
 extern std::atomic<unsigned char> WriteInvokeId;
 
-// Whether an answer is the SimpleAck of the latest write; the tag is not looked at. An Error or a Reject of
-// it throws ErrorResponseException or RejectResponseException; anything else, an Abort of it too, is not its
-// answer. Throws std::bad_cast for a PDU of another class than its type's.
+// True if an answer is the SimpleAck of the latest write. Does not read the tag. An Error or a Reject of that
+// write throws ErrorResponseException or RejectResponseException; every other PDU, including an Abort, is not
+// its answer. Throws std::bad_cast for a PDU of another class than its type has.
 bool ProcessWriteResponse(PDU& pdu, tagReadData const& tag);
 
-// The client of one device: its addressing and limits, the tags that are read from it, and the poll over
-// them. It belongs to the task that runs its block: all operations are called there, one at a time, and those
-// that send wait for the answer.
+// The client of one device: its address and limits, the tags that are read from it, and the poll. It belongs
+// to the task of its block. Only that task calls its operations, one at a time; those that send block until
+// the answer or the time-out.
 class TBACnet {
 public:
-    // Tags by object type, within it by object number, within that in the order of configuration.
+    // Tags by object type, then by object number, then in the order of configuration.
     using TagTable = std::map<ObjectTypeEnum, std::map<int, std::vector<tagReadData*>>>;
 
-    // Milliseconds to wait for one datagram, whatever time-out the block is given.
+    // Milliseconds to wait for one datagram. The Timeout of the block has no effect.
     static constexpr int ReceiveTimeout = 1000;
 
-    // The runtime stops: all polls end before their next object. Read and assigned like a bool, by any
-    // thread.
+    // True while the runtime stops: every poll then ends before its next object. Any thread may read or
+    // assign it.
     static std::atomic<bool> IsTerminated;
 
-    // The socket stays the caller's and has to outlive the client. peer, where every datagram goes, becomes
-    // the client's when the constructor returns; if it throws, for lack of memory, peer stays the caller's.
-    // The two texts (Network::AddressParser has their grammar) change their roles with the network number, of
-    // which the low 16 bits count:
-    //   0      the device is mac; address is not looked at and no socket is opened
-    //   other  the device is mac on that network, behind the router that address names; the socket is opened
-    //          on the first free one of 20 ports above the one that its record holds
-    // A text that is no address is logged and leaves a client that is not IsCreated().
+    // The caller keeps the ownership of the socket, which must outlive the client. The client takes peer, the
+    // destination of every datagram, when the constructor returns; if it throws, for lack of memory, the
+    // caller keeps it.
+    //
+    // The roles of the two texts (grammar: Network::AddressParser) depend on the network number, of which the
+    // low 16 bits count:
+    //
+    //   0      mac is the address of the device; `address` is not read and no socket is opened
+    //   other  mac is the address of the device on that network, behind the router at `address`; the socket
+    //          is opened on the first free one of the 20 ports after the port in its record
+    //
+    // A text that is not an address is logged; the client is then not IsCreated().
     TBACnet(NLSocket& socket, sockaddr_in* peer, unsigned short taskParam, std::string address,
             std::string mac, int timeout, int countRepeat, int addressNumber, int networkNumber,
             int priority);
     TBACnet(TBACnet const&) = delete;
     TBACnet& operator=(TBACnet const&) = delete;
-    // Closes the socket if it is open and deletes the tags.
+    // Closes the socket if it is open and destroys the tags.
     ~TBACnet();
 
-    // Enters the variables into the tag table and takes their descriptors over, of which the records keep
-    // none; the records stay the caller's. Codes are not checked (CodeMaps.h says what becomes of unknown
-    // ones), nor are duplicates found. If it throws, for lack of memory, the records whose descriptors it did
-    // not take still have them, and the client can only be destroyed.
+    // Adds the variables to the tag table. Takes the descriptors, which the records then no longer have; the
+    // records stay owned by the caller. Codes are not checked (CodeMaps.h has the result for an unknown one),
+    // and duplicates are not detected. If it throws, for lack of memory, records whose descriptor was not
+    // taken yet still have it, and the client must be destroyed.
     void InitTags(std::vector<VelaBufferParameters*> const& params);
 
-    // One poll of all tags: an exchange per object, by ascending type and number, whose values are appended.
-    // An object that fails takes repeatCount from the budget of errorLimit, one that answers restores it;
-    // with nothing left of it the poll ends and the fault flag is set. As both numbers are the block's
-    // CountRepeat, the first failed object ends the poll. Ends at once, without a fault, when the runtime
-    // stops.
+    // One poll of all tags: one exchange per object, by ascending type and number. Appends the values. The
+    // poll starts with a budget of errorLimit; a failed object takes repeatCount from it, an answered one
+    // restores it. When it is used up, the poll ends and sets the fault flag. As both numbers are the
+    // CountRepeat of the block, the first failed object ends the poll. A stop of the runtime ends it before
+    // the next object, without a fault.
     void Read(std::vector<WriteDataRec>& values);
 
-    // Reads one object, the tags' own, in up to repeatCount attempts, and appends what came. 0 when the
-    // device did not take part: no attempt was answered, or an answer in segments was unusable. 1 when it
-    // did: values were delivered, or were refused in a way that a repetition cannot mend. Throws nothing of a
-    // transaction.
+    // Reads one object, to which all tags belong, in up to repeatCount attempts and appends the values.
+    // Returns 1 if the device took part: it sent values, or an answer that a repeat cannot improve. Returns 0
+    // if no attempt had a usable answer, and without a further attempt if a segmented answer is incomplete.
+    // No exception of a transaction leaves it.
+    //
+    // Departure from ASHRAE 135 clause 5.4.4: each attempt has a new invoke id, and an Error, a Reject or an
+    // Abort does not end the transaction but leads to the next attempt. Installed systems rely on this.
     int ProcessTagM(ObjectIdentifier object, std::vector<tagReadData*> const& tags,
                     std::vector<WriteDataRec>& values);
 
-    // Sends the request to the peer and waits for one datagram, whoever sent it. The result is the number of
-    // octets that came; 0 or less when none did, and then apdu stays as it was, else it becomes the
-    // datagram's APDU. Throws std::runtime_error "packet format error" for what is no BVLC frame that carries
-    // an NPDU, "packet size error" for one whose length field is wrong, and what Network::Message::Parse
-    // throws.
+    // Sends the request to the peer and waits for one datagram, from any sender. Returns the number of octets
+    // received, and then apdu is the APDU of the datagram. 0 or less means that none came; apdu does not
+    // change. Throws std::runtime_error "packet format error" for a datagram that is not a BVLC frame with an
+    // NPDU, "packet size error" for a wrong length field, and what Network::Message::Parse throws.
     int SendAndReceive(Network::NDataUnitRequest const& request, std::vector<char>& apdu);
-    // The same without sending: takes a further datagram.
+    // The same without sending.
     int Receive(std::vector<char>& apdu);
 
-    // Turns an answer into records, one for each property that a tag asked for; of several tags for one
-    // property the first gets it. Set status flags make the quality of Present_Value, and of nothing else, a
-    // sensor failure. 1 when the answer was processed, 0 when it is not the awaited one.
-    // Throws ErrorResponseException, RejectResponseException or AbortResponseException for such an answer to
-    // this invoke id, SupportInformationException for a property without a row in the support table, and
-    // std::bad_cast for a service or a value of another class than awaited. Records made before stay.
+    // Converts an answer to records, one for each property that a tag asks for; if several tags ask for one,
+    // the first gets it. If a status flag is set, the record of Present_Value has the quality "sensor
+    // failure"; no other record has. Returns 1 when the answer was processed, 0 when it is not the expected
+    // one.
+    //
+    // Throws ErrorResponseException, RejectResponseException or AbortResponseException for such an answer
+    // with this invoke id, SupportInformationException for a property without a row in the support table, and
+    // std::bad_cast for an unexpected service or class of value. Records appended before an exception remain.
     int ProcessResponseM(ObjectIdentifier object, char const& readInvokeId, PDU& pdu,
                          std::vector<tagReadData*> const& tags, std::vector<WriteDataRec>& values);
 
-    // Fills a fresh record: target from the descriptor, and the value as the type has it delivered, in the
-    // declared type of the variable. A DataValue carries the status and the time now; a type that is not
-    // delivered leaves the value empty. std::bad_cast for a value of another class than the type's.
+    // Fills a new record: the target from the descriptor, and the value, converted to the declared type of
+    // the variable. A DataValue also has the status and the present time. A type that StoreValue does not
+    // store leaves the value empty. Throws std::bad_cast for a value of another class than the type has.
     void ProcessResponseForTag(PropertyTypeEnum type, DriverVarDsc const* descriptor, CPropertyValue& value,
                                unsigned int status, WriteDataRec& record);
 
-    // Writes a value of the runtime to the tag's object, with the priority of the settings. All that goes
-    // wrong, a refusal of the device included, is logged and nothing else: a write is never repeated.
+    // Writes a value of the runtime to the object of the tag, with the priority of the settings. Every
+    // failure, including an error response of the device, is logged and has no other effect. A write is never
+    // repeated.
     void Write(tagReadData* tag, OpcUa_VariantHlp& value);
-    // The same; the layer carries nothing. Whatever is answered first, it goes on to receive until the answer
-    // to the write or nothing comes, so that no stale datagram is left for the next read. A write costs a
-    // further receive time-out for that.
+    // The same; nothing is sent through the layer. Whatever the first answer is, it receives until the answer
+    // to the write or a time-out, so that no late datagram remains for the next read. So a write lasts one
+    // more receive time-out.
     void ProcessWriteTag(tagReadData const& tag, Network::Layer& layer, OpcUa_VariantHlp const& value);
-    // The write under the next invoke id, which is used up even if the value is refused. Throws as
-    // FormWriteMessage does.
+    // The write as a request with the next invoke id, which is used up even if the value cannot be written.
+    // Throws as FormWriteMessage does.
     Network::NDataUnitRequest FormWriteRequest(tagReadData const& tag, std::vector<char> const& linkAddress,
                                                Network::Address const& remoteAddress,
                                                OpcUa_VariantHlp const& value);
-    // The APDU of one WriteProperty. The value is of the type of the tag's property, yet only the three
-    // constants of a loop and the two schedules are written themselves: instead of any other property it is
-    // Present_Value. A priority from 1 to 16 (ASHRAE 135 clause 19.2) is context tag 4, others send none.
-    // Throws SupportInformationException for a property without a row in the support table, and what
+    // The APDU of one WriteProperty. The value has the type of the tag's property. The written property is
+    // Present_Value, except for the three constants of a loop and the two schedules, which are written
+    // themselves. A priority from 1 to 16 (ASHRAE 135 clause 19.2) is context tag 4; any other number sends
+    // none. Throws SupportInformationException for a property without a row in the support table, and what
     // BuildValue and the tags of a schedule throw.
     std::vector<char> FormWriteMessage(tagReadData const& tag, int invokeId, OpcUa_VariantHlp const& value);
 
     bool IsCreated() const { return settings->created; }
     TBACnetSettings& Settings() { return *settings; }
     TagTable const& Tags() const { return tags; }
-    // The last poll ran out of its budget. Only the block clears it, before each poll.
+    // The last poll used up its budget. Only the block clears the flag, before each poll.
     bool HasFault() const { return fault; }
     void ClearFault() { fault = false; }
 
 private:
-    // How one attempt to read an object ended.
+    // The outcome of one attempt to read an object.
     enum class Attempt { Repeat, Failed, Answered };
 
     void WriteAndDrain(tagReadData const& tag, OpcUa_VariantHlp const& value);
 
-    // False, with the reason in the log, when a text is not an address.
+    // Returns false, and logs the reason, if a text is not an address.
     bool TrySetAddresses(std::string const& address, std::string const& mac);
     void SetAddresses(std::string const& address, std::string const& mac);
     void SetLimits(int timeout, int countRepeat, int priority);
@@ -164,7 +172,7 @@ private:
     TagTable tags;
     NLSocket* socket;
     std::unique_ptr<sockaddr_in> peer;
-    // Number of the task, for the host's trace of its sockets.
+    // The number of the task, for the socket trace of the host.
     unsigned short taskParam;
     int receiveTimeout = ReceiveTimeout;
     bool fault = false;

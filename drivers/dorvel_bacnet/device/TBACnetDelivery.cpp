@@ -1,4 +1,4 @@
-// The one place where a BACnet value becomes a value of the runtime.
+// The delivery of a value: a BACnet value becomes a value of the runtime here only.
 
 #include "StoreValue.h"
 #include "TBACnet.h"

@@ -1,4 +1,4 @@
-// The points at which datagrams cross the host's socket layer.
+// The exchange: all datagrams pass the socket layer of the host here.
 
 #include <optional>
 #include <stdexcept>
@@ -12,18 +12,17 @@ namespace dorvel::BACnet {
 
 namespace {
 
-// The largest datagram that is taken.
+// The largest datagram, in octets.
 constexpr int BufferSize = 1500;
 
-// The one device is asked, never all of a network.
+// A block asks its own device only.
 constexpr bool IsBroadcast = false;
 
-// What the host's socket call is told beside the datagram: it does not send again by itself, and it waits for
-// an answer.
+// Arguments of the host's socket call: the host sends each datagram once and waits for an answer.
 constexpr int HostRetries = 0;
 constexpr int WaitForAnswer = 1;
 
-// A frame of another BVLC function ends the exchange like any other frame that carries no NPDU.
+// A frame of another BVLC function ends the exchange, as any datagram without an NPDU does.
 std::vector<char> Unwrap(std::vector<char> datagram) {
     std::optional<std::vector<char>> npdu = VirtualDataLink::Unframe(std::move(datagram));
     if (!npdu) {

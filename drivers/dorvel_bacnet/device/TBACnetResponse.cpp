@@ -1,4 +1,4 @@
-// What an answer to a read says: refusals as exceptions, values as records.
+// The answer to a read: error responses become exceptions, values become records.
 
 #include <algorithm>
 #include <string>
@@ -19,13 +19,13 @@ namespace dorvel::BACnet {
 
 namespace {
 
-// The host's status code for a sensor failure (OPC 10000-8).
+// The status code of a sensor failure (OPC 10000-8).
 constexpr unsigned int SensorFailure = 0x808C0000;
 
-// The four flags of Status_Flags as the support table has them read.
+// The four flags of Status_Flags, as the support table reads the bit string as a number.
 constexpr unsigned int StatusFlagBits = 0xF0;
 
-// Whether an answer is for the awaited request. `label` is how the trace names its invoke id.
+// True if an answer has the expected invoke id. `label` is the name of that id in the trace.
 bool IsAwaited(char const* label, char received, char awaited) {
     if (received == awaited) {
         return true;
@@ -67,7 +67,7 @@ unsigned int ObjectStatus(ReadPropertyMultipleAck const& ack) {
     return (value & StatusFlagBits) != 0 ? SensorFailure : OpcUa_Good;
 }
 
-// The first tag for the property, null if none asked for it.
+// The first tag for the property; null if there is none.
 tagReadData const* FindTag(std::vector<tagReadData*> const& tags, PropertyIdentifierEnum property) {
     auto const tag = std::find_if(tags.begin(), tags.end(), [property](tagReadData const* candidate) {
         return candidate->address->propertyId == property;

@@ -1,4 +1,4 @@
-// One read transaction: attempts, and the collection of an answer in segments.
+// One read transaction: its attempts, and the collection of a segmented answer.
 
 #include <iterator>
 #include <map>
@@ -20,7 +20,7 @@ namespace dorvel::BACnet {
 
 namespace {
 
-// By sequence number, an unsigned octet: a transaction never holds more than 256 segments.
+// Segments by sequence number, an unsigned octet, so there are never more than 256.
 using Segments = std::map<unsigned char, std::unique_ptr<ComplexAck>>;
 
 std::string LogLine(ObjectIdentifier object, std::exception const& failure) {
@@ -28,7 +28,8 @@ std::string LogLine(ObjectIdentifier object, std::exception const& failure) {
            std::to_string(object.GetInstanceNumber()) + " " + failure.what() + "\n";
 }
 
-// Logs that an attempt has failed. Called in handlers, so without memory for the line there is none.
+// Logs a failed attempt. It is called in exception handlers, so it logs nothing if there is no memory for the
+// line.
 void LogFailure(ObjectIdentifier object, std::exception const& failure) noexcept {
     try {
         logMsg(LogLine(object, failure).c_str());
@@ -36,19 +37,19 @@ void LogFailure(ObjectIdentifier object, std::exception const& failure) noexcept
     }
 }
 
-// The same if the user's trace is on; else the line is not made.
+// The same if the user's trace is on; otherwise the line is not built.
 void TraceFailure(ObjectIdentifier object, std::exception const& failure) noexcept {
     if (IsEnableUserTrace()) {
         LogFailure(object, failure);
     }
 }
 
-// The keys are distinct, so they run from 0 without a gap exactly when the last one is their number less one.
+// The keys are distinct, so they count from 0 without a gap exactly if the last one is their number less one.
 bool IsComplete(Segments const& segments) {
     return segments.rbegin()->first == segments.size() - 1;
 }
 
-// The whole ack: the header of the segment 0, unsegmented, and the payloads in order.
+// The whole ack: the header of segment 0 without its segmentation, and all payloads in order.
 std::vector<char> Join(Segments& segments) {
     ComplexAck& head = *segments.begin()->second;
     head.SetSegmentedMessage(false);

@@ -1,4 +1,4 @@
-// The write path: one WriteProperty for one value of the runtime, and what comes back.
+// The write path: one WriteProperty per value of the runtime, and its answer.
 
 #include <algorithm>
 #include <iterator>
@@ -27,7 +27,7 @@ struct WritableProperty {
     PropertyIdentifierEnum property;
 };
 
-// The properties that are written themselves.
+// The properties that are written themselves; a write to any other goes to Present_Value.
 constexpr WritableProperty writableProperties[] = {
     {ObjectTypeEnum::Loop, PropertyIdentifierEnum::Proportional_Constant},
     {ObjectTypeEnum::Loop, PropertyIdentifierEnum::Integral_Constant},
@@ -82,7 +82,7 @@ void TBACnet::Write(tagReadData* tag, OpcUa_VariantHlp& value) try {
     std::unique_ptr<Network::Layer> const layer(Network::Layer::GetDefault());
     ProcessWriteTag(*tag, *layer, value);
 } catch (std::bad_alloc const&) {
-    // No memory for the layer: this write is over as any other that fails, and not the caller's task.
+    // No memory for the layer: as any other failure this ends the write only, not the task of the caller.
     logMsg("Unknown error");
 }
 
@@ -90,7 +90,7 @@ void TBACnet::ProcessWriteTag(tagReadData const& tag, Network::Layer&, OpcUa_Var
     try {
         WriteAndDrain(tag, value);
     } catch (std::runtime_error const& failure) {
-        // A format without directives: all these texts are of the driver's own tables.
+        // As a format, the text has no directives: all these texts come from the driver's own tables.
         logMsg(failure.what());
     } catch (...) {
         logMsg("Unknown error");

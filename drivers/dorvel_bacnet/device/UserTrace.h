@@ -4,8 +4,8 @@
 
 namespace dorvel::BACnet {
 
-// Writes to the log if the user's trace is on. A text without arguments is a format all the same: the texts
-// come from tables of this driver and of the C++ library, none of which has a format directive.
+// Writes to the log if the user's trace is on. A text without arguments is a format too: all such texts come
+// from tables of the driver and of the C++ library, and none has a directive.
 template <class... Arguments>
 void Trace(char const* format, Arguments... arguments) {
     if (IsEnableUserTrace()) {

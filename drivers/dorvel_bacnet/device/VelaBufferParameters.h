@@ -4,9 +4,8 @@
 
 namespace dorvel::BACnet {
 
-// One variable on its way from the host's configuration into the tag table. The descriptor's owner changes on
-// that way: TBACnet::InitTags takes it over. The two codes are of the configuration's own numbering
-// (CodeMaps.h).
+// One variable between the configuration of the host and the tag table. TBACnet::InitTags takes the ownership
+// of the descriptor. The two codes are those of the configuration (CodeMaps.h).
 struct VelaBufferParameters {
     DriverVarDsc* descriptor = nullptr;
     int objectType = 0;

@@ -5,9 +5,9 @@
 
 namespace dorvel::BACnet {
 
-// What a configured variable addresses in its device.
+// The object and property that a configured variable reads and writes.
 struct tagAddress {
-    // As configured; only its low 22 bits reach the wire.
+    // As configured; the low 22 bits are sent.
     int objectNumber = 0;
     ObjectTypeEnum objectType{};
     PropertyIdentifierEnum propertyId{};

@@ -5,8 +5,8 @@
 
 namespace dorvel::BACnet {
 
-// One configured variable: where its value goes in the runtime, and where it comes from. Owns both; either
-// may be null while it is filled.
+// One configured variable: its target in the runtime and its source in the device. It owns both. Either may
+// be null until it is complete.
 struct tagReadData {
     tagReadData() = default;
     tagReadData(tagReadData const&) = delete;

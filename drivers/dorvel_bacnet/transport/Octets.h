@@ -5,15 +5,15 @@
 
 #include "IStreamBase.h"
 
-// Octets as they are on the wire, read as the unsigned numbers that they are, put together and compared.
+// Helpers of the driver: octets as unsigned numbers, joined and compared.
 using Octets = std::vector<char>;
 
-// 0 to 255, whatever the sign of a plain char is.
+// The octet as a number from 0 to 255.
 inline unsigned OctetValue(char octet) {
     return static_cast<unsigned char>(octet);
 }
 
-// Takes one octet from the stream as an enumerator. Throws WrongLengthException when none is left.
+// Reads one octet as an enumerator. Throws WrongLengthException at the end of the stream.
 template <class Enum>
 Enum ReadEnum(IStreamBase& stream) {
     return static_cast<Enum>(OctetValue(stream.ReadByte()));
@@ -23,7 +23,7 @@ inline void AppendOctets(Octets& octets, Octets const& more) {
     octets.insert(octets.end(), more.begin(), more.end());
 }
 
-// The first of the differences that is not 0, or 0: how PDUs and services compare field by field.
+// The first difference that is not 0, or 0. PDUs and services compare field by field with it.
 inline int FirstDifference(std::initializer_list<int> differences) {
     for (int const difference : differences) {
         if (difference != 0) {
