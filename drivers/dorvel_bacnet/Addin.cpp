@@ -28,7 +28,7 @@ int ConfigProcessorCallback(void const*, ConfigProcessorMode mode, ControllerCon
 
 }  // namespace dorvel::BACnet
 
-// The one symbol that the add-in exports: the host calls it once, after loading the library.
+// The only exported symbol: the host calls it once, after it has loaded the library.
 extern "C" __attribute__((visibility("default"))) int InitAddin() {
     return dorvel::BACnet::Init();
 }

@@ -36,14 +36,14 @@ std::vector<tagReadData*> TagsInOrder(TBACnet::TagTable const& table) {
     return list;
 }
 
-// Leaves of a DataValue the value inside.
+// Replaces a DataValue by the value inside it.
 void MakeBare(OpcUa_VariantHlp& value) {
     if (value.GetType() == OpcUaType_DataValue) {
         value.Normalize(nullptr, nullptr);
     }
 }
 
-// Whether the runtime stops; the log then says so.
+// True, with a line in the log, if the runtime stops.
 bool IsStopped() {
     bool const stopped = TBACnet::IsTerminated.load(std::memory_order_relaxed);
     if (stopped) {
@@ -59,7 +59,7 @@ BACnetProtocol::BACnetProtocol() {
 }
 
 BACnetProtocol::~BACnetProtocol() {
-    device.reset();  // while there is a socket that it can close
+    device.reset();  // before the socket, which it closes
 }
 
 std::string BACnetProtocol::getId() {
@@ -78,8 +78,8 @@ void BACnetProtocol::RegAsLuaType() {
     }
 }
 
-// Every class of this inheritance chain stands at a fixed distance from its object, so that the offsets hold
-// although the class is not of standard layout.
+// Every base of the class has a fixed distance from the object, so offsetof holds although the class does not
+// have standard layout.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"
 #define FIELD(member)                                                           \
@@ -170,7 +170,7 @@ void BACnetProtocol::ReportValues(std::vector<WriteDataRec> const& values) {
     UpdateFaultState(false, "");
 }
 
-// Variables of another type than DataValue get no record: they keep value and quality.
+// Variables of another type than DataValue get no record and keep value and quality.
 void BACnetProtocol::ReportLostConnection() {
     std::vector<WriteDataRec> values;
     for (tagReadData const* tag : TagsInOrder(device->Tags())) {

@@ -13,13 +13,13 @@
 
 namespace SCADA_API {
 
-// How a value of type V passes between an object, a Lua stack and JSON: Push, Read from the top of the stack,
-// ToJson, and the name of the type in the host's type system, null for one that is not declared there.
+// Converts a value of type V between an object, a Lua stack and JSON: Push, Read from the top of the stack,
+// ToJson, and the name of the type in the host's type system (null for a type that is not declared there).
 template <class V>
 struct FieldValue;
 
-// What the integer kinds have in common. A Lua value that is no integer, also a number with a fraction, reads
-// as 0; one that is too large for V is cut.
+// The common base of the integer types. A Lua value that is not an integer, such as a number with a fraction,
+// reads as 0. A number that is too large for V is cut.
 template <class V>
 struct IntegerFieldValue {
     static void Push(lua_State* L, V const& value) { lua_pushinteger(L, static_cast<lua_Integer>(value)); }
@@ -58,7 +58,7 @@ struct FieldValue<bool> {
     }
 };
 
-// A Lua value that gives no text reads as the empty one.
+// A Lua value without a text reads as the empty text.
 template <>
 struct FieldValue<std::string> {
     static constexpr char const* TypeName = "TYPES.Elementary.STRING";
@@ -76,7 +76,7 @@ struct FieldValue<std::string> {
     }
 };
 
-// The variables go into the object only.
+// The list of variables can be read from a script only; it is never written to one.
 template <>
 struct FieldValue<ScadaProtocol::Channels> {
     static constexpr char const* TypeName = nullptr;
@@ -85,7 +85,7 @@ struct FieldValue<ScadaProtocol::Channels> {
     static void ToJson(dorvel::JsonWrapper&, ScadaProtocol::Channels const&) {}
 };
 
-// One script-visible field of type V in objects of type T: the objects that the operations are given are T.
+// One field of type V in objects of type T that a script can use. The object of every call must be a T.
 template <class T, class V>
 class BaseField : public ScadaFields::IField {
 public:

@@ -15,33 +15,33 @@
 namespace SCADA_API {
 
 // Makes T, a ScadaProtocol, a Lua type and a function-block type. T has _ShortName(), the name of the Lua
-// library and of the metatable, _FullName(), that of the block type, and AddFields(ScadaFields&).
+// library and of the metatable; _FullName(), the name of the block type; and AddFields(ScadaFields&).
 //
-// An object lives inside a full userdata: New constructs it there, GC destroys it there. All operations but
-// MetaTable are Lua C functions. What T throws becomes a Lua error; Lua errors leave no object of C++ behind,
-// as nothing with a destructor stands on the way.
+// An object lives inside a full userdata: New constructs it there, GC destroys it there. Every operation but
+// RegFBType and MetaTable is a Lua C function. An exception of T becomes a Lua error. A Lua error leaves no
+// C++ object undestroyed, as none with a destructor is in scope when Lua can raise one.
 template <class T>
 class ScadaObj {
 public:
-    // The fields of all objects of the type, entered by the first RegFBType of the process.
+    // The fields of all objects of the type. The first RegFBType of the process adds them.
     static inline ScadaFields fields;
 
-    // new(table): a block with the fields that the table gives.
+    // new(table): a block with the fields of the table.
     static int New(lua_State* L);
-    // The value of a field, "__clone", or what the host serves for all blocks. A key that gives no text gives
-    // itself.
+    // The value of a field, the function "__clone", or what the host offers for every block. A key without a
+    // text is returned itself.
     static int Get(lua_State* L);
     static int Set(lua_State* L);
     static int Call(lua_State* L);
-    // A table of all fields.
+    // Returns a table of all fields.
     static int Clone(lua_State* L);
-    // Destroys the object; afterwards the userdata is none of this type.
+    // Destroys the object. The userdata then no longer has the type.
     static int GC(lua_State* L);
-    // The number of fields, those without a type included.
+    // The number of fields, including those without a type.
     static int Length(lua_State* L);
 
-    // Registers the type in a Lua state: metatable, library and block type. -1 when the host refuses the
-    // block type, which is logged. Not to be called from Lua.
+    // Registers the type in a Lua state: metatable, library and block type. Returns -1, with a line in the
+    // log, if the host does not accept the block type. It must not be called from Lua.
     static int RegFBType(lua_State* L);
     // The Lua text that declares the block type.
     static std::string MetaTable();
@@ -70,7 +70,8 @@ int ScadaObj<T>::New(lua_State* L) {
     luaL_checktype(L, std::max(1, lua_gettop(L)), LUA_TTABLE);
     void* room = lua_newuserdatauv(L, sizeof(T), 1);
     T* object = nullptr;
-    // Between the object and the metatable that destroys it stands nothing that can raise an error.
+    // Nothing between the construction of the object and its metatable, which destroys it, may raise an
+    // error.
     lua_getfield(L, LUA_REGISTRYINDEX, T::_ShortName());
     GuardLuaCall(L, [&] {
         object = new (room) T;
@@ -134,7 +135,7 @@ int ScadaObj<T>::Clone(lua_State* L) {
 template <class T>
 int ScadaObj<T>::GC(lua_State* L) {
     T* object = GetUserObject(L);
-    // A script can reach this function too: without its metatable the userdata is destroyed but once.
+    // A script can call this function too: without the metatable the object is destroyed only once.
     lua_pushnil(L);
     lua_setmetatable(L, 1);
     object->~T();
