@@ -11,7 +11,7 @@ namespace {
 
 static_assert(sizeof(ComplexTag) <= TagStore::PieceSize, "a store has no room for it");
 
-// Most constructed values have no more; it spares a list its first reallocations.
+// Most constructed values have no more sub-tags, so a list does not grow while it is filled.
 constexpr std::size_t UsualSubTags = 8;
 
 // The opening or the closing tag.
@@ -31,9 +31,20 @@ ComplexTag::~ComplexTag() {
     }
 }
 
-// Walks the tree with the way back inside it. On the way down a tag that has others left becomes the first
-// sub-tag of the one taken from it, in the room that the last one leaves there; being first it is met again
-// when all others are gone, and there is nothing left to come back to.
+// Keeps the way back inside the tree itself. On the way down, a parent that has sub-tags left becomes the
+// first sub-tag of the one just taken from it, in the slot that this one's own last sub-tag leaves. Being
+// first, it comes up again when all others are gone. Here d has primitive sub-tags; a and c are primitive:
+//
+//     A             B           B         A
+//    / \           / \          |         |
+//   a   B    ->   A   c   ->    A   ->    a   ->  nothing
+//      / \        |             |
+//     c   d       a             a
+//
+//   freed:         d            c         B         a, A
+//
+// A plain list of the tags still to free is as fast: measured for an object with three properties, 20,400
+// instructions against 20,500. But a list may need memory, and a destructor must not throw std::bad_alloc.
 void ComplexTag::Dismantle(std::unique_ptr<TagBase> whole) {
     while (ComplexTag* const holder = AsNested(*whole)) {
         std::unique_ptr<TagBase> tag = TakeLast(*holder);
@@ -63,7 +74,7 @@ std::unique_ptr<TagBase> ComplexTag::TakeLast(ComplexTag& tag) {
 }
 
 std::vector<char> ComplexTag::GetBytes() const {
-    // A tag whose opening tag is written, and the place of its next sub-tag.
+    // A tag whose opening tag is written, and the index of its next sub-tag.
     struct Open {
         ComplexTag const* tag;
         int next;

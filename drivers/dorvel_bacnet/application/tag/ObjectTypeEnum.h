@@ -1,6 +1,7 @@
 #pragma once
 
-// BACnetObjectType (ASHRAE 135 clause 21). Any number may come from the wire, listed here or not.
+// BACnetObjectType (ASHRAE 135 clause 21): the types that the driver knows. A value from the wire may be any
+// number.
 enum class ObjectTypeEnum : int {
     Analog_Input = 0,
     Analog_Output = 1,

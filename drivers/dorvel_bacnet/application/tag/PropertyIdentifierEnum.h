@@ -1,7 +1,7 @@
 #pragma once
 
-// BACnetPropertyIdentifier (ASHRAE 135 clause 21): the properties that the driver can be configured for or
-// knows the type of. Any number may come from the wire, listed here or not.
+// BACnetPropertyIdentifier (ASHRAE 135 clause 21): the properties that can be configured or whose type the
+// driver knows. A value from the wire may be any number.
 enum class PropertyIdentifierEnum : int {
     Active_Text = 4,
     Alarm_Value = 6,

@@ -4,7 +4,7 @@
 
 #include "TagStore.h"
 
-// What primitive and constructed tags have in common. Numbers are stored as given, without a range check.
+// The common base of primitive and constructed tags. It stores numbers unchanged, without a range check.
 class TagBase {
 public:
     TagBase() = default;
@@ -12,17 +12,17 @@ public:
         : number(tagNumber), contextSpecific(isClass), lengthType(valLenType) {}
     virtual ~TagBase() = default;
 
-    // Tags come and go by the dozen with each answer.
+    // Each answer creates and destroys dozens of tags, see TagStore.
     static void* operator new(std::size_t size) { return TagStore::Take(size); }
     static void operator delete(void* piece, std::size_t size) { TagStore::Leave(piece, size); }
 
-    // The tag as it goes on the wire.
+    // The octets of the tag on the wire.
     virtual std::vector<char> GetBytes() const = 0;
 
-    // True for a ComplexTag. TagKind.h turns a tag into one of its kind.
+    // True for a ComplexTag. The functions of TagKind.h cast a tag to its kind.
     bool IsConstructed() const { return constructed; }
 
-    // An octet, 0 to 255: to be widened as unsigned.
+    // An octet from 0 to 255: convert it to unsigned char before widening it.
     char GetTagNumber() const { return number; }
     void SetTagNumber(char value) { number = value; }
     // True for a context specific tag, false for an application tag.
@@ -33,7 +33,7 @@ public:
     void SetValLenType(char value) { lengthType = value; }
 
 protected:
-    // For ComplexTag alone, which is what a constructed tag is cast to.
+    // For ComplexTag only: the cast of a constructed tag relies on it.
     struct Constructed {};
     TagBase(Constructed, char tagNumber, bool isClass)
         : number(tagNumber), contextSpecific(isClass), constructed(true) {}

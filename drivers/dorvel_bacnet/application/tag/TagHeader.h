@@ -7,21 +7,21 @@ public:
     TagHeader() = default;
     explicit TagHeader(char headerOctet) : octet(headerOctet) {}
 
-    // 0 to 15; 15 says that an octet with the number follows.
+    // 0 to 15. 15 means that the number is in the next octet.
     char GetTagNumber() const { return static_cast<char>(static_cast<unsigned char>(octet) >> 4); }
     // True for a context specific tag, false for an application tag.
     bool GetIsClass() const { return (octet & ClassBit) != 0; }
     // 0 to 7: the length of the data, or one of the three values below.
     char GetValueLengthType() const { return static_cast<char>(octet & LengthBits); }
-    // Neither of the two looks at the class.
+    // Neither checks the class.
     bool GetIsComplexOpenTag() const { return GetValueLengthType() == OpeningTag; }
     bool GetIsComplexCloseTag() const { return GetValueLengthType() == ClosingTag; }
 
     void SetIsClass(bool isClass);
     // Numbers above 15 become 15.
     void SetTagNumber(char tagNumber);
-    // The value, or 5 for one above 7, is combined by OR with the one that stands there. Tag number and class
-    // are lost.
+    // Combines the value, or 5 for a value above 7, by OR with the present one. Tag number and class are
+    // lost.
     void SetValueLengthType(char valueLengthType);
 
     // Length/value/types that are not a length.

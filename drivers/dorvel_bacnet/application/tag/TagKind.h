@@ -4,8 +4,8 @@
 #include "Tag.h"
 #include "TagBase.h"
 
-// A tag off the wire can be of either kind, or missing, wherever one kind is expected. These give the tag as
-// the expected kind, which stays owned by whoever owns it. As... gives null for the other kind and for null,
+// A tag from the wire can be of either kind, or missing, wherever one kind is expected. These functions cast
+// a tag to the expected kind; its owner stays the same. As... returns null for the other kind and for null;
 // Require... throws FormatErrorException.
 Tag* AsPrimitive(TagBase* tag);
 ComplexTag* AsComplex(TagBase* tag);

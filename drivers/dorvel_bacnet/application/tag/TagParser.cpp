@@ -13,7 +13,7 @@ constexpr unsigned NumberFollows = 15;
 constexpr unsigned TwoOctetLengthFollows = 254;
 constexpr char ApplicationBoolean = 1;
 constexpr int MostPlaces = 0x3FFFFFFF;
-// Schedules go no deeper; it spares the list of open tags its reallocations.
+// Schedules are not deeper, so the list of open tags does not grow for them.
 constexpr std::size_t UsualDepth = 8;
 
 char ReadTagNumber(IStreamBase& stream, TagHeader header) {

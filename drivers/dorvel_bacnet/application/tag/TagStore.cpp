@@ -2,9 +2,9 @@
 
 #include <new>
 
-// AddressSanitizer is told of a piece that waits, so that it sees a tag that is used after its end.
+// Marks a waiting block for AddressSanitizer, which then reports a use of a tag after its end.
 #if __has_include(<sanitizer/asan_interface.h>)
-#include <sanitizer/asan_interface.h>  // does nothing in a build without AddressSanitizer
+#include <sanitizer/asan_interface.h>  // its macros are empty without AddressSanitizer
 #else
 #define ASAN_POISON_MEMORY_REGION(address, size) static_cast<void>(0)
 #define ASAN_UNPOISON_MEMORY_REGION(address, size) static_cast<void>(0)
