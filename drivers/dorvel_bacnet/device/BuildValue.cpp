@@ -112,7 +112,7 @@ struct BuildRow {
     Value (*build)(OpcUa_VariantHlp const& value, long long localTimeDiff);
 };
 
-constexpr BuildRow buildRows[] = {
+constexpr BuildRow BuildRows[] = {
     {PropertyTypeEnum::Boolean, BuildBinary},
     {PropertyTypeEnum::Unsigned, BuildUnsigned},
     {PropertyTypeEnum::Signed, BuildSigned},
@@ -131,9 +131,9 @@ constexpr BuildRow buildRows[] = {
 
 std::unique_ptr<CPropertyValue> BuildValue(PropertyTypeEnum type, OpcUa_VariantHlp const& value,
                                            long long localTimeDiff) {
-    auto const row = std::find_if(std::begin(buildRows), std::end(buildRows),
+    auto const row = std::find_if(std::begin(BuildRows), std::end(BuildRows),
                                   [type](BuildRow const& candidate) { return candidate.type == type; });
-    if (row == std::end(buildRows)) {
+    if (row == std::end(BuildRows)) {
         Refuse();
     }
     return row->build(value, localTimeDiff);

@@ -17,7 +17,7 @@ struct CodeRow {
     Enum code;
 };
 
-constexpr CodeRow<ObjectTypeEnum> objectTypeRows[] = {
+constexpr CodeRow<ObjectTypeEnum> ObjectTypeRows[] = {
     {0, ObjectTypeEnum::Accumulator},
     {1, ObjectTypeEnum::Analog_Input},
     {2, ObjectTypeEnum::Analog_Output},
@@ -43,7 +43,7 @@ constexpr CodeRow<ObjectTypeEnum> objectTypeRows[] = {
     {22, ObjectTypeEnum::Schedule},
 };
 
-constexpr CodeRow<PropertyIdentifierEnum> propertyRows[] = {
+constexpr CodeRow<PropertyIdentifierEnum> PropertyRows[] = {
     {0, PropertyIdentifierEnum::Present_Value},
     {1, PropertyIdentifierEnum::Setpoint},
     {2, PropertyIdentifierEnum::Feedback_Value},
@@ -88,10 +88,10 @@ constexpr CodeRow<PropertyIdentifierEnum> propertyRows[] = {
 
 void InitObjectTypesMap() {
     std::lock_guard<std::mutex> const lock(mapsMutex);
-    for (auto const& row : objectTypeRows) {
+    for (auto const& row : ObjectTypeRows) {
         objectTypesMap[row.configurationNumber] = row.code;
     }
-    for (auto const& row : propertyRows) {
+    for (auto const& row : PropertyRows) {
         propertyTypesMap[row.configurationNumber] = row.code;
     }
 }

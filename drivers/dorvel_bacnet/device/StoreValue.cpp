@@ -126,7 +126,7 @@ struct DeliveryRow {
     void (*store)(CPropertyValue& value, long long localTimeDiff, OpcUa_VariantHlp& variant);
 };
 
-constexpr DeliveryRow deliveryRows[] = {
+constexpr DeliveryRow DeliveryRows[] = {
     {PropertyTypeEnum::Boolean, StoreBoolean},
     {PropertyTypeEnum::Unsigned, StoreUnsigned},
     {PropertyTypeEnum::Signed, StoreSigned},
@@ -160,9 +160,9 @@ constexpr DeliveryRow deliveryRows[] = {
 
 bool StoreValue(PropertyTypeEnum type, CPropertyValue& value, long long localTimeDiff,
                 OpcUa_VariantHlp& variant) {
-    auto const row = std::find_if(std::begin(deliveryRows), std::end(deliveryRows),
+    auto const row = std::find_if(std::begin(DeliveryRows), std::end(DeliveryRows),
                                   [type](DeliveryRow const& candidate) { return candidate.type == type; });
-    if (row == std::end(deliveryRows)) {
+    if (row == std::end(DeliveryRows)) {
         return false;
     }
     row->store(value, localTimeDiff, variant);

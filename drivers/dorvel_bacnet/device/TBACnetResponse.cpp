@@ -26,32 +26,32 @@ constexpr unsigned int SensorFailure = 0x808C0000;
 constexpr unsigned int StatusFlagBits = 0xF0;
 
 // True if an answer has the expected invoke id. `label` is the name of that id in the trace.
-bool IsAwaited(char const* label, char received, char awaited) {
-    if (received == awaited) {
+bool IsExpected(char const* label, char received, char expected) {
+    if (received == expected) {
         return true;
     }
     Trace(" %s(%d) != ReadInvokeId(%d)", label, static_cast<unsigned char>(received),
-          static_cast<unsigned char>(awaited));
+          static_cast<unsigned char>(expected));
     return false;
 }
 
 constexpr char OriginalInvokeId[] = "OriginalInvokeId";
 
-void ThrowIfAwaited(ErrorPdu const& pdu, char readInvokeId) {
-    if (IsAwaited(OriginalInvokeId, pdu.GetOriginalInvokeId(), readInvokeId)) {
+void ThrowIfExpected(ErrorPdu const& pdu, char readInvokeId) {
+    if (IsExpected(OriginalInvokeId, pdu.GetOriginalInvokeId(), readInvokeId)) {
         SimpleError const& error = SimpleErrorOf(pdu);
         throw ErrorResponseException(error.GetErrorClass(), error.GetErrorCode());
     }
 }
 
-void ThrowIfAwaited(RejectPdu const& pdu, char readInvokeId) {
-    if (IsAwaited(OriginalInvokeId, pdu.GetOriginalInvokeId(), readInvokeId)) {
+void ThrowIfExpected(RejectPdu const& pdu, char readInvokeId) {
+    if (IsExpected(OriginalInvokeId, pdu.GetOriginalInvokeId(), readInvokeId)) {
         throw RejectionOf(pdu);
     }
 }
 
-void ThrowIfAwaited(AbortPdu const& pdu, char readInvokeId) {
-    if (IsAwaited(OriginalInvokeId, pdu.GetWireInvokeId(), readInvokeId)) {
+void ThrowIfExpected(AbortPdu const& pdu, char readInvokeId) {
+    if (IsExpected(OriginalInvokeId, pdu.GetWireInvokeId(), readInvokeId)) {
         throw AbortResponseException(
             "Error! Transaction cancelled. Reason: " + AbortPdu::Message(pdu.GetWireReason()),
             pdu.GetWireReason());
@@ -83,7 +83,7 @@ int TBACnet::ProcessResponseM(ObjectIdentifier object, char const& readInvokeId,
     switch (pdu.PduType()) {
         case PduTypeEnum::ComplexAck: {
             auto const& ack = dynamic_cast<ComplexAck&>(pdu);
-            if (!IsAwaited("InvokeId", ack.GetInvokeId(), readInvokeId)) {
+            if (!IsExpected("InvokeId", ack.GetInvokeId(), readInvokeId)) {
                 return 0;
             }
             auto const* results = dynamic_cast<ReadPropertyMultipleAck const*>(ack.GetServiceAck());
@@ -94,13 +94,13 @@ int TBACnet::ProcessResponseM(ObjectIdentifier object, char const& readInvokeId,
             return 1;
         }
         case PduTypeEnum::Error:
-            ThrowIfAwaited(dynamic_cast<ErrorPdu&>(pdu), readInvokeId);
+            ThrowIfExpected(dynamic_cast<ErrorPdu&>(pdu), readInvokeId);
             return 0;
         case PduTypeEnum::Reject:
-            ThrowIfAwaited(dynamic_cast<RejectPdu&>(pdu), readInvokeId);
+            ThrowIfExpected(dynamic_cast<RejectPdu&>(pdu), readInvokeId);
             return 0;
         case PduTypeEnum::Abort:
-            ThrowIfAwaited(dynamic_cast<AbortPdu&>(pdu), readInvokeId);
+            ThrowIfExpected(dynamic_cast<AbortPdu&>(pdu), readInvokeId);
             return 0;
         default:
             Trace(" Unknown Answer Type(%d)", static_cast<int>(pdu.PduType()));

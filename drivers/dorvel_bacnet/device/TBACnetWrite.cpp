@@ -28,7 +28,7 @@ struct WritableProperty {
 };
 
 // The properties that are written themselves; a write to any other goes to Present_Value.
-constexpr WritableProperty writableProperties[] = {
+constexpr WritableProperty WritableProperties[] = {
     {ObjectTypeEnum::Loop, PropertyIdentifierEnum::Proportional_Constant},
     {ObjectTypeEnum::Loop, PropertyIdentifierEnum::Integral_Constant},
     {ObjectTypeEnum::Loop, PropertyIdentifierEnum::Derivative_Constant},
@@ -38,7 +38,7 @@ constexpr WritableProperty writableProperties[] = {
 
 PropertyIdentifierEnum WrittenProperty(tagAddress const& address) {
     bool const isWritable = std::any_of(
-        std::begin(writableProperties), std::end(writableProperties), [&address](auto const& candidate) {
+        std::begin(WritableProperties), std::end(WritableProperties), [&address](auto const& candidate) {
             return candidate.objectType == address.objectType && candidate.property == address.propertyId;
         });
     return isWritable ? address.propertyId : PropertyIdentifierEnum::Present_Value;

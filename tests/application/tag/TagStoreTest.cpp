@@ -87,9 +87,9 @@ TEST(TagStore, GivesAllBackAtItsEnd) {
 TEST(TagStore, KeepsNoMoreThanItsMost) {
     long long const before = HeapPieces();
     TagStore const store;
-    Several(TagStore::MostPieces + 100);
-    EXPECT_EQ(HeapPieces(), before + TagStore::MostPieces);
-    EXPECT_EQ(PiecesFor([] { Several(TagStore::MostPieces + 1); }), 2) << "the list, and the last tag";
+    Several(TagStore::MostBlocks + 100);
+    EXPECT_EQ(HeapPieces(), before + TagStore::MostBlocks);
+    EXPECT_EQ(PiecesFor([] { Several(TagStore::MostBlocks + 1); }), 2) << "the list, and the last tag";
 }
 
 TEST(TagStore, TakesTagsThatAreOlderAndLeavesThoseThatOutliveIt) {
@@ -130,7 +130,7 @@ TEST(TagStore, IsOfItsThreadAlone) {
 TEST(TagStore, LeavesWhatIsTooLargeToTheHeap) {
     class LargeTag : public Tag {
     public:
-        char more[TagStore::PieceSize] = {};
+        char more[TagStore::BlockSize] = {};
     };
     TagStore const store;
     long long const before = HeapPieces();

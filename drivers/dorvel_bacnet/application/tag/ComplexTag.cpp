@@ -9,7 +9,7 @@
 
 namespace {
 
-static_assert(sizeof(ComplexTag) <= TagStore::PieceSize, "a store has no room for it");
+static_assert(sizeof(ComplexTag) <= TagStore::BlockSize, "a store has no room for it");
 
 // Most constructed values have no more sub-tags, so a list does not grow while it is filled.
 constexpr std::size_t UsualSubTags = 8;

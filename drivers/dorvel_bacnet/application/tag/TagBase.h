@@ -14,7 +14,7 @@ public:
 
     // Each answer creates and destroys dozens of tags, see TagStore.
     static void* operator new(std::size_t size) { return TagStore::Take(size); }
-    static void operator delete(void* piece, std::size_t size) { TagStore::Leave(piece, size); }
+    static void operator delete(void* block, std::size_t size) { TagStore::Leave(block, size); }
 
     // The octets of the tag on the wire.
     virtual std::vector<char> GetBytes() const = 0;

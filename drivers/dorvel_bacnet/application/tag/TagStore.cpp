@@ -24,30 +24,30 @@ TagStore::~TagStore() {
 }
 
 void* TagStore::Take(std::size_t size) {
-    if (size > PieceSize) {
+    if (size > BlockSize) {
         return ::operator new(size);
     }
-    return current && current->first ? current->Pop() : ::operator new(PieceSize);
+    return current && current->first ? current->Pop() : ::operator new(BlockSize);
 }
 
-void TagStore::Leave(void* piece, std::size_t size) noexcept {
-    if (current && size <= PieceSize && current->count < MostPieces) {
-        current->Push(piece);
+void TagStore::Leave(void* block, std::size_t size) noexcept {
+    if (current && size <= BlockSize && current->count < MostBlocks) {
+        current->Push(block);
     } else {
-        ::operator delete(piece);
+        ::operator delete(block);
     }
 }
 
 void* TagStore::Pop() {
-    Waiting* const piece = first;
-    ASAN_UNPOISON_MEMORY_REGION(piece, PieceSize);
-    first = piece->next;
+    Waiting* const block = first;
+    ASAN_UNPOISON_MEMORY_REGION(block, BlockSize);
+    first = block->next;
     --count;
-    return piece;
+    return block;
 }
 
-void TagStore::Push(void* piece) {
-    first = new (piece) Waiting{first};
-    ASAN_POISON_MEMORY_REGION(piece, PieceSize);
+void TagStore::Push(void* block) {
+    first = new (block) Waiting{first};
+    ASAN_POISON_MEMORY_REGION(block, BlockSize);
     ++count;
 }

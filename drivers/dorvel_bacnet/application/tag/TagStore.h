@@ -30,13 +30,13 @@ public:
 
     // Implement operator new and delete of a tag. Take throws std::bad_alloc as the heap does.
     static void* Take(std::size_t size);
-    static void Leave(void* piece, std::size_t size) noexcept;
+    static void Leave(void* block, std::size_t size) noexcept;
 
     // The size in octets of the blocks that are kept, and their greatest number: enough for 80 properties
     // with a value each. The limit keeps an answer of many thousand tags from holding its memory until the
     // end of the poll.
-    static constexpr std::size_t PieceSize = 6 * sizeof(void*);
-    static constexpr int MostPieces = 256;
+    static constexpr std::size_t BlockSize = 6 * sizeof(void*);
+    static constexpr int MostBlocks = 256;
 
 private:
     // A waiting block.
@@ -45,7 +45,7 @@ private:
     };
 
     void* Pop();
-    void Push(void* piece);
+    void Push(void* block);
 
     static thread_local TagStore* current;
 

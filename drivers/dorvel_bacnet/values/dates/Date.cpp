@@ -7,21 +7,21 @@
 
 namespace {
 
-constexpr std::uint8_t unspecified = 255;
-constexpr int daysFrom1601To1900 = 109207;
-constexpr long long unitsPerDay = 864000000000LL;
+constexpr std::uint8_t Unspecified = 255;
+constexpr int DaysFrom1601To1900 = 109207;
+constexpr long long UnitsPerDay = 864000000000LL;
 
 int DaysOfYear(int year) {
     return Date::IsLeapYear(year) ? 366 : 365;
 }
 
-constexpr std::array<int, 13> monthDays{0, 31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-constexpr std::size_t february = 2;
+constexpr std::array<int, 13> MonthDays{0, 31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+constexpr std::size_t February = 2;
 
 // The days of a month of a year; 0 after the end of the table.
 int DaysOfMonth(int year, std::size_t month) {
-    int const leapDay = month == february && Date::IsLeapYear(year) ? 1 : 0;
-    return month < monthDays.size() ? monthDays[month] + leapDay : 0;
+    int const leapDay = month == February && Date::IsLeapYear(year) ? 1 : 0;
+    return month < MonthDays.size() ? MonthDays[month] + leapDay : 0;
 }
 
 }  // namespace
@@ -31,14 +31,14 @@ Date::Date(std::uint8_t yearSince1900, std::uint8_t monthOfYear, std::uint8_t da
     : year(yearSince1900), month(monthOfYear), day(dayOfMonth), weekday(dayOfWeek) {}
 
 Date::Date(unsigned long long fileTime) {
-    int const days = static_cast<int>(fileTime / unitsPerDay);
-    int sum = daysFrom1601To1900;
+    int const days = static_cast<int>(fileTime / UnitsPerDay);
+    int sum = DaysFrom1601To1900;
     int walkedYear = 1900;
     while (sum < days) {
         sum += DaysOfYear(walkedYear);
         ++walkedYear;
     }
-    if (days > daysFrom1601To1900) {
+    if (days > DaysFrom1601To1900) {
         year = static_cast<std::uint8_t>(walkedYear - 1901);
     }
     int const dayOfYear = days - (sum - DaysOfYear(walkedYear));
@@ -61,21 +61,21 @@ bool Date::IsLeapYear(int year) {
 
 unsigned long long Date::ToFileTime() const {
     long long days = 0;
-    if (year != unspecified) {
-        days = daysFrom1601To1900;
+    if (year != Unspecified) {
+        days = DaysFrom1601To1900;
         for (int walkedYear = 1900; walkedYear < 1900 + year; ++walkedYear) {
             days += DaysOfYear(walkedYear);
         }
     }
-    if (month != unspecified) {
+    if (month != Unspecified) {
         for (std::size_t walkedMonth = 0; walkedMonth < month; ++walkedMonth) {
             days += DaysOfMonth(1900 + year, walkedMonth);
         }
     }
-    if (day != unspecified) {
+    if (day != Unspecified) {
         days += day - 1;
     }
-    return static_cast<unsigned long long>(days * unitsPerDay);
+    return static_cast<unsigned long long>(days * UnitsPerDay);
 }
 
 int Date::Compare(Date& other) const {

@@ -4,8 +4,8 @@
 
 namespace {
 
-constexpr unsigned instanceBits = 22;
-constexpr unsigned instanceMask = (1U << instanceBits) - 1;
+constexpr unsigned InstanceBits = 22;
+constexpr unsigned InstanceMask = (1U << InstanceBits) - 1;
 
 }  // namespace
 
@@ -14,13 +14,13 @@ ObjectIdentifier::ObjectIdentifier(ObjectTypeEnum type, unsigned int instance)
 
 ObjectIdentifier::ObjectIdentifier(Tag const& tag) {
     unsigned const packed = BitConverter::ToUInt32(tag.data, 0);
-    objectType = static_cast<ObjectTypeEnum>(packed >> instanceBits);
-    instanceNumber = packed & instanceMask;
+    objectType = static_cast<ObjectTypeEnum>(packed >> InstanceBits);
+    instanceNumber = packed & InstanceMask;
 }
 
 std::vector<char> ObjectIdentifier::GetBytes() const {
-    unsigned const packedType = static_cast<unsigned>(objectType) << instanceBits;
-    return BitConverter::GetBytes(packedType | (instanceNumber & instanceMask));
+    unsigned const packedType = static_cast<unsigned>(objectType) << InstanceBits;
+    return BitConverter::GetBytes(packedType | (instanceNumber & InstanceMask));
 }
 
 int ObjectIdentifier::Compare(ObjectIdentifier other) const {

@@ -17,17 +17,17 @@
 namespace {
 
 // The text for a calendar entry of an unknown form.
-constexpr char const* noPeriod = "2,,";
+constexpr char const* NoPeriod = "2,,";
 
 // The forms of a period by their number in the text.
-enum Form { dateForm = 0, dateRangeForm = 1, weekNDayForm = 2, calendarForm = 3 };
+enum Form { DateForm = 0, DateRangeForm = 1, WeekNDayForm = 2, CalendarForm = 3 };
 
-constexpr char const* noValue = "ExceptionSchedule value = 0";
+constexpr char const* NoValue = "ExceptionSchedule value = 0";
 
 // A field that may be empty; its reader checks that.
 std::string const& PresentField(std::vector<std::string> const& fields, std::size_t place) {
     if (place >= fields.size()) {
-        throw std::runtime_error(noValue);
+        throw std::runtime_error(NoValue);
     }
     return fields[place];
 }
@@ -72,7 +72,7 @@ std::string CalendarEntryText(Tag const& entry) {
         case 3:
             return "2," + WeekNDayText(entry.data) + ",";
         default:
-            return noPeriod;
+            return NoPeriod;
     }
 }
 
@@ -93,7 +93,7 @@ std::string PeriodText(TagBase& period) {
         return CalendarEntryText(PrimitiveSubTag(*choice, 0));
     }
     if (range->size() != 2) {
-        return noPeriod;
+        return NoPeriod;
     }
     return "1," + DateTagText(PrimitiveSubTag(*range, 0)) + "," + DateTagText(PrimitiveSubTag(*range, 1)) +
            ",";
@@ -105,7 +105,7 @@ void AppendEvent(std::string& text, TagBase& period, ComplexTag& list, Tag const
     if (list.size() != 0) {
         text += head;
     }
-    AppendEntries(text, list, exceptionEntries);
+    AppendEntries(text, list, ExceptionEntries);
     // An event without entries thereby removes the ";" of the event before it. Installed systems rely on
     // this.
     if (!text.empty() && text.back() == ';') {
@@ -123,18 +123,18 @@ ExceptionScheduleValue::ExceptionScheduleValue(std::string text, EncodingTypeEnu
 std::vector<std::unique_ptr<TagBase>> ExceptionScheduleValue::ToApplicationComplexTags() const {
     std::vector<std::string> const events = SplitText(value, ';');
     if (events.empty()) {
-        throw std::runtime_error(noValue);
+        throw std::runtime_error(NoValue);
     }
     std::vector<std::unique_ptr<TagBase>> tags;
     for (std::string const& event : events) {
         std::vector<std::string> const fields = SplitText(event, ',');
         int const form = std::stoi(PresentField(fields, 0));
-        if (form < dateForm || form > calendarForm) {
+        if (form < DateForm || form > CalendarForm) {
             tags.push_back(PriorityTag(0));
             continue;
         }
         tags.push_back(Period(form, fields));
-        int const priorityPlace = form == dateRangeForm ? 3 : 2;
+        int const priorityPlace = form == DateRangeForm ? 3 : 2;
         auto priority = PriorityTag(std::stoi(gfv(fields, priorityPlace)));
         tags.push_back(Entries(fields, priorityPlace + 1));
         tags.push_back(std::move(priority));
@@ -143,18 +143,18 @@ std::vector<std::unique_ptr<TagBase>> ExceptionScheduleValue::ToApplicationCompl
 }
 
 std::unique_ptr<TagBase> ExceptionScheduleValue::Period(int form, std::vector<std::string> const& fields) {
-    if (form == calendarForm) {
+    if (form == CalendarForm) {
         auto const instance = static_cast<unsigned>(std::stoi(gfv(fields, 1)));
         ObjectIdentifier const calendar(ObjectTypeEnum::Calendar, instance);
         return std::make_unique<Tag>(Tag::FromOctets(1, true, calendar.GetBytes()));
     }
     auto entry = std::make_unique<ComplexTag>(static_cast<char>(0), true);
-    if (form == dateForm) {
+    if (form == DateForm) {
         auto date = DateTag(PresentField(fields, 1));
         date->SetTagNumber(0);
         date->SetIsClass(true);
         entry->AddSubTag(std::move(date));
-    } else if (form == dateRangeForm) {
+    } else if (form == DateRangeForm) {
         auto range = std::make_unique<ComplexTag>(static_cast<char>(1), true);
         range->AddSubTag(DateTag(PresentField(fields, 1)));
         range->AddSubTag(DateTag(PresentField(fields, 2)));
@@ -183,7 +183,7 @@ std::unique_ptr<TagBase> ExceptionScheduleValue::Entries(std::vector<std::string
 std::string ExceptionScheduleValue::gfv(std::vector<std::string> const& fields, int index) {
     auto const place = static_cast<std::size_t>(index);
     if (place >= fields.size() || fields[place].empty()) {
-        throw std::runtime_error(noValue);
+        throw std::runtime_error(NoValue);
     }
     return fields[place];
 }

@@ -26,11 +26,11 @@ std::string TimeValueText(Time const& time) {
 }
 
 std::string HexText(std::vector<char> const& octets) {
-    static char const digits[] = "0123456789abcdef";
+    static char const Digits[] = "0123456789abcdef";
     std::string text;
     for (char const octet : octets) {
-        text += digits[static_cast<unsigned char>(octet) >> 4];
-        text += digits[static_cast<unsigned char>(octet) & 15];
+        text += Digits[static_cast<unsigned char>(octet) >> 4];
+        text += Digits[static_cast<unsigned char>(octet) & 15];
     }
     return text;
 }

@@ -13,8 +13,8 @@ struct ScheduleEntryStyle {
     char const* unsignedSuffix;
 };
 
-inline constexpr ScheduleEntryStyle weeklyEntries = {true, "d"};
-inline constexpr ScheduleEntryStyle exceptionEntries = {false, ""};
+inline constexpr ScheduleEntryStyle WeeklyEntries = {true, "d"};
+inline constexpr ScheduleEntryStyle ExceptionEntries = {false, ""};
 
 // Appends a list of times and values, two tags each, as entries of the grammar in ScheduleValue.h. Every
 // entry but that of the first pair starts with a ",", so the text of a list whose first Null is omitted

@@ -5,12 +5,12 @@
 #include <stdexcept>
 
 std::vector<std::string> SplitText(std::string const& text, char delimiter) {
-    std::vector<std::string> pieces;
+    std::vector<std::string> parts;
     std::istringstream lines(text);
-    for (std::string piece; std::getline(lines, piece, delimiter);) {
-        pieces.push_back(piece);
+    for (std::string part; std::getline(lines, part, delimiter);) {
+        parts.push_back(part);
     }
-    return pieces;
+    return parts;
 }
 
 int NumberOrWildcard(std::string const& text, std::size_t position, std::size_t count, int wildcard) {
@@ -22,12 +22,12 @@ DateValue DateFromText(std::string const& text, char const* wrongLength) {
     if (text.size() != 9) {
         throw std::runtime_error(wrongLength);
     }
-    constexpr int unspecified = 255;
-    constexpr int yearZero = 1900;
-    int const weekday = NumberOrWildcard(text, 0, 1, unspecified);
-    int const day = NumberOrWildcard(text, 1, 2, unspecified);
-    int const month = NumberOrWildcard(text, 3, 2, unspecified);
-    int const year = NumberOrWildcard(text, 5, 4, unspecified + yearZero) - yearZero;
+    constexpr int Unspecified = 255;
+    constexpr int YearZero = 1900;
+    int const weekday = NumberOrWildcard(text, 0, 1, Unspecified);
+    int const day = NumberOrWildcard(text, 1, 2, Unspecified);
+    int const month = NumberOrWildcard(text, 3, 2, Unspecified);
+    int const year = NumberOrWildcard(text, 5, 4, Unspecified + YearZero) - YearZero;
     return DateValue(static_cast<char>(year), static_cast<char>(month), static_cast<char>(day),
                      static_cast<char>(weekday));
 }

@@ -11,16 +11,16 @@
 
 namespace {
 
-constexpr int daysOfWeek = 7;
+constexpr int DaysOfWeek = 7;
 
 }  // namespace
 
 WeeklyScheduleValue::WeeklyScheduleValue(std::string text, EncodingTypeEnum textEncoding)
-    : ScheduleValue(std::move(text), textEncoding, daysOfWeek) {}
+    : ScheduleValue(std::move(text), textEncoding, DaysOfWeek) {}
 
 std::vector<std::unique_ptr<TagBase>> WeeklyScheduleValue::ToApplicationComplexTags() const {
     std::vector<std::string> const dayTexts = SplitText(value, ';');
-    if (dayTexts.size() != daysOfWeek) {
+    if (dayTexts.size() != DaysOfWeek) {
         throw std::runtime_error("Number days != 7");
     }
     std::vector<std::unique_ptr<TagBase>> tags;
@@ -45,10 +45,10 @@ int WeeklyScheduleValue::Compare(CPropertyValue& other) const {
 }
 
 std::unique_ptr<CPropertyValue> WeeklyScheduleValueParser::Parse(ComplexTag& wrapper) const {
-    ExpectSize(wrapper, daysOfWeek, "(WeeklySchedule) tag quantity does not meet expectations");
+    ExpectSize(wrapper, DaysOfWeek, "(WeeklySchedule) tag quantity does not meet expectations");
     std::string text;
-    for (int i = 0; i < daysOfWeek; ++i) {
-        AppendEntries(text, RequireComplex(&SubTag(wrapper, i)), weeklyEntries);
+    for (int i = 0; i < DaysOfWeek; ++i) {
+        AppendEntries(text, RequireComplex(&SubTag(wrapper, i)), WeeklyEntries);
         text += ';';
     }
     return std::make_unique<CharacterStringValue>(text, EncodingTypeEnum::Schedule);

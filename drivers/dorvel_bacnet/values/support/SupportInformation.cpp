@@ -32,7 +32,7 @@ struct ParserRow {
 using Type = PropertyTypeEnum;
 
 // The parser of each type. A later row for a type replaces an earlier one.
-constexpr ParserRow parserRows[] = {
+constexpr ParserRow ParserRows[] = {
     {Type::Boolean, Make<BooleanValueParser>},
     {Type::Real, Make<RealValueParser>},
     {Type::Double, Make<DoubleValueParser>},
@@ -69,14 +69,14 @@ constexpr ParserRow parserRows[] = {
 std::unique_ptr<SupportInformation> SupportInformation::m_instance(new SupportInformation);
 
 SupportInformation::SupportInformation() {
-    for (SupportTable::Line const& line : SupportTable::lines) {
+    for (SupportTable::Line const& line : SupportTable::Lines) {
         for (ObjectTypeEnum const object : line.objects) {
             for (PropertyIdentifierEnum const property : line.properties) {
                 properties.emplace(ObjPropKey(object, property), PropertyInfo(line.type));
             }
         }
     }
-    for (ParserRow const& row : parserRows) {
+    for (ParserRow const& row : ParserRows) {
         parsers[row.type] = row.make();
     }
 }

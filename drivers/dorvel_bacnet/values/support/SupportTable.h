@@ -30,7 +30,7 @@ struct Line {
 };
 
 // The object types that have the common properties.
-inline constexpr std::initializer_list<Object> common = {
+inline constexpr std::initializer_list<Object> Common = {
     Object::Accumulator,
     Object::Analog_Input,
     Object::Analog_Output,
@@ -65,15 +65,15 @@ inline constexpr std::initializer_list<Object> common = {
 };
 
 // clang-format off
-inline constexpr Line lines[] = {
-    {common, Type::Object_Identifier, {Property::Object_Identifier}},
-    {common, Type::Object_Type,       {Property::Object_Type}},
-    {common, Type::Character_String,  {Property::Object_Name, Property::Profile_Name, Property::Description}},
-    {common, Type::Boolean,           {Property::Out_Of_Service}},
-    {common, Type::Status_Flags,      {Property::Status_Flags}},
-    {common, Type::Event_State,       {Property::Event_State}},
-    {common, Type::Reliability,       {Property::Reliability}},
-    {common, Type::Engineering_Units, {Property::Units}},
+inline constexpr Line Lines[] = {
+    {Common, Type::Object_Identifier, {Property::Object_Identifier}},
+    {Common, Type::Object_Type,       {Property::Object_Type}},
+    {Common, Type::Character_String,  {Property::Object_Name, Property::Profile_Name, Property::Description}},
+    {Common, Type::Boolean,           {Property::Out_Of_Service}},
+    {Common, Type::Status_Flags,      {Property::Status_Flags}},
+    {Common, Type::Event_State,       {Property::Event_State}},
+    {Common, Type::Reliability,       {Property::Reliability}},
+    {Common, Type::Engineering_Units, {Property::Units}},
 
     {{Object::Analog_Input}, Type::Real,
      {Property::Present_Value, Property::Max_Pres_Value, Property::Min_Pres_Value}},
