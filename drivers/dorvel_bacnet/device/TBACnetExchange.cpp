@@ -43,6 +43,7 @@ int TBACnet::Receive(std::vector<char>& apdu) {
 
 int TBACnet::Exchange(std::vector<char> const& frame, std::vector<char>& apdu) {
     char buffer[BufferSize];
+    // Without data the host only receives.
     void const* const data = frame.empty() ? nullptr : frame.data();
     int const received = NLSendReceive(socket, peer.get(), data, static_cast<int>(frame.size()), buffer,
                                        BufferSize, receiveTimeout, HostRetries, WaitForAnswer, taskParam);

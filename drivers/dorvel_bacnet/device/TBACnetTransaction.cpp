@@ -78,6 +78,9 @@ int TBACnet::ProcessTagM(ObjectIdentifier object, std::vector<tagReadData*> cons
     return 0;
 }
 
+// What the device, or the support table, has decided ends the transaction: a repeat would give the same.
+// Everything else leads to the next attempt: a malformed or missing answer is a runtime_error, a PDU that is
+// not a ComplexAck a std::bad_cast.
 TBACnet::Attempt TBACnet::TryRead(ObjectIdentifier object, std::vector<tagReadData*> const& objectTags,
                                   std::vector<WriteDataRec>& values) {
     try {
@@ -122,8 +125,10 @@ TBACnet::Attempt TBACnet::ReadOnce(ObjectIdentifier object, std::vector<tagReadD
 
 std::unique_ptr<ComplexAck> TBACnet::RequestAck(Network::NDataUnitRequest const& request) {
     std::vector<char> apdu;
+    // Without a datagram the APDU stays empty, which the parser reports.
     SendAndReceive(request, apdu);
     std::unique_ptr<PDU> pdu = ParseApdu(apdu);
+    // An Error, a Reject or an Abort leaves here as std::bad_cast.
     auto& ack = dynamic_cast<ComplexAck&>(*pdu);
     pdu.release();
     return std::unique_ptr<ComplexAck>(&ack);
@@ -132,6 +137,7 @@ std::unique_ptr<ComplexAck> TBACnet::RequestAck(Network::NDataUnitRequest const&
 std::unique_ptr<PDU> TBACnet::CollectSegments(std::unique_ptr<ComplexAck> first) {
     char sequenceNumber = first->GetSequenceNumber();
     Segments segments;
+    // The first segment counts as number 0, whatever its sequence number is.
     segments[0] = std::move(first);
     bool moreFollows = true;
     while (moreFollows) {
@@ -140,6 +146,8 @@ std::unique_ptr<PDU> TBACnet::CollectSegments(std::unique_ptr<ComplexAck> first)
         moreFollows = segment->GetMoreFollows();
         segments[static_cast<unsigned char>(sequenceNumber)] = std::move(segment);
     }
+    // A device sends nothing after the last acknowledgement, so this waits for the whole time-out. A datagram
+    // that arrives is dropped.
     std::vector<char> ignored;
     SendAndReceive(SegmentAck(sequenceNumber), ignored);
     if (!IsComplete(segments)) {

@@ -101,6 +101,7 @@ void TBACnet::WriteAndDrain(tagReadData const& tag, OpcUa_VariantHlp const& valu
     std::vector<char> apdu;
     SendAndReceive(FormWriteRequest(tag, settings->linkAddress, settings->remoteAddress, value), apdu);
     ProcessWriteResponse(*ParseApdu(apdu), tag);
+    // The first answer may be a late one to an earlier request: another one is received in any case.
     while (Receive(apdu) > 0 && !ProcessWriteResponse(*ParseApdu(apdu), tag)) {
     }
 }
@@ -109,6 +110,7 @@ Network::NDataUnitRequest TBACnet::FormWriteRequest(tagReadData const& tag,
                                                     std::vector<char> const& linkAddress,
                                                     Network::Address const& remoteAddress,
                                                     OpcUa_VariantHlp const& value) {
+    // The ids only have to be distinct; nothing else is ordered by them.
     int const invokeId = (WriteInvokeId.fetch_add(1, std::memory_order_relaxed) + 1) & 0xFF;
     return AddressedRequest(FormWriteMessage(tag, invokeId, value), linkAddress, remoteAddress);
 }

@@ -115,6 +115,7 @@ std::map<char, std::unique_ptr<TagBase>> TagParser::ReadSequence(IStreamBase& st
             break;
         }
         char const number = tag->GetTagNumber();
+        // Elements come in ascending order, so none of the requested ones follows the last number.
         reached = static_cast<unsigned char>(number) + 1;
         tags[number] = std::move(tag);
     }

@@ -14,8 +14,9 @@
 // Reads tags from a stream and values from tags. It does not check numbers, classes or whether a length suits
 // the value; the caller does. It has no state, so any thread may call it with a stream of its own.
 //
-// Departure from ASHRAE 135 clause 20.2.1.3.1: a length octet of 255 is a length of 255, not the announcement
-// of four further octets. Installed systems rely on this.
+// Departures from ASHRAE 135 clause 20.2.1.3.1: a length octet of 255 is a length of 255, not the
+// announcement of four further octets, and a length octet of 0 is a length of 5. Installed systems rely on
+// this.
 //
 // A stream that ends inside a tag throws WrongLengthException.
 class TagParser {

@@ -81,6 +81,7 @@ Octets ParseDotted(std::string const& text) {
 Octets ParseAnyForm(std::string const& text) {
     bool const hasColon = text.find(':') != std::string::npos;
     bool const hasDot = text.find('.') != std::string::npos;
+    // The dot decides: a list of hexadecimal octets has both a dot and colons.
     if (hasDot || text.empty()) {
         return ParseDotted(text);
     }
@@ -96,6 +97,7 @@ std::vector<char> AddressParser::ParseAddress(std::string const& text) {
         throw ParseException("Format error:  " + text +
                              ", expected: {192.168.10.1:478080} or {10:20:30:40:50:60}");
     } catch (...) {
+        // std::stoi throws a std::logic_error for what is not a number.
         throw std::runtime_error("unknown error");
     }
 }
