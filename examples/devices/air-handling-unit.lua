@@ -1,11 +1,12 @@
--- The air handling unit of the demo plant: temperatures and pressures that follow the day, two valves, two
--- fans, a supply air loop and the time programmes. The setpoint programme is so long that an answer with
--- it takes several segments.
+-- The air handling unit of the demo plant: temperatures and pressures, two valves, two fans, a supply air loop
+-- and the time programmes. The setpoint programme is so long that an answer with it takes several segments.
 --
--- To write: the setpoint analog_value 1, commanded at 16 from the start, so that 8 goes over it and a Null at 8
--- gives it back; the valve analog_output 1, whose own movement returns the same way; both schedules. Refused
--- are a setpoint above 35 or a valve above 100 (value-out-of-range) and a
--- temperature of analog_input 1 (write-access-denied).
+-- What can be written:
+--   analog_value 1   the setpoint. It is commanded at priority 16 from the start: a write at 8 overrides it, a
+--                    Null at 8 restores it. Above 35: value-out-of-range.
+--   analog_output 1  the heating valve. Relinquished, it moves again by itself. Above 100: value-out-of-range.
+--   schedule 1, 2    the weekly and the exception schedule.
+-- A temperature such as analog_input 1 cannot be written: write-access-denied.
 
 -- One setpoint for every hour: low at night, high by day.
 local function hourly(day_setpoint, night_setpoint)

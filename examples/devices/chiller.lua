@@ -1,5 +1,5 @@
--- The chiller of the demo plant. It is on a network of its own: the simulator plays the router to network 5
--- as well, so only requests to station 0A14 of that network reach it.
+-- The chiller of the demo plant, behind a router: it is station 0A14 of network 5. The simulator plays the router
+-- too, so only requests to that station of that network reach the chiller.
 
 device{
     name = "Chiller",

@@ -1,4 +1,4 @@
--- The energy meter of the demo plant: counters that grow, the powers behind them, and what it is.
+-- The energy meter of the demo plant: counters that grow, averages of the power, and data of the meter itself.
 
 device{
     name = "Energy meter",

@@ -1,5 +1,5 @@
--- The room controllers of the demo plant: one device serves twelve rooms. Its longest message is 206 octets,
--- as it is on an MS/TP line in old plants, so that reading many properties takes several segments.
+-- The room controllers of the demo plant: one device for twelve rooms. Its longest APDU has 206 octets, as on an
+-- MS/TP line of an old plant, so reading many properties takes several segments.
 
 local objects = {}
 

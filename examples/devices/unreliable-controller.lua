@@ -1,5 +1,5 @@
--- A room controller on a bad line, for seeing what a client makes of it: its faults come one after the other
--- and again and again, and the faults of a moment can be added and ended while it runs:
+-- A room controller on a bad line, to see how a client copes: late, lost, duplicated and truncated answers, errors,
+-- segments out of order, and ten seconds of silence after a minute. Lines on standard input add a fault and end all:
 --
 --   fault "Unreliable controller" silence duration=30
 --   clear "Unreliable controller"
