@@ -84,26 +84,53 @@ def block(name, property):
             f'ObjectNumber = 1, ObjectProperties = "{property}" }}}} }}\n')
 
 
+def works_on(text, object_types):
+    """The object types of a cell such as "any but Averaging" or "Binary Input, Output, Value"."""
+    text = re.sub(r"\(.*\)", "", text).strip()
+    if text.startswith("none"):
+        return []
+    if text.startswith("any"):
+        return [name for name in object_types if name not in ("Lighting Output", text.removeprefix("any but "))]
+    family = text.split(" ")[0]
+    return [name if name in object_types else f"{family} {name}" for name in text.split(", ")]
+
+
 class FrontDoor(EndToEnd):
+    def unread(self, pairs):
+        """The pairs of an object type and a property of which the driver reads nothing."""
+        objects = "".join(f"{re.sub('[ -]', '_', name.lower())}{{instance = 1}}, " for name in {name for name, _ in pairs})
+        states = {}
+        with simulator(self.file("device.lua", f'device{{ name = "D", instance = 1, objects = {{ {objects} }} }}')) as device:
+            # Each block has a socket, and a process need not be allowed more than 1024.
+            for start in range(0, len(pairs), 300):
+                project = self.file("project.lua", "".join(block(*pair) for pair in pairs[start:start + 300]))
+                cycles = output_of(WORKBENCH, "run", "--cycles", "1", "--format", "json",
+                                   "--define", f"device={device.address}", project)
+                for cycle in map(json.loads, cycles.splitlines()):
+                    states[cycle["block"]] = (cycle["fault"], cycle["variables"][0]["value"])
+        self.assertEqual(set(states), {f"{name} {property}" for name, property in pairs})
+        self.assertGreater(sum(value is not None for _, value in states.values()), 100)
+        # The device need not have every property, which can end in a fault. A pair that the driver does not read has
+        # neither a fault nor a value.
+        return {name for name, state in states.items() if state == (False, None)}
+
+    def test_the_properties_of_the_document_work_on_the_object_types_that_it_lists_and_no_others(self):
+        text = document("docs/configure-a-block.md")
+        object_types = [name for name in re.findall(r"\| \d+ \| \d+ \| ([^|`]+?) (?=\|)", text.split("### Properties")[0])]
+        rows = re.findall(r"^\| \d+ \| \d+ \| [`(](\w+)[`)] \| ([^|]+) \|", text.split("### Properties")[1], re.MULTILINE)
+        self.assertEqual((len(object_types), len(rows)), (23, 38))
+        documented = {f"{name} {property}" for property, cell in rows for name in works_on(cell, object_types)}
+        pairs = [(name, property) for name in object_types for property, _ in rows]
+        unread = self.unread(pairs)
+        self.assertEqual({f"{name} {property}" for name, property in pairs} - unread, documented)
+
     def test_the_object_types_of_the_readme_are_those_that_the_driver_reads(self):
         pairs = dict(pairs_of_the_readme())
         names = output_of(WORKBENCH, "names").split("\n\n")[0]
         known = {plain(name) for name in re.findall(r"^ +\d+ +\d+ +(\S+)", names, re.MULTILINE)}
         self.assertEqual({plain(name) for name in pairs}, known - {"lightingoutput"})
 
-        objects = "".join(f"{re.sub('[ -]', '_', name.lower())}{{instance = 1}}, " for name in pairs)
-        project = "".join(block(name, property) for name, properties in pairs.items() for property in properties)
-        with simulator(self.file("device.lua", f'device{{ name = "D", instance = 1, objects = {{ {objects} }} }}')) as device:
-            cycles = output_of(WORKBENCH, "run", "--cycles", "1", "--format", "json", "--define", f"device={device.address}",
-                               self.file("project.lua", project))
-        states = {}
-        for cycle in map(json.loads, cycles.splitlines()):
-            states[cycle["block"]] = (cycle["fault"], cycle["variables"][0]["value"])
-        self.assertEqual(len(states), sum(map(len, pairs.values())))
-        # The device need not have every property, which can end in a fault. A pair that the driver does not read has
-        # neither a fault nor a value.
-        self.assertEqual({name for name, state in states.items() if state == (False, None)}, set())
-        self.assertGreater(sum(value is not None for _, value in states.values()), 100)
+        self.assertEqual(self.unread([(name, property) for name, properties in pairs.items() for property in properties]), set())
 
     def test_the_first_steps_of_the_readme_show_what_it_says(self):
         steps = document("README.md").split("## First steps by hand")[1].split("\n## ")[0]
@@ -147,9 +174,18 @@ class FrontDoor(EndToEnd):
         names = re.findall(r"^  ([a-z]+) ", usage.split("Subcommands:")[1].split("\n\n")[0], re.MULTILINE)
         self.assertIn("run", names)
         for name in names:
-            self.assertIn(f"dorvel-workbench {name}", manual)
+            self.assertTrue(f"dorvel-workbench {name}" in manual, name)
             options = set(re.findall(r"(?<![\w-])--[a-z-]+", output_of(WORKBENCH, name, "--help"))) - {"--help"}
             self.assertEqual({option for option in options if f"`{option}" not in manual}, set(), name)
+
+    def test_the_simulator_has_the_object_types_of_its_manual_and_those_of_the_driver(self):
+        listed = re.search(r"^The object types are (.*)\.$", document("docs/simulator.md"), re.MULTILINE).group(1)
+        names = re.findall(r"`(\w+)`", listed)
+        objects = "".join(f"{name}{{instance = 1}}, " for name in names)
+        with simulator(self.file("device.lua", f'device{{ name = "D", instance = 1, objects = {{ {objects} }} }}')):
+            pass
+        known = re.findall(r"^ +\d+ +\d+ +(\S+)", output_of(WORKBENCH, "names").split("\n\n")[0], re.MULTILINE)
+        self.assertEqual({plain(name) for name in known} - {plain(name) for name in names}, set())
 
     def test_paths_exist(self):
         for name in DOCUMENTS:
