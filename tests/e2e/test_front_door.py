@@ -187,6 +187,13 @@ class FrontDoor(EndToEnd):
         known = re.findall(r"^ +\d+ +\d+ +(\S+)", output_of(WORKBENCH, "names").split("\n\n")[0], re.MULTILINE)
         self.assertEqual({plain(name) for name in known} - {plain(name) for name in names}, set())
 
+    def test_the_commands_in_the_manual_of_the_simulator_are_answered_as_it_says(self):
+        lines = document("docs/simulator.md").split("lines typed and their answers:\n\n")[1].split("\n\n")[0].replace("    ", "").split("\n")
+        run = subprocess.run([SIMULATOR, os.path.join(ROOT, "examples/devices/air-handling-unit.lua"), "--port", "0", "--exit-with-stdin"],
+                             input="".join(line + "\n" for line in lines[::2]), stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
+                             text=True, timeout=LONGEST, check=True)
+        self.assertEqual(run.stdout.split("\n")[1:-1], lines[1::2])
+
     def test_paths_exist(self):
         for name in DOCUMENTS:
             missing = [path for path in paths(document(name)) if not os.path.exists(os.path.join(ROOT, path))]
