@@ -5,6 +5,7 @@ import json
 import os
 import re
 import shlex
+import socket
 import subprocess
 
 from programs import BIN, LONGEST, ROOT, SIMULATOR, WORKBENCH, EndToEnd, simulator
@@ -186,6 +187,24 @@ class FrontDoor(EndToEnd):
             pass
         known = re.findall(r"^ +\d+ +\d+ +(\S+)", output_of(WORKBENCH, "names").split("\n\n")[0], re.MULTILINE)
         self.assertEqual({plain(name) for name in known} - {plain(name) for name in names}, set())
+
+    def test_the_simulator_carries_out_the_services_of_its_manual_which_its_device_object_names(self):
+        with simulator(self.file("device.lua", 'device{name = "D", instance = 100, objects = {}}')) as device, \
+                socket.socket(socket.AF_INET, socket.SOCK_DGRAM) as client:
+            client.connect(("127.0.0.1", device.port))
+            client.settimeout(LONGEST)
+
+            def answer(apdu):
+                client.send(bytes.fromhex(f"810A{len(apdu) // 2 + 6:04X}0104{apdu}"))
+                return client.recv(1500)[6:]
+
+            # A request without parameters is a Reject in any case; reason 9 is unrecognized-service.
+            carried_out = [service for service in range(26) if answer(f"000501{service:02X}") != bytes([0x60, 1, 9])]
+            supported = answer("0005010C0C020000641961")  # Protocol_Services_Supported
+        bits = "".join(f"{octet:08b}" for octet in supported[supported.index(b"\x85\x06") + 3:-1])
+        self.assertEqual(carried_out, [service for service in range(26) if bits[service] == "1"])
+        self.assertEqual(carried_out, [12, 14, 15])
+        self.assertIn("answers ReadProperty, ReadPropertyMultiple, WriteProperty and Who-Is", document("docs/simulator.md"))
 
     def test_the_commands_in_the_manual_of_the_simulator_are_answered_as_it_says(self):
         lines = document("docs/simulator.md").split("lines typed and their answers:\n\n")[1].split("\n\n")[0].replace("    ", "").split("\n")
