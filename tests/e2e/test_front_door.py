@@ -131,7 +131,8 @@ class FrontDoor(EndToEnd):
         known = {plain(name) for name in re.findall(r"^ +\d+ +\d+ +(\S+)", names, re.MULTILINE)}
         self.assertEqual({plain(name) for name in pairs}, known - {"lightingoutput"})
 
-        self.assertEqual(self.unread([(name, property) for name, properties in pairs.items() for property in properties]), set())
+        every = [(name, property) for name, properties in pairs.items() for property in properties]
+        self.assertEqual(self.unread(every), set())
 
     def test_the_first_steps_of_the_readme_show_what_it_says(self):
         steps = document("README.md").split("## First steps by hand")[1].split("\n## ")[0]
@@ -158,7 +159,8 @@ class FrontDoor(EndToEnd):
                     for path in (word for word in arguments if word.startswith("examples/")):
                         self.assertTrue(os.path.exists(os.path.join(ROOT, path)), f"{name}: {path}")
                 elif "--preset" in arguments:
-                    kind = "testPresets" if program == "ctest" else "buildPresets" if "--build" in arguments else "configurePresets"
+                    kind = "buildPresets" if "--build" in arguments else "configurePresets"
+                    kind = "testPresets" if program == "ctest" else kind
                     preset = arguments[arguments.index("--preset") + 1]
                     self.assertIn(preset, [entry["name"] for entry in presets[kind]], name)
 
@@ -207,10 +209,12 @@ class FrontDoor(EndToEnd):
         self.assertIn("answers ReadProperty, ReadPropertyMultiple, WriteProperty and Who-Is", document("docs/simulator.md"))
 
     def test_the_commands_in_the_manual_of_the_simulator_are_answered_as_it_says(self):
-        lines = document("docs/simulator.md").split("lines typed and their answers:\n\n")[1].split("\n\n")[0].replace("    ", "").split("\n")
-        run = subprocess.run([SIMULATOR, os.path.join(ROOT, "examples/devices/air-handling-unit.lua"), "--port", "0", "--exit-with-stdin"],
-                             input="".join(line + "\n" for line in lines[::2]), stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
-                             text=True, timeout=LONGEST, check=True)
+        dialogue = document("docs/simulator.md").split("lines typed and their answers:\n\n")[1].split("\n\n")[0]
+        lines = [line.strip() for line in dialogue.split("\n")]
+        device = os.path.join(ROOT, "examples", "devices", "air-handling-unit.lua")
+        run = subprocess.run([SIMULATOR, device, "--port", "0", "--exit-with-stdin"], stdout=subprocess.PIPE,
+                             stderr=subprocess.STDOUT, input="".join(line + "\n" for line in lines[::2]), text=True,
+                             timeout=LONGEST, check=True)
         self.assertEqual(run.stdout.split("\n")[1:-1], lines[1::2])
 
     def test_paths_exist(self):
@@ -220,6 +224,7 @@ class FrontDoor(EndToEnd):
         self.assertGreater(len(list(paths(document("docs/extending.md")))), 30)
 
     def test_named_tests_exist(self):
-        named = {test for name in DOCUMENTS for test in re.findall(r"`([A-Z]\w+)\.([A-Z]\w{9,}|test_\w+)`", document(name))}
+        pattern = r"(?:`|gtest_filter=)([A-Z]\w+)\.([A-Z]\w{9,}|test_\w+)`"
+        named = {test for name in DOCUMENTS for test in re.findall(pattern, document(name))}
         self.assertEqual(named - known_tests(), set())
         self.assertGreater(len(named), 15)
