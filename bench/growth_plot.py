@@ -1,4 +1,4 @@
-"""Draws how the cost of an object grows with what there is to poll, as SVG."""
+"""Draws the cost of an object by the number of objects, clients or blocks, as SVG."""
 
 import math
 
@@ -9,13 +9,13 @@ LINES = [("instructions", "#1b6ca8"), ("memory", "#3f8f3f"), ("time", "#c0562b")
 
 
 def highest(curves):
-    """Where the scale ends, the same for all: beyond every ratio."""
+    """The end of the scale, which is the same for all families: above every ratio."""
     ratios = [value / curve[what][0] for curve in curves for what, _ in LINES for value in curve[what]]
     return max(LEAST_HIGH, math.ceil(5 * max(ratios)) / 5)
 
 
 def panel(curve, x, y, high):
-    """One family: each cost by that of the smallest size, over the size; what is flat within a tenth is shaded."""
+    """One family: each cost divided by that of the smallest size, over the size. The band of 10 % is shaded."""
     sizes = curve["sizes"]
     span = math.log10(sizes[-1] / sizes[0]) or 1
     inner_width, inner_height = WIDTH - LEFT - RIGHT, HEIGHT - TOP - BOTTOM
@@ -45,14 +45,14 @@ def panel(curve, x, y, high):
 
 
 def growth_plot(curves):
-    """The SVG of families, two in a row. Each has a title, sizes, and a list per size of every cost."""
+    """The SVG of all families, two in a row. Each has a title, sizes, and for every cost a list with one per size."""
     rows = (len(curves) + 1) // 2
     width, height = 2 * WIDTH, rows * HEIGHT + 34
     high = highest(curves)
-    panels = [panel(curve, place % 2 * WIDTH, place // 2 * HEIGHT, high) for place, curve in enumerate(curves)]
+    panels = [panel(curve, index % 2 * WIDTH, index // 2 * HEIGHT, high) for index, curve in enumerate(curves)]
     legend = []
-    for place, (what, colour) in enumerate(LINES):
-        x, y = LEFT + 120 * place, rows * HEIGHT + 14
+    for index, (what, colour) in enumerate(LINES):
+        x, y = LEFT + 120 * index, rows * HEIGHT + 14
         legend.append(f'<line x1="{x}" y1="{y}" x2="{x + 24}" y2="{y}" stroke="{colour}" stroke-width="2"/>'
                       f'<text x="{x + 30}" y="{y + 4}">{what}</text>')
     legend.append(f'<text x="{LEFT + 120 * len(LINES)}" y="{rows * HEIGHT + 18}">'

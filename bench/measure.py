@@ -1,4 +1,4 @@
-"""How the programs of bench/ are run and what they count: for scripts/bench and the budgets of the tests."""
+"""Runs the programs of bench/ and reads their counts, for scripts/bench and tests/budgets."""
 
 import json
 import pathlib
@@ -14,12 +14,12 @@ class Failure(Exception):
 
 
 def run(*command):
-    """The output of a command and what it says beside it."""
+    """Standard output and standard error of a command."""
     words = [str(word) for word in command]
     try:
         done = subprocess.run(words, capture_output=True, text=True)
     except FileNotFoundError:
-        raise Failure(f"there is no {words[0]}; scripts/setup bench installs it") from None
+        raise Failure(f"{words[0]} is missing: run scripts/setup bench") from None
     if done.returncode != 0:
         raise Failure(f"{' '.join(words)} ended with {done.returncode}:\n{done.stdout[-1000:]}{done.stderr[-2000:]}")
     return done.stdout, done.stderr
@@ -30,12 +30,12 @@ def json_lines(*command):
 
 
 def collected(text):
-    """What callgrind, or the plugin for the target, says that it has counted."""
+    """The count that callgrind, or the plugin for the target, reports."""
     return int(re.search(r"Collected : (\d+)", text).group(1))
 
 
 def instructions(folder, workload, objects=50, clients=1, hosted=False, counter=None):
-    """Instructions of the driver per object, by the bench-stack of the folder; counter runs it, callgrind if None."""
+    """Instructions of the driver per object, counted in the folder's bench-stack by the counter (default: callgrind)."""
     program = pathlib.Path(folder) / "bench-stack"
     words = [program] + (["--hosted"] if hosted else []) + [workload, 1, objects, clients]
     count = collected(run(*(counter or CALLGRIND), *words)[1])
@@ -45,5 +45,5 @@ def instructions(folder, workload, objects=50, clients=1, hosted=False, counter=
 
 
 def target_counter(plugin):
-    """The emulator of the target with the counter in it."""
+    """The command for the target's emulator with the counter loaded."""
     return ["qemu-arm", "-L", TARGET_ROOT, "-E", f"LD_LIBRARY_PATH={TARGET_ROOT}/lib", "-plugin", plugin]

@@ -1,4 +1,4 @@
-# The settings that every target of this project is compiled with.
+# Compiler and linker settings of every target of this project.
 
 set(CMAKE_CXX_STANDARD 17)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
@@ -7,7 +7,7 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 
-# Programs, libraries and the add-in stand side by side and find one another there.
+# Programs, libraries and the add-in are in one folder, where they find one another.
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
 set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
@@ -19,8 +19,8 @@ endif()
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
 
-# In optimised builds GCC's flow analysis takes sound uses of std::optional and std::vector for faults, and
-# which ones differs from version to version. The other presets keep these warnings.
+# In optimised builds GCC's flow analysis warns of correct uses of std::optional and std::vector, and of
+# different ones in each version. The other presets keep these warnings.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     foreach(warning array-bounds maybe-uninitialized stringop-overflow stringop-overread restrict)
         add_compile_options($<$<CONFIG:Release>:-Wno-${warning}>)
@@ -31,14 +31,14 @@ if(DORVEL_SANITIZE)
     add_compile_options(-fsanitize=${DORVEL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer -O1)
     add_link_options(-fsanitize=${DORVEL_SANITIZE})
     if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang" AND DORVEL_SANITIZE STREQUAL "thread")
-        # The sanitizer's own operator new would stand in front of one that a test's program brings.
-        # It comes with the C++ libraries alone, so those are named.
+        # The sanitizer's operator new would take precedence over that of a test program. Clang links it only
+        # when it links as for C++, so it links as for C and the C++ libraries are named.
         add_link_options(--driver-mode=gcc)
         set(CMAKE_CXX_STANDARD_LIBRARIES "-lstdc++ -lm")
     endif()
 endif()
 
 if(DORVEL_BUILD_FUZZERS)
-    # More executions find more here than the operands of comparisons, which cost a third of the time.
+    # Tracing the operands of comparisons costs a third of the time; more executions find more here.
     add_compile_options(-O2 -fno-sanitize-coverage=trace-cmp)
 endif()

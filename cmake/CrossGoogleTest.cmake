@@ -1,4 +1,4 @@
-# GoogleTest for the target, from its sources: Debian's libgtest-dev has the libraries for this machine only.
+# GoogleTest for the target, from its sources: Debian's libgtest-dev has libraries for this machine only.
 set(googletest /usr/src/googletest/googletest)
 foreach(library gtest:gtest-all gtest_main:gtest_main)
     string(REPLACE ":" ";" pair "${library}")

@@ -1,4 +1,4 @@
-# What the system has to offer; scripts/setup installs it, and scripts/sysroot-armhf its counterpart for the target.
+# Libraries of the system. scripts/setup installs them, and scripts/sysroot-armhf their counterparts for the target.
 
 find_package(Threads REQUIRED)
 
@@ -21,7 +21,7 @@ find_path(RAPIDJSON_INCLUDE rapidjson/document.h REQUIRED)
 add_library(dorvel_lua INTERFACE)
 target_link_libraries(dorvel_lua INTERFACE PkgConfig::LUA)
 if(DORVEL_SYSROOT)
-    # Debian's luaconf.h includes a header of the machine's own folder.
+    # Debian's luaconf.h includes a header from an architecture's folder.
     set(DORVEL_LUA_MACHINE_INCLUDE "${DORVEL_SYSROOT}/usr/include/arm-linux-gnueabihf")
     target_include_directories(dorvel_lua SYSTEM INTERFACE "${DORVEL_LUA_MACHINE_INCLUDE}")
 endif()

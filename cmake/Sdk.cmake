@@ -1,19 +1,19 @@
 # The runtime as its vendor ships it, in DORVEL_SDK: include/ with the host contract and Lua's headers, lib/ with
-# opcua.so, dorvelshare.so, dorvel.so and Lua. The targets are named as those of host/, whose place they take.
+# opcua.so, dorvelshare.so, dorvel.so and Lua. The targets replace those of host/ and have the same names.
 
 function(find_in_sdk variable)
-    cmake_parse_arguments(WANTED "" "HEADER" "LIBRARY" ${ARGN})
-    if(WANTED_HEADER)
-        find_path(${variable} "${WANTED_HEADER}" PATHS "${DORVEL_SDK}/include" PATH_SUFFIXES lua5.4 lua NO_DEFAULT_PATH
+    cmake_parse_arguments(SOUGHT "" "HEADER" "LIBRARY" ${ARGN})
+    if(SOUGHT_HEADER)
+        find_path(${variable} "${SOUGHT_HEADER}" PATHS "${DORVEL_SDK}/include" PATH_SUFFIXES lua5.4 lua NO_DEFAULT_PATH
                   NO_CMAKE_FIND_ROOT_PATH)
-        set(wanted "include/${WANTED_HEADER}")
+        set(file "include/${SOUGHT_HEADER}")
     else()
-        find_library(${variable} NAMES ${WANTED_LIBRARY} PATHS "${DORVEL_SDK}/lib" NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH)
-        list(JOIN WANTED_LIBRARY " or " wanted)
-        set(wanted "lib/${wanted}")
+        find_library(${variable} NAMES ${SOUGHT_LIBRARY} PATHS "${DORVEL_SDK}/lib" NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH)
+        list(JOIN SOUGHT_LIBRARY " or " file)
+        set(file "lib/${file}")
     endif()
     if(NOT ${variable})
-        message(FATAL_ERROR "DORVEL_SDK: there is no ${wanted} in ${DORVEL_SDK}")
+        message(FATAL_ERROR "DORVEL_SDK: there is no ${file} in ${DORVEL_SDK}")
     endif()
 endfunction()
 
@@ -36,7 +36,7 @@ foreach(library opcua dorvelshare dorvel)
     target_link_libraries(${library} INTERFACE host_contract "${SDK_${library}}")
 endforeach()
 
-# RapidJSON may come from this machine, but by itself: the folder around it has this machine's C library.
+# RapidJSON may come from this machine, but not with its parent folder, which has this machine's C library.
 find_path(RAPIDJSON_INCLUDE rapidjson/document.h HINTS "${DORVEL_SDK}/include" PATHS /usr/include /usr/local/include
           NO_CMAKE_FIND_ROOT_PATH REQUIRED)
 file(MAKE_DIRECTORY "${PROJECT_BINARY_DIR}/include")

@@ -11,13 +11,13 @@ namespace bench {
 
 namespace {
 
-// The project's numbers.
+// Codes of the configuration.
 constexpr int AnalogValue = 3;
 constexpr int CodeOfPresentValue = 0;
 constexpr int CodeOfStatusFlags = 16;
 constexpr int CodeOfOutOfService = 17;
 
-// One attempt, so that a lost datagram is a failure and not a slow round.
+// One attempt, so that a lost datagram is an error and not a slow round.
 constexpr int CountRepeat = 1;
 
 std::unique_ptr<dorvel::BACnet::TBACnet> MakeDevice(NLSocket& socket, unsigned short port) {
@@ -29,7 +29,7 @@ std::unique_ptr<dorvel::BACnet::TBACnet> MakeDevice(NLSocket& socket, unsigned s
                                                      CountRepeat, 1, 0, 0);
 }
 
-// The value inside, as a number, of a record that has to be good and of this variable.
+// The value of a record as a number. The record must be of this variable and have good quality.
 double Number(WriteDataRec& record, long long id) {
     unsigned int status = OpcUa_Bad;
     double number = 0;

@@ -11,11 +11,11 @@ namespace bench {
 // DataValue, on the operating system's sockets.
 class DriverPoll {
 public:
-    // Reads the objects from 1 to that number, at the most MostObjects.
+    // Reads the objects 1 to `objects`, MostObjects at most.
     DriverPoll(unsigned short port, int objects);
 
-    // One poll of all objects. The result is in microseconds per object; looking at the values does not
-    // count. Throws std::runtime_error unless every variable got its own object's value, in good quality.
+    // Polls all objects once. Returns microseconds per object, without the time for checking the values.
+    // Throws std::runtime_error unless every variable got its own object's value, with good quality.
     double Round();
 
 private:

@@ -23,7 +23,7 @@ inline sockaddr_in LoopbackAddress(unsigned short port) {
     return address;
 }
 
-// A UDP socket on a free port of 127.0.0.1, the caller's to close. Throws std::system_error.
+// Opens a UDP socket on a free port of 127.0.0.1, which the caller closes. Throws std::system_error.
 inline int OpenLoopback() {
     int const handle = ::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
     if (handle < 0) {

@@ -9,13 +9,13 @@ namespace bench {
 // The highest core that this process may run on.
 int LastCore();
 
-// Binds this process, and what it forks from then on, to one core. Throws std::system_error.
+// Binds this process, and the processes it forks afterwards, to one core. Throws std::system_error.
 void PinToCore(int core);
 
-// Has the kernel end this process when its parent ends.
+// Makes the kernel end this process when its parent ends.
 void EndWithParent();
 
-// A responder in a process of its own, a fork of this one, which ends with this object.
+// A responder in a child process, which ends with this object.
 class ResponderProcess {
 public:
     // Throws std::system_error.

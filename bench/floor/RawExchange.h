@@ -9,17 +9,17 @@
 
 namespace bench {
 
-// The floor: the system calls that an exchange of these octets takes, and no client.
+// The floor: the system calls that an exchange of these octets needs, without a client.
 class RawExchange {
 public:
-    // Asks for the objects from 1 to that number, at the most MostObjects. Throws std::system_error.
+    // Requests the objects 1 to `objects`, MostObjects at most. Throws std::system_error.
     RawExchange(unsigned short port, int objects);
     ~RawExchange();
     RawExchange(RawExchange const&) = delete;
     RawExchange& operator=(RawExchange const&) = delete;
 
-    // Exchanges the frames of all objects, one after the other. The result is in microseconds per object.
-    // Throws std::runtime_error when a frame is not answered within a second or not with its own answer.
+    // Exchanges the frames of all objects, one after the other. Returns microseconds per object. Throws
+    // std::runtime_error when a frame is not answered within a second, or with another answer than its own.
     double Round() const;
 
 private:

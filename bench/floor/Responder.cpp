@@ -9,8 +9,8 @@ namespace bench {
 
 namespace {
 
-// Header and property list are compared, but not how large an answer the client takes.
-bool IsAwaited(unsigned char const* frame, std::size_t size) {
+// Compares header and property list, but not the size of answer that the client accepts.
+bool IsExpected(unsigned char const* frame, std::size_t size) {
     constexpr std::size_t HeaderSize = 6;
     constexpr std::size_t Service = 9;
     return size == RequestFrame.size() && std::memcmp(frame, RequestFrame.data(), HeaderSize) == 0 &&
@@ -42,7 +42,7 @@ void Responder::Serve() const {
         if (size < 0) {
             return;
         }
-        if (!IsAwaited(question.data(), static_cast<std::size_t>(size))) {
+        if (!IsExpected(question.data(), static_cast<std::size_t>(size))) {
             continue;
         }
         unsigned char const* const objectId = question.data() + request::ObjectId;

@@ -2,7 +2,7 @@
 
 namespace bench {
 
-// A device of which nothing is left but its answers: it sends prepared octets to whoever asks for them.
+// A device reduced to its answers: it sends prepared octets to every client that requests them.
 class Responder {
 public:
     // Binds a free UDP port of 127.0.0.1. Throws std::system_error.
@@ -13,8 +13,8 @@ public:
 
     unsigned short Port() const;
 
-    // Answers each request for the three properties of Frames.h; anything else stays without an answer. It
-    // returns when the socket fails.
+    // Answers each request for the three properties of Frames.h and ignores everything else. Returns when
+    // the socket fails.
     void Serve() const;
 
 private:

@@ -6,7 +6,7 @@
 
 namespace bench {
 
-// Runs from its construction on.
+// Runs from its construction.
 class StopWatch {
 public:
     double MicrosecondsPer(std::size_t count) const {

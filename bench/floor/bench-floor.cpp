@@ -22,7 +22,7 @@ struct Samples {
     std::vector<double> Ratio;
 };
 
-// The two take turns in going first, so that neither always runs on what the other left in the caches.
+// The two alternate in going first, so that neither always finds the caches as the other left them.
 Samples Measure(Options const& options) {
     bench::ResponderProcess const responder;
     bench::RawExchange const raw(responder.Port(), options.Objects);

@@ -1,4 +1,4 @@
-// The driver's side of the comparison with another client: polls when it is told to.
+// The driver's side of the comparison with another client: polls once per line of its input.
 
 #include <CLI/CLI.hpp>
 #include <iostream>

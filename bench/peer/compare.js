@@ -1,9 +1,9 @@
-// Compares the driver with another client against one responder, round by round, and prints a line of JSON.
+// Compares the driver with another client. Both poll the same responder in turns. Prints a line of JSON.
 //
 // Synopsis: node compare.js BIN [--objects N] [--rounds N] [--core C|none]
 //
-// BIN is the folder with bench-responder and bench-poll. Responder and clients share one core, unless it is
-// "none". Exit code 3: the packages of this folder are not installed.
+// BIN is the folder with bench-responder and bench-poll. Responder and clients share the core C, or run on any
+// core with "none". Exit code 3: the packages of this folder are not installed.
 'use strict'
 
 const { spawn } = require('node:child_process')
@@ -13,19 +13,19 @@ const readline = require('node:readline')
 const { setTimeout: delay } = require('node:timers/promises')
 const { parseArgs } = require('node:util')
 
-// The other client is compiled while it runs, so that its first rounds are slow.
+// The other client is compiled while it runs, so its first rounds are slow and are not counted.
 const WARM_UP = 5
 
-// Milliseconds that a round may take.
+// The most milliseconds that a round may take.
 const PATIENCE = 60000
 
-// A program that is asked by lines and answers each with one.
+// A program that answers each line of its input with a line.
 class Program {
   constructor(core, command) {
     const [file, ...args] = core === 'none' ? command : ['taskset', '-c', core, ...command]
     this.name = path.basename(command[0])
     this.child = spawn(file, args, { stdio: ['pipe', 'pipe', 'inherit'] })
-    this.child.stdin.on('error', () => {}) // the program has ended, which its output tells too
+    this.child.stdin.on('error', () => {}) // the program has ended, which its output shows too
     this.ended = new Promise((resolve) => this.child.once('close', resolve).once('error', resolve))
     this.lines = readline.createInterface({ input: this.child.stdout })[Symbol.asyncIterator]()
   }
@@ -105,10 +105,10 @@ async function main() {
     return 3
   }
   const { objects, rounds, core } = options
-  if (!(Number(rounds) >= 1)) throw new Error('the number of rounds is at least 1')
+  if (!(Number(rounds) >= 1)) throw new Error(`--rounds "${rounds}": a number of at least 1 is allowed`)
   const figures = await compare(bin, options)
-  const told = { benchmark: 'peer', objects: Number(objects), properties: 3, rounds: Number(rounds), core, unit: 'objects per second', ...figures }
-  process.stdout.write(`${JSON.stringify(told)}\n`)
+  const result = { benchmark: 'peer', objects: Number(objects), properties: 3, rounds: Number(rounds), core, unit: 'objects per second', ...figures }
+  process.stdout.write(`${JSON.stringify(result)}\n`)
   return 0
 }
 

@@ -1,16 +1,16 @@
-// The other client: reads the same objects and properties from the same responder as the driver does.
+// The other client: reads the same objects and properties as the driver, from the same responder.
 //
 // Synopsis: node peer.js PORT OBJECTS
 //
-// Reads all objects of 127.0.0.1:PORT once per line of its input, one after the other, and prints the
-// microseconds per object. Ends with its input, and with exit code 1 when a value is missing or wrong.
+// For each line of its input it reads all objects of 127.0.0.1:PORT once, one after the other, and prints the
+// microseconds per object. Ends with its input, or with exit code 1 when a value is missing or wrong.
 'use strict'
 
 const readline = require('node:readline')
 const { default: Client, ObjectType, PropertyIdentifier } = require('@bacnet-js/client')
 const { default: Transport } = require('@bacnet-js/client/dist/lib/transport')
 
-// The library takes port 0 for "the usual port"; here it means "one that is free", as it does for a socket.
+// The library reads port 0 as the default port. Here it requests any free port, as for a socket.
 class FreePortTransport extends Transport {
   open() {
     this._server.bind(0, this._settings.interface)
@@ -33,9 +33,9 @@ function check(number, { values: [{ objectId, values }] }) {
   if (!isRight) throw new Error(`wrong values for object ${number}`)
 }
 
-// A client of its own for each round. The library looks for overdue requests while others are under way, and can then
-// take an early request for a later one that has the same invoke id, which would wait for ever. With a time-out longer
-// than a round it never looks.
+// Each round has a new client. The library checks for overdue requests while others are pending, and can then confuse
+// an early request with a later one that has the same invoke id, which would wait for ever. With a time-out longer than
+// a round it never checks.
 async function open() {
   const transport = new FreePortTransport({ interface: '127.0.0.1', broadcastAddress: '127.0.0.1', reuseAddr: false })
   const client = new Client({ transport, apduTimeout: 30000 })
@@ -43,7 +43,7 @@ async function open() {
   return client
 }
 
-// The microseconds per object; looking at the values does not count.
+// The microseconds per object, without the time for checking the values.
 async function round(client, address, objects) {
   const answers = []
   const properties = PROPERTIES.map((id) => ({ id }))

@@ -1,5 +1,5 @@
-// What a poll takes of the heap, and what is held between polls, per object: a line of JSON for each workload
-// named, as NAME, NAME:OBJECTS or NAME:OBJECTS:CLIENTS; of 100 objects of one client unless told.
+// Heap allocations of a poll, and memory held between polls, per object: a line of JSON for each workload
+// named, as NAME, NAME:OBJECTS or NAME:OBJECTS:CLIENTS; by default 100 objects of one client.
 
 #include <cstdio>
 #include <exception>
@@ -25,7 +25,7 @@ void SetUp(bench::HostedBlocks& blocks) {
     blocks.Init();
 }
 
-// What there is without a client or a block: the prepared answers, the host's runtime.
+// Memory held without any client or block: the prepared answers, the host's runtime.
 template <class Polled>
 long long Surroundings(std::string const& workload) {
     long long const before = test::HeapOctets();
@@ -33,7 +33,7 @@ long long Surroundings(std::string const& workload) {
     return test::HeapOctets() - before;
 }
 
-// The second poll counts, as tables of the first use are there then.
+// The second poll is counted, since the first one also builds tables.
 template <class Polled>
 void Measure(std::string const& argument) {
     std::string workload;

@@ -1,9 +1,9 @@
-// A plugin of qemu-arm (its TCG plugins, version 1 of their interface) that counts the instructions of the
-// emulated program between those that toggle it, as Counting.h has it, and prints their number at the end:
+// A TCG plugin of qemu-arm (version 1 of the interface) that counts the instructions of the emulated program
+// between those that toggle it (Counting.h), and prints their number at the end:
 //
 //     qemu-arm -plugin count-target-instructions.so PROGRAM
 //
-// qemu's packages come without the header of the interface, so the few calls of it that are used stand here.
+// qemu's packages lack the header of the interface, so the few functions that are used are declared here.
 
 #include <cstddef>
 #include <cstdint>
@@ -43,7 +43,7 @@ void Toggle(unsigned, void*) {
     isCounting = !isCounting;
 }
 
-// nop.w {85} of Thumb and nop {85} of ARM, as they stand in memory.
+// nop.w {85} of Thumb and nop {85} of ARM, in the order of their octets in memory.
 bool IsToggle(qemu_plugin_insn const* instruction) {
     constexpr unsigned char thumb[] = {0xAF, 0xF3, 0x55, 0x80};
     constexpr unsigned char arm[] = {0x55, 0xF0, 0x20, 0xE3};
@@ -60,7 +60,7 @@ void Watch(qemu_plugin_id_t, qemu_plugin_tb* block) {
     }
 }
 
-// As callgrind words it.
+// In callgrind's wording, so that the same expression finds both.
 void Print(qemu_plugin_id_t, void*) {
     std::fprintf(stderr, "Collected : %llu\n", counted);
 }

@@ -1,4 +1,4 @@
-// Polls for whoever counts their instructions: callgrind, or the counter for the target.
+// Polls whose instructions are counted by callgrind or by the counter for the target.
 
 #include <cstdio>
 #include <exception>

@@ -1,5 +1,5 @@
-// Times of polls: by workload, and by how much there is to poll. The network in memory is timed with them; it
-// copies a datagram and looks up nothing.
+// Times of polls, by workload and by the number of objects, clients and blocks. They include the network in
+// memory, which only copies datagrams.
 
 #include <benchmark/benchmark.h>
 
@@ -12,7 +12,7 @@ namespace {
 
 void PollClients(benchmark::State& state, std::string const& subject, int objects, int count) {
     bench::Clients clients(subject, objects, count);
-    clients.Poll();  // tables of the first use
+    clients.Poll();  // builds the tables of the first use
     for (auto const _ : state) {
         static_cast<void>(_);
         clients.Poll();

@@ -11,8 +11,8 @@
 
 namespace bench {
 
-// Device clients without the block around them, each with so many objects of one subject, over a network that
-// answers at once. There is one at a time.
+// Device clients without a block, each with `objects` objects of one subject, over a network that answers at
+// once. Only one instance may exist at a time.
 class Clients {
 public:
     // Throws as SubjectNamed does.
@@ -21,8 +21,8 @@ public:
     Clients(Clients const&) = delete;
     Clients& operator=(Clients const&) = delete;
 
-    // Every object is read or written once. The driver's work, all of it and nothing else, is counted. Throws
-    // std::runtime_error unless every value came and every write left.
+    // Reads or writes every object once and counts the driver's instructions alone. Throws std::runtime_error
+    // unless every value was received and every write was sent.
     void Poll();
 
     int Objects() const { return objects; }  // of all clients

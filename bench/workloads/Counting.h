@@ -6,12 +6,12 @@
 
 namespace bench {
 
-// False: nothing is counted. Who counts sets it once what runs only the first time has run.
+// While false, nothing is counted. A program sets it after a first poll, which also builds tables.
 inline bool isCountingAllowed = false;
 
 // Turns the counting of instructions on if it is off, and off if it is on; it begins off. callgrind
-// (--collect-atstart=no) listens to it, and for the target the plugin in bench/stack, which knows it by an
-// instruction that does nothing. Without either it costs next to nothing.
+// (--collect-atstart=no) counts, and on the target the plugin in bench/stack, which recognises a certain
+// instruction without effect. Without either the call costs next to nothing.
 inline void ToggleCounting() {
     if (isCountingAllowed) {
 #if defined(__arm__)
@@ -22,8 +22,8 @@ inline void ToggleCounting() {
     }
 }
 
-// Toggled while it lives: what is to be counted stands in one such scope, and what of that is not the
-// driver's in a second one within.
+// Toggles the counting for its lifetime: code to be counted is inside one such scope, and code in there that
+// is not the driver's is inside a second, nested one.
 class CountingToggled {
 public:
     CountingToggled() { ToggleCounting(); }

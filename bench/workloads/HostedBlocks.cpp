@@ -112,7 +112,7 @@ void HostedBlocks::RunOnce() {
     }
 }
 
-void HostedBlocks::LetGo() {
+void HostedBlocks::Release() {
     runtime.reset();
 }
 

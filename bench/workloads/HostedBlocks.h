@@ -13,33 +13,33 @@ class Runtime;
 
 namespace bench {
 
-// Loads the add-in into the process, where it stays. Milliseconds that dlopen took and that InitAddin took.
+// The milliseconds that dlopen and InitAddin took. The add-in stays loaded until the process ends.
 struct LoadTimes {
     double load = 0;
     double init = 0;
 };
 LoadTimes LoadAddin();
 
-// Blocks of the add-in as a controller has them: in its runtime, made by a Lua script, with variables in the
-// runtime's store, over a network that answers at once. The add-in is loaded before. There is one at a time;
-// its life is Make, Init, RunOnce as often as wanted, LetGo, Collect.
+// Blocks of the add-in as on a controller: in its runtime, created by a Lua script, with variables in the
+// runtime's store, over a network that answers at once. The add-in must be loaded already. Only one instance
+// may exist at a time; the order of calls is Make, Init, any number of RunOnce, Release, Collect.
 class HostedBlocks {
 public:
-    // Throws as SubjectNamed does; a subject that is written cannot be had here.
+    // Throws as SubjectNamed does. Subjects that are written are not supported here.
     HostedBlocks(std::string const& subject, int objects, int blocks);
     ~HostedBlocks();
     HostedBlocks(HostedBlocks const&) = delete;
     HostedBlocks& operator=(HostedBlocks const&) = delete;
 
-    // The script runs, which makes the blocks and gives each its variables.
+    // Runs the script, which creates the blocks and their variables.
     void Make();
-    // Inited of every block.
+    // Calls Inited of every block.
     void Init();
-    // One cycle of every block. Throws std::runtime_error unless every object was polled.
+    // Runs one cycle of every block. Throws std::runtime_error unless every object was polled.
     void RunOnce();
-    // The runtime ends and holds the blocks no more.
-    void LetGo();
-    // Lua collects what nobody holds: the blocks' __gc.
+    // Ends the runtime and its references to the blocks.
+    void Release();
+    // Has Lua collect the unreferenced blocks, which calls their __gc.
     void Collect();
 
     int Objects() const { return objects * blocks; }  // of all blocks

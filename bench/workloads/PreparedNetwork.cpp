@@ -10,7 +10,7 @@ namespace bench {
 
 namespace {
 
-// Where things stand in datagrams between the driver and a device on the local network, behind six octets of
+// Offsets in datagrams between the driver and a device on the local network, which begin with six octets of
 // BVLC and NPCI.
 constexpr std::size_t PduType = 6;
 constexpr char SegmentAckType = 0x40;

@@ -8,19 +8,19 @@
 
 namespace bench {
 
-// A network in which one device answers at once with octets that were prepared: it puts the invoke id and the
-// object of the request into them and has nothing else to do, allocates nothing, and is not counted. The
-// clock stands still; what has no answer is not waited for. For one thread.
+// A network in which one device answers at once with prepared octets, into which it copies the invoke id and
+// the object of the request. It allocates nothing and is not counted. The clock stands still, and receiving
+// without an answer returns at once. For one thread.
 class PreparedNetwork final : public dorvel::HostEnvironment {
 public:
-    // The datagrams that answer a read or a write: the first the request, each further one the
-    // acknowledgement of the one before.
+    // The datagrams that answer a read or a write: the first one answers the request, each further one the
+    // acknowledgement of its predecessor.
     explicit PreparedNetwork(std::vector<test::Octets> answers);
     ~PreparedNetwork() override;
     PreparedNetwork(PreparedNetwork const&) = delete;
     PreparedNetwork& operator=(PreparedNetwork const&) = delete;
 
-    // Requests, acknowledgements not included.
+    // The number of requests, without acknowledgements.
     unsigned long Requests() const { return requests; }
 
     int Open(unsigned short port) override;
@@ -36,7 +36,7 @@ private:
     void Begin(char const* request);
 
     std::vector<test::Octets> answers;
-    // The answer that comes next, and the one behind it that has been asked for already.
+    // The answer that is received next, and the one after it if that has been requested already.
     std::size_t next = 0;
     std::size_t asked = 0;
     unsigned long requests = 0;

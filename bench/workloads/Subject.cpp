@@ -14,7 +14,7 @@ using test::Hex;
 using test::Octets;
 using test::operator+;
 
-// Numbers of the configuration.
+// Codes of the configuration.
 constexpr int LoopType = 16;
 constexpr int ScheduleType = 22;
 constexpr int WeeklySchedule = 30;
@@ -28,7 +28,7 @@ struct LoopProperty {
 
 constexpr unsigned char DescriptionNumber = 28;
 
-// What can be had of a loop; a length for the description is its subject's.
+// The properties of a loop. The description's length depends on the subject.
 constexpr LoopProperty loopProperties[] = {
     {0, 85, OpcUaType_Double, "44 42 28 00 00"},    // Present_Value
     {17, 81, OpcUaType_Boolean, "10"},              // Out_Of_Service
@@ -46,7 +46,7 @@ constexpr std::size_t MostDistinct = std::size(loopProperties);
 constexpr LoopProperty const& StatusFlags = loopProperties[MostDistinct - 1];
 
 constexpr std::size_t UsualDescription = 24;
-// The head of a character string of more than 65535 octets takes no more.
+// The most octets that the header of a character string with more than 65535 octets needs.
 constexpr std::size_t LongestHead = 8;
 
 // The octets of a number, the most significant one first.
@@ -58,7 +58,7 @@ Octets BigEndian(std::size_t number, int octets) {
     return result;
 }
 
-// A character string of so many letters in UTF-8 (ASHRAE 135 clause 20.2.9).
+// A character string with this number of letters in UTF-8 (ASHRAE 135 clause 20.2.9).
 Octets CharacterString(std::size_t letters) {
     std::size_t const length = letters + 1;
     Octets head{0x75};
@@ -110,7 +110,7 @@ Subject Properties(std::size_t count) {
     return subject;
 }
 
-// Of an APDU of 1024 octets, which the driver's requests allow, five are the header.
+// The driver's requests allow APDUs of 1024 octets, of which five are the header.
 constexpr std::size_t SegmentSize = 1024 - 5;
 
 Subject Segments(std::size_t count) {

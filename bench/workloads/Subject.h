@@ -9,7 +9,7 @@
 
 namespace bench {
 
-// What is asked of one object, and what its device answers.
+// The requests for one object, and the answers of its device.
 struct Subject {
     // A variable of the object: the property as the configuration numbers it, and the variable's type.
     struct Variable {
@@ -20,17 +20,18 @@ struct Subject {
     int objectType = 0;  // as the configuration numbers it
     std::vector<Variable> variables;
     bool isWritten = false;  // instead of read
-    // The answer's datagrams, for an object and an invoke id that are put in later.
+    // The answer's datagrams; object and invoke id are filled in later.
     std::vector<test::Octets> answers;
-    // Records that a poll of the object yields.
+    // The number of records that a poll of the object returns.
     std::size_t records = 0;
 };
 
 // The subject of a name of the form KIND-NUMBER:
 //
-//   properties-N  N variables on a loop; of its eleven properties those beyond are asked for over again, and
-//                 then the first variable of each gets its value
-//   segments-N    three properties in N segments, as large as the driver takes them, filled by a description
+//   properties-N  N variables on a loop; above eleven its properties repeat, and then the first variable of
+//                 each gets the value
+//   segments-N    three properties in N segments of the largest size that the driver accepts, filled by a
+//                 description
 //   schedule-N    a weekly schedule of 7 days with N entries each
 //   write-1       a Real that is written and acknowledged
 //
