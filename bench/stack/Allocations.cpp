@@ -77,8 +77,8 @@ int main(int count, char** arguments) {
         if (isHosted) {
             bench::LoadAddin();
         }
-        for (int place = isHosted ? 2 : 1; place < count; ++place) {
-            (isHosted ? Measure<bench::HostedBlocks> : Measure<bench::Clients>)(arguments[place]);
+        for (int index = isHosted ? 2 : 1; index < count; ++index) {
+            (isHosted ? Measure<bench::HostedBlocks> : Measure<bench::Clients>)(arguments[index]);
         }
     } catch (std::exception const& failure) {
         std::fprintf(stderr, "bench-allocations: %s\n", failure.what());

@@ -17,7 +17,7 @@ struct qemu_plugin_tb;
 struct qemu_plugin_insn;
 
 std::size_t qemu_plugin_tb_n_insns(qemu_plugin_tb const* block);
-qemu_plugin_insn* qemu_plugin_tb_get_insn(qemu_plugin_tb const* block, std::size_t place);
+qemu_plugin_insn* qemu_plugin_tb_get_insn(qemu_plugin_tb const* block, std::size_t index);
 void const* qemu_plugin_insn_data(qemu_plugin_insn const* instruction);
 std::size_t qemu_plugin_insn_size(qemu_plugin_insn const* instruction);
 void qemu_plugin_register_vcpu_tb_trans_cb(qemu_plugin_id_t id,
@@ -53,8 +53,8 @@ bool IsToggle(qemu_plugin_insn const* instruction) {
 }
 
 void Watch(qemu_plugin_id_t, qemu_plugin_tb* block) {
-    for (std::size_t place = 0; place < qemu_plugin_tb_n_insns(block); ++place) {
-        qemu_plugin_insn* const instruction = qemu_plugin_tb_get_insn(block, place);
+    for (std::size_t index = 0; index < qemu_plugin_tb_n_insns(block); ++index) {
+        qemu_plugin_insn* const instruction = qemu_plugin_tb_get_insn(block, index);
         qemu_plugin_register_vcpu_insn_exec_cb(instruction, IsToggle(instruction) ? Toggle : Count,
                                                NoRegisters, nullptr);
     }

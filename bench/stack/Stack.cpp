@@ -51,8 +51,8 @@ int main(int count, char** arguments) {
         return 2;
     }
     try {
-        auto const number = [&](int place, int usual) {
-            return place < given ? std::stoi(words[place]) : usual;
+        auto const number = [&](int index, int usual) {
+            return index < given ? std::stoi(words[index]) : usual;
         };
         (isHosted ? RunBlocks : PollClients)(words[0], number(1, 1), number(2, 100), number(3, 1));
     } catch (std::exception const& failure) {

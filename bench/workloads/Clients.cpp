@@ -55,7 +55,7 @@ Clients::Clients(std::string const& name, int objectsOfEach, int count)
     : subject(SubjectNamed(name)), objects(objectsOfEach * count), network(subject.answers) {
     dorvel::SetLogSink([](std::string_view) {});
     TBACnet::IsTerminated = false;
-    for (int place = 0; place < count; ++place) {
+    for (int index = 0; index < count; ++index) {
         clients.push_back(std::make_unique<Client>());
         for (int number = 1; number <= objectsOfEach; ++number) {
             clients.back()->Add(subject, number);

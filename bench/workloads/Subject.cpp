@@ -84,8 +84,8 @@ Octets Payload(Octets const& results) {
 
 Octets LoopPayload(std::size_t count, std::size_t description) {
     Octets results;
-    for (std::size_t place = 0; place < count; ++place) {
-        test::Append(results, Result(loopProperties[place % MostDistinct], description));
+    for (std::size_t index = 0; index < count; ++index) {
+        test::Append(results, Result(loopProperties[index % MostDistinct], description));
     }
     if (count < MostDistinct) {
         test::Append(results, Result(StatusFlags, description));
@@ -96,8 +96,8 @@ Octets LoopPayload(std::size_t count, std::size_t description) {
 Subject Loop(std::size_t count) {
     Subject subject;
     subject.objectType = LoopType;
-    for (std::size_t place = 0; place < count; ++place) {
-        LoopProperty const& property = loopProperties[place % MostDistinct];
+    for (std::size_t index = 0; index < count; ++index) {
+        LoopProperty const& property = loopProperties[index % MostDistinct];
         subject.variables.push_back({property.property, {OpcUaType_DataValue, property.type}});
     }
     subject.records = std::min(count, MostDistinct);
