@@ -1,16 +1,16 @@
 # shellcheck shell=bash
-# Sourced by scripts/demo and scripts/test, with the root of the tree as the working folder.
+# Sourced by the scripts that build, with the root of the tree as the working folder.
 
-# build PRESET [CMAKE-OPTION ...] [-- TARGET ...]: configures and builds. Only where the output is a terminal or $verbose
-# is set does it all pass by; otherwise it stands in build/PRESET/build.log, of which the end is shown if it fails.
+# build PRESET [CMAKE-OPTION ...] [-- TARGET ...]: configures and builds. The output is shown only on a terminal or if
+# $verbose is set; otherwise it is in build/PRESET/build.log, and its end is shown when the build fails.
 build() {
     local preset=$1
     shift
     local options=() targets=()
     while [ $# -gt 0 ] && [ "$1" != -- ]; do options+=("$1"); shift; done
     [ $# -eq 0 ] || { shift; targets=(--target "$@"); }
-    # A compiler cache, where there is one, is taken when a build folder is made. It serves every clone of the tree, and
-    # the tests with their precompiled header.
+    # CMake takes up a compiler cache when it creates the build folder. These settings let it serve every clone of the
+    # tree, and the tests with their precompiled header.
     if command -v ccache >/dev/null; then
         export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1 CCACHE_SLOPPINESS=pch_defines,time_macros
         export CMAKE_C_COMPILER_LAUNCHER=ccache CMAKE_CXX_COMPILER_LAUNCHER=ccache
