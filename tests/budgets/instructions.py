@@ -1,8 +1,8 @@
-"""Holds the instructions of a poll against their budgets.
+"""Compares the instructions of a poll with their budgets.
 
 Usage: instructions.py FOLDER
 
-FOLDER has the bench-stack of a release build. Exit code 1: a budget is not kept, or nothing could be counted.
+FOLDER has the bench-stack of a release build. Exit code 1: a budget is exceeded, or nothing could be counted.
 """
 
 import pathlib

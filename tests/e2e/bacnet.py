@@ -1,4 +1,4 @@
-"""As much of BACnet/IP as a stand-in for a device needs, after ASHRAE 135; nothing of it comes from the driver."""
+"""The part of BACnet/IP that a fake device needs, by ASHRAE 135 and independent of the driver."""
 
 import socket
 import struct
@@ -6,15 +6,15 @@ import threading
 
 
 class Request:
-    """A confirmed request as it came: the NPDU's destination, if any, and the APDU."""
+    """A received confirmed request: the datagram and its APDU, with or without a destination in the NPDU."""
 
     def __init__(self, datagram):
         self.datagram = datagram
         control = datagram[5]
-        place = 6
+        begin = 6
         if control & 0x20:
-            place += 3 + datagram[place + 2] + 1
-        self.apdu = datagram[place:]
+            begin += 3 + datagram[begin + 2] + 1
+        self.apdu = datagram[begin:]
         self.invoke_id = self.apdu[2]
 
 
@@ -24,7 +24,7 @@ def frame(apdu, npdu=b"\x01\x00", function=0x0A):
 
 
 def real_answer(request, value):
-    """The answer to a request for Present_Value and Status_Flags of one object: a Real, and flags that are clear."""
+    """The answer to a request for Present_Value and Status_Flags of one object: a Real, and no flag set."""
     object_id = request.apdu[5:9]
     return frame(
         bytes([0x30, request.invoke_id, 14, 0x0C]) + object_id
@@ -32,9 +32,9 @@ def real_answer(request, value):
 
 
 class FakeDevice:
-    """A UDP socket on a free port of 127.0.0.1. Each datagram is given to answer, which gives the datagrams to send.
+    """A UDP socket on a free port of 127.0.0.1. The function answer returns the datagrams to send for each one received.
 
-    They go to the sender of the request; a pair of a datagram and an address goes to that address."""
+    They are sent to the sender of the request; a pair of a datagram and an address is sent to that address."""
 
     def __init__(self, answer=lambda datagram: []):
         self._answer = answer
@@ -61,7 +61,7 @@ class FakeDevice:
                     self._socket.sendto(*(reply if isinstance(reply, tuple) else (reply, sender)))
             except socket.timeout:
                 continue
-            except Exception as failure:  # a mistake of the test, which has to see it
+            except Exception as failure:  # a mistake in the test, raised again at its end
                 self.failure = failure
                 return
 

@@ -1,4 +1,4 @@
-"""Reads a capture with tshark: one dictionary of its fields per frame."""
+"""Reads a capture with tshark: for each frame a dictionary of its fields."""
 
 import json
 import os
@@ -13,7 +13,7 @@ FIELDS = [
     "bacapp.response_segments", "bacapp.max_adpu_size", "bacapp.sequence_number", "bacapp.window_size", "bacapp.NAK",
     "bacapp.SRV", "bacapp.present_value.real", "_ws.malformed", "_ws.expert.message"]
 
-# tshark 4.0 gives 1 and 0 for these, tshark 4.4 True and False.
+# tshark 4.0 prints 1 and 0 for these, tshark 4.4 True and False.
 BOOLEAN_FIELDS = {"bacapp.segmented_request", "bacapp.more_segments", "bacapp.SA", "bacapp.NAK", "bacapp.SRV"}
 BOOLEANS = {"0": "0", "1": "1", "False": "0", "True": "1"}
 
@@ -28,18 +28,18 @@ def tshark(capture, ports, *options):
     command = ["tshark", "-r", capture]
     for port in sorted(ports):
         command += ["-d", f"udp.port=={port},bvlc"]
-    # Its settings are the same for everybody: a fresh folder as home.
+    # An empty home folder, so that no user's settings apply.
     environment = dict(os.environ, HOME=os.path.dirname(capture), XDG_CONFIG_HOME=os.path.dirname(capture))
     return subprocess.run(command + list(options), stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True,
                           check=True, env=environment).stdout
 
 
 def frames(capture, ports):
-    """The frames, each a dictionary from field to the list of its values; fields that a frame lacks are absent.
-    A boolean is "1" or "0", whichever way this tshark prints it."""
+    """The frames, each a dictionary from field to the list of its values, without the fields that a frame lacks.
+    A boolean is "1" or "0", however this version of tshark prints it."""
     options = [word for field in FIELDS for word in ("-e", field)]
-    told = json.loads(tshark(capture, ports, "-T", "json", *options))
-    layers = [frame["_source"]["layers"] for frame in told]
+    dissected = json.loads(tshark(capture, ports, "-T", "json", *options))
+    layers = [frame["_source"]["layers"] for frame in dissected]
     for frame in layers:
         for field in BOOLEAN_FIELDS & frame.keys():
             frame[field] = [BOOLEANS[value] for value in frame[field]]
@@ -47,12 +47,12 @@ def frames(capture, ports):
 
 
 def only(frame, field):
-    """The one value of a field."""
+    """The value of a field that has exactly one."""
     values = frame.get(field, [])
     assert len(values) == 1, (field, frame)
     return values[0]
 
 
-def requests_to(told, port):
-    """What was sent to a device, in order."""
-    return [frame for frame in told if only(frame, "udp.dstport") == str(port)]
+def requests_to(captured, port):
+    """The frames that were sent to a device, in order."""
+    return [frame for frame in captured if only(frame, "udp.dstport") == str(port)]

@@ -13,7 +13,7 @@ WORKBENCH = os.path.join(BIN, "dorvel-workbench")
 SIMULATOR = os.path.join(BIN, "bacnet-simulator")
 ADD_IN = os.path.join(BIN, "dorvel_bacnet.so")
 
-# Nothing here takes longer than a few seconds; a program that does hangs.
+# Seconds after which a program counts as hanging; all of them end within a few.
 LONGEST = 60
 
 
@@ -28,7 +28,7 @@ class Server:
             _, errors = self._process.communicate(timeout=LONGEST)
             raise AssertionError(f"{command[0]} did not start: {line} {errors}")
         self.address = line.split()[-1]
-        self.output = ""  # what it printed besides, once it has ended
+        self.output = ""  # what it printed after that line, once it has ended
 
     @property
     def port(self):
@@ -60,7 +60,7 @@ PLANT = {"ahu": "air-handling-unit", "chiller": "chiller", "rooms": "room-contro
 
 
 class ExamplePlant:
-    """The four devices of the example plant; defines is what the workbench has to be told of them."""
+    """The four devices of the example plant; defines are the workbench's options with their addresses."""
 
     def __enter__(self):
         self.devices = {}
@@ -79,7 +79,7 @@ class ExamplePlant:
 
 
 class Run:
-    """What a run of the workbench gave: exit code, lines of both outputs, and the states it printed as JSON."""
+    """The result of a run of the workbench: exit code, both outputs, and the states that it printed as JSON."""
 
     def __init__(self, code, output, errors):
         self.code, self.output, self.errors = code, output, errors
@@ -89,7 +89,7 @@ class Run:
         return [json.loads(line) for line in self.output.splitlines()]
 
     def of(self, block):
-        """The states of one block, a dictionary of its variables by name in each of them."""
+        """The states of one block, with the variables of each as a dictionary by name."""
         states = [state for state in self.states if state["block"] == block]
         for state in states:
             state["variables"] = {variable["name"]: variable for variable in state["variables"]}
@@ -111,13 +111,13 @@ class EndToEnd(unittest.TestCase):
         return path
 
     def device(self, text):
-        """A simulated device from the text of its file; it ends with the test."""
+        """Starts a simulated device from the text of its file. It ends with the test."""
         server = simulator(self.file("device%d.lua" % len(os.listdir(self.folder)), text))
         self.addCleanup(server.stop)
         return server
 
     def workbench(self, project, *options, cycles=1):
-        """Runs a project, given as text or as the absolute path of a file, and collects what it printed."""
+        """Runs a project, given as text or as the absolute path of a file, and returns the result."""
         path = project if project.startswith("/") else self.file("project.lua", project)
         process = subprocess.run(
             [WORKBENCH, "run", path, "--cycles", str(cycles), "--format", "json", *options],
@@ -133,7 +133,7 @@ class EndToEnd(unittest.TestCase):
 
 
 def block(name, address, variables, fields=""):
-    """The text of a block at a local device. variables are texts as variable() gives them."""
+    """The text of a block for a local device. variables are results of variable()."""
     return "BACnet.new{ Name = %s, Address = %s, MAC = %s, %s\n  Vars = {\n    %s\n  } }\n" % (
         json.dumps(name), json.dumps(address), json.dumps(address), fields, ",\n    ".join(variables))
 

@@ -1,4 +1,4 @@
-"""scripts/demo, with the programs of this build."""
+"""Runs scripts/demo with the programs of this build."""
 
 import os
 import signal
@@ -12,7 +12,7 @@ from programs import BIN, LONGEST, PLANT, ROOT, EndToEnd
 class Demo(EndToEnd):
     def setUp(self):
         super().setUp()
-        # Every process that the script starts inherits this mark, and every temporary file lands in the test's folder.
+        # Every process that the script starts inherits this mark, and every temporary file is in the test's folder.
         self.mark = f"DORVEL_TEST_MARK={uuid.uuid4()}"
         name, value = self.mark.split("=")
         self.environment = dict(os.environ, DORVEL_BIN=BIN, TMPDIR=self.folder, **{name: value})
@@ -23,7 +23,7 @@ class Demo(EndToEnd):
                                 start_new_session=True)
 
     def processes(self):
-        """What runs with our mark."""
+        """The command lines of the processes with the mark."""
         found = []
         for entry in os.listdir("/proc"):
             try:
@@ -39,7 +39,7 @@ class Demo(EndToEnd):
         self.assertEqual(os.listdir(self.folder), [])
 
     def wait_for_a_value(self, demo):
-        """Reads the output up to the first line behind those of the devices."""
+        """Reads the output up to the first line after those of the devices."""
         for line in demo.stdout:
             if not line.startswith("demo: "):
                 return line
@@ -59,7 +59,7 @@ class Demo(EndToEnd):
         self.assertRegex(output, "\nAHU.Heating valve = 150 refused .*ValueOutOfRange")
         self.assert_nothing_is_left()
 
-    def test_watching_goes_on_until_an_interrupt_and_then_ends_with_the_summary(self):
+    def test_watching_runs_until_an_interrupt_and_then_ends_with_the_summary(self):
         demo = self.start("--watch")
         self.wait_for_a_value(demo)
         time.sleep(1)
@@ -86,8 +86,8 @@ class Demo(EndToEnd):
         self.assertEqual(demo.returncode, 143)
         self.assert_nothing_is_left()
 
-    def test_knows_its_options(self):
-        told = subprocess.run([os.path.join(ROOT, "scripts", "demo"), "--nonsense"], env=self.environment,
+    def test_an_unknown_option_prints_the_usage(self):
+        demo = subprocess.run([os.path.join(ROOT, "scripts", "demo"), "--nonsense"], env=self.environment,
                               stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, check=False)
-        self.assertEqual(told.returncode, 2)
-        self.assertIn("Usage: scripts/demo", told.stderr)
+        self.assertEqual(demo.returncode, 2)
+        self.assertIn("Usage: scripts/demo", demo.stderr)

@@ -1,4 +1,4 @@
-"""What the documentation says is held against the programs."""
+"""Compares the documentation with the programs."""
 
 import os
 import re
@@ -13,14 +13,14 @@ def document(name):
 
 
 def documents():
-    """The names of all documents of the repository."""
+    """The paths of all documents of the repository."""
     for folder, folders, files in os.walk(ROOT):
         folders[:] = [name for name in folders if not name.startswith(".") and name not in ("build", "node_modules")]
         yield from (os.path.relpath(os.path.join(folder, name), ROOT) for name in files if name.endswith(".md"))
 
 
 def blocks(text):
-    """The runs of lines without a blank one between them, code aside."""
+    """The blocks of lines without a blank line between them, except code."""
     text = re.sub(r"^```.*?^```$", "", text, flags=re.MULTILINE | re.DOTALL)
     for run in re.split(r"\n\s*\n", text):
         if not run.startswith("    "):
@@ -28,7 +28,7 @@ def blocks(text):
 
 
 def anchors(text):
-    """What a link names the headings of a document by."""
+    """The anchors by which links name the headings of a document."""
     return {re.sub(r"[^\w -]", "", title.lower()).replace(" ", "-") for title in re.findall(r"^#+ (.+)", text, re.MULTILINE)}
 
 
@@ -37,18 +37,18 @@ def cells(row):
 
 
 def table_mistake(lines):
-    """Why a run of lines that has rows of a table is not shown as one; None if it is."""
+    """Why a block of lines with rows of a table is not shown as a table; None if it is, or has no such rows."""
     rows = [line.startswith("|") for line in lines]
     if not any(rows):
         return None
     if not all(rows):
-        return "other text without a blank line beside it"
+        return "a blank line is missing between the table and other text"
     if len(lines) < 2 or not re.fullmatch(r"\|( *:?-+:? *\|)+", lines[1]):
-        return "no heading: a blank line splits a table"
+        return "a heading is missing, or a blank line splits the table"
     return None if len({cells(line) for line in lines}) == 1 else "rows of different lengths"
 
 
-def told(*command):
+def output_of(*command):
     return subprocess.run(command, stdout=subprocess.PIPE, text=True, timeout=LONGEST, check=True).stdout
 
 
@@ -74,12 +74,12 @@ REFUSED = {
 class Docs(EndToEnd):
     def names(self, heading):
         """The rows that the workbench lists under a heading: (code, BACnet number, name)."""
-        part = re.split(r"^(\S+)$", told(WORKBENCH, "names"), flags=re.MULTILINE)
+        part = re.split(r"^(\S+)$", output_of(WORKBENCH, "names"), flags=re.MULTILINE)
         rows = part[part.index(heading) + 1]
         return [(int(code), int(number), plain(name)) for code, number, name in re.findall(r"^ +(\d+) +(\d+) +(\S+)", rows, re.MULTILINE)]
 
     def refusal(self, fields="", variable=""):
-        """What the workbench says of a good project of one block and one variable, with these fields besides."""
+        """The workbench's message about a valid project of one block and one variable with these additional fields."""
         project = ('BACnet.new{ Name = "B", Address = "192.0.2.1:47808", Vars = {{ Name = "V", Type = "Float",\n'
                    f'ObjectType = 1, ObjectProperties = 0, ObjectNumber = 1, {variable} }}}}, {fields} }}\n')
         check = subprocess.run([WORKBENCH, "check", self.file("project.lua", project)], stdout=subprocess.DEVNULL,
@@ -87,18 +87,18 @@ class Docs(EndToEnd):
         self.assertEqual(check.returncode, 2 if check.stderr else 0)
         return check.stderr
 
-    def test_what_the_workbench_refuses_is_complete_and_refused(self):
+    def test_the_workbench_refuses_exactly_what_the_document_says(self):
         refused = document("docs/workbench.md").split("### Of a block\n")[1].split("### Of a project\n")[0]
         tables = {}
         for kind, part in zip(("fields", "variable"), refused.split("### Of a variable\n")):
-            tables[kind] = {field: taken for names, taken in re.findall(r"^\| (`.*?) \| (.*?) \|", part, re.MULTILINE)
+            tables[kind] = {field: accepted for names, accepted in re.findall(r"^\| (`.*?) \| (.*?) \|", part, re.MULTILINE)
                             for field in re.findall(r"`(\w+)`", names)}
             self.assertEqual(set(tables[kind]), set(REFUSED[kind]))
-            for field, taken in tables[kind].items():
+            for field, accepted in tables[kind].items():
                 self.assertIn(f'field "{field}": ', self.refusal(**{kind: f"{field} = {REFUSED[kind][field]}"}))
-                if taken.startswith("needed; "):
+                if accepted.startswith("needed; "):
                     self.assertIn(f'field "{field}": missing\n', self.refusal(**{kind: f"{field} = nil"}))
-                limits = re.match(r"(?:needed; )?(-?\d+) to (-?\d+)", taken)
+                limits = re.match(r"(?:needed; )?(-?\d+) to (-?\d+)", accepted)
                 if limits:
                     self.assert_limits(kind, field, *map(int, limits.groups()))
         configured = re.split("^## ", document("docs/configure-a-block.md"), flags=re.MULTILINE)
@@ -131,17 +131,18 @@ class Docs(EndToEnd):
         rows = [(int(code), int(number), plain(name)) for code, number, name in
                 re.findall(r"^\| (\d+) \| (\d+) \| ([^|]*) \|", text, re.MULTILINE)]
         self.assertEqual([row[:2] for row in rows], [row[:2] for row in self.names("ObjectProperties")])
-        for row, meant in zip(rows, self.names("ObjectProperties")):
-            self.assertIn(row[2], (meant[2], ""))
+        for row, expected in zip(rows, self.names("ObjectProperties")):
+            self.assertIn(row[2], (expected[2], ""))
 
-    def test_every_option_is_told(self):
-        for text, usage in ((document("docs/workbench.md"), told(WORKBENCH, "run", "--help") + told(WORKBENCH, "--help")),
-                            (document("docs/simulator.md"), told(SIMULATOR, "--help"))):
+    def test_every_option_is_documented(self):
+        for text, usage in ((document("docs/workbench.md"),
+                             output_of(WORKBENCH, "run", "--help") + output_of(WORKBENCH, "--help")),
+                            (document("docs/simulator.md"), output_of(SIMULATOR, "--help"))):
             options = set(re.findall(r"(?<![\w-])--[a-z-]+", usage)) - {"--help", "--version"}
             self.assertTrue(options)
             self.assertEqual({option for option in options if f"`{option}" not in text}, set())
 
-    def test_links_lead_somewhere(self):
+    def test_every_link_has_a_target(self):
         for name in documents():
             for link, heading in re.findall(r"\]\(([^)#:]*)(?:#([^)]+))?\)", document(name)):
                 target = os.path.normpath(os.path.join(os.path.dirname(name), link)) if link else name
@@ -149,7 +150,7 @@ class Docs(EndToEnd):
                 if heading:
                     self.assertIn(heading, anchors(document(target)), f"{name}: {link}")
 
-    def test_every_table_is_shown_as_one(self):
+    def test_every_table_is_shown_as_a_table(self):
         mistakes = [f"{name}: {mistake}: {lines[0]}" for name in documents() for lines in blocks(document(name))
                     if (mistake := table_mistake(lines))]
         self.assertEqual(mistakes, [])

@@ -1,4 +1,4 @@
-"""Devices and projects that are not as they should be: a clear line and a fault, and no other block suffers."""
+"""Faulty devices and projects end in a clear line and a fault, and no other block is affected."""
 
 import random
 
@@ -15,7 +15,7 @@ def answers(value):
 
 class Faults(EndToEnd):
     def run_beside_a_good_device(self, answer, cycles=2, fields="CountRepeat = 1,", options=()):
-        """Runs a block "odd" at a device that answers so, and a block "good"; gives the run after looking at "good"."""
+        """Runs a block "odd" with this device, and a block "good", which is checked here. Returns the run."""
         with FakeDevice(answer) as odd, FakeDevice(answers(21.5)) as good:
             project = (TASK + block("odd", odd.address, [variable("value", "analog-input", 1)], fields)
                        + block("good", good.address, [variable("value", "analog-input", 1)]))
@@ -68,17 +68,17 @@ class Faults(EndToEnd):
         self.assert_no_connection(run)
         self.assertIn("0-1 std::bad_cast", run.errors)
 
-    def test_an_object_is_asked_as_often_as_the_block_says(self):
+    def test_a_request_is_repeated_as_often_as_the_block_is_configured_to(self):
         with FakeDevice() as silent:
             self.workbench(TASK + block("odd", silent.address, [variable("value", "analog-input", 1)], "CountRepeat = 2,"))
         self.assertEqual([Request(datagram).invoke_id for datagram in silent.received], [1, 2])
 
     def test_a_device_that_falls_silent_keeps_its_last_values(self):
-        asked = [0]
+        requests = [0]
 
         def once(datagram):
-            asked[0] += 1
-            return [real_answer(Request(datagram), 18.25)] if asked[0] <= 2 else []
+            requests[0] += 1
+            return [real_answer(Request(datagram), 18.25)] if requests[0] <= 2 else []
 
         with FakeDevice(once) as device:
             variables = [variable("checked", "analog-input", 1),
@@ -92,7 +92,7 @@ class Faults(EndToEnd):
         self.assertEqual(second["variables"]["checked"]["value"], 18.25)
         self.assertEqual(second["variables"]["plain"], first["variables"]["plain"])
 
-    def test_a_device_that_comes_back_is_good_again(self):
+    def test_a_device_that_answers_again_is_good_again(self):
         count = [0]
 
         def sometimes(datagram):
@@ -103,7 +103,7 @@ class Faults(EndToEnd):
         self.assertEqual([state["fault"] for state in run.of("odd")], [False, True, False])
         self.assert_good(run.of("odd")[2], "value", 1.0)
 
-    def test_an_object_that_no_table_serves_gives_no_value_and_no_fault(self):
+    def test_an_object_type_without_a_table_gives_no_value_and_no_fault(self):
         with FakeDevice(answers(1.0)) as device:
             variables = [variable("light", "lighting-output", 1), variable("air", "analog-input", 1)]
             run = self.workbench(TASK + block("odd", device.address, variables), "--trace")
@@ -141,7 +141,7 @@ class Faults(EndToEnd):
         self.assertEqual(len(set(after)), 1)
         self.assertNotEqual(before, after[0])
 
-    def test_what_comes_between_two_cycles_is_dropped(self):
+    def test_datagrams_that_arrive_between_two_cycles_are_dropped(self):
         def doubled(datagram):
             return [real_answer(Request(datagram), 1.0)] * 2
 
@@ -152,8 +152,8 @@ class Faults(EndToEnd):
         self.assertEqual(run.errors.count("datagrams dropped before the request: 1\n"), 2)
         self.assertEqual(len(set(device.senders)), 1)
 
-    def test_an_answer_that_came_too_late_is_never_taken_for_another(self):
-        # The device sends the late answer to the port of the next request, ahead of the answer to that.
+    def test_a_late_answer_is_never_taken_for_another(self):
+        # The device sends the late answer to the port of the next request, before the answer to that.
         held = []
 
         def late(datagram):
@@ -175,7 +175,7 @@ class Faults(EndToEnd):
 
 
 class Mistakes(EndToEnd):
-    """A mistake in a project ends in one line that tells file, line, block and field, and in exit code 2."""
+    """A mistake in a project ends in one line with file, line, block and field, and in exit code 2."""
 
     def assert_refused(self, project, *words):
         run = self.workbench(project)
@@ -186,28 +186,28 @@ class Mistakes(EndToEnd):
         for word in words:
             self.assertIn(word, lines[0])
 
-    def test_a_bad_address(self):
+    def test_a_bad_address_is_refused(self):
         for text in ("", "127.0.0.1", "127.0.0.1:0", "127.0.0.1:70000", "1.2.3:47808", "::1", "plant:47808"):
             with self.subTest(address=text):
                 self.assert_refused(TASK + block("ahu", text, [variable("value", "analog-input", 1)]),
                                     "project.lua:2", '"ahu"', '"Address"')
 
-    def test_an_unknown_object_type(self):
+    def test_an_unknown_object_type_is_refused(self):
         self.assert_refused(block("ahu", "127.0.0.1:47808", [variable("value", "analog-inputt", 1)]),
                             "project.lua:3", '"ahu"', '"value"', '"ObjectType"', "analog-input")
 
-    def test_a_code_outside_the_tables(self):
+    def test_a_code_outside_the_tables_is_refused(self):
         text = block("ahu", "127.0.0.1:47808", [variable("value", "analog-input", 1)])
         self.assert_refused(text.replace('"analog-input"', "23"), "project.lua:3", '"ahu"', '"ObjectType"')
         self.assert_refused(text.replace('"present-value"', "38"), "project.lua:3", '"ahu"', '"ObjectProperties"')
         self.assert_refused(text.replace('"present-value"', "-1"), "project.lua:3", '"ahu"', '"ObjectProperties"')
 
-    def test_a_field_that_is_none(self):
+    def test_an_unknown_field_is_refused(self):
         self.assert_refused(block("ahu", "127.0.0.1:47808", [variable("value", "analog-input", 1)], "Adress = 1,"),
                             "project.lua:1", '"ahu"', '"Adress"')
 
-    def test_a_project_that_is_no_lua(self):
+    def test_a_project_that_is_not_lua_is_refused(self):
         self.assert_refused("BACnet.new{", "project.lua:1")
 
-    def test_a_project_that_is_not_there(self):
+    def test_a_missing_project_is_refused(self):
         self.assert_refused("/nowhere/project.lua", "/nowhere/project.lua")

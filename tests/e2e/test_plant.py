@@ -4,7 +4,7 @@ import os
 
 from programs import PLANT_PROJECT, ROOT, EndToEnd, ExamplePlant, simulator
 
-# Every object type that the driver can read; of Lighting Output it can read nothing.
+# Every object type that the driver can read. It can read no property of a Lighting Output.
 READABLE = {
     "accumulator", "analog-input", "analog-output", "analog-value", "averaging", "binary-input", "binary-output",
     "binary-value", "bitstring-value", "date-value", "datetime-value", "integer-value", "large-analog-value", "loop",
@@ -22,7 +22,7 @@ class Plant(EndToEnd):
         self.assertEqual(run.code, 0, run.errors)
         return run
 
-    def test_every_variable_has_its_value_and_is_good_after_the_first_cycle_but_the_one_in_alarm(self):
+    def test_every_variable_but_the_one_in_alarm_is_good_after_the_first_cycle(self):
         states = self.run_plant(1).states
         self.assertEqual([state["cycle"] for state in states], [1] * len(states))
         for state in states:
@@ -39,14 +39,14 @@ class Plant(EndToEnd):
         self.assertGreaterEqual(len(variables), 60)
         self.assertEqual({variable["object"].split()[0] for variable in variables}, READABLE)
 
-    def test_values_move_by_themselves(self):
+    def test_values_change_from_cycle_to_cycle(self):
         run = self.run_plant(5)
         for name in {state["block"] for state in run.states}:
             values = [[variable["value"] for variable in state["variables"].values()] for state in run.of(name)]
             self.assertEqual(len(values), 5)
             self.assertNotEqual(values[0], values[-1], name)
 
-    def test_the_times_of_values_rise_from_cycle_to_cycle(self):
+    def test_the_times_of_values_increase_from_cycle_to_cycle(self):
         run = self.run_plant(3)
         for name in {state["block"] for state in run.states}:
             first, *later = run.of(name)
@@ -58,9 +58,9 @@ class Plant(EndToEnd):
         with ExamplePlant() as plant:
             run = self.workbench(PLANT_PROJECT, *plant.defines, "--summary", cycles=2)
         self.assertEqual(run.code, 0, run.errors)
-        told = run.output + run.errors
+        printed = run.output + run.errors
         for word in ("objects", "answers", "faults", "median", "maximum"):
-            self.assertIn(word, told)
+            self.assertIn(word, printed)
 
 
 class FirstSteps(EndToEnd):

@@ -1,4 +1,4 @@
-"""The driver against the simulator: local and routed, plain and in segments, and the schedule texts."""
+"""The driver reads the simulator: local and routed, with and without segments, and schedules."""
 
 import subprocess
 
@@ -46,14 +46,14 @@ class Simulated(EndToEnd):
         for name, value in (("air", 21.5), ("text", text), ("release", True), ("mode", 2)):
             self.assert_good(state, name, value)
 
-    def test_a_local_device_with_plain_answers(self):
+    def test_a_local_device_is_read(self):
         server = self.device(device(OBJECTS % "supply"))
         run = self.workbench(TASK + block("x", server.address, ROWS), cycles=3)
         self.assertEqual(run.code, 0, run.errors)
         for state in run.of("x"):
             self.assert_all_values(state, "supply")
 
-    def test_a_device_behind_a_router(self):
+    def test_a_device_behind_a_router_is_read(self):
         server = self.device(device(OBJECTS % "supply", 'router = {network = 5, mac = "0A14"},'))
         project = TASK + block("x", server.address, ROWS, "NetworkNumber = 5,")
         run = self.workbench(project.replace(f'MAC = "{server.address}"', 'MAC = "10:20"'), cycles=3)
@@ -61,13 +61,13 @@ class Simulated(EndToEnd):
         for state in run.of("x"):
             self.assert_all_values(state, "supply")
 
-    def test_a_router_does_not_hand_on_what_is_for_another_device(self):
+    def test_a_router_does_not_forward_a_request_for_another_device(self):
         server = self.device(device(OBJECTS % "supply", 'router = {network = 5, mac = "0A14"},'))
         project = TASK + block("x", server.address, ROWS, "NetworkNumber = 5, CountRepeat = 1,")
         run = self.workbench(project.replace(f'MAC = "{server.address}"', 'MAC = "10:21"'))
         self.assertTrue(run.of("x")[0]["fault"])
 
-    def test_answers_in_segments_local_and_routed(self):
+    def test_segmented_answers_are_read_local_and_routed(self):
         text = "0123456789" * 60
         for network, mac, fields in ((0, None, ""), (5, "10:20", 'router = {network = 5, mac = "0A14"},')):
             with self.subTest(network=network):
@@ -80,7 +80,7 @@ class Simulated(EndToEnd):
                 for state in run.of("x"):
                     self.assert_all_values(state, text)
 
-    def test_schedules_come_as_texts(self):
+    def test_schedules_are_read_as_texts(self):
         server = self.device(device(SCHEDULES))
         rows = [variable("weekly", "schedule", 1, "String", "weekly-schedule"),
                 variable("exception", "schedule", 1, "String", "exception-schedule"), variable("now", "schedule", 1)]
@@ -98,7 +98,7 @@ class Simulated(EndToEnd):
             "0,515032024,16,08000000,1,1,1,17000000,1,1,0;3,7,10,08000000,4,9,20.000000;"
             "1,113072026,521082026,12,06000000,2,3,300;2,1212,5,12000000,,13000000,9,1,1;")
 
-    def test_two_routed_blocks_do_not_fight_for_a_port(self):
+    def test_two_routed_blocks_use_different_ports(self):
         first = self.device(device(OBJECTS % "first", 'router = {network = 5, mac = "0A14"},'))
         second = self.device(device(OBJECTS % "second", 'router = {network = 5, mac = "0A14"},'))
         project = TASK + block("a", first.address, ROWS, "NetworkNumber = 5,").replace(f'MAC = "{first.address}"', 'MAC = "10:20"')
@@ -108,7 +108,7 @@ class Simulated(EndToEnd):
             for state in run.of(name):
                 self.assert_all_values(state, text)
 
-    def test_a_port_in_use_is_one_clear_line_and_an_exit_code(self):
+    def test_a_port_in_use_ends_the_simulator_with_one_line_and_an_exit_code(self):
         first = self.device(device(OBJECTS % "first"))
         path = self.file("second.lua", device(OBJECTS % "second"))
         second = subprocess.run([SIMULATOR, path, "--port", str(first.port), "--bind", "127.0.0.1"],
@@ -118,6 +118,6 @@ class Simulated(EndToEnd):
         self.assertEqual(second.stdout, "")
         self.assertEqual(len(second.stderr.strip().splitlines()), 1, second.stderr)
         self.assertIn(str(first.port), second.stderr)
-        # Whoever had the port keeps it.
+        # The first simulator keeps the port.
         run = self.workbench(TASK + block("x", first.address, ROWS))
         self.assert_all_values(run.of("x")[0], "first")

@@ -1,4 +1,4 @@
-"""Faults that the simulator is told of while a block polls it."""
+"""Faults that the simulator is given while a block polls it."""
 
 import json
 import os
@@ -14,7 +14,7 @@ BAD = "0x80000000"
 
 
 def lines_of(stream):
-    """A queue that the lines of a stream come to, and None at its end."""
+    """A queue that receives the lines of a stream, and None at its end."""
     lines = Queue()
 
     def read():
@@ -27,7 +27,7 @@ def lines_of(stream):
 
 
 class Program:
-    """A program with its three streams; its standard input is closed at the end of the test."""
+    """A program with its three streams, which ends with the test."""
 
     def __init__(self, test, *command):
         self.process = subprocess.Popen(command, stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
@@ -35,7 +35,7 @@ class Program:
         self.output = lines_of(self.process.stdout)
         self.errors = lines_of(self.process.stderr)
 
-    def tell(self, line):
+    def command(self, line):
         self.process.stdin.write(line + "\n")
         self.process.stdin.flush()
 
@@ -57,7 +57,7 @@ class SimulatorFaults(EndToEnd):
     def start_device(self, text=DEVICE, *options):
         simulator = Program(self, SIMULATOR, self.file("device.lua", text), "--port", "0", *options)
         simulator.address = simulator.answer().split()[-1]
-        self.assertTrue(simulator.address.startswith("127.0.0.1:"), "it listens on loopback unless told otherwise")
+        self.assertTrue(simulator.address.startswith("127.0.0.1:"), "it listens on loopback by default")
         return simulator
 
     def start_block(self, address):
@@ -66,7 +66,7 @@ class SimulatorFaults(EndToEnd):
         return Program(self, WORKBENCH, "run", project, "--format", "json")
 
     def wait_for(self, workbench, fault):
-        """Goes on until the block tells so of its fault; gives that state."""
+        """Reads states until the block has a fault, or has none, as given. Returns that state."""
         while True:
             line = workbench.answer()
             self.assertIsNotNone(line, "the workbench has ended")
@@ -80,49 +80,49 @@ class SimulatorFaults(EndToEnd):
         self.assertEqual(self.wait_for(workbench, False)["variables"][0]["value"], 21.5)
         for fault in ("silence", "error code=30", "truncate octet=9", "bvlc_type code=0", "headers_only"):
             with self.subTest(fault=fault):
-                simulator.tell(f'fault "Room 1" {fault}')
+                simulator.command(f'fault "Room 1" {fault}')
                 self.assertEqual(simulator.answer(), "Room 1: " + fault)
                 state = self.wait_for(workbench, True)
                 self.assertEqual(state["error"], "No connection")
                 self.assertEqual(state["variables"][0]["status"], BAD)
-                simulator.tell('clear "Room 1"')
+                simulator.command('clear "Room 1"')
                 self.assertEqual(simulator.answer(), "Room 1: no faults")
                 state = self.wait_for(workbench, False)
                 self.assertEqual(state["variables"][0]["status"], "0x00000000")
                 self.assertEqual(state["variables"][0]["value"], 21.5)
 
-    def test_a_fault_of_some_time_heals_by_itself(self):
+    def test_a_fault_with_a_duration_ends_by_itself(self):
         simulator = self.start_device(DEVICE.replace("objects", 'faults = {fault{"silence", duration = 1.5}}, objects'))
         workbench = self.start_block(simulator.address)
         self.wait_for(workbench, True)
         self.assertEqual(self.wait_for(workbench, False)["variables"][0]["value"], 21.5)
-        simulator.tell("faults")
+        simulator.command("faults")
         self.assertEqual(simulator.answer(), "Room 1: no faults")
 
-    def test_mistakes_are_answered_on_standard_error_and_the_device_goes_on(self):
+    def test_mistakes_are_reported_on_standard_error_and_the_device_runs_on(self):
         simulator = self.start_device()
-        simulator.tell('fault "Room 1" silense')
+        simulator.command('fault "Room 1" silense')
         self.assertEqual(simulator.complaint(), 'fault: unknown fault "silense"; did you mean "silence"?')
-        simulator.tell("x" * 100000)
+        simulator.command("x" * 100000)
         self.assertEqual(simulator.complaint(), "the line is longer than 1000 octets")
-        simulator.tell("faults")
+        simulator.command("faults")
         self.assertEqual(simulator.answer(), "Room 1: no faults")
 
-    def test_answers_that_nobody_reads_hold_nothing_up(self):
+    def test_output_that_nobody_reads_does_not_block_the_simulator(self):
         simulator = self.start_device()
         for _ in range(2000):
             simulator.process.stdin.write("help\n")
         simulator.process.stdin.flush()
         self.wait_for(self.start_block(simulator.address), False)
 
-    def test_the_end_of_standard_input_ends_it_only_if_told_so(self):
+    def test_the_end_of_standard_input_ends_the_simulator_only_with_the_option(self):
         self.assertEqual(self.start_device(DEVICE, "--exit-with-stdin").stop(kill=False), 0)
         simulator = self.start_device(DEVICE, "--duration", "5")
         simulator.process.stdin.close()
         self.wait_for(self.start_block(simulator.address), False)
         self.assertIsNone(simulator.process.poll())
 
-    def test_a_mistake_in_the_file_ends_it_with_one_line(self):
+    def test_a_mistake_in_the_file_ends_the_simulator_with_one_line(self):
         path = self.file("device.lua", DEVICE.replace("objects", '\nfaults = {fault{"truncate", octets = 9}}, objects'))
         process = subprocess.run([SIMULATOR, path], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                                  stderr=subprocess.PIPE, text=True, timeout=LONGEST, check=False)
@@ -130,16 +130,16 @@ class SimulatorFaults(EndToEnd):
         self.assertEqual(process.stderr, f'bacnet-simulator: {path}:2: device Room 1: faults: truncate: has no field '
                                          '"octets"; did you mean "octet"?\n')
 
-    def test_the_document_tells_of_every_fault_and_its_fields(self):
+    def test_every_fault_and_its_fields_are_documented(self):
         with open(os.path.join(ROOT, "docs", "simulator.md"), encoding="utf-8") as stream:
             part = stream.read().split("## Faults")[1]
         rows = {name: re.findall("`([a-z_]+)`", fields)
                 for name, fields in re.findall(r"^\| `([a-z_]+)` \| [^|]* \|([^|]*)\|$", part, re.MULTILINE)}
         simulator = self.start_device()
-        simulator.tell("help\nfaults")
-        told = {}
+        simulator.command("help\nfaults")
+        listed = {}
         for line in iter(simulator.answer, "Room 1: no faults"):
             if match := re.match(r"  ([a-z_]+) +[^(]*(?:\((.*)\))?$", line):
-                told[match[1]] = match[2].split(", ") if match[2] else []
-        self.assertEqual(len(told), 26)
-        self.assertEqual(rows, told)
+                listed[match[1]] = match[2].split(", ") if match[2] else []
+        self.assertEqual(len(listed), 26)
+        self.assertEqual(rows, listed)

@@ -1,4 +1,4 @@
-"""The workbench in a terminal, and without one."""
+"""The workbench with and without a terminal."""
 
 import fcntl
 import os
@@ -16,7 +16,7 @@ from programs import LONGEST, TASK, WORKBENCH, EndToEnd, block, variable
 
 
 def settable():
-    """Answers for a device with one Real, 21.5 until another is written."""
+    """The answer function of a device with one Real, which is 21.5 until another value is written."""
     held = [21.5]
 
     def answers(datagram):
@@ -52,7 +52,7 @@ class Terminal(EndToEnd):
             return b""
 
     def run_in_a_terminal(self, end):
-        """Runs until a value is on the screen, calls end, and gives exit code, screen, and the modes before and after."""
+        """Runs until a value is on the screen and calls end. Returns exit code, screen, and the modes before and after."""
         terminal, inside = pty.openpty()
         self.addCleanup(os.close, terminal)
         fcntl.ioctl(inside, termios.TIOCSWINSZ, struct.pack("HHHH", 30, 140, 0, 0))
@@ -75,20 +75,20 @@ class Terminal(EndToEnd):
         os.close(inside)
         return process.returncode, screen, before, after
 
-    def assert_left_as_it_was(self, screen, before, after):
+    def assert_restored(self, screen, before, after):
         self.assertEqual(after, before)
         for on, off in ((b"\x1b[?25l", b"\x1b[?25h"), (b"\x1b[?1049h", b"\x1b[?1049l")):
             self.assertGreaterEqual(screen.rfind(off), screen.rfind(on))
 
-    def test_control_c_ends_cleanly_and_leaves_the_terminal_as_it_was(self):
+    def test_control_c_ends_cleanly_and_restores_the_terminal(self):
         code, screen, before, after = self.run_in_a_terminal(lambda _, terminal: os.write(terminal, b"\x03"))
         self.assertEqual(code, 0, screen)
-        self.assert_left_as_it_was(screen, before, after)
+        self.assert_restored(screen, before, after)
 
-    def test_a_termination_leaves_the_terminal_as_it_was(self):
+    def test_a_termination_restores_the_terminal(self):
         code, screen, before, after = self.run_in_a_terminal(lambda process, _: process.send_signal(signal.SIGTERM))
         self.assertEqual(code, 0, screen)
-        self.assert_left_as_it_was(screen, before, after)
+        self.assert_restored(screen, before, after)
 
     def test_the_screen_shows_value_and_quality(self):
         _, screen, _, _ = self.run_in_a_terminal(lambda process, _: process.send_signal(signal.SIGINT))
@@ -96,7 +96,7 @@ class Terminal(EndToEnd):
         for word in (b"ahu", b"supply", b"analog-value 1", b"21.5", b"Good"):
             self.assertIn(word, plain)
 
-    def test_a_value_that_is_typed_is_pending_and_then_written(self):
+    def test_a_typed_value_is_pending_and_then_written(self):
         def type_a_value(process, terminal):
             os.write(terminal, b"s")
             os.write(terminal, b"ahu.supply = 23.25\r")
@@ -106,9 +106,9 @@ class Terminal(EndToEnd):
 
         code, screen, before, after = self.run_in_a_terminal(type_a_value)
         self.assertEqual(code, 0, screen)
-        self.assert_left_as_it_was(screen, before, after)
+        self.assert_restored(screen, before, after)
 
-    def test_a_typing_error_is_answered_at_once(self):
+    def test_a_typing_error_is_reported_at_once(self):
         def type_a_value(process, terminal):
             os.write(terminal, b"sahu.suply = 23.25\r")
             self.read_until(terminal, b"did you mean")
@@ -127,7 +127,7 @@ class Terminal(EndToEnd):
         self.assertEqual(process.returncode, 0, errors)
         self.assertTrue(rest == "" or rest.endswith("}\n"))
 
-    def test_an_interrupt_while_a_device_is_silent_ends_soon(self):
+    def test_an_interrupt_while_a_device_is_silent_ends_within_the_attempts(self):
         with FakeDevice() as device:
             process = self.start(device, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
             deadline = time.monotonic() + LONGEST
@@ -139,7 +139,7 @@ class Terminal(EndToEnd):
         self.assertEqual(process.returncode, 0, errors)
         self.assertLess(time.monotonic() - begin, 5)  # three attempts of a second each, and no more
 
-    def test_without_a_terminal_there_are_plain_lines(self):
+    def test_without_a_terminal_the_output_is_plain_lines(self):
         with FakeDevice(settable()) as device:
             process = self.start(device, "--cycles", "2", stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                                  stderr=subprocess.PIPE)

@@ -2,15 +2,15 @@
 //
 // Synopsis: node device.js [--bind ADDRESS]
 //
-// Takes a free UDP port, prints "ready ADDRESS:PORT" and answers until its standard input is closed. Each value
-// that is written to it is a line "wrote JSON".
+// Binds a free UDP port, prints "ready ADDRESS:PORT" and answers until its standard input is closed. For each value
+// that is written to it, it prints a line "wrote JSON".
 'use strict'
 
 const { default: Client, ASN1_ARRAY_ALL, ErrorClass, ErrorCode } = require('@bacnet-js/client')
 const { default: Transport } = require('@bacnet-js/client/dist/lib/transport')
 const { objects } = require('./objects')
 
-// The library takes port 0 for "the usual port"; here it means "one that is free", as it does for a socket.
+// The library reads port 0 as the default port. Here it requests any free port, as for a socket.
 class FreePortTransport extends Transport {
   open() {
     this._server.bind(0, this._settings.interface)
@@ -39,7 +39,7 @@ function main(argv) {
     }
     client.readPropertyMultipleResponse(header.sender, invokeId, payload.properties.map(answerFor))
   })
-  // Whatever is written is taken and shown as it was decoded; reading it back gives the same.
+  // Every written value is accepted and printed as it was decoded; reading it back gives the same value.
   client.on('writeProperty', ({ header, invokeId, service, payload: { objectId, value } }) => {
     const object = objects.get(`${objectId.type},${objectId.instance}`)
     if (!object) {
@@ -47,8 +47,8 @@ function main(argv) {
       return
     }
     object[value.property.id] = value.value
-    const told = { object: [objectId.type, objectId.instance], property: value.property.id, values: value.value, priority: value.priority }
-    process.stdout.write(`wrote ${JSON.stringify(told)}\n`)
+    const written = { object: [objectId.type, objectId.instance], property: value.property.id, values: value.value, priority: value.priority }
+    process.stdout.write(`wrote ${JSON.stringify(written)}\n`)
     client.simpleAckResponse(header.sender, service, invokeId)
   })
   client.on('error', (error) => {

@@ -1,7 +1,7 @@
-// The objects of the independent device, and the values that a reader has to find there.
+// The objects of the independent device, with the values that a reader has to find.
 //
-// Everything the library can encode in an answer to ReadPropertyMultiple, over the object types that the
-// driver can be configured for. The README beside this file tells what is missing, and why.
+// All values that the library can encode in an answer to ReadPropertyMultiple, over the object types that the
+// driver can be configured for. The README in this folder lists what is missing, and why.
 'use strict'
 
 const { ApplicationTag, ObjectType, PropertyIdentifier, StatusFlagsBitString, GenericBitString } = require('@bacnet-js/client')
@@ -24,7 +24,7 @@ const flags = (...set) => [{ type: ApplicationTag.BIT_STRING, value: new StatusF
 const IN_ALARM = 0
 const FAULT = 1
 
-// One row: the object's type and number, then its properties. Status_Flags are normal where none are given.
+// One row: the object's type and number, then its properties. By default no status flag is set.
 const rows = [
   [ObjectType.ANALOG_INPUT, 1, { [P.PRESENT_VALUE]: real(21.5), [P.DESCRIPTION]: text('Supply air'), [P.UNITS]: enumerated(62), [P.OUT_OF_SERVICE]: boolean(false), [P.RELIABILITY]: enumerated(0), [P.EVENT_STATE]: enumerated(0) }],
   [ObjectType.ANALOG_INPUT, 2, { [P.PRESENT_VALUE]: real(-40.25), [P.STATUS_FLAGS]: flags(IN_ALARM, FAULT) }],

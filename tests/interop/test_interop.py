@@ -1,4 +1,4 @@
-"""The driver reads and writes a device that was written by others, on top of an npm package."""
+"""The driver reads and writes a device with an independent implementation of BACnet, an npm package."""
 
 import json
 import os
@@ -16,9 +16,9 @@ def why_not():
     node = shutil.which("node")
     if not node:
         return "Node.js 18 or newer is missing"
-    told = subprocess.run([node, "--version"], stdout=subprocess.PIPE, text=True, check=False).stdout.strip()
-    if not told.startswith("v") or int(told[1:].split(".")[0]) < 18:
-        return f"Node.js 18 or newer is missing (found {told})"
+    version = subprocess.run([node, "--version"], stdout=subprocess.PIPE, text=True, check=False).stdout.strip()
+    if not version.startswith("v") or int(version[1:].split(".")[0]) < 18:
+        return f"Node.js 18 or newer is missing (found {version})"
     if not os.path.isdir(os.path.join(FOLDER, "node_modules", "@bacnet-js", "client")):
         return "the npm packages of tests/interop are missing (scripts/setup test installs them)"
     return ""
@@ -26,7 +26,7 @@ def why_not():
 
 REASON = why_not()
 
-# The name, the object, what it is declared as, the property, and the value that has to arrive.
+# Name of the variable, object type and number, element type, property, expected value.
 VALUES = [
     ("analog input", "analog-input", 1, "Float", "present-value", 21.5),
     ("its description", "analog-input", 1, "String", "description", "Supply air"),
@@ -63,7 +63,7 @@ VALUES = [
     ("large analog", "large-analog-value", 1, "Double", "present-value", 1234567890.125),
     ("octet string", "octetstring-value", 1, "String", "present-value", "007f80ff"),
     ("positive integer", "positive-integer-value", 1, "UInt32", "present-value", 65536),
-    # 13:30:15.50, of which the driver counts the hundredths as tenths.
+    # 13:30:15.50. The driver reads the hundredths as tenths.
     ("time", "time-value", 1, "UInt32", "present-value", 48620000),
 ]
 
@@ -80,7 +80,7 @@ class Interop(EndToEnd):
         self.assertEqual(run.code, 0, run.errors)
         return run.of("other")
 
-    def test_every_value_is_read_as_the_device_holds_it(self):
+    def test_every_value_is_read_as_in_the_device(self):
         rows = [variable(name, kind, number, declared, prop) for name, kind, number, declared, prop, _ in VALUES]
         state, = self.read(rows)
         self.assertFalse(state["fault"], state["error"])
@@ -88,7 +88,7 @@ class Interop(EndToEnd):
             with self.subTest(name):
                 self.assert_good(state, name, value)
 
-    def test_dates_are_local_midnight_and_date_times_stand_as_they_are(self):
+    def test_dates_are_local_midnight_and_date_times_are_not_converted(self):
         rows = [variable("date", "date-value", 1, "DateTime"), variable("moment", "datetime-value", 1, "DateTime")]
         os.environ["TZ"] = "UTC"
         self.addCleanup(os.environ.pop, "TZ")
@@ -110,28 +110,28 @@ class Interop(EndToEnd):
         self.assertTrue(state["fault"])
         self.assertEqual(state["error"], "No connection")
 
-    def test_a_write_is_acknowledged_and_decoded_as_it_was_meant(self):
-        meant = [
+    def test_a_write_is_acknowledged_and_decoded_as_configured(self):
+        writes = [
             ("analog-output", 1, "Float", "-12.75", -12.75, [{"type": 4, "value": -12.75}]),
             ("binary-output", 7, "Boolean", "true", True, [{"type": 9, "value": 1}]),
             ("multi-state-output", 1, "UInt32", "300", 300, [{"type": 2, "value": 300}]),
             ("large-analog-value", 1, "Double", "0.5", 0.5, [{"type": 5, "value": 0.5}]),
         ]
-        rows = [variable(kind, kind, number, declared, write=True) for kind, number, declared, *_ in meant]
-        sets = [word for kind, _, _, text, *_ in meant for word in ("--set", f"other.{kind}={text}")]
+        rows = [variable(kind, kind, number, declared, write=True) for kind, number, declared, *_ in writes]
+        sets = [word for kind, _, _, text, *_ in writes for word in ("--set", f"other.{kind}={text}")]
         last = self.read(rows, *sets, cycles=4, fields="Priority = 8,")[-1]
         self.other.stop()
         wrote = [json.loads(line[6:]) for line in self.other.output.splitlines() if line.startswith("wrote ")]
-        self.assertEqual(len(wrote), len(meant), wrote)
+        self.assertEqual(len(wrote), len(writes), wrote)
         self.assertFalse(last["fault"], last)
-        for kind, number, _, _, value, decoded in meant:
+        for kind, number, _, _, value, decoded in writes:
             with self.subTest(kind):
                 self.assertEqual(last["variables"][kind]["write"]["state"], "written", last)
                 self.assert_good(last, kind, value)
-                told, = [entry for entry in wrote if entry["object"][1] == number and entry["values"] == decoded]
-                self.assertEqual((told["property"], told["priority"]), (85, 8))
+                written, = [entry for entry in wrote if entry["object"][1] == number and entry["values"] == decoded]
+                self.assertEqual((written["property"], written["priority"]), (85, 8))
 
-    def test_many_cycles_in_a_row_are_answered(self):
+    def test_300_cycles_in_a_row_are_answered(self):
         states = self.read([variable("value", "analog-input", 1)], cycles=300, fields="CountRepeat = 1,")
         self.assertEqual(len(states), 300)
         for state in states:

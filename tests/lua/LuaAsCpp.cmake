@@ -1,12 +1,12 @@
-# The host's Lua may have been built as C, which is what everything here links, or as C++, where an error is an exception.
-# The programs that use Lua are linked a second time, with the other one's archive in them whole. What a program exports
-# comes first, so the host's libraries and the add-in use the program's Lua too.
+# The host's Lua may be built as C, as the one that is linked elsewhere, or as C++, where an error is an exception. The
+# programs that use Lua are linked a second time, with the whole archive of Lua as C++ in them. A program's symbols take
+# precedence, so the host's libraries and the add-in use the program's Lua too.
 
 find_library(LUA_AS_CPP_ARCHIVE liblua5.4-c++.a REQUIRED)
 set(lua_as_cpp "${CMAKE_CURRENT_BINARY_DIR}/liblua-as-c++.a")
 
 # Debian 12's archive has the names of C, Debian 13's those of C++: _Z9lua_errorP9lua_State for lua_error. The objects
-# that are linked with it are those of the first time and use the names of C.
+# that are linked with it are those of the original program and use the names of C.
 execute_process(COMMAND "${CMAKE_NM}" --defined-only --extern-only --format=posix "${LUA_AS_CPP_ARCHIVE}"
                 OUTPUT_VARIABLE symbols ERROR_QUIET COMMAND_ERROR_IS_FATAL ANY)
 string(REGEX MATCHALL "_Z[0-9]+lua(L?_|open_)[A-Za-z0-9_]+" cpp_names "${symbols}")
@@ -21,7 +21,7 @@ file(WRITE "${lua_as_cpp}.names" "${new_names}")
 execute_process(COMMAND "${CMAKE_OBJCOPY}" "--redefine-syms=${lua_as_cpp}.names" "${LUA_AS_CPP_ARCHIVE}" "${lua_as_cpp}"
                 COMMAND_ERROR_IS_FATAL ANY)
 
-# add_lua_as_cpp_test(PROGRAM): the unit test program again, as one test.
+# add_lua_as_cpp_test(PROGRAM): links the unit test program again and runs it as one test.
 function(add_lua_as_cpp_test program)
     set(other "${program}-lua-as-c++")
     get_target_property(objects ${program} SOURCES)

@@ -1,8 +1,8 @@
 # cmake -DSOURCE=... -DBIN=... -DLUA_LIBRARY=... [-DLUA_HAS_CPP_NAMES=ON] -DLUA_INCLUDE=... -DNM=... -DCOMPILER=...
 #       [-DTOOLCHAIN=...] -DWORK=... -P
 #
-# Puts together what the runtime's vendor ships, from our own headers and libraries in BIN, in another place, and builds
-# the add-in against that alone. Then without one of its files: that has to be told by name.
+# Assembles a vendor's SDK from our headers and the libraries in BIN, in a folder outside the tree, and builds the add-in
+# against that alone. Then it removes one file at a time: the error has to name it.
 
 file(REMOVE_RECURSE "${WORK}")
 set(sdk "${WORK}/sdk")
@@ -17,13 +17,13 @@ foreach(library opcua dorvelshare dorvel)
 endforeach()
 file(COPY "${LUA_LIBRARY}" DESTINATION "${sdk}/lib" FOLLOW_SYMLINK_CHAIN)
 if(LUA_HAS_CPP_NAMES)
-    # Debian's lua.hpp declares the names of C whichever library it is for.
+    # Debian's lua.hpp declares the names of C for both libraries.
     file(WRITE "${sdk}/include/lua.hpp" "#include \"lua.h\"\n#include \"lualib.h\"\n#include \"lauxlib.h\"\n")
     get_filename_component(lua_file "${LUA_LIBRARY}" NAME)
     file(CREATE_LINK "${lua_file}" "${sdk}/lib/liblua5.4.so" SYMBOLIC)
 endif()
 
-# configure(FOLDER): gives what was told, as text, in `output`, and the exit code in `result`.
+# configure(FOLDER): sets `output` to the text that was printed and `result` to the exit code.
 function(configure folder)
     set(options -DCMAKE_BUILD_TYPE=Debug "-DCMAKE_CXX_FLAGS=-O0" "-DDORVEL_SDK=${sdk}")
     if(TOOLCHAIN)
@@ -52,7 +52,7 @@ execute_process(COMMAND "${NM}" -D --undefined-only "${ADDIN}" OUTPUT_VARIABLE s
 string(REGEX MATCHALL " U lua[^\n]*" c_names "${symbols}")
 string(REGEX MATCHALL " U _Z[0-9]+lua[^\n]*" cpp_names "${symbols}")
 if((LUA_HAS_CPP_NAMES AND (c_names OR NOT cpp_names)) OR (NOT LUA_HAS_CPP_NAMES AND (cpp_names OR NOT c_names)))
-    message(FATAL_ERROR "what the add-in takes from Lua:${c_names}${cpp_names}")
+    message(FATAL_ERROR "the add-in's undefined symbols of Lua:${c_names}${cpp_names}")
 endif()
 
 foreach(missing include/opcua/OpcUa_Variant.h lib/dorvelshare.so)
