@@ -15,7 +15,7 @@ using namespace dorvel::BACnet;
 
 namespace {
 
-TEST(Addin, StopSetsAndStartClearsTheMark) {
+TEST(Addin, StopSetsAndStartClearsIsTerminated) {
     TBACnet::IsTerminated = false;
     EXPECT_EQ(ConfigProcessorCallback(nullptr, ConfigProcessorMode::Stop, nullptr), 0);
     EXPECT_TRUE(TBACnet::IsTerminated);
@@ -23,7 +23,7 @@ TEST(Addin, StopSetsAndStartClearsTheMark) {
     EXPECT_FALSE(TBACnet::IsTerminated);
 }
 
-TEST(Addin, OtherModesLeaveTheMark) {
+TEST(Addin, OtherModesKeepIsTerminated) {
     for (int mode = 0; mode < 20; ++mode) {
         if (mode == 6 || mode == 8) {
             continue;
@@ -37,7 +37,7 @@ TEST(Addin, OtherModesLeaveTheMark) {
     TBACnet::IsTerminated = false;
 }
 
-TEST(Addin, Mode7LeavesTheMark) {
+TEST(Addin, Mode7KeepsIsTerminated) {
     for (bool const mark : {true, false}) {
         TBACnet::IsTerminated = mark;
         EXPECT_EQ(ConfigProcessorCallback(nullptr, static_cast<ConfigProcessorMode>(7), nullptr), 0);
@@ -54,7 +54,7 @@ TEST(Addin, InitRegistersTypeAndProcessor) {
               0);
 }
 
-TEST(Addin, RuntimeThatStartsAndStopsClearsAndSetsTheMark) {
+TEST(Addin, RuntimeThatStartsAndStopsClearsAndSetsIsTerminated) {
     EXPECT_EQ(Init(), 0);
     std::unique_ptr<lua_State, void (*)(lua_State*)> const state(luaL_newstate(), lua_close);
     dorvel::Runtime runtime(state.get());
@@ -66,7 +66,7 @@ TEST(Addin, RuntimeThatStartsAndStopsClearsAndSetsTheMark) {
     TBACnet::IsTerminated = false;
 }
 
-TEST(Addin, SecondRegAsLuaTypeDoesNothingAtAll) {
+TEST(Addin, SecondRegAsLuaTypeDoesNothing) {
     BACnetProtocol::RegAsLuaType();
     test::LogCapture log;
     BACnetProtocol::RegAsLuaType();
@@ -74,7 +74,7 @@ TEST(Addin, SecondRegAsLuaTypeDoesNothingAtAll) {
     EXPECT_EQ(log.Text(), "") << "a second registration would be refused and traced";
 }
 
-TEST(Addin, NamesOfTheType) {
+TEST(Addin, TypeHasItsNames) {
     EXPECT_STREQ(BACnetProtocol::_ShortName(), "BACnet");
     EXPECT_STREQ(BACnetProtocol::_FullName(), "TYPES.StandardFB.BACnet");
 }

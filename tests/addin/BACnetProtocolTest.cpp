@@ -95,7 +95,7 @@ TEST_F(Block, AddressWithoutColonOrWithTwoHasNoDevice) {
     EXPECT_TRUE(network.SentDatagrams().empty());
 }
 
-TEST_F(Block, PortOver65535IsCutTo16Bits) {
+TEST_F(Block, PortAbove65535IsCutTo16Bits) {
     AddVariable(1, OpcUaType_Double);
     block->Address = "127.0.0.1:70000";
     block->Inited();
@@ -140,7 +140,7 @@ TEST_F(Block, PortBeyond32BitsThrowsOutOfRangeAndLeavesNoDevice) {
     }
 }
 
-TEST_F(Block, PortThatIsNoNumberThrowsInvalidArgumentAndLeavesNoDevice) {
+TEST_F(Block, PortThatIsNotANumberThrowsInvalidArgumentAndLeavesNoDevice) {
     block->Address = "127.0.0.1:port";
     try {
         block->Inited();
@@ -163,7 +163,7 @@ TEST_F(Block, BadMacIsReportedByEveryCycle) {
     EXPECT_EQ(FaultState(), "untold");
 }
 
-TEST_F(Block, WithoutVariablesIsWithoutFault) {
+TEST_F(Block, WithoutVariablesHasNoFault) {
     block->Inited();
     block->Execute();
     EXPECT_EQ(FaultState(), "false, ");
@@ -241,7 +241,7 @@ TEST_F(Block, FaultWithoutDataValueVariablesStillSetsTheFaultState) {
     EXPECT_EQ(StateOf(plain).Time, 0);
 }
 
-TEST_F(Block, DeviceThatAnswersAgainIsBackInThatCycle) {
+TEST_F(Block, DeviceThatAnswersAgainIsGoodInThatCycle) {
     long long const dataValue = AddVariable(1, DoubleDataValue);
     block->Inited();
     network.ExpectAny();
@@ -254,7 +254,7 @@ TEST_F(Block, DeviceThatAnswersAgainIsBackInThatCycle) {
     EXPECT_EQ(StateOf(dataValue).Status, OpcUa_Good);
 }
 
-TEST_F(Block, NonsenseOfItsDeviceLeavesTheVariablesOfAnotherBlockUntouched) {
+TEST_F(Block, InvalidAnswersOfItsDeviceKeepTheVariablesOfAnotherBlock) {
     long long const sound = AddVariable(1, DoubleDataValue);
     block->Inited();
     auto const other = MakeBlock();
@@ -274,7 +274,7 @@ TEST_F(Block, NonsenseOfItsDeviceLeavesTheVariablesOfAnotherBlockUntouched) {
     EXPECT_EQ(FaultState(*other), "true, No connection");
 }
 
-TEST_F(Block, StoppedRuntimeGetsNothing) {
+TEST_F(Block, StoppedRuntimeGetsNoValues) {
     long long const first = AddVariable(1, OpcUaType_Double);
     block->Inited();
     network.Respond([](Octets const&) {
@@ -301,7 +301,7 @@ TEST_F(Block, VariableWithoutAWriteChannelIsNeverWritten) {
     EXPECT_EQ(descriptor.LastWritten.GetType(), OpcUaType_Null) << "the write condition was never asked";
 }
 
-TEST_F(Block, TimeoutOfTheBlockDoesNotReachTheExchange) {
+TEST_F(Block, TimeoutOfTheBlockDoesNotAffectTheExchange) {
     AddVariable(1, OpcUaType_Double);
     block->Timeout = 50;
     block->Inited();

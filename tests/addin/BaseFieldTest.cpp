@@ -68,7 +68,7 @@ TEST_F(Field, IntegersArePushedWithTheirSign) {
     EXPECT_EQ(lua_tointeger(L, 3), 2);
 }
 
-TEST_F(Field, ReadingLeavesTheStack) {
+TEST_F(Field, ReadingKeepsTheStack) {
     lua_pushinteger(L, (1LL << 32) + 7);
     FieldAt(&Object::number).get(&object, L);
     FieldAt(&Object::large).get(&object, L);
@@ -90,7 +90,7 @@ TEST_F(Field, ChannelsAreReadByTheHost) {
     EXPECT_EQ(object.channels[0].Read.Id, 3);
 }
 
-TEST_F(Field, JsonOfEachKind) {
+TEST_F(Field, EachKindHasItsJson) {
     EXPECT_EQ(Json(&Object::number), "-5");
     EXPECT_EQ(Json(&Object::large), "-1099511627776");
     EXPECT_EQ(Json(&Object::flag), "true");
@@ -99,7 +99,7 @@ TEST_F(Field, JsonOfEachKind) {
     EXPECT_EQ(Json(&Object::channels), "null");
 }
 
-TEST_F(Field, WrapperWithoutAValueGetsOneFromATextOnly) {
+TEST_F(Field, WrapperWithoutAValueGetsOneOnlyFromAText) {
     EXPECT_FALSE(GivesAValueToAWrapperWithout(&Object::number));
     EXPECT_FALSE(GivesAValueToAWrapperWithout(&Object::large));
     EXPECT_FALSE(GivesAValueToAWrapperWithout(&Object::flag));

@@ -77,7 +77,7 @@ TEST_F(Script, FieldTableHasNamesTypesAndOrder) {
     }
 }
 
-TEST_F(Script, SecondStateOfTheProcessFindsTheSameFields) {
+TEST_F(Script, SecondStateOfTheProcessHasTheSameFields) {
     std::unique_ptr<lua_State, void (*)(lua_State*)> other(luaL_newstate(), lua_close);
     ASSERT_EQ(luaL_dostring(other.get(),
                             "TYPES = {StandardFB = {}, Elementary = {}} "
@@ -123,7 +123,7 @@ TEST_F(Script, NewMakesABlockWithTheFieldsOfTheTable) {
     EXPECT_EQ(block.FaultItemId, 1LL << 40);
 }
 
-TEST_F(Script, NewTakesTheLastArgumentAsTheTable) {
+TEST_F(Script, NewUsesTheLastArgumentAsTheTable) {
     EXPECT_EQ(Run("return BACnet.new('ignored', {Timeout = 5}).Timeout"), "5");
 }
 
@@ -166,13 +166,13 @@ TEST_F(Script, ValuesOfAnotherKindReadAsLuaConvertsThem) {
     EXPECT_EQ(Run("block.ExecuteOnSlave = nil; return block.ExecuteOnSlave"), "false");
 }
 
-TEST_F(Script, KeyThatGivesNoTextGivesWhateverIsOnTop) {
+TEST_F(Script, KeyThatIsNotATextReturnsTheTopOfTheStack) {
     EXPECT_EQ(Run("block = BACnet.new{}; return block[true]"), "true");
     EXPECT_EQ(Run("local key = {}; return block[key] == key"), "true");
     EXPECT_EQ(Run("block[true] = 5; return block.Timeout"), "1000");
 }
 
-TEST_F(Script, UnknownKeys) {
+TEST_F(Script, ReadingAnUnknownKeyIsNilAndSettingItIsAnError) {
     EXPECT_EQ(Run("block = BACnet.new{}; return block.Unknown"), "nil");
     EXPECT_EQ(Run("return block[1]"), "nil");
     EXPECT_EQ(Run("return block.Vars"), "nil");
@@ -245,14 +245,14 @@ TEST_F(Script, ClosingTheStateDestroysItsBlocks) {
     EXPECT_EQ(network.OpenSockets(), 0);
 }
 
-TEST_F(Script, BlockIsDestroyedButOnceEvenByAScript) {
+TEST_F(Script, BlockIsDestroyedOnlyOnceEvenByAScript) {
     EXPECT_EQ(Run("block = BACnet.new{}; getmetatable(block).__gc(block); return 1"), "1");
     EXPECT_EQ(Run("return BACnet.get(block, 'MAC')"),
               "error: bad argument #1 to 'get' (BACnet expected, got userdata)");
     EXPECT_EQ(Run("block = nil; collectgarbage(); return 1"), "1");
 }
 
-TEST_F(Script, FieldThatCannotBeReadIsAnErrorAndLeavesNothingBehind) {
+TEST_F(Script, FieldThatCannotBeReadIsAnErrorAndLeavesNothing) {
     EXPECT_NE(
         Run("block = BACnet.new{MAC = 'text beyond the room of a short string', Vars = {5}}").find("error: "),
         std::string::npos);
@@ -273,7 +273,7 @@ TEST_F(Script, InitedThatThrowsReachesItsCallerAndBecomesALuaErrorInAScript) {
     EXPECT_EQ(Run("init(block)"), "error: stoul");
 }
 
-TEST_F(Script, NumberOfTheBlocksTaskGoesIntoItsSocketCalls) {
+TEST_F(Script, NumberOfTheBlocksTaskIsPassedToItsSocketCalls) {
     dorvel::Runtime runtime(L);
     runtime.AddTask("first", std::chrono::milliseconds(100));
     STTask& second = runtime.AddTask("second", std::chrono::milliseconds(100));
@@ -340,7 +340,7 @@ TEST_F(RefusingScript, OperationThatThrowsIsALuaErrorAndTheBlockLives) {
     EXPECT_EQ(Refusing::alive, 0);
 }
 
-TEST_F(Script, BlockThatAScriptDestroysIsLetGoByItsRuntime) {
+TEST_F(Script, BlockThatAScriptDestroysIsReleasedByItsRuntime) {
     dorvel::Runtime const runtime(L);
     EXPECT_EQ(Run("local weak = setmetatable({BACnet.new{}}, {__mode = 'v'})\n"
                   "getmetatable(weak[1]).__gc(weak[1])\n"

@@ -105,7 +105,7 @@ TEST_F(WritePhase, FollowsACleanPollWithTheValueOfTheWriteChannel) {
     EXPECT_EQ(log.Text(), "");
 }
 
-TEST_F(WritePhase, PassesOverAVariableWhoseWriteFlagIsClearWhateverItsChannelHolds) {
+TEST_F(WritePhase, SkipsAVariableWhoseWriteFlagIsClearWhateverItsChannelHas) {
     Set(AddWritable(1), Double(1));
     block->Inited();
     block->Device()->Tags().at(ObjectTypeEnum::Analog_Input).at(1).at(0)->descriptor->IsWrite = 0;
@@ -114,7 +114,7 @@ TEST_F(WritePhase, PassesOverAVariableWhoseWriteFlagIsClearWhateverItsChannelHol
     EXPECT_EQ(Descriptor().LastWritten.GetType(), OpcUaType_Null) << "the write condition is not asked";
 }
 
-TEST_F(WritePhase, TakesFieldAndTypeOfTheWriteChannel) {
+TEST_F(WritePhase, UsesFieldAndTypeOfTheWriteChannel) {
     Set(AddWritable(1, OpcUaType_Int32, "setpoint"), Double(1.8), "setpoint");
     block->Inited();
     ExpectWrite(1, Two);
@@ -129,7 +129,7 @@ TEST_F(WritePhase, WritesTheValueInsideADataValue) {
     Cycle();
 }
 
-TEST_F(WritePhase, LeavesOutAValueThatTheConditionDoesNotWant) {
+TEST_F(WritePhase, SkipsAValueThatTheConditionRefuses) {
     block->WriteCondition = ProtocolWriteCondition::OnChange;
     long long const id = AddWritable(1);
     Set(id, Double(1));
@@ -144,7 +144,7 @@ TEST_F(WritePhase, LeavesOutAValueThatTheConditionDoesNotWant) {
     EXPECT_EQ(WriteInvokeId.load(), 1);
 }
 
-TEST_F(WritePhase, LeavesOutAValueThatIsNotThereYetAndWritesTheNextOne) {
+TEST_F(WritePhase, SkipsAMissingValueAndWritesTheNextOne) {
     AddWritable(1);
     Set(AddWritable(2), Double(2));
     block->Inited();
@@ -153,7 +153,7 @@ TEST_F(WritePhase, LeavesOutAValueThatIsNotThereYetAndWritesTheNextOne) {
     EXPECT_EQ(network.SentDatagrams().size(), 3u) << "two reads and one write";
 }
 
-TEST_F(WritePhase, LeavesOutAVariableWithoutAWriteChannel) {
+TEST_F(WritePhase, SkipsAVariableWithoutAWriteChannel) {
     AddVariable(1, OpcUaType_Double);
     polled.insert(1);
     Set(AddWritable(2), Double(1));
@@ -164,7 +164,7 @@ TEST_F(WritePhase, LeavesOutAVariableWithoutAWriteChannel) {
     EXPECT_EQ(Descriptor().LastWritten.GetType(), OpcUaType_Null) << "the write condition was never asked";
 }
 
-TEST_F(WritePhase, IsLeftOutOnTheStandbyUnlessItMayWrite) {
+TEST_F(WritePhase, IsSkippedOnTheStandbyUnlessItMayWrite) {
     Set(AddWritable(1), Double(1));
     block->Inited();
     dorvel::SetStandby(true);
@@ -176,7 +176,7 @@ TEST_F(WritePhase, IsLeftOutOnTheStandbyUnlessItMayWrite) {
     Cycle();
 }
 
-TEST_F(WritePhase, IsGovernedByTheWriteItemAsItStandsWhenThePhaseBegins) {
+TEST_F(WritePhase, ReadsTheWriteItemOnceWhenThePhaseBegins) {
     block->WriteItemId = store->Declare("Gate", OpcUaType_Boolean);
     Set(AddWritable(1), Double(1));
     Set(AddWritable(2), Double(2));
@@ -207,7 +207,7 @@ TEST_F(WritePhase, EndsBetweenTwoWritesWhenTheRuntimeStops) {
     EXPECT_EQ(FaultState(), "false, ") << "the poll was clean";
 }
 
-TEST_F(WritePhase, EndsWithoutAWordWhenNothingIsLeftToBeWritten) {
+TEST_F(WritePhase, EndsWithoutALogLineWhenNothingIsLeftToBeWritten) {
     Set(AddWritable(1), Double(1));
     block->Inited();
     ExpectPoll();
@@ -227,7 +227,7 @@ TEST_F(WritePhase, EndsSilentlyWhenNoFurtherValueNeedsToBeWritten) {
     EXPECT_EQ(log.Text(), "");
 }
 
-TEST_F(WritePhase, RemembersTheValueThatTheStopKeptFromBeingWritten) {
+TEST_F(WritePhase, CountsTheValueThatTheStopSuppressedAsWritten) {
     Set(AddWritable(1), Double(1));
     Set(AddWritable(2), Double(2));
     block->Inited();
@@ -238,7 +238,7 @@ TEST_F(WritePhase, RemembersTheValueThatTheStopKeptFromBeingWritten) {
     EXPECT_EQ(Descriptor(2).LastWritten, Double(2)) << "the write condition was asked before the stop";
 }
 
-TEST_F(WritePhase, IsLeftOutAfterAFault) {
+TEST_F(WritePhase, IsSkippedAfterAFault) {
     Set(AddWritable(1), Double(1));
     block->Inited();
     network.Expect(Request(1, 1));
@@ -247,7 +247,7 @@ TEST_F(WritePhase, IsLeftOutAfterAFault) {
     EXPECT_EQ(Descriptor().LastWritten.GetType(), OpcUaType_Null) << "the write condition was never asked";
 }
 
-TEST_F(WritePhase, GoesOnBehindAWriteThatFailsAndReportsNoFault) {
+TEST_F(WritePhase, ContinuesAfterAFailedWriteAndReportsNoFault) {
     Set(AddWritable(1), Double(1));
     Set(AddWritable(2), Double(2));
     block->Inited();
@@ -263,7 +263,7 @@ TEST_F(WritePhase, GoesOnBehindAWriteThatFailsAndReportsNoFault) {
     EXPECT_EQ(log.Text(), "Error! The packet was rejected. Reason: UnrecognizedService");
 }
 
-TEST_F(WritePhase, WalksTheTagsInTheOrderOfTheirTable) {
+TEST_F(WritePhase, WritesTheTagsInTheOrderOfTheirTable) {
     Set(AddWritable(2), Double(2));
     Set(AddWritable(1), Double(1));
     block->Inited();
@@ -327,7 +327,7 @@ protected:
     }
 };
 
-TEST_F(TwoWriters, TakeDistinctInvokeIdsAndLeaveEachOthersPollsAlone) {
+TEST_F(TwoWriters, UseDistinctInvokeIdsAndDoNotDisturbEachOthersPolls) {
     TBACnet::IsTerminated = false;
     WriteInvokeId = 0;
     AnsweringNetwork network(Answer);

@@ -179,7 +179,7 @@ TEST_F(Delivery, FourthOctetOfATimeCountsFor100Each) {
     EXPECT_EQ(Deliver(8, value, OpcUaType_UInt32).Value, UInt32(3723400));
 }
 
-TEST_F(Delivery, UnspecifiedOctetsOfATimeEnterAs255) {
+TEST_F(Delivery, UnspecifiedOctetsOfATimeCountAs255) {
     TimeValue hundredths(1, 2, 3, static_cast<char>(255));
     EXPECT_EQ(Deliver(8, hundredths, OpcUaType_UInt32).Value, UInt32(3723000 + 25500));
     char const wildcard = static_cast<char>(255);
@@ -196,7 +196,7 @@ TEST_F(Delivery, TypesWithoutARowLeaveTheVariantEmpty) {
     }
 }
 
-TEST_F(Delivery, ValueThatCannotBeConvertedIsTheHostsAffair) {
+TEST_F(Delivery, ValueThatCannotBeConvertedIsPassedToTheHost) {
     CharacterStringValue value("not a number", EncodingTypeEnum::Utf8);
     EXPECT_EQ(Deliver(6, value, OpcUaType_Double).Value.GetType(), OpcUaType_Null);
 }

@@ -52,7 +52,7 @@ TEST_F(Exchange, DatagramGoesToThePeerWhateverTheLinkAddress) {
     EXPECT_EQ(ntohs(peer.sin_port), 47808);
 }
 
-TEST_F(Exchange, BroadcastMacStillGoesOutAsUnicast) {
+TEST_F(Exchange, BroadcastMacIsStillSentAsUnicast) {
     DeviceParameters parameters;
     parameters.mac = "255.255.255.255:47808";
     MakeDevice(parameters);
@@ -79,7 +79,7 @@ TEST_F(Exchange, PriorityIsTakenFromTheRequest) {
     device->SendAndReceive(request, apdu);
 }
 
-TEST_F(Exchange, LinkAddressOfFewerThanSixOctetsIsSentAllTheSame) {
+TEST_F(Exchange, LinkAddressOfFewerThanSixOctetsIsStillSent) {
     DeviceParameters parameters;
     parameters.mac = "5";
     MakeDevice(parameters);
@@ -113,7 +113,7 @@ TEST_F(Exchange, WaitDoesNotDependOnTheBlocksTimeout) {
     EXPECT_EQ(network.Elapsed(), 999);
 }
 
-TEST_F(Exchange, HostIsToldTheTask) {
+TEST_F(Exchange, HostGetsTheTask) {
     log.EnableTrace();
     network.RefuseToSend();
     EXPECT_LE(Send("10 08"), 0);
@@ -161,7 +161,7 @@ TEST_F(Exchange, AnswerOfLessThan4OctetsIsAFormatError) {
     EXPECT_EQ(ErrorFor("81 0A 00"), "packet format error");
 }
 
-TEST_F(Exchange, BadNpduComesOutAsTheNetworkLayerSaysIt) {
+TEST_F(Exchange, BadNpduThrowsAsTheNetworkLayerDoes) {
     EXPECT_EQ(ErrorFor("81 0A 00 06 02 00"), "Wrong protocol version");
 }
 

@@ -32,12 +32,12 @@ std::string Message(char invokeId, TagList const& tags) {
     return ToHex(FormMessage(invokeId, tags.pointers));
 }
 
-TEST(FormMessage, AsksForStatusFlagsToo) {
+TEST(FormMessage, RequestsStatusFlagsToo) {
     TagList const tags(ObjectTypeEnum::Analog_Input, 1, {85});
     EXPECT_EQ(Message(0, tags), "02 74 01 0E 0C 00 00 00 01 1E 09 55 09 6F 1F");
 }
 
-TEST(FormMessage, ListWithStatusFlagsGetsNoSecondOne) {
+TEST(FormMessage, ListWithStatusFlagsGetsNoSecondOnes) {
     TagList const tags(ObjectTypeEnum::Analog_Value, 3, {111, 85});
     EXPECT_EQ(Message(0, tags), "02 74 01 0E 0C 00 80 00 03 1E 09 6F 09 55 1F");
 }
@@ -60,17 +60,17 @@ TEST(FormMessage, InvokeId127IsFollowedBy128) {
     EXPECT_EQ(ToHex(FormMessage(invokeId, tags.pointers)), "02 74 80 0E 0C 00 00 00 01 1E 09 6F 1F");
 }
 
-TEST(FormMessage, PropertyAbove255GoesOutCut) {
+TEST(FormMessage, PropertyAbove255IsSentCut) {
     TagList const tags(ObjectTypeEnum::Lighting_Output, 1, {384});
     EXPECT_EQ(Message(0, tags), "02 74 01 0E 0C 0D 80 00 01 1E 09 80 09 6F 1F");
 }
 
-TEST(FormMessage, NegativeObjectNumberGoesOutCutTo22Bits) {
+TEST(FormMessage, NegativeObjectNumberIsSentCutTo22Bits) {
     TagList const tags(ObjectTypeEnum::Analog_Input, -1, {111});
     EXPECT_EQ(Message(0, tags), "02 74 01 0E 0C 00 3F FF FF 1E 09 6F 1F");
 }
 
-TEST(FormMessage, FiftyPropertiesGoIntoOneRequest) {
+TEST(FormMessage, FiftyPropertiesFitOneRequest) {
     TagList const tags(ObjectTypeEnum::Analog_Input, 1, std::vector<int>(50, 85));
     std::string expected = "02 74 01 0E 0C 00 00 00 01 1E ";
     for (int property = 0; property < 50; ++property) {

@@ -69,7 +69,7 @@ TEST_F(HostileReply, EveryLengthOfATruncatedAnswerIsAFailure) {
     EXPECT_EQ(values.size(), 4u);
 }
 
-TEST_F(HostileReply, EveryLengthOfATruncatedAnswerWithAMendedLengthFieldIsAFailure) {
+TEST_F(HostileReply, EveryLengthOfATruncatedAnswerWithACorrectLengthFieldIsAFailure) {
     std::size_t length = 0;
     network.Respond([&](Octets const& request) {
         Octets answer = HonestAnswer(InvokeIdOf(request));

@@ -106,7 +106,7 @@ TEST_F(Response, AckWithoutResultsIsAnAnswerWithoutRecords) {
     EXPECT_TRUE(values.empty());
 }
 
-TEST_F(Response, PropertyThatNobodyAskedForIsPassedOver) {
+TEST_F(Response, PropertyThatWasNotRequestedIsIgnored) {
     EXPECT_EQ(ProcessAck(PropertyResult(28, "73 00 41 42") + PropertyResult(85, Real42)), 1);
     ASSERT_EQ(values.size(), 1u);
     EXPECT_EQ(values[0].Id, 1);
@@ -125,7 +125,7 @@ TEST_F(Response, OfTwoTagsOnOnePropertyTheFirstGetsTheValue) {
     EXPECT_EQ(values[0].Id, 1);
 }
 
-TEST_F(Response, RecordOfATypeThatIsNotDeliveredIsAppendedAllTheSame) {
+TEST_F(Response, RecordOfATypeThatIsNotDeliveredIsStillAppended) {
     TagsOf(ObjectTypeEnum::Analog_Input, 1)[1]->address->propertyId =
         PropertyIdentifierEnum::Object_Identifier;
     auto* results = new ReadPropertyMultipleAck();
@@ -153,13 +153,13 @@ TEST_F(Response, StatusFlagsOfAnotherClassAreABadCast) {
     EXPECT_THROW(Process(ack), std::bad_cast);
 }
 
-TEST_F(Response, AckOfAnotherServiceIsABadCastOnlyWhenAwaited) {
+TEST_F(Response, AckOfAnotherServiceIsABadCastOnlyWhenExpected) {
     ComplexAck ack(1, ConfirmedServiceChoiceEnum::ReadPropertyMultiple, nullptr);
     EXPECT_THROW(Process(ack), std::bad_cast);
     EXPECT_EQ(Process(ack, 2), 0);
 }
 
-TEST_F(Response, AwaitedErrorThrowsWithClassAndCode) {
+TEST_F(Response, ExpectedErrorThrowsWithClassAndCode) {
     ErrorPdu pdu(1, ConfirmedServiceChoiceEnum::ReadPropertyMultiple,
                  new SimpleError(ErrorClassEnum::Property, ErrorCodeEnum::UnknownObject));
     try {
@@ -172,12 +172,12 @@ TEST_F(Response, AwaitedErrorThrowsWithClassAndCode) {
     }
 }
 
-TEST_F(Response, ErrorThatHoldsNoSimpleErrorIsABadCast) {
+TEST_F(Response, ErrorWithoutASimpleErrorIsABadCast) {
     ErrorPdu pdu(1, ConfirmedServiceChoiceEnum::ReadPropertyMultiple, nullptr);
     EXPECT_THROW(Process(pdu), std::bad_cast);
 }
 
-TEST_F(Response, AwaitedRejectThrowsWithItsReason) {
+TEST_F(Response, ExpectedRejectThrowsWithItsReason) {
     RejectPdu pdu(1, static_cast<ReasonEnum>(9));
     try {
         Process(pdu);
@@ -200,7 +200,7 @@ TEST_F(Response, AbortIsTakenForInvokeId0WhateverItCarries) {
     }
 }
 
-TEST_F(Response, RefusalsOfAnotherRequestGive0AndATraceLine) {
+TEST_F(Response, ErrorRejectAndAbortOfAnotherRequestGive0AndATraceLine) {
     log.EnableTrace();
     ErrorPdu error(static_cast<char>(250), ConfirmedServiceChoiceEnum::ReadPropertyMultiple, nullptr);
     EXPECT_EQ(Process(error), 0);

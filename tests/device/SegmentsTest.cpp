@@ -57,7 +57,7 @@ TEST_F(SegmentedAnswer, IsCollectedAndAcknowledgedSegmentBySegment) {
     EXPECT_EQ(network.Elapsed(), 10 + 1000) << "the last acknowledgement waits out its time";
 }
 
-TEST_F(SegmentedAnswer, AnswerToTheLastAcknowledgementIsNotLookedAt) {
+TEST_F(SegmentedAnswer, AnswerToTheLastAcknowledgementIsIgnored) {
     BeginAttempt(1);
     network.Expect(SegmentAck(1, 0)).Answer(Segment(1, 1, false, Rest(10)));
     network.Expect(SegmentAck(1, 1)).Answer(AnswerDatagram("50 01 0E 91 02 91 1F"), 3);
@@ -185,7 +185,7 @@ TEST_F(SegmentedAnswer, InvokeIdOfTheFirstSegmentDecides) {
     EXPECT_EQ(Process(), 1);
 }
 
-TEST_F(SegmentedAnswer, JoinedOctetsThatAreNoAckCostTheAttempt) {
+TEST_F(SegmentedAnswer, JoinedOctetsThatAreNotAnAckCostTheAttempt) {
     BeginAttempt(1);
     network.Expect(SegmentAck(1, 0)).Answer(Segment(1, 1, false, "FF FF"));
     network.Expect(SegmentAck(1, 1));

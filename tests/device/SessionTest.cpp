@@ -27,7 +27,7 @@ TEST_F(Session, LocalDeviceIsItsMac) {
     EXPECT_EQ(network.OpenSockets(), 0);
 }
 
-TEST_F(Session, LocalDeviceDoesNotLookAtTheAddress) {
+TEST_F(Session, LocalDeviceIgnoresTheAddress) {
     DeviceParameters parameters;
     parameters.address = "no address";
     EXPECT_TRUE(MakeDevice(parameters).IsCreated());
@@ -63,7 +63,7 @@ TEST_F(Session, DestructorClosesTheSocket) {
     EXPECT_EQ(network.OpenSockets(), 0);
 }
 
-TEST_F(Session, RoutedDeviceOpensItsSocketBeforeItLooksAtTheAddressOfTheRouter) {
+TEST_F(Session, RoutedDeviceOpensItsSocketBeforeItReadsTheAddressOfTheRouter) {
     DeviceParameters parameters;
     parameters.address = "100:x";
     parameters.networkNumber = 5;
@@ -118,7 +118,7 @@ TEST_F(Session, BadMacIsLoggedAndLeavesNoDevice) {
     EXPECT_EQ(log.Text(), "Format error:  1.2.3, expected: {192.168.10.1:478080} or {10:20:30:40:50:60}\n");
 }
 
-TEST_F(Session, BadMacIsNoFormatOfTheLog) {
+TEST_F(Session, BadMacIsNotUsedAsAFormatOfTheLog) {
     DeviceParameters parameters;
     parameters.mac = "1.2.%s%n";
     MakeDevice(parameters);
@@ -246,7 +246,7 @@ TEST_F(PollCycle, NextCycleBeginsAgainWithTheFirstObject) {
     EXPECT_EQ(values.size(), 1u);
 }
 
-TEST_F(PollCycle, RefusalThatMeansAnAnswerCountsAsSuccess) {
+TEST_F(PollCycle, UnsupportedPropertyCountsAsAnAnswer) {
     MakeImpatientDevice();
     AddVariable(code::AnalogInput, code::PresentValue, 1);
     AddVariable(code::AnalogInput, code::PresentValue, 2);

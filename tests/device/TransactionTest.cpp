@@ -37,7 +37,7 @@ TEST_F(Transaction, DeliversTheValue) {
     EXPECT_EQ(network.Elapsed(), 12);
 }
 
-TEST_F(Transaction, RequestIsThatOfTheWire) {
+TEST_F(Transaction, RequestHasItsOctets) {
     network.Expect("81 0A 00 15 01 04 02 74 01 0E 0C 00 00 00 01 1E 09 55 09 6F 1F").Answer(ValueAnswer(1));
     EXPECT_EQ(Process(), 1);
 }
@@ -48,7 +48,7 @@ TEST_F(Transaction, RepeatCount0SendsNothing) {
     EXPECT_TRUE(network.SentDatagrams().empty());
 }
 
-TEST_F(Transaction, SilentDeviceIsAskedRepeatCountTimesWithRisingInvokeIds) {
+TEST_F(Transaction, SilentDeviceGetsRepeatCountRequestsWithIncreasingInvokeIds) {
     network.Expect(ReadRequest(1, AnalogInput1));
     network.Expect(ReadRequest(2, AnalogInput1));
     network.Expect(ReadRequest(3, AnalogInput1));
@@ -79,7 +79,7 @@ TEST_F(Transaction, InvokeIdWrapsFrom255To0) {
     EXPECT_EQ(Process(), 1);
 }
 
-TEST_F(Transaction, LateAnswerIsTakenAndRefusedAsStale) {
+TEST_F(Transaction, LateAnswerIsReceivedAndIgnoredAsStale) {
     network.Expect(ReadRequest(1, AnalogInput1)).Answer(ValueAnswer(1), 1500);
     network.Expect(ReadRequest(2, AnalogInput1));
     network.Expect(ReadRequest(3, AnalogInput1)).Answer(ValueAnswer(3));
@@ -108,19 +108,19 @@ TEST_F(Transaction, SilenceNeverMeetsTheLastAnswerAgain) {
     EXPECT_TRUE(values.empty());
 }
 
-TEST_F(Transaction, AnswerOfAnotherObjectIsTakenByItsInvokeIdAlone) {
+TEST_F(Transaction, AnswerOfAnotherObjectIsAcceptedByItsInvokeIdAlone) {
     network.ExpectAny().Answer(ValueAnswer(1, AnalogInput2));
     EXPECT_EQ(Process(), 1);
     EXPECT_EQ(values.size(), 1u);
 }
 
-TEST_F(Transaction, AnswerFromAForeignAddressIsTaken) {
+TEST_F(Transaction, AnswerFromAnotherAddressIsAccepted) {
     network.ExpectAny().AnswerFrom(0x0A000001, ValueAnswer(1));
     EXPECT_EQ(Process(), 1);
     EXPECT_EQ(values.size(), 1u);
 }
 
-TEST_F(Transaction, OfTwoTagsOnOnePropertyBothAreAskedForAndTheFirstGetsTheValue) {
+TEST_F(Transaction, OfTwoTagsOnOnePropertyBothAreRequestedAndTheFirstGetsTheValue) {
     AddVariable(code::AnalogInput, code::PresentValue, 1);
     network.Expect(ReadRequest(1, AnalogInput1, "09 55 09 55 09 6F"))
         .Answer(AnswerDatagram(ReadAck(
@@ -131,7 +131,7 @@ TEST_F(Transaction, OfTwoTagsOnOnePropertyBothAreAskedForAndTheFirstGetsTheValue
     EXPECT_EQ(values[0].Id, 1);
 }
 
-TEST_F(Transaction, UnknownCodesAskForProperty0OfAnAnalogInput) {
+TEST_F(Transaction, UnknownCodesRequestProperty0OfAnAnalogInput) {
     AddVariable(999, -5, 2);
     network.Expect(ReadRequest(1, AnalogInput2, "09 00 09 6F"))
         .Answer(AnswerDatagram(ReadAck(1, AnalogInput2, PropertyResult(111, FlagsClear))));
@@ -195,7 +195,7 @@ TEST_F(Transaction, UnsupportedPropertyEndsItAsAnswered) {
     EXPECT_EQ(log.Text(), "0-1 Support Information not found\n");
 }
 
-TEST_F(Transaction, LightingOutputCannotBeServedAsItsStatusFlagsHaveNoRow) {
+TEST_F(Transaction, LightingOutputCannotBeReadAsItsStatusFlagsHaveNoRow) {
     AddVariable(15, code::PresentValue, 1);
     network.Expect(ReadRequest(1, "0D 80 00 01"))
         .Answer(AnswerDatagram(
@@ -204,7 +204,7 @@ TEST_F(Transaction, LightingOutputCannotBeServedAsItsStatusFlagsHaveNoRow) {
     EXPECT_TRUE(values.empty());
 }
 
-TEST_F(Transaction, LightingOutputThatLeavesItsStatusFlagsOutIsServed) {
+TEST_F(Transaction, LightingOutputThatOmitsItsStatusFlagsIsRead) {
     AddVariable(15, code::PresentValue, 1);
     network.ExpectAny().Answer(AnswerDatagram(ReadAck(1, "0D 80 00 01", PropertyResult(85, Real42))));
     EXPECT_EQ(Process(ObjectTypeEnum::Lighting_Output, 1), 1);
@@ -212,7 +212,7 @@ TEST_F(Transaction, LightingOutputThatLeavesItsStatusFlagsOutIsServed) {
     EXPECT_EQ(AsDouble(values[0]), 42);
 }
 
-TEST_F(Transaction, PropertyThatWentOutCutIsAnsweredAsAnother) {
+TEST_F(Transaction, PropertyThatIsSentCutIsAnsweredAsAnother) {
     AddVariable(15, 20, 2);  // Power, 384, asked for as 128
     network.Expect(ReadRequest(1, "0D 80 00 02", "09 80 09 6F"))
         .Answer(AnswerDatagram(ReadAck(1, "0D 80 00 02", PropertyResult(128, Real42))));
@@ -230,7 +230,7 @@ TEST_F(Transaction, FiftyPropertiesAreOneRequest) {
     EXPECT_EQ(Process(), 1);
 }
 
-TEST_F(Transaction, LongPropertyListGoesOutWithTheLengthFieldOfInstalledDevices) {
+TEST_F(Transaction, LongPropertyListIsSentWithTheLengthFieldOfInstalledDevices) {
     for (int tag = 0; tag < 129; ++tag) {
         AddVariable(code::AnalogInput, code::PresentValue, 1);
     }
@@ -241,7 +241,7 @@ TEST_F(Transaction, LongPropertyListGoesOutWithTheLengthFieldOfInstalledDevices)
     EXPECT_EQ(ToHex(request).substr(0, 17), "81 0A 10 17 01 04");
 }
 
-TEST_F(Transaction, RoutedDeviceIsAskedAndAnswersThroughItsRouter) {
+TEST_F(Transaction, RoutedDeviceIsPolledThroughItsRouter) {
     DeviceParameters parameters;
     parameters.address = "192.168.10.1:47808";
     parameters.mac = "10:20";

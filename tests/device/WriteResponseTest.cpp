@@ -44,7 +44,7 @@ TEST_F(WriteResponse, AckFirstIsFollowedByOneReceiveThatWaitsInVain) {
     EXPECT_EQ(duration, 10 + Wait);
 }
 
-TEST_F(WriteResponse, AckBehindAForeignAnswerEndsTheWriteAtOnce) {
+TEST_F(WriteResponse, AckAfterAStaleAnswerEndsTheWriteAtOnce) {
     EXPECT_EQ(LogFor({WriteAck(9), WriteAck(1)}), "");
     EXPECT_EQ(duration, 20);
 }
@@ -54,7 +54,7 @@ TEST_F(WriteResponse, SecondAckEndsTheWriteAtOnce) {
     EXPECT_EQ(duration, 20);
 }
 
-TEST_F(WriteResponse, StaleAnswersAreTakenOffTheSocketBehindTheAck) {
+TEST_F(WriteResponse, StaleAnswersAreReadOffTheSocketAfterTheAck) {
     EXPECT_EQ(LogFor({WriteAck(1), ValueAnswer(1), WriteAck(77), WriteReject(78, 4)}), "");
     EXPECT_EQ(duration, 40 + Wait);
     AddVariable(code::AnalogInput, code::PresentValue, 1);
@@ -74,7 +74,7 @@ TEST_F(WriteResponse, SocketThatCannotSendIsSilence) {
     EXPECT_EQ(log.Text(), "message size error");
 }
 
-TEST_F(WriteResponse, EmptyDatagramIsNothing) {
+TEST_F(WriteResponse, EmptyDatagramCountsAsSilence) {
     EXPECT_EQ(LogFor({Octets()}), "message size error");
     EXPECT_EQ(LogFor({WriteAck(Next()), Octets(), WriteError(Next(), 2, 40)}), "")
         << "a result of 0 ends the receiving";
@@ -107,13 +107,13 @@ TEST_F(WriteResponse, ErrorOfTheWriteEndsItWithItsText) {
     EXPECT_EQ(duration, 10) << "no further receive";
 }
 
-TEST_F(WriteResponse, ErrorBehindForeignAnswersEndsItToo) {
+TEST_F(WriteResponse, ErrorAfterStaleAnswersEndsTheWriteToo) {
     EXPECT_EQ(LogFor({WriteAck(9), WriteAbort(1, 4), WriteError(1, 2, 37), WriteAck(1)}),
               "Error! Error packet. Class: Property Code: ValueOutOfRange");
     EXPECT_EQ(duration, 30);
 }
 
-TEST_F(WriteResponse, ErrorForAnotherInvokeIdIsPassedOverAndThePathKeepsReceiving) {
+TEST_F(WriteResponse, ErrorForAnotherInvokeIdIsIgnoredAndThePathKeepsReceiving) {
     EXPECT_EQ(LogFor({WriteError(7, 2, 40)}), "");
     EXPECT_EQ(duration, 10 + Wait);
     EXPECT_EQ(LogFor({WriteError(7, 2, 40), WriteError(8, 2, 40), WriteAck(2)}), "");
@@ -148,12 +148,12 @@ TEST_F(WriteResponse, RejectOfTheWriteEndsItWithItsReason) {
     }
 }
 
-TEST_F(WriteResponse, RejectForAnotherInvokeIdIsPassedOver) {
+TEST_F(WriteResponse, RejectForAnotherInvokeIdIsIgnored) {
     EXPECT_EQ(LogFor({WriteReject(7, 3), WriteAck(1)}), "");
     EXPECT_EQ(duration, 20);
 }
 
-TEST_F(WriteResponse, AbortIsNotLookedAtAndTheWriteWaitsOn) {
+TEST_F(WriteResponse, AbortIsIgnoredAndTheWriteKeepsWaiting) {
     EXPECT_EQ(LogFor({WriteAbort(1, 4)}), "");
     EXPECT_EQ(duration, 10 + Wait);
 }
@@ -168,7 +168,7 @@ TEST_F(WriteResponse, AckWithTheInvokeIdOfTheWriteCountsWhateverItsService) {
     EXPECT_EQ(duration, 20);
 }
 
-TEST_F(WriteResponse, NonsenseEndsTheWriteWithItsText) {
+TEST_F(WriteResponse, InvalidDatagramEndsTheWriteWithItsText) {
     EXPECT_EQ(LogFor("DE AD BE EF"), "packet format error");
     EXPECT_EQ(duration, 10);
     EXPECT_EQ(LogFor("81"), "packet format error");
@@ -180,12 +180,12 @@ TEST_F(WriteResponse, NonsenseEndsTheWriteWithItsText) {
     EXPECT_EQ(LogFor("81 0A 00 0A 01 00 30 03 0F 00"), "packet format not expected") << "no such ack";
 }
 
-TEST_F(WriteResponse, NonsenseBehindTheAckIsLoggedToo) {
+TEST_F(WriteResponse, InvalidDatagramAfterTheAckIsLoggedToo) {
     EXPECT_EQ(LogFor({WriteAck(1), Hex("DE AD BE EF"), WriteAck(1)}), "packet format error");
     EXPECT_EQ(duration, 20);
 }
 
-TEST_F(WriteResponse, ForeignAnswersKeepThePathReceivingHoweverMany) {
+TEST_F(WriteResponse, StaleAnswersKeepThePathReceivingHoweverMany) {
     std::vector<Octets> answers(500, WriteAck(200));
     answers.push_back(WriteAck(1));
     EXPECT_EQ(LogFor(answers), "");
@@ -282,7 +282,7 @@ TEST_F(WriteAnswer, IsTheAckOfTheLatestWrite) {
     EXPECT_FALSE(Process(SimpleAck(72, Service)));
 }
 
-TEST_F(WriteAnswer, RefusalCarriesItsNumbers) {
+TEST_F(WriteAnswer, ErrorAndRejectHaveTheirNumbers) {
     try {
         Process(ErrorPdu(Own, Service,
                          new SimpleError(static_cast<ErrorClassEnum>(2), static_cast<ErrorCodeEnum>(40))));

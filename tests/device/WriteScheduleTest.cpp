@@ -94,7 +94,7 @@ TEST_F(WriteSchedule, EventsOfEveryPeriodHaveTheirOctets) {
     EXPECT_EQ(log.Text(), "");
 }
 
-TEST_F(WriteSchedule, PriorityStandsBehindTheScheduleToo) {
+TEST_F(WriteSchedule, PriorityFollowsTheScheduleToo) {
     MakeWriter(16);
     network
         .Expect(WriteRequest(1, ObjectHex(Object::Schedule, 1), 123,
@@ -104,7 +104,7 @@ TEST_F(WriteSchedule, PriorityStandsBehindTheScheduleToo) {
     EXPECT_EQ(log.Text(), "");
 }
 
-TEST_F(WriteSchedule, WeekThatIsNoneIsLoggedAndNothingIsSent) {
+TEST_F(WriteSchedule, InvalidWeekIsLoggedAndNothingIsSent) {
     EXPECT_EQ(WeekRefusal(""), "Number days != 7");
     EXPECT_EQ(WeekRefusal("a;b;c;d;e;f"), "Number days != 7");
     EXPECT_EQ(WeekRefusal(";;;;;;;;"), "Number days != 7");
@@ -121,7 +121,7 @@ TEST_F(WriteSchedule, WeekThatIsNoneIsLoggedAndNothingIsSent) {
     EXPECT_EQ(network.Elapsed(), 0);
 }
 
-TEST_F(WriteSchedule, EventsThatAreNoneAreLoggedAndNothingIsSent) {
+TEST_F(WriteSchedule, InvalidEventsAreLoggedAndNothingIsSent) {
     EXPECT_EQ(EventsRefusal(""), "ExceptionSchedule value = 0");
     EXPECT_EQ(EventsRefusal("3,7"), "ExceptionSchedule value = 0");
     EXPECT_EQ(EventsRefusal("0,315032024,16,08000000,1,1;"), "ExceptionSchedule value = 0");

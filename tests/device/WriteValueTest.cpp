@@ -101,7 +101,7 @@ protected:
     }
 };
 
-TEST_F(WriteValue, OfEveryTypeIsThatOfTheWireAndIsTakenWithoutAWord) {
+TEST_F(WriteValue, OfEveryTypeHasItsOctetsAndIsNotLogged) {
     unsigned invokeId = 0;
     std::set<int> types;
     for (Row const& row : Rows()) {
@@ -120,7 +120,7 @@ TEST_F(WriteValue, OfEveryTypeIsThatOfTheWireAndIsTakenWithoutAWord) {
     EXPECT_EQ(types, (std::set<int>{0, 1, 2, 3, 4, 6, 8, 9, 10, 12, 32, 33}));
 }
 
-TEST_F(WriteValue, RequestIsThatOfTheWire) {
+TEST_F(WriteValue, RequestHasItsOctets) {
     network.Expect("81 0A 00 1A 01 04 00 04 01 0F 0C 00 80 00 01 19 55 3E 44 3F 80 00 00 3F 49 08")
         .Answer("81 0A 00 09 01 00 20 01 0F");
     MakeWriter(8);
@@ -128,7 +128,7 @@ TEST_F(WriteValue, RequestIsThatOfTheWire) {
     EXPECT_EQ(log.Text(), "");
 }
 
-TEST_F(WriteValue, OfARoutedDeviceGoesThroughItsRouter) {
+TEST_F(WriteValue, OfARoutedDeviceIsSentThroughItsRouter) {
     DeviceParameters parameters;
     parameters.mac = "10:20";
     parameters.networkNumber = 5;
@@ -149,7 +149,7 @@ TEST_F(WriteValue, Of1500MillisecondsIsOneSecondAndFive) {
     EXPECT_EQ(Built(8, Int32(1500)), "B4 00 00 01 05");
 }
 
-TEST_F(WriteValue, OfATimeTakesMillisecondsApart) {
+TEST_F(WriteValue, OfATimeIsSplitFromMilliseconds) {
     EXPECT_EQ(Built(8, Int32(0)), "B4 00 00 00 00");
     EXPECT_EQ(Built(8, Int32(99)), "B4 00 00 00 00");
     EXPECT_EQ(Built(8, Int32(3723999)), "B4 01 02 03 09");
@@ -158,7 +158,7 @@ TEST_F(WriteValue, OfATimeTakesMillisecondsApart) {
     EXPECT_EQ(Built(8, Int32(-3600000)), "B4 FF 00 00 00");
 }
 
-TEST_F(WriteValue, NameOfAnAnalogValueGoesIntoItsPresentValue) {
+TEST_F(WriteValue, NameOfAnAnalogValueIsWrittenToItsPresentValue) {
     network.Expect(WriteRequest(1, AnalogValue1, 85, "73 00 68 69")).Answer(WriteAck(1));
     Write(Object::Analog_Value, Property::Object_Name, Text("hi"));
     EXPECT_EQ(log.Text(), "");
@@ -168,7 +168,7 @@ TEST_F(WriteValue, HostTimeOf0IsRefusedOnADate) {
     ExpectRefused(Object::Date_Value, Property::Present_Value, test::Time(0));
 }
 
-TEST_F(WriteValue, HostTimeThatIsNoneIsRefused) {
+TEST_F(WriteValue, InvalidHostTimeIsRefused) {
     for (auto const object : {Object::Date_Value, Object::Datetime_Value}) {
         ExpectRefused(object, Property::Present_Value, test::Time(0));
         ExpectRefused(object, Property::Present_Value, Text("no time"));
@@ -205,7 +205,7 @@ TEST_F(WriteValue, OfADateBefore1900HasItsYearCut) {
     EXPECT_EQ(Built(9, test::Time(1)), "A4 D5 01 01 FF");
 }
 
-TEST_F(WriteValue, ThatCannotBeConvertedIsWrittenAsNothing) {
+TEST_F(WriteValue, ThatCannotBeConvertedIsWrittenAsZero) {
     EXPECT_EQ(Built(0, Text("x")), "91 00");
     EXPECT_EQ(Built(1, Text("x")), "21 00");
     EXPECT_EQ(Built(2, Null()), "31 00");
@@ -216,7 +216,7 @@ TEST_F(WriteValue, ThatCannotBeConvertedIsWrittenAsNothing) {
     EXPECT_EQ(Built(12, Text("x")), "91 00");
 }
 
-TEST_F(WriteValue, OfARealKeepsWhatIsNoNumber) {
+TEST_F(WriteValue, OfARealKeepsNotANumber) {
     EXPECT_EQ(Built(3, Double(std::numeric_limits<double>::quiet_NaN())), "44 7F C0 00 00");
     EXPECT_EQ(Built(3, Double(-std::numeric_limits<double>::infinity())), "44 FF 80 00 00");
     EXPECT_EQ(Built(3, Double(3.5e38)), "44 7F 80 00 00");
@@ -271,7 +271,7 @@ TEST_F(WriteValue, OfAPropertyThatIsNotSupportedIsNotSent) {
                   "Support Information not found");
 }
 
-TEST_F(WriteValue, GoesIntoPresentValueButForThreeConstantsAndTwoSchedules) {
+TEST_F(WriteValue, IsWrittenToPresentValueExceptForThreeConstantsAndTwoSchedules) {
     std::set<std::pair<int, int>> own;
     int written = 0;
     for (int object = 0; object < 64; ++object) {
@@ -301,7 +301,7 @@ TEST_F(WriteValue, GoesIntoPresentValueButForThreeConstantsAndTwoSchedules) {
     EXPECT_GT(written, 200);
 }
 
-TEST_F(WriteValue, OfALoopsOtherPropertiesGoesIntoPresentValue) {
+TEST_F(WriteValue, OfALoopsOtherPropertiesIsWrittenToPresentValue) {
     std::string const loop = ObjectHex(Object::Loop, 1);
     network.Expect(WriteRequest(1, loop, 93, "44 3F 80 00 00")).Answer(WriteAck(1));
     network.Expect(WriteRequest(2, loop, 49, "44 3F 80 00 00")).Answer(WriteAck(2));
@@ -316,7 +316,7 @@ TEST_F(WriteValue, OfALoopsOtherPropertiesGoesIntoPresentValue) {
     EXPECT_EQ(log.Text(), "");
 }
 
-TEST_F(WriteValue, OfASchedulesOtherPropertiesGoesIntoPresentValue) {
+TEST_F(WriteValue, OfASchedulesOtherPropertiesIsWrittenToPresentValue) {
     std::string const schedule = ObjectHex(Object::Schedule, 1);
     network.Expect(WriteRequest(1, schedule, 85, "44 3F 80 00 00")).Answer(WriteAck(1));
     network.Expect(WriteRequest(2, schedule, 85, "91 01")).Answer(WriteAck(2));
@@ -337,7 +337,7 @@ TEST_F(WriteValue, Priority0And17SendNoPriorityTagAnd1And16Do) {
     EXPECT_EQ(EndWithPriority(16), "49 10");
 }
 
-TEST_F(WriteValue, StandsInAMessageWithTheLowOctetOfItsInvokeIdAndTheLow22BitsOfItsObject) {
+TEST_F(WriteValue, IsSentWithTheLowOctetOfItsInvokeIdAndTheLow22BitsOfItsObject) {
     auto const tag = MakeTag(Object::Analog_Value, Property::Present_Value, -1);
     EXPECT_EQ(ToHex(device->FormWriteMessage(*tag, 0x1FE, Double(1))),
               "00 04 FE 0F 0C 00 BF FF FF 19 55 3E 44 3F 80 00 00 3F");

@@ -206,8 +206,8 @@ TEST(FaultTable, EveryBoundIsReached) {
     }
 }
 
-// DORVEL_PRINT_TABLE=1 fault_test --gtest_filter=FaultTable.StandsInTheDocument prints what belongs there.
-TEST(FaultTable, StandsInTheDocument) {
+// DORVEL_PRINT_TABLE=1 fault_test --gtest_filter=FaultTable.IsInTheDocument prints what belongs there.
+TEST(FaultTable, IsInTheDocument) {
     ExpectInDocument(RELIABILITY_DOCUMENT, "fault table", FaultTableText());
 }
 

@@ -53,7 +53,7 @@ TEST(Habits, SegmentsHoldTheCycleForAsLongAsTheyCome) {
     EXPECT_EQ(plant.Run().report, Report::Good);
 }
 
-TEST(Habits, ForeignAnswersAfterAWriteHoldTheCycleForAsLongAsTheyCome) {
+TEST(Habits, OtherAnswersAfterAWriteHoldTheCycleForAsLongAsTheyCome) {
     Plant plant(Path::Write);
     plant.Settle();
     EXPECT_EQ(plant.Run().duration, Wait);
@@ -76,7 +76,7 @@ TEST(Habits, ASegmentedReadAndAWriteCostOneWaitMoreEach) {
 
 // An answer is cut at every place, with the length in its header as it was and as it then is. Only a segment
 // whose header fits again cannot be told from a whole one: what it then says is believed if it can be read.
-TEST(Habits, AnAnswerThatIsCutAnywhereIsAskedForAgain) {
+TEST(Habits, AnAnswerThatIsCutAnywhereIsRequestedAgain) {
     for (Path const path : {Path::Plain, Path::Segmented, Path::Routed, Path::Write}) {
         Plant plant(path);
         Sizes const sizes = Plant::SizesOf(path);
@@ -96,7 +96,7 @@ TEST(Habits, AnAnswerThatIsCutAnywhereIsAskedForAgain) {
 }
 
 // The configuration may still hold what such a block has gathered: it is left to it.
-TEST(Habits, ABlockWhoseAddressIsRefusedLeavesItsVariablesBehind) {
+TEST(Habits, ABlockWithARefusedAddressLeavesItsVariablesToTheConfiguration) {
     using dorvel::BACnet::BACnetProtocol;
     std::map<std::string, OpcUa_VariantHlp> properties;
     ScadaProtocol::ReadChannel const read;

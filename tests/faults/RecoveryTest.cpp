@@ -58,9 +58,9 @@ protected:
     long long const period;
 };
 
-TEST_P(Recovery, FromADeviceThatPausesFor4SecondsInTheMidstOfAPoll) {
-    constexpr long long length = 4000;
-    constexpr int requestOfTheCycle = 2;
+TEST_P(Recovery, FromADeviceThatPausesFor4SecondsDuringAPoll) {
+    constexpr long long Length = 4000;
+    constexpr int RequestOfTheCycle = 2;
     int requests = 0;
     long long resumed = 0;
     plant.World().Watch([&] {

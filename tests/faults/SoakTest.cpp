@@ -101,7 +101,7 @@ protected:
     long long reports[5] = {};
 };
 
-TEST_F(Soak, LeavesNothingBehind) {
+TEST_F(Soak, LeavesNothing) {
     RunCycles(CyclesBefore);
     plant.Settle();
     Holdings const before = Holdings::Of(plant);

@@ -110,7 +110,7 @@ TEST_F(Depth, ValueOfNothingButOpeningTagsIsAFailedAttempt) {
     EXPECT_TRUE(hasFault);
 }
 
-TEST_F(Depth, DeepValueWhereANumberIsAwaitedIsAFailedAttempt) {
+TEST_F(Depth, DeepValueWhereANumberIsExpectedIsAFailedAttempt) {
     Poll(ResultsOf(AnalogInput1Octets(), ResultOf(property::PresentValue, Nested(MostDepth))),
          code::AnalogInput, code::PresentValue);
     EXPECT_EQ(segments, 256u);

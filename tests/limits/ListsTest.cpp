@@ -80,7 +80,7 @@ TEST_F(ListOfResults, Of1000SubTagsIsReadUpToThe232nd) {
     EXPECT_EQ(PollPairs(500, 114).number, 1) << "the last one counts";
 }
 
-TEST_F(ListOfResults, OfTheWholeOfAnAnswerIsReadInMemoryOfItsSize) {
+TEST_F(ListOfResults, OfAWholeAnswerIsReadInMemoryOfItsSize) {
     auto const measure = [](std::size_t pairs) {
         AllocationWatch const watch;
         PollPairs(pairs, 0);

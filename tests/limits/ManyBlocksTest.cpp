@@ -35,7 +35,7 @@ std::vector<LineAnswer> AnswerReads(int, Octets const& request) {
 
 class ManyBlocks : public LimitFixture {};
 
-TEST_F(ManyBlocks, ArePolledOnceEachAndEachHasASocketOfItsOwn) {
+TEST_F(ManyBlocks, ArePolledOnceEachWithASocketEach) {
     LineNetwork network(AnswerReads);
     {
         Plant plant(Tasks);
@@ -64,7 +64,7 @@ TEST_F(ManyBlocks, AreRunByTheThreadsOfTheirTasks) {
 }
 
 // The ports above BACnet/IP's own are for the first 20 blocks behind routers; the others take any free one.
-TEST_F(ManyBlocks, BehindRoutersShareTheTwentyPortsAsFarAsTheyReach) {
+TEST_F(ManyBlocks, BehindRoutersUseTheTwentyPortsBeforeOthers) {
     LineNetwork network([](int, Octets const& request) {
         Octets const object(request.begin() + 17, request.begin() + 21);
         Octets const results = ResultOf(property::PresentValue, Real42Octets());
@@ -85,7 +85,7 @@ TEST_F(ManyBlocks, BehindRoutersShareTheTwentyPortsAsFarAsTheyReach) {
 
 // Where the system has no socket left, the blocks without one report it and the others are not touched; what
 // is freed serves the next cycle.
-TEST_F(ManyBlocks, BeyondTheSystemsSocketsReportAFaultUntilThereAreSome) {
+TEST_F(ManyBlocks, WithoutASocketReportAFaultUntilThereIsOne) {
     LineNetwork network(AnswerReads);
     network.LimitSockets(Many - 100);
     Plant plant(Tasks);
@@ -99,7 +99,7 @@ TEST_F(ManyBlocks, BeyondTheSystemsSocketsReportAFaultUntilThereAreSome) {
     EXPECT_EQ(plant.Faults(), 0);
 }
 
-TEST_F(ManyBlocks, TakeWorkAndMemoryInProportion) {
+TEST_F(ManyBlocks, NeedWorkAndMemoryInProportion) {
     LineNetwork network(AnswerReads);
     auto const live = [](int count, HeapTotals& poll, long long& held) {
         AllocationWatch const watch;
@@ -125,7 +125,7 @@ TEST_F(ManyBlocks, TakeWorkAndMemoryInProportion) {
     EXPECT_LT(largeHeld / Many, 8192) << "octets a block, beside Lua's";
 }
 
-TEST_F(ManyBlocks, MadeAndDestroyedAgainAndAgainLeaveNothing) {
+TEST_F(ManyBlocks, CreatedAndDestroyedRepeatedlyLeaveNothing) {
     LineNetwork network(AnswerReads);
     auto const live = [] {
         Plant plant(Tasks);

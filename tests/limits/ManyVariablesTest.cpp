@@ -95,11 +95,11 @@ void AddWritable(Block& block, int place) {
     block.store->Write(id + 1, "", Double(place), 0);
 }
 
-TEST_F(ManyVariables, OfAsManyObjectsTakeWorkAndMemoryInProportion) {
+TEST_F(ManyVariables, OfAsManyObjectsNeedWorkAndMemoryInProportion) {
     ExpectProportional(AddToOwnObject);
 }
 
-TEST_F(ManyVariables, OfOneObjectTakeWorkAndMemoryInProportion) {
+TEST_F(ManyVariables, OfOneObjectNeedWorkAndMemoryInProportion) {
     ExpectProportional(AddToOneObject);
 }
 
@@ -120,7 +120,7 @@ TEST_F(ManyVariables, OfAsManyObjectsAreAllPolledAndDelivered) {
 }
 
 // One request for all of them: two octets each behind the object, and Status_Flags.
-TEST_F(ManyVariables, OfOneObjectGoIntoOneRequestAndTheFirstGetsTheValue) {
+TEST_F(ManyVariables, OfOneObjectFitOneRequestAndTheFirstGetsTheValue) {
     std::vector<std::size_t> sizes;
     LineNetwork network([&sizes](int line, Octets const& request) {
         sizes.push_back(request.size());
@@ -140,7 +140,7 @@ TEST_F(ManyVariables, OfOneObjectGoIntoOneRequestAndTheFirstGetsTheValue) {
     EXPECT_EQ(block.StateOf(ids.back()).Time, 0);
 }
 
-TEST_F(ManyVariables, AreAllWrittenAtASecondEach) {
+TEST_F(ManyVariables, AreAllWrittenInASecondEach) {
     LineNetwork network(AnswerReads);
     Block block;
     block.driver.WriteCondition = ProtocolWriteCondition::Always;
@@ -154,7 +154,7 @@ TEST_F(ManyVariables, AreAllWrittenAtASecondEach) {
     EXPECT_EQ(network.Elapsed(0), 1000ll * Many) << "each write waits for stale answers";
 }
 
-TEST_F(ManyVariables, TurnBadWhenTheDeviceIsLost) {
+TEST_F(ManyVariables, BecomeBadWhenTheDeviceIsLost) {
     LineNetwork network([](int, Octets const&) { return std::vector<LineAnswer>(); });
     Block block;
     std::vector<long long> ids;

@@ -105,13 +105,13 @@ protected:
     }
 };
 
-TEST_F(SegmentsWithoutEnd, TakeNoMoreMemoryThan256OfThem) {
+TEST_F(SegmentsWithoutEnd, NeedNoMoreMemoryThan256OfThem) {
     long long const of256 = PeakOf(256);
     long long const of20000 = PeakOf(20000);
     EXPECT_LT(of20000, of256 + of256 / 10);
 }
 
-TEST_F(SegmentsWithoutEnd, LeaveNothingBehind) {
+TEST_F(SegmentsWithoutEnd, LeaveNothing) {
     PeakOf(1000);  // tables of the first use
     AllocationWatch const watch;
     PeakOf(1000);

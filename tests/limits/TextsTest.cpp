@@ -142,7 +142,7 @@ TEST_F(LongTexts, AddressOfAMegabyteOfDigitsIsRefused) {
     EXPECT_THROW(AddressParser::ParsePort(std::string(1000000, '9')), std::out_of_range);
 }
 
-TEST_F(LongTexts, BlockWithAnAddressOfAMegabyteSaysSoAndDoesNotPoll) {
+TEST_F(LongTexts, BlockWithAnAddressOfAMegabyteReportsItAndDoesNotPoll) {
     LineNetwork network([](int, Octets const&) { return std::vector<LineAnswer>(); });
     Block block;
     block.driver.MAC = std::string(1000000, '.');
@@ -159,7 +159,7 @@ TEST_F(LongTexts, BlockWithAnAddressOfAMegabyteSaysSoAndDoesNotPoll) {
 }
 
 // Each part of such an address is an octet. A device with one is asked all the same.
-TEST_F(LongTexts, AddressOfManyPartsIsTakenWholeInWorkOfItsLength) {
+TEST_F(LongTexts, AddressOfManyPartsIsParsedInWorkOfItsLength) {
     auto const measure = [](std::size_t parts) {
         std::string text = "1.";
         while (text.size() < 3 * parts) {

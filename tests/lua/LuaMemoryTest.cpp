@@ -39,7 +39,7 @@ int RaiseError(lua_State* L) {
 }
 
 // The programs that use Lua are run twice, the second time linked with the Lua that was built as C++.
-TEST(LuaLibrary, IsTheOneThatThisRunIsMeantFor) {
+TEST(LuaLibrary, IsTheOneOfThisTest) {
     FailingLua lua(0);
     bool isException = false;
     lua_pushcfunction(lua.Get(), RaiseError);
@@ -55,7 +55,7 @@ void const* FileOf(void const* address) {
 }
 
 // The libraries and the add-in find Lua's functions as dlsym does.
-TEST(LuaLibrary, IsTheSameForTheProgramAndWhatItLoads) {
+TEST(LuaLibrary, IsTheSameForTheProgramAndItsLibraries) {
     for (char const* const name :
          {"lua_error", "lua_pcallk", "luaL_error", "luaL_checkudata", "luaopen_base"}) {
         EXPECT_EQ(FileOf(dlsym(RTLD_DEFAULT, name)), FileOf(reinterpret_cast<void const*>(&lua_newstate)))
@@ -164,7 +164,7 @@ protected:
     Reach whole;
 };
 
-TEST_F(LuaMemory, ScriptsRunToTheirEndsOrEndInTheErrorsThatTheyAreFor) {
+TEST_F(LuaMemory, ScriptsEndAsExpectedWithEnoughMemory) {
     EXPECT_TRUE(whole.librariesOpen);
     EXPECT_EQ(whole.chunksRun, 7);
 }
@@ -177,7 +177,7 @@ TEST_F(LuaMemory, NothingLeaksFromWhicheverRequestOnLuaHasNoMemory) {
     EXPECT_GT(FailEveryRequest(FailingLua::Mode::ForEver), 200);
 }
 
-TEST_F(LuaMemory, NothingLeaksAndNoExceptionReachesLuaWhicheverPieceCppIsRefused) {
+TEST_F(LuaMemory, NothingLeaksAndNoExceptionReachesLuaWhicheverAllocationOfCppFails) {
     for (long long piece = 1;; ++piece) {
         long long const before = test::HeapPieces();
         FailingLua lua(0);
@@ -260,7 +260,7 @@ TEST_F(LuaMemory, AProjectIsLoadedOrRefusedAtEveryLimit) {
 }
 
 // The script alone: a block that cannot be initialised keeps the records of its variables.
-TEST_F(LuaMemory, AProjectsScriptLeaksNothingWhicheverPieceCppIsRefused) {
+TEST_F(LuaMemory, AProjectsScriptLeaksNothingWhicheverAllocationOfCppFails) {
     std::string const text = std::string(Project) + "error('the end')";
     LoadProject({}, text);  // what is made once and kept
     for (long long piece = 1;; ++piece) {

@@ -29,7 +29,7 @@ bool IsPolled(Clients& clients) {
 
 }  // namespace
 
-TEST_P(RefusedMemory, IsAFailedAttemptThatLeavesNothingBehind) {
+TEST_P(RefusedMemory, IsAFailedAttemptThatLeavesNothing) {
     Clients clients(GetParam(), 1);
     ASSERT_TRUE(IsPolled(clients));  // makes what is made once
     long long failed = 0;
@@ -49,7 +49,7 @@ TEST_P(RefusedMemory, IsAFailedAttemptThatLeavesNothingBehind) {
 }
 
 // Here the runtime's own part of a cycle is refused memory as well, of which it may tell by an exception.
-TEST(RefusedMemoryOfABlock, LeavesNothingBehindACycle) {
+TEST(RefusedMemoryOfABlock, LeavesNothingAfterACycle) {
     bench::LoadAddin();
     bench::HostedBlocks blocks("properties-3", 2, 1);
     blocks.Make();

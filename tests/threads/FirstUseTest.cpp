@@ -41,7 +41,7 @@ TEST_F(FirstUse, OfTheEntryRegistersOnce) {
     EXPECT_EQ(RegisterExternalSTLib("BACnet", [](lua_State*) { return 1; }), -1);
 }
 
-TEST_F(FirstUse, OfThePlantMakesAPollAndAWriteOnEachThread) {
+TEST_F(FirstUse, OfThePlantPollsAndWritesOnEachThread) {
     LineNetwork network([](int, Octets const& request) {
         return std::vector<LineAnswer>{{IsWrite(request) ? WriteDone(request) : ValueOf42(request)}};
     });
@@ -77,7 +77,7 @@ TEST_F(FirstUse, OfTheSupportTableFindsARow) {
 }
 
 // Unknown numbers enter the maps: eight blocks may be initialised side by side all the same.
-TEST_F(FirstUse, OfTheCodeMapsFillsThemOnceAndTakesUnknownNumbers) {
+TEST_F(FirstUse, OfTheCodeMapsFillsThemOnceAndAddsUnknownNumbers) {
     AtOnce(Threads, [](int number) {
         InitObjectTypesMap();
         EXPECT_EQ(GetBacnetObjectType(22), ObjectTypeEnum::Schedule);

@@ -239,7 +239,7 @@ TEST_F(StopAmongWrites, GoesOnAsLongAsForeignAnswersCome) {
     EXPECT_EQ(Sent(), 3u);
 }
 
-TEST_F(Stop, IsOverWhenTheRuntimeStartsAgain) {
+TEST_F(Stop, EndsWhenTheRuntimeStartsAgain) {
     AddVariable(1, OpcUaType_Double);
     block->Inited();
     StopAt(1, [](unsigned long, Octets const& request) { return Value(request); });

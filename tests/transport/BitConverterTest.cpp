@@ -20,7 +20,7 @@ TEST(BitConverter, CutZerosOfNothingOrOfZerosGivesOneZeroOctet) {
     EXPECT_EQ(ToHex(BitConverter::CutZeros(Hex("00 00 00"))), "00");
 }
 
-TEST(BitConverter, CutZerosTakesLeadingZerosOnly) {
+TEST(BitConverter, CutZerosRemovesOnlyLeadingZeros) {
     EXPECT_EQ(ToHex(BitConverter::CutZeros(Hex("00 01 00"))), "01 00");
     EXPECT_EQ(ToHex(BitConverter::CutZeros(Hex("FF 00 80"))), "FF 00 80");
 }
@@ -94,7 +94,7 @@ TEST(BitConverter, BothCompletionsPadWithZerosAtTheEnd) {
     EXPECT_EQ(ToHex(BitConverter::CompleteTo(Hex("01 02"), 2)), "01 02");
 }
 
-TEST(BitConverter, ReverseAndToLocalFormatTurnTheOctetsAndLeaveTheirArgument) {
+TEST(BitConverter, ReverseAndToLocalFormatReverseTheOctetsAndKeepTheirArgument) {
     auto const octets = Hex("01 02 03");
     ASSERT_TRUE(BitConverter::IsLittleEndian());
     EXPECT_EQ(ToHex(Reverse(octets)), "03 02 01");

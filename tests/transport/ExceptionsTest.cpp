@@ -37,7 +37,7 @@ TEST(Exceptions, OnlyLengthAndFormatErrorsAreParseErrors) {
     EXPECT_TRUE((IsA<MessageOversizeException, std::runtime_error>));
 }
 
-TEST(Exceptions, ArgumentOutOfRangeStandsApart) {
+TEST(Exceptions, ArgumentOutOfRangeIsNotABacnetError) {
     EXPECT_FALSE((IsA<ArgumentOutOfRangeException, std::exception>));
     EXPECT_FALSE((IsA<ArgumentOutOfRangeException, ExceptionBase>));
     EXPECT_TRUE(std::is_empty<ArgumentOutOfRangeException>::value);

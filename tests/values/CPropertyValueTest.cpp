@@ -20,7 +20,7 @@
 #include "ValueTags.h"
 #include "WeeklyScheduleValue.h"
 
-TEST(CPropertyValue, GivesOneTagNoConstructedOnesAndTheValueThatWasSet) {
+TEST(CPropertyValue, ReturnsOneTagNoConstructedOnesAndTheValueThatWasSet) {
     UintValue value(3);
     value.SetValue(260);
     EXPECT_EQ(value.GetValue(), 260U);
@@ -36,7 +36,7 @@ constexpr bool GiveCopies = (!std::is_reference_v<decltype(std::declval<Values>(
 
 }  // namespace
 
-TEST(CPropertyValue, GivesACopySoThatATemporarysValueOutlivesIt) {
+TEST(CPropertyValue, ReturnsACopySoThatATemporarysValueOutlivesIt) {
     static_assert(GiveCopies<BinaryValue, BitStringValue, BooleanValue, CharacterStringValue, DateTimeValue,
                              DateValue, DoubleValue, EnumValue, ExceptionScheduleValue, IntValue,
                              OctetStringValue, RealValue, TimeValue, UintValue, WeeklyScheduleValue>);
@@ -47,7 +47,7 @@ TEST(CPropertyValue, GivesACopySoThatATemporarysValueOutlivesIt) {
     EXPECT_EQ(copy, test::Octets(100, '\x5A'));
 }
 
-TEST(CPropertyValue, ComparesEveryPairAsEqualUnlessAClassSaysOtherwise) {
+TEST(CPropertyValue, ComparesEveryPairAsEqualByDefault) {
     class PlainValue : public CPropertyValue {
     public:
         Tag ToApplicationTag() const override { return Tag(); }

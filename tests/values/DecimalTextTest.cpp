@@ -57,7 +57,7 @@ TEST(DecimalText, HasSixDecimals) {
     EXPECT_EQ(DecimalText(NAN), "nan");
 }
 
-TEST(DecimalText, IsWhatPrintfMakesOfAnyPattern) {
+TEST(DecimalText, IsThatOfPrintfForAnyPattern) {
     std::mt19937_64 patterns(20240319);
     for (int round = 0; round < 10000; ++round) {
         std::uint64_t const pattern = patterns();
@@ -75,7 +75,7 @@ TEST(DecimalNumber, IsTheNumberThatTheTextStartsWith) {
     EXPECT_TRUE(std::isnan(DecimalNumber("nan")));
 }
 
-TEST(DecimalNumber, FailsForATextThatStartsWithNoneAndForOneThatIsTooLarge) {
+TEST(DecimalNumber, FailsForATextWithoutANumberAndForOneThatIsTooLarge) {
     EXPECT_EQ(NumberFailure<std::invalid_argument>(""), "stod");
     EXPECT_EQ(NumberFailure<std::invalid_argument>("x1"), "stod");
     EXPECT_EQ(NumberFailure<std::out_of_range>("1e999"), "stod");

@@ -10,7 +10,7 @@ using dorvel::BACnet::BACnetProtocol;
 
 namespace {
 
-TEST(FreshProcess, TypeWhoseNameIsTakenLeavesATraceLineAndNothingElse) {
+TEST(FreshProcess, TypeWhoseNameIsTakenIsTracedAndNotRegistered) {
     test::LogCapture log;
     ASSERT_EQ(RegisterExternalSTLib("BACnet", [](lua_State*) { return 1; }), 0);
     BACnetProtocol::RegAsLuaType();
@@ -28,7 +28,7 @@ TEST(FreshProcess, ConnectionIdsCountFrom0) {
     EXPECT_EQ(BACnetProtocol::getId(), "DORVEL_Connect_1");
 }
 
-TEST(FreshProcess, StartsUnstopped) {
+TEST(FreshProcess, IsNotTerminatedAtFirst) {
     EXPECT_FALSE(dorvel::BACnet::TBACnet::IsTerminated);
     EXPECT_EQ(dorvel::BACnet::WriteInvokeId.load(), 0);
 }

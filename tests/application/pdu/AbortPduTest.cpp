@@ -36,7 +36,7 @@ TEST(AbortPduParser, EachTruncationIsRefused) {
     test::ExpectEachTruncationRefused("70 05 01");
 }
 
-TEST(AbortPdu, NeitherConstructorNorSettersReachTheWirePair) {
+TEST(AbortPdu, NeitherConstructorNorSettersChangeTheWirePair) {
     AbortPdu abort(5, AbortReasonEnum::TsmTimeout);
     abort.SetOriginalInvokeId(6);
     abort.SetReason(AbortReasonEnum::ApduTooLong);
@@ -45,7 +45,7 @@ TEST(AbortPdu, NeitherConstructorNorSettersReachTheWirePair) {
     EXPECT_EQ(ToHex(abort.GetBytes()), "70 00 00");
 }
 
-TEST(AbortPdu, ComparesEqualToAnythingAndEqualsTellsContents) {
+TEST(AbortPdu, ComparesEqualToAnythingAndEqualsComparesContents) {
     AbortPdu one(5, AbortReasonEnum::Other);
     AbortPdu same(5, AbortReasonEnum::Other);
     AbortPdu otherId(6, AbortReasonEnum::Other);
@@ -68,7 +68,7 @@ TEST(AbortPdu, EqualsOfAPduIsTrueForItselfAndThrowsForAnotherClass) {
     EXPECT_THROW(base.Equals(forged), std::bad_cast);
 }
 
-TEST(AbortPdu, TypedCompareTakesOverTheOriginalInvokeIdAndReturnsIt) {
+TEST(AbortPdu, TypedCompareCopiesTheOriginalInvokeIdAndReturnsIt) {
     AbortPdu one(5, AbortReasonEnum::Other);
     AbortPdu other(static_cast<char>(0xF6), AbortReasonEnum::TsmTimeout);
     EXPECT_EQ(one.Compare(other), 0xF6);

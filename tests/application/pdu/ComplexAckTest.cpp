@@ -30,7 +30,7 @@ ComplexAck SegmentOf(std::string_view payload) {
 
 }  // namespace
 
-TEST(ComplexAck, SegmentGivesItsOctetsBackAsTheyCame) {
+TEST(ComplexAck, SegmentReturnsItsOctetsUnchanged) {
     FakeStream more(Hex("0C FF 80"));
     ComplexAck const first(9, Choice::ReadPropertyMultiple, true, 0, 4, more);
     EXPECT_EQ(ToHex(first.GetBytes()), "3C 09 00 04 0E 0C FF 80");
@@ -40,14 +40,14 @@ TEST(ComplexAck, SegmentGivesItsOctetsBackAsTheyCame) {
     EXPECT_EQ(ToHex(second.GetBytes()), "38 09 01 04 0E 7F");
 }
 
-TEST(ComplexAck, SegmentWithItsFlagsClearedIsTheHeadOfAnUnsegmentedAck) {
+TEST(ComplexAck, SegmentWithItsFlagsClearedIsTheHeaderOfAnUnsegmentedAck) {
     auto const segment = ParseAs<ComplexAck>("3C 09 00 04 0E 0C 00");
     segment->SetSegmentedMessage(false);
     segment->SetMoreFollows(false);
     EXPECT_EQ(ToHex(segment->GetBytes()), "30 09 0E 0C 00");
 }
 
-TEST(ComplexAck, AckInOnePieceWritesItsServiceAck) {
+TEST(ComplexAck, UnsegmentedAckWritesItsServiceAck) {
     ComplexAck const ack(9, Choice::ReadProperty, new StubAck(0, "AA BB"));
     EXPECT_EQ(ToHex(ack.GetBytes()), "30 09 0C AA BB");
     EXPECT_FALSE(ack.GetSegmentedMessage());
@@ -116,7 +116,7 @@ TEST(ComplexAck, SegmentsCompareByTheirRawPayloads) {
     EXPECT_TRUE(empty == empty);
 }
 
-TEST(ComplexAck, CompareWithAForeignClassThrowsBadCast) {
+TEST(ComplexAck, CompareWithAnotherClassOfTheSameTypeThrowsBadCast) {
     ComplexAck ack = AckOf(0);
     ForgedPdu forged(PduTypeEnum::ComplexAck);
     ComplexAck otherService(9, Choice::ReadPropertyMultiple, std::make_unique<ReadPropertyMultipleAck>());
@@ -137,11 +137,11 @@ TEST(ComplexAckParser, SegmentKeepsItsPayloadRaw) {
     EXPECT_FALSE(ParseAs<ComplexAck>("38 09 00 04 0E 0C 00 FF")->GetMoreFollows());
 }
 
-TEST(ComplexAckParser, SegmentOfAServiceWithoutAParserIsKeptAsWell) {
+TEST(ComplexAckParser, SegmentOfAServiceWithoutAParserIsKeptToo) {
     EXPECT_EQ(ToHex(ParseAs<ComplexAck>("38 FF 80 7F FE")->GetBytes()), "38 FF 80 7F FE");
 }
 
-TEST(ComplexAckParser, MoreFollowsWithoutSegmentedMessageIsAnAckInOnePiece) {
+TEST(ComplexAckParser, MoreFollowsWithoutSegmentedMessageIsAnUnsegmentedAck) {
     auto const ack = ParseAs<ComplexAck>("34 09 0E 0C 00 00 00 01 1E 1F");
     EXPECT_FALSE(ack->GetSegmentedMessage());
     EXPECT_FALSE(ack->GetMoreFollows());
@@ -166,7 +166,7 @@ TEST(ComplexAckParser, ServiceWithoutAParserIsRefused) {
     }
 }
 
-TEST(ComplexAckParser, KnowsReadPropertyAndReadPropertyMultiple) {
+TEST(ComplexAckParser, HasParsersForReadPropertyAndReadPropertyMultiple) {
     auto const parsers = ComplexAckParser::GetDefaultAckParsers();
     EXPECT_EQ(parsers.size(), 2u);
     EXPECT_NE(parsers.at(Choice::ReadProperty), nullptr);

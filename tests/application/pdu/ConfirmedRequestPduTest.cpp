@@ -38,7 +38,7 @@ TEST(ConfirmedRequestPdu, WriteRequestWithInvokeId9Starts00_04_09_0F) {
     EXPECT_EQ(ToHex(pdu.GetBytes()), "00 04 09 0F AA");
 }
 
-TEST(ConfirmedRequestPdu, SegmentedMessageEmitsSequenceNumberAndWindowBehindTheInvokeId) {
+TEST(ConfirmedRequestPdu, SegmentedMessageWritesSequenceNumberAndWindowAfterTheInvokeId) {
     ConfirmedRequestPdu pdu = ReadRequest(9, "AA");
     pdu.SetSegmentedMessage(true);
     pdu.SetSequenceNumber(3);
@@ -124,7 +124,7 @@ TEST(ConfirmedRequestPdu, ComparesTheFieldsInTheirOrderBySubtraction) {
     }
 }
 
-TEST(ConfirmedRequestPdu, CompareWithAForeignClassOfTheSameTypeThrowsBadCast) {
+TEST(ConfirmedRequestPdu, CompareWithAnotherClassOfTheSameTypeThrowsBadCast) {
     ConfirmedRequestPdu pdu;
     ForgedPdu forged(PduTypeEnum::ConfirmedRequest);
     ForgedPdu abort(PduTypeEnum::Abort);
@@ -168,7 +168,7 @@ TEST(ConfirmedRequestParser, EachTruncationIsRefused) {
     test::ExpectEachTruncationRefused("0E 74 09 00 04 0C 0C 00 00 00 01 19 55");
 }
 
-TEST(ConfirmedRequestParser, KnowsReadAndWritePropertyAndRefusesServicesWithoutAParser) {
+TEST(ConfirmedRequestParser, ParsesReadAndWritePropertyAndRefusesServicesWithoutAParser) {
     auto const parsers = ConfirmedRequestParser::GetDefaultRequestParsers();
     EXPECT_EQ(parsers.count(Choice::ReadProperty), 1u);
     EXPECT_EQ(parsers.count(Choice::WriteProperty), 1u);

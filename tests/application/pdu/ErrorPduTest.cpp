@@ -76,7 +76,7 @@ TEST(ErrorPdu, DefaultHasNoError) {
     EXPECT_EQ(ToHex(pdu.GetBytes()), "50 00 00");
 }
 
-TEST(ErrorPdu, ComparesEqualToAnythingAndEqualsTellsContents) {
+TEST(ErrorPdu, ComparesEqualToAnythingAndEqualsComparesContents) {
     ErrorPdu one = ErrorOf(ErrorClassEnum::Property, ErrorCodeEnum::UnknownObject);
     ErrorPdu same = ErrorOf(ErrorClassEnum::Property, ErrorCodeEnum::UnknownObject);
     ErrorPdu otherError = ErrorOf(ErrorClassEnum::Property, ErrorCodeEnum::Timeout);
@@ -103,7 +103,7 @@ TEST(ErrorPdu, EqualsOfAPduIsTrueForItselfAndThrowsForAnotherClass) {
 }
 
 // An error that equals nothing, not even itself, does not matter to the object's own identity.
-TEST(ErrorPdu, EqualsOfAPduDoesNotLookIntoTheVerySameObject) {
+TEST(ErrorPdu, EqualsOfAPduIsTrueForTheSameObjectWhateverItsError) {
     ErrorPdu pdu(7, Choice::ReadProperty, std::make_unique<OtherError>());
     PDU& base = pdu;
     EXPECT_TRUE(base.Equals(pdu));
@@ -143,7 +143,7 @@ TEST(ErrorPduParser, TheErrorPackIsReadWithAndWithoutAParser) {
     EXPECT_EQ(ErrorPduParser().GetErrorPack(second)->GetErrorClass(), ErrorClassEnum::Object);
 }
 
-TEST(ErrorPduParser, TagNumbersAreNotLookedAt) {
+TEST(ErrorPduParser, TagNumbersAreIgnored) {
     EXPECT_EQ(ToHex(ParseAs<ErrorPdu>("50 07 0C 09 02 21 1F")->GetBytes()), "50 07 0C 91 02 91 1F");
 }
 

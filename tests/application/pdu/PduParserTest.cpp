@@ -66,7 +66,7 @@ TEST(PduParser, DefaultRegistryHasAParserForEachTypeWithAClass) {
     EXPECT_NE(parsers.at(PduTypeEnum::Abort), PduParser::PduParsers.at(PduTypeEnum::Abort));
 }
 
-TEST(PduParser, TypePicksTheClass) {
+TEST(PduParser, TypeSelectsTheClass) {
     struct Row {
         char const* apdu;
         PduTypeEnum type;
@@ -83,7 +83,7 @@ TEST(PduParser, TypePicksTheClass) {
     }
 }
 
-TEST(PduParser, OctetsBehindThePduStayInTheStream) {
+TEST(PduParser, OctetsAfterThePduStayInTheStream) {
     FakeStream stream(Hex("20 09 0F AA BB"));
     EXPECT_EQ(PduParser::Parse(stream)->PduType(), PduTypeEnum::SimpleAck);
     EXPECT_EQ(stream.Available(), 2);

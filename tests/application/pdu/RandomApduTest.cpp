@@ -166,7 +166,7 @@ TEST(RandomApdu, AnyOctetsGiveAPduOrAKnownException) {
     EXPECT_GT(parsed, 500);
 }
 
-TEST(RandomApdu, OctetsBehindTheHeadOfAReadAckGiveAPduOrAKnownException) {
+TEST(RandomApdu, OctetsAfterTheHeaderOfAReadAckGiveAPduOrAKnownException) {
     int const parsed = ParseMany(
         [](Random& random) { return Hex("30 09 0E 0C 00 00 00 01 1E") + RandomOctets(random, 60); });
     EXPECT_GT(parsed, 500);

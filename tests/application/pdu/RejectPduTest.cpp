@@ -19,7 +19,7 @@ TEST(RejectPdu, DifferentReasonsAreEqualByOperatorAndNotByEquals) {
     EXPECT_EQ(one.Compare(other), 0);
 }
 
-TEST(RejectPdu, EqualsTellsContents) {
+TEST(RejectPdu, EqualsComparesContents) {
     RejectPdu one(5, ReasonEnum::InvalidTag);
     RejectPdu same(5, ReasonEnum::InvalidTag);
     RejectPdu otherId(6, ReasonEnum::InvalidTag);
@@ -40,7 +40,7 @@ TEST(RejectPdu, IsThreeOctetsWithTheLowOctetOfTheReason) {
     EXPECT_EQ(ToHex(RejectPdu().GetBytes()), "60 00 00");
 }
 
-TEST(RejectPdu, SettersReachTheWire) {
+TEST(RejectPdu, SettersChangeTheOctets) {
     RejectPdu reject;
     reject.SetOriginalInvokeId(static_cast<char>(0x85));
     reject.SetReason(ReasonEnum::InvalidTag);

@@ -43,7 +43,7 @@ TEST(SimpleAck, ComparesTheInvokeIdAsAnUnsignedOctetThenTheChoice) {
     EXPECT_EQ(low.Compare(asPdu), 1 - 0x80);
 }
 
-TEST(SimpleAck, CompareWithAForeignClassOfTheSameTypeThrowsBadCast) {
+TEST(SimpleAck, CompareWithAnotherClassOfTheSameTypeThrowsBadCast) {
     SimpleAck ack;
     ForgedPdu forged(PduTypeEnum::SimpleAck);
     ForgedPdu reject(PduTypeEnum::Reject);

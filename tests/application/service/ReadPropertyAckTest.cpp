@@ -60,7 +60,7 @@ TEST(ReadPropertyAck, DefaultHasNoIndexNoPropertyAndNoValue) {
     EXPECT_EQ(ToHex(ack.GetBytes()), "0C 00 00 00 00 19 00 3E 3F");
 }
 
-TEST(ReadPropertyAck, AllTagsOfTheValueStandInTheirOrder) {
+TEST(ReadPropertyAck, AllTagsOfTheValueAreWrittenInTheirOrder) {
     ReadPropertyAck const ack(AnalogInput(1), PresentValue, new TwoTagValue, -1);
     EXPECT_EQ(ToHex(ack.GetBytes()), "0C 00 00 00 01 19 55 3E 21 01 21 02 3F");
 }
@@ -134,12 +134,12 @@ TEST(ReadPropertyAckParser, Tag2IsTheIndex) {
     EXPECT_EQ(ToHex(ack->GetBytes()), "0C 00 00 00 01 19 55 2C 00 00 00 00 3E 44 3F 80 00 00 3F");
 }
 
-TEST(ReadPropertyAckParser, TagsBehindTag3StayUnread) {
+TEST(ReadPropertyAckParser, TagsAfterTag3StayUnread) {
     auto const ack = Parse("0C 00 00 00 01 19 55 3E 44 3F 80 00 00 3F 0C 00 00 00 02");
     EXPECT_EQ(ack->GetObjectId().GetInstanceNumber(), 1u);
 }
 
-TEST(ReadPropertyAckParser, PairThatTheTableDoesNotHoldIsRefused) {
+TEST(ReadPropertyAckParser, PairThatTheTableLacksIsRefused) {
     EXPECT_EQ(test::TextOf<SupportInformationException>([] { Parse("0C 02 C0 00 01 19 55 3E 21 01 3F"); }),
               "Support Information not found");
 }
@@ -150,7 +150,7 @@ TEST(ReadPropertyAckParser, PropertyWithoutAValueParserIsRefusedLikeAnUnknownPai
         "Support Information not found");
 }
 
-TEST(ReadPropertyAckParser, UnknownPairIsRefusedBeforeTheKindOfTag3IsLookedAt) {
+TEST(ReadPropertyAckParser, UnknownPairIsRefusedBeforeTheKindOfTag3IsChecked) {
     EXPECT_THROW(Parse("0C 02 C0 00 01 19 55 39 01"), SupportInformationException);
     EXPECT_THROW(Parse("0C 02 C0 00 01 19 55"), FormatErrorException) << "but behind its absence";
 }

@@ -81,7 +81,7 @@ TEST(ReadPropertyMultipleAckParser, MapIsOrderedByPropertyWhateverTheOrderOnTheW
     }
 }
 
-TEST(ReadPropertyMultipleAckParser, PropertyThatTheTableDoesNotHoldLosesTheWholeAck) {
+TEST(ReadPropertyMultipleAckParser, PropertyThatTheTableLacksFailsTheWholeAck) {
     EXPECT_EQ(test::TextOf<SupportInformationException>(
                   [] { ParseResults(Hex(PresentValueOne) + Hex("29 01 4E 21 01 4F")); }),
               "Support Information not found");
@@ -95,7 +95,7 @@ TEST(ReadPropertyMultipleAckParser, OfTwoObjectsTheLastOneCounts) {
     EXPECT_EQ(RealIn(*ack, PropertyIdentifierEnum::Max_Pres_Value), 2.0f);
 }
 
-TEST(ReadPropertyMultipleAckParser, ObjectsBehindATag3StayUnread) {
+TEST(ReadPropertyMultipleAckParser, ObjectsAfterATag3StayUnread) {
     auto const ack = Parse(Hex("0C 00 00 00 01 1E 1F 39 00 0C 00 00 00 02"));
     EXPECT_EQ(ack->GetObjectId().GetInstanceNumber(), 1u);
 }
@@ -111,7 +111,7 @@ TEST(ReadPropertyMultipleAckParser, RepeatedPropertyKeepsTheLaterValue) {
     EXPECT_EQ(RealIn(*ack, PresentValue), 3.0f);
 }
 
-TEST(ReadPropertyMultipleAckParser, TagNumbersInTheListAreNotLookedAt) {
+TEST(ReadPropertyMultipleAckParser, TagNumbersInTheListAreIgnored) {
     EXPECT_EQ(RealIn(*ParseResults("91 55 0E 44 3F 80 00 00 0F"), PresentValue), 1.0f);
 }
 
@@ -186,7 +186,7 @@ TEST(ReadPropertyMultipleAckParser, DeeplyNestedListNeedsNoCallStack) {
     EXPECT_THROW(ParseResults(Hex("29 55") + open + close), ParseException);
 }
 
-TEST(ReadPropertyMultipleAck, SecondConstructorStoresTheObjectOnlyAndTakesNoValue) {
+TEST(ReadPropertyMultipleAck, SecondConstructorStoresOnlyTheObject) {
     RealValue value(1.0f);
     ReadPropertyMultipleAck const ack(AnalogInput(9), PresentValue, &value, 3);
     EXPECT_EQ(ack.GetObjectId().GetInstanceNumber(), 9u);
@@ -197,7 +197,7 @@ TEST(ReadPropertyMultipleAck, GivesNoOctets) {
     EXPECT_TRUE(ParseResults(PresentValueOne)->GetBytes().empty());
 }
 
-TEST(ReadPropertyMultipleAck, ComparesTheObjectsAlone) {
+TEST(ReadPropertyMultipleAck, ComparesOnlyTheObjects) {
     auto const with = ParseResults(PresentValueOne);
     auto const without = ParseResults("");
     auto const other = Parse(Hex("0C 00 00 00 05 1E 1F"));

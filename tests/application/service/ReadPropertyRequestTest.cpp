@@ -70,7 +70,7 @@ TEST(ReadPropertyRequestParser, AbsentTag1IsFoundBeforeTag0IsRead) {
     EXPECT_THROW(Parse("0D 05 00 00 00 00 01 19 55"), ParseException);
 }
 
-TEST(ReadPropertyRequestParser, OrderOfTheTagsIsFreeAndReadingStopsBehindTag2) {
+TEST(ReadPropertyRequestParser, OrderOfTheTagsIsFreeAndReadingStopsAfterTag2) {
     EXPECT_EQ(ToHex(Parse("19 55 0C 00 00 00 01")->GetBytes()), "0C 00 00 00 01 19 55");
     EXPECT_THROW(Parse("29 07 0C 00 00 00 01 19 55"), FormatErrorException);
 }

@@ -60,7 +60,7 @@ TEST(WritePropertyRequest, OfARealToAnAnalogValueHasItsOctets) {
     EXPECT_EQ(Written(new RealValue(1.0f)), Real1);
 }
 
-TEST(WritePropertyRequest, WithIndex2HasItInFourOctetsAheadOfTheValue) {
+TEST(WritePropertyRequest, WithIndex2HasItInFourOctetsBeforeTheValue) {
     EXPECT_EQ(Written(new RealValue(1.0f), PresentValue, 2),
               "0C 00 80 00 01 19 55 2C 00 00 00 02 3E 44 3F 80 00 00 3F");
 }
@@ -103,7 +103,7 @@ TEST(WritePropertyRequest, OfAValueWithTagsOfBothKindsLeavesTheConstructedOnesOu
     EXPECT_EQ(Written(new BothKinds), "0C 00 80 00 01 19 55 3E 11 3F");
 }
 
-TEST(WritePropertyRequest, NeverGivesAPriorityItself) {
+TEST(WritePropertyRequest, NeverWritesAPriorityItself) {
     std::vector<char> const octets =
         WritePropertyRequest(AnalogValue(1), PresentValue, 2, new RealValue(1.0f)).GetBytes();
     EXPECT_EQ(octets.back(), 0x3F) << "the closing tag of the value is the last octet";
@@ -143,7 +143,7 @@ TEST(WritePropertyRequest, StartsWithoutAValueAndOwnsTheOneItIsGiven) {
     EXPECT_EQ(deaths, 3);
 }
 
-TEST(WritePropertyRequestParser, MakesTheRequestAndReadsBackWhatWasWritten) {
+TEST(WritePropertyRequestParser, ReadsBackWhatTheRequestWrote) {
     auto const request = Parse("0C 00 80 00 01 19 55 2C 00 00 00 02 3E 44 3F 80 00 00 3F");
     EXPECT_EQ(request->GetObjectId().GetObjectType(), ObjectTypeEnum::Analog_Value);
     EXPECT_EQ(request->GetObjectId().GetInstanceNumber(), 1u);
@@ -192,7 +192,7 @@ TEST(WritePropertyRequestParser, EachTruncationIsRefused) {
     }
 }
 
-TEST(ConfirmedRequestParser, ReadsAWritePropertyWholeAndGivesItsOctetsAgain) {
+TEST(ConfirmedRequestParser, ReadsAWholeWritePropertyAndReturnsTheSameOctets) {
     std::string const apdu = "00 04 01 0F " + std::string(Real1);
     auto const pdu = test::ParseAs<ConfirmedRequestPdu>(apdu);
     ASSERT_NE(dynamic_cast<WritePropertyRequest*>(pdu->GetServiceRequest()), nullptr);

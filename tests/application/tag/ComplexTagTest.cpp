@@ -23,7 +23,7 @@ int CountedTag::alive = 0;
 
 }  // namespace
 
-TEST(ComplexTag, WithoutSubTagsIsOpeningAndClosingTagAlone) {
+TEST(ComplexTag, WithoutSubTagsIsOnlyOpeningAndClosingTag) {
     EXPECT_EQ(ToHex(ComplexTag(3, true).GetBytes()), "3E 3F");
     EXPECT_EQ(ToHex(ComplexTag().GetBytes()), "0E 0F");
     EXPECT_EQ(ComplexTag(3, true).GetValLenType(), 0);
@@ -50,7 +50,7 @@ TEST(ComplexTag, WritesSubTagsInOrderAndInDepth) {
     EXPECT_EQ(ToHex(list.GetBytes()), "1E 29 55 4E 44 3F 80 00 00 5E 5F 4F 00 1F");
 }
 
-TEST(ComplexTag, GivesItsSubTagsByPlaceAndKeepsThem) {
+TEST(ComplexTag, ReturnsItsSubTagsByIndexAndKeepsThem) {
     ComplexTag list(1, true);
     list.AddSubTag(std::make_unique<Tag>(2, true, 0, 0));
     list.AddSubTag(std::make_unique<ComplexTag>(3, true));

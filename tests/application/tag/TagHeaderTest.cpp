@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(TagHeader, TakesEveryOctetApart) {
+TEST(TagHeader, SplitsEveryOctet) {
     for (int octet = 0; octet < 256; ++octet) {
         TagHeader const header(static_cast<char>(octet));
         EXPECT_EQ(header.GetTagNumber(), octet / 16);

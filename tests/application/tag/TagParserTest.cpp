@@ -110,7 +110,7 @@ TEST(TagParser, NestedComplexTagsComeBackAsATreeOfContextClass) {
     EXPECT_EQ(ToHex(list->GetBytes()), "1E 29 55 4E 44 3F 80 00 00 5E 5F 4F 11 1F");
 }
 
-TEST(TagParser, ReadSequenceStopsBehindTheFirstNumberThatReachesTheCount) {
+TEST(TagParser, ReadSequenceStopsAfterTheFirstNumberThatReachesTheCount) {
     FakeStream whole(Hex("09 01 19 02 39 03 49 04"));
     auto const tags = TagParser::ReadSequence(whole, 4);
     EXPECT_EQ(tags.size(), 3u);
@@ -143,7 +143,7 @@ TEST(TagParser, ReadSequenceCountsNumbersAndNotTags) {
     EXPECT_EQ(stream.Available(), 4);
 }
 
-TEST(TagParser, DoesNotKnowTheWritersFurtherOctet) {
+TEST(TagParser, DoesNotReadTheWritersFurtherOctet) {
     FakeStream stream(Hex("79 07 05"));
     Tag const tag = ReadPrimitive(stream);
     EXPECT_EQ(tag.GetTagNumber(), 7);
@@ -191,7 +191,7 @@ TEST(TagParser, TagsTruncatedAtAnyLengthAreAWrongLength) {
     }
 }
 
-TEST(TagParser, ReadAppSequenceGivesExactlyCountPlaces) {
+TEST(TagParser, ReadAppSequenceReturnsExactlyCountElements) {
     FakeStream stream(Hex("91 01 3E 3F"));
     auto const tags = TagParser::ReadAppSequence(stream, 4);
     ASSERT_EQ(tags.size(), 4u);
@@ -201,7 +201,7 @@ TEST(TagParser, ReadAppSequenceGivesExactlyCountPlaces) {
     EXPECT_EQ(tags[3], nullptr);
 }
 
-TEST(TagParser, ReadAppSequenceReadsNoMoreThanItsPlaces) {
+TEST(TagParser, ReadAppSequenceReadsNoMoreThanItsElements) {
     FakeStream stream(Hex("91 01 91 02"));
     EXPECT_EQ(TagParser::ReadAppSequence(stream, 0).size(), 0u);
     EXPECT_EQ(TagParser::ReadAppSequence(stream, -1).size(), 0u);

@@ -42,13 +42,13 @@ long long PiecesFor(Action const& action) {
     return HeapTotalsSoFar().pieces - before;
 }
 
-TEST(TagStore, AbsentLeavesTagsToTheHeap) {
+TEST(TagStore, WithoutAStoreTagsComeFromTheHeap) {
     EXPECT_EQ(PiecesFor([] { Primitive(); }), 1);
     EXPECT_EQ(PiecesFor([] { Primitive(); }), 1);
     EXPECT_EQ(PiecesFor([] { Constructed(); }), 1);
 }
 
-TEST(TagStore, GivesATagWhatATagBeforeItLeft) {
+TEST(TagStore, GivesATagTheMemoryOfAnEarlierOne) {
     TagStore const store;
     EXPECT_EQ(PiecesFor([] { Primitive(); }), 1);
     EXPECT_EQ(PiecesFor([] { Primitive(); }), 0);
@@ -60,7 +60,7 @@ TEST(TagStore, GivesATagWhatATagBeforeItLeft) {
               1);
 }
 
-TEST(TagStore, KeepsThemApart) {
+TEST(TagStore, KeepsTheKindsApart) {
     TagStore const store;
     Several(3);
     auto const first = Primitive();
@@ -73,7 +73,7 @@ TEST(TagStore, KeepsThemApart) {
     EXPECT_TRUE(second->IsConstructed());
 }
 
-TEST(TagStore, GivesAllBackAtItsEnd) {
+TEST(TagStore, ReturnsAllMemoryAtItsEnd) {
     long long const before = HeapPieces();
     {
         TagStore const store;
@@ -84,7 +84,7 @@ TEST(TagStore, GivesAllBackAtItsEnd) {
     EXPECT_EQ(PiecesFor([] { Primitive(); }), 1) << "it is over";
 }
 
-TEST(TagStore, KeepsNoMoreThanItsMost) {
+TEST(TagStore, KeepsNoMoreThanItsLimit) {
     long long const before = HeapPieces();
     TagStore const store;
     Several(TagStore::MostBlocks + 100);
@@ -92,7 +92,7 @@ TEST(TagStore, KeepsNoMoreThanItsMost) {
     EXPECT_EQ(PiecesFor([] { Several(TagStore::MostBlocks + 1); }), 2) << "the list, and the last tag";
 }
 
-TEST(TagStore, TakesTagsThatAreOlderAndLeavesThoseThatOutliveIt) {
+TEST(TagStore, AcceptsOlderTagsAndTagsThatOutliveIt) {
     long long const before = HeapPieces();
     auto older = Primitive();
     std::unique_ptr<TagBase> younger;
@@ -106,7 +106,7 @@ TEST(TagStore, TakesTagsThatAreOlderAndLeavesThoseThatOutliveIt) {
     EXPECT_EQ(HeapPieces(), before);
 }
 
-TEST(TagStore, ServesUntilAnotherBeginsAndWhenThatHasEnded) {
+TEST(TagStore, IsReplacedByANewerStoreUntilThatEnds) {
     TagStore const outer;
     Primitive();
     {
@@ -117,7 +117,7 @@ TEST(TagStore, ServesUntilAnotherBeginsAndWhenThatHasEnded) {
     EXPECT_EQ(PiecesFor([] { Primitive(); }), 0);
 }
 
-TEST(TagStore, IsOfItsThreadAlone) {
+TEST(TagStore, ServesOnlyItsThread) {
     TagStore const store;
     Primitive();
     long long elsewhere = 0;
@@ -127,7 +127,7 @@ TEST(TagStore, IsOfItsThreadAlone) {
 }
 
 // What is larger than any tag of today goes by it.
-TEST(TagStore, LeavesWhatIsTooLargeToTheHeap) {
+TEST(TagStore, LeavesLargerTagsToTheHeap) {
     class LargeTag : public Tag {
     public:
         char more[TagStore::BlockSize] = {};
@@ -139,7 +139,7 @@ TEST(TagStore, LeavesWhatIsTooLargeToTheHeap) {
     EXPECT_EQ(PiecesFor([] { Primitive(); }), 1) << "nothing was left";
 }
 
-TEST(TagStore, PassesOnThatThereIsNoMemory) {
+TEST(TagStore, ThrowsBadAllocWhenThereIsNoMemory) {
     TagStore const store;
     FailPiece(1);
     EXPECT_THROW(Primitive(), std::bad_alloc);

@@ -56,7 +56,7 @@ TEST(Tag, FromOctetsFollowsTheLengthRule) {
     EXPECT_EQ(Tag::FromOctets(6, false, Octets(300)).GetAdditionalLength(), 300);
 }
 
-TEST(Tag, AccessorsStoreWhatTheyAreGiven) {
+TEST(Tag, AccessorsReturnWhatWasSet) {
     Tag tag;
     tag.SetTagNumber(static_cast<char>(200));
     tag.SetIsClass(true);

@@ -111,7 +111,7 @@ TEST(AddressParser, ThreeFieldsWithoutADotAreAFormatError) {
     EXPECT_EQ(Parsed("10:"), FormatError("10:"));
 }
 
-TEST(AddressParser, TextThatIsNoNumberIsAnUnknownError) {
+TEST(AddressParser, TextThatIsNotANumberIsAnUnknownError) {
     EXPECT_EQ(Parsed("abc"), "unknown error");
     EXPECT_EQ(Parsed(":5"), "unknown error");
     EXPECT_EQ(Parsed("a.b.c.d"), "unknown error");
@@ -139,7 +139,7 @@ TEST(AddressParser, ListOfHexadecimalOctetsIsTheFallback) {
 }
 
 // Only an address of the wrong number of parts falls back to the list.
-TEST(AddressParser, PartThatIsNoNumberDoesNotFallBackToTheList) {
+TEST(AddressParser, PartThatIsNotANumberDoesNotFallBackToTheList) {
     EXPECT_EQ(Parsed("1.2.x.4:5"), "unknown error");
     EXPECT_EQ(Parsed("1.2.99999999999.4:5"), "unknown error");
 }

@@ -30,7 +30,7 @@ TEST(Npdu, LocalRequestHasTwoOctetsBeforeTheApdu) {
     EXPECT_EQ(ToHex(Network::ToNpdu(request)), "01 04 30 01 0C");
 }
 
-TEST(Npdu, RequestToARemoteNetworkNamesItsDeviceAndAHopCount) {
+TEST(Npdu, RequestToARemoteNetworkHasItsDestinationAndAHopCount) {
     EXPECT_EQ(ToHex(Network::ToNpdu(RemoteRequest("0A 14", "30 01"))), "01 24 00 05 02 0A 14 FF 30 01");
 }
 

@@ -65,7 +65,7 @@ TEST_F(NetworkLayer, ReceivesSourceExpectingReplyAndDataOnly) {
     EXPECT_TRUE(indication.physicalDestination.empty());
 }
 
-TEST_F(NetworkLayer, SourceAndExpectingReplyAreToldApart) {
+TEST_F(NetworkLayer, SourceAndExpectingReplyAreDistinguished) {
     Deliver("81 0A 00 07 01 04 30");
     auto const local = layer.Receive();
     EXPECT_TRUE(local.expectingReply);
@@ -76,13 +76,13 @@ TEST_F(NetworkLayer, SourceAndExpectingReplyAreToldApart) {
     EXPECT_TRUE(routed.hasSource);
 }
 
-TEST_F(NetworkLayer, NetworkMessagesAreHandedOnLikeAnApdu) {
+TEST_F(NetworkLayer, NetworkMessagesAreReturnedLikeAnApdu) {
     Deliver("81 0A 00 09 01 80 01 00 05");
     EXPECT_EQ(ToHex(layer.Receive().data), "00 05");
     EXPECT_TRUE(script.sent.empty()) << "nothing is answered";
 }
 
-TEST_F(NetworkLayer, HandsOnWhatTheLayersBelowThrow) {
+TEST_F(NetworkLayer, PassesOnExceptionsOfTheLayersBelow) {
     Deliver("81 0A 00 06 02 00");
     EXPECT_EQ(RuntimeErrorOf([this] { layer.Receive(); }), "Wrong protocol version");
     Deliver("81 0A 00 07 01 00");
@@ -102,13 +102,13 @@ TEST(NetworkLayerOwnership, DestroysItsDataLink) {
     EXPECT_TRUE(std::has_virtual_destructor<Network::Layer>::value);
 }
 
-TEST(NetworkLayerOwnership, DefaultLayerHasNoSocketAndSaysSo) {
+TEST(NetworkLayerOwnership, DefaultLayerReportsThatItHasNoSocket) {
     std::unique_ptr<Network::Layer> const layer(Network::Layer::GetDefault());
     EXPECT_EQ(RuntimeErrorOf([&] { layer->Send({}); }), "data link layer has no socket");
     EXPECT_EQ(RuntimeErrorOf([&] { layer->Receive(); }), "data link layer has no socket");
 }
 
-TEST(NetworkLayerOwnership, LayerWithoutADataLinkSaysSo) {
+TEST(NetworkLayerOwnership, LayerWithoutADataLinkReportsIt) {
     Network::Layer layer(nullptr);
     EXPECT_EQ(RuntimeErrorOf([&] { layer.Receive(); }), "network layer has no data link");
     EXPECT_EQ(RuntimeErrorOf([&] { layer.ResolveHostName("x", 1); }), "network layer has no data link");

@@ -98,7 +98,7 @@ TEST(NetworkMessage, TruncatedAnywhereInTheHeaderIsAParseError) {
     EXPECT_EQ(ToHex(Message::Parse(whole).data), "");
 }
 
-TEST(NetworkMessage, WritingTheParsedHeaderGivesTheOctetsBack) {
+TEST(NetworkMessage, WritingTheParsedHeaderGivesTheSameOctets) {
     std::mt19937 random(34);
     int parsed = 0;
     for (int i = 0; i < 10000; ++i) {

@@ -80,7 +80,7 @@ TEST(Framing, OnlyTheTwoOriginalFunctionsCarryAnNpdu) {
     }
 }
 
-TEST(Framing, RefusalsAreNoParseExceptions) {
+TEST(Framing, FormatErrorsAreNotParseExceptions) {
     for (char const* datagram : {"01 0A 00 04", "81 0A 00 05"}) {
         try {
             Unframe(Hex(datagram));

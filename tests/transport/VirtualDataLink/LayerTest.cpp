@@ -86,12 +86,12 @@ TEST_F(DataLinkLayer, WrongTypeOrShortDatagramIsRefused) {
     }
 }
 
-TEST_F(DataLinkLayer, WhatTheSocketThrowsPassesThrough) {
+TEST_F(DataLinkLayer, ExceptionsOfTheSocketPassThrough) {
     Deliver("81 04 00 04");
     EXPECT_THROW(layer.Receive(), std::out_of_range);
 }
 
-TEST_F(DataLinkLayer, AsksTheSocketForNamesAndHandsOnTimeouts) {
+TEST_F(DataLinkLayer, UsesTheSocketForNamesAndTimeouts) {
     script.resolved = {47809, 0x0A000001};
     auto const address = layer.ResolveHostName("controller");
     EXPECT_EQ(ToHex(address.GetBytes()), "0A 00 00 01 BA C1");

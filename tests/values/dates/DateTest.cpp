@@ -64,7 +64,7 @@ TEST(Date, CountsMonthsUpToTheEndOfTheTableAndNoFurther) {
     EXPECT_EQ(Date(any, 2, 0, any).ToFileTime(), 30 * unitsPerDay);
 }
 
-TEST(Date, KnowsLeapYears) {
+TEST(Date, CountsLeapYears) {
     EXPECT_TRUE(Date::IsLeapYear(2024));
     EXPECT_TRUE(Date::IsLeapYear(2000));
     EXPECT_FALSE(Date::IsLeapYear(1900));
@@ -105,7 +105,7 @@ TEST(Date, OfAFileTimeIsCountedByTheNextYearAndTheNextMonth) {
     EXPECT_EQ(DateOfDays(109208), "0 1 254 255");
 }
 
-TEST(Date, OfAFileTimeInDecemberOrBehindItReadsNoFurtherMonth) {
+TEST(Date, OfAFileTimeInDecemberOrLaterReadsNoFurtherMonth) {
     unsigned long long const lastDayOf2022 = Date(122, 12, 31, any).ToFileTime() / unitsPerDay;
     // The sum of the years is reached on the day behind, so the last day has the number 364.
     EXPECT_EQ(DateOfDays(lastDayOf2022), "122 12 255 255");

@@ -21,7 +21,7 @@ TEST(DateTimeValue, WritesTwoTags) {
     EXPECT_EQ(afternoon.ToApplicationTags().size(), 2U);
 }
 
-TEST(DateTimeValue, IsMidnightOfAnUnspecifiedDateUnlessToldOtherwise) {
+TEST(DateTimeValue, IsMidnightOfAnUnspecifiedDateByDefault) {
     EXPECT_EQ(Written(DateTimeValue()), "A4 FF FF FF FF B4 00 00 00 00");
 }
 
@@ -52,7 +52,7 @@ TEST(DateTimeValueParser, RefusesTheTwoInAnotherOrder) {
               "tag type does not meet expectations : Time{11}");
 }
 
-TEST(DateTimeValueParser, RefusesAnotherQuantityThanTwo) {
+TEST(DateTimeValueParser, RefusesAnyNumberOfTagsButTwo) {
     for (char const* const hex : {"", "A4 7C 03 0F 05", "A4 7C 03 0F 05 B4 00 00 00 00 10"}) {
         EXPECT_EQ(ParseFailure<DateTimeValueParser>(hex), "tag quantity does not meet expectations") << hex;
     }

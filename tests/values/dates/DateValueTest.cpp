@@ -10,7 +10,7 @@ using test::Compared;
 using test::ParseFailure;
 using test::Written;
 
-TEST(DateValue, WritesItsFourOctetsAndIsUnspecifiedUnlessToldOtherwise) {
+TEST(DateValue, WritesItsFourOctetsAndIsUnspecifiedByDefault) {
     EXPECT_EQ(Written(DateValue(124, 3, 15, 5)), "A4 7C 03 0F 05");
     EXPECT_EQ(Written(DateValue(Date(124, 3, 15, 5))), "A4 7C 03 0F 05");
     EXPECT_EQ(Written(DateValue()), "A4 FF FF FF FF");
@@ -42,7 +42,7 @@ TEST(DateValueParser, RefusesAnotherTagNumber) {
               "tag type does not meet expectations : Date{10}");
 }
 
-TEST(DateValueParser, RefusesAnotherQuantityOfTags) {
+TEST(DateValueParser, RefusesAnyNumberOfTagsButOne) {
     EXPECT_EQ(ParseFailure<DateValueParser>(""), "tag quantity does not meet expectations");
     EXPECT_EQ(ParseFailure<DateValueParser>("A4 7C 03 0F 05 A4 7C 03 0F 05"),
               "tag quantity does not meet expectations");

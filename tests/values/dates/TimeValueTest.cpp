@@ -10,7 +10,7 @@ using test::Compared;
 using test::ParseFailure;
 using test::Written;
 
-TEST(TimeValue, WritesItsFourOctetsAndIsMidnightUnlessToldOtherwise) {
+TEST(TimeValue, WritesItsFourOctetsAndIsMidnightByDefault) {
     EXPECT_EQ(Written(TimeValue(12, 30, 15, 99)), "B4 0C 1E 0F 63");
     EXPECT_EQ(Written(TimeValue(Time(12, 30, 15, 99))), "B4 0C 1E 0F 63");
     EXPECT_EQ(Written(TimeValue()), "B4 00 00 00 00");
@@ -42,7 +42,7 @@ TEST(TimeValueParser, OnNoTagNamesTheTagNumber) {
     EXPECT_EQ(ParseFailure<TimeValueParser>(""), "tag number does not meet expectations");
 }
 
-TEST(TimeValueParser, RefusesAnotherTagNumberBehindTheLength) {
+TEST(TimeValueParser, RefusesAnotherTagNumberAfterTheLength) {
     EXPECT_EQ(ParseFailure<TimeValueParser>("A4 7C 03 0F 05"),
               "tag type does not meet expectations : Time{11}");
     EXPECT_EQ(ParseFailure<TimeValueParser>("43 7C 03 0F"), "tag lenght does not meet expectations : 4");

@@ -41,7 +41,7 @@ TEST(BinaryValueParser, RefusesNoOctet) {
     EXPECT_THROW(ParseOctets<BinaryValueParser>(Hex("90")), ArgumentOutOfRangeException);
 }
 
-TEST(BinaryValueParser, TakesAnyOctetOfAnyTagUnchanged) {
+TEST(BinaryValueParser, AcceptsAnyOctetOfAnyTag) {
     EXPECT_EQ(ReadBinary("91 FF"), 255);
     EXPECT_EQ(ReadBinary("21 02"), 2);
     EXPECT_EQ(ReadBinary("09 00"), 0);

@@ -23,7 +23,7 @@ TEST(DoubleValue, OfOneWritesEightOctetsWithTheExtendedLength) {
     EXPECT_EQ(DoubleValue(1.0).ToApplicationTag().GetAdditionalLength(), 8);
 }
 
-TEST(DoubleValue, IsZeroUnlessToldOtherwise) {
+TEST(DoubleValue, IsZeroByDefault) {
     EXPECT_EQ(Written(DoubleValue()), "55 08 00 00 00 00 00 00 00 00");
 }
 
@@ -43,7 +43,7 @@ TEST(DoubleValue, ComparesByTheSignOfTheDifference) {
     EXPECT_THROW(Compared(DoubleValue(1), RealValue(1)), std::bad_cast);
 }
 
-TEST(DoubleValue, ComparesAsEqualIfTheDifferenceIsNoNumber) {
+TEST(DoubleValue, ComparesAsEqualIfTheDifferenceIsNotANumber) {
     EXPECT_EQ(Compared(DoubleValue(INFINITY), DoubleValue(INFINITY)), 0);
     EXPECT_EQ(Compared(DoubleValue(NAN), DoubleValue(1)), 0);
 }

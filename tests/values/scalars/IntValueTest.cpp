@@ -33,7 +33,7 @@ TEST(IntValueParser, ReadsTheOneOctetFFAs255) {
     EXPECT_EQ(ReadInt("31 FF"), 255);
 }
 
-TEST(IntValueParser, ExtendsNoSign) {
+TEST(IntValueParser, DoesNotExtendTheSign) {
     EXPECT_EQ(ReadInt("30"), 0);
     EXPECT_EQ(ReadInt("32 FF 38"), 65336);
     EXPECT_EQ(ReadInt("35 07 FF FF FF FF FF FF FF"), 0xFFFFFFFFFFFFFF);

@@ -45,7 +45,7 @@ TEST(RealValue, ComparesByTheSignOfTheDifference) {
     EXPECT_EQ(Compared(RealValue(2), RealValue(2)), 0);
 }
 
-TEST(RealValue, ComparesAsEqualIfTheDifferenceIsNoNumber) {
+TEST(RealValue, ComparesAsEqualIfTheDifferenceIsNotANumber) {
     EXPECT_EQ(Compared(RealValue(NAN), RealValue(1)), 0);
     EXPECT_EQ(Compared(RealValue(1), RealValue(NAN)), 0);
     EXPECT_EQ(Compared(RealValue(INFINITY), RealValue(INFINITY)), 0);

@@ -109,7 +109,7 @@ TEST(ExceptionSchedule, OfFourWildcardsForMonthWeekAndDayMakesZeroOctets) {
     EXPECT_EQ(Written(Events("2,****,5,12000000,1,1,1;")), "0E 2B 00 00 00 0F 2E B4 0C 00 00 00 11 2F 39 05");
 }
 
-TEST(ExceptionSchedule, HasTwoPlacesForTheMonthAndOneEachForWeekAndDay) {
+TEST(ExceptionSchedule, HasTwoDigitsForTheMonthAndOneEachForWeekAndDay) {
     EXPECT_EQ(Written(Events("2,*257,5;")), "0E 2B 00 05 07 0F 2E 2F 39 05");
     EXPECT_EQ(Written(Events("2,12*79,5;")), "0E 2B 0C 00 07 0F 2E 2F 39 05");
     EXPECT_EQ(ReadText("0E 2B 00 00 00 0F 2E B4 0C 00 00 00 11 2F 39 05"), "2,****,5,12000000,1,1,1;");
@@ -124,27 +124,27 @@ TEST(ExceptionSchedule, WithANullAsTheLastEntryReadsItBackAsANull) {
     EXPECT_EQ(Written(Events("3,7,10,12000000,;")), test::ToHex(Hex(Event(noon + "00 "))));
 }
 
-TEST(ExceptionSchedule, TakesATimeWithNothingBehindItForANull) {
+TEST(ExceptionSchedule, ReadsATimeWithoutAFollowingValueAsANull) {
     EXPECT_EQ(Written(Events("3,7,10,12000000;")), test::ToHex(Hex(Event(noon + "00 "))));
     EXPECT_EQ(Written(Events("3,7,10,12000000,,12000000,1,1,1;")),
               test::ToHex(Hex(Event(noon + "00 " + noon + "11 "))));
 }
 
-TEST(ExceptionSchedule, OfForm9IsALonePriorityOfZero) {
+TEST(ExceptionSchedule, OfForm9IsOnlyAPriorityOfZero) {
     EXPECT_EQ(Written(Events("9")), "39 00");
 }
 
-TEST(ExceptionSchedule, OfAnyUnknownFormIsALonePriorityOfZero) {
+TEST(ExceptionSchedule, OfAnyUnknownFormIsOnlyAPriorityOfZero) {
     EXPECT_EQ(Written(Events("9,whatever;4;-1,x;3,7,10;")), "39 00 39 00 39 00 1C 01 80 00 07 2E 2F 39 0A");
     EXPECT_EQ(WriteFailure<std::invalid_argument>("x,7,10"), "stoi");
 }
 
-TEST(ExceptionSchedule, WithAnEventWithoutEntriesLosesItAndTheSemicolonAheadOfIt) {
+TEST(ExceptionSchedule, WithAnEventWithoutEntriesLosesItAndTheSemicolonBeforeIt) {
     std::string const full = Event(noon + "11 ");
     EXPECT_EQ(ReadText(full + Event("")), "3,7,10,12000000,1,1,1");
 }
 
-TEST(ExceptionSchedule, RunsOnAgainstTheEventAheadOfOneWithoutEntries) {
+TEST(ExceptionSchedule, JoinsTheEventsAroundOneWithoutEntries) {
     std::string const full = Event(noon + "11 ");
     std::string const fullText = "3,7,10,12000000,1,1,1";
     std::string const empty = Event("");
@@ -167,7 +167,7 @@ TEST(ExceptionSchedule, OfElevenTagsIsReadAsEmpty) {
     EXPECT_EQ(ReadText(event + event + event + "1C 01 80 00 07 2E 2F"), "");
 }
 
-TEST(ExceptionSchedule, OfTagsThatAreNoMultipleOfThreeIsReadAsEmpty) {
+TEST(ExceptionSchedule, OfTagsThatAreNotAMultipleOfThreeIsReadAsEmpty) {
     std::string hex;
     for (int count = 0; count < 20; ++count) {
         if (count % 3 != 0) {
@@ -228,7 +228,7 @@ TEST(ExceptionSchedule, WithTooFewFieldsFailsAtTheFirstThatIsMissing) {
     }
 }
 
-TEST(ExceptionSchedule, LooksAtATimeAheadOfTheFieldsBehindIt) {
+TEST(ExceptionSchedule, ChecksATimeBeforeTheFieldsAfterIt) {
     EXPECT_EQ(WriteFailure<std::invalid_argument>(EventText("1200,1,1")), "stoi");
 }
 
@@ -239,7 +239,7 @@ TEST(ExceptionSchedule, WritesPrioritiesAndCalendarsByTheirOwnWidth) {
     EXPECT_EQ(WriteFailure<std::invalid_argument>("3,7,high;"), "stoi");
 }
 
-TEST(ExceptionScheduleParser, TakesTheLow22BitsOfACalendarAndTheLow32OfAPriority) {
+TEST(ExceptionScheduleParser, UsesTheLow22BitsOfACalendarAndTheLow32OfAPriority) {
     EXPECT_EQ(ReadText("1C FF FF FF FF 2E " + noon + "11 2F 35 05 01 00 00 00 05"),
               "3,4194303,5,12000000,1,1,1;");
     EXPECT_EQ(ReadText("1C FF FF FF FF 2E " + noon + "11 2F 34 FF FF FF FF").substr(0, 20),
@@ -252,12 +252,12 @@ TEST(ExceptionScheduleParser, GivesAnEmptyWeekForACalendarEntryOfAnotherSize) {
     EXPECT_EQ(ReadText("0E 1E A4 7C 01 01 01 1F 0F 2E " + noon + "11 2F 39 05"), "2,,5,12000000,1,1,1;");
 }
 
-TEST(ExceptionScheduleParser, CutsAnUnspecifiedDateAndPrintsWhatTheStandardHasForAnyWeek) {
+TEST(ExceptionScheduleParser, CutsAnUnspecifiedDateAndPrintsTheStandardsOctetsForAnyWeek) {
     EXPECT_EQ(ReadText("0E 0C FF FF FF FF 0F 2E " + noon + "11 2F 39 05"), "0,225252155,5,12000000,1,1,1;");
     EXPECT_EQ(ReadText("0E 2B FF FF FF 0F 2E " + noon + "11 2F 39 05"), "2,255255255,5,12000000,1,1,1;");
 }
 
-TEST(ExceptionScheduleParser, TakesAPeriodWithoutOneSubTagForACalendar) {
+TEST(ExceptionScheduleParser, ReadsAPeriodWithoutOneSubTagAsACalendar) {
     EXPECT_EQ(ReadText("18 2E " + noon + "11 2F 39 05"), "3,0,5,12000000,1,1,1;");
     EXPECT_EQ(ReadText("0E 0F 2E " + noon + "11 2F 39 05"), "3,0,5,12000000,1,1,1;");
     EXPECT_EQ(ReadText("0E 08 18 0F 2E " + noon + "11 2F 39 05"), "3,0,5,12000000,1,1,1;");

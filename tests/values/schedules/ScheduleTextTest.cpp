@@ -5,7 +5,7 @@
 
 using test::Hex;
 
-TEST(HexToBytes, TakesTwoCharactersAtATimeAndZeroForWhatIsNotHexadecimal) {
+TEST(HexToBytes, ReadsTwoCharactersAtATimeAndOthersThanHexadecimalAsZero) {
     EXPECT_EQ(HexToBytes("0aFF"), Hex("0A FF"));
     EXPECT_EQ(HexToBytes("0af"), Hex("0A 0F"));
     EXPECT_EQ(HexToBytes("zz1g"), Hex("00 01"));
@@ -13,7 +13,7 @@ TEST(HexToBytes, TakesTwoCharactersAtATimeAndZeroForWhatIsNotHexadecimal) {
     EXPECT_EQ(HexToBytes(""), Hex(""));
 }
 
-TEST(SplitText, CountsALastPieceOnlyIfSomethingStandsInIt) {
+TEST(SplitText, CountsALastPartOnlyIfItIsNotEmpty) {
     using Pieces = std::vector<std::string>;
     EXPECT_EQ(SplitText("a;b", ';'), (Pieces{"a", "b"}));
     EXPECT_EQ(SplitText("a;b;", ';'), (Pieces{"a", "b"}));

@@ -77,17 +77,17 @@ TEST(WeeklySchedule, OfRealsAndABooleanIsTheSameBothWays) {
     EXPECT_EQ(Written(Week(text)), octets);
 }
 
-TEST(WeeklySchedule, OfSixPiecesFailsForTheNumberOfDays) {
+TEST(WeeklySchedule, OfSixPartsFailsForTheNumberOfDays) {
     EXPECT_EQ(WriteFailure("a;b;c;d;e;f"), "Number days != 7");
 }
 
-TEST(WeeklySchedule, OfAnyNumberOfPiecesButSevenFails) {
+TEST(WeeklySchedule, OfAnyNumberOfPartsButSevenFails) {
     EXPECT_EQ(WriteFailure(""), "Number days != 7");
     EXPECT_EQ(WriteFailure(";;;;;;"), "Number days != 7");
     EXPECT_EQ(WriteFailure(";;;;;;;;"), "Number days != 7");
 }
 
-TEST(WeeklySchedule, OfSevenPiecesNeedsNoClosingSemicolon) {
+TEST(WeeklySchedule, OfSevenPartsNeedsNoClosingSemicolon) {
     std::string const text = "08000000,1,1,1";
     EXPECT_EQ(Written(Week(";;;;;;" + text)), Written(Week(";;;;;;" + text + ";")));
 }
@@ -96,7 +96,7 @@ TEST(WeeklySchedule, OfAnEntryOfThreeFieldsFails) {
     EXPECT_EQ(WriteFailure(FirstDayText("12000000,4,9")), "Number not odd");
 }
 
-TEST(WeeklySchedule, OfFieldsThatAreNoMultipleOfFourFails) {
+TEST(WeeklySchedule, OfFieldsThatAreNotAMultipleOfFourFails) {
     EXPECT_EQ(WriteFailure(FirstDayText("12000000,4,9,1,1")), "Number not odd");
     EXPECT_EQ(WriteFailure(FirstDayText(",")), "Number not odd");
     EXPECT_EQ(WriteFailure("a;b;c;d;e;f;g"), "Number not odd");
@@ -108,18 +108,18 @@ TEST(WeeklySchedule, FailsAtTheFirstDayThatIsWrong) {
     EXPECT_EQ(WriteFailure("12000000,10,9,3150320;;;;;;12000000;"), "Date - len != 9");
 }
 
-TEST(WeeklySchedule, TakesADateOfEightStarsForFourUnspecifiedFields) {
+TEST(WeeklySchedule, ReadsADateOfEightStarsAsFourUnspecifiedFields) {
     EXPECT_EQ(Written(Week(FirstDayText("12000000,10,9,********1"))),
               test::ToHex(Hex(FirstDay("B4 0C000000 A4 FF FF FF FF"))));
 }
 
-TEST(WeeklySchedule, TakesAStarAtTheStartOfEachFieldOfADate) {
+TEST(WeeklySchedule, AcceptsAStarAtTheStartOfEachFieldOfADate) {
     EXPECT_EQ(TailWritten("10,9,*15*02024"), "A4 7C FF 0F FF");
     EXPECT_EQ(TailWritten("10,9,*150*2024"), "A4 7C 00 0F FF");
     EXPECT_EQ(TailWritten("10,9,3**032024"), "A4 7C 03 FF 03");
 }
 
-TEST(WeeklySchedule, LooksAtTheRealLengthOfADateAndNotAtItsLengthField) {
+TEST(WeeklySchedule, ChecksTheRealLengthOfADateAndNotItsLengthField) {
     EXPECT_EQ(TailWritten("10,1,315032024"), "A4 7C 03 0F 03");
     EXPECT_EQ(TailFailure<std::runtime_error>("10,9,3150320"), "Date - len != 9");
 }
@@ -128,11 +128,11 @@ TEST(WeeklySchedule, RefusesADateThatIsTooLong) {
     EXPECT_EQ(TailFailure<std::runtime_error>("10,9,3150320245"), "Date - len != 9");
 }
 
-TEST(WeeklySchedule, LooksAtTheLengthFieldOfATimeAlthoughItHasEightDigits) {
+TEST(WeeklySchedule, ChecksTheLengthFieldOfATimeAlthoughItHasEightDigits) {
     EXPECT_EQ(TailFailure<std::runtime_error>("11,7,12000000"), "Time - len != 8");
 }
 
-TEST(WeeklySchedule, LooksNotAtTheRealLengthOfATime) {
+TEST(WeeklySchedule, DoesNotCheckTheRealLengthOfATime) {
     EXPECT_EQ(TailWritten("11,8,06300000999"), "B4 06 1E 00 00");
     EXPECT_EQ(TailFailure<std::invalid_argument>("11,8,0630"), "stoi");
 }
@@ -141,7 +141,7 @@ TEST(WeeklySchedule, OfATimeOfFourCharactersFailsAsANumber) {
     EXPECT_EQ(WriteFailure<std::invalid_argument>(FirstDayText("1200,9,1,2")), "stoi");
 }
 
-TEST(WeeklySchedule, TakesTheFirstEightCharactersOfATimeAndNoFewer) {
+TEST(WeeklySchedule, ReadsTheFirstEightCharactersOfATimeAndNoFewer) {
     std::string const time = "12345678";
     for (std::size_t length = 0; length < time.size(); ++length) {
         EXPECT_EQ(
@@ -212,7 +212,7 @@ INSTANTIATE_TEST_SUITE_P(
         ValueCase{"C4 00 00 04 D2", "12,0,1234"}, ValueCase{"C4 02 00 04 D2", "12,8,1234"},
         ValueCase{"C4 00 40 00 00", "12,0,4194304"}, ValueCase{"00", "13,1,5"}, ValueCase{"00", "-1,1,5"}));
 
-TEST(WeeklySchedule, OfValuesThatAreNoNumbersFailsAsTheConversionsDo) {
+TEST(WeeklySchedule, OfValuesThatAreNotNumbersFailsAsTheConversionsDo) {
     for (char const* const tail : {"x,1,1", "1,x,1", "7,x,hello", "1,1,x", "2,1,d", "3,1,-", "9,1, ",
                                    "12,x,1", "12,0,x", "10,9,x15032024", "13,x,1"}) {
         EXPECT_EQ(TailFailure<std::invalid_argument>(tail), "stoi") << tail;
@@ -238,7 +238,7 @@ TEST(WeeklyAsymmetry, UnsignedAbove31BitsIsPrintedAndRefused) {
     EXPECT_EQ(TailWritten("2,11,2147483647d"), "21 01");
 }
 
-TEST(WeeklyAsymmetry, NullsAreDroppedWhenReadAndAskedForByTypeZero) {
+TEST(WeeklyAsymmetry, NullsAreDroppedWhenReadAndWrittenByTypeZero) {
     std::string const null = "B4 0C000000 00";
     std::string const boolean = "B4 0D000000 11";
     auto const read = [](std::string const& day) {

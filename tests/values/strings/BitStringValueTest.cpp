@@ -26,7 +26,7 @@ TEST(BitStringValue, WithoutBitsWritesTheOneOctetZeroAndIsReadBack) {
     EXPECT_EQ(ReadBits("81 00"), Bits());
 }
 
-TEST(BitStringValue, OfFourBitsFillsTheHighEnd) {
+TEST(BitStringValue, OfFourBitsFillsTheHighBits) {
     EXPECT_EQ(Written(BitStringValue(Bits{true, false, true, true})), "82 04 B0");
 }
 
@@ -50,7 +50,7 @@ TEST(BitStringValueParser, ReadsTheUsedBitsOfAnyTag) {
     EXPECT_EQ(ReadBits("0A 04 B0"), (Bits{true, false, true, true}));
 }
 
-TEST(BitStringValueParser, TakesMoreUnusedBitsThanAnOctetHasOffTheEnd) {
+TEST(BitStringValueParser, RemovesMoreUnusedBitsThanAnOctetHas) {
     EXPECT_EQ(ReadBits("83 09 FF FF"), Bits(7, true));
     EXPECT_EQ(ReadBits("82 08 FF"), Bits());
 }

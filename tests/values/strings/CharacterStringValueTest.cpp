@@ -20,7 +20,7 @@ CharacterStringValue ReadCharacters(std::string_view hex) {
 
 }  // namespace
 
-TEST(CharacterStringValue, OfTwoAndOfFourOctetsWritesTheEncodingAheadOfThem) {
+TEST(CharacterStringValue, OfTwoAndOfFourOctetsWritesTheEncodingBeforeThem) {
     EXPECT_EQ(Written(CharacterStringValue("AB", utf8)), "73 00 41 42");
     EXPECT_EQ(Written(CharacterStringValue("ABCD", utf8)), "75 05 00 41 42 43 44");
 }
@@ -37,13 +37,13 @@ TEST(CharacterStringValue, OfMoreThan253OctetsIsWrittenWithTheLowOctetOfItsLengt
     EXPECT_EQ(test::ToHex({octets.begin(), octets.begin() + 4}), "75 2C 00 78");
 }
 
-TEST(CharacterStringValueParser, TakesTheEncodingAndTheOctetOverUnchanged) {
+TEST(CharacterStringValueParser, CopiesTheEncodingAndTheOctetUnchanged) {
     CharacterStringValue const value = ReadCharacters("72 04 41");
     EXPECT_EQ(value.GetValue(), "\x41");
     EXPECT_EQ(static_cast<int>(value.GetEncoding()), 4);
 }
 
-TEST(CharacterStringValueParser, TakesZerosAndInvalidOctetsOver) {
+TEST(CharacterStringValueParser, CopiesZerosAndInvalidOctets) {
     CharacterStringValue const value = ReadCharacters("75 05 FF 41 00 C3 28");
     EXPECT_EQ(value.GetValue(), std::string("A\0\xC3\x28", 4));
     EXPECT_EQ(static_cast<int>(value.GetEncoding()), 255);
@@ -53,7 +53,7 @@ TEST(CharacterStringValueParser, GivesAnEmptyTextForTheEncodingAlone) {
     EXPECT_EQ(ReadCharacters("71 00").GetValue(), "");
 }
 
-TEST(CharacterStringValueParser, TakesAnyClass) {
+TEST(CharacterStringValueParser, AcceptsAnyClass) {
     EXPECT_EQ(ReadCharacters("7A 00 41").GetValue(), "A");
 }
 

@@ -2,7 +2,7 @@
 
 #include "Decoder.h"
 
-TEST(Decoder, GivesTheOctetAtThePointer) {
+TEST(Decoder, ReturnsTheOctetAtThePointer) {
     char octets[] = {'a', 'b'};
     EXPECT_EQ(Decoder::GetValue(octets + 1), 'b');
 }

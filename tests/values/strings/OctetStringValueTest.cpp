@@ -26,7 +26,7 @@ TEST(OctetStringValue, OfFiveOctetsUsesTheExtendedLength) {
     EXPECT_EQ(Written(Octets("01 02 03 04 FF")), "65 05 01 02 03 04 FF");
 }
 
-TEST(OctetStringValue, OfLessWritesTheLengthInTheFirstOctet) {
+TEST(OctetStringValue, OfFewerOctetsWritesTheLengthInTheFirstOctet) {
     EXPECT_EQ(Written(OctetStringValue()), "60");
     EXPECT_EQ(Written(Octets("01 02 03 04")), "64 01 02 03 04");
 }

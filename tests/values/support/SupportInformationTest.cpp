@@ -129,7 +129,7 @@ TEST(SupportInformation, HasEveryPairOfTheListAndNoOther) {
     }
 }
 
-TEST(SupportInformation, GivesTheRealParserForThePresentValueOfAnAnalogInput) {
+TEST(SupportInformation, ReturnsTheRealParserForThePresentValueOfAnAnalogInput) {
     EXPECT_EQ(Info(0, 85).type, PropertyTypeEnum::Real);
     EXPECT_TRUE(IsParser<RealValueParser>(3));
 }
@@ -141,7 +141,7 @@ TEST(SupportInformation, RefusesProperty1000AndEveryPropertyOfAGroup) {
     }
 }
 
-TEST(SupportInformation, RefusesObjectTypesThatTheStandardHasNot) {
+TEST(SupportInformation, RefusesObjectTypesThatTheStandardLacks) {
     EXPECT_EQ(InfoFailure(-1, 85), "Support Information not found");
     EXPECT_EQ(InfoFailure(1023, 85), "Support Information not found");
 }
@@ -207,7 +207,7 @@ TEST(SupportInformation, IsReadByManyThreadsAtOnce) {
     EXPECT_EQ(found, std::vector<int>(4, 28));
 }
 
-TEST(PropertyInfo, HasType3UnlessToldOtherwise) {
+TEST(PropertyInfo, HasType3ByDefault) {
     EXPECT_EQ(static_cast<int>(PropertyInfo().type), 3);
     EXPECT_EQ(PropertyInfo(PropertyTypeEnum::Date).type, PropertyTypeEnum::Date);
 }
