@@ -1,4 +1,4 @@
-// The entry of the add-in and what it registers.
+// The entry of the add-in, and the type and processor that it registers.
 
 #include "Addin.h"
 

@@ -1,4 +1,5 @@
-// The driver object: from the block's fields to the device client, and from a poll to what the runtime sees.
+// The driver object: from the block's fields to the device client, and from a poll to the runtime's
+// variables.
 
 #include "BACnet_protocol.h"
 
@@ -90,7 +91,7 @@ TEST_F(Block, AddressWithoutColonOrWithTwoHasNoDevice) {
         refused.Execute();
         refused.Execute();
         EXPECT_EQ(log.Text(), "Error create device for poll\nError create device for poll\n");
-        EXPECT_EQ(FaultState(), "untold");
+        EXPECT_EQ(FaultState(), "none");
     }
     EXPECT_TRUE(network.SentDatagrams().empty());
 }
@@ -160,7 +161,7 @@ TEST_F(Block, BadMacIsReportedByEveryCycle) {
     log.Clear();
     block->Execute();
     EXPECT_EQ(log.Text(), "Error create device for poll\n");
-    EXPECT_EQ(FaultState(), "untold");
+    EXPECT_EQ(FaultState(), "none");
 }
 
 TEST_F(Block, WithoutVariablesHasNoFault) {
@@ -284,7 +285,7 @@ TEST_F(Block, StoppedRuntimeGetsNoValues) {
     block->Execute();
     EXPECT_EQ(log.Text(), "Stop RT. Exit from driver\n");
     EXPECT_EQ(StateOf(first).Status, OpcUa_BadNoData);
-    EXPECT_EQ(FaultState(), "untold");
+    EXPECT_EQ(FaultState(), "none");
 }
 
 TEST_F(Block, VariableWithoutAWriteChannelIsNeverWritten) {
@@ -295,10 +296,10 @@ TEST_F(Block, VariableWithoutAWriteChannelIsNeverWritten) {
     network.Expect(Request(1, 1)).Answer(Answer(1, 1));
     block->Execute();
     EXPECT_EQ(NumberOf(variable), 42);
-    EXPECT_EQ(network.SentDatagrams().size(), 1u) << "the read alone";
+    EXPECT_EQ(network.SentDatagrams().size(), 1u) << "only the read";
     DriverVarDsc const& descriptor =
         *block->Device()->Tags().at(ObjectTypeEnum::Analog_Input).at(1).at(0)->descriptor;
-    EXPECT_EQ(descriptor.LastWritten.GetType(), OpcUaType_Null) << "the write condition was never asked";
+    EXPECT_EQ(descriptor.LastWritten.GetType(), OpcUaType_Null) << "the write condition was not evaluated";
 }
 
 TEST_F(Block, TimeoutOfTheBlockDoesNotAffectTheExchange) {

@@ -1,4 +1,4 @@
-// One field of an object on its way to a script, from it, and to JSON.
+// One field of an object: conversion to a script, from a script, and to JSON.
 
 #include "BaseField.h"
 

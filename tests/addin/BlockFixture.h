@@ -15,7 +15,7 @@
 
 namespace test {
 
-// A block without a script: configured by hand, with variables in a store of its own, in a scripted world.
+// A block without a script: configured directly, with a store of variables, in a scripted network.
 class BlockFixture : public ::testing::Test {
 protected:
     BlockFixture() : store(std::make_shared<VariableStore>()), provider(store, nullptr) {
@@ -23,7 +23,7 @@ protected:
         block = MakeBlock();
     }
     ~BlockFixture() override {
-        // A block that was never initialised leaves what it gathered to its configurer.
+        // A block that was never initialised leaves its channels and properties to its configurer.
         for (auto const* pending : block->PendingChannels()) {
             delete pending->descriptor;
             delete pending;
@@ -48,7 +48,7 @@ protected:
         return properties;
     }
 
-    // A variable on Present_Value of an analog input, readable only. Its id.
+    // Adds a read-only variable on Present_Value of an analog input and returns its id.
     long long AddVariable(int number, OpcUa_BuiltInTypeHlp type, std::string field = "") {
         return AddVariable(*block, number, type, std::move(field));
     }
@@ -72,13 +72,13 @@ protected:
         StateOf(id, field).Value.GetDouble(number);
         return number;
     }
-    // The fault state as the runtime has it: "true, text", "false, text", or "untold".
+    // The fault state in the runtime: "true, text", "false, text", or "none" before the first report.
     std::string FaultState() const { return FaultState(*block); }
     std::string FaultState(dorvel::BACnet::BACnetProtocol const& target) const {
         bool fault = false;
         std::string text;
         if (StateOf(target.FaultItemId).Value.GetBool(fault) != OpcUa_Good) {
-            return "untold";
+            return "none";
         }
         StateOf(target.ErrorTextItemId).Value.GetString(text);
         return std::string(fault ? "true" : "false") + ", " + text;

@@ -1,4 +1,4 @@
-// The block type as scripts see it, in a real Lua state.
+// The block type in scripts, with a real Lua state.
 
 #include <chrono>
 #include <stdexcept>
@@ -286,7 +286,7 @@ TEST_F(Script, NumberOfTheBlocksTaskIsPassedToItsSocketCalls) {
     EXPECT_NE(log.Text().find("task 2: "), std::string::npos) << log.Text();
 }
 
-// A type that refuses wherever it is told to.
+// A type that throws in the operations that a test selects.
 class Refusing : public BACnetProtocol {
 public:
     static inline bool refusesConstruction = false;
@@ -358,7 +358,7 @@ TEST(LuaGuard, TextOfAnExceptionIsCutAt255Characters) {
     EXPECT_EQ(lua_tostring(state.get(), -1), std::string(255, 'x'));
 }
 
-// As a Lua that was built as C++ throws its errors.
+// A Lua that is built as C++ throws its errors like this.
 TEST(LuaGuard, ExceptionOfAnotherTypePasses) {
     struct ErrorOfLua {};
     std::unique_ptr<lua_State, void (*)(lua_State*)> state(luaL_newstate(), lua_close);

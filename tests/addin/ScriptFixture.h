@@ -15,8 +15,8 @@ namespace test {
 
 using BACnetScript = SCADA_API::ScadaObj<dorvel::BACnet::BACnetProtocol>;
 
-// A Lua state in which the block type is registered, with the host's type system reduced to what a chunk
-// needs.
+// A Lua state in which the block type is registered, with the part of the host's type system that chunks
+// need.
 class ScriptFixture : public ::testing::Test {
 protected:
     ScriptFixture() : state(luaL_newstate(), lua_close), L(state.get()) {
@@ -30,8 +30,8 @@ protected:
         lua_settop(L, 0);
     }
 
-    // The first result of a chunk as text, nothing for no result, or "error: " and the message without its
-    // place.
+    // The first result of a chunk as text, "" for no result, or "error: " and the message without its
+    // position.
     std::string Run(std::string const& chunk) {
         lua_settop(L, 0);
         if (luaL_loadbuffer(L, chunk.data(), chunk.size(), "=test") != LUA_OK ||

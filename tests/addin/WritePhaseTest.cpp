@@ -1,4 +1,4 @@
-// The write phase of a cycle: which values go to the device, and what keeps them from it.
+// The write phase of a cycle: which values are written to the device, and what prevents it.
 
 #include <array>
 #include <memory>
@@ -38,7 +38,7 @@ protected:
     }
     ~WritePhase() override { dorvel::SetStandby(false); }
 
-    // A variable on an analog input that can be written. The id of what is to be written.
+    // Adds a writable variable on an analog input and returns the id of its write channel.
     long long AddWritable(int number, OpcUa_BuiltInTypeHlp type = OpcUaType_Double, std::string field = "") {
         polled.insert(number);
         ScadaProtocol::ReadChannel read;
@@ -56,7 +56,7 @@ protected:
         store->Write(id, field, value, ScriptedNetwork::Start);
     }
 
-    // The poll of the coming cycle, answered.
+    // Expects the poll of the next cycle and answers it.
     void ExpectPoll() {
         for (int const number : polled) {
             ++readInvokeId;
@@ -64,14 +64,14 @@ protected:
             network.Expect(Request(readInvokeId, object)).Answer(Answer(readInvokeId, object));
         }
     }
-    // A write in the coming cycle, acknowledged unless told otherwise.
+    // Expects a write in the next cycle. It is acknowledged by default.
     void ExpectWrite(unsigned invokeId, std::string const& real, unsigned number = 1) {
         ExpectWrite(WriteRequest(invokeId, number, real), WriteAck(invokeId));
     }
     void ExpectWrite(Octets request, Octets answer) {
         writes.emplace_back(std::move(request), std::move(answer));
     }
-    // The runtime stops while the device acknowledges the first write.
+    // Stops the runtime while the device acknowledges the first write.
     void StopDuringTheWrite() {
         network.Respond([](Octets const&) {
             TBACnet::IsTerminated = true;
@@ -110,8 +110,8 @@ TEST_F(WritePhase, SkipsAVariableWhoseWriteFlagIsClearWhateverItsChannelHas) {
     block->Inited();
     block->Device()->Tags().at(ObjectTypeEnum::Analog_Input).at(1).at(0)->descriptor->IsWrite = 0;
     Cycle();
-    EXPECT_EQ(network.SentDatagrams().size(), 1u) << "the poll alone";
-    EXPECT_EQ(Descriptor().LastWritten.GetType(), OpcUaType_Null) << "the write condition is not asked";
+    EXPECT_EQ(network.SentDatagrams().size(), 1u) << "only the poll";
+    EXPECT_EQ(Descriptor().LastWritten.GetType(), OpcUaType_Null) << "the write condition is not evaluated";
 }
 
 TEST_F(WritePhase, UsesFieldAndTypeOfTheWriteChannel) {
@@ -161,7 +161,7 @@ TEST_F(WritePhase, SkipsAVariableWithoutAWriteChannel) {
     ExpectWrite(1, One, 2);
     Cycle();
     EXPECT_EQ(Descriptor().IsWrite, 0);
-    EXPECT_EQ(Descriptor().LastWritten.GetType(), OpcUaType_Null) << "the write condition was never asked";
+    EXPECT_EQ(Descriptor().LastWritten.GetType(), OpcUaType_Null) << "the write condition was not evaluated";
 }
 
 TEST_F(WritePhase, IsSkippedOnTheStandbyUnlessItMayWrite) {
@@ -170,7 +170,7 @@ TEST_F(WritePhase, IsSkippedOnTheStandbyUnlessItMayWrite) {
     dorvel::SetStandby(true);
     Cycle();
     EXPECT_EQ(network.SentDatagrams().size(), 1u);
-    EXPECT_EQ(Descriptor().LastWritten.GetType(), OpcUaType_Null) << "the write condition was never asked";
+    EXPECT_EQ(Descriptor().LastWritten.GetType(), OpcUaType_Null) << "the write condition was not evaluated";
     block->WriteOnSlave = true;
     ExpectWrite(1, One);
     Cycle();
@@ -191,7 +191,7 @@ TEST_F(WritePhase, ReadsTheWriteItemOnceWhenThePhaseBegins) {
         return std::vector<Delivery>{{WriteAck(static_cast<unsigned char>(request.at(8)))}};
     });
     block->Execute();
-    EXPECT_EQ(network.SentDatagrams().size(), 6u) << "the second value as well: the gate is asked once";
+    EXPECT_EQ(network.SentDatagrams().size(), 6u) << "the second value too: the write item is read once";
 }
 
 TEST_F(WritePhase, EndsBetweenTwoWritesWhenTheRuntimeStops) {
@@ -235,7 +235,7 @@ TEST_F(WritePhase, CountsTheValueThatTheStopSuppressedAsWritten) {
     StopDuringTheWrite();
     block->Execute();
     EXPECT_EQ(network.SentDatagrams().size(), 3u) << "two reads and the first write";
-    EXPECT_EQ(Descriptor(2).LastWritten, Double(2)) << "the write condition was asked before the stop";
+    EXPECT_EQ(Descriptor(2).LastWritten, Double(2)) << "the write condition was evaluated before the stop";
 }
 
 TEST_F(WritePhase, IsSkippedAfterAFault) {
@@ -244,7 +244,7 @@ TEST_F(WritePhase, IsSkippedAfterAFault) {
     network.Expect(Request(1, 1));
     block->Execute();
     EXPECT_EQ(FaultState(), "true, No connection");
-    EXPECT_EQ(Descriptor().LastWritten.GetType(), OpcUaType_Null) << "the write condition was never asked";
+    EXPECT_EQ(Descriptor().LastWritten.GetType(), OpcUaType_Null) << "the write condition was not evaluated";
 }
 
 TEST_F(WritePhase, ContinuesAfterAFailedWriteAndReportsNoFault) {
@@ -281,7 +281,7 @@ TEST_F(WritePhase, SendsThePriorityOfTheBlock) {
     Cycle();
 }
 
-// Two blocks that write in every cycle, each on its thread. Made for a race detector, too.
+// Two blocks that write in every cycle, each on its thread. Also meant for a race detector.
 class TwoWriters : public ::testing::Test {
 protected:
     static constexpr unsigned Cycles = 1000;

@@ -1,4 +1,4 @@
-// What a poll may take of the heap, in pieces; and that it grows with what is polled and not faster.
+// The number of heap allocations that a poll may make, and that it grows in proportion to the workload.
 
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@ namespace {
 
 constexpr int Objects = 100;
 
-// Per object, in a poll that is not the first.
+// Allocations per object, in a poll after the first.
 double Allocations(std::string const& workload, int objects = Objects) {
     bench::Clients clients(workload, objects);
     clients.Poll();
@@ -50,8 +50,8 @@ class AllocationBudget : public testing::TestWithParam<Budget> {};
 
 TEST_P(AllocationBudget, IsKept) {
     double const taken = Allocations(GetParam().workload);
-    EXPECT_LE(taken, GetParam().allocations) << "pieces an object";
-    EXPECT_GT(taken, 0) << "pieces are counted at all";
+    EXPECT_LE(taken, GetParam().allocations) << "allocations an object";
+    EXPECT_GT(taken, 0) << "allocations are counted at all";
 }
 
 INSTANTIATE_TEST_SUITE_P(Workloads, AllocationBudget, testing::ValuesIn(Budgets()), [](auto const& instance) {
@@ -60,7 +60,7 @@ INSTANTIATE_TEST_SUITE_P(Workloads, AllocationBudget, testing::ValuesIn(Budgets(
     return name;
 });
 
-// From N to 2 N of something, and from there to 3 N, it is the same step.
+// The step from N to 2 N is that from 2 N to 3 N.
 class AllocationsOf : public testing::TestWithParam<std::pair<std::string, int>> {};
 
 TEST_P(AllocationsOf, GrowInProportion) {

@@ -8,15 +8,15 @@ using namespace dorvel::BACnet;
 
 namespace {
 
-// BACnet's numbers by configuration number, typed in from the engineering tool's pick lists.
+// BACnet's numbers by configuration code, typed in from the engineering tool's pick lists.
 std::vector<int> const objectTypes = {23, 0,  1,  2,  3,  4,  5,  45, 46, 48, 18, 39,
                                       42, 44, 50, 54, 12, 13, 19, 14, 47, 24, 17};
 std::vector<int> const properties = {85,  108, 40, 59,  45,  136, 150, 135, 149, 93,  49,  26,  125,
                                      14,  373, 25, 111, 81,  103, 379, 384, 106, 164, 151, 147, 148,
                                      344, 117, 28, 36,  123, 38,  84,  187, 188, 176, 179, 178};
 
-// The maps last as long as the process: each test begins with them as the library loads them, and leaves them
-// so.
+// The maps live as long as the process: each test begins and ends with them as they are when the library is
+// loaded.
 class CodeMaps : public ::testing::Test {
 protected:
     CodeMaps() { Clear(); }

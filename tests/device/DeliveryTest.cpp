@@ -1,4 +1,4 @@
-// From BACnet values to the runtime's: every type, as a plain variable and as a DataValue.
+// From BACnet values to the runtime's values: every type, as a plain variable and as a DataValue.
 
 #include <typeinfo>
 
@@ -25,7 +25,7 @@ namespace {
 
 using Value = std::shared_ptr<CPropertyValue>;
 
-// One row of the table: a value of a type, what the runtime gets, and what the trace says.
+// One row of the table: a value of a type, the value that the runtime gets, and the traced text.
 struct Row {
     int type;
     Value value;
@@ -136,7 +136,7 @@ TEST_F(Delivery, WithoutTraceNothingIsLogged) {
     EXPECT_EQ(log.Text(), "");
 }
 
-// Made in summer, read in winter: 23:00 local time of the day before.
+// The client is created in summer, the date read in winter: 23:00 local time of the day before.
 TEST_F(Delivery, OfADateKeepsTheTimeDifferenceOfItsClient) {
     network.SetLocalTimeDiff(HourUnits);
     DateValue date(Date(124, 3, 15, 5));

@@ -15,7 +15,7 @@
 
 namespace test {
 
-// What a block gives its device client.
+// The parameters that a block passes to its device client.
 struct DeviceParameters {
     std::string address = "127.0.0.1:47808";
     std::string mac = "192.168.10.7:47808";
@@ -26,11 +26,11 @@ struct DeviceParameters {
     int priority = 8;
 };
 
-// A device client in a scripted world, with variables whose ids count from 1.
+// A device client in a scripted network, with variables whose ids count from 1.
 class DeviceFixture : public ::testing::Test {
 protected:
     DeviceFixture() { dorvel::BACnet::TBACnet::IsTerminated = false; }
-    // The code maps last as long as the process: no test leaves a code in them.
+    // The code maps live as long as the process, so every test removes its codes.
     ~DeviceFixture() override {
         dorvel::BACnet::objectTypesMap.clear();
         dorvel::BACnet::propertyTypesMap.clear();
@@ -48,7 +48,7 @@ protected:
         return *device;
     }
 
-    // A device on which every object is to be tried once.
+    // Creates a device client that tries every object once.
     dorvel::BACnet::TBACnet& MakeImpatientDevice() {
         DeviceParameters parameters;
         parameters.countRepeat = 1;
@@ -65,12 +65,12 @@ protected:
         return lastId;
     }
 
-    // The tags of one object, in the order of the table.
+    // The tags of one object, in the table's order.
     std::vector<dorvel::BACnet::tagReadData*> const& TagsOf(ObjectTypeEnum type, int number) const {
         return device->Tags().at(type).at(number);
     }
 
-    // One poll, with the fault flag cleared as the block does it.
+    // One poll, after clearing the fault flag as the block does.
     void Poll() {
         values.clear();
         device->ClearFault();

@@ -1,4 +1,4 @@
-// The two points at which datagrams cross the host's socket layer.
+// The two operations that send and receive datagrams through the host's sockets.
 
 #include <arpa/inet.h>
 
@@ -24,7 +24,7 @@ protected:
         return device->SendAndReceive(request, apdu);
     }
 
-    // What the exchange says to an answer.
+    // The text of the exception that an answer causes.
     std::string ErrorFor(std::string const& answer) {
         network.ExpectAny().Answer(answer);
         try {

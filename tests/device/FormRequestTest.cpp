@@ -13,7 +13,7 @@ using test::ToHex;
 
 namespace {
 
-// Tags of one object, and the vector of pointers that the requests are formed from.
+// Tags of one object, with the vector of pointers from which the requests are formed.
 struct TagList {
     TagList(ObjectTypeEnum type, int number, std::vector<int> const& properties) {
         for (int const property : properties) {

@@ -1,5 +1,5 @@
-// Replies that no honest device sends: cut, corrupted, or random. Whatever comes, an exchange ends, and
-// nothing but values of configured variables comes out of it.
+// Replies that no correct device sends: cut, corrupted, or random. Every exchange ends, and it delivers only
+// values of configured variables.
 
 #include <random>
 
@@ -20,7 +20,7 @@ protected:
         AddVariable(code::AnalogInput, code::StatusFlags, 1, OpcUaType_UInt64);
     }
 
-    // An answer of 51 octets to the request that was sent last.
+    // An answer of 51 octets to the last request.
     Octets HonestAnswer(unsigned invokeId) const {
         return AnswerDatagram(ReadAck(invokeId, AnalogInput1,
                                       PropertyResult(85, Real42) +
@@ -102,8 +102,8 @@ TEST_F(HostileReply, EverySingleOctetChangedIsSurvived) {
     }
 }
 
-// Random octets, or an honest answer or segment with a few octets changed, taken out or put in; mostly with a
-// true length field, so that the deeper layers get their share.
+// Random octets, or a correct answer or segment with a few octets changed, removed or inserted; mostly with a
+// correct length field, so that the deeper layers are reached too.
 class Mutator {
 public:
     explicit Mutator(unsigned seed) : random(seed) {}
@@ -166,8 +166,8 @@ TEST_F(HostileReply, TenThousandRandomRepliesAreSurvived) {
         ExpectOnlyConfiguredValues();
         EXPECT_LT(network.SentDatagrams().size() - before, 1000u);
     }
-    EXPECT_GT(answered, 1000) << "the mutations leave too little intact";
-    EXPECT_LT(answered, 9000) << "the mutations leave too much intact";
+    EXPECT_GT(answered, 1000) << "the mutations keep too little intact";
+    EXPECT_LT(answered, 9000) << "the mutations keep too much intact";
 }
 
 TEST_F(HostileReply, DeeplyNestedTagsAreRefused) {

@@ -1,5 +1,5 @@
-// What is read of an object or a property that a device does not have. Its answer then has an error in the
-// place of each value (ASHRAE 135 clause 21, ReadAccessResult).
+// Reading an object or a property that a device does not have. Its answer then has an error instead of each
+// value (ASHRAE 135 clause 21, ReadAccessResult).
 
 #include <array>
 #include <charconv>
@@ -15,7 +15,7 @@ using namespace test;
 
 namespace {
 
-// A type of property, and a variable on one, by the codes of a project.
+// A type of property, and a variable on such a property, by the codes of a project.
 struct Type {
     char const* name;
     char const* example;
@@ -45,7 +45,7 @@ constexpr Type types[] = {
     {"Date and time", "DateTime Value", 13, code::PresentValue, OpcUaType_DateTime},
 };
 
-// Error class and code of what the device does not have.
+// Error class and code for a missing object and for a missing property.
 constexpr char NoObject[] = "91 01 91 1F";
 constexpr char NoProperty[] = "91 02 91 20";
 
@@ -76,7 +76,7 @@ std::string TextOf(OpcUa_VariantHlp const& value) {
 
 class MissingObject : public DeviceFixture {
 protected:
-    // A device that has not got the object, or only the property of the type.
+    // A device that lacks the object, or only the property of the type.
     void AnswerErrors(Type const& type, std::string const& error) {
         int const property = static_cast<int>(GetPropertyType(type.property));
         std::string results = ErrorResult(property, error);
@@ -90,7 +90,7 @@ protected:
         });
     }
 
-    // What one poll gives for a variable of the type: the value, which has to be good, or "fault".
+    // The result of one poll for a variable of the type: the value, which must be good, or "fault".
     std::string Outcome(Type const& type, std::string const& error) {
         MakeDevice();
         AddVariable(type.object, type.property, 1, {OpcUaType_DataValue, type.element});
@@ -110,7 +110,7 @@ protected:
         return TextOf(element);
     }
 
-    // Why the attempts failed, which follows the object in the user's trace.
+    // The reason why the attempts failed, which the user's trace has after the object.
     std::string Reason(Type const& type) const {
         std::string const object = std::to_string(static_cast<int>(GetBacnetObjectType(type.object))) + "-1 ";
         std::istringstream lines(log.Text());
@@ -149,7 +149,7 @@ TEST_F(MissingObject, IsNotInTheLogWithoutTheTrace) {
     }
 }
 
-// The tip of the document: a variable on Out_Of_Service makes a missing object a fault.
+// Advice of the document: a variable on Out_Of_Service makes a missing object a fault.
 TEST_F(MissingObject, IsAFaultWithAVariableOnOutOfService) {
     MakeDevice();
     AddVariable(code::AnalogInput, code::PresentValue, 1);
@@ -164,7 +164,7 @@ TEST_F(MissingObject, IsAFaultWithAVariableOnOutOfService) {
     EXPECT_TRUE(values.empty());
 }
 
-// Real and its like are read from the octets of the error's class, whichever that is.
+// Real and similar types are read from the octets of any error class.
 TEST_F(MissingObject, IsReadAsTheClassOfItsError) {
     for (unsigned errorClass = 0; errorClass < 8; ++errorClass) {
         EXPECT_EQ(Outcome(types[2], "91 " + HexOctet(errorClass) + "91 00"), std::to_string(errorClass));

@@ -1,4 +1,4 @@
-// What an answer to a read says.
+// Processing the answer to a read.
 
 #include <typeinfo>
 
@@ -220,7 +220,7 @@ TEST_F(Response, OtherPduTypesGive0AndATraceLine) {
     EXPECT_EQ(log.Text(), " Unknown Answer Type(2)");
 }
 
-// A PDU that says of itself to be what it is not.
+// A PDU whose type does not match its class.
 class Impostor : public SimpleAck {
 public:
     explicit Impostor(PduTypeEnum claimed) : type(claimed) {}

@@ -1,4 +1,4 @@
-// Answers in segments, whole and broken.
+// Segmented answers, complete and incomplete.
 
 #include "DeviceFixture.h"
 
@@ -26,7 +26,7 @@ protected:
                                    TagsOf(ObjectTypeEnum::Analog_Input, 1), values);
     }
 
-    // Octets of the payload from first up to last.
+    // Octets of the payload from first to last.
     std::string Part(std::size_t first, std::size_t last) const {
         return ToHex(Octets(payload.begin() + static_cast<std::ptrdiff_t>(first),
                             payload.begin() + static_cast<std::ptrdiff_t>(std::min(last, payload.size()))));
@@ -38,7 +38,8 @@ protected:
         return AnswerDatagram(ReadAckSegment(invokeId, sequenceNumber, moreFollows, part));
     }
 
-    // The request of an attempt and the first segment, with 10 octets of the payload.
+    // Expects the request of an attempt and answers with the first segment, which has 10 octets of the
+    // payload.
     void BeginAttempt(unsigned invokeId) {
         network.Expect(ReadRequest(invokeId, AnalogInput1)).Answer(Segment(invokeId, 0, true, Part(0, 10)));
     }
@@ -54,7 +55,7 @@ TEST_F(SegmentedAnswer, IsCollectedAndAcknowledgedSegmentBySegment) {
     EXPECT_EQ(Process(), 1);
     ASSERT_EQ(values.size(), 1u);
     EXPECT_EQ(AsDouble(values[0]), 42);
-    EXPECT_EQ(network.Elapsed(), 10 + 1000) << "the last acknowledgement waits out its time";
+    EXPECT_EQ(network.Elapsed(), 10 + 1000) << "the last acknowledgement waits for its whole time";
 }
 
 TEST_F(SegmentedAnswer, AnswerToTheLastAcknowledgementIsIgnored) {
@@ -126,7 +127,7 @@ TEST_F(SegmentedAnswer, OutOfOrderSegmentsAreJoinedByTheirNumbers) {
     EXPECT_EQ(values.size(), 1u);
 }
 
-// From 128 up a sequence number is negative where char is signed: the joined order has to be that of octets.
+// From 128 a sequence number is negative where char is signed. Segments must be joined in unsigned order.
 TEST_F(SegmentedAnswer, NumbersAbove127AreJoinedAsUnsignedOctets) {
     network.Expect(ReadRequest(1, AnalogInput1)).Answer(Segment(1, 0, true, Part(0, 1)));
     for (unsigned number = 1; number <= 200; ++number) {
@@ -142,7 +143,8 @@ TEST_F(SegmentedAnswer, NumbersThatWrapReplaceEarlierSegments) {
     network.Expect(ReadRequest(1, AnalogInput1)).Answer(Segment(1, 0, true, "FF"));
     unsigned const last = 3 * 256;
     for (unsigned number = 1; number <= last; ++number) {
-        // Only the last round has the payload: its octets in the segments 1 to 255 and the first one in 0.
+        // Only the last round has the payload: its octets are in the segments 1 to 255, and the first one in
+        // 0.
         unsigned const place = number % 256;
         bool const kept = number > last - 256;
         std::string const part = !kept ? "FF" : place < payload.size() ? Part(place, place + 1) : "";

@@ -1,5 +1,4 @@
-// The session of a device: what its constructor makes of the block's fields, the tag table, and the poll
-// cycle.
+// The session with a device: how its constructor reads the block's fields, the tag table, and the poll cycle.
 
 #include <type_traits>
 
@@ -13,7 +12,7 @@ namespace {
 
 class Session : public DeviceFixture {};
 
-// What a caller that reads the records may rely on.
+// Guarantees for a caller that reads the records.
 static_assert(std::is_same_v<decltype(tagReadData::descriptor), DriverVarDsc*>);
 static_assert(std::is_same_v<decltype(tagReadData::address), tagAddress*>);
 static_assert(!std::is_copy_constructible_v<tagReadData> && !std::is_copy_assignable_v<tagReadData>);

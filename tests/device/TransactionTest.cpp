@@ -1,4 +1,4 @@
-// Read transactions of one object: attempts, refusals, and what is logged of them.
+// Read transactions of one object: attempts, errors, and the log.
 
 #include "DeviceFixture.h"
 
@@ -19,7 +19,7 @@ protected:
                                    TagsOf(type, number), values);
     }
 
-    // The same answer to every attempt, which carries the invoke id of the request.
+    // The same answer to every attempt, with the invoke id of the request.
     void AnswerAll(std::function<std::string(unsigned invokeId)> apdu) {
         network.Respond([apdu](Octets const& request) {
             return std::vector<Delivery>{{AnswerDatagram(apdu(static_cast<unsigned char>(request.at(8))))}};
@@ -96,7 +96,7 @@ TEST_F(Transaction, OneTooManyAnswersShiftsEveryFollowingExchange) {
     network.Expect(ReadRequest(3, AnalogInput1)).Answer(ValueAnswer(3), 3);
     network.Expect(ReadRequest(4, AnalogInput1)).Answer(ValueAnswer(4), 4);
     EXPECT_EQ(Process(), 1);
-    EXPECT_EQ(Process(), 0) << "each attempt met the answer to the one before";
+    EXPECT_EQ(Process(), 0) << "each attempt received the answer to the one before";
     EXPECT_EQ(values.size(), 1u);
 }
 
@@ -213,7 +213,7 @@ TEST_F(Transaction, LightingOutputThatOmitsItsStatusFlagsIsRead) {
 }
 
 TEST_F(Transaction, PropertyThatIsSentCutIsAnsweredAsAnother) {
-    AddVariable(15, 20, 2);  // Power, 384, asked for as 128
+    AddVariable(15, 20, 2);  // Power, 384, requested as 128
     network.Expect(ReadRequest(1, "0D 80 00 02", "09 80 09 6F"))
         .Answer(AnswerDatagram(ReadAck(1, "0D 80 00 02", PropertyResult(128, Real42))));
     EXPECT_EQ(Process(ObjectTypeEnum::Lighting_Output, 2), 1);

@@ -14,8 +14,8 @@ inline std::string ObjectHex(ObjectTypeEnum type, unsigned instance) {
     return HexOctet(packed >> 24) + HexOctet(packed >> 16) + HexOctet(packed >> 8) + HexOctet(packed);
 }
 
-// The APDU of a WriteProperty as the driver sends it: property and value as hexadecimal text, with what
-// stands behind the value.
+// The APDU of a WriteProperty as the driver sends it: property and value as hexadecimal text, and the octets
+// after the value.
 inline std::string WriteApdu(unsigned invokeId, std::string const& object, unsigned property,
                              std::string const& value, std::string const& priority = "") {
     return "00 04 " + HexOctet(invokeId) + "0F 0C " + object + " 19 " + HexOctet(property) + "3E " + value +
@@ -71,7 +71,7 @@ protected:
         device->Write(MakeTag(type, property).get(), value);
     }
 
-    // 1.0 to analog value 1, which goes out as Setpoint(id).
+    // Writes 1.0 to analog value 1, which is sent as Setpoint(id).
     void WriteSetpoint() { Write(Object::Analog_Value, Property::Present_Value, Double(1)); }
     static Octets Setpoint(unsigned invokeId) {
         return WriteRequest(invokeId, AnalogValue1, 85, "44 3F 80 00 00");

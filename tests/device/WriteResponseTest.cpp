@@ -1,4 +1,4 @@
-// What comes back after a write: who ends it, what is passed over, and what the log says.
+// Answers after a write: which of them end it, which are ignored, and which are logged.
 
 #include <typeinfo>
 
@@ -19,7 +19,7 @@ constexpr long long Wait = TBACnet::ReceiveTimeout;
 
 class WriteResponse : public WriteFixture {
 protected:
-    // One write that gets these datagrams, each 10 ms behind the last one; the log afterwards.
+    // Writes once and delivers these datagrams, each 10 ms after the last one. Returns the log.
     std::string LogFor(std::vector<Octets> const& answers) {
         log.Clear();
         long long const before = network.Elapsed();
@@ -60,7 +60,7 @@ TEST_F(WriteResponse, StaleAnswersAreReadOffTheSocketAfterTheAck) {
     AddVariable(code::AnalogInput, code::PresentValue, 1);
     network.Expect(ReadRequest(1, AnalogInput1)).Answer(ValueAnswer(1));
     Poll();
-    EXPECT_EQ(values.size(), 1u) << "at its first attempt";
+    EXPECT_EQ(values.size(), 1u) << "in its first attempt";
 }
 
 TEST_F(WriteResponse, SilenceIsLoggedAsAnEmptyMessageAndEndsTheWrite) {
@@ -93,7 +93,7 @@ TEST_F(WriteResponse, NegativeResultOfTheReceiveEndsTheWriteAsWell) {
 }
 
 TEST_F(WriteResponse, LastReplyIsNeverParsedAgainWhenNothingComes) {
-    // A second look at this error under the invoke id that it then fits would log it.
+    // Parsing this error again, with the invoke id that it then matches, would log it.
     network.ExpectAny().Answer(WriteError(2, 2, 40));
     WriteSetpoint();
     EXPECT_EQ(log.Text(), "");
@@ -177,7 +177,8 @@ TEST_F(WriteResponse, InvalidDatagramEndsTheWriteWithItsText) {
     EXPECT_EQ(LogFor("81 0A 00 06 01 00"), "message size error");
     EXPECT_EQ(LogFor("81 0A 00 08 01 00 20 03"), "message size error");
     EXPECT_EQ(LogFor("81 0A 00 09 01 00 F0 03 0F"), "packet format not expected");
-    EXPECT_EQ(LogFor("81 0A 00 0A 01 00 30 03 0F 00"), "packet format not expected") << "no such ack";
+    EXPECT_EQ(LogFor("81 0A 00 0A 01 00 30 03 0F 00"), "packet format not expected")
+        << "an ack of a service without a parser";
 }
 
 TEST_F(WriteResponse, InvalidDatagramAfterTheAckIsLoggedToo) {
@@ -248,7 +249,7 @@ TEST_F(WriteResponse, FailedWritesNeverDisturbThePoll) {
     EXPECT_EQ(device->Settings().errorLimit, 3);
     EXPECT_EQ(device->Settings().repeatCount, 3);
     EXPECT_EQ(device->Settings().ReadInvokeId, 1);
-    // The third attempt is still there.
+    // The third attempt is still left.
     network.Expect(ReadRequest(2, AnalogInput1));
     network.Expect(ReadRequest(3, AnalogInput1));
     network.Expect(ReadRequest(4, AnalogInput1)).Answer(ValueAnswer(4));
@@ -263,7 +264,7 @@ TEST_F(WriteResponse, WriteIsNeverRepeated) {
     EXPECT_EQ(network.SentDatagrams().size(), 2u);
 }
 
-// Answers as objects: also those that no octets give.
+// Answers as objects, including those that no octets give.
 class WriteAnswer : public ::testing::Test {
 protected:
     WriteAnswer() { WriteInvokeId = 200; }

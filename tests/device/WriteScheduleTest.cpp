@@ -1,4 +1,4 @@
-// Schedules from their text to the octets of a whole write, and the texts that are refused.
+// Schedules: from their text to the octets of a whole write, and the texts that are refused.
 
 #include "WriteFixture.h"
 
@@ -7,7 +7,7 @@ using namespace test;
 
 namespace {
 
-// An entry of each type behind its time, and its tag.
+// An entry of each type after its time, and its tag.
 struct Entry {
     int type;
     char const* tail;
@@ -44,7 +44,7 @@ protected:
             .Answer(WriteAck(invokeId));
     }
 
-    // What the log says to a text that is not sent.
+    // The log for a text that is not sent.
     std::string WeekRefusal(std::string const& text) {
         log.Clear();
         WriteWeek(text);
@@ -116,7 +116,7 @@ TEST_F(WriteSchedule, InvalidWeekIsLoggedAndNothingIsSent) {
     EXPECT_EQ(WeekRefusal("12000000,x,1,2;;;;;;;"), "Unknown error");
     EXPECT_EQ(WeekRefusal("12000000,4,1,x;;;;;;;"), "Unknown error");
     EXPECT_EQ(WeekRefusal("12000000,2,10,4294967295;;;;;;;"), "Unknown error");
-    EXPECT_EQ(WeekRefusal("%s%n;%s"), "Number days != 7") << "no text of a user gets into the log";
+    EXPECT_EQ(WeekRefusal("%s%n;%s"), "Number days != 7") << "a user's text is not logged";
     EXPECT_TRUE(network.SentDatagrams().empty());
     EXPECT_EQ(network.Elapsed(), 0);
 }

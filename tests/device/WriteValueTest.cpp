@@ -1,4 +1,5 @@
-// What is written for a value of the runtime: every type, every refusal, the property and the priority.
+// The octets that are written for a value of the runtime: every type, every error, the property, the
+// priority.
 
 #include <set>
 
@@ -71,7 +72,7 @@ int TypeOf(ObjectTypeEnum object, PropertyIdentifierEnum property) {
 
 class WriteValue : public WriteFixture {
 protected:
-    // The octets of the value that is written, or the text of the refusal.
+    // The octets of the written value, or the text of the exception.
     static std::string Built(int type, OpcUa_VariantHlp const& value, long long localTimeDiff = 0) {
         try {
             Octets octets;
@@ -191,7 +192,7 @@ TEST_F(WriteValue, OfADateIsLocalAndOfADateTimeIsNot) {
     Write(Object::Datetime_Value, Property::Present_Value, test::Time(lateEvening));
 }
 
-// Made in winter, midnight of 15 March written in summer: the day before.
+// The client is created in winter, midnight of 15 March written in summer: the day before.
 TEST_F(WriteValue, OfADateKeepsTheTimeDifferenceOfItsClient) {
     network.SetLocalTimeDiff(HourUnits);
     MakeWriter();
@@ -260,8 +261,8 @@ TEST_F(WriteValue, OfAPropertyThatCannotBeWrittenIsRefusedAndNothingIsSent) {
         ASSERT_EQ(TypeOf(refused.object, refused.property), refused.type);
         ExpectRefused(refused.object, refused.property, Int32(1));
     }
-    EXPECT_EQ(network.Elapsed(), 0) << "nothing is awaited either";
-    EXPECT_EQ(WriteInvokeId.load(), 16) << "a refused value uses its invoke id up";
+    EXPECT_EQ(network.Elapsed(), 0) << "the write waits for nothing";
+    EXPECT_EQ(WriteInvokeId.load(), 16) << "a refused value uses up its invoke id";
 }
 
 TEST_F(WriteValue, OfAPropertyThatIsNotSupportedIsNotSent) {

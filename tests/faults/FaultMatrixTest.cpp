@@ -1,5 +1,5 @@
-// Every fault of a device on every path, once, for a while and for ever: what the block reports, how long its
-// cycle takes, when it is good again, and that nothing else is touched by it and nothing is left of it.
+// Every fault of a device on every path, once, for a while and for ever: the block's report, the duration of
+// its cycle, and its recovery. The fault affects nothing else and leaves nothing.
 
 #include <gtest/gtest.h>
 
@@ -18,11 +18,11 @@ namespace {
 constexpr Path AllPaths[] = {Path::Plain, Path::Segmented, Path::Routed, Path::Write};
 constexpr Lifetime AllLifetimes[] = {Lifetime::Once, Lifetime::While, Lifetime::Ever};
 
-// Cycles that a disturbance lasts, by Lifetime.
+// Cycles for which a disturbance lasts, by Lifetime.
 constexpr int DisturbedCycles[] = {1, 3, 12};
-// Cycles after a disturbance, all of which have to be good.
+// Cycles after a disturbance, all of which must be good.
 constexpr int WatchedCycles = 10;
-// Datagrams of the driver in one cycle, after which its device is cut off: more than any exchange that ends.
+// Datagrams of the driver in one cycle after which its device is cut off: more than any exchange that ends.
 constexpr long long Patience = 600;
 
 std::vector<Disturbance> AllDisturbances() {
@@ -33,7 +33,7 @@ std::vector<Disturbance> AllDisturbances() {
     return all;
 }
 
-// What the bystander's device is asked when all is well: the octets of one request after the other.
+// The requests to the bystander's device without a disturbance, as octets.
 std::vector<simulator::Octets> const& UndisturbedRequests() {
     static std::vector<simulator::Octets> const requests = [] {
         Plant plant(Path::Plain);
@@ -45,7 +45,7 @@ std::vector<simulator::Octets> const& UndisturbedRequests() {
     return requests;
 }
 
-// One cell: a plant of its own, disturbed for a lifetime.
+// One cell: a new plant, disturbed for a lifetime.
 class Disturbed {
 public:
     Disturbed(Disturbance disturbance, Path path, Lifetime lifetime)
@@ -76,7 +76,7 @@ public:
         }
     }
 
-    // With the device silent for as long as old answers take to be read away.
+    // With the device silent for as long as the driver needs to read old answers.
     void CheckNothingIsLeft() {
         plant.Settle();
         EXPECT_EQ(Next(), Report::Good);
@@ -90,7 +90,7 @@ public:
     Sizes const sizes;
     Report worst = Report::Good;
     long long longest = 0;
-    bool isHeld = false;  // a cycle did not end by itself
+    bool isHeld = false;  // a cycle ended only because the device was cut off
     std::string log;
 
 private:
@@ -116,13 +116,14 @@ private:
         }
     }
 
-    std::vector<simulator::Octets> const& undisturbed;  // made before the plant: there is one at a time
+    std::vector<simulator::Octets> const&
+        undisturbed;  // initialised before the plant, since only one may exist at a time
     Plant plant;
     std::size_t bystanderRequests = 0;
     long long octetsBefore = 0;
 };
 
-// Takes the lines that may be in a log out of it.
+// Removes the allowed lines from a log.
 std::string WithoutLines(std::string log, std::vector<std::string> const& lines) {
     for (std::string const& line : lines) {
         for (auto place = log.find(line); place != std::string::npos; place = log.find(line)) {
@@ -134,7 +135,7 @@ std::string WithoutLines(std::string log, std::vector<std::string> const& lines)
 
 using Cell = std::tuple<Disturbance, Path>;
 
-// The words of a text, each with a capital letter, without anything between them.
+// The words of a text, each with a capital letter, without separators.
 std::string Joined(std::string const& text) {
     std::string joined;
     bool startsWord = true;
@@ -188,7 +189,7 @@ TEST(FaultTable, HasEveryFaultOfTheSimulator) {
     }
 }
 
-// A bound that nothing comes near to would hold for anything.
+// A bound that no cycle comes near would not test anything.
 TEST(FaultTable, EveryBoundIsReached) {
     for (FaultRow const& row : FaultTable()) {
         for (Lifetime const lifetime : AllLifetimes) {
@@ -206,7 +207,7 @@ TEST(FaultTable, EveryBoundIsReached) {
     }
 }
 
-// DORVEL_PRINT_TABLE=1 fault_test --gtest_filter=FaultTable.IsInTheDocument prints what belongs there.
+// DORVEL_PRINT_TABLE=1 fault_test --gtest_filter=FaultTable.IsInTheDocument prints the document's text.
 TEST(FaultTable, IsInTheDocument) {
     ExpectInDocument(RELIABILITY_DOCUMENT, "fault table", FaultTableText());
 }

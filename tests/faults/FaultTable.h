@@ -41,36 +41,36 @@ enum class Disturbance {
     Count
 };
 
-// How long it lasts: one request, some cycles, all cycles that the test has.
+// How long it lasts: one request, some cycles, all cycles of the test.
 enum class Lifetime { Once, While, Ever };
 
-// The longest cycle: a formula of its waits.
+// The duration of the longest cycle, as a formula of its waits.
 struct Bound {
     char const* text;
     long long (*milliseconds)(Sizes const& sizes);
 };
 
 struct Expectation {
-    Report report;  // the worst of the cycles that are disturbed
+    Report report;  // the worst one of the disturbed cycles
     Bound const* longest;
 };
 
-// What a block is to do, stated by hand for all disturbances and paths of one row. The first cycle after a
-// disturbance is good in all of them.
+// The expected behaviour of a block for all disturbances and paths of one row, written by hand. In every row
+// the first cycle after a disturbance is good.
 struct FaultRow {
     std::vector<Disturbance> disturbances;
     std::vector<Path> paths;
     Expectation once;
     Expectation forAWhile;
     Expectation forEver;
-    std::vector<std::string> log;  // the lines that may be in the log, of which there is one at least
+    std::vector<std::string> log;  // the lines that may be in the log, at least one of which is
 
     Expectation const& Of(Lifetime lifetime) const {
         return lifetime == Lifetime::Once ? once : lifetime == Lifetime::While ? forAWhile : forEver;
     }
 };
 
-// Milliseconds that the driver waits for a datagram, and those by which answers are delayed.
+// Milliseconds for which the driver waits for a datagram, and by which answers are delayed.
 constexpr long long Wait = 1000;
 constexpr long long ShortDelay = 300;
 constexpr long long LongDelay = 1500;
@@ -84,7 +84,7 @@ char const* NameOf(Path path);
 // The fault of the simulator, without a lifetime.
 simulator::Fault FaultOf(Disturbance disturbance, Path path);
 
-// The table as it stands in the document.
+// The table as it is in the document.
 std::string FaultTableText();
 
 }  // namespace test

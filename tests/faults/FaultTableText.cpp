@@ -77,7 +77,7 @@ std::string LogText(std::string const& line) {
     return "`" + line.substr(0, line.find('\n')) + "`";
 }
 
-// Outcomes that are equal are told once.
+// Equal outcomes are stated once.
 std::string LastingOf(FaultRow const& row) {
     std::string const forAWhile = TextOf(row.forAWhile);
     std::string const forEver = TextOf(row.forEver);
@@ -92,7 +92,7 @@ std::string TextOf(FaultRow const& row) {
            " |\n";
 }
 
-// The paths that have a part of their own: routed reads are in that of plain ones.
+// The paths with a part in the document. Routed reads are in the part of plain ones.
 struct Part {
     Path path;
     char const* title;

@@ -10,12 +10,12 @@ namespace test {
 
 namespace {
 
-// 1 January 2024, 00:00 UTC, as a file time, and since 1 January 1970.
+// 1 January 2024, 00:00 UTC, as a file time, and in milliseconds since 1 January 1970.
 constexpr long long StartAsFileTime = 133485408000000000;
 constexpr std::chrono::seconds StartAsUnixTime(1704067200);
 constexpr long long UnitsPerMillisecond = 10000;
 
-// The driver's own address, and one that belongs to none of the devices.
+// The driver's address, and one that no device has.
 constexpr std::uint32_t HostAddress = 0xC0A80A01;
 constexpr simulator::Endpoint Elsewhere{0xC0A80AFE, 47808};
 
@@ -178,7 +178,7 @@ void FaultWorld::AdvanceTo(long long time) {
     elapsed = time;
 }
 
-// When a device gets the time, goes on after it was held, or a datagram arrives.
+// The next time when devices get the time, a held device continues, or a datagram arrives.
 long long FaultWorld::NextEvent() const {
     long long next = nextTick;
     if (!underWay.empty()) {
@@ -192,7 +192,7 @@ long long FaultWorld::NextEvent() const {
     return next;
 }
 
-// Every device gets the time at the same moments, whoever waits.
+// All devices get the time at the same moments, regardless of who waits.
 void FaultWorld::HandleEvents() {
     bool const isTick = elapsed == nextTick;
     nextTick += isTick ? TickPeriod : 0;

@@ -11,32 +11,33 @@
 
 namespace test {
 
-// A network of simulated devices under the driver, in virtual time: put in place of the operating system
-// while it lives, one at a time. Waiting moves the clock, and the clock moves the devices; nothing sleeps.
-// For one thread.
+// A network of simulated devices for the driver, in virtual time. It replaces the operating system while it
+// exists; only one may exist at a time. Waiting advances the clock, and the clock drives the devices; nothing
+// sleeps. For one thread.
 class FaultWorld final : public dorvel::HostEnvironment {
 public:
-    // Datagrams that a socket keeps until they are taken; further ones are lost, as operating systems do it.
+    // Datagrams that a socket keeps until they are received; further ones are lost, as with an operating
+    // system.
     static constexpr std::size_t SocketRoom = 64;
-    // How often, in milliseconds, the devices get the time.
+    // The interval, in milliseconds, at which the devices get the time.
     static constexpr long long TickPeriod = 250;
 
-    // Throws std::logic_error while there is another one.
+    // Throws std::logic_error while another one exists.
     FaultWorld();
     ~FaultWorld() override { dorvel::SetEnvironment(nullptr); }
     FaultWorld(FaultWorld const&) = delete;
     FaultWorld& operator=(FaultWorld const&) = delete;
 
-    // Puts a device at an address, in place of one that was there.
+    // Places a device at an address and replaces one that is there.
     simulator::FaultyStation& Place(simulator::Endpoint const& endpoint, simulator::Device device);
 
-    // Milliseconds since the beginning.
+    // Milliseconds since construction.
     long long Elapsed() const { return elapsed; }
     // Lets time pass.
     void Pass(long long milliseconds) { AdvanceTo(elapsed + milliseconds); }
 
-    // Cuts the way to a device off after so many further datagrams, Never for not at all: an exchange that
-    // the device would keep alive without end then ends too.
+    // Cuts a device off after this number of further datagrams, or Never. This ends an exchange that the
+    // device would keep alive without end.
     static constexpr long long Never = -1;
     void CutOffAfter(simulator::Endpoint const& peer, long long datagrams) {
         cutOffPeer = peer;
@@ -44,21 +45,21 @@ public:
     }
     bool IsCutOff() const { return sendsLeft == 0; }
 
-    // How long the answers of a device are under way, in milliseconds, besides what it takes for them.
+    // The transit time of a device's answers in milliseconds, in addition to its own delay.
     void SetRoundTrip(simulator::Endpoint const& peer, long long milliseconds);
-    // From now on a device does nothing for so long; what it is sent meanwhile it answers afterwards.
+    // Pauses a device from now on for this time. It answers the requests of that time afterwards.
     void Hold(simulator::Endpoint const& peer, long long milliseconds);
 
-    // A datagram that nobody asked for, from a device to the socket that has sent to it last.
+    // Sends an unsolicited datagram from a device to the socket that sent to it last.
     void Inject(simulator::Endpoint const& from, long long delay, simulator::Octets octets);
-    // Called with every datagram of the driver, before it is answered.
+    // `watcher` is called for every datagram of the driver, before it is answered.
     void Watch(std::function<void()> watcher) { onSend = std::move(watcher); }
 
-    // Every datagram of the driver to this address, one after the other, while recording.
+    // Records every datagram of the driver to this address.
     void Record(simulator::Endpoint const& peer) { recordedPeer = peer; }
     std::vector<simulator::Octets> TakeRecord() { return std::exchange(record, {}); }
 
-    // Datagrams that are under way or wait in a socket, those of a held device included.
+    // The number of datagrams in transit or in a socket, including those of a held device.
     std::size_t Waiting() const;
     int OpenSockets() const { return static_cast<int>(sockets.size()); }
 

@@ -1,5 +1,5 @@
-// What installed devices and their controllers rely on, or put up with: the driver is to go on doing it, and
-// the document on reliability tells what an operator sees of it.
+// Behaviour that installed devices and controllers rely on or tolerate. The driver must keep it;
+// docs/reliability.md documents what an operator sees of it.
 
 #include <gtest/gtest.h>
 
@@ -23,7 +23,7 @@ Fault Once(FaultKind kind) {
     return fault;
 }
 
-// The most that the heap holds while the driver acknowledges so many segments.
+// The most octets on the heap while the driver acknowledges this number of segments.
 long long HighestHeap(long long segments) {
     Plant plant(Path::Plain);
     plant.Settle();
@@ -74,8 +74,9 @@ TEST(Habits, ASegmentedReadAndAWriteCostOneWaitMoreEach) {
     EXPECT_EQ(Plant(Path::Write).Run().duration, Wait);
 }
 
-// An answer is cut at every place, with the length in its header as it was and as it then is. Only a segment
-// whose header fits again cannot be told from a whole one: what it then says is believed if it can be read.
+// An answer is cut at every position, with the original length in its header and with the new one. Only a
+// segment whose header fits again is not distinguishable from a whole one; it is accepted if it can be
+// decoded.
 TEST(Habits, AnAnswerThatIsCutAnywhereIsRequestedAgain) {
     for (Path const path : {Path::Plain, Path::Segmented, Path::Routed, Path::Write}) {
         Plant plant(path);
@@ -95,7 +96,7 @@ TEST(Habits, AnAnswerThatIsCutAnywhereIsRequestedAgain) {
     }
 }
 
-// The configuration may still hold what such a block has gathered: it is left to it.
+// The configuration may still use the variables of such a block, so it keeps their ownership.
 TEST(Habits, ABlockWithARefusedAddressLeavesItsVariablesToTheConfiguration) {
     using dorvel::BACnet::BACnetProtocol;
     std::map<std::string, OpcUa_VariantHlp> properties;

@@ -13,8 +13,8 @@ extern "C" int InitAddin();
 
 namespace test {
 
-// A variable of the script: its type, the codes of its object's type and of its property, the object's
-// number, whether it is written too, and its value as a text.
+// A variable of the script: its type, the codes of its object type and property, the object's number, whether
+// it is also written, and its value as a text.
 struct VariableRow {
     int type;
     int elementType;
@@ -42,7 +42,7 @@ constexpr VariableRow ReadRows[] = {
 constexpr VariableRow WriteRows[] = {
     {DataValue, Float, code::AnalogOutput, code::PresentValue, 1, true, "36.5"},
 };
-// One object that is answered in segments, one that is not, one that is written too.
+// One object that is answered in segments, one that is not, one that is also written.
 constexpr VariableRow MixedRows[] = {
     {DataValue, Float, code::AnalogInput, code::PresentValue, 1, false, "21.5"},
     {DataValue, String, code::AnalogInput, code::Description, 1, false, LONG_TEXT},
@@ -65,7 +65,7 @@ constexpr char BystanderDevice[] = R"(device{ name = "bystander", instance = 2, 
 
 #undef LONG_TEXT
 
-// What is of one path alone.
+// The data that differ from path to path.
 struct PathRow {
     char const* fields;  // of the block
     char const* device;  // settings
@@ -77,7 +77,7 @@ struct PathRow {
 constexpr char Local[] = "MAC = '192.168.10.20:47808'";
 constexpr char Routed[] = "MAC = '10:20', NetworkNumber = 5";
 
-// By Path.
+// Indexed by Path.
 constexpr PathRow Paths[] = {
     {Local, "", ReadRows, std::size(ReadRows), {Plant::Attempts, 2, 1}},
     {Local, "max_apdu_length_accepted = 50,", ReadRows, std::size(ReadRows), {Plant::Attempts, 2, 3}},
@@ -126,7 +126,7 @@ void Plant::StartDevices() {
     world.Place(BystanderEndpoint, OnlyDevice(BystanderDevice));
 }
 
-// A variable of its own, so that a wrong value that was read is not written.
+// A separate variable, so that a wrong value that was read is not written.
 long long Plant::Setpoint(_OpcUa_BuiltInType type, char const* value) {
     long long const id = runtime.Variables().Declare("setpoint", type);
     OpcUa_VariantHlp variant;

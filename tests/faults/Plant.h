@@ -10,10 +10,10 @@
 
 namespace test {
 
-// What the disturbed block does with its device.
+// The kind of exchange between the disturbed block and its device.
 enum class Path { Plain, Segmented, Routed, Write, Mixed };
 
-// What a block tells the runtime in one cycle, from best to worst.
+// The report of a block to the runtime in one cycle, from best to worst.
 enum class Report {
     Good,    // no fault, every variable new and good, and as the device has it
     Old,     // no fault, but an object's variables are as they were, and still good
@@ -29,12 +29,13 @@ struct Sizes {
     int segments;
 };
 
-// Two blocks as the host runs them, made by a script, each with a task and a simulated device of its own: the
-// subject, whose device is disturbed, and the bystander. The subject writes in every cycle if its path is to.
+// Two blocks run by the host and created by a script, each with its own task and simulated device: the
+// subject, whose device is disturbed, and the bystander. On a path with writes the subject writes in every
+// cycle.
 class Plant {
 public:
     static constexpr int Attempts = 3;
-    // Between the end of a cycle and the beginning of the next one, in milliseconds, by default.
+    // The default pause between the end of a cycle and the beginning of the next one, in milliseconds.
     static constexpr long long Pause = 1000;
 
     // One cycle of both blocks.
@@ -54,21 +55,21 @@ public:
     // The faults of the subject's device.
     simulator::Faults& Faults() { return station->GetFaults(); }
     FaultWorld& World() { return world; }
-    // Cuts the subject off its device after so many further datagrams (FaultWorld::CutOffAfter).
+    // Cuts the subject off from its device after this number of further datagrams (FaultWorld::CutOffAfter).
     static constexpr long long Never = FaultWorld::Never;
     void CutOffAfter(long long datagrams);
     bool IsCutOff() const { return world.IsCutOff(); }
-    // The same of FaultWorld, for the subject's device.
+    // As in FaultWorld, for the subject's device.
     void SetRoundTrip(long long milliseconds);
     void Hold(long long milliseconds);
-    // A datagram of the subject's device that nobody asked for.
+    // Sends an unsolicited datagram from the subject's device.
     void Inject(long long delay, simulator::Octets octets);
-    // What the script takes, after it was tidied up.
+    // The octets that the script uses after a garbage collection.
     long long ScriptOctets();
-    // What the bystander's device was sent since the last call.
+    // The requests to the bystander's device since the last call.
     std::vector<simulator::Octets> TakeBystanderRequests() { return world.TakeRecord(); }
-    // The devices are restarted, without faults, when nothing is under way any more and what waits in the
-    // sockets has been read away; then two cycles.
+    // Waits until nothing is in transit, empties the sockets, restarts the devices without faults, and runs
+    // two cycles.
     void Settle();
 
 private:

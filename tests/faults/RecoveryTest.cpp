@@ -1,5 +1,5 @@
-// A block is good again in the first cycle that begins after its device answers again, whatever the round
-// trip and the period of the task.
+// A block is good again in the first cycle that begins after its device answers again, for every round trip
+// time and task period.
 
 #include <gtest/gtest.h>
 
@@ -28,8 +28,8 @@ std::string NameOfSetting(testing::TestParamInfo<Setting> const& info) {
            "_Period" + std::to_string(period);
 }
 
-// A plant whose cycles begin on the grid of the task's period, as the host has them: a cycle that lasts
-// longer leaves starts out.
+// A plant whose cycles begin at multiples of the task's period, as in the host: a cycle that lasts longer
+// skips starts.
 class Recovery : public testing::TestWithParam<Setting> {
 protected:
     Recovery() : plant(std::get<Path>(GetParam())), period(std::get<2>(GetParam())) {

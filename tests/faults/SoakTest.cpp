@@ -1,4 +1,4 @@
-// A million cycles with random faults: nothing may be left of them.
+// A million cycles with random faults, which must leave nothing.
 
 #include <gtest/gtest.h>
 
@@ -18,8 +18,7 @@ using simulator::Fault;
 
 namespace {
 
-// In a debug or checked build a cycle costs many times as much, and so it does under the emulator of the
-// target.
+// A cycle costs many times as much in a debug or sanitized build and in the target's emulator.
 #if defined(NDEBUG) && !defined(__arm__)
 constexpr int Cycles = 1'000'000;
 #else
@@ -29,7 +28,7 @@ constexpr int CyclesBefore = 1000;
 
 class RandomFaults {
 public:
-    // One of any kind, with random parameters where it has them, for up to five requests or six seconds.
+    // A fault of any kind, with random parameters where it has them, for up to five requests or six seconds.
     Fault Next() {
         Fault fault = simulator::MakeFault(simulator::FaultRows[Below(simulator::FaultKinds)].kind);
         fault.delay = std::chrono::milliseconds(Below(2500));
@@ -55,7 +54,7 @@ private:
     std::mt19937 random{2024};
 };
 
-// What must not grow.
+// The resources that must not grow.
 struct Holdings {
     long long heapOctets;
     long long heapPieces;

@@ -4,13 +4,13 @@
 
 namespace test {
 
-// What operator new gives out from the making of the watch on.
+// Allocations by operator new since the construction of the watch.
 class AllocationWatch {
 public:
     AllocationWatch();
 
     HeapTotals Made() const;
-    // Octets given out now beyond those at the beginning; the most that there were at any time.
+    // Octets allocated now beyond those at the beginning; their maximum at any time.
     long long Growth() const;
     long long Peak() const;
 
@@ -19,7 +19,7 @@ private:
     long long octetsBefore;
 };
 
-// How often as many allocations, in pieces or in octets, whichever is more.
+// The ratio of the allocations, by number or by octets, whichever is larger.
 double Ratio(HeapTotals const& larger, HeapTotals const& smaller);
 
 }  // namespace test

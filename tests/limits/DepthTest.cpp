@@ -1,5 +1,5 @@
-// Values nested as deep as an answer in segments can carry, read by the whole client on a thread whose stack
-// has less than an octet for each level.
+// Values nested as deep as a segmented answer allows, read by the whole client on a thread whose stack has
+// less than an octet for each level.
 
 #include <random>
 #include <utility>
@@ -22,13 +22,13 @@ Octets Nested(std::size_t depth, Octets const& inside = {}) {
     return Octets(depth, Opening) + inside + Octets(depth, Closing);
 }
 
-// The deepest value whose tags are all closed.
+// The greatest depth at which all tags are closed.
 constexpr std::size_t MostDepth = (SegmentingDevice::MostOctets - 16) / 2;
 static_assert(MostDepth > 190000);
 
 class Depth : public LimitFixture {
 protected:
-    // One cycle of a block with one variable, against a device that answers this.
+    // One cycle of a block with one variable, with a device that answers this.
     void Poll(Octets const& payload, int objectType, int propertyCode) {
         SegmentingDevice device(payload);
         segments = device.Segments();
@@ -60,7 +60,7 @@ TEST_F(Depth, TreeOfAWholeAnswerIsReadWrittenBackAndDestroyed) {
     });
 }
 
-// A device chooses when a tree is destroyed; it must not end the process where there is no memory left.
+// A device determines when a tree is destroyed. Without memory this must not end the process.
 TEST_F(Depth, DestroyingATreeOfAnyShapeNeedsNoMemory) {
     std::mt19937 random(31);
     for (int i = 0; i < 200; ++i) {
@@ -125,7 +125,7 @@ TEST_F(Depth, DeepDayOfAWeeklyScheduleIsAFailedAttempt) {
     EXPECT_TRUE(hasFault);
 }
 
-// A period of an unknown form stands for itself, however deep it is: "2,,".
+// A period of an unknown form has the text "2,,", however deep it is.
 TEST_F(Depth, DeepPeriodOfAnExceptionScheduleHasTheTextOfAnUnknownOne) {
     Octets const time = Hex("B4 0C 00 00 00 21 05");
     Octets const event = Nested(MostDepth - 20) + Hex("2E") + time + Hex("2F 39 03");

@@ -17,7 +17,7 @@
 
 namespace test {
 
-// BACnet's numbers of the properties.
+// BACnet's numbers for properties.
 namespace property {
 constexpr char PresentValue = 85;
 constexpr char Description = 28;
@@ -26,7 +26,7 @@ constexpr char ExceptionSchedule = 38;
 constexpr char StatusFlags = 111;
 }  // namespace property
 
-// A block with variables in a store of its own.
+// A block with its own store of variables.
 class Block {
 public:
     Block() : store(std::make_shared<VariableStore>()), provider(store, nullptr) {
@@ -36,7 +36,7 @@ public:
         driver.FaultItemId = store->Declare("Fault", OpcUaType_Boolean);
     }
 
-    // A variable; its id. One that is writable is written from the variable behind it.
+    // Adds a variable and returns its id. A writable one is written from the variable with the next id.
     long long Add(int objectType, int propertyCode, int number, OpcUa_BuiltInTypeHlp type,
                   bool isWritable = false) {
         ScadaProtocol::ReadChannel const read{store->Declare("Read", type), "", type};
@@ -75,13 +75,13 @@ public:
     dorvel::BACnet::BACnetProtocol driver;
 };
 
-// A device whose answer to every read is one payload in segments. It answers each acknowledgement with the
-// next segment, whatever it acknowledges, and the last one with nothing.
+// A device that answers every read with one payload in segments. It answers each acknowledgement with the
+// next segment, whatever it acknowledges, and ignores the last one.
 class SegmentingDevice {
 public:
-    // What an unconfirmed datagram of 1500 octets has room for.
+    // The octets of a segment that fit a datagram of 1500 octets.
     static constexpr std::size_t Room = 1489;
-    // The most that a client can hold: as many segments as there are sequence numbers.
+    // The most segments that a client can keep: one for each sequence number.
     static constexpr std::size_t MostOctets = 256 * Room;
 
     explicit SegmentingDevice(Octets wholePayload, std::size_t octetsPerSegment = Room)

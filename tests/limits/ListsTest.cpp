@@ -1,4 +1,4 @@
-// Long lists: results of one answer, entries and events of schedules.
+// Long lists: the results of one answer, the entries and events of schedules.
 
 #include "ExceptionScheduleValue.h"
 #include "LimitFixture.h"
@@ -16,7 +16,7 @@ Octets Repeated(std::size_t count, Octets const& piece) {
     return all;
 }
 
-// One cycle of a block with one variable, against a device that answers this.
+// One cycle of a block with one variable, with a device that answers this.
 struct Outcome {
     bool hasFault = true;
     VariableState state;
@@ -39,10 +39,11 @@ Outcome Poll(Octets const& payload, int objectType, int propertyCode, OpcUa_Buil
     return {block.HasFault(), block.StateOf(id), block.TextOf(id), block.NumberOf(id)};
 }
 
-// The size of a list of results is counted in an octet.
+// The driver counts the size of a list of results in one octet.
 class ListOfResults : public LimitFixture {
 protected:
-    // Pairs with 1.0, the pair at the place with 42.0 and, if wanted, a property without a value at the end.
+    // Pairs with 1.0, one pair at this index with 42.0 and, on request, a property without a value at the
+    // end.
     static Outcome PollPairs(std::size_t pairs, std::size_t place, bool isOdd = false) {
         Octets const one = ResultOf(property::PresentValue, Hex("44 3F 80 00 00"));
         Octets const marked = ResultOf(property::PresentValue, Real42Octets());
@@ -70,7 +71,7 @@ TEST_F(ListOfResults, Of255SubTagsLacksAValueAndIsAFailedAttempt) {
 TEST_F(ListOfResults, Of256SubTagsIsReadAsEmpty) {
     Outcome const outcome = PollPairs(128, 0);
     EXPECT_FALSE(outcome.hasFault);
-    EXPECT_EQ(outcome.state.Time, 0) << "no record at all";
+    EXPECT_EQ(outcome.state.Time, 0) << "no record";
 }
 
 // 1000 is three times 256 and 232, so 116 pairs.
@@ -86,12 +87,12 @@ TEST_F(ListOfResults, OfAWholeAnswerIsReadInMemoryOfItsSize) {
         PollPairs(pairs, 0);
         return watch.Made();
     };
-    measure(1);  // tables of the first use
+    measure(1);  // builds the tables of the first use
     constexpr std::size_t most = SegmentingDevice::MostOctets / 9 - 2;
     EXPECT_LT(Ratio(measure(most), measure(most / 2)), 2.1);
 }
 
-// The lists of schedules are counted in full.
+// The sizes of lists in schedules are not cut.
 class ListInASchedule : public LimitFixture {
 protected:
     static std::string WeeklyText(std::size_t entries) {

@@ -1,4 +1,4 @@
-// 1,000 blocks in one process, made by a script and run by the runtime's tasks.
+// 1,000 blocks in one process, created by a script and run by the runtime's tasks.
 
 #include <algorithm>
 #include <chrono>
@@ -16,7 +16,7 @@ constexpr int Tasks = 10;
 constexpr int RoutedPorts = 20;
 constexpr auto Patience = 60s;  // only a failing test waits that long
 
-// So many blocks; further fields as Lua text.
+// Adds this number of blocks, with further fields as Lua text.
 void AddBlocks(Plant& plant, int count, std::string const& fields = "") {
     for (int number = 0; number < count; ++number) {
         plant.Add("CountRepeat = 1, " + fields);
@@ -63,7 +63,7 @@ TEST_F(ManyBlocks, AreRunByTheThreadsOfTheirTasks) {
     EXPECT_EQ(network.TotalSent(), static_cast<unsigned long>(Many) * Cycles);
 }
 
-// The ports above BACnet/IP's own are for the first 20 blocks behind routers; the others take any free one.
+// The first 20 blocks behind routers use the ports above that of BACnet/IP; the others use any free one.
 TEST_F(ManyBlocks, BehindRoutersUseTheTwentyPortsBeforeOthers) {
     LineNetwork network([](int, Octets const& request) {
         Octets const object(request.begin() + 17, request.begin() + 21);
@@ -83,8 +83,8 @@ TEST_F(ManyBlocks, BehindRoutersUseTheTwentyPortsBeforeOthers) {
     EXPECT_EQ(network.OpenSockets(), 0u);
 }
 
-// Where the system has no socket left, the blocks without one report it and the others are not touched; what
-// is freed serves the next cycle.
+// When the system has no socket left, the blocks without one report a fault and the others are not affected.
+// A socket that is closed can be used in the next cycle.
 TEST_F(ManyBlocks, WithoutASocketReportAFaultUntilThereIsOne) {
     LineNetwork network(AnswerReads);
     network.LimitSockets(Many - 100);
@@ -116,13 +116,13 @@ TEST_F(ManyBlocks, NeedWorkAndMemoryInProportion) {
     HeapTotals largePoll;
     long long smallHeld = 0;
     long long largeHeld = 0;
-    live(1, smallPoll, smallHeld);  // tables of the first use
+    live(1, smallPoll, smallHeld);  // builds the tables of the first use
     HeapTotals const small = live(Many / 2, smallPoll, smallHeld);
     HeapTotals const large = live(Many, largePoll, largeHeld);
     EXPECT_LT(Ratio(large, small), 2.1);
     EXPECT_LT(Ratio(largePoll, smallPoll), 2.1);
     EXPECT_LT(static_cast<double>(largeHeld), 2.1 * static_cast<double>(smallHeld));
-    EXPECT_LT(largeHeld / Many, 8192) << "octets a block, beside Lua's";
+    EXPECT_LT(largeHeld / Many, 8192) << "octets a block, besides Lua's";
 }
 
 TEST_F(ManyBlocks, CreatedAndDestroyedRepeatedlyLeaveNothing) {
@@ -132,7 +132,7 @@ TEST_F(ManyBlocks, CreatedAndDestroyedRepeatedlyLeaveNothing) {
         AddBlocks(plant, 100);
         plant.Runtime().RunOnce();
     };
-    live();  // tables of the first use
+    live();  // builds the tables of the first use
     AllocationWatch const watch;
     for (int round = 0; round < 10; ++round) {
         live();

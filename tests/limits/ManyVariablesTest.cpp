@@ -1,4 +1,4 @@
-// 10,000 variables in one block: set up, polled, lost, written and destroyed in work that grows as they do.
+// 10,000 variables in one block: set-up, polls, a lost device, writes and destruction in proportional work.
 
 #include "LimitFixture.h"
 #include "Variants.h"
@@ -8,13 +8,13 @@ using namespace test;
 namespace {
 
 constexpr int Many = 10000;
-constexpr double Proportional = 2.1;  // twice as many variables, with something for the tables' own growth
+constexpr double Proportional = 2.1;  // twice as many variables, with a margin for the growth of tables
 
 std::vector<LineAnswer> AnswerReads(int, Octets const& request) {
     return {{IsWrite(request) ? WriteDone(request) : ValueOf42(request)}};
 }
 
-// What the phases in the life of a block take.
+// The work of each phase in the life of a block.
 struct Work {
     HeapTotals setUp;
     HeapTotals firstPoll;
@@ -48,7 +48,7 @@ protected:
             EXPECT_FALSE(block.HasFault());
             long long const afterPoll = life.Growth();
             work.poll = Measure([&] { block.driver.Execute(); });
-            EXPECT_EQ(life.Growth(), afterPoll) << "a cycle leaves nothing behind";
+            EXPECT_EQ(life.Growth(), afterPoll) << "a cycle leaves nothing";
             isSilent = true;
             work.lostPoll = Measure([&] { block.driver.Execute(); });
             EXPECT_TRUE(block.HasFault());
@@ -58,7 +58,7 @@ protected:
     }
 
     static void ExpectProportional(Adder add) {
-        Live(1, add);  // tables of the first use
+        Live(1, add);  // builds the tables of the first use
         Work const small = Live(Many / 2, add);
         Work const large = Live(Many, add);
         EXPECT_LT(Ratio(large.setUp, small.setUp), Proportional);
@@ -66,7 +66,7 @@ protected:
         EXPECT_LT(Ratio(large.poll, small.poll), Proportional);
         EXPECT_LT(Ratio(large.lostPoll, small.lostPoll), Proportional);
         EXPECT_LT(static_cast<double>(large.held), Proportional * static_cast<double>(small.held));
-        EXPECT_LT(large.held / Many, 2048) << "octets a variable, its place in the runtime included";
+        EXPECT_LT(large.held / Many, 2048) << "octets a variable, with those in the runtime";
         EXPECT_EQ(large.left, 0);
     }
 
@@ -77,7 +77,7 @@ private:
         body();
         return watch.Made();
     }
-    // Closed with their block.
+    // They are closed with their block.
     static long long SocketsOf(LineNetwork const& network) {
         EXPECT_EQ(network.OpenSockets(), 0u);
         return 0;
@@ -119,7 +119,7 @@ TEST_F(ManyVariables, OfAsManyObjectsAreAllPolledAndDelivered) {
     }
 }
 
-// One request for all of them: two octets each behind the object, and Status_Flags.
+// One request for all of them: two octets each after the object, and Status_Flags.
 TEST_F(ManyVariables, OfOneObjectFitOneRequestAndTheFirstGetsTheValue) {
     std::vector<std::size_t> sizes;
     LineNetwork network([&sizes](int line, Octets const& request) {

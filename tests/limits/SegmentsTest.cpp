@@ -1,4 +1,4 @@
-// Answers of as many segments as there are sequence numbers, and of more.
+// Answers with as many segments as there are sequence numbers, and with more.
 
 #include "LimitFixture.h"
 
@@ -8,7 +8,7 @@ namespace {
 
 constexpr long long Wait = 1000;
 
-// A payload of so many segments of 4 octets whose value is read from all of them: a text.
+// A payload of this number of segments of 4 octets: a text that needs all of them.
 Octets TextPayload(std::size_t segments) {
     std::size_t const textOctets = 4 * segments - 18;
     Octets text = {0x75, '\xFE', static_cast<char>((textOctets + 1) >> 8), static_cast<char>(textOctets + 1),
@@ -35,7 +35,7 @@ protected:
         elapsed = network.Elapsed(0);
     }
 
-    // What a whole answer delivers.
+    // The value that the complete answer delivers.
     static std::string Whole(std::size_t segments) {
         Octets const payload = TextPayload(segments);
         return std::string(payload.begin() + 14, payload.end() - 2);
@@ -52,7 +52,7 @@ TEST_F(TextInSegments, Of255AreJoined) {
     EXPECT_FALSE(hasFault);
     EXPECT_EQ(text, Whole(255));
     EXPECT_EQ(sent, 1 + 255u) << "the request and an acknowledgement each";
-    EXPECT_EQ(elapsed, Wait) << "the last acknowledgement waits out its time";
+    EXPECT_EQ(elapsed, Wait) << "the last acknowledgement waits for its whole time";
 }
 
 TEST_F(TextInSegments, Of256AreJoined) {
@@ -63,7 +63,7 @@ TEST_F(TextInSegments, Of256AreJoined) {
     EXPECT_EQ(elapsed, Wait);
 }
 
-// The 257th has the number of the first and takes its place: what is joined is no answer any more.
+// The 257th has the number of the first and replaces it, so the joined octets are not an answer.
 TEST_F(TextInSegments, Of257AreReceivedAndNotJoinedToTheAnswer) {
     Poll(257);
     EXPECT_TRUE(hasFault);
@@ -80,10 +80,10 @@ TEST_F(TextInSegments, Of1000AreReceivedAndNotJoinedToTheAnswer) {
     EXPECT_EQ(elapsed, Wait);
 }
 
-// A device that sends segments all the time keeps its block busy; it does not make it grow.
+// A device that sends segments without end occupies its block, but the block's memory does not grow.
 class SegmentsWithoutEnd : public LimitFixture {
 protected:
-    // The most that is held at any time while so many segments of the largest size come.
+    // The most octets held at any time while this number of segments of the largest size arrives.
     static long long PeakOf(std::size_t segments) {
         Octets const part(SegmentingDevice::Room, 0x0E);
         std::size_t next = 0;
@@ -112,7 +112,7 @@ TEST_F(SegmentsWithoutEnd, NeedNoMoreMemoryThan256OfThem) {
 }
 
 TEST_F(SegmentsWithoutEnd, LeaveNothing) {
-    PeakOf(1000);  // tables of the first use
+    PeakOf(1000);  // builds the tables of the first use
     AllocationWatch const watch;
     PeakOf(1000);
     EXPECT_EQ(watch.Growth(), 0);

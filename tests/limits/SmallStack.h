@@ -9,8 +9,8 @@
 
 namespace test {
 
-// Less than an octet for each level of what is nested here, so that one call a level would run over it.
-// Frames are larger where a sanitizer watches them.
+// Less than an octet for each nested level, so that one call a level would overflow it. Sanitizers need
+// larger frames.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 #define TEST_STACK_IS_WATCHED 1
 #elif defined(__has_feature)
@@ -24,7 +24,7 @@ constexpr std::size_t SmallStack = 256 * 1024;
 constexpr std::size_t SmallStack = 64 * 1024;
 #endif
 
-// Runs the body on a thread of its own with a small stack; what it throws comes out.
+// Runs the body on a new thread with a small stack and rethrows its exception.
 inline void OnSmallStack(std::function<void()> const& body) {
     struct Call {
         std::function<void()> const& body;

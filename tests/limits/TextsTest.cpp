@@ -1,4 +1,4 @@
-// Texts of 64 KB in both directions, and texts of a configuration that know no measure.
+// Texts of 64 KB in both directions, and texts of unlimited length in a configuration.
 
 #include <stdexcept>
 
@@ -12,10 +12,10 @@ using Network::AddressParser;
 
 namespace {
 
-// The longest content of a tag that a length in two octets can tell.
+// The longest content of a tag with a length in two octets.
 constexpr std::size_t MostContent = 0xFFFF;
 
-// An application tag with so many octets.
+// An application tag with this content.
 Octets LongTag(char first, Octets const& content) {
     Octets tag = {first, '\xFE', static_cast<char>(content.size() >> 8), static_cast<char>(content.size())};
     Append(tag, content);
@@ -24,7 +24,7 @@ Octets LongTag(char first, Octets const& content) {
 
 class LongTexts : public LimitFixture {
 protected:
-    // What one variable gets from a device that answers this in segments.
+    // The text that one variable gets from a device that answers this in segments.
     std::string Read(Octets const& object, char propertyNumber, Octets const& value, int objectType,
                      int propertyCode) {
         SegmentingDevice device(ResultsOf(object, ResultOf(propertyNumber, value)));
@@ -37,7 +37,7 @@ protected:
         return block.TextOf(id);
     }
 
-    // The datagram by which a text is written to a property of an object; empty when none was sent.
+    // The datagram that writes a text to a property of an object; empty when none was sent.
     Octets Write(std::string const& text, int objectType, int propertyCode, Octets const& readAnswer) {
         Octets written;
         LineNetwork network([&](int, Octets const& request) -> std::vector<LineAnswer> {
@@ -53,7 +53,7 @@ protected:
         block.driver.Inited();
         block.store->Write(id + 1, "", Text(text), 0);
         block.driver.Execute();
-        EXPECT_FALSE(block.HasFault()) << "a failed write is none";
+        EXPECT_FALSE(block.HasFault()) << "a failed write is not a fault";
         return written;
     }
 
@@ -125,7 +125,7 @@ TEST_F(LongTexts, ScheduleTextOfAMegabyteIsWritten) {
     EXPECT_EQ(datagram.size(), 10 + 5 + 2 + 2 + 7 * 2 + 7 * entries);
 }
 
-// One entry with a value of a megabyte, whose length has to be told.
+// One entry with a value of a megabyte, which needs a length field.
 TEST_F(LongTexts, ScheduleEntryOfAMegabyteIsWritten) {
     std::string const text = Letters(1000000);
     Octets const noDays =
@@ -158,7 +158,7 @@ TEST_F(LongTexts, BlockWithAnAddressOfAMegabyteReportsItAndDoesNotPoll) {
     EXPECT_FALSE(other.HasFault());
 }
 
-// Each part of such an address is an octet. A device with one is asked all the same.
+// Each part of such an address is an octet. A device with such an address is still polled.
 TEST_F(LongTexts, AddressOfManyPartsIsParsedInWorkOfItsLength) {
     auto const measure = [](std::size_t parts) {
         std::string text = "1.";

@@ -6,8 +6,9 @@
 
 namespace test {
 
-// A Lua state that runs out of memory: of the requests for more, counted from 1, one is refused together with
-// the second try that Lua makes after it has collected its garbage, or all from there on. 0: none.
+// A Lua state that runs out of memory. Requests for more memory are counted from 1. One request fails, and
+// with it the retry that Lua makes after a garbage collection, or all requests from there on fail; with 0
+// none does.
 class FailingLua {
 public:
     enum class Mode { Once, ForEver };
@@ -15,9 +16,9 @@ public:
     explicit FailingLua(long long numberRefused, Mode refusalMode = Mode::Once)
         : refused(numberRefused), mode(refusalMode), state(lua_newstate(Allocate, this), Close) {}
 
-    // Null when the memory did not do for a state.
+    // Null if the memory was not enough for a state.
     lua_State* Get() const { return state.get(); }
-    // Closes the state; gives the octets that it did not give back.
+    // Closes the state and returns the octets that it did not free.
     long long Close() {
         state.reset();
         return octets;

@@ -1,5 +1,6 @@
-// Lua and C++ may each run out of memory at any point of a script: a Lua error or an exception to the caller
-// then, with nothing leaked, nothing half made, and no exception of C++ through a call of Lua.
+// Lua and C++ may each run out of memory at any point of a script. The result is a Lua error or an exception
+// to the caller, without a leak, without a half-made object, and without a C++ exception through a call of
+// Lua.
 
 #include <dlfcn.h>
 #include <gtest/gtest.h>
@@ -27,8 +28,7 @@ namespace {
 
 using dorvel::BACnet::BACnetProtocol;
 
-// An error of a Lua that was built as C++ is an exception, one of a Lua that was built as C jumps over the
-// handler.
+// An error of a Lua built as C++ is an exception, while an error of a Lua built as C jumps over the handler.
 int RaiseError(lua_State* L) {
     try {
         return luaL_error(L, "an error");
@@ -38,7 +38,7 @@ int RaiseError(lua_State* L) {
     }
 }
 
-// The programs that use Lua are run twice, the second time linked with the Lua that was built as C++.
+// The programs that use Lua run twice, the second time linked with the Lua that is built as C++.
 TEST(LuaLibrary, IsTheOneOfThisTest) {
     FailingLua lua(0);
     bool isException = false;
@@ -54,7 +54,7 @@ void const* FileOf(void const* address) {
     return dladdr(address, &info) ? info.dli_fbase : nullptr;
 }
 
-// The libraries and the add-in find Lua's functions as dlsym does.
+// The libraries and the add-in find the same Lua functions as dlsym.
 TEST(LuaLibrary, IsTheSameForTheProgramAndItsLibraries) {
     for (char const* const name :
          {"lua_error", "lua_pcallk", "luaL_error", "luaL_checkudata", "luaopen_base"}) {
@@ -69,7 +69,7 @@ struct Reach {
     int chunksRun = 0;
 };
 
-// Everything that a script can do with a block. Each piece is run for itself, so that an error ends it alone.
+// All operations of a script on a block. Each chunk runs separately, so that an error ends only that one.
 constexpr char const* Chunks[] = {
     "block = BACnet.new{ Address = '192.168.100.200:47808', MAC = 'a text that no small string can hold, of "
     "a device',"
@@ -94,7 +94,7 @@ constexpr char const* Chunks[] = {
     "BACnet.get(5)",
 };
 
-// The status of a chunk is one that Lua gives: an exception of C++ that gets as far as Lua is none of them.
+// The status of a chunk must be one of Lua's: a C++ exception that reaches Lua gives another one.
 void RunChunks(lua_State* L, Reach& reach) {
     for (char const* const chunk : Chunks) {
         int status = luaL_loadstring(L, chunk);
@@ -129,7 +129,7 @@ class LuaMemory : public ::testing::Test {
 protected:
     static void SetUpTestSuite() { BACnetProtocol::RegAsLuaType(); }
 
-    // What static objects and caches take, they have taken after a run in which nothing fails.
+    // After a run without failures, static objects and caches have allocated their memory.
     LuaMemory() {
         dorvel::SetLogSink([](std::string_view) {});
         for (int i = 0; i < 2; ++i) {
@@ -142,7 +142,7 @@ protected:
 
     ~LuaMemory() override { dorvel::SetLogSink(nullptr); }
 
-    // Lets every request of Lua fail in turn; gives how many there are.
+    // Lets every request of Lua fail in turn and returns their number.
     long long FailEveryRequest(FailingLua::Mode mode) {
         for (long long request = 1;; ++request) {
             long long const before = test::HeapPieces();
@@ -217,7 +217,7 @@ TEST_F(LuaMemory, ABlockThatTheRuntimeCannotEnterIsCollected) {
         lua_pop(lua.Get(), 1);
         lua_gc(lua.Get(), LUA_GCCOLLECT);
         EXPECT_TRUE(runtime.Blocks().empty());
-        EXPECT_LE(test::HeapPieces(), before + 1) << piece;  // one: the room for entries
+        EXPECT_LE(test::HeapPieces(), before + 1) << piece;  // one: the capacity for entries
     }
     ASSERT_EQ(status, LUA_OK);
     EXPECT_EQ(runtime.Blocks().size(), 1u);
@@ -259,10 +259,10 @@ TEST_F(LuaMemory, AProjectIsLoadedOrRefusedAtEveryLimit) {
     }
 }
 
-// The script alone: a block that cannot be initialised keeps the records of its variables.
+// Only the script: a block that cannot be initialised keeps the records of its variables.
 TEST_F(LuaMemory, AProjectsScriptLeaksNothingWhicheverAllocationOfCppFails) {
     std::string const text = std::string(Project) + "error('the end')";
-    LoadProject({}, text);  // what is made once and kept
+    LoadProject({}, text);  // allocates what is kept
     for (long long piece = 1;; ++piece) {
         long long const before = test::HeapPieces();
         test::FailPiece(piece);
@@ -277,7 +277,7 @@ TEST_F(LuaMemory, AProjectsScriptLeaksNothingWhicheverAllocationOfCppFails) {
     }
 }
 
-// The number of devices in a file of which the last comes out of much memory, -1 when the sandbox refuses it.
+// The number of devices in a file whose last one needs much memory, -1 if the sandbox refuses the file.
 int CountDevices(std::size_t mostMemory) {
     try {
         simulator::LuaSandbox sandbox({"device", "object"}, mostMemory);

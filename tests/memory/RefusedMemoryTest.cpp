@@ -1,4 +1,4 @@
-// The device client, and a block, when there is no memory for one piece of what it makes, whichever it is.
+// The device client, and a block, when any one of their allocations fails.
 
 #include <gtest/gtest.h>
 
@@ -16,13 +16,12 @@ namespace {
 
 class RefusedMemory : public ::testing::TestWithParam<char const*> {};
 
-// Whether every value came. Nothing else may come out of it: the device client belongs to somebody else's
-// task.
+// Whether every value was delivered. No exception may leave the client, which runs in a task of the host.
 bool IsPolled(Clients& clients) {
     try {
         clients.Poll();
         return true;
-    } catch (std::runtime_error const&) {  // of the clients' own check
+    } catch (std::runtime_error const&) {  // from the check in Clients
         return false;
     }
 }
@@ -31,7 +30,7 @@ bool IsPolled(Clients& clients) {
 
 TEST_P(RefusedMemory, IsAFailedAttemptThatLeavesNothing) {
     Clients clients(GetParam(), 1);
-    ASSERT_TRUE(IsPolled(clients));  // makes what is made once
+    ASSERT_TRUE(IsPolled(clients));  // allocates what is kept
     long long failed = 0;
     for (long long piece = 1;; ++piece) {
         long long const before = test::HeapPieces();
@@ -48,7 +47,7 @@ TEST_P(RefusedMemory, IsAFailedAttemptThatLeavesNothing) {
     EXPECT_GT(failed, 15);
 }
 
-// Here the runtime's own part of a cycle is refused memory as well, of which it may tell by an exception.
+// Here the runtime's part of a cycle may fail too, which it may report with an exception.
 TEST(RefusedMemoryOfABlock, LeavesNothingAfterACycle) {
     bench::LoadAddin();
     bench::HostedBlocks blocks("properties-3", 2, 1);

@@ -1,4 +1,4 @@
-// A block that is started, and one whose device is silent, where there is no memory.
+// Starting a block, and polling a silent device, without memory.
 
 #include <gtest/gtest.h>
 
@@ -21,7 +21,7 @@ using dorvel::BACnet::VelaBufferParameters;
 
 namespace {
 
-// Sockets without a device. It takes no memory.
+// Sockets without a device. It allocates nothing.
 class SilentNetwork final : public dorvel::HostEnvironment {
 public:
     SilentNetwork() { dorvel::SetEnvironment(this); }
@@ -46,7 +46,7 @@ private:
 
 constexpr int Variables = 5;
 
-// A block that is configured and not yet started. At its end the configuration takes back what it still owns.
+// A block that is configured and not yet started. At its end the configuration destroys what it still owns.
 class ConfiguredBlock {
 public:
     explicit ConfiguredBlock(int network) {
@@ -81,7 +81,7 @@ class StartWithoutMemory : public ::testing::TestWithParam<int> {
 protected:
     StartWithoutMemory() {
         dorvel::SetLogSink([](std::string_view) {});
-        ConfiguredBlock(0).block.Inited();  // makes what is made once
+        ConfiguredBlock(0).block.Inited();  // allocates what is kept
     }
     ~StartWithoutMemory() override { dorvel::SetLogSink(nullptr); }
 
@@ -117,13 +117,13 @@ TEST_P(StartWithoutMemory, LeavesNoDeviceAndEveryDescriptorWithOneOwner) {
 
 INSTANTIATE_TEST_SUITE_P(Networks, StartWithoutMemory, ::testing::Values(0, 5));
 
-// Neither an attempt nor the log line that says that it failed may leave the client as an exception.
+// Neither an attempt nor the log line about its failure may throw out of the client.
 TEST(SilentDevice, IsAFaultWithoutAnyMemory) {
     SilentNetwork const network;
     dorvel::SetLogSink([](std::string_view) {});
     ConfiguredBlock configured(0);
     configured.block.Inited();
-    auto& client = const_cast<TBACnet&>(*configured.block.Device());  // the block's own cycle needs memory
+    auto& client = const_cast<TBACnet&>(*configured.block.Device());  // the block's cycle needs memory
     long long piece = 0;
     for (bool wasRefused = true; wasRefused;) {
         std::vector<WriteDataRec> values;

@@ -14,8 +14,8 @@
 
 namespace test {
 
-// A world without an operating system for several threads at once: each socket has a line of its own on which
-// every request is answered at once. Waiting for what does not come costs no time; the clock stands still.
+// A network for several threads without an operating system: each socket has its own line, on which every
+// request is answered at once. Waiting without an answer takes no time; the clock stands still.
 class AnsweringNetwork final : public dorvel::HostEnvironment {
 public:
     // The answers to a request. It may be called by several threads at once.
@@ -28,7 +28,7 @@ public:
     AnsweringNetwork(AnsweringNetwork const&) = delete;
     AnsweringNetwork& operator=(AnsweringNetwork const&) = delete;
 
-    // What was sent, by socket.
+    // The datagrams that were sent, by socket.
     std::vector<std::vector<Octets>> Sent() const {
         std::lock_guard<std::mutex> const lock(mutex);
         std::vector<std::vector<Octets>> all;

@@ -4,9 +4,8 @@
 
 #include "Hex.h"
 
-// What a device answers, put together from hexadecimal text: none of the driver's own encoders has a hand in
-// it, so that a mistake of theirs cannot cancel itself out. All of it follows ASHRAE 135, the length field
-// included.
+// Answers of a device, made from hexadecimal text and independent of the driver's encoders, so that their
+// mistakes cannot cancel out. They follow ASHRAE 135, including the length field.
 namespace test {
 
 inline std::string HexOctet(unsigned value) {
@@ -24,7 +23,7 @@ inline Octets AnswerDatagram(std::string const& apdu) {
     return BvlcFrame("01 00 " + apdu);
 }
 
-// The datagram of a device behind a router, whose NPDU tells network and MAC of the source.
+// The datagram of a device behind a router, whose NPDU has network and MAC of the source.
 inline Octets RoutedAnswerDatagram(unsigned network, std::string const& mac, std::string const& apdu) {
     return BvlcFrame("01 08 " + HexOctet(network >> 8) + HexOctet(network) +
                      HexOctet(static_cast<unsigned>(Hex(mac).size())) + mac + " " + apdu);
@@ -42,7 +41,7 @@ inline std::string ReadResults(std::string const& object, std::string const& res
     return "0C " + object + " 1E " + results + "1F ";
 }
 
-// A ComplexACK for ReadPropertyMultiple in one piece.
+// An unsegmented ComplexACK for ReadPropertyMultiple.
 inline std::string ReadAck(unsigned invokeId, std::string const& object, std::string const& results) {
     return "30 " + HexOctet(invokeId) + "0E " + ReadResults(object, results);
 }

@@ -4,8 +4,8 @@
 
 #include "Hex.h"
 
-// What a device answers, as octets: for answers too large to be written as hexadecimal text. None of the
-// driver's own encoders has a hand in it.
+// Answers of a device as octets, for answers too large for hexadecimal text. They are independent of the
+// driver's encoders.
 namespace test {
 
 inline void Append(Octets& octets, Octets const& more) {
@@ -20,7 +20,7 @@ inline Octets Datagram(Octets const& apdu) {
     return octets;
 }
 
-// A ComplexACK for ReadPropertyMultiple in one piece.
+// An unsegmented ComplexACK for ReadPropertyMultiple.
 inline Octets WholeAnswer(char invokeId, Octets const& payload) {
     Octets apdu = {0x30, invokeId, 0x0E};
     Append(apdu, payload);
@@ -35,7 +35,7 @@ inline Octets SegmentAnswer(char invokeId, std::size_t number, bool moreFollows,
     return Datagram(apdu);
 }
 
-// What requests of the driver say, for a device on the local network.
+// Fields of the driver's requests to a device on the local network.
 inline bool IsSegmentAck(Octets const& request) {
     return request.at(6) == 0x40;
 }

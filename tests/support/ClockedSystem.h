@@ -4,8 +4,8 @@
 
 namespace test {
 
-// The sockets of the operating system with a clock that only Pass moves: put in its place while it
-// lives. However slow the machine is, nothing that happens between two calls of Pass takes any time.
+// The sockets of the operating system with a clock that only Pass advances. It replaces the operating system
+// while it exists. Between two calls of Pass no time passes, however slow the machine is.
 class ClockedSystem final : public dorvel::HostEnvironment {
 public:
     ClockedSystem() { dorvel::SetEnvironment(this); }

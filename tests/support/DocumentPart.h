@@ -11,7 +11,7 @@
 namespace test {
 
 // Compares a text that a test makes with the part of a document between "<!-- NAME: begin -->" and
-// "<!-- NAME: end -->". With DORVEL_PRINT_TABLE in the environment the text is printed, to be put there.
+// "<!-- NAME: end -->". With DORVEL_PRINT_TABLE in the environment the text is printed, to be copied there.
 inline void ExpectInDocument(char const* path, std::string const& name, std::string const& text) {
     if (std::getenv("DORVEL_PRINT_TABLE")) {
         std::cout << text;

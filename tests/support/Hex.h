@@ -11,8 +11,8 @@ namespace test {
 
 using Octets = std::vector<char>;
 
-// The octets of a text of hexadecimal digit pairs; everything that is not such a digit only separates,
-// so "81 0A" and "810A" are the same.
+// The octets of a text of hexadecimal digit pairs. All other characters are separators, so "81 0A" and "810A"
+// are the same.
 inline Octets Hex(std::string_view text) {
     Octets octets;
     int nibbles = 0;
@@ -32,7 +32,7 @@ inline Octets Hex(std::string_view text) {
     return octets;
 }
 
-// The octets as "81 0A 00": what a failed comparison should show.
+// The octets as "81 0A 00", for the messages of failed comparisons.
 inline std::string ToHex(Octets const& octets) {
     static char const digits[] = "0123456789ABCDEF";
     std::string text;

@@ -16,18 +16,17 @@
 
 namespace test {
 
-// A datagram that is on its way to the driver, and how many milliseconds it takes.
+// A datagram to the driver, and its delay in milliseconds.
 struct LineAnswer {
     Octets datagram;
     long long delay = 0;
 };
 
-// A world of many sockets in virtual time, for any number of threads: each socket is a line with a clock of
-// its own, which moves while its owner waits. Nothing that was sent is kept, so that it serves runs of any
-// length.
+// A network of many sockets in virtual time, for any number of threads: each socket is a line with its own
+// clock, which advances while its owner waits. Sent datagrams are not kept, so runs may have any length.
 class LineNetwork final : public dorvel::HostEnvironment {
 public:
-    // The answers to what was sent on a line. Called by several threads at once.
+    // The answers to a datagram on a line. Several threads may call it at once.
     using Responder = std::function<std::vector<LineAnswer>(int line, Octets const& request)>;
 
     explicit LineNetwork(Responder respond) : responder(std::move(respond)) { dorvel::SetEnvironment(this); }
@@ -35,7 +34,7 @@ public:
     LineNetwork(LineNetwork const&) = delete;
     LineNetwork& operator=(LineNetwork const&) = delete;
 
-    // From now on so many sockets can be open at the same time.
+    // From now on at most this number of sockets can be open at the same time.
     void LimitSockets(std::size_t most) { mostSockets = most; }
 
     std::size_t OpenSockets() const {
@@ -51,7 +50,7 @@ public:
         }
         return ports;
     }
-    // How many datagrams were sent on each open line.
+    // The number of datagrams that were sent on each open line.
     std::map<int, unsigned long> Sent() const {
         std::lock_guard<std::mutex> const lock(mutex);
         std::map<int, unsigned long> sent;
@@ -61,7 +60,7 @@ public:
         return sent;
     }
     unsigned long TotalSent() const { return totalSent; }
-    // Milliseconds that the owner of the line has waited.
+    // Milliseconds for which the owner of the line has waited.
     long long Elapsed(int line) const {
         std::lock_guard<std::mutex> const lock(mutex);
         return lines.at(line).elapsed;

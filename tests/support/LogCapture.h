@@ -7,7 +7,7 @@
 
 namespace test {
 
-// The runtime's log as a text while it lives. The user's trace is off unless asked for.
+// Captures the runtime's log as a text while it exists. The user's trace is off by default.
 class LogCapture {
 public:
     explicit LogCapture(bool trace = false) {

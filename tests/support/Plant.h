@@ -16,13 +16,14 @@
 
 namespace test {
 
-// A Lua state with the runtime and the add-in in it, and tasks without a pause between their cycles.
+// A Lua state with the runtime and the add-in, and tasks without a pause between their cycles.
 class Plant {
 public:
     explicit Plant(int taskCount) : state(luaL_newstate(), lua_close), tasks(taskCount) {
         luaL_openlibs(state.get());
         runtime = std::make_unique<dorvel::Runtime>(state.get());
-        static int const loaded = dorvel::BACnet::Init();  // whoever comes second waits for it, as in a host
+        static int const loaded =
+            dorvel::BACnet::Init();  // later callers wait for the first one, as in a host
         EXPECT_EQ(loaded, 0);
         runtime->OpenLibraries();
         for (int task = 0; task < tasks; ++task) {
@@ -36,8 +37,8 @@ public:
     dorvel::Runtime& Runtime() { return *runtime; }
     VariableStore& Variables() { return runtime->Variables(); }
 
-    // A block on the next task in turn, with one variable on an analog input, which is also written; the ids
-    // of the two follow one another. fields is Lua text, "Name = value," each.
+    // Adds a block on the next task in turn, with one variable on an analog input, which is also written; the
+    // two ids are consecutive. fields is Lua text, each as "Name = value,".
     long long Add(std::string const& fields = "") {
         long long const id = Variables().Declare("Value", OpcUaType_Double);
         long long const writeId = Variables().Declare("Wanted", OpcUaType_Double);

@@ -2,7 +2,7 @@
 
 namespace test {
 
-// The numbers by which a project names object types and properties; those that the tests use most.
+// The codes of a project for object types and properties that the tests use most.
 namespace code {
 
 constexpr int Accumulator = 0;

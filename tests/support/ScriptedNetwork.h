@@ -19,19 +19,19 @@
 
 namespace test {
 
-// A datagram that is on its way to the driver, how many milliseconds it takes, and the IPv4 address of who
-// sent it, 0 for the one that was asked.
+// A datagram to the driver, its delay in milliseconds, and the IPv4 address of its sender, 0 for the device
+// that got the request.
 struct Delivery {
     Octets datagram;
     long long delay = 0;
     unsigned sender = 0;
 };
 
-// One step of a dialogue: the request that is awaited, and what comes back.
+// One step of a dialogue: the expected request, and the answers to it.
 class ScriptedExchange {
 public:
     explicit ScriptedExchange(bool anyRequest, Octets request)
-        : any(anyRequest), awaited(std::move(request)) {}
+        : any(anyRequest), expected(std::move(request)) {}
 
     ScriptedExchange& Answer(Octets datagram, long long delay = 0) {
         deliveries.push_back({std::move(datagram), delay});
@@ -46,14 +46,14 @@ public:
 private:
     friend class ScriptedNetwork;
     bool any;
-    Octets awaited;
+    Octets expected;
     std::vector<Delivery> deliveries;
 };
 
-// The world as a script, in virtual time: put in place of the operating system while it lives. Every datagram
-// that the host sends has to be the next one of the script (or is left to the responder once the script is
-// empty); anything else fails the test and says why, as does a script that was not played to its end. Waiting
-// for a datagram moves the clock: nothing here sleeps. For one thread.
+// A scripted network in virtual time, which replaces the operating system while it exists. Every datagram
+// that the host sends must be the next one of the script; once the script is empty, the responder answers.
+// Any other datagram fails the test with a message, and so does a script that was not completed. Waiting for
+// a datagram advances the clock; nothing sleeps. For one thread.
 class ScriptedNetwork final : public dorvel::HostEnvironment {
 public:
     struct Sent {
@@ -62,7 +62,7 @@ public:
         sockaddr_in peer;
         Octets datagram;
     };
-    // What answers a request.
+    // Answers a request.
     using Responder = std::function<std::vector<Delivery>(Octets const& request)>;
 
     // The clock at the beginning: 1 January 2024, 00:00 UTC, as a file time.
@@ -73,20 +73,20 @@ public:
     ~ScriptedNetwork() override {
         dorvel::SetEnvironment(nullptr);
         if (!script.empty()) {
-            ADD_FAILURE() << script.size() << " exchanges of the script did not take place, the next one: "
-                          << ToHex(script.front().awaited);
+            ADD_FAILURE() << script.size() << " exchanges of the script are missing, the next one: "
+                          << ToHex(script.front().expected);
         }
     }
     ScriptedNetwork(ScriptedNetwork const&) = delete;
     ScriptedNetwork& operator=(ScriptedNetwork const&) = delete;
 
-    // The next exchange of the script; without an Answer the device stays silent.
+    // Adds an exchange to the script. Without an Answer the device stays silent.
     ScriptedExchange& Expect(Octets request) { return script.emplace_back(false, std::move(request)); }
     ScriptedExchange& Expect(std::string const& hex) { return Expect(Hex(hex)); }
     ScriptedExchange& ExpectAny() { return script.emplace_back(true, Octets()); }
-    // Answers all that comes behind the script.
-    void Respond(Responder behindScript) { responder = std::move(behindScript); }
-    // A datagram that nobody asked for.
+    // Sets the responder for all requests after the script.
+    void Respond(Responder afterScript) { responder = std::move(afterScript); }
+    // Delivers an unsolicited datagram.
     void Deliver(Octets datagram, long long delay = 0) { Enqueue({std::move(datagram), delay}); }
 
     std::vector<Sent> const& SentDatagrams() const { return sent; }
@@ -97,10 +97,10 @@ public:
 
     void TakePort(unsigned short port) { takenPorts.insert(port); }
     void SetLocalTimeDiff(long long units) { localTimeDiff = units; }
-    // From now on nothing can be sent, or no socket opened.
+    // From now on sending, or opening a socket, fails.
     void RefuseToSend() { refusesToSend = true; }
     void RefuseToOpen(bool refuses = true) { refusesToOpen = refuses; }
-    // The port that the next socket without one of its own gets.
+    // Sets the port of the next socket that is opened without one.
     void OfferPort(unsigned short port) { nextFreePort = port; }
     // Lets time pass.
     void Pass(long long milliseconds) { elapsed += milliseconds; }
@@ -164,13 +164,13 @@ private:
             if (responder) {
                 return responder(request);
             }
-            ADD_FAILURE() << "a datagram that nobody awaits: " << ToHex(request);
+            ADD_FAILURE() << "unexpected datagram: " << ToHex(request);
             return {};
         }
         ScriptedExchange exchange = std::move(script.front());
         script.pop_front();
-        if (!exchange.any && exchange.awaited != request) {
-            ADD_FAILURE() << "awaited: " << ToHex(exchange.awaited) << "\n   sent: " << ToHex(request);
+        if (!exchange.any && exchange.expected != request) {
+            ADD_FAILURE() << "expected: " << ToHex(exchange.expected) << "\n    sent: " << ToHex(request);
         }
         return std::move(exchange.deliveries);
     }

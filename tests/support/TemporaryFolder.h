@@ -10,8 +10,8 @@
 
 namespace test {
 
-// A folder of its own, gone with all that is in it at its end: tests run side by side, and the same test may
-// run twice at a time.
+// A new folder, which is removed with its contents at the end. Tests run at the same time, and the same test
+// may run twice at once.
 class TemporaryFolder {
 public:
     TemporaryFolder() : path(testing::TempDir() + "dorvel-test-XXXXXX") {
@@ -26,7 +26,7 @@ public:
 
     std::string const& Path() const { return path; }
 
-    // Writes a file and gives its path.
+    // Writes a file and returns its path.
     std::string Write(std::string const& name, std::string const& content) const {
         std::string file = path + "/" + name;
         std::ofstream(file, std::ios::binary) << content;

@@ -1,5 +1,4 @@
-// Prints what the add-in takes on the machine that this runs on: time to start, memory of a block and of a
-// variable.
+// Prints the cost of the add-in on this machine: time to start, memory of a block and of a variable.
 
 #include <dlfcn.h>
 
@@ -22,7 +21,7 @@ double MillisecondsSince(Clock::time_point begin) {
     return std::chrono::duration<double, std::milli>(Clock::now() - begin).count();
 }
 
-// What a plant has: a checked analog value, read only.
+// The typical variable of a plant: an analog value with quality, read only.
 std::string Variables(int count) {
     std::string list;
     for (int number = 1; number <= count; ++number) {
@@ -33,8 +32,8 @@ std::string Variables(int count) {
     return list;
 }
 
-// Octets of C++ while a number of blocks lives: what the scripts' call made, and with what the end of their
-// configuration adds. Lua's own memory, with the objects themselves, is told apart.
+// Octets allocated in C++ while a number of blocks exists: those of the script's call, and with those of the
+// end of configuration. Lua's memory, which has the objects themselves, is separate.
 struct Octets {
     double Made = 0;
     double Configured = 0;

@@ -12,7 +12,7 @@
 
 namespace test {
 
-// Ends the process with a message when it is not gone in time: a deadlock has no other end.
+// Ends the process with a message unless it is destroyed in time, since a deadlock never ends.
 class DeadlockWatch {
 public:
     explicit DeadlockWatch(std::chrono::seconds patience) : watcher([this, patience] { Watch(patience); }) {}
@@ -42,7 +42,8 @@ private:
     std::thread watcher;
 };
 
-// Runs the body on so many threads at once, as nearly as a machine can: all wait until the last one is there.
+// Runs the body on this number of threads, as simultaneously as possible: all wait until the last one is
+// ready.
 inline void AtOnce(int count, std::function<void(int)> const& body) {
     std::atomic<int> missing{count};
     std::vector<std::thread> threads;
@@ -60,7 +61,7 @@ inline void AtOnce(int count, std::function<void(int)> const& body) {
     }
 }
 
-// Repeats something on a thread of its own for as long as it lives.
+// Repeats an action on its own thread for its lifetime.
 class Meanwhile {
 public:
     explicit Meanwhile(std::function<void(unsigned round)> body)

@@ -1,5 +1,5 @@
-// The first use of everything from eight threads at once. The test runner gives each of these tests a process
-// of its own, so that each is the first indeed.
+// The first use of shared data from eight threads at once. ctest runs each of these tests in its own process,
+// so that each use is the first.
 
 #include <array>
 #include <set>
@@ -76,7 +76,7 @@ TEST_F(FirstUse, OfTheSupportTableFindsARow) {
     });
 }
 
-// Unknown numbers enter the maps: eight blocks may be initialised side by side all the same.
+// Unknown codes are added to the maps, and eight blocks may still be initialised at once.
 TEST_F(FirstUse, OfTheCodeMapsFillsThemOnceAndAddsUnknownNumbers) {
     AtOnce(Threads, [](int number) {
         InitObjectTypesMap();
@@ -90,7 +90,7 @@ TEST_F(FirstUse, OfTheCodeMapsFillsThemOnceAndAddsUnknownNumbers) {
     });
     EXPECT_EQ(objectTypesMap.size(), 23u + 100);
     EXPECT_EQ(propertyTypesMap.size(), 38u + 100 * Threads);
-    // The maps last as long as the process: the tests that follow have them as the library loads them.
+    // The maps live as long as the process. Later tests need them as they are when the library is loaded.
     objectTypesMap.clear();
     propertyTypesMap.clear();
 }

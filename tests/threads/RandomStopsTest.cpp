@@ -1,6 +1,6 @@
 // Blocks on eight threads whose runtime stops and starts at random moments, while other threads set
-// variables, look at what the process shares, and switch log and trace. Nothing deadlocks, every stop ends
-// with the transaction that is under way, and a race detector finds nothing.
+// variables, read shared data, and switch log and trace. Nothing deadlocks, every stop ends with the pending
+// transaction, and a race detector finds nothing.
 
 #include <random>
 #include <shared_mutex>
@@ -21,11 +21,11 @@ namespace {
 constexpr int Threads = 8;
 constexpr int Attempts = 2;
 constexpr char Fields[] = "CountRepeat = 2, WriteCondition = 1,";
-// What a block may still send when the runtime has stopped: the transaction that was under way.
+// The datagrams that a block may still send after a stop: those of the pending transaction.
 constexpr unsigned long MostAfterAStop = Attempts * UnsteadyDevice::MostOfAnAttempt;
 constexpr std::chrono::seconds Patience(500);
 
-// What had been sent on each line when the runtime said that it stops, behind the driver's own processor.
+// The number of datagrams sent on each line when the runtime stops, recorded after the driver's processor.
 class StopRecorder {
 public:
     explicit StopRecorder(LineNetwork const& observed) {
@@ -38,7 +38,7 @@ public:
     StopRecorder(StopRecorder const&) = delete;
     StopRecorder& operator=(StopRecorder const&) = delete;
 
-    // The most that a line has sent since.
+    // The largest number of datagrams sent on a line since.
     static unsigned long MostSince() {
         unsigned long most = 0;
         for (auto const& [line, sent] : network.load()->Sent()) {
@@ -61,7 +61,7 @@ private:
     static inline std::map<int, unsigned long> sentBefore;
 };
 
-// Log and trace as an operator switches them, to sinks that count.
+// Switches log and trace as an operator does, with sinks that count.
 class LogSwitcher {
 public:
     void operator()(unsigned round) {
@@ -76,7 +76,7 @@ private:
     static inline std::atomic<unsigned long> odd{0};
 };
 
-// What several add-ins and hosts may ask at any time.
+// Calls that several add-ins and hosts may make at any time.
 void LookAtWhatIsShared(unsigned round) {
     EXPECT_EQ(RegisterExternalSTLib("BACnet", [](lua_State*) { return 1; }), -1) << "the name is taken";
     BACnetProtocol::RegAsLuaType();
@@ -111,7 +111,7 @@ TEST_F(RandomStops, EndWithTheTransactionsThatAreUnderWay) {
     DeadlockWatch const watch(Patience);
     UnsteadyDevice device(1);
     LineNetwork network([&device](int line, Octets const& request) { return device(line, request); });
-    std::shared_mutex plantMutex;  // held by whoever takes the plant away
+    std::shared_mutex plantMutex;  // locked exclusively to destroy the plant
     std::unique_ptr<Plant> plant = MakePlant();
     StopRecorder const recorder(network);
     std::mt19937 random(2);
@@ -143,7 +143,7 @@ TEST_F(RandomStops, EndWithTheTransactionsThatAreUnderWay) {
     EXPECT_GT(LogSwitcher::Lines(), 0u);
 }
 
-// A few cycles each, so that stops meet tasks that are about to begin, that run, and that have ended.
+// A few cycles each, so that stops occur before tasks begin, while they run, and after they have ended.
 TEST_F(RandomStops, MeetTasksThatEndByThemselves) {
     DeadlockWatch const watch(Patience);
     UnsteadyDevice device(3);
@@ -167,8 +167,8 @@ TEST_F(RandomStops, MeetTasksThatEndByThemselves) {
     }
 }
 
-// Eight runtimes with a Lua state and a thread each, made, run, stopped, run again and destroyed side by
-// side. The driver's mark is one for all of them, so they also stop and start one another.
+// Eight runtimes with a Lua state and a thread each are created, run, stopped, run again and destroyed at the
+// same time. They share the driver's IsTerminated, so they also stop and start one another.
 TEST_F(RandomStops, OfRuntimesSideBySideLeaveNothingOpen) {
     constexpr int Rounds = 150;
     DeadlockWatch const watch(Patience);
@@ -196,7 +196,7 @@ TEST_F(RandomStops, OfRuntimesSideBySideLeaveNothingOpen) {
     EXPECT_GT(network.TotalSent(), 0u);
 }
 
-// The mark itself flickers: cycles end early or run, and what they deliver is whole either way.
+// IsTerminated changes at random: cycles end early or run, and deliver complete values in both cases.
 TEST_F(RandomStops, OfTheMarkAloneEndCyclesAndNothingElse) {
     constexpr int Cycles = 3000;
     DeadlockWatch const watch(Patience);

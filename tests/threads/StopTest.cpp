@@ -1,5 +1,5 @@
-// Where a cycle is when the runtime stops, and how long it still takes, in virtual time. A transaction that
-// is under way runs to its end; nothing new is begun.
+// Stops of the runtime at each point of a cycle, and the time until the cycle ends, in virtual time. A
+// pending transaction runs to its end; no new one begins.
 
 #include "Addin.h"
 #include "BlockFixture.h"
@@ -20,7 +20,7 @@ protected:
     }
     ~Stop() override { TBACnet::IsTerminated = false; }
 
-    // A variable of an analog input that is written from another one.
+    // A variable of an analog input that is written from another variable.
     void AddWritable(int number) {
         ScadaProtocol::ReadChannel const read{store->Declare("Read", OpcUaType_Double), "", OpcUaType_Double};
         ScadaProtocol::WriteChannel const write{store->Declare("Write", OpcUaType_Double), "",
@@ -31,8 +31,8 @@ protected:
 
     static void StopRuntime() { ConfigProcessorCallback(nullptr, ConfigProcessorMode::Stop, nullptr); }
 
-    // Plays a device: the runtime stops while the driver waits for the answer to the datagram of that number,
-    // from 1. What the device answers is given for each datagram.
+    // A device: the runtime stops while the driver waits for the answer to the datagram with this number,
+    // counted from 1. `device` returns the answers to each datagram.
     using Device = std::function<std::vector<Delivery>(unsigned long number, Octets const& request)>;
     void StopAt(unsigned long fatal, Device device) {
         network.Respond([this, fatal, device = std::move(device)](Octets const& request) {
@@ -45,7 +45,7 @@ protected:
         });
     }
 
-    // One cycle; how many milliseconds it takes from the stop on, -1 for a cycle that saw none.
+    // Runs one cycle. Returns the milliseconds from the stop to its end, -1 without a stop.
     long long Cycle() {
         block->Execute();
         return stoppedAt < 0 ? -1 : network.Elapsed() - stoppedAt;
@@ -73,7 +73,7 @@ TEST_F(Stop, BeforeACycleSendsNothing) {
     EXPECT_EQ(Sent(), 0u);
     EXPECT_EQ(network.Elapsed(), 0);
     EXPECT_EQ(log.Text(), Farewell);
-    EXPECT_EQ(FaultState(), "untold");
+    EXPECT_EQ(FaultState(), "none");
 }
 
 TEST_F(Stop, WhileAnAnswerIsOnItsWayEndsWithThatAnswer) {
@@ -82,9 +82,9 @@ TEST_F(Stop, WhileAnAnswerIsOnItsWayEndsWithThatAnswer) {
     block->Inited();
     StopAt(1, [](unsigned long, Octets const& request) { return Value(request, 700); });
     EXPECT_EQ(Cycle(), 700);
-    EXPECT_EQ(Sent(), 1u) << "the second object is not asked";
+    EXPECT_EQ(Sent(), 1u) << "the second object is not polled";
     EXPECT_EQ(log.Text(), Farewell);
-    EXPECT_EQ(FaultState(), "untold");
+    EXPECT_EQ(FaultState(), "none");
 }
 
 TEST_F(Stop, WhileADeviceWithOneAttemptIsSilentEndsWithinOneWait) {
@@ -94,10 +94,10 @@ TEST_F(Stop, WhileADeviceWithOneAttemptIsSilentEndsWithinOneWait) {
     EXPECT_EQ(Cycle(), Wait);
     EXPECT_EQ(Sent(), 1u);
     EXPECT_EQ(log.Text(), Farewell);
-    EXPECT_EQ(FaultState(), "untold") << "a cycle that was stopped tells nothing";
+    EXPECT_EQ(FaultState(), "none") << "a cycle that was stopped reports nothing";
 }
 
-// One wait for each attempt that is left: the attempts belong to the transaction.
+// One wait for each remaining attempt: the attempts belong to the transaction.
 TEST_F(Stop, WhileADeviceIsSilentEndsWithTheAttemptsOfTheObject) {
     block->CountRepeat = 3;
     AddVariable(1, OpcUaType_Double);
@@ -127,7 +127,7 @@ TEST_F(Stop, BetweenTwoObjectsLeavesTheSecondAlone) {
     EXPECT_EQ(Sent(), 1u);
 }
 
-// A device whose answer comes in so many segments of one octet, each after some time.
+// A device that answers with this number of segments of one octet, each after some time.
 class StopAmongSegments : public Stop {
 protected:
     StopAmongSegments() {
@@ -154,8 +154,8 @@ protected:
 TEST_F(StopAmongSegments, CollectsTheRestAndWaitsOutTheLastAcknowledgement) {
     StopAtSegment(3, 10, 100);
     EXPECT_EQ(Cycle(), 8 * 100 + Wait);
-    EXPECT_EQ(Sent(), 11u) << "a request and ten acknowledgements: the second object is not asked";
-    EXPECT_EQ(FaultState(), "untold");
+    EXPECT_EQ(Sent(), 11u) << "a request and ten acknowledgements: the second object is not polled";
+    EXPECT_EQ(FaultState(), "none");
 }
 
 TEST_F(StopAmongSegments, InTheWaitAfterTheLastOneEndsWithinOneWait) {
@@ -177,7 +177,7 @@ TEST_F(StopAmongSegments, EndsWithinOneWaitWhenTheNextOneIsLost) {
     EXPECT_EQ(Sent(), 3u);
 }
 
-// Required so: the end of such an answer is the device's affair.
+// Only the device ends such an answer.
 TEST_F(StopAmongSegments, GoesOnAsLongAsSegmentsCome) {
     constexpr unsigned long Thousands = 20000;
     StopAtSegment(2, Thousands, 1);
@@ -210,7 +210,7 @@ TEST_F(StopAmongWrites, BeforeTheFirstOneWritesNothing) {
     EXPECT_EQ(Cycle(), 0);
     EXPECT_EQ(Sent(), 2u);
     EXPECT_EQ(log.Text(), Farewell);
-    EXPECT_EQ(FaultState(), "untold");
+    EXPECT_EQ(FaultState(), "none");
 }
 
 TEST_F(StopAmongWrites, WhileAnAnswerIsOnItsWayEndsWithTheSecondThatFollowsIt) {

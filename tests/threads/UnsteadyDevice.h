@@ -10,12 +10,12 @@
 
 namespace test {
 
-// Devices of all moods behind all lines, for any number of threads: most requests are answered, some in
-// segments, some late, by somebody else, by nonsense or not at all. A fuse that somebody set burns down by
-// one with each datagram that is sent, and Wait returns when it is gone.
+// Unreliable devices on all lines, for any number of threads: most requests are answered, some in segments,
+// some late, with another invoke id, with invalid octets or not at all. A fuse counts down by one with each
+// datagram that is sent, and Wait returns when it is zero.
 class UnsteadyDevice {
 public:
-    // Datagrams that one attempt to read may take: a request and the acknowledgements of its segments.
+    // The most datagrams of one attempt to read: a request and the acknowledgements of its segments.
     static constexpr unsigned long MostOfAnAttempt = 4;
 
     explicit UnsteadyDevice(unsigned seed) : draws(seed) {}
@@ -69,7 +69,7 @@ private:
         }
     }
 
-    // The results of a value, cut after their fourth and their eighth octet.
+    // The results with a value, cut after their fourth and eighth octet.
     static std::vector<LineAnswer> Segment(Octets const& request, std::size_t number) {
         static Octets const payload =
             ResultsOf(Hex("00 00 00 01"), ResultOf(85, Real42Octets()) + ResultOf(111, FlagsClearOctets()));
@@ -81,7 +81,7 @@ private:
                                Octets(cut(number), cut(number + 1)))}};
     }
 
-    // A sequence that depends on the seed and on the order in which threads come here.
+    // A sequence that depends on the seed and on the order of the threads' calls.
     unsigned Draw() {
         unsigned value = draws.fetch_add(1) * 2654435761u;
         value ^= value >> 15;

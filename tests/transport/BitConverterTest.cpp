@@ -119,7 +119,7 @@ TEST(BitConverter, ReadsBackWhatItWrote) {
         EXPECT_EQ(BitConverter::ToUInt32(BitConverter::GetBytes(word), 0), word);
         auto const half = static_cast<unsigned short>(number);
         EXPECT_EQ(BitConverter::ToUInt16(BitConverter::GetBytes(half), 0), half);
-        // Every bit pattern comes back, those that are no number included.
+        // Every bit pattern is read back, including those that are not a number.
         float const real = BitConverter::ToFloat(BitConverter::GetBytes(word), 0);
         EXPECT_EQ(BitConverter::GetBytes(real), BitConverter::GetBytes(word));
         double const wide = BitConverter::ToDouble(BitConverter::GetBytes(signedNumber), 0);
@@ -127,7 +127,7 @@ TEST(BitConverter, ReadsBackWhatItWrote) {
     }
 }
 
-// The reads as they are defined: reversed, padded at the far end, taken in host order.
+// The definition of the reads: reversed, padded at the far end, read in host order.
 TEST(BitConverter, ReadsAsReversingPaddingAndHostOrderWould) {
     std::mt19937 random(32);
     for (int i = 0; i < 10000; ++i) {

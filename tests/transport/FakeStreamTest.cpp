@@ -19,7 +19,7 @@ Octets ReceiveAtMost(IStreamBase& stream, unsigned int count) {
     return buffer;
 }
 
-// A stream that says that nothing is left, whatever it holds.
+// A stream that reports that nothing is available, whatever it has.
 class EmptyLookingStream : public FakeStream {
 public:
     using FakeStream::FakeStream;

@@ -10,7 +10,8 @@
 
 namespace test {
 
-// What a scripted socket delivers and what it was asked. It outlives the socket, which a layer owns.
+// The datagrams that a scripted socket delivers, and a record of its calls. It outlives the socket, which a
+// layer owns.
 struct UdpScript {
     std::deque<VirtualDataLink::Packet> incoming;
     std::vector<VirtualDataLink::Packet> sent;
@@ -45,7 +46,7 @@ private:
     UdpScript& script;
 };
 
-// The text of the std::runtime_error that the action throws; "" when it throws none.
+// The text of the std::runtime_error that the action throws, "" if it throws none.
 template <typename Action>
 std::string RuntimeErrorOf(Action action) {
     try {

@@ -16,7 +16,7 @@
 
 namespace {
 
-// Gives the whole process a decimal comma, where the build could make a locale with one.
+// Sets a decimal comma for the whole process, if the build could make a locale with one.
 class DecimalComma {
 public:
     DecimalComma() {
@@ -90,6 +90,6 @@ TEST(DecimalText, HasADecimalPointAlsoIfTheHostHasADecimalComma) {
     EXPECT_EQ(DecimalText(21.5), "21.500000");
     EXPECT_EQ(DecimalNumber("21.5"), 21.5);
     EXPECT_EQ(NumberFailure<std::invalid_argument>("x"), "stod");
-    // The host's own numbers stay as they were.
+    // The host's numbers do not change.
     EXPECT_EQ(Printed(21.5), "21,500000");
 }

@@ -16,7 +16,7 @@
 #include "UintValue.h"
 #include "ValueTags.h"
 
-// What the parsers of several classes have in common.
+// Common properties of the parsers of several classes.
 
 using test::Hex;
 using test::ParseOctets;

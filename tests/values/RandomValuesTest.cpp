@@ -11,15 +11,15 @@
 #include "ValueTags.h"
 #include "WeeklyScheduleValue.h"
 
-// Tags and texts as nobody would send them, from fixed seeds: each is refused in one of the known ways or
-// gives a value that holds together.
+// Unusual tags and texts from fixed seeds: each is refused with one of the known exceptions or gives a
+// consistent value.
 
 namespace {
 
 using test::operator+;
 
 constexpr int rounds = 10000;
-// Texts come from people, and a text costs little.
+// Texts are typed by people, and a text costs little time.
 constexpr int textRounds = 100000;
 
 class Chance {
@@ -28,7 +28,7 @@ public:
 
     // A number from 0 to `limit` - 1.
     int Below(int limit) { return static_cast<int>(engine() % static_cast<unsigned>(limit)); }
-    // Whether something shall be other than a well-meaning device has it.
+    // Whether something differs from the message of a correct device.
     bool Fault() { return Below(100) < faultsInHundred; }
     void SetFaultsInHundred(int faults) { faultsInHundred = faults; }
 
@@ -50,7 +50,7 @@ std::unique_ptr<Tag> RandomPrimitive(Chance& chance, int number) {
     return tag;
 }
 
-// A run of tags that is often one of times and values, with now and then a tag too few or nested ones.
+// A sequence of tags, often of times and values, sometimes with a missing tag or nested ones.
 void FillRandomly(ComplexTag& parent, Chance& chance, int depth) {
     for (int count = chance.Below(4) * 2 + (chance.Fault() ? 1 : 0); count > 0; --count) {
         bool const isTime = count % 2 == 0 && !chance.Fault();
@@ -70,7 +70,7 @@ std::unique_ptr<ComplexTag> RandomList(Chance& chance) {
     return list;
 }
 
-// A wrapper with one value, any run of tags, seven days or some special events in it.
+// A wrapper with one value, any sequence of tags, seven days or some special events.
 std::unique_ptr<ComplexTag> RandomWrapper(Chance& chance) {
     auto wrapper = std::make_unique<ComplexTag>(static_cast<char>(3), true);
     chance.SetFaultsInHundred(chance.Below(3) * 10);
@@ -97,7 +97,7 @@ std::unique_ptr<ComplexTag> RandomWrapper(Chance& chance) {
     return wrapper;
 }
 
-// The value, or null if the parser refused the tags in a way that its callers handle.
+// The value, or null if the parser threw an exception that its callers handle.
 std::unique_ptr<CPropertyValue> Parsed(PropertyValueParser const& parser, ComplexTag& wrapper) {
     try {
         return parser.Parse(wrapper);
@@ -129,7 +129,7 @@ std::vector<std::unique_ptr<TagBase>> WrittenTags(CPropertyValue const& value) {
     return {};
 }
 
-// A text that follows the grammar but for a few characters.
+// A text that follows the grammar except for a few characters.
 std::string RandomText(Chance& chance) {
     static std::array<std::string, 6> const samples = {
         "08000000,4,9,21.500000,17300000,4,9,18.000000;07000000,1,1,1;;;;;;",
@@ -174,7 +174,7 @@ TEST(RandomTags, GiveAValueThatIsReadBackAsItselfOrAreRefused) {
         }
     }
     for (int const type : {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 12}) {
-        EXPECT_GT(parsed[static_cast<std::size_t>(type)], 20) << "type " << type << " was hardly tried";
+        EXPECT_GT(parsed[static_cast<std::size_t>(type)], 20) << "type " << type << " was tried too rarely";
     }
 }
 
@@ -232,7 +232,7 @@ TEST(RandomTexts, MakeEventsThatCanBeReadOrAreRefused) {
              WrittenTags(ExceptionScheduleValue(text, EncodingTypeEnum::Utf8))) {
             octets = octets + tag->GetBytes();
         }
-        // The lone priorities of unknown forms shift the events, which the parser may refuse.
+        // The priorities of unknown forms shift the events, which the parser may refuse.
         auto const value = Parsed(ExceptionScheduleValueParser(), *test::Wrap(octets));
         schedules += value != nullptr && !octets.empty() ? 1 : 0;
     }

@@ -19,7 +19,7 @@
 #include "TagParser.h"
 #include "Time.h"
 
-// Values to and from octets, as the tests of this folder need them.
+// Conversions of values to and from octets for the tests of this folder.
 namespace test {
 
 // The constructed tag that wraps these octets in an acknowledgement.
@@ -38,19 +38,19 @@ std::unique_ptr<CPropertyValue> ParseOctets(Octets const& contents) {
     return Parser().Parse(*Wrap(contents));
 }
 
-// What the parser makes of the octets, which must be a value of that class.
+// The value that the parser reads from the octets, which must be of that class.
 template <class Value, class Parser>
 Value Read(std::string_view hex) {
     return dynamic_cast<Value&>(*ParseOctets<Parser>(Hex(hex)));
 }
 
-// The text that a parser of schedules makes of the octets.
+// The text that a parser of schedules reads from the octets.
 template <class Parser>
 std::string ReadText(std::string_view hex) {
     return Read<CharacterStringValue, Parser>(hex).GetValue();
 }
 
-// All tags of the value, primitive ones or else constructed ones, as octets.
+// All tags of the value, either primitive or constructed, as octets.
 inline Octets WrittenOctets(CPropertyValue const& value) {
     Octets octets;
     for (Tag const& tag : value.ToApplicationTags()) {
@@ -82,7 +82,7 @@ inline std::string Text(Time const& time) {
            " " + std::to_string(time.hundredths);
 }
 
-// The text of the exception that the call ends with, which must be of exactly that class.
+// The text of the exception that the call throws, which must be of exactly that class.
 template <class Exception, class Call>
 std::string Failure(Call&& call) {
     try {
@@ -93,7 +93,7 @@ std::string Failure(Call&& call) {
     return "no failure";
 }
 
-// The text of the ParseException that the parser refuses the octets with.
+// The text of the ParseException that the parser throws for the octets.
 template <class Parser>
 std::string ParseFailure(std::string_view hex) {
     return Failure<ParseException>([hex] { ParseOctets<Parser>(Hex(hex)); });

@@ -1,4 +1,4 @@
-// What only the first call in a process can see: this program is a process of its own.
+// Effects of the first calls in a process, so this is a separate program.
 
 #include <gtest/gtest.h>
 
@@ -20,7 +20,7 @@ TEST(FreshProcess, TypeWhoseNameIsTakenIsTracedAndNotRegistered) {
     EXPECT_NE(log.Text().find("drivers/dorvel_bacnet/BACnet_protocol.cpp"), std::string::npos) << log.Text();
     log.Clear();
     BACnetProtocol::RegAsLuaType();
-    EXPECT_EQ(log.Text(), "") << "the second call does nothing at all";
+    EXPECT_EQ(log.Text(), "") << "the second call does nothing";
 }
 
 TEST(FreshProcess, ConnectionIdsCountFrom0) {

@@ -1,5 +1,5 @@
-// What the add-in calls of its host: which operations, in which order, with which arguments. This program has
-// its own definitions of them, which take precedence over those of the host's libraries.
+// The operations of the host that the add-in calls, with their order and arguments. This program has its own
+// definitions of them, which take precedence over those of the host's libraries.
 
 #include "Addin.h"
 #include "BlockFixture.h"
@@ -9,7 +9,7 @@ using namespace test;
 
 namespace {
 
-// The calls of the current test in their order.
+// The calls of the current test, in order.
 std::vector<std::string> calls;
 std::vector<WriteDataRec> writtenValues;
 

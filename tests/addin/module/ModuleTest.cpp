@@ -1,4 +1,4 @@
-// The add-in as the runtime meets it: a library with one symbol, loaded by its path.
+// The add-in as the runtime loads it: a library with one symbol, by its path.
 
 #include <dlfcn.h>
 #include <gtest/gtest.h>

@@ -46,7 +46,7 @@ std::string TextOf(Call call) {
     return "nothing was thrown";
 }
 
-// An APDU all of whose octets are needed: each shorter one is refused.
+// Expects that the parser refuses every truncation of this APDU.
 inline void ExpectEachTruncationRefused(std::string_view hex) {
     Octets const whole = Hex(hex);
     EXPECT_NO_THROW(ParseApdu(whole));
@@ -57,7 +57,7 @@ inline void ExpectEachTruncationRefused(std::string_view hex) {
     }
 }
 
-// A request payload of given octets that counts its destructions.
+// A request payload with given octets that counts its destructions.
 class StubRequest : public ConfirmedServiceRequest {
 public:
     explicit StubRequest(std::string_view hex, int* destroyed = nullptr)
@@ -74,7 +74,7 @@ private:
     int* destructions;
 };
 
-// An ack payload of given octets that compares by one number and counts its destructions.
+// An ack payload with given octets that compares by one number and counts its destructions.
 class StubAck : public ConfirmedServiceAck {
 public:
     explicit StubAck(int orderNumber, std::string_view hex = "", int* destroyed = nullptr)
@@ -95,7 +95,7 @@ private:
     int* destructions;
 };
 
-// A PDU of any type number that is of none of the driver's classes.
+// A PDU with any type number whose class is not one of the driver's.
 class ForgedPdu : public PDU {
 public:
     explicit ForgedPdu(PduTypeEnum typeNumber) : type(typeNumber) {}

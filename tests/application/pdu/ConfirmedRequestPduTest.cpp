@@ -89,7 +89,7 @@ TEST(ConfirmedRequestPdu, OwnsItsServiceRequest) {
     EXPECT_EQ(destroyed, 1);
 }
 
-// From the last field to the first, each turns the result that the fields behind it gave.
+// From the last field to the first: each one reverses the result that the later fields gave.
 TEST(ConfirmedRequestPdu, ComparesTheFieldsInTheirOrderBySubtraction) {
     using Setter = std::function<void(ConfirmedRequestPdu&, int)>;
     struct Row {

@@ -102,7 +102,7 @@ TEST(ErrorPdu, EqualsOfAPduIsTrueForItselfAndThrowsForAnotherClass) {
     EXPECT_TRUE(base == forged);
 }
 
-// An error that equals nothing, not even itself, does not matter to the object's own identity.
+// The error here never equals anything, not even itself. The comparison by identity precedes it.
 TEST(ErrorPdu, EqualsOfAPduIsTrueForTheSameObjectWhateverItsError) {
     ErrorPdu pdu(7, Choice::ReadProperty, std::make_unique<OtherError>());
     PDU& base = pdu;

@@ -33,7 +33,7 @@ auto const& AnyOf(Random& random, Container const& choices) {
     return choices[static_cast<std::size_t>(Below(random, static_cast<int>(std::size(choices))))];
 }
 
-// The PDU, or null when the octets were refused with one of the exceptions that callers of a parser handle.
+// The PDU, or null if the parser threw one of the exceptions that its callers handle.
 std::unique_ptr<PDU> ParseOrRefuse(Octets const& apdu) {
     try {
         return ParseApdu(apdu);
@@ -44,7 +44,7 @@ std::unique_ptr<PDU> ParseOrRefuse(Octets const& apdu) {
     return nullptr;
 }
 
-// Every value of a parsed ack belongs to a pair that the support table holds.
+// Expects every value of a parsed ack to belong to a pair of the support table.
 void ExpectSupportedValues(ReadPropertyMultipleAck const& ack) {
     EXPECT_LE(ack.GetValues().size(), 127u);
     for (auto const& [property, value] : ack.GetValues()) {
@@ -64,7 +64,7 @@ void ExpectComplexAck(ComplexAck const& ack, Octets apdu) {
     }
 }
 
-// What must hold for any PDU that came out of these octets.
+// Expects the properties that any PDU parsed from these octets has.
 void ExpectFits(PDU const& pdu, Octets const& apdu) {
     ASSERT_EQ(static_cast<int>(pdu.PduType()), static_cast<unsigned char>(apdu.at(0)) >> 4);
     Octets const head{static_cast<char>(apdu[0] & 0xF0), apdu.at(1), apdu.at(2)};
@@ -90,7 +90,7 @@ void ExpectFits(PDU const& pdu, Octets const& apdu) {
     }
 }
 
-// How many of the APDUs that `make` gives become a PDU.
+// The number of APDUs from `make` that the parser accepts.
 template <class Make>
 int ParseMany(Make make) {
     Random random(20240521);
@@ -138,7 +138,7 @@ void Mutate(Random& random, Octets& octets) {
     }
 }
 
-// A complex ack of ReadPropertyMultiple with good results, by object types that have the property.
+// A ReadPropertyMultiple ComplexACK with valid results, for object types that have the property.
 Octets RandomReadAck(Random& random) {
     static char const* const objects[] = {"00 00 00 01", "00 C0 00 02", "02 00 00 03",
                                           "04 40 00 04", "0B 00 00 05", "01 80 00 06"};

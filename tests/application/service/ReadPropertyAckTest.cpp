@@ -27,7 +27,7 @@ ReadPropertyAck RealAck(unsigned instance, float value, int arrayIndex = -1) {
     return ReadPropertyAck(AnalogInput(instance), PresentValue, new RealValue(value), arrayIndex);
 }
 
-// Gives two tags, so that the copying of a run shows.
+// Has two tags, to show that all of them are written.
 class TwoTagValue : public CPropertyValue {
 public:
     Tag ToApplicationTag() const override { return Tag(2, false, 1, {1}, 0); }
@@ -152,7 +152,7 @@ TEST(ReadPropertyAckParser, PropertyWithoutAValueParserIsRefusedLikeAnUnknownPai
 
 TEST(ReadPropertyAckParser, UnknownPairIsRefusedBeforeTheKindOfTag3IsChecked) {
     EXPECT_THROW(Parse("0C 02 C0 00 01 19 55 39 01"), SupportInformationException);
-    EXPECT_THROW(Parse("0C 02 C0 00 01 19 55"), FormatErrorException) << "but behind its absence";
+    EXPECT_THROW(Parse("0C 02 C0 00 01 19 55"), FormatErrorException) << "its absence is found first";
 }
 
 TEST(ReadPropertyAckParser, AbsentMandatoryTagThrowsFormatError) {

@@ -10,7 +10,7 @@
 
 namespace test {
 
-// The payload read by the service's parser, as the service's class; std::bad_cast if it is of another class.
+// Parses the payload with the service's parser. Throws std::bad_cast if the result is of another class.
 template <class Service, class Parser>
 std::unique_ptr<Service> ParseService(Octets payload) {
     FakeStream stream(payload);

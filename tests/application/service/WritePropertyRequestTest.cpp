@@ -44,7 +44,7 @@ std::string Written(CPropertyValue* value, PropertyIdentifierEnum property = Pre
     return ToHex(WritePropertyRequest(AnalogValue(1), property, index, value).GetBytes());
 }
 
-// A value that tells of its end.
+// A value that records its destruction.
 class MortalValue : public BooleanValue {
 public:
     explicit MortalValue(int& counter) : deaths(counter) {}
@@ -121,7 +121,7 @@ TEST(WritePropertyRequest, PropertyAbove255IsCutToItsLowEightBits) {
 }
 
 TEST(WritePropertyRequest, OfAValueWithoutAnyTagsIsAnEmptyPair) {
-    // An event schedule is never empty, so a value that is nothing stands in.
+    // An event schedule is never empty, so this class replaces it.
     class NoTags : public BooleanValue {
         std::vector<Tag> ToApplicationTags() const override { return {}; }
     };
@@ -199,7 +199,7 @@ TEST(ConfirmedRequestParser, ReadsAWholeWritePropertyAndReturnsTheSameOctets) {
     EXPECT_EQ(ToHex(pdu->GetBytes()), apdu);
 }
 
-// What can be read is written in a way that is read as the same, or the octets are refused.
+// A request that is parsed is written in a form that is parsed as the same request.
 TEST(RandomWritePropertyRequest, IsReadBackAsItselfOrRefused) {
     std::vector<Octets> const samples = {
         Hex(Real1),

@@ -10,7 +10,7 @@ using test::ToHex;
 
 namespace {
 
-// Counts its instances, to see that each is destroyed once.
+// Counts its instances, to show that each is destroyed once.
 class CountedTag : public TagBase {
 public:
     CountedTag() { ++alive; }

@@ -1,4 +1,4 @@
-// Values nested as deep as no call stack would bear.
+// Values nested too deep for any call stack.
 #include <gtest/gtest.h>
 
 #include "ComplexTag.h"

@@ -16,7 +16,7 @@ using test::operator+;
 
 namespace {
 
-// A primitive tag at the front of the stream; the test fails if there is another thing.
+// The primitive tag at the front of the stream. The test fails if it is not one.
 Tag ReadPrimitive(IStreamBase& stream) {
     auto const base = TagParser::ReadTag(stream);
     auto const* const tag = dynamic_cast<Tag const*>(base.get());
@@ -156,11 +156,11 @@ TEST(TagParser, NumberFifteenIsReplacedByTheNextOctetInBothClasses) {
     EXPECT_EQ(ReadPrimitive("F9 10 AA").GetTagNumber(), 16);
     EXPECT_EQ(static_cast<unsigned char>(ReadPrimitive("F1 FE AA").GetTagNumber()), 0xFE);
     EXPECT_TRUE(ReadPrimitive("F1 01").data.empty()) << "the boolean is found by the new number";
-    EXPECT_EQ(ToHex(ReadPrimitive("F5 02 01 AA").data), "AA") << "the number stands before the length";
+    EXPECT_EQ(ToHex(ReadPrimitive("F5 02 01 AA").data), "AA") << "the number precedes the length";
 
     FakeStream complex(Hex("FE 20 21 05 FF 20"));
     EXPECT_EQ(TagParser::ReadTag(complex)->GetTagNumber(), 0x20);
-    EXPECT_EQ(complex.Available(), 1) << "the number behind a closing tag stays in the stream";
+    EXPECT_EQ(complex.Available(), 1) << "the number after a closing tag stays in the stream";
 }
 
 TEST(TagParser, ApplicationBooleanTakesItsLengthOctetButNoData) {
@@ -171,7 +171,7 @@ TEST(TagParser, ApplicationBooleanTakesItsLengthOctetButNoData) {
     EXPECT_EQ(stream.Available(), 1);
 }
 
-// Only a boolean, which has no data, lets the length of a stream that ends inside it be seen.
+// Only a boolean, which has no data, shows the length that is read from a stream that ends inside it.
 TEST(TagParser, MissingOctetsOfATwoOctetLengthCountAsZero) {
     EXPECT_EQ(ReadPrimitive("15 FE 01 2C").GetAdditionalLength(), 0x012C);
     EXPECT_EQ(ReadPrimitive("15 FE 01").GetAdditionalLength(), 0x0100);

@@ -25,8 +25,8 @@ Octets RandomOctets(std::mt19937& random, std::size_t size) {
     return octets;
 }
 
-// A tag that the reader understands as the writer meant it: context numbers up to 6 and lengths of one octet
-// that are no marker.
+// A tag that is read as it was written: context numbers up to 6 and lengths of one octet that are not a
+// marker.
 std::unique_ptr<TagBase> RandomTag(std::mt19937& random, int depth) {
     if (depth > 0 && random() % 3 == 0) {
         auto complex = std::make_unique<ComplexTag>(static_cast<char>(random() % 7), true);
@@ -56,7 +56,7 @@ bool IsReversible(TagBase const& base) {
     auto const& tag = dynamic_cast<Tag const&>(base);
     int const length = tag.GetAdditionalLength();
     bool const isOctet = length != 254 && length <= 255;
-    // A closing tag that nothing opened was read as seven octets, which it cannot be inside another tag.
+    // A closing tag without an opening one is read as seven octets, which is impossible inside another tag.
     return number <= (tag.GetIsClass() ? 6 : 14) && isOctet && tag.GetValLenType() != 7;
 }
 

@@ -25,7 +25,7 @@ std::unique_ptr<TagBase> Constructed() {
     return std::make_unique<ComplexTag>(char{3}, true);
 }
 
-// As many as are asked for, in a list that has its room before.
+// This number of tags, in a list that reserves its memory first.
 Tags Several(int count) {
     Tags tags(static_cast<std::size_t>(count));
     for (auto& tag : tags) {
@@ -34,26 +34,26 @@ Tags Several(int count) {
     return tags;
 }
 
-// The pieces that the heap gives while an action runs.
+// The number of heap allocations while an action runs.
 template <class Action>
-long long PiecesFor(Action const& action) {
+long long AllocationsDuring(Action const& action) {
     long long const before = HeapTotalsSoFar().pieces;
     action();
     return HeapTotalsSoFar().pieces - before;
 }
 
 TEST(TagStore, WithoutAStoreTagsComeFromTheHeap) {
-    EXPECT_EQ(PiecesFor([] { Primitive(); }), 1);
-    EXPECT_EQ(PiecesFor([] { Primitive(); }), 1);
-    EXPECT_EQ(PiecesFor([] { Constructed(); }), 1);
+    EXPECT_EQ(AllocationsDuring([] { Primitive(); }), 1);
+    EXPECT_EQ(AllocationsDuring([] { Primitive(); }), 1);
+    EXPECT_EQ(AllocationsDuring([] { Constructed(); }), 1);
 }
 
 TEST(TagStore, GivesATagTheMemoryOfAnEarlierOne) {
     TagStore const store;
-    EXPECT_EQ(PiecesFor([] { Primitive(); }), 1);
-    EXPECT_EQ(PiecesFor([] { Primitive(); }), 0);
-    EXPECT_EQ(PiecesFor([] { Constructed(); }), 0) << "of the other kind as well";
-    EXPECT_EQ(PiecesFor([] {
+    EXPECT_EQ(AllocationsDuring([] { Primitive(); }), 1);
+    EXPECT_EQ(AllocationsDuring([] { Primitive(); }), 0);
+    EXPECT_EQ(AllocationsDuring([] { Constructed(); }), 0) << "of the other kind too";
+    EXPECT_EQ(AllocationsDuring([] {
                   auto const one = Constructed();
                   auto const another = Primitive();
               }),
@@ -81,7 +81,7 @@ TEST(TagStore, ReturnsAllMemoryAtItsEnd) {
         EXPECT_EQ(HeapPieces(), before + 10);
     }
     EXPECT_EQ(HeapPieces(), before);
-    EXPECT_EQ(PiecesFor([] { Primitive(); }), 1) << "it is over";
+    EXPECT_EQ(AllocationsDuring([] { Primitive(); }), 1) << "the store has ended";
 }
 
 TEST(TagStore, KeepsNoMoreThanItsLimit) {
@@ -89,7 +89,8 @@ TEST(TagStore, KeepsNoMoreThanItsLimit) {
     TagStore const store;
     Several(TagStore::MostBlocks + 100);
     EXPECT_EQ(HeapPieces(), before + TagStore::MostBlocks);
-    EXPECT_EQ(PiecesFor([] { Several(TagStore::MostBlocks + 1); }), 2) << "the list, and the last tag";
+    EXPECT_EQ(AllocationsDuring([] { Several(TagStore::MostBlocks + 1); }), 2)
+        << "the list, and the last tag";
 }
 
 TEST(TagStore, AcceptsOlderTagsAndTagsThatOutliveIt) {
@@ -99,7 +100,7 @@ TEST(TagStore, AcceptsOlderTagsAndTagsThatOutliveIt) {
     {
         TagStore const store;
         older.reset();
-        EXPECT_EQ(PiecesFor([&younger] { younger = Constructed(); }), 0);
+        EXPECT_EQ(AllocationsDuring([&younger] { younger = Constructed(); }), 0);
     }
     EXPECT_EQ(HeapPieces(), before + 1);
     younger.reset();
@@ -111,22 +112,22 @@ TEST(TagStore, IsReplacedByANewerStoreUntilThatEnds) {
     Primitive();
     {
         TagStore const inner;
-        EXPECT_EQ(PiecesFor([] { Primitive(); }), 1);
-        EXPECT_EQ(PiecesFor([] { Primitive(); }), 0);
+        EXPECT_EQ(AllocationsDuring([] { Primitive(); }), 1);
+        EXPECT_EQ(AllocationsDuring([] { Primitive(); }), 0);
     }
-    EXPECT_EQ(PiecesFor([] { Primitive(); }), 0);
+    EXPECT_EQ(AllocationsDuring([] { Primitive(); }), 0);
 }
 
 TEST(TagStore, ServesOnlyItsThread) {
     TagStore const store;
     Primitive();
     long long elsewhere = 0;
-    std::thread([&elsewhere] { elsewhere = PiecesFor([] { Primitive(); }); }).join();
+    std::thread([&elsewhere] { elsewhere = AllocationsDuring([] { Primitive(); }); }).join();
     EXPECT_EQ(elsewhere, 1);
-    EXPECT_EQ(PiecesFor([] { Primitive(); }), 0);
+    EXPECT_EQ(AllocationsDuring([] { Primitive(); }), 0);
 }
 
-// What is larger than any tag of today goes by it.
+// A tag larger than the current ones bypasses the store.
 TEST(TagStore, LeavesLargerTagsToTheHeap) {
     class LargeTag : public Tag {
     public:
@@ -136,7 +137,7 @@ TEST(TagStore, LeavesLargerTagsToTheHeap) {
     long long const before = HeapPieces();
     std::make_unique<LargeTag>().reset();
     EXPECT_EQ(HeapPieces(), before);
-    EXPECT_EQ(PiecesFor([] { Primitive(); }), 1) << "nothing was left";
+    EXPECT_EQ(AllocationsDuring([] { Primitive(); }), 1) << "the store got no memory";
 }
 
 TEST(TagStore, ThrowsBadAllocWhenThereIsNoMemory) {
@@ -144,7 +145,7 @@ TEST(TagStore, ThrowsBadAllocWhenThereIsNoMemory) {
     FailPiece(1);
     EXPECT_THROW(Primitive(), std::bad_alloc);
     EXPECT_TRUE(HasFailedPiece());
-    EXPECT_EQ(PiecesFor([] { Primitive(); }), 1) << "and serves on";
+    EXPECT_EQ(AllocationsDuring([] { Primitive(); }), 1) << "the store still works";
 }
 
 #if defined(__SANITIZE_ADDRESS__)

@@ -4,8 +4,8 @@
 
 namespace test {
 
-// The steps that the driver has taken on this thread: the branches of its code that were run, as the compiler
-// counts them for us. The same on every run and on every machine, whatever else happens there.
+// The steps of the driver on this thread: the branches of its code that were run, counted by the compiler's
+// instrumentation. They are the same on every run and every machine, whatever its load.
 std::size_t StepsSoFar();
 
 template <class Body>

@@ -1,4 +1,4 @@
-// Work grows with the size and not faster: twice the size takes twice the steps.
+// Work is proportional to the size: twice the size takes twice the steps.
 
 #include "../LimitFixture.h"
 #include "ExceptionScheduleValue.h"
@@ -23,17 +23,17 @@ std::string Times(std::size_t count, std::string const& piece) {
 
 class Steps : public LimitFixture {
 protected:
-    // The body takes a size and does what is to be counted.
+    // The body gets a size and does the work that is counted.
     template <class Body>
     static void ExpectProportional(std::size_t size, Body const& body) {
-        body(1);  // tables of the first use
+        body(1);  // builds the tables of the first use
         std::size_t const half = StepsOf([&] { body(size / 2); });
         std::size_t const whole = StepsOf([&] { body(size); });
         EXPECT_GT(half, size / 2) << "the driver's steps are counted at all";
         EXPECT_LT(static_cast<double>(whole) / static_cast<double>(half), 2.1);
     }
 
-    // One cycle of a block with one variable, against a device that answers this in segments.
+    // One cycle of a block with one variable, with a device that answers this in segments.
     static void Poll(Octets const& payload, int objectType, int propertyCode, std::size_t perSegment) {
         SegmentingDevice device(payload, perSegment);
         LineNetwork network([&device](int line, Octets const& request) { return device(line, request); });
@@ -122,7 +122,7 @@ TEST_F(Steps, OfALongAddress) {
 
 class StepsOfABlock : public Steps {
 protected:
-    // A block with so many variables: two polls, one against a silent device, and a write of all.
+    // A block with this number of variables: two polls, one of a silent device, and a write of all.
     static void Live(std::size_t variables, bool ofOneObject) {
         bool isSilent = false;
         LineNetwork network([&isSilent](int, Octets const& request) -> std::vector<LineAnswer> {

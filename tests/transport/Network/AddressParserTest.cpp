@@ -17,7 +17,7 @@ namespace {
 
 using Parts = std::vector<std::string>;
 
-// The octets of an address text, or how it was refused.
+// The octets of an address text, or the exception's text.
 std::string Parsed(std::string const& text) {
     test::RecordSeed("texts", text);
     try {
@@ -138,7 +138,7 @@ TEST(AddressParser, ListOfHexadecimalOctetsIsTheFallback) {
     EXPECT_EQ(Parsed(":1.2.3.4"), "unknown error");
 }
 
-// Only an address of the wrong number of parts falls back to the list.
+// Only an address with the wrong number of parts falls back to the list.
 TEST(AddressParser, PartThatIsNotANumberDoesNotFallBackToTheList) {
     EXPECT_EQ(Parsed("1.2.x.4:5"), "unknown error");
     EXPECT_EQ(Parsed("1.2.99999999999.4:5"), "unknown error");
@@ -174,7 +174,7 @@ TEST(AddressParser, PortsThatDoNotFit32BitsAreRefusedOnEveryMachine) {
     EXPECT_EQ(Parsed("1.2.3.4: +80x"), "01 02 03 04 00 50");
 }
 
-// What ParsePort throws: the kind of exception and its text.
+// The kind and the text of the exception that ParsePort throws.
 template <class Refusal>
 std::string PortRefusal(std::string const& text) {
     try {

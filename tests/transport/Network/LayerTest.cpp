@@ -79,7 +79,7 @@ TEST_F(NetworkLayer, SourceAndExpectingReplyAreDistinguished) {
 TEST_F(NetworkLayer, NetworkMessagesAreReturnedLikeAnApdu) {
     Deliver("81 0A 00 09 01 80 01 00 05");
     EXPECT_EQ(ToHex(layer.Receive().data), "00 05");
-    EXPECT_TRUE(script.sent.empty()) << "nothing is answered";
+    EXPECT_TRUE(script.sent.empty()) << "no answer is sent";
 }
 
 TEST_F(NetworkLayer, PassesOnExceptionsOfTheLayersBelow) {

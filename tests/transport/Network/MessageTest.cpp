@@ -107,7 +107,7 @@ TEST(NetworkMessage, WritingTheParsedHeaderGivesTheSameOctets) {
             octet = static_cast<char>(random() % 4 ? random() % 4 : random());
         }
         npdu[0] = 1;
-        // The bits that come back: destination, source and expecting reply.
+        // The bits that are written again: destination, source and expecting reply.
         npdu[1] = static_cast<char>(random() & 0x2C);
         try {
             auto const message = Message::Parse(npdu);

@@ -12,10 +12,10 @@ constexpr unsigned long long unitsPerDay = 864000000000ULL;
 constexpr unsigned long long daysTo15March2024 = 154571;  // from 1 January 1601
 constexpr std::uint8_t any = 255;
 
-// The month tables must be there for the initialisers of other files.
+// The month tables must exist before the initialisers of other files run.
 unsigned long long const fileTimeMadeAtLoad = Date(124, 3, 15, any).ToFileTime();
 
-// The date that is made of a number of days since 1 January 1601.
+// The date made from a number of days since 1 January 1601.
 std::string DateOfDays(unsigned long long days) {
     return test::Text(Date(days * unitsPerDay));
 }
@@ -107,7 +107,7 @@ TEST(Date, OfAFileTimeIsCountedByTheNextYearAndTheNextMonth) {
 
 TEST(Date, OfAFileTimeInDecemberOrLaterReadsNoFurtherMonth) {
     unsigned long long const lastDayOf2022 = Date(122, 12, 31, any).ToFileTime() / unitsPerDay;
-    // The sum of the years is reached on the day behind, so the last day has the number 364.
+    // The sum of the years is reached on the following day, so the last day has the number 364.
     EXPECT_EQ(DateOfDays(lastDayOf2022), "122 12 255 255");
     // 1 January 2024 is still counted in 2023 by the length of 2024: the 366th day of an ordinary year.
     unsigned long long const firstDayOf2024 = Date(124, 1, 1, any).ToFileTime() / unitsPerDay;

@@ -27,7 +27,7 @@ TEST(BooleanValue, WritesTrueAndFalseAsOneOctetWithoutData) {
 TEST(BooleanValueParser, RefusesAnotherTagNumberAndAnotherLengthField) {
     EXPECT_EQ(ParseFailure<BooleanValueParser>("21 01"), "tag number does not meet expectations");
     EXPECT_EQ(ParseFailure<BooleanValueParser>("12"), "bad value in field VallenType. expect 0 or 1");
-    // The number is looked at first.
+    // The number is checked first.
     EXPECT_EQ(ParseFailure<BooleanValueParser>("22 00 00"), "tag number does not meet expectations");
 }
 

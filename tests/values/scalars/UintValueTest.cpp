@@ -39,7 +39,7 @@ TEST(UintValue, UsesTheExtendedLengthFromFiveOctets) {
 
 TEST(UintValueParser, ReadsEmptyDataAsZero) {
     EXPECT_EQ(ReadUint("20"), 0U);
-    // A Boolean never has data, so it reads as 0 where a number is awaited.
+    // A Boolean never has data, so it is read as 0 where a number is expected.
     EXPECT_EQ(ReadUint("11"), 0U);
 }
 

@@ -40,7 +40,7 @@ std::string EventText(std::string const& entries) {
     return "3,7,10," + entries + ";";
 }
 
-// What the parser writes for one value at noon.
+// The parser's text for one value at noon.
 std::string TailRead(std::string const& valueHex) {
     std::string const start = "3,7,10,12000000,";
     std::string const text = ReadText(Event(noon + valueHex));
@@ -265,7 +265,7 @@ TEST(ExceptionScheduleParser, ReadsAPeriodWithoutOneSubTagAsACalendar) {
 
 TEST(ExceptionScheduleParser, RefusesTagsOfAnotherShape) {
     for (std::string const& hex : std::vector<std::string>{
-             "0E 1E 11 11 1F 0F 2E " + noon + "11 2F 39 05",        // a range of no dates
+             "0E 1E 11 11 1F 0F 2E " + noon + "11 2F 39 05",        // a range without dates
              "0E 1E 2E 2F 2E 2F 1F 0F 2E " + noon + "11 2F 39 05",  // a range of constructed tags
              "1D 05 00 01 80 00 07 2E " + noon + "11 2F 39 05",     // a calendar of five octets
              "1C 01 80 00 07 29 11 39 05",                          // a list that is primitive

@@ -17,7 +17,7 @@ namespace {
 
 constexpr auto utf8 = EncodingTypeEnum::Utf8;
 
-// A week whose first day holds this and whose other days are empty, as octets and as text.
+// A week whose first day has this content and whose other days are empty, as octets and as text.
 std::string FirstDay(std::string const& contents) {
     return "0E " + contents + " 0F 0E0F 0E0F 0E0F 0E0F 0E0F 0E0F";
 }
@@ -25,7 +25,7 @@ std::string FirstDayText(std::string const& entries) {
     return entries + ";;;;;;;";
 }
 
-// What the parser writes for one value at noon, without the time ahead of it.
+// The parser's text for one value at noon, without the time before it.
 std::string TailRead(std::string const& valueHex) {
     std::string const text = test::ReadText<WeeklyScheduleValueParser>(FirstDay("B4 0C000000" + valueHex));
     std::string const start = "12000000,";
@@ -34,7 +34,7 @@ std::string TailRead(std::string const& valueHex) {
     return text.substr(start.size(), text.size() - start.size() - 7);
 }
 
-// The octets of the value that is sent for the last three fields of an entry.
+// The octets of the value that the last three fields of an entry give.
 std::string TailWritten(std::string const& tail) {
     std::vector<std::string> const fields = SplitText(tail, ',');
     return test::ToHex(
@@ -224,7 +224,7 @@ TEST(WeeklySchedule, OfValuesThatAreNotNumbersFailsAsTheConversionsDo) {
     EXPECT_EQ(TailFailure<std::out_of_range>("9999999999,1,1"), "stoi");
 }
 
-// What is written is not always what was read: each line of the differences.
+// A text that was read is not always written as the same octets. These are all the differences.
 
 TEST(WeeklyAsymmetry, UnsignedAndSignedComeBackAsZeroOrOne) {
     EXPECT_EQ(TailWritten(TailRead("21 2D")), "21 01");
@@ -248,7 +248,7 @@ TEST(WeeklyAsymmetry, NullsAreDroppedWhenReadAndWrittenByTypeZero) {
     EXPECT_EQ(read(boolean + null), FirstDayText("13000000,1,1,1"));
     EXPECT_EQ(read(null + boolean), FirstDayText(",13000000,1,1,1"));
     EXPECT_EQ(read(boolean + null + boolean), FirstDayText("13000000,1,1,1,13000000,1,1,1"));
-    EXPECT_EQ(read("11 00" + boolean), FirstDayText(",13000000,1,1,1"));  // its time is not looked at
+    EXPECT_EQ(read("11 00" + boolean), FirstDayText(",13000000,1,1,1"));  // its time is not checked
     EXPECT_EQ(Written(Week(FirstDayText("12000000,0,1,0"))), test::ToHex(Hex(FirstDay(null))));
 }
 
@@ -311,7 +311,7 @@ TEST(WeeklyScheduleParser, RefusesTagsOfAnotherShape) {
     std::string const time = "B4 0C000000";
     for (std::string const& day : std::vector<std::string>{
              time,                                          // a time without a value
-             time + "11" + time,                            // the same behind a whole pair
+             time + "11" + time,                            // the same after a whole pair
              "0E 0F 11",                                    // a constructed time
              "A4 0C000000 11",                              // a date for a time
              "B3 0C0000 11",                                // a time of three octets

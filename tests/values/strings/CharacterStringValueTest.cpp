@@ -59,7 +59,7 @@ TEST(CharacterStringValueParser, AcceptsAnyClass) {
 
 TEST(CharacterStringValueParser, RefusesAnOctetStringForItsTagNumber) {
     EXPECT_EQ(ParseFailure<CharacterStringValueParser>("62 00 41"), "tag number does not meet expectations");
-    // The number is looked at first.
+    // The number is checked first.
     EXPECT_EQ(ParseFailure<CharacterStringValueParser>("60"), "tag number does not meet expectations");
 }
 

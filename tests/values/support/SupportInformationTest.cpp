@@ -24,7 +24,7 @@
 
 namespace {
 
-// The whole table a second time, by numbers: for each object type its properties as "property:type".
+// The whole table again, by numbers: for each object type its properties as "property:type".
 struct ObjectProperties {
     int object;
     bool hasCommonProperties;
@@ -159,7 +159,7 @@ TEST(SupportInformation, ReadsType32WithTheParserOfExceptionSchedules) {
 TEST(SupportInformation, HasNoParserForType23NorForTypesThatDoNotOccur) {
     for (int const type : {23, 21, 25, 26, 28, 29, 34, -1, 1000}) {
         EXPECT_EQ(Parser(type), nullptr) << type;
-        EXPECT_EQ(Parser(type), nullptr) << type << " asked for again";
+        EXPECT_EQ(Parser(type), nullptr) << type << " requested again";
     }
 }
 
