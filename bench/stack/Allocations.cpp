@@ -65,8 +65,8 @@ void Measure(std::string const& argument) {
     std::printf(
         "{\"workload\": \"%s\", \"allocations\": %.2f, \"octets\": %.1f, \"held\": %.1f, "
         "\"peak\": %.1f}\n",
-        argument.c_str(), perObject(after.pieces - before.pieces), perObject(after.octets - before.octets),
-        perObject(held), perObject(test::HeapPeak() - without));
+        argument.c_str(), perObject(after.allocations - before.allocations),
+        perObject(after.octets - before.octets), perObject(held), perObject(test::HeapPeak() - without));
 }
 
 }  // namespace

@@ -19,9 +19,9 @@ constexpr int Objects = 100;
 double Allocations(std::string const& workload, int objects = Objects) {
     bench::Clients clients(workload, objects);
     clients.Poll();
-    long long const before = test::HeapTotalsSoFar().pieces;
+    long long const before = test::HeapTotalsSoFar().allocations;
     clients.Poll();
-    return static_cast<double>(test::HeapTotalsSoFar().pieces - before) / objects;
+    return static_cast<double>(test::HeapTotalsSoFar().allocations - before) / objects;
 }
 
 struct Budget {

@@ -57,7 +57,7 @@ private:
 // The resources that must not grow.
 struct Holdings {
     long long heapOctets;
-    long long heapPieces;
+    long long heapBlocks;
     long long scriptOctets;
     std::size_t descriptors;
     int sockets;
@@ -69,7 +69,7 @@ struct Holdings {
         auto const descriptors = std::distance(std::filesystem::directory_iterator("/proc/self/fd"),
                                                std::filesystem::directory_iterator());
         return {HeapOctets(),
-                HeapPieces(),
+                HeapBlocks(),
                 plant.ScriptOctets(),
                 static_cast<std::size_t>(descriptors),
                 plant.World().OpenSockets(),
@@ -117,7 +117,7 @@ TEST_F(Soak, LeavesNothing) {
         Cycles, seconds.count(), (Cycles - CyclesBefore) / seconds.count(), reports[0], reports[1],
         reports[2], reports[3], reports[4], logged);
     EXPECT_EQ(after.heapOctets, before.heapOctets);
-    EXPECT_EQ(after.heapPieces, before.heapPieces);
+    EXPECT_EQ(after.heapBlocks, before.heapBlocks);
     EXPECT_EQ(after.scriptOctets, before.scriptOctets);
     EXPECT_EQ(after.descriptors, before.descriptors);
     EXPECT_EQ(after.sockets, before.sockets);

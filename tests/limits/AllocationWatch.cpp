@@ -10,7 +10,7 @@ AllocationWatch::AllocationWatch() : before(HeapTotalsSoFar()), octetsBefore(Hea
 
 HeapTotals AllocationWatch::Made() const {
     HeapTotals const now = HeapTotalsSoFar();
-    return {now.pieces - before.pieces, now.octets - before.octets};
+    return {now.allocations - before.allocations, now.octets - before.octets};
 }
 long long AllocationWatch::Growth() const {
     return HeapOctets() - octetsBefore;
@@ -23,7 +23,7 @@ double Ratio(HeapTotals const& larger, HeapTotals const& smaller) {
     auto const ratio = [](long long more, long long less) {
         return static_cast<double>(more) / static_cast<double>(std::max(less, 1LL));
     };
-    return std::max(ratio(larger.pieces, smaller.pieces), ratio(larger.octets, smaller.octets));
+    return std::max(ratio(larger.allocations, smaller.allocations), ratio(larger.octets, smaller.octets));
 }
 
 }  // namespace test

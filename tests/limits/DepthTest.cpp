@@ -77,14 +77,14 @@ TEST_F(Depth, DestroyingATreeOfAnyShapeNeedsNoMemory) {
                                                    : Octets{0x21, 0x05});
         }
         FakeStream stream(octets);
-        long long const pieces = HeapPieces();
+        long long const blocks = HeapBlocks();
         auto tag = TagParser::ReadTag(stream);
         ASSERT_EQ(stream.Available(), 0);
         ASSERT_TRUE(tag->GetBytes() == octets);
-        long long const made = HeapTotalsSoFar().pieces;
+        long long const made = HeapTotalsSoFar().allocations;
         tag.reset();
-        ASSERT_EQ(HeapTotalsSoFar().pieces, made);
-        ASSERT_LE(HeapPieces(), pieces);
+        ASSERT_EQ(HeapTotalsSoFar().allocations, made);
+        ASSERT_LE(HeapBlocks(), blocks);
     }
 }
 

@@ -8,10 +8,10 @@ using namespace test;
 
 namespace {
 
-Octets Repeated(std::size_t count, Octets const& piece) {
+Octets Repeated(std::size_t count, Octets const& part) {
     Octets all;
     for (std::size_t i = 0; i < count; ++i) {
-        Append(all, piece);
+        Append(all, part);
     }
     return all;
 }
@@ -112,10 +112,10 @@ protected:
         EXPECT_FALSE(outcome.hasFault);
         return outcome.text;
     }
-    static std::string TextTimes(std::size_t count, std::string const& piece) {
+    static std::string TextTimes(std::size_t count, std::string const& part) {
         std::string text;
         for (std::size_t i = 0; i < count; ++i) {
-            text += piece;
+            text += part;
         }
         return text;
     }

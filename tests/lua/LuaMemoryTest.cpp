@@ -145,7 +145,7 @@ protected:
     // Lets every request of Lua fail in turn and returns their number.
     long long FailEveryRequest(FailingLua::Mode mode) {
         for (long long request = 1;; ++request) {
-            long long const before = test::HeapPieces();
+            long long const before = test::HeapBlocks();
             bool refused = false;
             {
                 Reach reach;
@@ -154,7 +154,7 @@ protected:
                 EXPECT_EQ(lua.Close(), 0) << request;
                 refused = lua.HasRefused();
             }
-            EXPECT_EQ(test::HeapPieces(), before) << request;
+            EXPECT_EQ(test::HeapBlocks(), before) << request;
             if (!refused || HasFailure()) {
                 return request - 1;
             }
@@ -178,18 +178,18 @@ TEST_F(LuaMemory, NothingLeaksFromWhicheverRequestOnLuaHasNoMemory) {
 }
 
 TEST_F(LuaMemory, NothingLeaksAndNoExceptionReachesLuaWhicheverAllocationOfCppFails) {
-    for (long long piece = 1;; ++piece) {
-        long long const before = test::HeapPieces();
+    for (long long allocation = 1;; ++allocation) {
+        long long const before = test::HeapBlocks();
         FailingLua lua(0);
         Reach reach;
-        test::FailPiece(piece);
+        test::FailAllocation(allocation);
         RunScript(lua.Get(), reach);
-        bool const isLast = !test::HasFailedPiece();
-        test::FailPiece(0);
-        ASSERT_EQ(lua.Close(), 0) << piece;
-        ASSERT_EQ(test::HeapPieces(), before) << piece;
+        bool const isLast = !test::HasFailedAllocation();
+        test::FailAllocation(0);
+        ASSERT_EQ(lua.Close(), 0) << allocation;
+        ASSERT_EQ(test::HeapBlocks(), before) << allocation;
         if (isLast) {
-            EXPECT_GT(piece, 40);
+            EXPECT_GT(allocation, 40);
             break;
         }
     }
@@ -201,14 +201,14 @@ TEST_F(LuaMemory, ABlockThatTheRuntimeCannotEnterIsCollected) {
     runtime.OpenLibraries();
     ASSERT_EQ(luaL_loadstring(lua.Get(), "block = BACnet.new{}"), LUA_OK);
     lua_gc(lua.Get(), LUA_GCSTOP);
-    long long const before = test::HeapPieces();
+    long long const before = test::HeapBlocks();
     int status = LUA_OK;
-    for (long long piece = 1; piece < 100; ++piece) {
+    for (long long allocation = 1; allocation < 100; ++allocation) {
         lua_pushvalue(lua.Get(), -1);
-        test::FailPiece(piece);
+        test::FailAllocation(allocation);
         status = lua_pcall(lua.Get(), 0, 0, 0);
-        bool const hasFailed = test::HasFailedPiece();
-        test::FailPiece(0);
+        bool const hasFailed = test::HasFailedAllocation();
+        test::FailAllocation(0);
         if (!hasFailed) {
             break;
         }
@@ -217,7 +217,7 @@ TEST_F(LuaMemory, ABlockThatTheRuntimeCannotEnterIsCollected) {
         lua_pop(lua.Get(), 1);
         lua_gc(lua.Get(), LUA_GCCOLLECT);
         EXPECT_TRUE(runtime.Blocks().empty());
-        EXPECT_LE(test::HeapPieces(), before + 1) << piece;  // one: the capacity for entries
+        EXPECT_LE(test::HeapBlocks(), before + 1) << allocation;  // one: the capacity for entries
     }
     ASSERT_EQ(status, LUA_OK);
     EXPECT_EQ(runtime.Blocks().size(), 1u);
@@ -253,9 +253,9 @@ TEST_F(LuaMemory, AProjectIsLoadedOrRefusedAtEveryLimit) {
         ASSERT_LT(limit, std::size_t{1} << 20);
         workbench::ScriptLimits limits;
         limits.Memory = limit;
-        long long const before = test::HeapPieces();
+        long long const before = test::HeapBlocks();
         loaded = LoadProject(limits);
-        ASSERT_EQ(test::HeapPieces(), before) << limit;
+        ASSERT_EQ(test::HeapBlocks(), before) << limit;
     }
 }
 
@@ -263,15 +263,15 @@ TEST_F(LuaMemory, AProjectIsLoadedOrRefusedAtEveryLimit) {
 TEST_F(LuaMemory, AProjectsScriptLeaksNothingWhicheverAllocationOfCppFails) {
     std::string const text = std::string(Project) + "error('the end')";
     LoadProject({}, text);  // allocates what is kept
-    for (long long piece = 1;; ++piece) {
-        long long const before = test::HeapPieces();
-        test::FailPiece(piece);
+    for (long long allocation = 1;; ++allocation) {
+        long long const before = test::HeapBlocks();
+        test::FailAllocation(allocation);
         LoadProject({}, text);
-        bool const isLast = !test::HasFailedPiece();
-        test::FailPiece(0);
-        ASSERT_EQ(test::HeapPieces(), before) << piece;
+        bool const isLast = !test::HasFailedAllocation();
+        test::FailAllocation(0);
+        ASSERT_EQ(test::HeapBlocks(), before) << allocation;
         if (isLast) {
-            EXPECT_GT(piece, 80);
+            EXPECT_GT(allocation, 80);
             break;
         }
     }
@@ -297,9 +297,9 @@ TEST(LuaSandboxMemory, ADeviceFileIsReadOrRefusedAtEveryLimit) {
     int devices = -1;
     for (std::size_t limit = 0; devices < 0; limit += 61) {
         ASSERT_LT(limit, std::size_t{1} << 20);
-        long long const before = test::HeapPieces();
+        long long const before = test::HeapBlocks();
         devices = CountDevices(limit);
-        ASSERT_EQ(test::HeapPieces(), before) << limit;
+        ASSERT_EQ(test::HeapBlocks(), before) << limit;
     }
     EXPECT_EQ(devices, 2);
 }

@@ -32,14 +32,14 @@ TEST_P(RefusedMemory, IsAFailedAttemptThatLeavesNothing) {
     Clients clients(GetParam(), 1);
     ASSERT_TRUE(IsPolled(clients));  // allocates what is kept
     long long failed = 0;
-    for (long long piece = 1;; ++piece) {
-        long long const before = test::HeapPieces();
-        test::FailPiece(piece);
+    for (long long allocation = 1;; ++allocation) {
+        long long const before = test::HeapBlocks();
+        test::FailAllocation(allocation);
         failed += IsPolled(clients) ? 0 : 1;
-        bool const wasRefused = test::HasFailedPiece();
-        test::FailPiece(0);
-        ASSERT_EQ(test::HeapPieces(), before) << piece;
-        ASSERT_TRUE(IsPolled(clients)) << piece;
+        bool const wasRefused = test::HasFailedAllocation();
+        test::FailAllocation(0);
+        ASSERT_EQ(test::HeapBlocks(), before) << allocation;
+        ASSERT_TRUE(IsPolled(clients)) << allocation;
         if (!wasRefused) {
             break;
         }
@@ -54,20 +54,20 @@ TEST(RefusedMemoryOfABlock, LeavesNothingAfterACycle) {
     blocks.Make();
     blocks.Init();
     blocks.RunOnce();
-    long long piece = 0;
+    long long allocation = 0;
     for (bool wasRefused = true; wasRefused;) {
-        long long const before = test::HeapPieces();
-        test::FailPiece(++piece);
+        long long const before = test::HeapBlocks();
+        test::FailAllocation(++allocation);
         try {
             blocks.RunOnce();
         } catch (std::exception const&) {
         }
-        wasRefused = test::HasFailedPiece();
-        test::FailPiece(0);
+        wasRefused = test::HasFailedAllocation();
+        test::FailAllocation(0);
         blocks.RunOnce();
-        ASSERT_EQ(test::HeapPieces(), before) << piece;
+        ASSERT_EQ(test::HeapBlocks(), before) << allocation;
     }
-    EXPECT_GT(piece, 100);
+    EXPECT_GT(allocation, 100);
 }
 
 INSTANTIATE_TEST_SUITE_P(Workloads, RefusedMemory,

@@ -91,28 +91,28 @@ protected:
 }  // namespace
 
 TEST_P(StartWithoutMemory, LeavesNoDeviceAndEveryDescriptorWithOneOwner) {
-    long long const before = test::HeapPieces();
-    long long piece = 0;
+    long long const before = test::HeapBlocks();
+    long long allocation = 0;
     for (bool wasRefused = true; wasRefused;) {
-        ++piece;
+        ++allocation;
         {
             ConfiguredBlock configured(GetParam());
             bool hasThrown = false;
-            test::FailPiece(piece);
+            test::FailAllocation(allocation);
             try {
                 configured.block.Inited();
             } catch (std::bad_alloc const&) {
                 hasThrown = true;
             }
-            wasRefused = test::HasFailedPiece();
-            test::FailPiece(0);
-            ASSERT_EQ(configured.block.Device() == nullptr, hasThrown) << piece;
-            ASSERT_EQ(configured.block.PendingChannels().size(), hasThrown ? Variables : 0u) << piece;
+            wasRefused = test::HasFailedAllocation();
+            test::FailAllocation(0);
+            ASSERT_EQ(configured.block.Device() == nullptr, hasThrown) << allocation;
+            ASSERT_EQ(configured.block.PendingChannels().size(), hasThrown ? Variables : 0u) << allocation;
         }
-        ASSERT_EQ(test::HeapPieces(), before) << piece;
-        ASSERT_EQ(network.OpenSockets(), 0) << piece;
+        ASSERT_EQ(test::HeapBlocks(), before) << allocation;
+        ASSERT_EQ(network.OpenSockets(), 0) << allocation;
     }
-    EXPECT_GT(piece, 3 * Variables);
+    EXPECT_GT(allocation, 3 * Variables);
 }
 
 INSTANTIATE_TEST_SUITE_P(Networks, StartWithoutMemory, ::testing::Values(0, 5));
@@ -124,22 +124,22 @@ TEST(SilentDevice, IsAFaultWithoutAnyMemory) {
     ConfiguredBlock configured(0);
     configured.block.Inited();
     auto& client = const_cast<TBACnet&>(*configured.block.Device());  // the block's cycle needs memory
-    long long piece = 0;
+    long long allocation = 0;
     for (bool wasRefused = true; wasRefused;) {
         std::vector<WriteDataRec> values;
         bool hasThrown = false;
         client.ClearFault();
-        test::FailPiecesFrom(++piece);
+        test::FailAllocationsFrom(++allocation);
         try {
             client.Read(values);
         } catch (...) {
             hasThrown = true;
         }
-        wasRefused = test::HasFailedPiece();
-        test::FailPiece(0);
-        ASSERT_FALSE(hasThrown) << piece;
-        ASSERT_TRUE(client.HasFault()) << piece;
+        wasRefused = test::HasFailedAllocation();
+        test::FailAllocation(0);
+        ASSERT_FALSE(hasThrown) << allocation;
+        ASSERT_TRUE(client.HasFault()) << allocation;
     }
-    EXPECT_GT(piece, 10);
+    EXPECT_GT(allocation, 10);
     dorvel::SetLogSink(nullptr);
 }

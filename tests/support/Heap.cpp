@@ -8,13 +8,13 @@
 namespace {
 
 std::atomic<long long> octets{0};
-std::atomic<long long> pieces{0};
+std::atomic<long long> blocks{0};
 std::atomic<long long> peak{0};  // of octets
 std::atomic<long long> totalOctets{0};
-std::atomic<long long> totalPieces{0};
-std::atomic<long long> untilFailure{0};  // pieces up to the one that is refused; 0, none is
+std::atomic<long long> allocations{0};
+std::atomic<long long> untilFailure{0};  // allocations up to the one that fails; 0: none fails
 
-std::atomic<bool> failsOn{false};  // those after it too
+std::atomic<bool> failsOn{false};  // later allocations fail too
 
 bool MustFail() {
     long long left = untilFailure.load(std::memory_order_relaxed);
@@ -29,56 +29,56 @@ void Raise(std::atomic<long long>& most, long long now) {
     }
 }
 
-// In front of every piece stands how large it was asked to be: what the allocator makes of that depends on
-// what it finds free.
+// The requested size is stored before every block, since the allocator's own size depends on the free memory
+// that it finds.
 constexpr std::size_t DefaultAlignment = __STDCPP_DEFAULT_NEW_ALIGNMENT__;
 static_assert(DefaultAlignment >= sizeof(std::size_t));
 
-void* Count(void* block, std::size_t size, std::size_t alignment) {
-    if (!block) {
+void* Count(void* raw, std::size_t size, std::size_t alignment) {
+    if (!raw) {
         return nullptr;
     }
     auto const more = static_cast<long long>(size);
     Raise(peak, octets.fetch_add(more, std::memory_order_relaxed) + more);
-    pieces.fetch_add(1, std::memory_order_relaxed);
+    blocks.fetch_add(1, std::memory_order_relaxed);
     totalOctets.fetch_add(more, std::memory_order_relaxed);
-    totalPieces.fetch_add(1, std::memory_order_relaxed);
-    char* const piece = static_cast<char*>(block) + alignment;
-    std::memcpy(piece - sizeof size, &size, sizeof size);
-    return piece;
+    allocations.fetch_add(1, std::memory_order_relaxed);
+    char* const block = static_cast<char*>(raw) + alignment;
+    std::memcpy(block - sizeof size, &size, sizeof size);
+    return block;
 }
 
 void* Allocate(std::size_t size) {
     return MustFail() ? nullptr : Count(std::malloc(DefaultAlignment + size), size, DefaultAlignment);
 }
 
-// Alignments beyond the default alone are asked for in this form. The size of aligned_alloc is a multiple.
+// Only alignments above the default use this form. aligned_alloc needs a multiple of the alignment as size.
 void* Allocate(std::size_t size, std::align_val_t alignment) {
     auto const unit = static_cast<std::size_t>(alignment);
     return MustFail() ? nullptr
                       : Count(std::aligned_alloc(unit, unit + (size + unit - 1) / unit * unit), size, unit);
 }
 
-void* OrThrow(void* piece) {
-    if (!piece) {
+void* OrThrow(void* block) {
+    if (!block) {
         throw std::bad_alloc();
     }
-    return piece;
+    return block;
 }
 
-void Free(void* piece, std::size_t alignment = DefaultAlignment) {
-    if (piece) {
+void Free(void* block, std::size_t alignment = DefaultAlignment) {
+    if (block) {
         std::size_t size = 0;
-        std::memcpy(&size, static_cast<char*>(piece) - sizeof size, sizeof size);
+        std::memcpy(&size, static_cast<char*>(block) - sizeof size, sizeof size);
         octets.fetch_sub(static_cast<long long>(size), std::memory_order_relaxed);
-        pieces.fetch_sub(1, std::memory_order_relaxed);
-        std::free(static_cast<char*>(piece) - alignment);
+        blocks.fetch_sub(1, std::memory_order_relaxed);
+        std::free(static_cast<char*>(block) - alignment);
     }
 }
 
 }  // namespace
 
-// All forms: those that are left out would be a sanitizer's own, and pieces would pass between the two.
+// All forms are replaced, since otherwise a block could be allocated here and freed by a sanitizer's form.
 void* operator new(std::size_t size) {
     return OrThrow(Allocate(size));
 }
@@ -97,35 +97,35 @@ void* operator new(std::size_t size, std::align_val_t alignment) {
 void* operator new[](std::size_t size, std::align_val_t alignment) {
     return OrThrow(Allocate(size, alignment));
 }
-void operator delete(void* piece) noexcept {
-    Free(piece);
+void operator delete(void* block) noexcept {
+    Free(block);
 }
-void operator delete[](void* piece) noexcept {
-    Free(piece);
+void operator delete[](void* block) noexcept {
+    Free(block);
 }
-void operator delete(void* piece, std::size_t) noexcept {
-    Free(piece);
+void operator delete(void* block, std::size_t) noexcept {
+    Free(block);
 }
-void operator delete[](void* piece, std::size_t) noexcept {
-    Free(piece);
+void operator delete[](void* block, std::size_t) noexcept {
+    Free(block);
 }
-void operator delete(void* piece, std::nothrow_t const&) noexcept {
-    Free(piece);
+void operator delete(void* block, std::nothrow_t const&) noexcept {
+    Free(block);
 }
-void operator delete[](void* piece, std::nothrow_t const&) noexcept {
-    Free(piece);
+void operator delete[](void* block, std::nothrow_t const&) noexcept {
+    Free(block);
 }
-void operator delete(void* piece, std::align_val_t alignment) noexcept {
-    Free(piece, static_cast<std::size_t>(alignment));
+void operator delete(void* block, std::align_val_t alignment) noexcept {
+    Free(block, static_cast<std::size_t>(alignment));
 }
-void operator delete[](void* piece, std::align_val_t alignment) noexcept {
-    Free(piece, static_cast<std::size_t>(alignment));
+void operator delete[](void* block, std::align_val_t alignment) noexcept {
+    Free(block, static_cast<std::size_t>(alignment));
 }
-void operator delete(void* piece, std::size_t, std::align_val_t alignment) noexcept {
-    Free(piece, static_cast<std::size_t>(alignment));
+void operator delete(void* block, std::size_t, std::align_val_t alignment) noexcept {
+    Free(block, static_cast<std::size_t>(alignment));
 }
-void operator delete[](void* piece, std::size_t, std::align_val_t alignment) noexcept {
-    Free(piece, static_cast<std::size_t>(alignment));
+void operator delete[](void* block, std::size_t, std::align_val_t alignment) noexcept {
+    Free(block, static_cast<std::size_t>(alignment));
 }
 
 namespace test {
@@ -143,25 +143,25 @@ void ForgetHeapPeak() {
 }
 
 HeapTotals HeapTotalsSoFar() {
-    return {totalPieces.load(std::memory_order_relaxed), totalOctets.load(std::memory_order_relaxed)};
+    return {allocations.load(std::memory_order_relaxed), totalOctets.load(std::memory_order_relaxed)};
 }
 
-void FailPiece(long long number) {
+void FailAllocation(long long number) {
     failsOn.store(false, std::memory_order_relaxed);
     untilFailure.store(number, std::memory_order_relaxed);
 }
 
-void FailPiecesFrom(long long number) {
+void FailAllocationsFrom(long long number) {
     untilFailure.store(number, std::memory_order_relaxed);
     failsOn.store(true, std::memory_order_relaxed);
 }
 
-bool HasFailedPiece() {
+bool HasFailedAllocation() {
     return untilFailure.load(std::memory_order_relaxed) == 0;
 }
 
-long long HeapPieces() {
-    return pieces.load(std::memory_order_relaxed);
+long long HeapBlocks() {
+    return blocks.load(std::memory_order_relaxed);
 }
 
 }  // namespace test

@@ -2,28 +2,28 @@
 
 namespace test {
 
-// What operator new has given to this program, its other threads and the host's libraries included, and not
-// got back: the octets that were asked for. Linking Heap.cpp replaces operator new and delete of the program.
+// The octets that operator new has allocated and not freed, as requested, in the whole program with all
+// threads and the host's libraries. Linking Heap.cpp replaces operator new and delete of the program.
 long long HeapOctets();
-// The same as a number of pieces.
-long long HeapPieces();
+// The number of these blocks.
+long long HeapBlocks();
 
-// The most octets that there were at one time since the last ForgetHeapPeak().
+// The maximum of HeapOctets() since the last ForgetHeapPeak().
 long long HeapPeak();
 void ForgetHeapPeak();
 
-// All that was given out since the program began, whether it was given back or not.
+// All allocations since the program began, freed or not.
 struct HeapTotals {
-    long long pieces = 0;
+    long long allocations = 0;
     long long octets = 0;
 };
 HeapTotals HeapTotalsSoFar();
 
-// The piece of that number from now on, counted from 1, is refused, and none behind it. 0: none is.
-void FailPiece(long long number);
-// All from the piece of that number on, until FailPiece is called.
-void FailPiecesFrom(long long number);
-// That the piece of the number was refused.
-bool HasFailedPiece();
+// From now on only the allocation with this number, counted from 1, fails. 0: none fails.
+void FailAllocation(long long number);
+// The allocation with this number and all later ones fail, until FailAllocation is called.
+void FailAllocationsFrom(long long number);
+// Whether the allocation with the number has failed.
+bool HasFailedAllocation();
 
 }  // namespace test

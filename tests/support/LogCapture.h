@@ -11,7 +11,7 @@ namespace test {
 class LogCapture {
 public:
     explicit LogCapture(bool trace = false) {
-        dorvel::SetLogSink([this](std::string_view piece) { text += piece; });
+        dorvel::SetLogSink([this](std::string_view part) { text += part; });
         dorvel::EnableUserTrace(trace);
     }
     ~LogCapture() {

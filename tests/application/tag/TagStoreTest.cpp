@@ -37,9 +37,9 @@ Tags Several(int count) {
 // The number of heap allocations while an action runs.
 template <class Action>
 long long AllocationsDuring(Action const& action) {
-    long long const before = HeapTotalsSoFar().pieces;
+    long long const before = HeapTotalsSoFar().allocations;
     action();
-    return HeapTotalsSoFar().pieces - before;
+    return HeapTotalsSoFar().allocations - before;
 }
 
 TEST(TagStore, WithoutAStoreTagsComeFromTheHeap) {
@@ -74,27 +74,27 @@ TEST(TagStore, KeepsTheKindsApart) {
 }
 
 TEST(TagStore, ReturnsAllMemoryAtItsEnd) {
-    long long const before = HeapPieces();
+    long long const before = HeapBlocks();
     {
         TagStore const store;
         Several(10);
-        EXPECT_EQ(HeapPieces(), before + 10);
+        EXPECT_EQ(HeapBlocks(), before + 10);
     }
-    EXPECT_EQ(HeapPieces(), before);
+    EXPECT_EQ(HeapBlocks(), before);
     EXPECT_EQ(AllocationsDuring([] { Primitive(); }), 1) << "the store has ended";
 }
 
 TEST(TagStore, KeepsNoMoreThanItsLimit) {
-    long long const before = HeapPieces();
+    long long const before = HeapBlocks();
     TagStore const store;
     Several(TagStore::MostBlocks + 100);
-    EXPECT_EQ(HeapPieces(), before + TagStore::MostBlocks);
+    EXPECT_EQ(HeapBlocks(), before + TagStore::MostBlocks);
     EXPECT_EQ(AllocationsDuring([] { Several(TagStore::MostBlocks + 1); }), 2)
         << "the list, and the last tag";
 }
 
 TEST(TagStore, AcceptsOlderTagsAndTagsThatOutliveIt) {
-    long long const before = HeapPieces();
+    long long const before = HeapBlocks();
     auto older = Primitive();
     std::unique_ptr<TagBase> younger;
     {
@@ -102,9 +102,9 @@ TEST(TagStore, AcceptsOlderTagsAndTagsThatOutliveIt) {
         older.reset();
         EXPECT_EQ(AllocationsDuring([&younger] { younger = Constructed(); }), 0);
     }
-    EXPECT_EQ(HeapPieces(), before + 1);
+    EXPECT_EQ(HeapBlocks(), before + 1);
     younger.reset();
-    EXPECT_EQ(HeapPieces(), before);
+    EXPECT_EQ(HeapBlocks(), before);
 }
 
 TEST(TagStore, IsReplacedByANewerStoreUntilThatEnds) {
@@ -134,17 +134,17 @@ TEST(TagStore, LeavesLargerTagsToTheHeap) {
         char more[TagStore::BlockSize] = {};
     };
     TagStore const store;
-    long long const before = HeapPieces();
+    long long const before = HeapBlocks();
     std::make_unique<LargeTag>().reset();
-    EXPECT_EQ(HeapPieces(), before);
+    EXPECT_EQ(HeapBlocks(), before);
     EXPECT_EQ(AllocationsDuring([] { Primitive(); }), 1) << "the store got no memory";
 }
 
 TEST(TagStore, ThrowsBadAllocWhenThereIsNoMemory) {
     TagStore const store;
-    FailPiece(1);
+    FailAllocation(1);
     EXPECT_THROW(Primitive(), std::bad_alloc);
-    EXPECT_TRUE(HasFailedPiece());
+    EXPECT_TRUE(HasFailedAllocation());
     EXPECT_EQ(AllocationsDuring([] { Primitive(); }), 1) << "the store still works";
 }
 

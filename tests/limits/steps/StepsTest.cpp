@@ -13,10 +13,10 @@ using namespace test;
 
 namespace {
 
-std::string Times(std::size_t count, std::string const& piece) {
+std::string Times(std::size_t count, std::string const& part) {
     std::string text;
     for (std::size_t i = 0; i < count; ++i) {
-        text += piece;
+        text += part;
     }
     return text;
 }
