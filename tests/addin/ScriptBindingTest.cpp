@@ -70,10 +70,10 @@ TEST_F(Script, FieldTableHasNamesTypesAndOrder) {
                         {"Priority", "TYPES.Elementary.DINT"}};
     auto const& fields = BACnetScript::fields.fields();
     ASSERT_EQ(fields.size(), 16u);
-    for (std::size_t place = 0; place < 16; ++place) {
-        EXPECT_EQ(fields[place]->name, rows[place].name);
-        EXPECT_STREQ(fields[place]->lua_type(), rows[place].type);
-        EXPECT_FALSE(fields[place]->retain);
+    for (std::size_t index = 0; index < 16; ++index) {
+        EXPECT_EQ(fields[index]->name, rows[index].name);
+        EXPECT_STREQ(fields[index]->lua_type(), rows[index].type);
+        EXPECT_FALSE(fields[index]->retain);
     }
 }
 

@@ -21,7 +21,7 @@ protected:
     }
 
     // An answer of 51 octets to the last request.
-    Octets HonestAnswer(unsigned invokeId) const {
+    Octets CorrectAnswer(unsigned invokeId) const {
         return AnswerDatagram(ReadAck(invokeId, AnalogInput1,
                                       PropertyResult(85, Real42) +
                                           PropertyResult(28, "75 06 00 41 42 43 44 45") +
@@ -55,11 +55,11 @@ protected:
 TEST_F(HostileReply, EveryLengthOfATruncatedAnswerIsAFailure) {
     std::size_t length = 0;
     network.Respond([&](Octets const& request) {
-        Octets answer = HonestAnswer(InvokeIdOf(request));
+        Octets answer = CorrectAnswer(InvokeIdOf(request));
         answer.resize(std::min(length, answer.size()));
         return std::vector<test::Delivery>{{answer}};
     });
-    std::size_t const whole = HonestAnswer(0).size();
+    std::size_t const whole = CorrectAnswer(0).size();
     ASSERT_GT(whole, 40u);
     for (length = 0; length < whole; ++length) {
         EXPECT_EQ(Process(), 0) << length;
@@ -72,29 +72,29 @@ TEST_F(HostileReply, EveryLengthOfATruncatedAnswerIsAFailure) {
 TEST_F(HostileReply, EveryLengthOfATruncatedAnswerWithACorrectLengthFieldIsAFailure) {
     std::size_t length = 0;
     network.Respond([&](Octets const& request) {
-        Octets answer = HonestAnswer(InvokeIdOf(request));
+        Octets answer = CorrectAnswer(InvokeIdOf(request));
         answer.resize(std::min(length, answer.size()));
         MendLength(answer);
         return std::vector<test::Delivery>{{answer}};
     });
-    for (; length < HonestAnswer(0).size(); ++length) {
+    for (; length < CorrectAnswer(0).size(); ++length) {
         EXPECT_EQ(Process(), 0) << length;
         EXPECT_TRUE(values.empty()) << length;
     }
 }
 
 TEST_F(HostileReply, EverySingleOctetChangedIsSurvived) {
-    std::size_t place = 0;
+    std::size_t position = 0;
     unsigned change = 0;
     network.Respond([&](Octets const& request) {
         if (request.at(6) == 0x40) {
             return std::vector<test::Delivery>();
         }
-        Octets answer = HonestAnswer(InvokeIdOf(request));
-        answer.at(place) = static_cast<char>(answer.at(place) ^ change);
+        Octets answer = CorrectAnswer(InvokeIdOf(request));
+        answer.at(position) = static_cast<char>(answer.at(position) ^ change);
         return std::vector<test::Delivery>{{answer}};
     });
-    for (place = 0; place < HonestAnswer(0).size(); ++place) {
+    for (position = 0; position < CorrectAnswer(0).size(); ++position) {
         for (change = 1; change < 256; change += 7) {
             Process();
             ExpectOnlyConfiguredValues();
@@ -118,16 +118,16 @@ public:
 
     void Mutate(Octets& octets) {
         for (std::size_t step = Below(4); step > 0 && !octets.empty(); --step) {
-            auto const place = octets.begin() + static_cast<std::ptrdiff_t>(Below(octets.size()));
+            auto const position = octets.begin() + static_cast<std::ptrdiff_t>(Below(octets.size()));
             switch (Below(3)) {
                 case 0:
-                    *place = static_cast<char>(Below(256));
+                    *position = static_cast<char>(Below(256));
                     break;
                 case 1:
-                    octets.erase(place);
+                    octets.erase(position);
                     break;
                 default:
-                    octets.insert(place, static_cast<char>(Below(256)));
+                    octets.insert(position, static_cast<char>(Below(256)));
             }
         }
     }
@@ -146,7 +146,7 @@ TEST_F(HostileReply, TenThousandRandomRepliesAreSurvived) {
         bool const isSegmentAck = request.at(6) == 0x40;
         unsigned const invokeId = static_cast<unsigned char>(request.at(isSegmentAck ? 7 : 8));
         std::string const payload = ReadResults(AnalogInput1, PropertyResult(85, Real42));
-        Octets answer = HonestAnswer(invokeId);
+        Octets answer = CorrectAnswer(invokeId);
         if (isSegmentAck || mutator.Below(4) == 0) {
             unsigned const number = isSegmentAck ? static_cast<unsigned char>(request.at(8)) + 1 : 0;
             answer = AnswerDatagram(ReadAckSegment(invokeId, number & 0xFF, mutator.Below(3) != 0, payload));

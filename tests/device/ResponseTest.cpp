@@ -35,8 +35,8 @@ protected:
         return {OpcUaType_DataValue, element};
     }
 
-    int Process(PDU& pdu, char awaited = 1) {
-        return device->ProcessResponseM(ObjectIdentifier(ObjectTypeEnum::Analog_Input, 1), awaited, pdu,
+    int Process(PDU& pdu, char expected = 1) {
+        return device->ProcessResponseM(ObjectIdentifier(ObjectTypeEnum::Analog_Input, 1), expected, pdu,
                                         TagsOf(ObjectTypeEnum::Analog_Input, 1), values);
     }
 
@@ -45,8 +45,8 @@ protected:
         return Process(*PduParser::Parse(stream));
     }
 
-    unsigned StatusOf(std::size_t place) {
-        OpcUa_VariantHlp const& value = values.at(place).Value;
+    unsigned StatusOf(std::size_t index) {
+        OpcUa_VariantHlp const& value = values.at(index).Value;
         return value.GetType() == OpcUaType_DataValue ? value.Value.DataValue->StatusCode : 1;
     }
 };

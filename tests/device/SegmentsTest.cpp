@@ -145,10 +145,10 @@ TEST_F(SegmentedAnswer, NumbersThatWrapReplaceEarlierSegments) {
     for (unsigned number = 1; number <= last; ++number) {
         // Only the last round has the payload: its octets are in the segments 1 to 255, and the first one in
         // 0.
-        unsigned const place = number % 256;
+        unsigned const index = number % 256;
         bool const kept = number > last - 256;
-        std::string const part = !kept ? "FF" : place < payload.size() ? Part(place, place + 1) : "";
-        network.Expect(SegmentAck(1, (number - 1) % 256)).Answer(Segment(1, place, number < last, part));
+        std::string const part = !kept ? "FF" : index < payload.size() ? Part(index, index + 1) : "";
+        network.Expect(SegmentAck(1, (number - 1) % 256)).Answer(Segment(1, index, number < last, part));
     }
     network.Expect(SegmentAck(1, 0));
     EXPECT_EQ(Process(), 1);

@@ -126,8 +126,8 @@ private:
 // Removes the allowed lines from a log.
 std::string WithoutLines(std::string log, std::vector<std::string> const& lines) {
     for (std::string const& line : lines) {
-        for (auto place = log.find(line); place != std::string::npos; place = log.find(line)) {
-            log.erase(place, line.size());
+        for (auto position = log.find(line); position != std::string::npos; position = log.find(line)) {
+            log.erase(position, line.size());
         }
     }
     return log;

@@ -98,8 +98,8 @@ public:
     }
 
 private:
-    Octets Part(std::size_t place) const {
-        auto const first = payload.begin() + static_cast<std::ptrdiff_t>(place * perSegment);
+    Octets Part(std::size_t index) const {
+        auto const first = payload.begin() + static_cast<std::ptrdiff_t>(index * perSegment);
         auto const rest = static_cast<std::size_t>(payload.end() - first);
         return Octets(first, first + static_cast<std::ptrdiff_t>(std::min(perSegment, rest)));
     }

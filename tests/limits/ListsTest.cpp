@@ -44,10 +44,10 @@ class ListOfResults : public LimitFixture {
 protected:
     // Pairs with 1.0, one pair at this index with 42.0 and, on request, a property without a value at the
     // end.
-    static Outcome PollPairs(std::size_t pairs, std::size_t place, bool isOdd = false) {
+    static Outcome PollPairs(std::size_t pairs, std::size_t index, bool isOdd = false) {
         Octets const one = ResultOf(property::PresentValue, Hex("44 3F 80 00 00"));
         Octets const marked = ResultOf(property::PresentValue, Real42Octets());
-        Octets results = Repeated(place, one) + marked + Repeated(pairs - place - 1, one);
+        Octets results = Repeated(index, one) + marked + Repeated(pairs - index - 1, one);
         if (isOdd) {
             Append(results, Hex("29 55"));
         }

@@ -26,7 +26,7 @@ struct Work {
 
 class ManyVariables : public LimitFixture {
 protected:
-    using Adder = void (*)(Block& block, int place);
+    using Adder = void (*)(Block& block, int index);
 
     static Work Live(int count, Adder add) {
         Work work;
@@ -38,8 +38,8 @@ protected:
         {
             Block block;
             work.setUp = Measure([&] {
-                for (int place = 0; place < count; ++place) {
-                    add(block, place);
+                for (int index = 0; index < count; ++index) {
+                    add(block, index);
                 }
                 block.driver.Inited();
             });
@@ -84,15 +84,15 @@ private:
     }
 };
 
-void AddToOwnObject(Block& block, int place) {
-    block.Add(code::AnalogInput, code::PresentValue, place, {OpcUaType_DataValue, OpcUaType_Double});
+void AddToOwnObject(Block& block, int index) {
+    block.Add(code::AnalogInput, code::PresentValue, index, {OpcUaType_DataValue, OpcUaType_Double});
 }
-void AddToOneObject(Block& block, int /*place*/) {
+void AddToOneObject(Block& block, int /*index*/) {
     block.Add(code::AnalogInput, code::PresentValue, 1, {OpcUaType_DataValue, OpcUaType_Double});
 }
-void AddWritable(Block& block, int place) {
-    long long const id = block.Add(code::AnalogInput, code::PresentValue, place, OpcUaType_Double, true);
-    block.store->Write(id + 1, "", Double(place), 0);
+void AddWritable(Block& block, int index) {
+    long long const id = block.Add(code::AnalogInput, code::PresentValue, index, OpcUaType_Double, true);
+    block.store->Write(id + 1, "", Double(index), 0);
 }
 
 TEST_F(ManyVariables, OfAsManyObjectsNeedWorkAndMemoryInProportion) {
@@ -128,7 +128,7 @@ TEST_F(ManyVariables, OfOneObjectFitOneRequestAndTheFirstGetsTheValue) {
     });
     Block block;
     std::vector<long long> ids;
-    for (int place = 0; place < Many; ++place) {
+    for (int index = 0; index < Many; ++index) {
         ids.push_back(block.Add(code::AnalogInput, code::PresentValue, 1, OpcUaType_Double));
     }
     block.driver.Inited();

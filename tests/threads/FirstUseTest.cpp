@@ -126,8 +126,9 @@ TEST_F(FirstUse, OfTheLogKeepsLinesWhole) {
         }
     });
     std::size_t lines = 0;
-    for (std::size_t place = 0; place < log.Text().size(); place = log.Text().find('\n', place) + 1) {
-        EXPECT_EQ(log.Text().compare(place, 7, "thread "), 0);
+    for (std::size_t position = 0; position < log.Text().size();
+         position = log.Text().find('\n', position) + 1) {
+        EXPECT_EQ(log.Text().compare(position, 7, "thread "), 0);
         ++lines;
     }
     EXPECT_EQ(lines, 100u * Threads);

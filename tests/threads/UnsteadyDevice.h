@@ -73,9 +73,9 @@ private:
     static std::vector<LineAnswer> Segment(Octets const& request, std::size_t number) {
         static Octets const payload =
             ResultsOf(Hex("00 00 00 01"), ResultOf(85, Real42Octets()) + ResultOf(111, FlagsClearOctets()));
-        auto const cut = [](std::size_t place) {
+        auto const cut = [](std::size_t position) {
             return payload.begin() +
-                   static_cast<std::ptrdiff_t>(place > LastSegment ? payload.size() : 4 * place);
+                   static_cast<std::ptrdiff_t>(position > LastSegment ? payload.size() : 4 * position);
         };
         return {{SegmentAnswer(InvokeIdOf(request), number, number < LastSegment,
                                Octets(cut(number), cut(number + 1)))}};

@@ -142,12 +142,12 @@ std::string RandomText(Chance& chance) {
     static std::string const characters("0123456789;,,,;*.-+ adefnx\0\xFF", 28);
     std::string text = samples[static_cast<std::size_t>(chance.Below(6))];
     for (int changes = chance.Below(4); changes > 0; --changes) {
-        auto const place = static_cast<std::size_t>(chance.Below(static_cast<int>(text.size()) + 1));
+        auto const position = static_cast<std::size_t>(chance.Below(static_cast<int>(text.size()) + 1));
         char const character = characters[static_cast<std::size_t>(chance.Below(28))];
         if (chance.Below(2) == 0) {
-            text.insert(place, 1, character);
+            text.insert(position, 1, character);
         } else {
-            text.replace(place, static_cast<std::size_t>(chance.Below(3)), 1, character);
+            text.replace(position, static_cast<std::size_t>(chance.Below(3)), 1, character);
         }
     }
     return text;

@@ -121,19 +121,19 @@ Octets RandomOctets(Random& random, int maximum) {
 // One octet replaced, dropped or doubled, or the end cut off.
 void Mutate(Random& random, Octets& octets) {
     int const size = static_cast<int>(octets.size());
-    auto const place = octets.begin() + Below(random, size);
+    auto const position = octets.begin() + Below(random, size);
     switch (Below(random, 6)) {
         case 0:
-            octets.erase(place);
+            octets.erase(position);
             break;
         case 1:
-            octets.insert(place, *place);
+            octets.insert(position, *position);
             break;
         case 2:
-            octets.erase(place, octets.end());
+            octets.erase(position, octets.end());
             break;
         default:
-            *place = static_cast<char>(Below(random, 256));
+            *position = static_cast<char>(Below(random, 256));
             break;
     }
 }
