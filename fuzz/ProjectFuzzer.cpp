@@ -33,14 +33,14 @@ public:
 
 // Added before every text, on its first line. An input must not reach the disk or other programs. The time
 // limit stops an endless function of Lua's library only by ending the process, which would end the fuzzer.
-constexpr char fence[] =
+constexpr char Fence[] =
     "io, os, package, require, dofile, loadfile, print = nil "
     "string.find, string.match, string.gmatch, string.gsub, string.rep, table.move, table.concat = nil ";
 
 workbench::ScriptLimits Limits() {
     workbench::ScriptLimits limits;
-    limits.Time = std::chrono::milliseconds(20);
-    limits.Memory = std::size_t{8} << 20;
+    limits.time = std::chrono::milliseconds(20);
+    limits.memory = std::size_t{8} << 20;
     return limits;
 }
 
@@ -64,16 +64,16 @@ void RequireMessage(std::string const& message) {
 void Load(std::string const& text) {
     workbench::LoadedProject project("p", {{"host", "192.168.1.20:47808"}}, Limits());
     try {
-        project.Load(workbench::SourceText(fence + text));
+        project.Load(workbench::SourceText(Fence + text));
     } catch (workbench::ProjectError const& mistake) {
         RequireMessage(mistake.what());
         return;
     }
     Require(!project.Blocks().empty() && !project.Tasks().empty(), "a project has blocks and tasks");
     for (workbench::BlockConfig const& block : project.Blocks()) {
-        Require(block.Protocol != nullptr && !block.Name.empty() && !block.Variables.empty(),
+        Require(block.protocol != nullptr && !block.name.empty() && !block.variables.empty(),
                 "a block has a driver, a name and variables");
-        Require(block.Protocol->Vars.size() == block.Variables.size(), "the driver has all variables");
+        Require(block.protocol->Vars.size() == block.variables.size(), "the driver has all variables");
     }
     project.TakeSets();
     project.CallDue();

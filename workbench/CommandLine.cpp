@@ -11,7 +11,7 @@ namespace workbench {
 
 namespace {
 
-constexpr char programHelp[] = R"(Examples:
+constexpr char ProgramHelp[] = R"(Examples:
   dorvel-workbench run examples/first-steps.lua
   dorvel-workbench run plant.lua --define ahu=192.168.1.20:47808 --pcap plant.pcap
   dorvel-workbench run plant.lua --format json --cycles 10 --fail-on-fault
@@ -27,7 +27,7 @@ Exit codes:
   4  something else failed, such as writing the capture file
   130  a second Ctrl-C did not wait for the end)";
 
-constexpr char runHelp[] =
+constexpr char RunHelp[] =
     R"(Every block of the project is called once per period of its task. In a terminal its variables
 stand in a table that renews itself; elsewhere each variable is a line per cycle, with tabs
 between the columns. Ctrl-C ends the run.
@@ -45,16 +45,16 @@ std::pair<std::string, std::string> Assignment(std::string const& text, char con
 }
 
 void AddProjectOptions(CLI::App& command, Options& options) {
-    command.add_option("PROJECT", options.Project, "The project, a Lua file")->required();
+    command.add_option("PROJECT", options.project, "The project, a Lua file")->required();
     command
-        .add_option("--addin", options.AddIn, "The add-in (default: dorvel_bacnet.so beside this program)")
+        .add_option("--addin", options.addIn, "The add-in (default: dorvel_bacnet.so beside this program)")
         ->type_name("FILE");
     command
         .add_option_function<std::vector<std::string>>(
             "-D,--define",
             [&options](std::vector<std::string> const& texts) {
                 for (std::string const& text : texts) {
-                    options.Params.insert(Assignment(text, "--define"));
+                    options.params.insert(Assignment(text, "--define"));
                 }
             },
             "Gives Param.NAME to the project; may be repeated")
@@ -69,11 +69,11 @@ void AddRunOptions(CLI::App& command, Options& options) {
                                                                 {"json", OutputFormat::Json}};
     command
         .add_option_function<std::string>(
-            "--format", [&options](std::string const& name) { options.Format = formats.at(name); },
+            "--format", [&options](std::string const& name) { options.format = formats.at(name); },
             "auto, table, lines or json (default: auto)")
         ->type_name("FORMAT")
         ->check(CLI::IsMember(formats).description(""));
-    command.add_option("--cycles", options.Cycles, "Ends after so many cycles of each block")
+    command.add_option("--cycles", options.cycles, "Ends after so many cycles of each block")
         ->type_name("N")
         ->check(CLI::Range(1ULL, 1000000000000ULL).description(""));
     command
@@ -82,22 +82,22 @@ void AddRunOptions(CLI::App& command, Options& options) {
             [&options](std::vector<std::string> const& texts) {
                 for (std::string const& text : texts) {
                     Assignment(text, "--set");
-                    options.Sets.push_back(text);
+                    options.sets.push_back(text);
                 }
             },
             "Writes a value to the device; may be repeated")
         ->type_name("BLOCK.VARIABLE=VALUE")
         ->allow_extra_args(false);
-    command.add_option("--pcap", options.CaptureFile, "Keeps every datagram in a capture file")
+    command.add_option("--pcap", options.captureFile, "Keeps every datagram in a capture file")
         ->type_name("FILE");
-    command.add_flag("--trace", options.Trace, "Shows what the driver does, step by step");
-    command.add_flag("--fail-on-fault", options.FailOnFault,
+    command.add_flag("--trace", options.trace, "Shows what the driver does, step by step");
+    command.add_flag("--fail-on-fault", options.failOnFault,
                      "Exit code 1 when a block is in fault at the end");
     command.add_flag_callback(
-        "--summary", [&options] { options.Summary = true; }, "Figures at the end (default in a terminal)");
+        "--summary", [&options] { options.summary = true; }, "Figures at the end (default in a terminal)");
     command.add_flag_callback(
-        "--no-summary", [&options] { options.Summary = false; }, "No figures at the end");
-    command.footer(runHelp);
+        "--no-summary", [&options] { options.summary = false; }, "No figures at the end");
+    command.footer(RunHelp);
 }
 
 }  // namespace
@@ -109,7 +109,7 @@ std::optional<Options> ParseCommandLine(int argc, char const* const* argv, std::
                  "dorvel-workbench");
     app.set_version_flag("--version", "dorvel-workbench " WORKBENCH_VERSION);
     app.require_subcommand(1);
-    app.footer(programHelp);
+    app.footer(ProgramHelp);
 
     CLI::App* const run = app.add_subcommand("run", "Runs a project");
     AddProjectOptions(*run, options);
@@ -124,7 +124,7 @@ std::optional<Options> ParseCommandLine(int argc, char const* const* argv, std::
         exitCode = app.exit(end, out, err) == 0 ? ExitOk : ExitUsage;
         return std::nullopt;
     }
-    options.What = names->parsed() ? Command::Names : check->parsed() ? Command::Check : Command::Run;
+    options.what = names->parsed() ? Command::Names : check->parsed() ? Command::Check : Command::Run;
     return options;
 }
 

@@ -13,17 +13,17 @@ enum class Command { Run, Check, Names };
 enum class OutputFormat { Auto, Table, Lines, Json };
 
 struct Options {
-    Command What = Command::Run;
-    std::string Project;
-    std::string AddIn;  // empty: the one beside the program
-    std::map<std::string, std::string> Params;
-    std::vector<std::string> Sets;  // "Block.Variable=value", in order
-    OutputFormat Format = OutputFormat::Auto;
-    unsigned long long Cycles = 0;  // 0: no end
-    bool Trace = false;
-    bool FailOnFault = false;
-    std::string CaptureFile;  // empty: none
-    std::optional<bool> Summary;
+    Command what = Command::Run;
+    std::string project;
+    std::string addIn;  // empty: the one beside the program
+    std::map<std::string, std::string> params;
+    std::vector<std::string> sets;  // "Block.Variable=value", in order
+    OutputFormat format = OutputFormat::Auto;
+    unsigned long long cycles = 0;  // 0: no end
+    bool trace = false;
+    bool failOnFault = false;
+    std::string captureFile;  // empty: none
+    std::optional<bool> summary;
 };
 
 // Reads the command line. Nothing when there is nothing to do: help, the version or a mistake has been

@@ -22,14 +22,14 @@ namespace {
 
 constexpr std::chrono::milliseconds RefreshPeriod{100};
 
-bool WantsTable(Options const& options, RunStreams const& streams) {
-    return options.Format == OutputFormat::Table ||
-           (options.Format == OutputFormat::Auto && streams.OutIsTerminal);
+bool ShowsTable(Options const& options, RunStreams const& streams) {
+    return options.format == OutputFormat::Table ||
+           (options.format == OutputFormat::Auto && streams.outIsTerminal);
 }
 
 // A table shares its terminal with the log only in an area of its own.
 std::ostream* LogStream(Options const& options, RunStreams const& streams) {
-    return WantsTable(options, streams) && streams.ErrIsTerminal ? nullptr : &streams.Err;
+    return ShowsTable(options, streams) && streams.errIsTerminal ? nullptr : &streams.err;
 }
 
 std::vector<BlockSnapshot> FirstSnapshots(LoadedProject& project) {
@@ -43,22 +43,22 @@ std::vector<BlockSnapshot> FirstSnapshots(LoadedProject& project) {
 std::unique_ptr<Display> MakeDisplay(Options const& options, RunStreams const& streams,
                                      LoadedProject& project, Terminal& terminal, LogBuffer& log,
                                      ValueSetter const& setter, PromptLine const& prompt) {
-    if (WantsTable(options, streams)) {
+    if (ShowsTable(options, streams)) {
         terminal.Begin();
         return std::make_unique<TableDisplay>(terminal, log, setter, prompt, FirstSnapshots(project));
     }
-    if (options.Format == OutputFormat::Json) {
-        return std::make_unique<JsonDisplay>(streams.Out);
+    if (options.format == OutputFormat::Json) {
+        return std::make_unique<JsonDisplay>(streams.out);
     }
-    streams.Out << LinesHeader();
-    return std::make_unique<LinesDisplay>(streams.Out, log);
+    streams.out << LinesHeader();
+    return std::make_unique<LinesDisplay>(streams.out, log);
 }
 
 void ServeTerminal(Signals& signals, Terminal& terminal, bool table) {
     if (signals.TakeResized()) {
         terminal.Resized();
     }
-    if (signals.TakeSuspendAsked()) {
+    if (signals.TakeSuspendRequest()) {
         terminal.End();
         Signals::Suspend();
         if (table) {
@@ -69,8 +69,8 @@ void ServeTerminal(Signals& signals, Terminal& terminal, bool table) {
 
 // The threads of the tasks use what the caller holds: they have ended when this has.
 struct StopAtEnd {
-    dorvel::Runtime& Runtime;
-    ~StopAtEnd() { Runtime.Stop(); }
+    dorvel::Runtime& runtime;
+    ~StopAtEnd() { runtime.Stop(); }
 };
 
 void RunUntilEnd(dorvel::Runtime& runtime, Display& display, Terminal& terminal, Signals& signals,
@@ -78,8 +78,8 @@ void RunUntilEnd(dorvel::Runtime& runtime, Display& display, Terminal& terminal,
     {
         StopAtEnd const stop{runtime};
         person.ServeLines();
-        runtime.Start(options.Cycles);
-        while (!signals.StopAsked() && !display.Failed() && !runtime.WaitFinished(RefreshPeriod)) {
+        runtime.Start(options.cycles);
+        while (!signals.IsStopRequested() && !display.Failed() && !runtime.WaitFinished(RefreshPeriod)) {
             ServeTerminal(signals, terminal, table);
             person.Serve();
             display.Refresh();
@@ -100,10 +100,10 @@ void SetFromTheStart(LoadedProject& project, std::vector<std::string> const& ass
 
 void Warn(LoadedProject const& project, std::ostream& err) {
     for (BlockConfig const& block : project.Blocks()) {
-        for (VariableConfig const& variable : block.Variables) {
-            if (variable.Write && !IsWrittenItself(variable)) {
+        for (VariableConfig const& variable : block.variables) {
+            if (variable.write && !IsWrittenItself(variable)) {
                 err << "warning: " << Printable(FullName(block, variable)) << ": the driver reads "
-                    << variable.Property->Name << " and writes to present-value\n";
+                    << variable.property->name << " and writes to present-value\n";
             }
         }
     }
@@ -114,7 +114,7 @@ void Warn(LoadedProject const& project, std::ostream& err) {
 
 BlockConfig const& ConfigOf(LoadedProject const& project, ScadaProtocol const& protocol) {
     for (BlockConfig const& block : project.Blocks()) {
-        if (block.Protocol == &protocol) {
+        if (block.protocol == &protocol) {
             return block;
         }
     }
@@ -125,12 +125,12 @@ BlockConfig const& ConfigOf(LoadedProject const& project, ScadaProtocol const& p
 
 int RunProject(Options const& options, RunStreams const& streams) {
     LogBuffer log(LogStream(options, streams));
-    HostScope const host(log, options.Trace, options.CaptureFile);
-    LoadedProject project(options.Project, options.Params);
-    project.Load(SourceText::FromFile(options.Project));
-    Warn(project, streams.Err);
+    HostScope const host(log, options.trace, options.captureFile);
+    LoadedProject project(options.project, options.params);
+    project.Load(SourceText::FromFile(options.project));
+    Warn(project, streams.err);
     ValueSetter setter(project.Runtime(), log);
-    SetFromTheStart(project, options.Sets, setter);
+    SetFromTheStart(project, options.sets, setter);
     RunFigures figures;
 
     Signals signals(Terminal::EndAtOnce);
@@ -138,16 +138,16 @@ int RunProject(Options const& options, RunStreams const& streams) {
     PromptLine prompt(WritableNames(project.Blocks()));
     std::unique_ptr<Display> const display =
         MakeDisplay(options, streams, project, terminal, log, setter, prompt);
-    bool const table = WantsTable(options, streams);
+    bool const table = ShowsTable(options, streams);
     Operator person(project, setter, *display, prompt, terminal,
-                    table && isatty(streams.In) ? -1 : streams.In);
+                    table && isatty(streams.in) ? -1 : streams.in);
     dorvel::Runtime& runtime = project.Runtime();
     runtime.SetCycleObserver([&](ScadaProtocol& protocol, unsigned long long cycle, bool) {
-        if (signals.StopAsked()) {
+        if (signals.IsStopRequested()) {
             return;  // the driver has cut this cycle short, and it is no fault
         }
         BlockSnapshot snapshot = TakeSnapshot(ConfigOf(project, protocol), cycle, runtime.Variables());
-        setter.AfterCycle(*snapshot.Config, IsFault(snapshot));
+        setter.AfterCycle(*snapshot.config, IsFault(snapshot));
         setter.Show(snapshot);
         figures.Count(snapshot);
         display->Cycle(snapshot);
@@ -155,32 +155,32 @@ int RunProject(Options const& options, RunStreams const& streams) {
     RunUntilEnd(runtime, *display, terminal, signals, person, options, table);
     terminal.End();
 
-    if (options.Summary.value_or(table)) {
+    if (options.summary.value_or(table)) {
         // Whoever reads JSON lines from standard output reads nothing else there.
-        std::ostream& out = options.Format == OutputFormat::Json ? streams.Err : streams.Out;
+        std::ostream& out = options.format == OutputFormat::Json ? streams.err : streams.out;
         out << figures.Summary(host.Figures()) << std::flush;
     }
     if (!host.CaptureGood()) {
-        throw std::runtime_error("the capture file " + options.CaptureFile +
+        throw std::runtime_error("the capture file " + options.captureFile +
                                  " could not be written to its end");
     }
     if (display->Failed()) {
         throw std::runtime_error("the output could not be written");
     }
-    return options.FailOnFault && figures.AnyFault() ? ExitFault : ExitOk;
+    return options.failOnFault && figures.AnyFault() ? ExitFault : ExitOk;
 }
 
 int CheckProject(Options const& options, RunStreams const& streams) {
-    LogBuffer log(&streams.Err);
+    LogBuffer log(&streams.err);
     HostScope const host(log, false, "");
-    LoadedProject project(options.Project, options.Params);
-    project.Load(SourceText::FromFile(options.Project));
-    Warn(project, streams.Err);
+    LoadedProject project(options.project, options.params);
+    project.Load(SourceText::FromFile(options.project));
+    Warn(project, streams.err);
     std::size_t variables = 0;
     for (BlockConfig const& block : project.Blocks()) {
-        variables += block.Variables.size();
+        variables += block.variables.size();
     }
-    streams.Out << options.Project << ": no mistake (blocks: " << project.Blocks().size()
+    streams.out << options.project << ": no mistake (blocks: " << project.Blocks().size()
                 << ", variables: " << variables << ", tasks: " << project.Tasks().size() << ")\n";
     return ExitOk;
 }

@@ -8,11 +8,11 @@ namespace workbench {
 
 // What a run needs of the process around it.
 struct RunStreams {
-    std::ostream& Out;
-    std::ostream& Err;
-    bool OutIsTerminal;  // Out is the process's standard output, and that a terminal
-    bool ErrIsTerminal;  // the log would tear a table
-    int In = -1;         // the handle of standard input, -1 for none
+    std::ostream& out;
+    std::ostream& err;
+    bool outIsTerminal;  // Out is the process's standard output, and that a terminal
+    bool errIsTerminal;  // the log would tear a table
+    int in = -1;         // the handle of standard input, -1 for none
 };
 
 // Runs a project until its cycles are done or a signal asks for the end. The add-in has been loaded. Exit

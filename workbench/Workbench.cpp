@@ -24,7 +24,7 @@ void PrintNames(NameTable const& table, char const* title, std::ostream& out) {
     out << title << "\n  code  BACnet  name\n";
     for (NameRow const& row : table) {
         char line[80];
-        std::snprintf(line, sizeof line, "  %4d  %6d  %s\n", row.Code, row.BacnetNumber, row.Name);
+        std::snprintf(line, sizeof line, "  %4d  %6d  %s\n", row.code, row.bacnetNumber, row.name);
         out << line;
     }
 }
@@ -37,11 +37,11 @@ int ListNames(std::ostream& out) {
 }
 
 int RunCommand(Options const& options, RunStreams const& streams) {
-    if (options.What == Command::Names) {
-        return ListNames(streams.Out);
+    if (options.what == Command::Names) {
+        return ListNames(streams.out);
     }
-    LoadAddIn(options.AddIn.empty() ? DefaultAddIn() : options.AddIn);
-    return options.What == Command::Check ? CheckProject(options, streams) : RunProject(options, streams);
+    LoadAddIn(options.addIn.empty() ? DefaultAddIn() : options.addIn);
+    return options.what == Command::Check ? CheckProject(options, streams) : RunProject(options, streams);
 }
 
 int Fail(std::ostream& err, std::exception const& reason, ExitCode code) {

@@ -14,31 +14,31 @@ using Properties = std::map<std::string, OpcUa_VariantHlp>;
 
 // The entries of one variable's table as they stand there.
 struct Entries {
-    long long ReadId = 0;
-    long long WriteId = 0;
-    long long Type = 0;
-    long long ElementType = 0;
-    std::string ReadField;
-    std::string WriteField;
-    Properties Others;
+    long long readId = 0;
+    long long writeId = 0;
+    long long type = 0;
+    long long elementType = 0;
+    std::string readField;
+    std::string writeField;
+    Properties others;
 };
 
 struct IntegerEntry {
-    std::string_view Name;
-    long long Entries::*Member;
+    std::string_view name;
+    long long Entries::*member;
 };
 
 struct TextEntry {
-    std::string_view Name;
-    std::string Entries::*Member;
+    std::string_view name;
+    std::string Entries::*member;
 };
 
-constexpr IntegerEntry IntegerEntries[] = {{"ReadId", &Entries::ReadId},
-                                           {"WriteId", &Entries::WriteId},
-                                           {"Type", &Entries::Type},
-                                           {"ElementType", &Entries::ElementType}};
-constexpr TextEntry TextEntries[] = {{"ReadField", &Entries::ReadField},
-                                     {"WriteField", &Entries::WriteField}};
+constexpr IntegerEntry IntegerEntries[] = {{"ReadId", &Entries::readId},
+                                           {"WriteId", &Entries::writeId},
+                                           {"Type", &Entries::type},
+                                           {"ElementType", &Entries::elementType}};
+constexpr TextEntry TextEntries[] = {{"ReadField", &Entries::readField},
+                                     {"WriteField", &Entries::writeField}};
 
 std::string TextAt(lua_State* L, int index) {
     std::size_t length = 0;
@@ -88,18 +88,18 @@ OpcUa_VariantHlp PropertyOnTop(lua_State* L) {
 
 void ReadEntry(lua_State* L, std::string const& name, Entries& entries) {
     for (IntegerEntry const& entry : IntegerEntries) {
-        if (entry.Name == name) {
-            entries.*entry.Member = IntegerOnTop(L);
+        if (entry.name == name) {
+            entries.*entry.member = IntegerOnTop(L);
             return;
         }
     }
     for (TextEntry const& entry : TextEntries) {
-        if (entry.Name == name) {
-            entries.*entry.Member = TextOnTop(L);
+        if (entry.name == name) {
+            entries.*entry.member = TextOnTop(L);
             return;
         }
     }
-    entries.Others[name] = PropertyOnTop(L);
+    entries.others[name] = PropertyOnTop(L);
 }
 
 // What a failure says is put behind the place at which it happened.
@@ -123,10 +123,10 @@ _OpcUa_BuiltInType ValueType(long long number) {
 
 OpcUa_BuiltInTypeHlp TypeOf(Entries const& entries, std::string const& place) {
     OpcUa_BuiltInTypeHlp type(OpcUaType_DataValue);
-    if (entries.Type == OpcUaType_DataValue) {
-        At(place + ".ElementType", [&] { type.ElementType = ValueType(entries.ElementType); });
+    if (entries.type == OpcUaType_DataValue) {
+        At(place + ".ElementType", [&] { type.ElementType = ValueType(entries.elementType); });
     } else {
-        At(place + ".Type", [&] { type.Type = ValueType(entries.Type); });
+        At(place + ".Type", [&] { type.Type = ValueType(entries.type); });
     }
     return type;
 }
@@ -134,11 +134,11 @@ OpcUa_BuiltInTypeHlp TypeOf(Entries const& entries, std::string const& place) {
 ScadaProtocol::Channel ChannelOf(Entries entries, std::string const& place) {
     ScadaProtocol::Channel channel;
     OpcUa_BuiltInTypeHlp const type = TypeOf(entries, place);
-    channel.Read = {entries.ReadId, std::move(entries.ReadField), type};
-    if (entries.WriteId != 0) {
-        channel.Write = ScadaProtocol::WriteChannel{entries.WriteId, std::move(entries.WriteField), type};
+    channel.Read = {entries.readId, std::move(entries.readField), type};
+    if (entries.writeId != 0) {
+        channel.Write = ScadaProtocol::WriteChannel{entries.writeId, std::move(entries.writeField), type};
     }
-    channel.Properties = std::move(entries.Others);
+    channel.Properties = std::move(entries.others);
     return channel;
 }
 

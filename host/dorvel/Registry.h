@@ -8,15 +8,15 @@
 namespace dorvel {
 
 struct RegisteredProcessor {
-    std::string Name;
-    int Order;
-    ConfigProcessor Processor;
-    void const* Source;
+    std::string name;
+    int order;
+    ConfigProcessor processor;
+    void const* source;
 };
 
 struct RegisteredLibrary {
-    std::string Name;
-    lua_CFunction Open;
+    std::string name;
+    lua_CFunction open;
 };
 
 // What add-ins have registered in this process up to now: processors in the order in which they are called,

@@ -18,18 +18,18 @@ namespace dorvel {
 namespace {
 
 // Where a Lua state keeps its runtime in the registry.
-char const runtimeKey = 0;
+char const RuntimeKey = 0;
 
 void OpenLibrary(lua_State* L, RegisteredLibrary const& library) {
     try {
         ProtectLua(L, [&] {
             // Called without Lua in between: a negative result is no count of values.
-            if (library.Open(L) < 0) {
+            if (library.open(L) < 0) {
                 luaL_error(L, "refused");
             }
         });
     } catch (std::runtime_error const& failure) {
-        throw std::runtime_error("library '" + library.Name + "': " + failure.what());
+        throw std::runtime_error("library '" + library.name + "': " + failure.what());
     }
 }
 
@@ -42,7 +42,7 @@ Runtime::Runtime(lua_State* L) : impl(std::make_unique<Impl>()) {
     impl->L = L;
     ProtectLua(L, [&] {
         lua_pushlightuserdata(L, this);
-        lua_rawsetp(L, LUA_REGISTRYINDEX, &runtimeKey);
+        lua_rawsetp(L, LUA_REGISTRYINDEX, &RuntimeKey);
     });
 }
 
@@ -51,16 +51,16 @@ Runtime::~Runtime() {
     lua_State* const L = impl->L;
     lua_checkstack(L, 2);
     lua_pushnil(L);
-    lua_rawsetp(L, LUA_REGISTRYINDEX, &runtimeKey);
-    for (auto const& entry : impl->Blocks) {
-        entry->Block->SetDataProvider(nullptr);
-        entry->Block->runtime = nullptr;
-        luaL_unref(L, LUA_REGISTRYINDEX, entry->Reference);
+    lua_rawsetp(L, LUA_REGISTRYINDEX, &RuntimeKey);
+    for (auto const& entry : impl->blocks) {
+        entry->block->SetDataProvider(nullptr);
+        entry->block->runtime = nullptr;
+        luaL_unref(L, LUA_REGISTRYINDEX, entry->reference);
     }
 }
 
 VariableStore& Runtime::Variables() {
-    return *impl->Store;
+    return *impl->store;
 }
 
 void Runtime::OpenLibraries() {
@@ -74,13 +74,13 @@ void Runtime::OpenLibraries() {
 }
 
 void Runtime::Enter(ScadaProtocol& block, int reference) {
-    impl->Blocks.push_back(std::make_unique<BlockEntry>(BlockEntry{&block, reference}));
+    impl->blocks.push_back(std::make_unique<BlockEntry>(BlockEntry{&block, reference}));
     block.runtime = this;
 }
 
 STTask& Runtime::AddTask(std::string name, std::chrono::milliseconds period) {
-    if (impl->IsStarted || FindTask(name) ||
-        impl->Tasks.size() >= std::numeric_limits<unsigned short>::max()) {
+    if (impl->isStarted || FindTask(name) ||
+        impl->tasks.size() >= std::numeric_limits<unsigned short>::max()) {
         throw std::logic_error("task '" + name + "' cannot be added");
     }
     if (period.count() < 0 || period.count() > std::numeric_limits<int>::max()) {
@@ -88,15 +88,15 @@ STTask& Runtime::AddTask(std::string name, std::chrono::milliseconds period) {
     }
     TaskSettings settings;
     settings.Name = std::move(name);
-    settings.Number = static_cast<unsigned short>(impl->Tasks.size() + 1);
+    settings.Number = static_cast<unsigned short>(impl->tasks.size() + 1);
     settings.PeriodMilliseconds = static_cast<unsigned int>(period.count());
-    impl->Tasks.push_back(std::make_unique<STTask>(std::move(settings), impl->Store));
-    return *impl->Tasks.back();
+    impl->tasks.push_back(std::make_unique<STTask>(std::move(settings), impl->store));
+    return *impl->tasks.back();
 }
 
 STTask* Runtime::FindTask(std::string const& name) {
-    for (auto const& task : impl->Tasks) {
-        if (task->Settings.Name == name) {
+    for (auto const& task : impl->tasks) {
+        if (task->settings.Name == name) {
             return task.get();
         }
     }
@@ -105,62 +105,62 @@ STTask* Runtime::FindTask(std::string const& name) {
 
 std::vector<ScadaProtocol*> Runtime::Blocks() const {
     std::vector<ScadaProtocol*> blocks;
-    for (auto const& entry : impl->Blocks) {
-        blocks.push_back(entry->Block);
+    for (auto const& entry : impl->blocks) {
+        blocks.push_back(entry->block);
     }
     return blocks;
 }
 
 void Runtime::Assign(ScadaProtocol& block, STTask& task) {
     BlockEntry* const entry = impl->Find(block);
-    if (!entry || entry->IsInitialised) {
+    if (!entry || entry->isInitialised) {
         throw std::logic_error("only a block of this runtime that is not initialised can be assigned");
     }
-    entry->Task = &task;
+    entry->task = &task;
 }
 
 void Runtime::InitBlock(ScadaProtocol& block) {
     BlockEntry* const entry = impl->Find(block);
-    if (!entry || entry->IsInitialised || !impl->TaskOf(*entry)) {
+    if (!entry || entry->isInitialised || !impl->TaskOf(*entry)) {
         throw std::logic_error("only a block of this runtime with a task can be initialised, and only once");
     }
-    entry->IsInitialised = true;
+    entry->isInitialised = true;
     block.InitedInternal(impl->L);
 }
 
 void Runtime::SetCycleObserver(CycleObserver observer) {
-    impl->Observer = std::move(observer);
+    impl->observer = std::move(observer);
 }
 
 void Runtime::SetWriteObserver(WriteObserver observer) {
-    impl->OnWrite = std::move(observer);
+    impl->onWrite = std::move(observer);
 }
 
 void Runtime::RequestWrite(long long id) {
-    std::lock_guard<std::mutex> const lock(impl->RequestMutex);
-    impl->WriteRequests.insert(id);
+    std::lock_guard<std::mutex> const lock(impl->requestMutex);
+    impl->writeRequests.insert(id);
 }
 
 bool Runtime::Impl::TakeWriteRequest(long long id) {
-    std::lock_guard<std::mutex> const lock(RequestMutex);
-    return WriteRequests.erase(id) > 0;
+    std::lock_guard<std::mutex> const lock(requestMutex);
+    return writeRequests.erase(id) > 0;
 }
 
 void Runtime::Start(unsigned long long cycles) {
-    if (impl->IsStarted) {
+    if (impl->isStarted) {
         throw std::logic_error("the runtime has been started already");
     }
-    impl->IsStarted = true;
-    impl->IsStopping = false;
+    impl->isStarted = true;
+    impl->isStopping = false;
     Impl::Notify(ConfigProcessorMode::Start);
     try {
-        for (auto const& task : impl->Tasks) {
+        for (auto const& task : impl->tasks) {
             auto const run = [this, &settings = *task, blocks = impl->BlocksOf(*task), cycles] {
                 impl->RunTask(settings, blocks, cycles);
             };
-            std::lock_guard<std::mutex> const lock(impl->Mutex);
-            impl->Threads.emplace_back(run);
-            ++impl->Running;
+            std::lock_guard<std::mutex> const lock(impl->mutex);
+            impl->threads.emplace_back(run);
+            ++impl->running;
         }
     } catch (...) {
         Stop();
@@ -170,10 +170,10 @@ void Runtime::Start(unsigned long long cycles) {
 }
 
 void Runtime::RunOnce() {
-    if (impl->IsStarted) {
+    if (impl->isStarted) {
         throw std::logic_error("the runtime is running");
     }
-    for (auto const& task : impl->Tasks) {
+    for (auto const& task : impl->tasks) {
         for (BlockEntry* const entry : impl->BlocksOf(*task)) {
             impl->RunBlock(*entry);
         }
@@ -182,9 +182,9 @@ void Runtime::RunOnce() {
 
 bool Runtime::WaitFinished(std::chrono::milliseconds timeout) {
     constexpr std::chrono::hours longest(24 * 365);  // what a clock can still count from now
-    std::unique_lock<std::mutex> lock(impl->Mutex);
-    return impl->Changed.wait_for(lock, std::min<std::chrono::milliseconds>(timeout, longest),
-                                  [this] { return impl->Running == 0; });
+    std::unique_lock<std::mutex> lock(impl->mutex);
+    return impl->changed.wait_for(lock, std::min<std::chrono::milliseconds>(timeout, longest),
+                                  [this] { return impl->running == 0; });
 }
 
 void Runtime::RequestStop() {
@@ -192,29 +192,29 @@ void Runtime::RequestStop() {
 }
 
 void Runtime::Stop() {
-    if (!impl->IsStarted) {
+    if (!impl->isStarted) {
         return;
     }
     Impl::Notify(ConfigProcessorMode::Stop);
     impl->AskToStop();
-    for (std::thread& thread : impl->Threads) {
+    for (std::thread& thread : impl->threads) {
         thread.join();
     }
-    impl->Threads.clear();
-    impl->IsStarted = false;
+    impl->threads.clear();
+    impl->isStarted = false;
     Impl::Notify(ConfigProcessorMode::Stopped);
 }
 
 void Runtime::Impl::Notify(ConfigProcessorMode mode) {
     for (RegisteredProcessor const& entry : RegisteredProcessors()) {
         try {
-            int const result = entry.Processor(entry.Source, mode, nullptr);
+            int const result = entry.processor(entry.source, mode, nullptr);
             if (result != 0) {
-                logMsg("Processor '%s' gives %d in mode %d\n", entry.Name.c_str(), result,
+                logMsg("Processor '%s' gives %d in mode %d\n", entry.name.c_str(), result,
                        static_cast<int>(mode));
             }
         } catch (std::exception const& failure) {
-            logMsg("Processor '%s' in mode %d: %s\n", entry.Name.c_str(), static_cast<int>(mode),
+            logMsg("Processor '%s' in mode %d: %s\n", entry.name.c_str(), static_cast<int>(mode),
                    failure.what());
         }
     }
@@ -224,7 +224,7 @@ Runtime* FindRuntime(lua_State* L) {
     if (!L || !lua_checkstack(L, 1)) {
         return nullptr;
     }
-    lua_rawgetp(L, LUA_REGISTRYINDEX, &runtimeKey);
+    lua_rawgetp(L, LUA_REGISTRYINDEX, &RuntimeKey);
     auto* const runtime = static_cast<Runtime*>(lua_touserdata(L, -1));
     lua_pop(L, 1);
     return runtime;

@@ -17,32 +17,32 @@ namespace dorvel {
 
 // What a runtime keeps of one block.
 struct BlockEntry {
-    ScadaProtocol* Block;
-    int Reference;           // of the userdata in the Lua registry, which keeps the block alive
-    STTask* Task = nullptr;  // null: the first task
-    bool IsInitialised = false;
-    unsigned long long Cycles = 0;
+    ScadaProtocol* block;
+    int reference;           // of the userdata in the Lua registry, which keeps the block alive
+    STTask* task = nullptr;  // null: the first task
+    bool isInitialised = false;
+    unsigned long long cycles = 0;
 };
 
 struct __attribute__((visibility("hidden"))) Runtime::Impl {
     using Clock = std::chrono::steady_clock;
 
     lua_State* L = nullptr;
-    std::shared_ptr<VariableStore> Store = std::make_shared<VariableStore>();
-    std::vector<std::unique_ptr<STTask>> Tasks;
-    std::vector<std::unique_ptr<BlockEntry>> Blocks;
-    CycleObserver Observer;
-    WriteObserver OnWrite;
+    std::shared_ptr<VariableStore> store = std::make_shared<VariableStore>();
+    std::vector<std::unique_ptr<STTask>> tasks;
+    std::vector<std::unique_ptr<BlockEntry>> blocks;
+    CycleObserver observer;
+    WriteObserver onWrite;
 
-    std::mutex RequestMutex;
-    std::set<long long> WriteRequests;  // ids of variables
+    std::mutex requestMutex;
+    std::set<long long> writeRequests;  // ids of variables
 
-    bool IsStarted = false;
-    std::vector<std::thread> Threads;
-    std::mutex Mutex;  // of the three below
-    std::condition_variable Changed;
-    bool IsStopping = false;
-    std::size_t Running = 0;
+    bool isStarted = false;
+    std::vector<std::thread> threads;
+    std::mutex mutex;  // of the three below
+    std::condition_variable changed;
+    bool isStopping = false;
+    std::size_t running = 0;
 
     void Forget(ScadaProtocol const& block);
     BlockEntry* Find(ScadaProtocol const& block);
@@ -57,8 +57,8 @@ struct __attribute__((visibility("hidden"))) Runtime::Impl {
     static void Notify(ConfigProcessorMode mode);
     void RunBlock(BlockEntry& entry);
     // The life of a task's thread; cycles 0 means without end.
-    void RunTask(STTask const& task, std::vector<BlockEntry*> const& blocks, unsigned long long cycles);
-    void RunCycles(STTask const& task, std::vector<BlockEntry*> const& blocks, unsigned long long cycles);
+    void RunTask(STTask const& task, std::vector<BlockEntry*> const& taskBlocks, unsigned long long cycles);
+    void RunCycles(STTask const& task, std::vector<BlockEntry*> const& taskBlocks, unsigned long long cycles);
     bool MustStop();
     // False when the runtime was to stop before that.
     bool WaitUntil(Clock::time_point time);

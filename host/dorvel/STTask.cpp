@@ -8,5 +8,5 @@ STTask* FindSTTask(LuaDataProvider const* provider) {
 
 TaskSettings const* GetTaskSettings(STTask const* task) {
     static TaskSettings const none;
-    return task ? &task->Settings : &none;
+    return task ? &task->settings : &none;
 }

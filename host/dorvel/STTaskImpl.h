@@ -8,9 +8,9 @@
 
 class STTask {
 public:
-    STTask(TaskSettings settings, std::shared_ptr<VariableStore> store)
-        : Settings(std::move(settings)), Provider(std::move(store), this) {}
+    STTask(TaskSettings taskSettings, std::shared_ptr<VariableStore> store)
+        : settings(std::move(taskSettings)), provider(std::move(store), this) {}
 
-    TaskSettings const Settings;
-    LuaDataProvider Provider;
+    TaskSettings const settings;
+    LuaDataProvider provider;
 };

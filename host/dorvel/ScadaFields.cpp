@@ -16,16 +16,16 @@ ScadaFields::IField::~IField() = default;
 void ScadaFields::IField::to_json(dorvel::JsonWrapper& /*json*/, void const* /*object*/) const {}
 
 struct ScadaFields::Table {
-    ScadaFields const* Parent;
-    std::vector<std::unique_ptr<IField const>> Fields;
-    boost::unordered_flat_map<std::string_view, std::size_t> Places;  // the names are those in the fields
+    ScadaFields const* parent;
+    std::vector<std::unique_ptr<IField const>> fields;
+    boost::unordered_flat_map<std::string_view, std::size_t> indices;  // the names are those in the fields
 
     IField const* Find(std::string_view name) const {
-        auto const place = Places.find(name);
-        if (place != Places.end()) {
-            return Fields[place->second].get();
+        auto const position = indices.find(name);
+        if (position != indices.end()) {
+            return fields[position->second].get();
         }
-        return Parent ? Parent->table->Find(name) : nullptr;
+        return parent ? parent->table->Find(name) : nullptr;
     }
 };
 
@@ -58,25 +58,25 @@ void ScadaFields::add(IField const* field) {
     if (!owned) {
         throw std::invalid_argument("a field is missing");
     }
-    auto const place = table->Places.find(owned->name);
-    if (place == table->Places.end()) {
-        table->Fields.push_back(std::move(owned));
-        table->Places.emplace(field->name, table->Fields.size() - 1);
+    auto const position = table->indices.find(owned->name);
+    if (position == table->indices.end()) {
+        table->fields.push_back(std::move(owned));
+        table->indices.emplace(field->name, table->fields.size() - 1);
         return;
     }
-    std::size_t const index = place->second;
-    table->Places.erase(place);  // its key ends with the old field
-    table->Fields[index] = std::move(owned);
-    table->Places.emplace(field->name, index);
+    std::size_t const index = position->second;
+    table->indices.erase(position);  // its key ends with the old field
+    table->fields[index] = std::move(owned);
+    table->indices.emplace(field->name, index);
 }
 
 void ScadaFields::ReadAllFrom(void* object, lua_State* L) const {
     luaL_checktype(L, -1, LUA_TTABLE);
-    if (table->Parent) {
-        table->Parent->ReadAllFrom(object, L);
+    if (table->parent) {
+        table->parent->ReadAllFrom(object, L);
     }
     luaL_checkstack(L, 1, "fields");
-    for (auto const& field : table->Fields) {
+    for (auto const& field : table->fields) {
         lua_getfield(L, -1, field->name.c_str());
         if (!lua_isnil(L, -1)) {
             dorvel::GuardLua(L, [&] {
@@ -102,12 +102,12 @@ int ScadaFields::ReadFrom(void* object, lua_State* L) const {
 
 int ScadaFields::WriteAllTo(void const* object, lua_State* L) const {
     luaL_checkstack(L, 2, "fields");
-    if (table->Parent) {
-        table->Parent->WriteAllTo(object, L);
+    if (table->parent) {
+        table->parent->WriteAllTo(object, L);
     } else {
         lua_newtable(L);
     }
-    for (auto const& field : table->Fields) {
+    for (auto const& field : table->fields) {
         PushField(*field, object, L);
         lua_setfield(L, -2, field->name.c_str());
     }
@@ -124,15 +124,15 @@ int ScadaFields::WriteTo(void const* object, lua_State* L) const {
 }
 
 std::size_t ScadaFields::size() const {
-    return table->Fields.size();
+    return table->fields.size();
 }
 
 ScadaFields const* ScadaFields::parent() const {
-    return table->Parent;
+    return table->parent;
 }
 
 std::vector<std::unique_ptr<ScadaFields::IField const>> const& ScadaFields::fields() const {
-    return table->Fields;
+    return table->fields;
 }
 
 ScadaFields::IField const* ScadaFields::find(std::string const& name) const {

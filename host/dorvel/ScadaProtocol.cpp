@@ -177,8 +177,8 @@ int ScadaProtocol::IsNeedWriteValue(OpcUa_VariantHlp const& value, DriverVarDsc&
         bool const isRequested = runtime && runtime->impl->TakeWriteRequest(descriptor.WriteId);
         needed = isRequested || (!isFirst && bare != descriptor.LastWritten);
     }
-    if (needed && runtime && runtime->impl->OnWrite) {
-        runtime->impl->OnWrite(*this, descriptor.WriteId, bare);
+    if (needed && runtime && runtime->impl->onWrite) {
+        runtime->impl->onWrite(*this, descriptor.WriteId, bare);
     }
     if (needed || isFirst) {
         descriptor.LastWritten = std::move(bare);

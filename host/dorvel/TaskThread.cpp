@@ -24,16 +24,16 @@ Clock::time_point NextStart(Clock::time_point start, std::chrono::milliseconds p
 }  // namespace
 
 void Runtime::Impl::RunBlock(BlockEntry& entry) {
-    bool const ran = entry.Block->Cycle();
-    ++entry.Cycles;
-    if (Observer) {
-        Observer(*entry.Block, entry.Cycles, ran);
+    bool const ran = entry.block->Cycle();
+    ++entry.cycles;
+    if (observer) {
+        observer(*entry.block, entry.cycles, ran);
     }
 }
 
-void Runtime::Impl::RunCycles(STTask const& task, std::vector<BlockEntry*> const& blocks,
+void Runtime::Impl::RunCycles(STTask const& task, std::vector<BlockEntry*> const& taskBlocks,
                               unsigned long long cycles) {
-    std::chrono::milliseconds const period(task.Settings.PeriodMilliseconds);
+    std::chrono::milliseconds const period(task.settings.PeriodMilliseconds);
     Clock::time_point start = Clock::now();
     for (unsigned long long cycle = 0; cycles == 0 || cycle < cycles; ++cycle) {
         if (cycle != 0) {
@@ -42,7 +42,7 @@ void Runtime::Impl::RunCycles(STTask const& task, std::vector<BlockEntry*> const
                 return;
             }
         }
-        for (BlockEntry* const entry : blocks) {
+        for (BlockEntry* const entry : taskBlocks) {
             if (MustStop()) {
                 return;
             }
@@ -51,34 +51,34 @@ void Runtime::Impl::RunCycles(STTask const& task, std::vector<BlockEntry*> const
     }
 }
 
-void Runtime::Impl::RunTask(STTask const& task, std::vector<BlockEntry*> const& blocks,
+void Runtime::Impl::RunTask(STTask const& task, std::vector<BlockEntry*> const& taskBlocks,
                             unsigned long long cycles) {
     try {
-        RunCycles(task, blocks, cycles);
+        RunCycles(task, taskBlocks, cycles);
     } catch (std::exception const& failure) {
-        logMsg("Task '%s' has ended: %s\n", task.Settings.Name.c_str(), failure.what());
+        logMsg("Task '%s' has ended: %s\n", task.settings.Name.c_str(), failure.what());
     } catch (...) {
-        logMsg("Task '%s' has ended: Unknown error\n", task.Settings.Name.c_str());
+        logMsg("Task '%s' has ended: Unknown error\n", task.settings.Name.c_str());
     }
-    std::lock_guard<std::mutex> const lock(Mutex);
-    --Running;
-    Changed.notify_all();
+    std::lock_guard<std::mutex> const lock(mutex);
+    --running;
+    changed.notify_all();
 }
 
 bool Runtime::Impl::MustStop() {
-    std::lock_guard<std::mutex> const lock(Mutex);
-    return IsStopping;
+    std::lock_guard<std::mutex> const lock(mutex);
+    return isStopping;
 }
 
 bool Runtime::Impl::WaitUntil(Clock::time_point time) {
-    std::unique_lock<std::mutex> lock(Mutex);
-    return !Changed.wait_until(lock, time, [this] { return IsStopping; });
+    std::unique_lock<std::mutex> lock(mutex);
+    return !changed.wait_until(lock, time, [this] { return isStopping; });
 }
 
 void Runtime::Impl::AskToStop() {
-    std::lock_guard<std::mutex> const lock(Mutex);
-    IsStopping = true;
-    Changed.notify_all();
+    std::lock_guard<std::mutex> const lock(mutex);
+    isStopping = true;
+    changed.notify_all();
 }
 
 }  // namespace dorvel

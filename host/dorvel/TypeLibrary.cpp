@@ -8,8 +8,8 @@ namespace dorvel {
 namespace {
 
 struct ElementaryType {
-    char const* Name;
-    _OpcUa_BuiltInType Type;
+    char const* name;
+    _OpcUa_BuiltInType type;
 };
 
 constexpr ElementaryType ElementaryTypes[] = {
@@ -89,8 +89,8 @@ void OpenTypes(lua_State* L) {
     lua_newtable(L);
     lua_newtable(L);
     for (ElementaryType const& type : ElementaryTypes) {
-        lua_pushinteger(L, type.Type);
-        lua_setfield(L, -2, type.Name);
+        lua_pushinteger(L, type.type);
+        lua_setfield(L, -2, type.name);
     }
     lua_setfield(L, -2, "Elementary");
     lua_newtable(L);

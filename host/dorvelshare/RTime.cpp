@@ -22,13 +22,13 @@ int FileTimeToRTime(FileTime const* fileTime, RTime* result) {
     unsigned long long const ticks =
         static_cast<unsigned long long>(fileTime->dwHighDateTime) << 32 | fileTime->dwLowDateTime;
     CalendarDate const date = DateOfDays(static_cast<long long>(ticks / TicksPerDay));
-    if (date.Year > lastYear) {
+    if (date.year > lastYear) {
         return -1;
     }
     auto const milliseconds = static_cast<unsigned int>(ticks % TicksPerDay / (TicksPerSecond / 1000));
-    result->year = static_cast<unsigned short>(date.Year);
-    result->month = static_cast<unsigned short>(date.Month);
-    result->day = static_cast<unsigned short>(date.Day);
+    result->year = static_cast<unsigned short>(date.year);
+    result->month = static_cast<unsigned short>(date.month);
+    result->day = static_cast<unsigned short>(date.day);
     result->hour = static_cast<unsigned short>(milliseconds / 3'600'000);
     result->minute = static_cast<unsigned short>(milliseconds / 60'000 % 60);
     result->second = static_cast<unsigned short>(milliseconds / 1'000 % 60);

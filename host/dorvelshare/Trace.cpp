@@ -15,8 +15,8 @@ constexpr int TraceError = 0x20;
 std::atomic<bool> userTrace{false};
 
 struct Log {
-    std::mutex Mutex;
-    dorvel::LogSink Sink;
+    std::mutex mutex;
+    dorvel::LogSink sink;
 };
 
 // Never destroyed: other libraries may log while the process ends.
@@ -27,9 +27,9 @@ Log& TheLog() {
 
 void Emit(std::string_view text) {
     Log& log = TheLog();
-    std::lock_guard<std::mutex> const lock(log.Mutex);
-    if (log.Sink) {
-        log.Sink(text);
+    std::lock_guard<std::mutex> const lock(log.mutex);
+    if (log.sink) {
+        log.sink(text);
     } else {
         std::fwrite(text.data(), 1, text.size(), stderr);
     }
@@ -84,8 +84,8 @@ namespace dorvel {
 
 void SetLogSink(LogSink sink) {
     Log& log = TheLog();
-    std::lock_guard<std::mutex> const lock(log.Mutex);
-    log.Sink = std::move(sink);
+    std::lock_guard<std::mutex> const lock(log.mutex);
+    log.sink = std::move(sink);
 }
 
 void EnableUserTrace(bool enable) {

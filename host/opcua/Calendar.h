@@ -6,9 +6,9 @@ constexpr long long TicksPerSecond = 10'000'000;
 constexpr long long TicksPerDay = 86'400 * TicksPerSecond;
 
 struct CalendarDate {
-    int Year;
-    int Month;  // from 1
-    int Day;    // from 1
+    int year;
+    int month;  // from 1
+    int day;    // from 1
 };
 
 constexpr bool IsLeap(int year) {
@@ -42,10 +42,10 @@ constexpr CalendarDate DateOfDays(long long days) {
 
 // The day of an existing date from 1601 on.
 constexpr long long DaysOfDate(CalendarDate const& date) {
-    long long const past = date.Year - 1601;
-    long long days = past * 365 + past / 4 - past / 100 + past / 400 + date.Day - 1;
-    for (int month = 1; month < date.Month; ++month) {
-        days += DaysOfMonth(date.Year, month);
+    long long const past = date.year - 1601;
+    long long days = past * 365 + past / 4 - past / 100 + past / 400 + date.day - 1;
+    for (int month = 1; month < date.month; ++month) {
+        days += DaysOfMonth(date.year, month);
     }
     return days;
 }

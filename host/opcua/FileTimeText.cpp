@@ -55,9 +55,9 @@ private:
 };
 
 bool ReadDate(Scanner& scanner, CalendarDate& date) {
-    return scanner.Number(4, 5, date.Year) && scanner.Take('-') && scanner.Number(2, 2, date.Month) &&
-           scanner.Take('-') && scanner.Number(2, 2, date.Day) && date.Month >= 1 && date.Month <= 12 &&
-           date.Day >= 1 && date.Day <= DaysOfMonth(date.Year, date.Month);
+    return scanner.Number(4, 5, date.year) && scanner.Take('-') && scanner.Number(2, 2, date.month) &&
+           scanner.Take('-') && scanner.Number(2, 2, date.day) && date.month >= 1 && date.month <= 12 &&
+           date.day >= 1 && date.day <= DaysOfMonth(date.year, date.month);
 }
 
 bool ReadTime(Scanner& scanner, long long& ticks) {
@@ -97,7 +97,7 @@ OpcUa_StatusCode ReadFileTime(std::string_view text, long long& fileTime) {
         !ReadZone(scanner, zone) || !scanner.AtEnd()) {
         return OpcUa_BadTypeMismatch;
     }
-    if (date.Year < 1601 || date.Year > LastYear) {
+    if (date.year < 1601 || date.year > LastYear) {
         return OpcUa_BadOutOfRange;
     }
     long long const result = DaysOfDate(date) * TicksPerDay + time - zone;
@@ -113,8 +113,8 @@ std::string WriteFileTime(long long fileTime) {
     long long const ticks = fileTime % TicksPerDay;
     int const seconds = static_cast<int>(ticks / TicksPerSecond);
     char buffer[64];
-    std::snprintf(buffer, sizeof buffer, "%04d-%02d-%02dT%02d:%02d:%02d.%07d", date.Year, date.Month,
-                  date.Day, seconds / 3600, seconds / 60 % 60, seconds % 60,
+    std::snprintf(buffer, sizeof buffer, "%04d-%02d-%02dT%02d:%02d:%02d.%07d", date.year, date.month,
+                  date.day, seconds / 3600, seconds / 60 % 60, seconds % 60,
                   static_cast<int>(ticks % TicksPerSecond));
     std::string result = buffer;
     result.resize(result.find_last_not_of('0') + 1);

@@ -68,8 +68,8 @@ OpcUa_StatusCode ReadInteger(std::string_view text, T& value) {
 
 template <class T>
 struct NamedNumber {
-    std::string_view Name;
-    T Value;
+    std::string_view name;
+    T value;
 };
 
 template <class T>
@@ -82,8 +82,8 @@ template <class T>
 OpcUa_StatusCode ReadFloating(std::string_view text, T& value) {
     text = Trim(text);
     for (auto const& named : NamedNumbers<T>) {
-        if (text == named.Name) {
-            value = named.Value;
+        if (text == named.name) {
+            value = named.value;
             return OpcUa_Good;
         }
     }

@@ -252,7 +252,7 @@ TEST_F(LuaMemory, AProjectIsLoadedOrRefusedAtEveryLimit) {
     for (std::size_t limit = 0; !loaded; limit += 97) {
         ASSERT_LT(limit, std::size_t{1} << 20);
         workbench::ScriptLimits limits;
-        limits.Memory = limit;
+        limits.memory = limit;
         long long const before = test::HeapBlocks();
         loaded = LoadProject(limits);
         ASSERT_EQ(test::HeapBlocks(), before) << limit;

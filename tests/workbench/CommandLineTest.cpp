@@ -39,14 +39,14 @@ protected:
 TEST_F(CommandLine, AProjectIsEnough) {
     auto const options = Parse({"run", "plant.lua"});
     ASSERT_TRUE(options);
-    EXPECT_EQ(options->What, Command::Run);
-    EXPECT_EQ(options->Project, "plant.lua");
-    EXPECT_EQ(options->AddIn, "");
-    EXPECT_EQ(options->Format, OutputFormat::Auto);
-    EXPECT_EQ(options->Cycles, 0u);
-    EXPECT_FALSE(options->Trace);
-    EXPECT_FALSE(options->FailOnFault);
-    EXPECT_FALSE(options->Summary);
+    EXPECT_EQ(options->what, Command::Run);
+    EXPECT_EQ(options->project, "plant.lua");
+    EXPECT_EQ(options->addIn, "");
+    EXPECT_EQ(options->format, OutputFormat::Auto);
+    EXPECT_EQ(options->cycles, 0u);
+    EXPECT_FALSE(options->trace);
+    EXPECT_FALSE(options->failOnFault);
+    EXPECT_FALSE(options->summary);
 }
 
 TEST_F(CommandLine, EveryOption) {
@@ -54,35 +54,35 @@ TEST_F(CommandLine, EveryOption) {
                                 "x=a=b", "--define", "e=", "--format", "json", "--cycles", "10", "--pcap",
                                 "p.pcap", "--trace", "--fail-on-fault", "--summary"});
     ASSERT_TRUE(options) << err.str();
-    EXPECT_EQ(options->AddIn, "a.so");
-    EXPECT_EQ(options->Params,
+    EXPECT_EQ(options->addIn, "a.so");
+    EXPECT_EQ(options->params,
               (std::map<std::string, std::string>{{"ahu", "1.2.3.4:5"}, {"x", "a=b"}, {"e", ""}}));
-    EXPECT_EQ(options->Format, OutputFormat::Json);
-    EXPECT_EQ(options->Cycles, 10u);
-    EXPECT_EQ(options->CaptureFile, "p.pcap");
-    EXPECT_TRUE(options->Trace);
-    EXPECT_TRUE(options->FailOnFault);
-    EXPECT_EQ(options->Summary, true);
+    EXPECT_EQ(options->format, OutputFormat::Json);
+    EXPECT_EQ(options->cycles, 10u);
+    EXPECT_EQ(options->captureFile, "p.pcap");
+    EXPECT_TRUE(options->trace);
+    EXPECT_TRUE(options->failOnFault);
+    EXPECT_EQ(options->summary, true);
 }
 
 TEST_F(CommandLine, ValuesToSetInTheirOrder) {
     auto const options = Parse({"run", "--set", "B.y=2", "plant.lua", "--set", "A.x = a=b"});
     ASSERT_TRUE(options) << err.str();
-    EXPECT_EQ(options->Sets, (std::vector<std::string>{"B.y=2", "A.x = a=b"}));
+    EXPECT_EQ(options->sets, (std::vector<std::string>{"B.y=2", "A.x = a=b"}));
     ExpectMistake({"run", "a.lua", "--set", "A.x"}, "\"A.x\" is no NAME=VALUE");
 }
 
 TEST_F(CommandLine, OptionsMayStandBeforeTheProject) {
     auto const options = Parse({"run", "--define", "a=1", "plant.lua", "--no-summary"});
     ASSERT_TRUE(options) << err.str();
-    EXPECT_EQ(options->Project, "plant.lua");
-    EXPECT_EQ(options->Params.size(), 1u);
-    EXPECT_EQ(options->Summary, false);
+    EXPECT_EQ(options->project, "plant.lua");
+    EXPECT_EQ(options->params.size(), 1u);
+    EXPECT_EQ(options->summary, false);
 }
 
 TEST_F(CommandLine, OtherCommands) {
-    EXPECT_EQ(Parse({"check", "plant.lua"})->What, Command::Check);
-    EXPECT_EQ(Parse({"names"})->What, Command::Names);
+    EXPECT_EQ(Parse({"check", "plant.lua"})->what, Command::Check);
+    EXPECT_EQ(Parse({"names"})->what, Command::Names);
 }
 
 TEST_F(CommandLine, Mistakes) {

@@ -24,9 +24,9 @@ void ReadField(lua_State* L, FakeDriver& driver) {
     if (std::string_view(name) == "Vars") {
         get_lua_value(driver.Vars, L);
     } else if (std::string_view(name) == "Address") {
-        driver.Address = lua_tostring(L, -1);
+        driver.address = lua_tostring(L, -1);
     } else if (lua_isinteger(L, -1)) {
-        driver.Numbers[name] = lua_tointeger(L, -1);
+        driver.numbers[name] = lua_tointeger(L, -1);
     }
 }
 
@@ -60,38 +60,38 @@ int Open(lua_State* L) {
 }  // namespace
 
 void FakeDriver::Inited() {
-    if (current && current->OnInited) {
-        current->OnInited(*this);
+    if (current && current->onInited) {
+        current->onInited(*this);
     }
 }
 
 void FakeDriver::AddChannel(ReadChannel const* read, WriteChannel const* write,
                             std::map<std::string, OpcUa_VariantHlp> const& properties) {
-    Variables.push_back({{}, properties});
-    BaseInitChannel(read, write, Variables.back().Descriptor);
+    variables.push_back({{}, properties});
+    BaseInitChannel(read, write, variables.back().descriptor);
 }
 
 void FakeDriver::Execute() {
-    if (current && current->OnCycle) {
-        current->OnCycle(*this);
+    if (current && current->onCycle) {
+        current->onCycle(*this);
     }
 }
 
 void FakeDriver::Deliver(std::size_t place, OpcUa_VariantHlp value, OpcUa_StatusCode status) {
     WriteDataRec record;
-    record.Id = Variables.at(place).Descriptor.ReadId;
+    record.Id = variables.at(place).descriptor.ReadId;
     record.Value.SetDataValue(value, dorvel::Environment().Now(), status);
     DataProvider()->WriteValues({record});
 }
 
 long long FakeDriver::Number(std::string const& name) const {
-    auto const found = Numbers.find(name);
-    return found == Numbers.end() ? 0 : found->second;
+    auto const found = numbers.find(name);
+    return found == numbers.end() ? 0 : found->second;
 }
 
 void FakeDriver::WritePhase(Write const& write) {
-    for (std::size_t place = 0; place < Variables.size() && isWrite(); ++place) {
-        DriverVarDsc& descriptor = Variables[place].Descriptor;
+    for (std::size_t place = 0; place < variables.size() && isWrite(); ++place) {
+        DriverVarDsc& descriptor = variables[place].descriptor;
         OpcUa_VariantHlp value;
         if (!descriptor.IsWrite) {
             continue;
@@ -105,7 +105,7 @@ void FakeDriver::WritePhase(Write const& write) {
     }
 }
 
-FakeAddIn::FakeAddIn(FakeDriver::Behaviour cycle) : OnCycle(std::move(cycle)) {
+FakeAddIn::FakeAddIn(FakeDriver::Behaviour cycle) : onCycle(std::move(cycle)) {
     static int const registered = RegisterExternalSTLib("BACnet", Open);
     (void)registered;
     current = this;

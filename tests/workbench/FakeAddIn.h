@@ -17,8 +17,8 @@ namespace test {
 class FakeDriver : public ScadaProtocol {
 public:
     struct Variable {
-        DriverVarDsc Descriptor;
-        std::map<std::string, OpcUa_VariantHlp> Properties;
+        DriverVarDsc descriptor;
+        std::map<std::string, OpcUa_VariantHlp> properties;
     };
 
     using Behaviour = std::function<void(FakeDriver& driver)>;
@@ -34,14 +34,14 @@ public:
     // What a write phase does: calls the function for every value that the write condition lets through.
     using Write = std::function<void(std::size_t place, OpcUa_VariantHlp const& value)>;
     void WritePhase(Write const& write);
-    void Tell(bool fault, std::string const& text) { UpdateFaultState(fault, text); }
+    void Report(bool fault, std::string const& text) { UpdateFaultState(fault, text); }
 
     // A field that is a number, 0 when it was not given.
     long long Number(std::string const& name) const;
 
-    std::string Address;
-    std::map<std::string, long long> Numbers;
-    std::vector<Variable> Variables;
+    std::string address;
+    std::map<std::string, long long> numbers;
+    std::vector<Variable> variables;
 };
 
 // Registers the driver, once per process, and sets what every cycle does until the object goes.
@@ -53,8 +53,8 @@ public:
     ~FakeAddIn();
 
     // Called at the end of every block's configuration.
-    FakeDriver::Behaviour OnInited;
-    FakeDriver::Behaviour OnCycle;
+    FakeDriver::Behaviour onInited;
+    FakeDriver::Behaviour onCycle;
 };
 
 }  // namespace test

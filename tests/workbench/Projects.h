@@ -23,8 +23,8 @@ inline std::string const OneBlock = Block(R"(Name="AHU", Address="192.168.1.20:4
 
 inline workbench::ScriptLimits QuickLimits() {
     workbench::ScriptLimits limits;
-    limits.Time = std::chrono::milliseconds(100);
-    limits.Memory = std::size_t{8} << 20;
+    limits.time = std::chrono::milliseconds(100);
+    limits.memory = std::size_t{8} << 20;
     return limits;
 }
 

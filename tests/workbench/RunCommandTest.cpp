@@ -26,9 +26,9 @@ namespace {
 class RunCommand : public testing::Test {
 protected:
     void SetUp() override {
-        options.Project = folder.Write("project.lua", "Task{Name='fast', Period=1}\n" + OneBlock);
-        options.Format = OutputFormat::Json;
-        options.Cycles = 3;
+        options.project = folder.Write("project.lua", "Task{Name='fast', Period=1}\n" + OneBlock);
+        options.format = OutputFormat::Json;
+        options.cycles = 3;
         world.time = 133549760960000000LL;
         dorvel::SetEnvironment(&world);
     }
@@ -54,15 +54,15 @@ protected:
     void MakeWritable(std::string const& more = "") {
         std::string variable = Temperature;
         variable.insert(variable.size() - 1, ", Write=true");
-        options.Project =
+        options.project =
             folder.Write("writable.lua", "Task{Name='fast', Period=1}\n" + more +
                                              Block(R"(Name="AHU", Address="1.2.3.4:47808")", variable));
-        addIn.OnCycle = [this](FakeDriver& driver) {
+        addIn.onCycle = [this](FakeDriver& driver) {
             driver.Deliver(0, device);
-            driver.Tell(false, "");
+            driver.Report(false, "");
             driver.WritePhase([this](std::size_t, OpcUa_VariantHlp const& value) { device = value; });
         };
-        options.Cycles = 4;
+        options.cycles = 4;
     }
 
     // The states of the write, a word a cycle; "-" before it is set.
@@ -91,9 +91,9 @@ protected:
 
     static void Poll(FakeDriver& driver) {
         driver.Deliver(0, Float(21.5f));
-        driver.Tell(false, "");
+        driver.Report(false, "");
     }
-    static void Fail(FakeDriver& driver) { driver.Tell(true, "No connection"); }
+    static void Fail(FakeDriver& driver) { driver.Report(true, "No connection"); }
 
     OpcUa_VariantHlp device = Float(20);
     FakeEnvironment world;
@@ -120,8 +120,8 @@ TEST_F(RunCommand, AnObjectALineForEveryCycle) {
 }
 
 TEST_F(RunCommand, PlainLinesWhenThereIsNoTerminal) {
-    options.Format = OutputFormat::Auto;
-    options.Cycles = 2;
+    options.format = OutputFormat::Auto;
+    options.cycles = 2;
     EXPECT_EQ(Run(), ExitOk);
     auto const lines = OutLines();
     ASSERT_EQ(lines.size(), 3u);
@@ -130,38 +130,38 @@ TEST_F(RunCommand, PlainLinesWhenThereIsNoTerminal) {
 }
 
 TEST_F(RunCommand, FaultsAreShownAndCountOnlyWhenAskedFor) {
-    addIn.OnCycle = Fail;
+    addIn.onCycle = Fail;
     EXPECT_EQ(Run(), ExitOk);
     EXPECT_NE(out.str().find("\"fault\":true,\"error\":\"No connection\""), std::string::npos);
-    options.FailOnFault = true;
+    options.failOnFault = true;
     EXPECT_EQ(Run(), ExitFault);
-    addIn.OnCycle = Poll;
+    addIn.onCycle = Poll;
     EXPECT_EQ(Run(), ExitOk);
 }
 
 TEST_F(RunCommand, ABlockThatTheDriverDoesNotPollIsAFault) {
-    addIn.OnCycle = [](FakeDriver&) { logMsg("Error create device for poll\n"); };
-    options.FailOnFault = true;
-    options.Cycles = 1;
+    addIn.onCycle = [](FakeDriver&) { logMsg("Error create device for poll\n"); };
+    options.failOnFault = true;
+    options.cycles = 1;
     EXPECT_EQ(Run(), ExitFault);
     EXPECT_EQ(err.str(), "Error create device for poll\n");
     EXPECT_NE(out.str().find("\"fault\":true,\"error\":\"not polled\""), std::string::npos);
 }
 
 TEST_F(RunCommand, TheTraceIsOnForTheRunAlone) {
-    addIn.OnCycle = [](FakeDriver& driver) {
+    addIn.onCycle = [](FakeDriver& driver) {
         logMsgLn(IsEnableUserTrace() ? "traced" : "not traced");
         Poll(driver);
     };
-    options.Cycles = 1;
-    options.Trace = true;
+    options.cycles = 1;
+    options.trace = true;
     EXPECT_EQ(Run(), ExitOk);
     EXPECT_EQ(err.str(), "traced\n");
     EXPECT_FALSE(IsEnableUserTrace());
 }
 
 TEST_F(RunCommand, TheSummaryMeasuresTheTraffic) {
-    addIn.OnCycle = [this](FakeDriver& driver) {
+    addIn.onCycle = [this](FakeDriver& driver) {
         sockaddr_in peer = Address("10.0.0.2", 47808);
         world.Arrives(peer, "answer");
         NLSocket socket{};
@@ -171,8 +171,8 @@ TEST_F(RunCommand, TheSummaryMeasuresTheTraffic) {
         NLCloseSocket(&socket);
         Poll(driver);
     };
-    options.Format = OutputFormat::Lines;
-    options.Summary = true;
+    options.format = OutputFormat::Lines;
+    options.summary = true;
     EXPECT_EQ(Run(), ExitOk);
     EXPECT_NE(out.str().find("cycles                3\n"), std::string::npos) << out.str();
     EXPECT_NE(out.str().find("objects polled        3  (in cycles without fault)\n"), std::string::npos);
@@ -181,15 +181,15 @@ TEST_F(RunCommand, TheSummaryMeasuresTheTraffic) {
 }
 
 TEST_F(RunCommand, TheSummaryStaysOutOfTheJsonLines) {
-    addIn.OnCycle = [](FakeDriver& driver) { Poll(driver); };
-    options.Summary = true;
+    addIn.onCycle = [](FakeDriver& driver) { Poll(driver); };
+    options.summary = true;
     EXPECT_EQ(Run(), ExitOk);
     EXPECT_EQ(out.str().find("objects polled"), std::string::npos) << out.str();
     EXPECT_NE(err.str().find("objects polled"), std::string::npos) << err.str();
 }
 
 TEST_F(RunCommand, TheCaptureFileIsWritten) {
-    addIn.OnCycle = [](FakeDriver& driver) {
+    addIn.onCycle = [](FakeDriver& driver) {
         sockaddr_in peer = Address("127.0.0.1", 47808);
         NLSocket socket{};
         NLInitSocket(&socket);
@@ -197,49 +197,49 @@ TEST_F(RunCommand, TheCaptureFileIsWritten) {
         NLCloseSocket(&socket);
         Poll(driver);
     };
-    options.CaptureFile = folder.Write("run.pcap", "");
+    options.captureFile = folder.Write("run.pcap", "");
     EXPECT_EQ(Run(), ExitOk);
-    std::ifstream capture(options.CaptureFile, std::ios::binary);
+    std::ifstream capture(options.captureFile, std::ios::binary);
     std::string const octets{std::istreambuf_iterator<char>(capture), {}};
     EXPECT_EQ(octets.size(), 24u + 3 * (16 + 28 + 3));
 }
 
 TEST_F(RunCommand, ACaptureFileThatCannotBeWritten) {
-    options.CaptureFile = folder.Path() + "/no/run.pcap";
+    options.captureFile = folder.Path() + "/no/run.pcap";
     EXPECT_THROW(Run(), std::runtime_error);
-    options.CaptureFile = "/dev/full";
+    options.captureFile = "/dev/full";
     EXPECT_THROW(Run(), std::runtime_error);
 }
 
 TEST_F(RunCommand, AnOutputThatTakesNothingEndsTheRun) {
-    options.Cycles = 0;
+    options.cycles = 0;
     out.setstate(std::ios::badbit);
     EXPECT_THROW(Run(), std::runtime_error);
 }
 
 TEST_F(RunCommand, AnInterruptEndsARunWithoutEnd) {
     std::atomic<int> cycles{0};
-    addIn.OnCycle = [&cycles](FakeDriver& driver) {
+    addIn.onCycle = [&cycles](FakeDriver& driver) {
         Poll(driver);
         if (++cycles == 5) {
             raise(SIGINT);
         }
     };
-    options.Cycles = 0;
+    options.cycles = 0;
     EXPECT_EQ(Run(), ExitOk);
     EXPECT_GE(OutLines().size(), 4u);
 }
 
 TEST_F(RunCommand, ACycleThatAnInterruptCutsShortIsNoFault) {
-    addIn.OnCycle = [](FakeDriver&) { raise(SIGINT); };
-    options.Project = folder.Write("slow.lua", "Task{Name='slow', Period=60000}\n" + OneBlock);
-    options.FailOnFault = true;
+    addIn.onCycle = [](FakeDriver&) { raise(SIGINT); };
+    options.project = folder.Write("slow.lua", "Task{Name='slow', Period=60000}\n" + OneBlock);
+    options.failOnFault = true;
     EXPECT_EQ(Run(), ExitOk);
     EXPECT_EQ(out.str(), "");
 }
 
 TEST_F(RunCommand, MistakesComeBeforeAnyOutput) {
-    options.Project = folder.Write("bad.lua", "BACnet.new{}");
+    options.project = folder.Write("bad.lua", "BACnet.new{}");
     try {
         Run();
         FAIL();
@@ -251,21 +251,21 @@ TEST_F(RunCommand, MistakesComeBeforeAnyOutput) {
 }
 
 TEST_F(RunCommand, ParamsThatNobodyAsksForAreAWarning) {
-    options.Params = {{"ahuu", "1"}};
-    options.Cycles = 1;
+    options.params = {{"ahuu", "1"}};
+    options.cycles = 1;
     EXPECT_EQ(Run(), ExitOk);
     EXPECT_EQ(err.str(), "warning: the project does not ask for Param.ahuu\n");
 }
 
 TEST_F(RunCommand, CheckTellsWhatThereIs) {
-    addIn.OnCycle = [](FakeDriver&) { FAIL() << "polled"; };
+    addIn.onCycle = [](FakeDriver&) { FAIL() << "polled"; };
     EXPECT_EQ(CheckProject(options, {out, err, false, false}), ExitOk);
-    EXPECT_EQ(out.str(), options.Project + ": no mistake (blocks: 1, variables: 1, tasks: 1)\n");
+    EXPECT_EQ(out.str(), options.project + ": no mistake (blocks: 1, variables: 1, tasks: 1)\n");
 }
 
 TEST_F(RunCommand, AValueSetOnTheCommandLine) {
     MakeWritable();
-    options.Sets = {"AHU.T=21.5"};
+    options.sets = {"AHU.T=21.5"};
     EXPECT_EQ(Run(), ExitOk);
     EXPECT_EQ(States(), "pending pending written written ");
     EXPECT_EQ(device, Float(21.5f));
@@ -273,7 +273,7 @@ TEST_F(RunCommand, AValueSetOnTheCommandLine) {
 
 TEST_F(RunCommand, AMistakeInItEndsTheRunBeforeItBegins) {
     MakeWritable();
-    options.Sets = {"AHU.t=21.5"};
+    options.sets = {"AHU.t=21.5"};
     try {
         Run();
         FAIL();
@@ -309,7 +309,7 @@ TEST_F(RunCommand, ValuesFromLinesAreAnsweredInJson) {
 
 TEST_F(RunCommand, ValuesFromLinesAreAnsweredOnStandardErrorBesideLines) {
     MakeWritable();
-    options.Format = OutputFormat::Lines;
+    options.format = OutputFormat::Lines;
     EXPECT_EQ(RunWith("set AHU.T = 22\nset AHU.Q = 1\n"), ExitOk);
     EXPECT_EQ(err.str(), "AHU.T = 22: pending\n\"AHU.Q\" is no variable (did you mean \"AHU.T\"?)\n");
     auto const lines = OutLines();
@@ -320,7 +320,7 @@ TEST_F(RunCommand, ValuesFromLinesAreAnsweredOnStandardErrorBesideLines) {
 
 TEST_F(RunCommand, AVariableThatIsWrittenElsewhereIsAWarning) {
     MakeWritable();
-    options.Project =
+    options.project =
         folder.Write("name.lua", Block(R"(Name="AHU", Address="1.2.3.4:47808")",
                                        "{Name='N', Type='String', ObjectType='analog-value', "
                                        "ObjectProperties='description', ObjectNumber=1, Write=true}"));

@@ -21,15 +21,15 @@ public:
     // A block without variables; it stays where it is.
     workbench::BlockSnapshot& AddBlock(std::string const& name, unsigned long long cycle = 3) {
         blocks.emplace_back();
-        blocks.back().Name = name;
-        blocks.back().Address = "192.168.1.20:47808";
+        blocks.back().name = name;
+        blocks.back().address = "192.168.1.20:47808";
         snapshots.emplace_back();
         workbench::BlockSnapshot& snapshot = snapshots.back();
-        snapshot.Config = &blocks.back();
-        snapshot.Cycle = cycle;
-        snapshot.Told = cycle > 0;
-        snapshot.Time = Noon;
-        snapshot.LocalDiff = Hour;
+        snapshot.config = &blocks.back();
+        snapshot.cycle = cycle;
+        snapshot.isReported = cycle > 0;
+        snapshot.time = Noon;
+        snapshot.localDiff = Hour;
         return snapshot;
     }
 
@@ -37,8 +37,8 @@ public:
                      OpcUa_StatusCode status = OpcUa_Good, long long time = Noon) {
         variables.push_back({name, type, workbench::ObjectTypes().FindCode(1),
                              workbench::Properties().FindCode(0),
-                             static_cast<int>(snapshots.back().Variables.size() + 1), 0});
-        snapshots.back().Variables.push_back({&variables.back(), {std::move(value), status, time}});
+                             static_cast<int>(snapshots.back().variables.size() + 1), 0});
+        snapshots.back().variables.push_back({&variables.back(), {std::move(value), status, time}});
     }
 
     std::vector<workbench::BlockSnapshot> All() const { return {snapshots.begin(), snapshots.end()}; }

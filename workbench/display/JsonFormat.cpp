@@ -80,22 +80,22 @@ void WriteValue(Writer& writer, OpcUa_Variant const& value, long long localDiff)
 
 void WriteFate(Writer& writer, WriteState const& write, long long localDiff) {
     writer.StartObject();
-    WriteField(writer, "state", StageName(write.Stage));
+    WriteField(writer, "state", StageName(write.stage));
     writer.Key("value");
-    WriteValue(writer, write.Value, localDiff);
-    if (!write.Reason.empty()) {
-        WriteField(writer, "reason", ValidUtf8(write.Reason));
+    WriteValue(writer, write.value, localDiff);
+    if (!write.reason.empty()) {
+        WriteField(writer, "reason", ValidUtf8(write.reason));
     }
     writer.EndObject();
 }
 
 void WriteVariable(Writer& writer, VariableSnapshot const& variable, long long localDiff) {
-    VariableState const& state = variable.State;
+    VariableState const& state = variable.state;
     writer.StartObject();
-    WriteField(writer, "name", ValidUtf8(variable.Config->Name));
-    WriteField(writer, "object", ObjectText(*variable.Config));
-    WriteField(writer, "property", variable.Config->Property->Name);
-    WriteField(writer, "type", TypeName(variable.Config->Type));
+    WriteField(writer, "name", ValidUtf8(variable.config->name));
+    WriteField(writer, "object", ObjectText(*variable.config));
+    WriteField(writer, "property", variable.config->property->name);
+    WriteField(writer, "type", TypeName(variable.config->type));
     writer.Key("value");
     WriteValue(writer, state.Value, localDiff);
     WriteField(writer, "quality", QualityText(state.Status));
@@ -106,9 +106,9 @@ void WriteVariable(Writer& writer, VariableSnapshot const& variable, long long l
     } else {
         writer.Null();
     }
-    if (variable.Write.Stage != WriteStage::None) {
+    if (variable.write.stage != WriteStage::None) {
         writer.Key("write");
-        WriteFate(writer, variable.Write, localDiff);
+        WriteFate(writer, variable.write, localDiff);
     }
     writer.EndObject();
 }
@@ -119,17 +119,17 @@ std::string FormatJson(BlockSnapshot const& block) {
     rapidjson::StringBuffer buffer;
     Writer writer(buffer);
     writer.StartObject();
-    WriteField(writer, "time", IsoTime(block.Time, block.LocalDiff));
-    WriteField(writer, "block", ValidUtf8(block.Config->Name));
+    WriteField(writer, "time", IsoTime(block.time, block.localDiff));
+    WriteField(writer, "block", ValidUtf8(block.config->name));
     writer.Key("cycle");
-    writer.Uint64(block.Cycle);
+    writer.Uint64(block.cycle);
     writer.Key("fault");
     writer.Bool(IsFault(block));
     WriteField(writer, "error", ValidUtf8(FaultText(block)));
     writer.Key("variables");
     writer.StartArray();
-    for (VariableSnapshot const& variable : block.Variables) {
-        WriteVariable(writer, variable, block.LocalDiff);
+    for (VariableSnapshot const& variable : block.variables) {
+        WriteVariable(writer, variable, block.localDiff);
     }
     writer.EndArray();
     writer.EndObject();
@@ -140,14 +140,14 @@ std::string FormatJson(SetAnswer const& answer, long long localDiff) {
     rapidjson::StringBuffer buffer;
     Writer writer(buffer);
     writer.StartObject();
-    WriteField(writer, "set", ValidUtf8(answer.Asked));
-    if (answer.Mistake.empty()) {
+    WriteField(writer, "set", ValidUtf8(answer.target));
+    if (answer.mistake.empty()) {
         WriteField(writer, "state", StageName(WriteStage::Pending));
         writer.Key("value");
-        WriteValue(writer, answer.Value, localDiff);
+        WriteValue(writer, answer.value, localDiff);
     } else {
         WriteField(writer, "state", "invalid");
-        WriteField(writer, "reason", ValidUtf8(answer.Mistake));
+        WriteField(writer, "reason", ValidUtf8(answer.mistake));
     }
     writer.EndObject();
     return std::string(buffer.GetString(), buffer.GetSize()) + "\n";

@@ -11,24 +11,24 @@ namespace workbench {
 namespace {
 
 std::string VariableColumns(VariableSnapshot const& variable, long long localDiff) {
-    VariableConfig const& config = *variable.Config;
-    VariableState const& state = variable.State;
+    VariableConfig const& config = *variable.config;
+    VariableState const& state = variable.state;
     std::string const time = state.Time ? IsoTime(state.Time, localDiff) : "-";
-    bool const isSet = variable.Write.Stage != WriteStage::None;
-    std::string const write = isSet ? WriteText(variable.Write, localDiff, true) : "-";
-    return Printable(config.Name) + "\t" + ObjectText(config) + "\t" + config.Property->Name + "\t" +
-           ValueText(state.Value, localDiff) + "\t" + TypeName(config.Type) + "\t" +
+    bool const isSet = variable.write.stage != WriteStage::None;
+    std::string const write = isSet ? WriteText(variable.write, localDiff, true) : "-";
+    return Printable(config.name) + "\t" + ObjectText(config) + "\t" + config.property->name + "\t" +
+           ValueText(state.Value, localDiff) + "\t" + TypeName(config.type) + "\t" +
            QualityText(state.Status) + "\t" + StatusText(state.Status) + "\t" + time + "\t" + write;
 }
 
 }  // namespace
 
 std::string FormatLines(BlockSnapshot const& block) {
-    std::string const columns = IsoTime(block.Time, block.LocalDiff) + "\t" + Printable(block.Config->Name) +
-                                "\t" + std::to_string(block.Cycle) + "\t" + StateText(block) + "\t";
+    std::string const columns = IsoTime(block.time, block.localDiff) + "\t" + Printable(block.config->name) +
+                                "\t" + std::to_string(block.cycle) + "\t" + StateText(block) + "\t";
     std::string lines;
-    for (VariableSnapshot const& variable : block.Variables) {
-        lines += columns + VariableColumns(variable, block.LocalDiff) + "\n";
+    for (VariableSnapshot const& variable : block.variables) {
+        lines += columns + VariableColumns(variable, block.localDiff) + "\n";
     }
     return lines;
 }

@@ -16,11 +16,11 @@ constexpr std::size_t WidestColumn = 40;
 
 // How columns give way on a screen that is too narrow, one after the other: to what width.
 struct Concession {
-    Column Where;
-    std::size_t Width;
+    Column where;
+    std::size_t width;
 };
 
-constexpr Concession concessions[] = {
+constexpr Concession Concessions[] = {
     {Type, 0},     {Time, 0},  {Value, 14}, {Property, 8}, {Variable, 14}, {Quality, 6}, {Object, 10},
     {Property, 4}, {Value, 6}, {Write, 12}, {Variable, 6}, {Quality, 2},   {Object, 5}};
 
@@ -33,8 +33,8 @@ std::size_t Total(Widths const& widths) {
 }
 
 std::string WriteCell(VariableSnapshot const& variable, long long localDiff) {
-    bool const isSet = variable.Write.Stage != WriteStage::None;
-    return isSet ? WriteText(variable.Write, localDiff, false) : variable.Config->Write ? "-" : "";
+    bool const isSet = variable.write.stage != WriteStage::None;
+    return isSet ? WriteText(variable.write, localDiff, false) : variable.config->write ? "-" : "";
 }
 
 // The column stands only where there is something to write.
@@ -59,18 +59,18 @@ Row HeaderRow() {
 }
 
 Row VariableRow(VariableSnapshot const& variable, BlockSnapshot const& block, long long now) {
-    VariableConfig const& config = *variable.Config;
-    VariableState const& state = variable.State;
+    VariableConfig const& config = *variable.config;
+    VariableState const& state = variable.state;
     bool const timed = state.Time != 0;
-    return {Printable(config.Name),
+    return {Printable(config.name),
             ObjectText(config),
-            config.Property->Name,
-            ValueText(state.Value, block.LocalDiff),
-            TypeName(config.Type),
+            config.property->name,
+            ValueText(state.Value, block.localDiff),
+            TypeName(config.type),
             QualityText(state.Status),
-            timed ? ClockTime(state.Time, block.LocalDiff) : "-",
+            timed ? ClockTime(state.Time, block.localDiff) : "-",
             timed ? AgeText(state.Time, now) : "-",
-            WriteCell(variable, block.LocalDiff)};
+            WriteCell(variable, block.localDiff)};
 }
 
 Widths FitColumns(std::vector<Row> const& rows, std::size_t screenWidth) {
@@ -82,12 +82,12 @@ Widths FitColumns(std::vector<Row> const& rows, std::size_t screenWidth) {
             widths[column] = std::max(widths[column], std::min(DisplayWidth(row[column]), WidestColumn));
         }
     }
-    for (Concession const& concession : concessions) {
+    for (Concession const& concession : Concessions) {
         std::size_t const total = Total(widths);
         std::size_t const excess = total > screenWidth ? total - screenWidth : 0;
-        std::size_t& width = widths[concession.Where];
-        std::size_t const spare = width > concession.Width ? width - concession.Width : 0;
-        width -= concession.Width == 0 && excess > 0 ? width : std::min(excess, spare);
+        std::size_t& width = widths[concession.where];
+        std::size_t const spare = width > concession.width ? width - concession.width : 0;
+        width -= concession.width == 0 && excess > 0 ? width : std::min(excess, spare);
     }
     return widths;
 }

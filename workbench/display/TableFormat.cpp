@@ -48,13 +48,13 @@ RowColours Plain(Colour colour) {
 
 RowColours ColoursOf(VariableSnapshot const& variable) {
     RowColours colours = Plain(Colour::None);
-    colours[Quality] = QualityColour(variable.State.Status);
-    colours[Write] = WriteColour(variable.Write.Stage);
+    colours[Quality] = QualityColour(variable.state.Status);
+    colours[Write] = WriteColour(variable.write.stage);
     return colours;
 }
 
 std::string RowLine(Row const& row, Widths const& widths, Screen const& screen, RowColours const& colours) {
-    TableLine line(screen.Width, screen.Colour);
+    TableLine line(screen.width, screen.colour);
     line.Add(std::string(Indent, ' '));
     for (std::size_t column = 0; column < ColumnCount; ++column) {
         if (widths[column] == 0) {
@@ -67,27 +67,27 @@ std::string RowLine(Row const& row, Widths const& widths, Screen const& screen, 
 }
 
 std::string Headline(BlockSnapshot const& block, Screen const& screen) {
-    Colour const state = block.Cycle == 0 ? Colour::Dim : IsFault(block) ? Colour::Red : Colour::Green;
-    TableLine line(screen.Width, screen.Colour);
-    line.Add(Printable(block.Config->Name), Colour::Bold);
+    Colour const state = block.cycle == 0 ? Colour::Dim : IsFault(block) ? Colour::Red : Colour::Green;
+    TableLine line(screen.width, screen.colour);
+    line.Add(Printable(block.config->name), Colour::Bold);
     line.Add("  ");
     line.Add(StateText(block), state);
-    line.Add("  " + block.Config->Address + "  cycle " + std::to_string(block.Cycle));
+    line.Add("  " + block.config->address + "  cycle " + std::to_string(block.cycle));
     return line.Text();
 }
 
 // Lines for the log: a rule and the newest lines, at most a third of the screen.
 std::vector<std::string> LogLines(std::vector<std::string> const& log, Screen const& screen) {
     constexpr std::size_t most = 6;
-    std::size_t const count = std::min({log.size(), most, screen.Height / 3});
+    std::size_t const count = std::min({log.size(), most, screen.height / 3});
     if (count == 0) {
         return {};
     }
-    TableLine rule(screen.Width, screen.Colour);
+    TableLine rule(screen.width, screen.colour);
     rule.Add("Log", Colour::Dim);
     std::vector<std::string> lines = {rule.Text()};
     for (auto text = log.end() - static_cast<std::ptrdiff_t>(count); text != log.end(); ++text) {
-        TableLine line(screen.Width, screen.Colour);
+        TableLine line(screen.width, screen.colour);
         line.Add(Printable(*text));
         lines.push_back(line.Text());
     }
@@ -115,22 +115,22 @@ std::vector<std::string> FormatTable(std::vector<BlockSnapshot> const& blocks,
                                      long long now) {
     std::vector<Row> rows;
     for (BlockSnapshot const& block : blocks) {
-        for (VariableSnapshot const& variable : block.Variables) {
+        for (VariableSnapshot const& variable : block.variables) {
             rows.push_back(VariableRow(variable, block, now));
         }
     }
-    Widths const widths = FitColumns(rows, screen.Width);
+    Widths const widths = FitColumns(rows, screen.width);
     std::vector<std::string> lines = {RowLine(HeaderRow(), widths, screen, Plain(Colour::Bold))};
     auto row = rows.begin();
     for (BlockSnapshot const& block : blocks) {
         lines.push_back(Headline(block, screen));
-        for (VariableSnapshot const& variable : block.Variables) {
+        for (VariableSnapshot const& variable : block.variables) {
             lines.push_back(RowLine(*row++, widths, screen, ColoursOf(variable)));
         }
     }
     std::vector<std::string> const logLines = LogLines(log, screen);
-    std::size_t const height = screen.Height > 1 ? screen.Height - 1 : 1;
-    CutTo(lines, height > logLines.size() ? height - logLines.size() : 1, screen.Width);
+    std::size_t const height = screen.height > 1 ? screen.height - 1 : 1;
+    CutTo(lines, height > logLines.size() ? height - logLines.size() : 1, screen.width);
     lines.insert(lines.end(), logLines.begin(), logLines.end());
     if (lines.size() > height) {
         lines.resize(height);

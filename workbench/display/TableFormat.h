@@ -9,9 +9,9 @@
 namespace workbench {
 
 struct Screen {
-    std::size_t Width = 80;
-    std::size_t Height = 24;
-    bool Colour = false;
+    std::size_t width = 80;
+    std::size_t height = 24;
+    bool colour = false;
 };
 
 // The table of all blocks with the newest log lines below it, as lines that fit the screen: none is wider,

@@ -17,13 +17,13 @@ constexpr long long LongestPeriod = 24LL * 60 * 60 * 1000;
 
 // A field that goes to the driver as it is.
 struct DriverField {
-    enum { Peer, Device, Integer, Boolean } Kind;
-    char const* Name;
-    long long Low = 0;
-    long long High = 0;
+    enum { Peer, Device, Integer, Boolean } kind;
+    char const* name;
+    long long low = 0;
+    long long high = 0;
 };
 
-constexpr DriverField driverFields[] = {
+constexpr DriverField DriverFields[] = {
     {DriverField::Peer, "Address"},
     {DriverField::Device, "MAC"},
     {DriverField::Integer, "Timeout", 0, 65535},
@@ -36,18 +36,18 @@ constexpr DriverField driverFields[] = {
 };
 
 // Fields of the driver that name variables of a controller; here the workbench keeps those.
-constexpr char const* itemFields[] = {"FaultItemId", "ErrorTextItemId", "ExecuteItemId", "ConnectItemId",
+constexpr char const* ItemFields[] = {"FaultItemId", "ErrorTextItemId", "ExecuteItemId", "ConnectItemId",
                                       "WriteItemId"};
 
-constexpr char const* writeConditions[] = {"OnChange", "Always", "OnTrigger"};
+constexpr char const* WriteConditions[] = {"OnChange", "Always", "OnTrigger"};
 
 std::vector<std::string> const& BlockFields() {
     static std::vector<std::string> const fields = [] {
         std::vector<std::string> names = {"Name", "Task", "WriteCondition", "Vars"};
-        for (DriverField const& field : driverFields) {
-            names.emplace_back(field.Name);
+        for (DriverField const& field : DriverFields) {
+            names.emplace_back(field.name);
         }
-        names.insert(names.end(), std::begin(itemFields), std::end(itemFields));
+        names.insert(names.end(), std::begin(ItemFields), std::end(ItemFields));
         return names;
     }();
     return fields;
@@ -60,17 +60,17 @@ void RefuseMistake(char const* name, std::string const& mistake) {
 }
 
 BlockConfig::FieldValue DriverValue(FieldReader const& fields, DriverField const& field) {
-    switch (field.Kind) {
+    switch (field.kind) {
         case DriverField::Integer:
-            return fields.Integer(field.Name, field.Low, field.High);
+            return fields.Integer(field.name, field.low, field.high);
         case DriverField::Boolean:
-            return *fields.OptionalBoolean(field.Name);
+            return *fields.OptionalBoolean(field.name);
         default:
             break;
     }
-    bool const peer = field.Kind == DriverField::Peer;
-    std::string text = peer ? fields.Text(field.Name) : *fields.OptionalText(field.Name);
-    RefuseMistake(field.Name, peer ? MistakeInPeer(text) : MistakeInDeviceAddress(text));
+    bool const peer = field.kind == DriverField::Peer;
+    std::string text = peer ? fields.Text(field.name) : *fields.OptionalText(field.name);
+    RefuseMistake(field.name, peer ? MistakeInPeer(text) : MistakeInDeviceAddress(text));
     return text;
 }
 
@@ -82,11 +82,11 @@ long long WriteCondition(FieldReader const& fields) {
         return fields.Integer(name, 0, 2);
     }
     for (int i = 0; i < 3; ++i) {
-        if (*text == writeConditions[i]) {
+        if (*text == WriteConditions[i]) {
             return i;
         }
     }
-    std::vector<std::string> const names(std::begin(writeConditions), std::end(writeConditions));
+    std::vector<std::string> const names(std::begin(WriteConditions), std::end(WriteConditions));
     FieldReader::Refuse(name, Describe(value) + " is no write condition" + DidYouMean(*text, names));
 }
 
@@ -133,25 +133,25 @@ std::vector<VariableConfig> Variables(FieldReader const& fields) {
 
 BlockConfig Block(FieldReader const& fields) {
     BlockConfig block;
-    block.Name = fields.Text("Name");
-    block.Task = fields.Find("Task") ? fields.Text("Task") : "";
-    for (char const* const item : itemFields) {
+    block.name = fields.Text("Name");
+    block.task = fields.Find("Task") ? fields.Text("Task") : "";
+    for (char const* const item : ItemFields) {
         if (fields.Find(item)) {
             FieldReader::Refuse(item, "names a variable of a controller, of which there is none here");
         }
     }
-    block.Address = fields.Text("Address");
-    for (DriverField const& field : driverFields) {
-        if (fields.Find(field.Name)) {
-            block.Fields.emplace_back(field.Name, DriverValue(fields, field));
+    block.address = fields.Text("Address");
+    for (DriverField const& field : DriverFields) {
+        if (fields.Find(field.name)) {
+            block.fields.emplace_back(field.name, DriverValue(fields, field));
         }
     }
     if (fields.Find("WriteCondition")) {
         long long const condition = WriteCondition(fields);
-        block.WriteCondition = static_cast<ProtocolWriteCondition>(condition);
-        block.Fields.emplace_back("WriteCondition", condition);
+        block.writeCondition = static_cast<ProtocolWriteCondition>(condition);
+        block.fields.emplace_back("WriteCondition", condition);
     }
-    block.Variables = Variables(fields);
+    block.variables = Variables(fields);
     return block;
 }
 
@@ -161,9 +161,9 @@ TaskConfig CheckTask(LuaValue const& value) {
     return InContext("task: ", [&] {
         FieldReader const fields(value, {"Name", "Period"});
         TaskConfig task;
-        task.Name = fields.Text("Name");
-        task.Period =
-            static_cast<int>(fields.OptionalInteger("Period", 1, LongestPeriod).value_or(task.Period));
+        task.name = fields.Text("Name");
+        task.period =
+            static_cast<int>(fields.OptionalInteger("Period", 1, LongestPeriod).value_or(task.period));
         return task;
     });
 }

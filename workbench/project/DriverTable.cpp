@@ -23,31 +23,31 @@ void PushValue(lua_State* L, BlockConfig::FieldValue const& value) {
 
 void PushVariable(lua_State* L, VariableConfig const& variable) {
     lua_createtable(L, 0, 7);
-    SetInteger(L, "ReadId", variable.ReadId);
-    if (variable.Write) {
-        SetInteger(L, "WriteId", variable.WriteId);
+    SetInteger(L, "ReadId", variable.readId);
+    if (variable.write) {
+        SetInteger(L, "WriteId", variable.writeId);
     }
-    SetInteger(L, "Type", variable.Type.Type);
-    if (variable.Type.Type == OpcUaType_DataValue) {
-        SetInteger(L, "ElementType", variable.Type.ElementType);
+    SetInteger(L, "Type", variable.type.Type);
+    if (variable.type.Type == OpcUaType_DataValue) {
+        SetInteger(L, "ElementType", variable.type.ElementType);
     }
-    SetInteger(L, "ObjectType", variable.ObjectType->Code);
-    SetInteger(L, "ObjectProperties", variable.Property->Code);
-    SetInteger(L, "ObjectNumber", variable.ObjectNumber);
+    SetInteger(L, "ObjectType", variable.objectType->code);
+    SetInteger(L, "ObjectProperties", variable.property->code);
+    SetInteger(L, "ObjectNumber", variable.objectNumber);
 }
 
 }  // namespace
 
 void PushDriverTable(lua_State* L, BlockConfig const& block) {
     luaL_checkstack(L, 4, "block");
-    lua_createtable(L, 0, static_cast<int>(block.Fields.size()) + 1);
-    for (auto const& field : block.Fields) {
+    lua_createtable(L, 0, static_cast<int>(block.fields.size()) + 1);
+    for (auto const& field : block.fields) {
         PushValue(L, field.second);
         lua_setfield(L, -2, field.first.c_str());
     }
-    lua_createtable(L, static_cast<int>(block.Variables.size()), 0);
+    lua_createtable(L, static_cast<int>(block.variables.size()), 0);
     lua_Integer place = 0;
-    for (VariableConfig const& variable : block.Variables) {
+    for (VariableConfig const& variable : block.variables) {
         PushVariable(L, variable);
         lua_rawseti(L, -2, ++place);
     }

@@ -95,7 +95,7 @@ struct Description {
         return "\"" + Printable(whole ? value : value.substr(0, LongestShown) + "...") + "\"";
     }
     std::string operator()(LuaTable const&) const { return "a table"; }
-    std::string operator()(LuaValue::Other const& value) const { return std::string("a ") + value.TypeName; }
+    std::string operator()(LuaValue::Other const& value) const { return std::string("a ") + value.typeName; }
 };
 
 }  // namespace
@@ -111,7 +111,7 @@ LuaValue CopyValue(lua_State* L, int index, int depth, std::size_t& room) {
 }
 
 std::string Describe(LuaValue const& value) {
-    return std::visit(Description(), value.Value);
+    return std::visit(Description(), value.value);
 }
 
 }  // namespace workbench

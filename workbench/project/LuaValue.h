@@ -20,14 +20,14 @@ using LuaTable = std::vector<std::pair<LuaValue, LuaValue>>;
 struct LuaValue {
     // Something that is no data: a function, a userdata, a table below the depth that was asked for.
     struct Other {
-        char const* TypeName;
+        char const* typeName;
     };
 
-    std::variant<std::monostate, bool, long long, double, std::string, LuaTable, Other> Value;
+    std::variant<std::monostate, bool, long long, double, std::string, LuaTable, Other> value;
 
     template <typename T>
     T const* As() const {
-        return std::get_if<T>(&Value);
+        return std::get_if<T>(&value);
     }
 };
 

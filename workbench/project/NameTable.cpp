@@ -8,7 +8,7 @@ namespace workbench {
 
 namespace {
 
-constexpr NameRow objectTypeRows[] = {
+constexpr NameRow ObjectTypeRows[] = {
     {0, 23, "accumulator"},
     {1, 0, "analog-input"},
     {2, 1, "analog-output"},
@@ -34,7 +34,7 @@ constexpr NameRow objectTypeRows[] = {
     {22, 17, "schedule"},
 };
 
-constexpr NameRow propertyRows[] = {
+constexpr NameRow PropertyRows[] = {
     {0, 85, "present-value"},
     {1, 108, "setpoint"},
     {2, 40, "feedback-value"},
@@ -88,32 +88,32 @@ std::string Normalised(std::string_view name) {
 }  // namespace
 
 NameRow const* NameTable::FindName(std::string_view name) const {
-    std::string const wanted = Normalised(name);
+    std::string const normalised = Normalised(name);
     auto const row =
-        std::find_if(begin(), end(), [&](NameRow const& r) { return Normalised(r.Name) == wanted; });
+        std::find_if(begin(), end(), [&](NameRow const& r) { return Normalised(r.name) == normalised; });
     return row == end() ? nullptr : row;
 }
 
 NameRow const* NameTable::FindCode(long long code) const {
-    auto const row = std::find_if(begin(), end(), [&](NameRow const& r) { return r.Code == code; });
+    auto const row = std::find_if(begin(), end(), [&](NameRow const& r) { return r.code == code; });
     return row == end() ? nullptr : row;
 }
 
 std::vector<std::string> NameTable::Names() const {
     std::vector<std::string> names;
     for (NameRow const& row : *this) {
-        names.emplace_back(row.Name);
+        names.emplace_back(row.name);
     }
     return names;
 }
 
 NameTable const& ObjectTypes() {
-    static constexpr NameTable table(objectTypeRows, std::size(objectTypeRows));
+    static constexpr NameTable table(ObjectTypeRows, std::size(ObjectTypeRows));
     return table;
 }
 
 NameTable const& Properties() {
-    static constexpr NameTable table(propertyRows, std::size(propertyRows));
+    static constexpr NameTable table(PropertyRows, std::size(PropertyRows));
     return table;
 }
 

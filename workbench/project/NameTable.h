@@ -10,9 +10,9 @@ namespace workbench {
 // One object type or property: the number that the driver is configured with, BACnet's own number, and the
 // name that ASHRAE 135 gives it in its productions.
 struct NameRow {
-    int Code;
-    int BacnetNumber;
-    char const* Name;
+    int code;
+    int bacnetNumber;
+    char const* name;
 };
 
 // The names of one kind, ordered by code. The rows are constants of the program.

@@ -3,10 +3,10 @@
 namespace workbench {
 
 std::string Prefix(Place const& place) {
-    if (place.File.empty()) {
+    if (place.file.empty()) {
         return {};
     }
-    return place.File + (place.Line > 0 ? ":" + std::to_string(place.Line) : "") + ": ";
+    return place.file + (place.line > 0 ? ":" + std::to_string(place.line) : "") + ": ";
 }
 
 }  // namespace workbench

@@ -13,39 +13,39 @@ namespace workbench {
 
 // Where a script stands, for messages: line 0 when it is not known.
 struct Place {
-    std::string File;
-    int Line = 0;
+    std::string file;
+    int line = 0;
 };
 
 struct TaskConfig {
-    std::string Name;
-    int Period = 1000;  // milliseconds
+    std::string name;
+    int period = 1000;  // milliseconds
 };
 
 struct VariableConfig {
-    std::string Name;
-    OpcUa_BuiltInTypeHlp Type;
-    NameRow const* ObjectType = nullptr;
-    NameRow const* Property = nullptr;
-    int ObjectNumber = 0;
-    long long ReadId = 0;   // the variable in the runtime's store
-    long long WriteId = 0;  // the one whose value goes to the device; 0 without Write
-    bool Write = false;
+    std::string name;
+    OpcUa_BuiltInTypeHlp type;
+    NameRow const* objectType = nullptr;
+    NameRow const* property = nullptr;
+    int objectNumber = 0;
+    long long readId = 0;   // the variable in the runtime's store
+    long long writeId = 0;  // the one whose value goes to the device; 0 without Write
+    bool write = false;
 };
 
 // One block of a project, checked.
 struct BlockConfig {
     using FieldValue = std::variant<long long, bool, std::string>;
 
-    std::string Name;
-    std::string Task;  // empty: the project's first task
-    std::string Address;
-    std::vector<std::pair<std::string, FieldValue>> Fields;  // what the driver is given, Vars aside
-    std::vector<VariableConfig> Variables;
-    ProtocolWriteCondition WriteCondition = ProtocolWriteCondition::OnChange;
-    long long WriteItemId = 0;  // the trigger, with OnTrigger and a variable to write
-    Place Where;
-    ScadaProtocol* Protocol = nullptr;  // the driver's object, owned by the Lua state
+    std::string name;
+    std::string task;  // empty: the project's first task
+    std::string address;
+    std::vector<std::pair<std::string, FieldValue>> fields;  // what the driver is given, Vars aside
+    std::vector<VariableConfig> variables;
+    ProtocolWriteCondition writeCondition = ProtocolWriteCondition::OnChange;
+    long long writeItemId = 0;  // the trigger, with OnTrigger and a variable to write
+    Place where;
+    ScadaProtocol* protocol = nullptr;  // the driver's object, owned by the Lua state
 };
 
 // "file:line: ", "file: " without a line, "" without a file.

@@ -186,11 +186,11 @@ BlockConfig const* ScriptBinding::AcceptBlock(lua_State* L) {
         Place place = ScriptState::CurrentPlace(L);
         try {
             BlockConfig block = CheckBlock(CopyValue(L, 1, BlockDepth, room));
-            block.Where = place;
+            block.where = place;
             accepted = &receiver.AddBlock(std::move(block));
         } catch (ProjectError const& reason) {
             if (!reason.Variable().empty()) {
-                place.Line = receiver.LineOfVariable(place, reason.Variable(), reason.Occurrence());
+                place.line = receiver.LineOfVariable(place, reason.Variable(), reason.Occurrence());
             }
             throw ProjectError(Prefix(place) + reason.what());
         } catch (std::exception const& reason) {

@@ -10,7 +10,7 @@ namespace {
 
 constexpr int InstructionsPerCheck = 10000;
 
-constexpr char prelude[] = R"(
+constexpr char Prelude[] = R"(
 local load, loadfile, error, tostring, pack = load, loadfile, error, tostring, table.pack
 local stderr, concat = io.stderr, table.concat
 function _G.load(chunk, name, _, ...) return load(chunk, name, "t", ...) end
@@ -57,7 +57,7 @@ int ScriptState::OpenLibraries(lua_State* L) {
         luaL_requiref(L, library.name, library.func, 1);
         lua_pop(L, 1);
     }
-    if (luaL_loadbufferx(L, prelude, sizeof prelude - 1, "=prelude", "t") != LUA_OK) {
+    if (luaL_loadbufferx(L, Prelude, sizeof Prelude - 1, "=prelude", "t") != LUA_OK) {
         return lua_error(L);
     }
     lua_call(L, 0, 0);
@@ -87,7 +87,7 @@ void* ScriptState::Allocate(void* self, void* block, std::size_t oldSize, std::s
         state.used -= before;
         return nullptr;
     }
-    if (newSize > before && newSize - before > state.limits.Memory - state.used) {
+    if (newSize > before && newSize - before > state.limits.memory - state.used) {
         return nullptr;
     }
     void* const moved = std::realloc(block, newSize);
@@ -107,13 +107,13 @@ void ScriptState::CheckClock(lua_State* L, lua_Debug*) {
     lua_sethook(L, CheckClock, LUA_MASKCOUNT, 1);
     luaL_where(L, 0);
     lua_pushfstring(L, "the project runs for more than %d ms and does not end",
-                    static_cast<int>(state.limits.Time.count()));
+                    static_cast<int>(state.limits.time.count()));
     lua_concat(L, 2);
     lua_error(L);
 }
 
 void ScriptState::StartClock() {
-    deadline = std::chrono::steady_clock::now() + limits.Time;
+    deadline = std::chrono::steady_clock::now() + limits.time;
     lua_sethook(L, CheckClock, LUA_MASKCOUNT, InstructionsPerCheck);
 }
 

@@ -12,8 +12,8 @@ struct lua_State;
 namespace workbench {
 
 struct ScriptLimits {
-    std::chrono::milliseconds Time{5000};
-    std::size_t Memory = std::size_t{256} << 20;  // octets
+    std::chrono::milliseconds time{5000};
+    std::size_t memory = std::size_t{256} << 20;  // octets
 };
 
 // A Lua state with the ordinary libraries for a project. Its memory is limited all its life, its time from

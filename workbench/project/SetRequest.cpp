@@ -14,14 +14,14 @@ namespace workbench {
 namespace {
 
 struct Found {
-    BlockConfig const* Block = nullptr;
-    VariableConfig const* Variable = nullptr;
+    BlockConfig const* block = nullptr;
+    VariableConfig const* variable = nullptr;
 };
 
 template <typename Predicate>
 Found FindVariable(std::deque<BlockConfig> const& blocks, Predicate predicate) {
     for (BlockConfig const& block : blocks) {
-        for (VariableConfig const& variable : block.Variables) {
+        for (VariableConfig const& variable : block.variables) {
             if (predicate(block, variable)) {
                 return {&block, &variable};
             }
@@ -34,7 +34,7 @@ template <typename Predicate>
 std::vector<std::string> NamesIf(std::deque<BlockConfig> const& blocks, Predicate predicate) {
     std::vector<std::string> names;
     for (BlockConfig const& block : blocks) {
-        for (VariableConfig const& variable : block.Variables) {
+        for (VariableConfig const& variable : block.variables) {
             if (predicate(variable)) {
                 names.push_back(FullName(block, variable));
             }
@@ -44,7 +44,7 @@ std::vector<std::string> NamesIf(std::deque<BlockConfig> const& blocks, Predicat
 }
 
 // What the driver writes under its own number: BACnet's numbers of object type and property.
-constexpr std::pair<int, int> ownProperties[] = {{12, 93}, {12, 49}, {12, 26}, {17, 123}, {17, 38}};
+constexpr std::pair<int, int> OwnProperties[] = {{12, 93}, {12, 49}, {12, 26}, {17, 123}, {17, 38}};
 constexpr int PresentValue = 85;
 
 Found FindFullName(std::deque<BlockConfig> const& blocks, std::string const& name) {
@@ -55,9 +55,9 @@ Found FindFullName(std::deque<BlockConfig> const& blocks, std::string const& nam
 
 std::string NameSuggestion(std::deque<BlockConfig> const& blocks, std::string const& name) {
     Found const bare = FindVariable(
-        blocks, [&](BlockConfig const&, VariableConfig const& variable) { return variable.Name == name; });
-    if (bare.Variable) {
-        return Suggest(FullName(*bare.Block, *bare.Variable));
+        blocks, [&](BlockConfig const&, VariableConfig const& variable) { return variable.name == name; });
+    if (bare.variable) {
+        return Suggest(FullName(*bare.block, *bare.variable));
     }
     std::string const suggestion = DidYouMean(name, WritableNames(blocks));
     return suggestion.empty() ? DidYouMean(name, NamesIf(blocks, [](auto const&) { return true; }))
@@ -121,35 +121,35 @@ std::string Trimmed(std::string_view text) {
 }  // namespace
 
 _OpcUa_BuiltInType ValueType(VariableConfig const& variable) {
-    return variable.Type.Type == OpcUaType_DataValue ? variable.Type.ElementType : variable.Type.Type;
+    return variable.type.Type == OpcUaType_DataValue ? variable.type.ElementType : variable.type.Type;
 }
 
 std::string FullName(BlockConfig const& block, VariableConfig const& variable) {
-    return block.Name + "." + variable.Name;
+    return block.name + "." + variable.name;
 }
 
 std::vector<std::string> WritableNames(std::deque<BlockConfig> const& blocks) {
-    return NamesIf(blocks, [](VariableConfig const& variable) { return variable.Write; });
+    return NamesIf(blocks, [](VariableConfig const& variable) { return variable.write; });
 }
 
 bool IsWrittenItself(VariableConfig const& variable) {
-    std::pair<int, int> const own(variable.ObjectType->BacnetNumber, variable.Property->BacnetNumber);
+    std::pair<int, int> const own(variable.objectType->bacnetNumber, variable.property->bacnetNumber);
     return own.second == PresentValue ||
-           std::find(std::begin(ownProperties), std::end(ownProperties), own) != std::end(ownProperties);
+           std::find(std::begin(OwnProperties), std::end(OwnProperties), own) != std::end(OwnProperties);
 }
 
 SetRequest MakeSetRequest(std::deque<BlockConfig> const& blocks, std::string const& name,
                           std::string const& text) {
     Found const found = FindFullName(blocks, name);
-    if (!found.Variable) {
+    if (!found.variable) {
         throw ProjectError(Describe({name}) + " is no variable" + NameSuggestion(blocks, name));
     }
-    if (!found.Variable->Write) {
+    if (!found.variable->write) {
         throw ProjectError(Describe({name}) + " is only read; the project needs Write = true for it");
     }
-    SetRequest request{found.Block, found.Variable, {}};
-    _OpcUa_BuiltInType const type = ValueType(*found.Variable);
-    if (!IsOfType(text, type, request.Value)) {
+    SetRequest request{found.block, found.variable, {}};
+    _OpcUa_BuiltInType const type = ValueType(*found.variable);
+    if (!IsOfType(text, type, request.value)) {
         throw ProjectError(Describe({name}) + ": " + Describe({text}) + " is no " + TypeName(type) +
                            ", which is " + Example(type) + ValueSuggestion(text, type));
     }
@@ -164,7 +164,7 @@ SetRequest ReadAssignment(std::deque<BlockConfig> const& blocks, std::string_vie
     std::size_t equals = first;
     for (std::size_t place = first; place != std::string_view::npos;
          place = assignment.find('=', place + 1)) {
-        if (FindFullName(blocks, Trimmed(assignment.substr(0, place))).Variable) {
+        if (FindFullName(blocks, Trimmed(assignment.substr(0, place))).variable) {
             equals = place;
             break;
         }

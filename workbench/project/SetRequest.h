@@ -12,9 +12,9 @@ namespace workbench {
 
 // A value that the user wants in a variable of the device, checked.
 struct SetRequest {
-    BlockConfig const* Block;
-    VariableConfig const* Variable;
-    OpcUa_VariantHlp Value;  // of the variable's type; of the element's for a DataValue
+    BlockConfig const* block;
+    VariableConfig const* variable;
+    OpcUa_VariantHlp value;  // of the variable's type; of the element's for a DataValue
 };
 
 _OpcUa_BuiltInType ValueType(VariableConfig const& variable);

@@ -48,14 +48,14 @@ std::string Nearest(std::string_view text, std::vector<std::string> const& candi
     if (text.size() > LongestName) {
         return {};
     }
-    std::string const wanted = Lower(text);
+    std::string const lowered = Lower(text);
     std::string nearest;
     std::size_t best = std::max<std::size_t>(1, text.size() / 3) + 1;
     for (std::string const& candidate : candidates) {
         if (candidate.size() > LongestName) {
             continue;
         }
-        std::size_t const distance = Distance(wanted, Lower(candidate));
+        std::size_t const distance = Distance(lowered, Lower(candidate));
         if (distance < best && distance < candidate.size()) {
             best = distance;
             nearest = candidate;

@@ -60,12 +60,12 @@ OpcUa_BuiltInTypeHlp FullType(FieldReader const& fields) {
 VariableConfig CheckVariable(LuaValue const& value) {
     FieldReader const fields(value, VariableFields());
     VariableConfig variable;
-    variable.Name = fields.Text("Name");
-    variable.Type = FullType(fields);
-    variable.ObjectType = fields.Name("ObjectType", ObjectTypes(), "object type");
-    variable.Property = fields.Name("ObjectProperties", Properties(), "property");
-    variable.ObjectNumber = static_cast<int>(fields.Integer("ObjectNumber", 0, LargestInstance));
-    variable.Write = fields.OptionalBoolean("Write").value_or(false);
+    variable.name = fields.Text("Name");
+    variable.type = FullType(fields);
+    variable.objectType = fields.Name("ObjectType", ObjectTypes(), "object type");
+    variable.property = fields.Name("ObjectProperties", Properties(), "property");
+    variable.objectNumber = static_cast<int>(fields.Integer("ObjectNumber", 0, LargestInstance));
+    variable.write = fields.OptionalBoolean("Write").value_or(false);
     return variable;
 }
 

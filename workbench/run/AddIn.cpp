@@ -9,7 +9,7 @@ namespace workbench {
 
 namespace {
 
-constexpr char addInName[] = "dorvel_bacnet.so";
+constexpr char AddInName[] = "dorvel_bacnet.so";
 
 // dlopen searches the system's folders for a name without a slash; here a name means a file.
 std::string AsPath(std::string const& file) {
@@ -39,7 +39,7 @@ std::string DefaultAddIn() {
     ssize_t const length = readlink("/proc/self/exe", path, sizeof path);
     std::string const program(path, length > 0 ? static_cast<std::size_t>(length) : 0);
     std::size_t const slash = program.rfind('/');
-    return (slash == std::string::npos ? std::string() : program.substr(0, slash + 1)) + addInName;
+    return (slash == std::string::npos ? std::string() : program.substr(0, slash + 1)) + AddInName;
 }
 
 }  // namespace workbench

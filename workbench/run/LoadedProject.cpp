@@ -45,7 +45,7 @@ LoadedProject::LoadedProject(std::string projectPath, std::map<std::string, std:
       script(std::make_unique<ScriptState>(limits)),
       runtime(std::make_unique<dorvel::Runtime>(script->Get())) {
     for (auto const& value : paramValues) {
-        params[value.first].Text = value.second;
+        params[value.first].text = value.second;
     }
     try {
         runtime->OpenLibraries();
@@ -60,7 +60,7 @@ LoadedProject::LoadedProject(std::string projectPath, std::map<std::string, std:
 LoadedProject::~LoadedProject() {
     runtime.reset();
     try {
-        Watchdog const watchdog(limits.Time + Grace, [this] { EndProcess("a finalizer does not end"); });
+        Watchdog const watchdog(limits.time + Grace, [this] { EndProcess("a finalizer does not end"); });
         script.reset();
     } catch (std::exception const&) {
         // There is no memory or no thread for a watchdog: the state is closed all the same, by its owner.
@@ -81,7 +81,7 @@ void LoadedProject::Load(SourceText projectSource) {
     CheckSets();
     isLoaded = true;
     for (TaskConfig const& task : tasks) {
-        runtime->AddTask(task.Name, std::chrono::milliseconds(task.Period));
+        runtime->AddTask(task.name, std::chrono::milliseconds(task.period));
     }
     for (BlockConfig const& block : blocks) {
         StartBlock(block);
@@ -89,8 +89,8 @@ void LoadedProject::Load(SourceText projectSource) {
 }
 
 void LoadedProject::RunScript() {
-    Watchdog const watchdog(limits.Time + Grace, [this] { EndProcess("it does not end"); });
-    binding.GiveRoom(limits.Memory);
+    Watchdog const watchdog(limits.time + Grace, [this] { EndProcess("it does not end"); });
+    binding.GiveRoom(limits.memory);
     script->StartClock();
     std::string const mistake = script->Run(source.Text(), "@" + path);
     script->StopClock();
@@ -108,8 +108,8 @@ void LoadedProject::EndProcess(char const* reason) const {
 
 void LoadedProject::AddTask(TaskConfig task) {
     for (TaskConfig const& other : tasks) {
-        if (other.Name == task.Name) {
-            throw ProjectError("task " + Quoted(task.Name) + ": there is another one of that name");
+        if (other.name == task.name) {
+            throw ProjectError("task " + Quoted(task.name) + ": there is another one of that name");
         }
     }
     tasks.push_back(std::move(task));
@@ -118,8 +118,8 @@ void LoadedProject::AddTask(TaskConfig task) {
 BlockConfig const& LoadedProject::AddBlock(BlockConfig block) {
     DropUnmadeBlocks();
     for (BlockConfig const& other : blocks) {
-        if (other.Name == block.Name) {
-            throw ProjectError("block " + Quoted(block.Name) + ": there is another one of that name");
+        if (other.name == block.name) {
+            throw ProjectError("block " + Quoted(block.name) + ": there is another one of that name");
         }
     }
     DeclareVariables(block);
@@ -129,7 +129,7 @@ BlockConfig const& LoadedProject::AddBlock(BlockConfig block) {
 
 // A script may go on after a Lua error that the driver raised.
 void LoadedProject::DropUnmadeBlocks() {
-    while (!blocks.empty() && !blocks.back().Protocol) {
+    while (!blocks.empty() && !blocks.back().protocol) {
         blocks.pop_back();
     }
 }
@@ -137,17 +137,17 @@ void LoadedProject::DropUnmadeBlocks() {
 void LoadedProject::DeclareVariables(BlockConfig& block) {
     VariableStore& store = runtime->Variables();
     bool writes = false;
-    for (VariableConfig& variable : block.Variables) {
+    for (VariableConfig& variable : block.variables) {
         std::string const name = FullName(block, variable);
-        variable.ReadId = store.Declare(name, variable.Type);
-        if (variable.Write) {
-            variable.WriteId = store.Declare(name + " (to write)", variable.Type);
+        variable.readId = store.Declare(name, variable.type);
+        if (variable.write) {
+            variable.writeId = store.Declare(name + " (to write)", variable.type);
             writes = true;
         }
     }
-    if (writes && block.WriteCondition == ProtocolWriteCondition::OnTrigger) {
-        block.WriteItemId = store.Declare(block.Name + " (write trigger)", OpcUaType_Boolean);
-        block.Fields.emplace_back("WriteItemId", block.WriteItemId);
+    if (writes && block.writeCondition == ProtocolWriteCondition::OnTrigger) {
+        block.writeItemId = store.Declare(block.name + " (write trigger)", OpcUaType_Boolean);
+        block.fields.emplace_back("WriteItemId", block.writeItemId);
     }
 }
 
@@ -155,9 +155,9 @@ bool LoadedProject::BlockMade() {
     std::vector<ScadaProtocol*> const made = runtime->Blocks();
     bool const isNew = !made.empty() &&
                        std::none_of(blocks.begin(), blocks.end(),
-                                    [&](BlockConfig const& block) { return block.Protocol == made.back(); });
+                                    [&](BlockConfig const& block) { return block.protocol == made.back(); });
     if (isNew) {
-        blocks.back().Protocol = made.back();
+        blocks.back().protocol = made.back();
     }
     return isNew;
 }
@@ -165,8 +165,8 @@ bool LoadedProject::BlockMade() {
 std::string const* LoadedProject::Param(char const* name) {
     for (auto& param : params) {
         if (param.first == name) {
-            param.second.Asked = true;
-            return &param.second.Text;
+            param.second.isRead = true;
+            return &param.second.text;
         }
     }
     return nullptr;
@@ -175,7 +175,7 @@ std::string const* LoadedProject::Param(char const* name) {
 std::vector<std::string> LoadedProject::UnusedParams() const {
     std::vector<std::string> names;
     for (auto const& param : params) {
-        if (!param.second.Asked) {
+        if (!param.second.isRead) {
             names.push_back(param.first);
         }
     }
@@ -192,8 +192,8 @@ void LoadedProject::SetVariable(std::string const& name, std::string const& text
 
 void LoadedProject::CheckSets() {
     for (NamedSet const& set : namedSets) {
-        sets.push_back(InContext(Prefix(set.Where) + "Set: ",
-                                 [&] { return MakeSetRequest(blocks, set.Name, set.Text); }));
+        sets.push_back(InContext(Prefix(set.where) + "Set: ",
+                                 [&] { return MakeSetRequest(blocks, set.name, set.text); }));
     }
 }
 
@@ -208,16 +208,16 @@ void LoadedProject::CallAfter(double seconds, int reference) {
 void LoadedProject::CallDue() {
     long long const now = dorvel::Environment().Now();
     auto const due = std::stable_partition(timers.begin(), timers.end(),
-                                           [=](Timer const& timer) { return timer.Time > now; });
+                                           [=](Timer const& timer) { return timer.time > now; });
     std::vector<Timer> calls(due, timers.end());
     timers.erase(due, timers.end());
     std::stable_sort(calls.begin(), calls.end(),
-                     [](Timer const& left, Timer const& right) { return left.Time < right.Time; });
+                     [](Timer const& left, Timer const& right) { return left.time < right.time; });
     for (Timer const& call : calls) {
-        Watchdog const watchdog(limits.Time + Grace, [this] { EndProcess("it does not end"); });
-        binding.GiveRoom(limits.Memory);
+        Watchdog const watchdog(limits.time + Grace, [this] { EndProcess("it does not end"); });
+        binding.GiveRoom(limits.memory);
         script->StartClock();
-        std::string const mistake = script->Call(call.Reference);
+        std::string const mistake = script->Call(call.reference);
         script->StopClock();
         if (!mistake.empty()) {
             logMsgLn(mistake.c_str());
@@ -226,29 +226,29 @@ void LoadedProject::CallDue() {
 }
 
 int LoadedProject::LineOfVariable(Place const& block, std::string const& name, int occurrence) const {
-    return block.File == shortPath ? source.LineOfVariable(block.Line, name, occurrence) : block.Line;
+    return block.file == shortPath ? source.LineOfVariable(block.line, name, occurrence) : block.line;
 }
 
 void LoadedProject::CheckTasks() {
     std::vector<std::string> names;
     for (TaskConfig const& task : tasks) {
-        names.push_back(task.Name);
+        names.push_back(task.name);
     }
     for (BlockConfig const& block : blocks) {
-        if (!block.Task.empty() && std::find(names.begin(), names.end(), block.Task) == names.end()) {
-            throw ProjectError(Prefix(block.Where) + "block " + Quoted(block.Name) + ": field \"Task\": " +
-                               Quoted(block.Task) + " is no task" + DidYouMean(block.Task, names));
+        if (!block.task.empty() && std::find(names.begin(), names.end(), block.task) == names.end()) {
+            throw ProjectError(Prefix(block.where) + "block " + Quoted(block.name) + ": field \"Task\": " +
+                               Quoted(block.task) + " is no task" + DidYouMean(block.task, names));
         }
     }
 }
 
 void LoadedProject::StartBlock(BlockConfig const& block) {
-    std::string const task = block.Task.empty() ? tasks.front().Name : block.Task;
+    std::string const task = block.task.empty() ? tasks.front().name : block.task;
     try {
-        runtime->Assign(*block.Protocol, *runtime->FindTask(task));
-        runtime->InitBlock(*block.Protocol);
+        runtime->Assign(*block.protocol, *runtime->FindTask(task));
+        runtime->InitBlock(*block.protocol);
     } catch (std::exception const& reason) {
-        throw ProjectError(Prefix(block.Where) + "block " + Quoted(block.Name) + ": " +
+        throw ProjectError(Prefix(block.where) + "block " + Quoted(block.name) + ": " +
                            Printable(reason.what()));
     }
 }

@@ -46,19 +46,19 @@ public:
 
 private:
     struct ParamValue {
-        std::string Text;
-        bool Asked = false;
+        std::string text;
+        bool isRead = false;
     };
 
     struct NamedSet {
-        std::string Name;
-        std::string Text;
-        Place Where;
+        std::string name;
+        std::string text;
+        Place where;
     };
 
     struct Timer {
-        long long Time;  // a file time
-        int Reference;
+        long long time;  // a file time
+        int reference;
     };
 
     void AddTask(TaskConfig task) override;

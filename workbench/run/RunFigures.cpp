@@ -14,8 +14,8 @@ namespace {
 // The driver asks for all properties of one object together.
 unsigned long long ObjectCount(BlockConfig const& block) {
     std::set<std::pair<int, int>> objects;
-    for (VariableConfig const& variable : block.Variables) {
-        objects.emplace(variable.ObjectType->Code, variable.ObjectNumber);
+    for (VariableConfig const& variable : block.variables) {
+        objects.emplace(variable.objectType->code, variable.objectNumber);
     }
     return objects.size();
 }
@@ -40,16 +40,16 @@ std::string RoundTripLine(RoundTrips const& trips) {
 
 void RunFigures::Count(BlockSnapshot const& block) {
     bool const fault = IsFault(block);
-    unsigned long long const polled = fault ? 0 : ObjectCount(*block.Config);
+    unsigned long long const polled = fault ? 0 : ObjectCount(*block.config);
     std::lock_guard<std::mutex> const lock(mutex);
     ++cycles;
     faults += fault ? 1 : 0;
     objects += polled;
-    inFault[block.Config] = fault;
-    for (VariableSnapshot const& variable : block.Variables) {
-        if (variable.Write.Stage != WriteStage::None) {
-            writes[FullName(*block.Config, *variable.Config)] =
-                WriteText(variable.Write, block.LocalDiff, true);
+    inFault[block.config] = fault;
+    for (VariableSnapshot const& variable : block.variables) {
+        if (variable.write.stage != WriteStage::None) {
+            writes[FullName(*block.config, *variable.config)] =
+                WriteText(variable.write, block.localDiff, true);
         }
     }
 }
@@ -61,10 +61,11 @@ bool RunFigures::AnyFault() const {
 
 std::string RunFigures::Summary(TrafficFigures const& traffic) const {
     std::lock_guard<std::mutex> const lock(mutex);
-    std::string text = Line("cycles", cycles, "") + Line("faults", faults, "  (cycles of a block that ended in fault)") +
-           Line("objects polled", objects, "  (in cycles without fault)") +
-           Line("requests", traffic.Requests, "") + Line("answers", traffic.Answers, "") +
-           RoundTripLine(traffic.Trips);
+    std::string text = Line("cycles", cycles, "") +
+                       Line("faults", faults, "  (cycles of a block that ended in fault)") +
+                       Line("objects polled", objects, "  (in cycles without fault)") +
+                       Line("requests", traffic.requests, "") + Line("answers", traffic.answers, "") +
+                       RoundTripLine(traffic.trips);
     for (auto const& [name, fate] : writes) {
         text += Printable(name) + " = " + fate + "\n";
     }

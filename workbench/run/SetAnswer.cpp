@@ -7,10 +7,10 @@
 namespace workbench {
 
 std::string AnswerText(SetAnswer const& answer, long long localDiff) {
-    if (!answer.Mistake.empty()) {
-        return answer.Mistake;
+    if (!answer.mistake.empty()) {
+        return answer.mistake;
     }
-    return Printable(answer.Asked) + " = " + ValueText(answer.Value, localDiff) + ": " +
+    return Printable(answer.target) + " = " + ValueText(answer.value, localDiff) + ": " +
            StageName(WriteStage::Pending);
 }
 

@@ -8,9 +8,9 @@ namespace workbench {
 
 // What the user is told at once about a value to be set.
 struct SetAnswer {
-    std::string Asked;       // "Block.Variable", or the line that was not understood
-    OpcUa_VariantHlp Value;  // null with a mistake
-    std::string Mistake;     // empty: the value is on its way
+    std::string target;      // "Block.Variable", or the line that was not understood
+    OpcUa_VariantHlp value;  // null with a mistake
+    std::string mistake;     // empty: the value is on its way
 };
 
 // "AHU.Setpoint = 21.5: pending", or the mistake.

@@ -12,14 +12,14 @@ namespace workbench {
 namespace {
 
 constexpr int ExitKilled = 130;
-constexpr int handled[] = {SIGINT, SIGTERM, SIGHUP, SIGWINCH, SIGTSTP};
+constexpr int Handled[] = {SIGINT, SIGTERM, SIGHUP, SIGWINCH, SIGTSTP};
 
 // Lock-free, so that handlers may use them.
 std::atomic<bool> stopping{false};
 std::atomic<bool> resized{false};
 std::atomic<bool> suspends{false};
 void (*emergency)() = nullptr;
-struct sigaction before[std::size(handled)];
+struct sigaction before[std::size(Handled)];
 
 void Handle(int number) {
     if (number == SIGWINCH) {
@@ -42,19 +42,19 @@ Signals::Signals(void (*emergencyFunction)()) {
     struct sigaction action {};
     action.sa_handler = Handle;
     action.sa_flags = SA_RESTART;
-    for (std::size_t i = 0; i < std::size(handled); ++i) {
-        sigaction(handled[i], &action, &before[i]);
+    for (std::size_t i = 0; i < std::size(Handled); ++i) {
+        sigaction(Handled[i], &action, &before[i]);
     }
 }
 
 Signals::~Signals() {
-    for (std::size_t i = 0; i < std::size(handled); ++i) {
-        sigaction(handled[i], &before[i], nullptr);
+    for (std::size_t i = 0; i < std::size(Handled); ++i) {
+        sigaction(Handled[i], &before[i], nullptr);
     }
     emergency = nullptr;
 }
 
-bool Signals::StopAsked() const {
+bool Signals::IsStopRequested() const {
     return stopping;
 }
 
@@ -62,7 +62,7 @@ bool Signals::TakeResized() {
     return resized.exchange(false);
 }
 
-bool Signals::TakeSuspendAsked() {
+bool Signals::TakeSuspendRequest() {
     return suspends.exchange(false);
 }
 

@@ -14,11 +14,11 @@ public:
     ~Signals();
 
     // SIGINT, SIGTERM or SIGHUP has come.
-    bool StopAsked() const;
+    bool IsStopRequested() const;
     // True once for every change of the window (SIGWINCH).
     bool TakeResized();
     // True once for every SIGTSTP; the process is to be suspended with Suspend.
-    bool TakeSuspendAsked();
+    bool TakeSuspendRequest();
     static void Suspend();
 };
 

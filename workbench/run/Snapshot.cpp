@@ -12,48 +12,48 @@ namespace {
 
 void TakeFaultState(LuaObjState const& state, BlockSnapshot& block) {
     std::lock_guard<std::mutex> const lock(state.Mutex);
-    block.Told = state.Finished;
-    block.Fault = state.Fault;
-    block.ErrorText = state.ErrorText;
+    block.isReported = state.Finished;
+    block.fault = state.Fault;
+    block.errorText = state.ErrorText;
 }
 
 }  // namespace
 
 BlockSnapshot TakeSnapshot(BlockConfig const& block, unsigned long long cycle, VariableStore const& store) {
     BlockSnapshot snapshot;
-    snapshot.Config = &block;
-    snapshot.Cycle = cycle;
-    snapshot.Time = dorvel::Environment().Now();
-    snapshot.LocalDiff = dorvel::Environment().LocalTimeDiff();
-    TakeFaultState(block.Protocol->State(), snapshot);
-    snapshot.Variables.reserve(block.Variables.size());
-    for (VariableConfig const& variable : block.Variables) {
-        snapshot.Variables.push_back({&variable, {}});
-        store.Read(variable.ReadId, "", snapshot.Variables.back().State);
+    snapshot.config = &block;
+    snapshot.cycle = cycle;
+    snapshot.time = dorvel::Environment().Now();
+    snapshot.localDiff = dorvel::Environment().LocalTimeDiff();
+    TakeFaultState(block.protocol->State(), snapshot);
+    snapshot.variables.reserve(block.variables.size());
+    for (VariableConfig const& variable : block.variables) {
+        snapshot.variables.push_back({&variable, {}});
+        store.Read(variable.readId, "", snapshot.variables.back().state);
     }
     return snapshot;
 }
 
 bool IsFault(BlockSnapshot const& block) {
-    return block.Cycle > 0 && (!block.Told || block.Fault);
+    return block.cycle > 0 && (!block.isReported || block.fault);
 }
 
 std::string FaultText(BlockSnapshot const& block) {
     if (!IsFault(block)) {
         return {};
     }
-    return block.Told ? block.ErrorText : "not polled";
+    return block.isReported ? block.errorText : "not polled";
 }
 
 std::string StateText(BlockSnapshot const& block) {
-    if (block.Cycle == 0) {
+    if (block.cycle == 0) {
         return "waiting";
     }
     return IsFault(block) ? "FAULT " + Printable(FaultText(block)) : "OK";
 }
 
 std::string ObjectText(VariableConfig const& variable) {
-    return std::string(variable.ObjectType->Name) + " " + std::to_string(variable.ObjectNumber);
+    return std::string(variable.objectType->name) + " " + std::to_string(variable.objectNumber);
 }
 
 }  // namespace workbench

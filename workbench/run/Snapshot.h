@@ -10,21 +10,21 @@
 namespace workbench {
 
 struct VariableSnapshot {
-    VariableConfig const* Config;
-    VariableState State;
-    WriteState Write{};
+    VariableConfig const* config;
+    VariableState state;
+    WriteState write{};
 };
 
 // A block as it stood after one of its cycles. Points into the project's configuration, which outlives it.
 struct BlockSnapshot {
-    BlockConfig const* Config = nullptr;
-    unsigned long long Cycle = 0;  // 0: none yet
-    bool Told = false;             // the driver has told a fault state at least once
-    bool Fault = false;
-    std::string ErrorText;
-    long long Time = 0;       // when it was taken, a file time
-    long long LocalDiff = 0;  // local time less UTC then
-    std::vector<VariableSnapshot> Variables;
+    BlockConfig const* config = nullptr;
+    unsigned long long cycle = 0;  // 0: none yet
+    bool isReported = false;       // the driver has told a fault state at least once
+    bool fault = false;
+    std::string errorText;
+    long long time = 0;       // when it was taken, a file time
+    long long localDiff = 0;  // local time less UTC then
+    std::vector<VariableSnapshot> variables;
 };
 
 // Reads the block's fault state and variables now; the times come from the host's environment.

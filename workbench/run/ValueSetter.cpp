@@ -34,24 +34,24 @@ ValueSetter::~ValueSetter() {
 
 void ValueSetter::Set(SetRequest const& request) {
     std::lock_guard<std::mutex> const lock(mutex);
-    Entry& entry = entries[request.Variable->WriteId];
-    entry = {request.Block, request.Variable, {WriteStage::Pending, request.Value, {}}, true};
+    Entry& entry = entries[request.variable->writeId];
+    entry = {request.block, request.variable, {WriteStage::Pending, request.value, {}}, true};
 }
 
 void ValueSetter::Taken(long long id) {
     std::lock_guard<std::mutex> const lock(mutex);
     beingWritten.erase(std::this_thread::get_id());
     auto const found = entries.find(id);
-    if (found == entries.end() || found->second.Queued) {
+    if (found == entries.end() || found->second.queued) {
         return;  // with a value queued, the one that goes out now is not it
     }
     Entry& entry = found->second;
     beingWritten[std::this_thread::get_id()] = &entry;
-    if (!entry.InFlight) {
-        entry.InFlight = entry.Fresh = true;
-        if (entry.State.Stage == WriteStage::Refused) {
-            entry.State.Stage = WriteStage::Pending;
-            entry.State.Reason.clear();
+    if (!entry.inFlight) {
+        entry.inFlight = entry.fresh = true;
+        if (entry.state.stage == WriteStage::Refused) {
+            entry.state.stage = WriteStage::Pending;
+            entry.state.reason.clear();
         }
     }
 }
@@ -64,10 +64,10 @@ void ValueSetter::Logged(std::string const& line) {
     }
     Entry& entry = *found->second;
     beingWritten.erase(found);
-    if (entry.InFlight) {
-        entry.InFlight = false;
-        entry.State.Stage = WriteStage::Refused;
-        entry.State.Reason = line;
+    if (entry.inFlight) {
+        entry.inFlight = false;
+        entry.state.stage = WriteStage::Refused;
+        entry.state.reason = line;
     }
 }
 
@@ -75,7 +75,7 @@ void ValueSetter::AfterCycle(BlockConfig const& block, bool fault) {
     std::lock_guard<std::mutex> const lock(mutex);
     beingWritten.erase(std::this_thread::get_id());
     for (auto& entry : entries) {
-        if (entry.second.Block == &block && entry.second.InFlight) {
+        if (entry.second.block == &block && entry.second.inFlight) {
             Confirm(entry.second, fault);
         }
     }
@@ -85,37 +85,37 @@ void ValueSetter::AfterCycle(BlockConfig const& block, bool fault) {
 }
 
 void ValueSetter::Confirm(Entry& entry, bool fault) {
-    if (entry.Fresh) {
-        entry.Fresh = false;  // what this cycle read is older than its write
+    if (entry.fresh) {
+        entry.fresh = false;  // what this cycle read is older than its write
         return;
     }
     if (fault) {
         return;
     }
     VariableState read;
-    runtime.Variables().Read(entry.Variable->ReadId, "", read);
-    bool const same = SameValue(entry.State.Value, read.Value);
-    entry.InFlight = !same;
-    entry.State.Stage = same ? WriteStage::Written : WriteStage::Unconfirmed;
-    entry.State.Reason =
+    runtime.Variables().Read(entry.variable->readId, "", read);
+    bool const same = SameValue(entry.state.value, read.Value);
+    entry.inFlight = !same;
+    entry.state.stage = same ? WriteStage::Written : WriteStage::Unconfirmed;
+    entry.state.reason =
         same ? std::string() : "reads back " + ValueText(read.Value, dorvel::Environment().LocalTimeDiff());
 }
 
 void ValueSetter::Apply(BlockConfig const& block) {
-    bool const byTrigger = block.WriteCondition == ProtocolWriteCondition::OnTrigger;
+    bool const byTrigger = block.writeCondition == ProtocolWriteCondition::OnTrigger;
     if (byTrigger && triggered.erase(&block) > 0) {
         SetTrigger(block, false);
         return;  // the driver has to see it off once
     }
     bool applied = false;
     for (auto& [id, entry] : entries) {
-        if (entry.Block != &block || !entry.Queued) {
+        if (entry.block != &block || !entry.queued) {
             continue;
         }
-        entry.Queued = false;
+        entry.queued = false;
         applied = true;
-        runtime.Variables().Write(id, "", entry.State.Value, dorvel::Environment().Now());
-        if (block.WriteCondition == ProtocolWriteCondition::OnChange) {
+        runtime.Variables().Write(id, "", entry.state.value, dorvel::Environment().Now());
+        if (block.writeCondition == ProtocolWriteCondition::OnChange) {
             runtime.RequestWrite(id);
         }
     }
@@ -128,15 +128,15 @@ void ValueSetter::Apply(BlockConfig const& block) {
 void ValueSetter::SetTrigger(BlockConfig const& block, bool on) {
     OpcUa_VariantHlp value;
     value.SetBool(on);
-    runtime.Variables().Write(block.WriteItemId, "", value, dorvel::Environment().Now());
+    runtime.Variables().Write(block.writeItemId, "", value, dorvel::Environment().Now());
 }
 
 void ValueSetter::Show(BlockSnapshot& block) const {
     std::lock_guard<std::mutex> const lock(mutex);
-    for (VariableSnapshot& variable : block.Variables) {
-        auto const found = entries.find(variable.Config->WriteId);
+    for (VariableSnapshot& variable : block.variables) {
+        auto const found = entries.find(variable.config->writeId);
         if (found != entries.end()) {
-            variable.Write = found->second.State;
+            variable.write = found->second.state;
         }
     }
 }

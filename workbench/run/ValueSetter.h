@@ -40,12 +40,12 @@ public:
 
 private:
     struct Entry {
-        BlockConfig const* Block = nullptr;
-        VariableConfig const* Variable = nullptr;
-        WriteState State;
-        bool Queued = false;    // the runtime has not been given the value
-        bool InFlight = false;  // the driver has, and no value read since was the same
-        bool Fresh = false;     // ... in the cycle that is under way
+        BlockConfig const* block = nullptr;
+        VariableConfig const* variable = nullptr;
+        WriteState state;
+        bool queued = false;    // the runtime has not been given the value
+        bool inFlight = false;  // the driver has, and no value read since was the same
+        bool fresh = false;     // ... in the cycle that is under way
     };
 
     void Taken(long long id);

@@ -21,12 +21,12 @@ char const* StageName(WriteStage stage) {
 }
 
 std::string WriteText(WriteState const& write, long long localDiff, bool withReason) {
-    if (write.Stage == WriteStage::None) {
+    if (write.stage == WriteStage::None) {
         return {};
     }
     std::string const reason =
-        withReason && !write.Reason.empty() ? " (" + Printable(write.Reason) + ")" : std::string();
-    return ValueText(write.Value, localDiff) + " " + StageName(write.Stage) + reason;
+        withReason && !write.reason.empty() ? " (" + Printable(write.reason) + ")" : std::string();
+    return ValueText(write.value, localDiff) + " " + StageName(write.stage) + reason;
 }
 
 }  // namespace workbench

@@ -16,9 +16,9 @@ enum class WriteStage {
 };
 
 struct WriteState {
-    WriteStage Stage = WriteStage::None;
-    OpcUa_VariantHlp Value;
-    std::string Reason;  // of Refused the driver's words; of Unconfirmed what was read; else empty
+    WriteStage stage = WriteStage::None;
+    OpcUa_VariantHlp value;
+    std::string reason;  // of Refused the driver's words; of Unconfirmed what was read; else empty
 };
 
 // "pending", "written", "unconfirmed", "refused"; "" for None.

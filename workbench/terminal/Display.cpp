@@ -43,7 +43,7 @@ void TableDisplay::Answer(SetAnswer const& answer) {
 void TableDisplay::Cycle(BlockSnapshot const& block) {
     std::lock_guard<std::mutex> const lock(mutex);
     for (BlockSnapshot& shown : blocks) {
-        if (shown.Config == block.Config) {
+        if (shown.config == block.config) {
             shown = block;
         }
     }
@@ -60,7 +60,7 @@ void TableDisplay::Refresh() {
     }
     Screen screen = terminal.Size();
     std::string const footer = Footer(now, screen);
-    screen.Height -= footer.empty() || screen.Height < 2 ? 0 : 1;
+    screen.height -= footer.empty() || screen.height < 2 ? 0 : 1;
     std::vector<std::string> lines = FormatTable(now, log.Lines(), screen, dorvel::Environment().Now());
     if (!footer.empty()) {
         lines.push_back(footer);
@@ -69,13 +69,13 @@ void TableDisplay::Refresh() {
 }
 
 std::string TableDisplay::Footer(std::vector<BlockSnapshot> const& now, Screen const& screen) const {
-    TableLine line(screen.Width, screen.Colour);
+    TableLine line(screen.width, screen.colour);
     if (prompt.IsOpen()) {
         line.Add("Block.Variable = value: ", Colour::Bold);
         line.Add(Printable(prompt.Text()) + "_");
-    } else if (!latest.Mistake.empty()) {
-        line.Add(Printable(latest.Mistake), Colour::Red);
-    } else if (!latest.Asked.empty()) {
+    } else if (!latest.mistake.empty()) {
+        line.Add(Printable(latest.mistake), Colour::Red);
+    } else if (!latest.target.empty()) {
         line.Add(Progress(now), Colour::Dim);
     } else if (prompt.HasNames()) {
         line.Add("Press s to set a value", Colour::Dim);
@@ -85,9 +85,9 @@ std::string TableDisplay::Footer(std::vector<BlockSnapshot> const& now, Screen c
 
 std::string TableDisplay::Progress(std::vector<BlockSnapshot> const& now) const {
     for (BlockSnapshot const& block : now) {
-        for (VariableSnapshot const& variable : block.Variables) {
-            if (FullName(*block.Config, *variable.Config) == latest.Asked) {
-                return Printable(latest.Asked) + " = " + WriteText(variable.Write, block.LocalDiff, true);
+        for (VariableSnapshot const& variable : block.variables) {
+            if (FullName(*block.config, *variable.config) == latest.target) {
+                return Printable(latest.target) + " = " + WriteText(variable.write, block.localDiff, true);
             }
         }
     }

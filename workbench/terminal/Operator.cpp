@@ -10,7 +10,7 @@ namespace workbench {
 
 namespace {
 
-constexpr std::string_view blanks = " \t\r";
+constexpr std::string_view Blanks = " \t\r";
 
 }  // namespace
 
@@ -44,18 +44,18 @@ void Operator::Assign(std::string const& assignment) {
     try {
         SetRequest const request = ReadAssignment(project.Blocks(), assignment);
         setter.Set(request);
-        display.Answer({FullName(*request.Block, *request.Variable), request.Value, {}});
+        display.Answer({FullName(*request.block, *request.variable), request.value, {}});
     } catch (ProjectError const& mistake) {
         display.Answer({assignment, {}, mistake.what()});
     }
 }
 
 void Operator::Command(std::string const& line) {
-    std::size_t const begin = line.find_first_not_of(blanks);
+    std::size_t const begin = line.find_first_not_of(Blanks);
     if (begin == std::string::npos || line[begin] == '#') {
         return;
     }
-    std::size_t const end = line.find_first_of(blanks, begin);
+    std::size_t const end = line.find_first_of(Blanks, begin);
     if (end != std::string::npos && line.compare(begin, end - begin, "set") == 0) {
         Assign(line.substr(end + 1));
         return;

@@ -22,11 +22,11 @@ constexpr std::string_view ClearBelow = "\x1B[J";
 
 // What EndAtOnce needs, outside the object so that a signal handler finds it complete.
 struct Restoration {
-    std::atomic<bool> Valid{false};
-    int Output = -1;
-    int Input = -1;
-    bool HasMode = false;
-    termios Mode{};
+    std::atomic<bool> valid{false};
+    int output = -1;
+    int input = -1;
+    bool hasMode = false;
+    termios mode{};
 };
 
 Restoration restoration;
@@ -85,11 +85,11 @@ void Terminal::Begin() {
     }
     begun = true;
     hasMode = IsForeground(input) && tcgetattr(input, &mode) == 0;
-    restoration.Output = output;
-    restoration.Input = input;
-    restoration.HasMode = hasMode;
-    restoration.Mode = mode;
-    restoration.Valid = true;
+    restoration.output = output;
+    restoration.input = input;
+    restoration.hasMode = hasMode;
+    restoration.mode = mode;
+    restoration.valid = true;
     if (hasMode) {
         termios silent = mode;
         silent.c_lflag &= ~static_cast<tcflag_t>(ECHO | ICANON);
@@ -109,12 +109,12 @@ void Terminal::End() {
 }
 
 void Terminal::EndAtOnce() {
-    if (!restoration.Valid.exchange(false)) {
+    if (!restoration.valid.exchange(false)) {
         return;
     }
-    WriteAll(restoration.Output, ShowCursor);
-    if (restoration.HasMode) {
-        tcsetattr(restoration.Input, TCSANOW, &restoration.Mode);
+    WriteAll(restoration.output, ShowCursor);
+    if (restoration.hasMode) {
+        tcsetattr(restoration.input, TCSANOW, &restoration.mode);
     }
 }
 
@@ -131,12 +131,12 @@ Screen Terminal::Size() const {
     Screen screen;
     winsize size{};
     if (ioctl(output, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 && size.ws_row > 0) {
-        screen.Width = size.ws_col;
-        screen.Height = size.ws_row;
+        screen.width = size.ws_col;
+        screen.height = size.ws_row;
     }
     char const* const noColour = std::getenv("NO_COLOR");
     char const* const kind = std::getenv("TERM");
-    screen.Colour = !(noColour && *noColour) && !(kind && std::strcmp(kind, "dumb") == 0);
+    screen.colour = !(noColour && *noColour) && !(kind && std::strcmp(kind, "dumb") == 0);
     return screen;
 }
 

@@ -11,8 +11,8 @@ constexpr std::string_view Ellipsis = "\xE2\x80\xA6";
 
 // One character of a text: its code point, -1 for an octet that starts none, and its length in octets.
 struct Character {
-    long CodePoint;
-    std::size_t Length;
+    long codePoint;
+    std::size_t length;
 };
 
 unsigned OctetAt(std::string_view text, std::size_t place) {
@@ -95,11 +95,11 @@ std::string_view Beginning(std::string_view text, std::size_t width) {
     std::size_t place = 0;
     for (std::size_t columns = 0; place < text.size();) {
         Character const character = CharacterAt(text, place);
-        columns += Columns(character.CodePoint);
+        columns += Columns(character.codePoint);
         if (columns > width) {
             break;
         }
-        place += character.Length;
+        place += character.length;
     }
     return text.substr(0, place);
 }
@@ -122,8 +122,8 @@ std::string ValidUtf8(std::string_view text) {
     std::string result;
     for (std::size_t place = 0; place < text.size();) {
         Character const character = CharacterAt(text, place);
-        result.append(character.CodePoint < 0 ? Replacement : text.substr(place, character.Length));
-        place += character.Length;
+        result.append(character.codePoint < 0 ? Replacement : text.substr(place, character.length));
+        place += character.length;
     }
     return result;
 }
@@ -133,9 +133,9 @@ std::string Printable(std::string_view text) {
     std::string result;
     for (std::size_t place = 0; place < valid.size();) {
         Character const character = CharacterAt(valid, place);
-        bool const control = IsControl(character.CodePoint);
-        result.append(control ? Escape(character.CodePoint) : valid.substr(place, character.Length));
-        place += character.Length;
+        bool const control = IsControl(character.codePoint);
+        result.append(control ? Escape(character.codePoint) : valid.substr(place, character.length));
+        place += character.length;
     }
     return result;
 }
@@ -144,8 +144,8 @@ std::size_t DisplayWidth(std::string_view text) {
     std::size_t width = 0;
     for (std::size_t place = 0; place < text.size();) {
         Character const character = CharacterAt(text, place);
-        width += Columns(character.CodePoint);
-        place += character.Length;
+        width += Columns(character.codePoint);
+        place += character.length;
     }
     return width;
 }

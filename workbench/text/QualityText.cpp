@@ -7,12 +7,12 @@ namespace workbench {
 namespace {
 
 struct QualityRow {
-    OpcUa_StatusCode Status;
-    char const* Text;
+    OpcUa_StatusCode status;
+    char const* text;
 };
 
 // OPC 10000-6, annex A.2, as far as blocks and the runtime give them.
-constexpr QualityRow qualities[] = {
+constexpr QualityRow Qualities[] = {
     {OpcUa_Good, "Good"},
     {OpcUa_Bad, "Bad"},
     {0x80310000u, "No communication"},
@@ -49,9 +49,9 @@ QualityKind KindOf(OpcUa_StatusCode status) {
 }
 
 std::string QualityText(OpcUa_StatusCode status) {
-    for (QualityRow const& row : qualities) {
-        if (row.Status == status) {
-            return row.Text;
+    for (QualityRow const& row : Qualities) {
+        if (row.status == status) {
+            return row.text;
         }
     }
     return std::string(KindText(status)) + " " + StatusText(status);

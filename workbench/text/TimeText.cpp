@@ -10,8 +10,8 @@ constexpr long long UnitsPerMillisecond = 10000;
 constexpr long long MillisecondsPerDay = 86400000;
 
 struct CalendarTime {
-    long long Year;
-    int Month, Day, Hour, Minute, Second, Millisecond;
+    long long year;
+    int month, day, hour, minute, second, millisecond;
 };
 
 long long FloorDivide(long long value, long long divisor) {
@@ -29,9 +29,9 @@ void SetDate(long long days, CalendarTime& time) {
     int const year = (day - day / 1460 + day / 36524 - day / 146096) / 365;
     int const dayOfYear = day - (365 * year + year / 4 - year / 100);
     int const month = (5 * dayOfYear + 2) / 153;
-    time.Day = dayOfYear - (153 * month + 2) / 5 + 1;
-    time.Month = month < 10 ? month + 3 : month - 9;
-    time.Year = 1600 + cycle * 400 + year + (time.Month <= 2 ? 1 : 0);
+    time.day = dayOfYear - (153 * month + 2) / 5 + 1;
+    time.month = month < 10 ? month + 3 : month - 9;
+    time.year = 1600 + cycle * 400 + year + (time.month <= 2 ? 1 : 0);
 }
 
 CalendarTime ToCalendar(long long fileTime, long long localDiff) {
@@ -41,10 +41,10 @@ CalendarTime ToCalendar(long long fileTime, long long localDiff) {
     int const ofDay = static_cast<int>(milliseconds - days * MillisecondsPerDay);
     CalendarTime time{};
     SetDate(days, time);
-    time.Hour = ofDay / 3600000;
-    time.Minute = ofDay / 60000 % 60;
-    time.Second = ofDay / 1000 % 60;
-    time.Millisecond = ofDay % 1000;
+    time.hour = ofDay / 3600000;
+    time.minute = ofDay / 60000 % 60;
+    time.second = ofDay / 1000 % 60;
+    time.millisecond = ofDay % 1000;
     return time;
 }
 
@@ -56,7 +56,7 @@ std::string Format(char const* format, Values... values) {
 }
 
 std::string Seconds(CalendarTime const& t) {
-    return Format("%04lld-%02d-%02dT%02d:%02d:%02d", t.Year, t.Month, t.Day, t.Hour, t.Minute, t.Second);
+    return Format("%04lld-%02d-%02dT%02d:%02d:%02d", t.year, t.month, t.day, t.hour, t.minute, t.second);
 }
 
 }  // namespace
@@ -65,18 +65,18 @@ std::string IsoTime(long long fileTime, long long localDiff) {
     CalendarTime const time = ToCalendar(fileTime, localDiff);
     int const minutes = static_cast<int>(localDiff / UnitsPerMillisecond / 60000);
     int const distance = minutes < 0 ? -minutes : minutes;
-    return Seconds(time) + Format(".%03d%c%02d:%02d", time.Millisecond, minutes < 0 ? '-' : '+',
+    return Seconds(time) + Format(".%03d%c%02d:%02d", time.millisecond, minutes < 0 ? '-' : '+',
                                   distance / 60, distance % 60);
 }
 
 std::string IsoValue(long long fileTime, long long localDiff) {
     CalendarTime const time = ToCalendar(fileTime, localDiff);
-    return Seconds(time) + (time.Millisecond ? Format(".%03d", time.Millisecond) : std::string());
+    return Seconds(time) + (time.millisecond ? Format(".%03d", time.millisecond) : std::string());
 }
 
 std::string ClockTime(long long fileTime, long long localDiff) {
     CalendarTime const time = ToCalendar(fileTime, localDiff);
-    return Format("%02d:%02d:%02d", time.Hour, time.Minute, time.Second);
+    return Format("%02d:%02d:%02d", time.hour, time.minute, time.second);
 }
 
 std::string AgeText(long long fileTime, long long now) {

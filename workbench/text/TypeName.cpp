@@ -8,11 +8,11 @@ namespace workbench {
 namespace {
 
 struct TypeRow {
-    _OpcUa_BuiltInType Type;
-    char const* Name;
+    _OpcUa_BuiltInType type;
+    char const* name;
 };
 
-constexpr TypeRow typeRows[] = {
+constexpr TypeRow TypeRows[] = {
     {OpcUaType_Boolean, "Boolean"},
     {OpcUaType_SByte, "SByte"},
     {OpcUaType_Byte, "Byte"},
@@ -33,34 +33,33 @@ constexpr TypeRow typeRows[] = {
 
 template <typename Predicate>
 TypeRow const* FindRow(Predicate predicate) {
-    auto const row = std::find_if(std::begin(typeRows), std::end(typeRows), predicate);
-    return row == std::end(typeRows) ? nullptr : row;
+    auto const row = std::find_if(std::begin(TypeRows), std::end(TypeRows), predicate);
+    return row == std::end(TypeRows) ? nullptr : row;
 }
 
 std::string NameOf(_OpcUa_BuiltInType type) {
-    TypeRow const* const row = FindRow([=](TypeRow const& r) { return r.Type == type; });
-    return row ? row->Name : "Type " + std::to_string(type);
+    TypeRow const* const row = FindRow([=](TypeRow const& r) { return r.type == type; });
+    return row ? row->name : "Type " + std::to_string(type);
 }
 
 }  // namespace
 
 std::optional<_OpcUa_BuiltInType> FindType(std::string_view name) {
-    std::string const wanted(name);
+    std::string const text(name);
     TypeRow const* const row =
-        FindRow([&](TypeRow const& r) { return strcasecmp(r.Name, wanted.c_str()) == 0; });
-    return row && wanted.size() == std::string_view(row->Name).size() ? std::optional(row->Type)
-                                                                      : std::nullopt;
+        FindRow([&](TypeRow const& r) { return strcasecmp(r.name, text.c_str()) == 0; });
+    return row && text.size() == std::string_view(row->name).size() ? std::optional(row->type) : std::nullopt;
 }
 
 std::optional<_OpcUa_BuiltInType> FindType(long long number) {
-    TypeRow const* const row = FindRow([=](TypeRow const& r) { return r.Type == number; });
-    return row ? std::optional(row->Type) : std::nullopt;
+    TypeRow const* const row = FindRow([=](TypeRow const& r) { return r.type == number; });
+    return row ? std::optional(row->type) : std::nullopt;
 }
 
 std::vector<std::string> TypeNames() {
     std::vector<std::string> names;
-    for (TypeRow const& row : typeRows) {
-        names.emplace_back(row.Name);
+    for (TypeRow const& row : TypeRows) {
+        names.emplace_back(row.name);
     }
     return names;
 }

@@ -16,7 +16,7 @@ bool MeasuringEnvironment::Send(int handle, sockaddr_in const& peer, void const*
         return false;
     }
     std::lock_guard<std::mutex> const lock(mutex);
-    ++figures.Requests;
+    ++figures.requests;
     sent[handle] = start;
     return true;
 }
@@ -27,9 +27,9 @@ int MeasuringEnvironment::Receive(int handle, sockaddr_in& sender, void* buffer,
     std::lock_guard<std::mutex> const lock(mutex);
     auto const request = sent.find(handle);
     if (length >= 0) {
-        ++figures.Answers;
+        ++figures.answers;
         if (request != sent.end()) {
-            figures.Trips.Add(end - request->second);
+            figures.trips.Add(end - request->second);
         }
     }
     if (request != sent.end()) {

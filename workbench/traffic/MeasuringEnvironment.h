@@ -9,11 +9,11 @@
 namespace workbench {
 
 struct TrafficFigures {
-    unsigned long long Requests = 0;  // datagrams sent
-    unsigned long long Answers = 0;   // datagrams received
+    unsigned long long requests = 0;  // datagrams sent
+    unsigned long long answers = 0;   // datagrams received
     // From a datagram sent to the first one received after it on the same socket, if it comes while somebody
     // waits for it: what is dropped later is an answer and no round trip.
-    RoundTrips Trips;
+    RoundTrips trips;
 };
 
 // Counts datagrams and measures round trips, and passes everything on.

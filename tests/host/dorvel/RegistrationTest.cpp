@@ -175,8 +175,8 @@ TEST_F(Registration, FBMetadataGivesItsTable) {
 TEST_F(Registration, FBMetadataRefusesWhatIsNoType) {
     runtime.OpenLibraries();
     struct Row {
-        char const* Argument;
-        char const* Error;
+        char const* argument;
+        char const* error;
     };
     Row const rows[] = {
         {"5", "table expected"},
@@ -195,7 +195,7 @@ TEST_F(Registration, FBMetadataRefusesWhatIsNoType) {
          "a.Retain: boolean expected, got nil"},
     };
     for (Row const& row : rows) {
-        std::string const error = lua.Run(std::string("FBMetadata(") + row.Argument + ")");
-        EXPECT_NE(error.find(row.Error), std::string::npos) << row.Argument << ": " << error;
+        std::string const error = lua.Run(std::string("FBMetadata(") + row.argument + ")");
+        EXPECT_NE(error.find(row.error), std::string::npos) << row.argument << ": " << error;
     }
 }

@@ -45,9 +45,9 @@ class RuntimeTest : public testing::Test {
 protected:
     RuntimeTest() {
         TestBinding::Open(lua);
-        TestBlock::OnMade = [this](TestBlock& made) { made.OnInited = onInited; };
+        TestBlock::onMade = [this](TestBlock& made) { made.onInited = onInited; };
     }
-    ~RuntimeTest() override { TestBlock::OnMade = nullptr; }
+    ~RuntimeTest() override { TestBlock::onMade = nullptr; }
 
     TestBlock& MakeBlock(char const* name) {
         lua.Run(std::string("TestBlock{ Name = '") + name + "' }");
@@ -97,16 +97,16 @@ TEST(RuntimeLife, BlocksOutliveTheirRuntimeInTheScript) {
         lua.Run("b = TestBlock{}");
         runtime.InitBlock(*runtime.Blocks()[0]);
     }
-    EXPECT_EQ(TestBlock::Alive, 1);
+    EXPECT_EQ(TestBlock::alive, 1);
     EXPECT_EQ(lua.Eval("b()"), "false");
     lua.Run("b = nil collectgarbage()");
-    EXPECT_EQ(TestBlock::Alive, 0);
+    EXPECT_EQ(TestBlock::alive, 0);
 }
 
 TEST_F(RuntimeTest, KeepsBlocksAliveThatScriptsHaveForgotten) {
     MakeBlock("one");
     lua.Run("collectgarbage()");
-    EXPECT_EQ(TestBlock::Alive, 1);
+    EXPECT_EQ(TestBlock::alive, 1);
     EXPECT_EQ(runtime.Blocks().size(), 1u);
 }
 
@@ -116,7 +116,7 @@ TEST_F(RuntimeTest, BlocksStandInTheOrderOfMaking) {
     }
     std::string names;
     for (ScadaProtocol* const block : runtime.Blocks()) {
-        names += static_cast<TestBlock*>(block)->Name;
+        names += static_cast<TestBlock*>(block)->name;
     }
     EXPECT_EQ(names, "cab");
 }
@@ -158,7 +158,7 @@ TEST_F(RuntimeTest, InitBlockNeedsATaskAndHappensOnce) {
     runtime.InitBlock(block);
     EXPECT_THROW(runtime.InitBlock(block), std::logic_error);
     EXPECT_THROW(runtime.Assign(block, task), std::logic_error);
-    EXPECT_EQ(block.InitedCalls, 1);
+    EXPECT_EQ(block.initedCalls, 1);
     TestBlock stranger;
     EXPECT_THROW(runtime.InitBlock(stranger), std::logic_error);
     EXPECT_THROW(runtime.Assign(stranger, task), std::logic_error);
@@ -223,8 +223,8 @@ TEST_F(RuntimeTest, RunOnceRunsEveryBlockOfEveryTaskOnThisThread) {
     runtime.InitBlock(one);
     runtime.InitBlock(two);
     std::string order;
-    one.OnExecute = [&] { order += "one "; };
-    two.OnExecute = [&] { order += "two "; };
+    one.onExecute = [&] { order += "one "; };
+    two.onExecute = [&] { order += "two "; };
     runtime.RunOnce();
     runtime.RunOnce();
     EXPECT_EQ(order, "two one two one ");
@@ -237,12 +237,12 @@ TEST_F(RuntimeTest, TheObserverSeesEveryCycle) {
     waits.ExecuteItemId = 999;
     std::string seen;
     runtime.SetCycleObserver([&](ScadaProtocol& block, unsigned long long cycle, bool ran) {
-        seen += static_cast<TestBlock&>(block).Name + std::to_string(cycle) + (ran ? "+ " : "- ");
+        seen += static_cast<TestBlock&>(block).name + std::to_string(cycle) + (ran ? "+ " : "- ");
     });
     runtime.RunOnce();
     runtime.RunOnce();
     EXPECT_EQ(seen, "runs1+ waits1- runs2+ waits2- ");
-    EXPECT_EQ(runs.ExecuteCalls, 2);
+    EXPECT_EQ(runs.executeCalls, 2);
 }
 
 TEST_F(RuntimeTest, StartWithCyclesEndsByItself) {
@@ -255,8 +255,8 @@ TEST_F(RuntimeTest, StartWithCyclesEndsByItself) {
     runtime.Start(5);
     EXPECT_TRUE(runtime.WaitFinished(Patience));
     runtime.Stop();
-    EXPECT_EQ(one.ExecuteCalls, 5);
-    EXPECT_EQ(two.ExecuteCalls, 5);
+    EXPECT_EQ(one.executeCalls, 5);
+    EXPECT_EQ(two.executeCalls, 5);
 }
 
 TEST_F(RuntimeTest, TasksHaveThreadsOfTheirOwn) {
@@ -268,11 +268,11 @@ TEST_F(RuntimeTest, TasksHaveThreadsOfTheirOwn) {
     runtime.InitBlock(two);
     Gate first;
     Gate other;
-    one.OnExecute = [&] {
+    one.onExecute = [&] {
         first.Open();
         EXPECT_TRUE(other.Wait());  // both are in their cycles at once
     };
-    two.OnExecute = [&] {
+    two.onExecute = [&] {
         other.Open();
         EXPECT_TRUE(first.Wait());
     };
@@ -285,25 +285,25 @@ TEST_F(RuntimeTest, StopEndsTheWaitBetweenCyclesAtOnce) {
     runtime.AddTask("main", LongPeriod);
     TestBlock& block = MakeReadyBlock("one");
     Gate ran;
-    block.OnExecute = [&] { ran.Open(); };
+    block.onExecute = [&] { ran.Open(); };
     runtime.Start();
     ASSERT_TRUE(ran.Wait());
     EXPECT_FALSE(runtime.WaitFinished(0ms));
     auto const start = std::chrono::steady_clock::now();
     runtime.Stop();
     EXPECT_LT(std::chrono::steady_clock::now() - start, Patience);
-    EXPECT_EQ(block.ExecuteCalls, 1);
+    EXPECT_EQ(block.executeCalls, 1);
 }
 
 TEST_F(RuntimeTest, RequestStopFromAnotherThreadEndsTheTasks) {
     runtime.AddTask("main", LongPeriod);
     TestBlock& block = MakeReadyBlock("one");
     TestBlock& next = MakeReadyBlock("two");
-    block.OnExecute = [&] { std::thread([&] { runtime.RequestStop(); }).join(); };
+    block.onExecute = [&] { std::thread([&] { runtime.RequestStop(); }).join(); };
     runtime.Start();
     EXPECT_TRUE(runtime.WaitFinished(Patience));
     runtime.Stop();
-    EXPECT_EQ(next.ExecuteCalls, 0);
+    EXPECT_EQ(next.executeCalls, 0);
 }
 
 TEST_F(RuntimeTest, RunsAgainAfterAStop) {
@@ -314,7 +314,7 @@ TEST_F(RuntimeTest, RunsAgainAfterAStop) {
         runtime.WaitFinished(Patience);
         runtime.Stop();
     }
-    EXPECT_EQ(block.ExecuteCalls, 6);
+    EXPECT_EQ(block.executeCalls, 6);
 }
 
 TEST_F(RuntimeTest, OnceStartedItRefusesASecondStart) {
@@ -334,11 +334,11 @@ TEST_F(RuntimeTest, StopWithoutStartIsNothing) {
 TEST_F(RuntimeTest, ADriverThatThrowsIsCalledAgain) {
     runtime.AddTask("main", 0ms);
     TestBlock& block = MakeReadyBlock("one");
-    block.OnExecute = [] { throw std::runtime_error("broken"); };
+    block.onExecute = [] { throw std::runtime_error("broken"); };
     runtime.Start(3);
     EXPECT_TRUE(runtime.WaitFinished(Patience));
     runtime.Stop();
-    EXPECT_EQ(block.ExecuteCalls, 3);
+    EXPECT_EQ(block.executeCalls, 3);
     EXPECT_EQ(block.State().ErrorText, "broken");
 }
 
@@ -357,7 +357,7 @@ TEST_F(RuntimeTest, AnObserverThatThrowsEndsItsTaskAloneAndIsLogged) {
 TEST_F(RuntimeTest, TheStateOfABlockCanBeReadWhileItRuns) {
     runtime.AddTask("main", 0ms);
     TestBlock& block = MakeReadyBlock("one");
-    block.OnExecute = [&] { block.UpdateFaultState(true, "a text that is longer than a short string"); };
+    block.onExecute = [&] { block.UpdateFaultState(true, "a text that is longer than a short string"); };
     runtime.Start(200);
     lua_State* const L = lua;
     while (!runtime.WaitFinished(0ms)) {

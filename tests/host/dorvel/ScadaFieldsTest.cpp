@@ -13,7 +13,7 @@ using test::LuaState;
 namespace {
 
 struct Record {
-    int Values[3] = {1, 2, 3};
+    int values[3] = {1, 2, 3};
 };
 
 // An int at its position; a name that starts with '-' has no script form, 'throws' throws.
@@ -21,24 +21,24 @@ class IntField : public ScadaFields::IField {
 public:
     IntField(std::string fieldName, std::size_t place)
         : IField(std::move(fieldName), false, place * sizeof(int)) {
-        ++Alive;
+        ++alive;
     }
-    ~IntField() override { --Alive; }
+    ~IntField() override { --alive; }
 
     void set(void const* object, lua_State* L) const override {
         if (name[0] != '-') {
-            lua_pushinteger(L, static_cast<Record const*>(object)->Values[position / sizeof(int)]);
+            lua_pushinteger(L, static_cast<Record const*>(object)->values[position / sizeof(int)]);
         }
     }
     void get(void* object, lua_State* L) const override {
         if (name == "throws") {
             throw std::runtime_error("cannot be read");
         }
-        static_cast<Record*>(object)->Values[position / sizeof(int)] = static_cast<int>(lua_tointeger(L, -1));
+        static_cast<Record*>(object)->values[position / sizeof(int)] = static_cast<int>(lua_tointeger(L, -1));
     }
     char const* lua_type() const override { return "TYPES.Elementary.DINT"; }
 
-    static inline int Alive = 0;
+    static inline int alive = 0;
 };
 
 std::string NamesOf(ScadaFields const& fields) {
@@ -94,9 +94,9 @@ TEST_F(Fields, FindGoesByName) {
 }
 
 TEST_F(Fields, TheSameNameReplacesInItsPlace) {
-    int const alive = IntField::Alive;
+    int const alive = IntField::alive;
     fields.add(new IntField("zeta", 2));
-    EXPECT_EQ(IntField::Alive, alive);
+    EXPECT_EQ(IntField::alive, alive);
     EXPECT_EQ(NamesOf(fields), "zeta alpha -hidden ");
     EXPECT_EQ(fields.find("zeta")->position, 2 * sizeof(int));
 }
@@ -112,12 +112,12 @@ TEST_F(Fields, ManyFieldsAreFound) {
 }
 
 TEST(FieldsOwnership, FieldsEndWithTheirTable) {
-    int const alive = IntField::Alive;
+    int const alive = IntField::alive;
     {
         ScadaFields fields;
         fields.add(new IntField("a", 0));
     }
-    EXPECT_EQ(IntField::Alive, alive);
+    EXPECT_EQ(IntField::alive, alive);
 }
 
 TEST(FieldsOwnership, NoFieldIsRefused) {
@@ -132,8 +132,8 @@ TEST_F(Fields, ReadAllFromLeavesAbsentFieldsAlone) {
                   ASSERT_EQ(lua_gettop(lua), 1);
               }),
               "");
-    EXPECT_EQ(record.Values[0], 1);
-    EXPECT_EQ(record.Values[1], 20);
+    EXPECT_EQ(record.values[0], 1);
+    EXPECT_EQ(record.values[1], 20);
 }
 
 TEST_F(Fields, ReadAllFromNeedsATable) {
@@ -151,7 +151,7 @@ TEST_F(Fields, ReadFromTakesOneField) {
                   ASSERT_EQ(fields.ReadFrom(&record, lua), 0);
               }),
               "");
-    EXPECT_EQ(record.Values[0], 7);
+    EXPECT_EQ(record.values[0], 7);
 }
 
 TEST_F(Fields, ReadFromRefusesUnknownKeys) {
@@ -209,8 +209,8 @@ TEST_F(Fields, ATableKnowsThoseOfItsParent) {
     EXPECT_NE(child.find("alpha"), nullptr);
     luaL_dostring(lua, "return { alpha = 20, own = 30 }");
     child.ReadAllFrom(&record, lua);
-    EXPECT_EQ(record.Values[1], 20);
-    EXPECT_EQ(record.Values[2], 30);
+    EXPECT_EQ(record.values[1], 20);
+    EXPECT_EQ(record.values[2], 30);
     child.WriteAllTo(&record, lua);
     lua_setglobal(lua, "all");
     EXPECT_EQ(lua.Eval("all.zeta .. ' ' .. all.alpha .. ' ' .. all.own"), "1 20 30");

@@ -45,14 +45,14 @@ protected:
 
 TEST_F(Protocol, CycleExecutes) {
     EXPECT_TRUE(block.Cycle());
-    EXPECT_EQ(block.ExecuteCalls, 1);
+    EXPECT_EQ(block.executeCalls, 1);
     EXPECT_FALSE(block.State().Finished);  // only the driver says how a poll went
 }
 
 TEST_F(Protocol, WithoutADataProviderNothingRuns) {
     block.SetDataProvider(nullptr);
     EXPECT_FALSE(block.Cycle());
-    EXPECT_EQ(block.ExecuteCalls, 0);
+    EXPECT_EQ(block.executeCalls, 0);
 }
 
 TEST_F(Protocol, ExecuteItemGatesTheCycle) {
@@ -60,7 +60,7 @@ TEST_F(Protocol, ExecuteItemGatesTheCycle) {
     EXPECT_FALSE(block.Cycle());
     Write(block.ExecuteItemId, Int32(1));
     EXPECT_TRUE(block.Cycle());
-    EXPECT_EQ(block.ExecuteCalls, 1);
+    EXPECT_EQ(block.executeCalls, 1);
 }
 
 TEST_F(Protocol, AnExecuteItemThatIsUnknownOrNullIsNotTrue) {
@@ -101,26 +101,26 @@ TEST_F(Protocol, FaultStateWithoutItemsIsKept) {
 
 TEST_F(Protocol, AnExceptionOfTheDriverIsAFaultWithItsText) {
     block.ErrorTextItemId = Item(OpcUaType_String);
-    block.OnExecute = [] { throw std::runtime_error("broken"); };
+    block.onExecute = [] { throw std::runtime_error("broken"); };
     EXPECT_TRUE(block.Cycle());
     EXPECT_TRUE(IsFault());
     EXPECT_EQ(Value(block.ErrorTextItemId), Text("broken"));
-    block.OnExecute = [] { throw 5; };
+    block.onExecute = [] { throw 5; };
     EXPECT_TRUE(block.Cycle());
     EXPECT_EQ(Value(block.ErrorTextItemId), Text("Unknown error"));
 }
 
 TEST_F(Protocol, ACycleIsNotReentered) {
     bool inner = true;
-    block.OnExecute = [&] { inner = block.Cycle(); };
+    block.onExecute = [&] { inner = block.Cycle(); };
     EXPECT_TRUE(block.Cycle());
     EXPECT_FALSE(inner);
-    EXPECT_EQ(block.ExecuteCalls, 1);
+    EXPECT_EQ(block.executeCalls, 1);
 }
 
 TEST_F(Protocol, AFaultPausesForTheReconnectInterval) {
-    block.ReconnectInterval = 500;
-    block.OnExecute = [&] { block.UpdateFaultState(true, "silent"); };
+    block.reconnectInterval = 500;
+    block.onExecute = [&] { block.UpdateFaultState(true, "silent"); };
     EXPECT_TRUE(block.Cycle());
     EXPECT_FALSE(block.Cycle());
     sockaddr_in sender{};
@@ -130,8 +130,8 @@ TEST_F(Protocol, AFaultPausesForTheReconnectInterval) {
 }
 
 TEST_F(Protocol, WithoutAFaultThereIsNoPause) {
-    block.ReconnectInterval = 500;
-    block.OnExecute = [&] { block.UpdateFaultState(false, ""); };
+    block.reconnectInterval = 500;
+    block.onExecute = [&] { block.UpdateFaultState(false, ""); };
     EXPECT_TRUE(block.Cycle());
     EXPECT_TRUE(block.Cycle());
 }
@@ -239,19 +239,19 @@ TEST_F(Protocol, InitedInternalWalksVarsAndEndsWithInited) {
     block.Vars[0].Read = {7, "x", OpcUaType_Double};
     block.Vars[0].Properties["ObjectType"] = Int32(3);
     block.Vars[1].Write = ScadaProtocol::WriteChannel{9, "y", OpcUaType_Int32};
-    block.OnInited = [&] { EXPECT_EQ(block.Descriptors.size(), 2u); };
+    block.onInited = [&] { EXPECT_EQ(block.descriptors.size(), 2u); };
     block.InitedInternal(nullptr);
-    EXPECT_EQ(block.InitedCalls, 1);
-    ASSERT_EQ(block.Descriptors.size(), 2u);
-    EXPECT_EQ(block.Descriptors[0].IsWrite, 0);
-    EXPECT_EQ(block.Descriptors[0].ReadId, 7);
-    EXPECT_EQ(block.Descriptors[0].ReadField, "x");
-    EXPECT_EQ(block.Descriptors[0].ReadType.Type, OpcUaType_Double);
-    EXPECT_EQ(block.ChannelProperties[0].at("ObjectType"), Int32(3));
-    EXPECT_EQ(block.Descriptors[1].IsWrite, 1);
-    EXPECT_EQ(block.Descriptors[1].WriteId, 9);
-    EXPECT_EQ(block.Descriptors[1].WriteField, "y");
-    EXPECT_EQ(block.Descriptors[1].WriteType.Type, OpcUaType_Int32);
+    EXPECT_EQ(block.initedCalls, 1);
+    ASSERT_EQ(block.descriptors.size(), 2u);
+    EXPECT_EQ(block.descriptors[0].IsWrite, 0);
+    EXPECT_EQ(block.descriptors[0].ReadId, 7);
+    EXPECT_EQ(block.descriptors[0].ReadField, "x");
+    EXPECT_EQ(block.descriptors[0].ReadType.Type, OpcUaType_Double);
+    EXPECT_EQ(block.channelProperties[0].at("ObjectType"), Int32(3));
+    EXPECT_EQ(block.descriptors[1].IsWrite, 1);
+    EXPECT_EQ(block.descriptors[1].WriteId, 9);
+    EXPECT_EQ(block.descriptors[1].WriteField, "y");
+    EXPECT_EQ(block.descriptors[1].WriteType.Type, OpcUaType_Int32);
     EXPECT_EQ(block.DataProvider(), &provider);  // without a Lua state it stays
 }
 

@@ -18,9 +18,9 @@ class ScriptBinding : public Test {
 protected:
     ScriptBinding() {
         TestBinding::Open(lua);
-        TestBlock::OnMade = [this](TestBlock& made) { block = &made; };
+        TestBlock::onMade = [this](TestBlock& made) { block = &made; };
     }
-    ~ScriptBinding() override { TestBlock::OnMade = nullptr; }
+    ~ScriptBinding() override { TestBlock::onMade = nullptr; }
 
     // The variables that a script's text for Vars gives, or the error.
     std::string ReadVars(std::string const& vars) { return lua.Run("b = TestBlock{ Vars = " + vars + " }"); }
@@ -87,16 +87,16 @@ TEST_F(ScriptBinding, CallRunsACycle) {
     EXPECT_EQ(lua.Eval("b()"), "false");
     block->SetDataProvider(&provider);
     EXPECT_EQ(lua.Eval("b()"), "true");
-    block->OnExecute = [] { throw std::runtime_error("broken"); };
+    block->onExecute = [] { throw std::runtime_error("broken"); };
     EXPECT_EQ(lua.Eval("b()"), "true");
     EXPECT_EQ(lua.Eval("b.ErrorText"), "broken");
 }
 
 TEST_F(ScriptBinding, InitWithoutARuntimeDoesNothing) {
     EXPECT_EQ(lua.Run("b = TestBlock{}"), "");
-    EXPECT_EQ(TestBlock::Alive, 1);
+    EXPECT_EQ(TestBlock::alive, 1);
     lua.Run("b = nil collectgarbage()");
-    EXPECT_EQ(TestBlock::Alive, 0);
+    EXPECT_EQ(TestBlock::alive, 0);
 }
 
 TEST_F(ScriptBinding, VarsTakesAllEntriesOfAVariable) {
@@ -136,8 +136,8 @@ TEST_F(ScriptBinding, AllOtherTextKeysAreProperties) {
 
 TEST_F(ScriptBinding, WhatIsNoVariableNamesThePlace) {
     struct Row {
-        char const* Vars;
-        char const* Error;
+        char const* vars;
+        char const* error;
     };
     Row const rows[] = {
         {"5", "Vars: a table expected, got number"},
@@ -155,8 +155,8 @@ TEST_F(ScriptBinding, WhatIsNoVariableNamesThePlace) {
         {"{ { Type = 1, 5 } }", "Vars[1]: names expected as keys"},
     };
     for (Row const& row : rows) {
-        std::string const error = ReadVars(row.Vars);
-        EXPECT_TRUE(Contains(error, row.Error)) << row.Vars << ": " << error;
+        std::string const error = ReadVars(row.vars);
+        EXPECT_TRUE(Contains(error, row.error)) << row.vars << ": " << error;
     }
 }
 

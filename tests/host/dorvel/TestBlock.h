@@ -15,27 +15,27 @@ namespace test {
 // A driver whose life is watched and whose steps tests can replace.
 class TestBlock : public ScadaProtocol {
 public:
-    TestBlock() { ++Alive; }
-    ~TestBlock() override { --Alive; }
+    TestBlock() { ++alive; }
+    ~TestBlock() override { --alive; }
 
     void Inited() override {
-        ++InitedCalls;
-        if (OnInited) {
-            OnInited();
+        ++initedCalls;
+        if (onInited) {
+            onInited();
         }
     }
     void AddChannel(ReadChannel const* read, WriteChannel const* write,
                     std::map<std::string, OpcUa_VariantHlp> const& properties) override {
         DriverVarDsc descriptor;
         BaseInitChannel(read, write, descriptor);
-        Descriptors.push_back(std::move(descriptor));
-        ChannelProperties.push_back(properties);
+        descriptors.push_back(std::move(descriptor));
+        channelProperties.push_back(properties);
     }
-    int CalcRecconectInterval() override { return ReconnectInterval; }
+    int CalcRecconectInterval() override { return reconnectInterval; }
     void Execute() override {
-        ++ExecuteCalls;
-        if (OnExecute) {
-            OnExecute();
+        ++executeCalls;
+        if (onExecute) {
+            onExecute();
         }
     }
 
@@ -43,18 +43,18 @@ public:
     using ScadaProtocol::isWrite;
     using ScadaProtocol::UpdateFaultState;
 
-    static inline int Alive = 0;
+    static inline int alive = 0;
     // Given to every block that a script makes.
-    static inline std::function<void(TestBlock&)> OnMade;
+    static inline std::function<void(TestBlock&)> onMade;
 
-    std::string Name;
-    int InitedCalls = 0;
-    int ExecuteCalls = 0;
-    int ReconnectInterval = 0;
-    std::function<void()> OnInited;
-    std::function<void()> OnExecute;
-    std::vector<DriverVarDsc> Descriptors;
-    std::vector<std::map<std::string, OpcUa_VariantHlp>> ChannelProperties;
+    std::string name;
+    int initedCalls = 0;
+    int executeCalls = 0;
+    int reconnectInterval = 0;
+    std::function<void()> onInited;
+    std::function<void()> onExecute;
+    std::vector<DriverVarDsc> descriptors;
+    std::vector<std::map<std::string, OpcUa_VariantHlp>> channelProperties;
 };
 
 // How scripts see a TestBlock: fields Name, FaultItemId and Vars.
@@ -74,11 +74,11 @@ private:
     struct NameField : ScadaFields::IField {
         NameField() : IField("Name", false, 0) {}
         void set(void const* object, lua_State* L) const override {
-            lua_pushstring(L, static_cast<TestBlock const*>(object)->Name.c_str());
+            lua_pushstring(L, static_cast<TestBlock const*>(object)->name.c_str());
         }
         void get(void* object, lua_State* L) const override {
             char const* const text = lua_tostring(L, -1);
-            static_cast<TestBlock*>(object)->Name = text ? text : "";
+            static_cast<TestBlock*>(object)->name = text ? text : "";
         }
         char const* lua_type() const override { return "TYPES.Elementary.STRING"; }
     };
@@ -110,8 +110,8 @@ private:
         lua_pushvalue(L, 1);
         Fields().ReadAllFrom(block, L);
         lua_pop(L, 1);
-        if (TestBlock::OnMade) {
-            TestBlock::OnMade(*block);
+        if (TestBlock::onMade) {
+            TestBlock::onMade(*block);
         }
         block->Init(L);
         return 1;

@@ -19,10 +19,10 @@ constexpr float InfinityF = std::numeric_limits<float>::infinity();
 double const NaN = std::nan("");
 
 struct Row {
-    OpcUa_VariantHlp From;
-    OpcUa_VariantHlp To;  // null: refused
-    _OpcUa_BuiltInType Type;
-    OpcUa_StatusCode Status;
+    OpcUa_VariantHlp from;
+    OpcUa_VariantHlp to;  // null: refused
+    _OpcUa_BuiltInType type;
+    OpcUa_StatusCode status;
 };
 
 Row Gives(OpcUa_VariantHlp from, OpcUa_VariantHlp const& to) {
@@ -37,9 +37,9 @@ Row Mismatch(OpcUa_VariantHlp from, _OpcUa_BuiltInType type) {
 
 void Check(std::vector<Row> const& rows) {
     for (Row const& row : rows) {
-        OpcUa_VariantHlp value = row.From;
-        EXPECT_EQ(value.ChangeType(row.Type), row.Status) << Describe(row.From) << " to " << row.Type;
-        EXPECT_TRUE(value == row.To) << Describe(row.From) << " to " << row.Type << " gives "
+        OpcUa_VariantHlp value = row.from;
+        EXPECT_EQ(value.ChangeType(row.type), row.status) << Describe(row.from) << " to " << row.type;
+        EXPECT_TRUE(value == row.to) << Describe(row.from) << " to " << row.type << " gives "
                                      << Describe(value);
     }
 }

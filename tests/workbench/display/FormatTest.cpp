@@ -71,16 +71,16 @@ TEST_F(Format, EveryLineHasTheColumnsOfTheHeader) {
 }
 
 TEST_F(Format, LinesTellTheFault) {
-    block->Fault = true;
-    block->ErrorText = "No\tconnection";
+    block->fault = true;
+    block->errorText = "No\tconnection";
     EXPECT_NE(FormatLines(*block).find("\t3\tFAULT No\\tconnection\tSupply\t"), std::string::npos);
-    block->Told = false;
+    block->isReported = false;
     EXPECT_NE(FormatLines(*block).find("\t3\tFAULT not polled\tSupply\t"), std::string::npos);
 }
 
 TEST_F(Format, AWriteInLines) {
-    block->Variables[0].Write = {WriteStage::Pending, Float(22.5f), ""};
-    block->Variables[1].Write = {WriteStage::Refused, Text("b"), "no\tway"};
+    block->variables[0].write = {WriteStage::Pending, Float(22.5f), ""};
+    block->variables[1].write = {WriteStage::Refused, Text("b"), "no\tway"};
     std::string const lines = FormatLines(*block);
     EXPECT_NE(lines.find("+01:00\t22.5 pending\n"), std::string::npos) << lines;
     EXPECT_NE(lines.find("+01:00\tb refused (no\\tway)\n"), std::string::npos) << lines;
@@ -88,8 +88,8 @@ TEST_F(Format, AWriteInLines) {
 }
 
 TEST_F(Format, AWriteInJson) {
-    block->Variables[0].Write = {WriteStage::Written, Float(22.5f), ""};
-    block->Variables[1].Write = {WriteStage::Unconfirmed, Text("b"), "reads back \"a\""};
+    block->variables[0].write = {WriteStage::Written, Float(22.5f), ""};
+    block->variables[1].write = {WriteStage::Unconfirmed, Text("b"), "reads back \"a\""};
     rapidjson::Document const document = Parsed();
     auto const& variables = document["variables"].GetArray();
     EXPECT_STREQ(variables[0]["write"]["state"].GetString(), "written");
@@ -111,7 +111,7 @@ TEST(SetAnswer, InJsonAndInWords) {
 }
 
 TEST_F(Format, JsonExactly) {
-    block->Variables.resize(1);
+    block->variables.resize(1);
     EXPECT_EQ(
         FormatJson(*block),
         "{\"time\":\"2024-03-15T12:34:56.789+01:00\",\"block\":\"AHU\",\"cycle\":3,\"fault\":false,\"error\":"
@@ -134,15 +134,15 @@ TEST_F(Format, JsonReadsBack) {
 }
 
 TEST_F(Format, JsonTellsTheFault) {
-    block->Fault = true;
-    block->ErrorText = "No connection";
+    block->fault = true;
+    block->errorText = "No connection";
     rapidjson::Document const document = Parsed();
     EXPECT_TRUE(document["fault"].GetBool());
     EXPECT_STREQ(document["error"].GetString(), "No connection");
 }
 
 TEST_F(Format, JsonTellsABlockThatNobodyPolls) {
-    block->Told = false;
+    block->isReported = false;
     rapidjson::Document const document = Parsed();
     EXPECT_TRUE(document["fault"].GetBool());
     EXPECT_STREQ(document["error"].GetString(), "not polled");

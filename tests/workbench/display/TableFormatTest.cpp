@@ -24,8 +24,8 @@ protected:
                           Noon - 4 * Second / 10);
         plant.AddVariable("Name", OpcUaType_String, Text(""), 0x808C0000u, Noon - 300 * Second);
         BlockSnapshot& meter = plant.AddBlock("Meter");
-        meter.Fault = true;
-        meter.ErrorText = "No connection";
+        meter.fault = true;
+        meter.errorText = "No connection";
         plant.AddVariable("Energy", OpcUaType_UInt32, {}, OpcUa_BadNoData, 0);
         plant.AddBlock("Later", 0);
     }
@@ -60,10 +60,10 @@ TEST_F(Table, AColumnForWritesWhereThereAreAny) {
     for (int i = 0; i < 3; ++i) {
         other.AddVariable("S", OpcUaType_Float, Float(21.5f));
     }
-    VariableConfig writable = *block.Variables[1].Config;
-    writable.Write = true;
-    block.Variables[1].Config = block.Variables[2].Config = &writable;
-    block.Variables[2].Write = {WriteStage::Refused, Float(99), "because"};
+    VariableConfig writable = *block.variables[1].config;
+    writable.write = true;
+    block.variables[1].config = block.variables[2].config = &writable;
+    block.variables[2].write = {WriteStage::Refused, Float(99), "because"};
     Text const lines = FormatTable({block}, {}, {120, 24, false}, Noon);
     auto const end = [&](std::size_t line) { return lines[line].substr(lines[line].find("0.0 s") + 5); };
     EXPECT_NE(lines[0].find("  Age  Write     "), std::string::npos) << lines[0];
@@ -142,10 +142,10 @@ TEST_F(Table, FitsEveryScreen) {
     for (int i = 0; i < 10000; ++i) {
         Screen const screen{random() % 130, random() % 30, false};
         Text const lines = Lines(screen, Text(random() % 9, "a line of the log"));
-        EXPECT_LE(lines.size(), std::max<std::size_t>(screen.Height, 2) - 1);
+        EXPECT_LE(lines.size(), std::max<std::size_t>(screen.height, 2) - 1);
         EXPECT_GE(lines.size(), 1u);
         for (std::string const& line : lines) {
-            EXPECT_LE(DisplayWidth(line), screen.Width);
+            EXPECT_LE(DisplayWidth(line), screen.width);
         }
     }
 }
@@ -163,13 +163,13 @@ TEST(Snapshot, StatesOfABlock) {
     BlockSnapshot& block = plant.AddBlock("B", 0);
     EXPECT_EQ(StateText(block), "waiting");
     EXPECT_FALSE(IsFault(block));
-    block.Cycle = 1;
+    block.cycle = 1;
     EXPECT_EQ(StateText(block), "FAULT not polled");
     EXPECT_TRUE(IsFault(block));
-    block.Told = true;
+    block.isReported = true;
     EXPECT_EQ(StateText(block), "OK");
-    block.Fault = true;
-    block.ErrorText = "No connection";
+    block.fault = true;
+    block.errorText = "No connection";
     EXPECT_EQ(StateText(block), "FAULT No connection");
 }
 

@@ -19,8 +19,8 @@ TEST(NameTable, HoldsTheObjectTypesOfTheDriver) {
     dorvel::BACnet::InitObjectTypesMap();
     EXPECT_EQ(dorvel::BACnet::objectTypesMap.size(), ObjectTypes().Names().size());
     for (NameRow const& row : ObjectTypes()) {
-        EXPECT_EQ(static_cast<int>(dorvel::BACnet::GetBacnetObjectType(row.Code)), row.BacnetNumber)
-            << row.Name;
+        EXPECT_EQ(static_cast<int>(dorvel::BACnet::GetBacnetObjectType(row.code)), row.bacnetNumber)
+            << row.name;
     }
 }
 
@@ -28,7 +28,7 @@ TEST(NameTable, HoldsThePropertiesOfTheDriver) {
     dorvel::BACnet::InitObjectTypesMap();
     EXPECT_EQ(dorvel::BACnet::propertyTypesMap.size(), Properties().Names().size());
     for (NameRow const& row : Properties()) {
-        EXPECT_EQ(static_cast<int>(dorvel::BACnet::GetPropertyType(row.Code)), row.BacnetNumber) << row.Name;
+        EXPECT_EQ(static_cast<int>(dorvel::BACnet::GetPropertyType(row.code)), row.bacnetNumber) << row.name;
     }
 }
 
@@ -42,17 +42,17 @@ TEST(NameTable, SpellingDoesNotMatter) {
          {"analog-input", "Analog Input", "ANALOG_INPUT", "analogInput", "-analog--input "}) {
         NameRow const* const row = ObjectTypes().FindName(spelling);
         ASSERT_NE(row, nullptr) << spelling;
-        EXPECT_EQ(row->Code, 1);
+        EXPECT_EQ(row->code, 1);
     }
     ASSERT_NE(Properties().FindName("Present_Value"), nullptr);
-    EXPECT_EQ(Properties().FindName("Present_Value")->BacnetNumber, 85);
-    EXPECT_EQ(ObjectTypes().FindName("Multi-state Input")->BacnetNumber, 13);
-    EXPECT_EQ(ObjectTypes().FindName("Bit String Value")->BacnetNumber, 39);
+    EXPECT_EQ(Properties().FindName("Present_Value")->bacnetNumber, 85);
+    EXPECT_EQ(ObjectTypes().FindName("Multi-state Input")->bacnetNumber, 13);
+    EXPECT_EQ(ObjectTypes().FindName("Bit String Value")->bacnetNumber, 39);
 }
 
 TEST(NameTable, PropertiesThatAreSeldomNamed) {
-    EXPECT_EQ(Properties().FindName("blink-warn-enable")->Code, 14);
-    EXPECT_EQ(Properties().FindName("is-utc")->Code, 26);
+    EXPECT_EQ(Properties().FindName("blink-warn-enable")->code, 14);
+    EXPECT_EQ(Properties().FindName("is-utc")->code, 26);
 }
 
 TEST(NameTable, UnknownNamesAndCodes) {
@@ -61,7 +61,7 @@ TEST(NameTable, UnknownNamesAndCodes) {
     EXPECT_EQ(ObjectTypes().FindCode(23), nullptr);
     EXPECT_EQ(ObjectTypes().FindCode(-1), nullptr);
     EXPECT_EQ(Properties().FindCode(1LL << 40), nullptr);
-    EXPECT_EQ(Properties().FindCode(37)->BacnetNumber, 178);
+    EXPECT_EQ(Properties().FindCode(37)->bacnetNumber, 178);
 }
 
 }  // namespace

@@ -36,7 +36,7 @@ TEST_F(ProjectLimits, EndlessRecursion) {
 
 TEST_F(ProjectLimits, MemoryWithoutEnd) {
     workbench::ScriptLimits unhurried = QuickLimits();
-    unhurried.Time = std::chrono::seconds(60);
+    unhurried.time = std::chrono::seconds(60);
     EXPECT_EQ(MistakeIn("local t = {} for i = 1, 1e9 do t[i] = i end", {}, unhurried),
               "p.lua: not enough memory");
     EXPECT_EQ(Mistake("local s = ('x'):rep(1 << 30)"), "p.lua: not enough memory");

@@ -6,7 +6,7 @@ using namespace test;
 
 namespace {
 
-std::string const named = R"(Name="AHU", Address="192.168.1.20:47808")";
+std::string const Named = R"(Name="AHU", Address="192.168.1.20:47808")";
 
 // The message about a block of these fields, with the beginning that all have in common taken away.
 std::string InBlock(std::string const& fields, std::string const& variables = Temperature) {
@@ -16,7 +16,7 @@ std::string InBlock(std::string const& fields, std::string const& variables = Te
 }
 
 std::string InVariable(std::string const& fields) {
-    std::string const message = InBlock(named, "{" + fields + "}");
+    std::string const message = InBlock(Named, "{" + fields + "}");
     std::string const start = "variable \"T\": ";
     return message.compare(0, start.size(), start) == 0 ? message.substr(start.size()) : message;
 }
@@ -50,7 +50,7 @@ TEST_F(ProjectMistakes, NoTable) {
     EXPECT_EQ(MistakeIn("BACnet.new()"), "p.lua:1: block: a table is wanted, not nil");
     EXPECT_EQ(MistakeIn("BACnet.new(print)"), "p.lua:1: block: a table is wanted, not a function");
     EXPECT_EQ(MistakeIn("Task 'air'"), "p.lua:1: task: a table is wanted, not \"air\"");
-    EXPECT_EQ(InBlock(named, "5"), "variable 1: a table is wanted, not 5");
+    EXPECT_EQ(InBlock(Named, "5"), "variable 1: a table is wanted, not 5");
 }
 
 TEST_F(ProjectMistakes, BlockWithoutAName) {
@@ -70,7 +70,7 @@ TEST_F(ProjectMistakes, UnknownField) {
 }
 
 TEST_F(ProjectMistakes, FieldsOfAController) {
-    EXPECT_EQ(InBlock(named + ", FaultItemId=7"),
+    EXPECT_EQ(InBlock(Named + ", FaultItemId=7"),
               "field \"FaultItemId\": names a variable of a controller, of which there is none here");
 }
 
@@ -85,46 +85,46 @@ TEST_F(ProjectMistakes, Address) {
 }
 
 TEST_F(ProjectMistakes, Mac) {
-    EXPECT_EQ(InBlock(named + ", MAC='10:20:30'"),
+    EXPECT_EQ(InBlock(Named + ", MAC='10:20:30'"),
               "field \"MAC\": \"10:20:30\" is no device address such as \"192.168.1.20:47808\", \"10:20\" or "
               "\"5\"");
-    EXPECT_EQ(InBlock(named + ", MAC=5"), "field \"MAC\": a text is wanted, not 5");
-    EXPECT_EQ(MistakeIn(Block(named + ", MAC='', NetworkNumber=5")), "loaded");
+    EXPECT_EQ(InBlock(Named + ", MAC=5"), "field \"MAC\": a text is wanted, not 5");
+    EXPECT_EQ(MistakeIn(Block(Named + ", MAC='', NetworkNumber=5")), "loaded");
 }
 
 TEST_F(ProjectMistakes, NumbersOfABlock) {
-    EXPECT_EQ(InBlock(named + ", CountRepeat=0"), "field \"CountRepeat\": 0 is not within 1..65535");
-    EXPECT_EQ(InBlock(named + ", CountRepeat='3'"),
+    EXPECT_EQ(InBlock(Named + ", CountRepeat=0"), "field \"CountRepeat\": 0 is not within 1..65535");
+    EXPECT_EQ(InBlock(Named + ", CountRepeat='3'"),
               "field \"CountRepeat\": a whole number is wanted, not \"3\"");
-    EXPECT_EQ(InBlock(named + ", NetworkNumber=65536"),
+    EXPECT_EQ(InBlock(Named + ", NetworkNumber=65536"),
               "field \"NetworkNumber\": 65536 is not within 0..65535");
-    EXPECT_EQ(InBlock(named + ", Timeout=1.5"), "field \"Timeout\": a whole number is wanted, not 1.5");
-    EXPECT_EQ(InBlock(named + ", Timeout=0/0"), "field \"Timeout\": a whole number is wanted, not nan");
-    EXPECT_EQ(InBlock(named + ", Priority=17"), "field \"Priority\": 17 is not within 0..16");
-    EXPECT_EQ(InBlock(named + ", ExecuteOnSlave=1"),
+    EXPECT_EQ(InBlock(Named + ", Timeout=1.5"), "field \"Timeout\": a whole number is wanted, not 1.5");
+    EXPECT_EQ(InBlock(Named + ", Timeout=0/0"), "field \"Timeout\": a whole number is wanted, not nan");
+    EXPECT_EQ(InBlock(Named + ", Priority=17"), "field \"Priority\": 17 is not within 0..16");
+    EXPECT_EQ(InBlock(Named + ", ExecuteOnSlave=1"),
               "field \"ExecuteOnSlave\": true or false is wanted, not 1");
-    EXPECT_EQ(MistakeIn(Block(named + ", Timeout=2000.0, AddressNumber=-5")), "loaded");
+    EXPECT_EQ(MistakeIn(Block(Named + ", Timeout=2000.0, AddressNumber=-5")), "loaded");
 }
 
 TEST_F(ProjectMistakes, WriteCondition) {
-    EXPECT_EQ(InBlock(named + ", WriteCondition='Onchange'"),
+    EXPECT_EQ(InBlock(Named + ", WriteCondition='Onchange'"),
               "field \"WriteCondition\": \"Onchange\" is no write condition (did you mean \"OnChange\"?)");
-    EXPECT_EQ(InBlock(named + ", WriteCondition=3"), "field \"WriteCondition\": 3 is not within 0..2");
-    EXPECT_EQ(MistakeIn(Block(named + ", WriteCondition='OnTrigger'")), "loaded");
+    EXPECT_EQ(InBlock(Named + ", WriteCondition=3"), "field \"WriteCondition\": 3 is not within 0..2");
+    EXPECT_EQ(MistakeIn(Block(Named + ", WriteCondition='OnTrigger'")), "loaded");
 }
 
 TEST_F(ProjectMistakes, Vars) {
-    EXPECT_EQ(InBlock(named, ""), "field \"Vars\": a list of variables is wanted, not an empty table");
-    EXPECT_EQ(MistakeIn("BACnet.new{" + named + "}"), "p.lua:1: block \"AHU\": field \"Vars\": missing");
-    EXPECT_EQ(MistakeIn("BACnet.new{" + named + ", Vars=5}"),
+    EXPECT_EQ(InBlock(Named, ""), "field \"Vars\": a list of variables is wanted, not an empty table");
+    EXPECT_EQ(MistakeIn("BACnet.new{" + Named + "}"), "p.lua:1: block \"AHU\": field \"Vars\": missing");
+    EXPECT_EQ(MistakeIn("BACnet.new{" + Named + ", Vars=5}"),
               "p.lua:1: block \"AHU\": field \"Vars\": a list of variables is wanted, not 5");
-    EXPECT_EQ(InBlock(named, "T=" + Temperature), "field \"Vars\": entry \"T\" is not part of the list");
-    EXPECT_EQ(InBlock(named, Temperature + ", [5]=1"), "field \"Vars\": entry 5 is not part of the list");
+    EXPECT_EQ(InBlock(Named, "T=" + Temperature), "field \"Vars\": entry \"T\" is not part of the list");
+    EXPECT_EQ(InBlock(Named, Temperature + ", [5]=1"), "field \"Vars\": entry 5 is not part of the list");
 }
 
 TEST_F(ProjectMistakes, VariableWithoutAName) {
-    EXPECT_EQ(InBlock(named, "{}"), "variable 1: field \"Name\": missing");
-    EXPECT_EQ(InBlock(named, Temperature + ", {Type='Float'}"), "variable 2: field \"Name\": missing");
+    EXPECT_EQ(InBlock(Named, "{}"), "variable 1: field \"Name\": missing");
+    EXPECT_EQ(InBlock(Named, Temperature + ", {Type='Float'}"), "variable 2: field \"Name\": missing");
 }
 
 TEST_F(ProjectMistakes, Types) {
@@ -173,7 +173,7 @@ TEST_F(ProjectMistakes, NamesThatAreTaken) {
     EXPECT_EQ(MistakeIn(OneBlock + OneBlock), "p.lua:2: block \"AHU\": there is another one of that name");
     EXPECT_EQ(MistakeIn("Task{Name='a'}\nTask{Name='a'}"),
               "p.lua:2: task \"a\": there is another one of that name");
-    EXPECT_EQ(MistakeIn("BACnet.new{" + named + ", Vars={\n" + Temperature + ",\n" + Temperature + "}}"),
+    EXPECT_EQ(MistakeIn("BACnet.new{" + Named + ", Vars={\n" + Temperature + ",\n" + Temperature + "}}"),
               "p.lua:3: block \"AHU\": variable \"T\": there is another one of that name");
 }
 
@@ -182,24 +182,24 @@ TEST_F(ProjectMistakes, Tasks) {
     EXPECT_EQ(MistakeIn("Task{Name='a', Period=0}"),
               "p.lua:1: task: field \"Period\": 0 is not within 1..86400000");
     EXPECT_EQ(MistakeIn("Task{Name='a', Cycle=5}"), "p.lua:1: task: field \"Cycle\": unknown");
-    EXPECT_EQ(InBlock(named + ", Task='air'"), "field \"Task\": \"air\" is no task");
-    EXPECT_EQ(InBlock(named + ", Task=''"), "field \"Task\": empty");
-    EXPECT_EQ(MistakeIn("Task{Name='air'}\n" + Block(named + ", Task='ari'")),
+    EXPECT_EQ(InBlock(Named + ", Task='air'"), "field \"Task\": \"air\" is no task");
+    EXPECT_EQ(InBlock(Named + ", Task=''"), "field \"Task\": empty");
+    EXPECT_EQ(MistakeIn("Task{Name='air'}\n" + Block(Named + ", Task='ari'")),
               "p.lua:2: block \"AHU\": field \"Task\": \"ari\" is no task (did you mean \"air\"?)");
-    EXPECT_EQ(MistakeIn(Block(named + ", Task='air'") + "Task{Name='air'}"), "loaded");
+    EXPECT_EQ(MistakeIn(Block(Named + ", Task='air'") + "Task{Name='air'}"), "loaded");
 }
 
 TEST_F(ProjectMistakes, TheLineIsThatOfTheVariable) {
     std::string const bad = "{Name='U', Type='Float', ObjectType='x'}";
-    EXPECT_EQ(MistakeIn("BACnet.new{" + named + ",\nVars={\n" + Temperature + ",\n" + bad + "}}"),
+    EXPECT_EQ(MistakeIn("BACnet.new{" + Named + ",\nVars={\n" + Temperature + ",\n" + bad + "}}"),
               "p.lua:4: block \"AHU\": variable \"U\": field \"ObjectType\": \"x\" is no object type");
-    EXPECT_EQ(MistakeIn("local vars={\n" + bad + "}\nBACnet.new{" + named + ", Vars=vars}"),
+    EXPECT_EQ(MistakeIn("local vars={\n" + bad + "}\nBACnet.new{" + Named + ", Vars=vars}"),
               "p.lua:3: block \"AHU\": variable \"U\": field \"ObjectType\": \"x\" is no object type");
 }
 
 TEST_F(ProjectMistakes, OfTheDriver) {
     FakeAddIn refusing;
-    refusing.OnInited = [](FakeDriver&) { throw std::invalid_argument("stoul"); };
+    refusing.onInited = [](FakeDriver&) { throw std::invalid_argument("stoul"); };
     EXPECT_EQ(MistakeIn("\n" + OneBlock), "p.lua:2: block \"AHU\": stoul");
 }
 

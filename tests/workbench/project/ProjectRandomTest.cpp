@@ -18,7 +18,7 @@ void ExpectMessage(std::string const& message, std::string const& start) {
     }
 }
 
-std::string const project =
+std::string const Project =
     "Task{ Name=\"air\", Period=1000 }\n"
     "local n = 3\n"
     "AHU = BACnet.new{ Name=\"AHU\", Task=\"air\", Address=Param.ahu or \"192.168.1.20:47808\",\n"
@@ -28,7 +28,7 @@ std::string const project =
 // Octets changed, taken out, put in, and pieces moved.
 std::string Mutation(std::mt19937& random) {
     static std::string const pieces = "{}[]()=,\"'.:-+#\\\n 0123456789abcxyzNTVARS\xFF\x1B";
-    std::string text = project;
+    std::string text = Project;
     for (unsigned changes = 1 + random() % 6; changes > 0; --changes) {
         std::size_t const place = random() % text.size();
         switch (random() % 4) {
@@ -141,13 +141,13 @@ TEST(ProjectRandom, TablesEndInAMessageOrABlockWithinItsLimits) {
         try {
             BlockConfig const block = CheckBlock(tables.Block());
             ++good;
-            EXPECT_FALSE(block.Name.empty());
-            for (VariableConfig const& variable : block.Variables) {
-                EXPECT_NE(variable.Type.Type, OpcUaType_Null);
-                ASSERT_NE(variable.ObjectType, nullptr);
-                ASSERT_NE(variable.Property, nullptr);
-                EXPECT_GE(variable.ObjectNumber, 0);
-                EXPECT_LE(variable.ObjectNumber, 4194302);
+            EXPECT_FALSE(block.name.empty());
+            for (VariableConfig const& variable : block.variables) {
+                EXPECT_NE(variable.type.Type, OpcUaType_Null);
+                ASSERT_NE(variable.objectType, nullptr);
+                ASSERT_NE(variable.property, nullptr);
+                EXPECT_GE(variable.objectNumber, 0);
+                EXPECT_LE(variable.objectNumber, 4194302);
             }
         } catch (ProjectError const& mistake) {
             ExpectMessage(mistake.what(), "block");

@@ -16,8 +16,8 @@ class Setting : public testing::Test {
 protected:
     void SetUp() override {
         blocks.resize(2);
-        blocks[0].Name = "AHU";
-        blocks[1].Name = "Roof.East";
+        blocks[0].name = "AHU";
+        blocks[1].name = "Roof.East";
         Add(0, "Setpoint", {OpcUaType_DataValue, OpcUaType_Float});
         Add(0, "Fan", OpcUaType_Boolean);
         Add(0, "Stage", OpcUaType_Byte);
@@ -30,12 +30,12 @@ protected:
     void Add(std::size_t block, std::string const& name, OpcUa_BuiltInTypeHlp const& type,
              bool write = true) {
         VariableConfig variable;
-        variable.Name = name;
-        variable.Type = type;
-        variable.ObjectType = ObjectTypes().FindName("analog-value");
-        variable.Property = Properties().FindName("present-value");
-        variable.Write = write;
-        blocks[block].Variables.push_back(variable);
+        variable.name = name;
+        variable.type = type;
+        variable.objectType = ObjectTypes().FindName("analog-value");
+        variable.property = Properties().FindName("present-value");
+        variable.write = write;
+        blocks[block].variables.push_back(variable);
     }
 
     std::string Mistake(std::string const& assignment) const {
@@ -48,9 +48,9 @@ protected:
     }
 
     bool Written(char const* type, char const* property) {
-        VariableConfig variable = blocks[0].Variables[0];
-        variable.ObjectType = ObjectTypes().FindName(type);
-        variable.Property = Properties().FindName(property);
+        VariableConfig variable = blocks[0].variables[0];
+        variable.objectType = ObjectTypes().FindName(type);
+        variable.property = Properties().FindName(property);
         return IsWrittenItself(variable);
     }
 
@@ -59,18 +59,18 @@ protected:
 
 TEST_F(Setting, AValueBecomesThatOfTheType) {
     SetRequest const request = ReadAssignment(blocks, "  AHU.Setpoint =  21.5 ");
-    EXPECT_EQ(request.Block, &blocks[0]);
-    EXPECT_EQ(request.Variable, &blocks[0].Variables[0]);
-    EXPECT_EQ(request.Value, Float(21.5f));
-    EXPECT_EQ(ReadAssignment(blocks, "AHU.Fan=true").Value, Boolean(true));
-    EXPECT_EQ(ReadAssignment(blocks, "AHU.Stage = 255").Value.GetType(), OpcUaType_Byte);
-    EXPECT_EQ(ReadAssignment(blocks, "AHU.Note = a = b").Value, Text("a = b"));
-    EXPECT_EQ(ReadAssignment(blocks, "AHU.Note =").Value, Text(""));
-    EXPECT_EQ(ReadAssignment(blocks, "AHU.At = 2024-03-15T12:00:00Z").Value.GetType(), OpcUaType_DateTime);
+    EXPECT_EQ(request.block, &blocks[0]);
+    EXPECT_EQ(request.variable, &blocks[0].variables[0]);
+    EXPECT_EQ(request.value, Float(21.5f));
+    EXPECT_EQ(ReadAssignment(blocks, "AHU.Fan=true").value, Boolean(true));
+    EXPECT_EQ(ReadAssignment(blocks, "AHU.Stage = 255").value.GetType(), OpcUaType_Byte);
+    EXPECT_EQ(ReadAssignment(blocks, "AHU.Note = a = b").value, Text("a = b"));
+    EXPECT_EQ(ReadAssignment(blocks, "AHU.Note =").value, Text(""));
+    EXPECT_EQ(ReadAssignment(blocks, "AHU.At = 2024-03-15T12:00:00Z").value.GetType(), OpcUaType_DateTime);
 }
 
 TEST_F(Setting, NamesMayHoldDotsAndEqualSigns) {
-    EXPECT_EQ(ReadAssignment(blocks, "Roof.East.a=b=-5").Variable->Name, "a=b");
+    EXPECT_EQ(ReadAssignment(blocks, "Roof.East.a=b=-5").variable->name, "a=b");
 }
 
 TEST_F(Setting, AMisspeltName) {
@@ -131,7 +131,7 @@ TEST_F(Setting, AnyTextIsARequestOrAMistake) {
             text += letters[random() % letters.size()];
         }
         try {
-            EXPECT_EQ(ReadAssignment(blocks, text).Value.GetType() == OpcUaType_Null, false) << text;
+            EXPECT_EQ(ReadAssignment(blocks, text).value.GetType() == OpcUaType_Null, false) << text;
         } catch (ProjectError const& mistake) {
             EXPECT_EQ(std::string(mistake.what()).find('\n'), std::string::npos) << text;
         }

@@ -8,30 +8,30 @@ using namespace workbench;
 
 namespace {
 
-std::vector<std::string> const colours = {"red", "green", "blue", "present-value"};
+std::vector<std::string> const Colours = {"red", "green", "blue", "present-value"};
 
 TEST(Suggestion, FindsOneWrongMissingAddedOrSwappedLetter) {
-    EXPECT_EQ(Nearest("grean", colours), "green");
-    EXPECT_EQ(Nearest("gren", colours), "green");
-    EXPECT_EQ(Nearest("greeen", colours), "green");
-    EXPECT_EQ(Nearest("bleu", colours), "blue");
-    EXPECT_EQ(Nearest("Presnet_value", colours), "present-value");
+    EXPECT_EQ(Nearest("grean", Colours), "green");
+    EXPECT_EQ(Nearest("gren", Colours), "green");
+    EXPECT_EQ(Nearest("greeen", Colours), "green");
+    EXPECT_EQ(Nearest("bleu", Colours), "blue");
+    EXPECT_EQ(Nearest("Presnet_value", Colours), "present-value");
 }
 
 TEST(Suggestion, LetterCaseDoesNotMatter) {
-    EXPECT_EQ(Nearest("GREEN", colours), "green");
+    EXPECT_EQ(Nearest("GREEN", Colours), "green");
 }
 
 TEST(Suggestion, SaysNothingWhenNothingIsNear) {
-    EXPECT_EQ(Nearest("yellow", colours), "");
-    EXPECT_EQ(Nearest("", colours), "");
-    EXPECT_EQ(Nearest("x", colours), "");
-    EXPECT_EQ(Nearest(std::string(1000, 'r'), colours), "");
-    EXPECT_EQ(DidYouMean("yellow", colours), "");
+    EXPECT_EQ(Nearest("yellow", Colours), "");
+    EXPECT_EQ(Nearest("", Colours), "");
+    EXPECT_EQ(Nearest("x", Colours), "");
+    EXPECT_EQ(Nearest(std::string(1000, 'r'), Colours), "");
+    EXPECT_EQ(DidYouMean("yellow", Colours), "");
 }
 
 TEST(Suggestion, IsAQuestionInAMessage) {
-    EXPECT_EQ(DidYouMean("rde", colours), " (did you mean \"red\"?)");
+    EXPECT_EQ(DidYouMean("rde", Colours), " (did you mean \"red\"?)");
 }
 
 // Found by feeding the project loader at random: a variable may be named with a control character.

@@ -26,28 +26,28 @@ TEST(RunFigures, CountCyclesFaultsAndObjects) {
     NameRow const* const input = ObjectTypes().FindCode(1);
     NameRow const* const output = ObjectTypes().FindCode(2);
     NameRow const* const property = Properties().FindCode(0);
-    config.Variables = {{"A", OpcUaType_Float, input, property, 1, 0},
+    config.variables = {{"A", OpcUaType_Float, input, property, 1, 0},
                         {"B", OpcUaType_Float, input, Properties().FindCode(28), 1, 0},
                         {"C", OpcUaType_Float, output, property, 1, 0},
                         {"D", OpcUaType_Float, output, property, 2, 0}};
     BlockSnapshot block;
-    block.Config = &config;
-    block.Cycle = 1;
-    block.Told = true;
+    block.config = &config;
+    block.cycle = 1;
+    block.isReported = true;
 
     RunFigures figures;
     figures.Count(block);
     figures.Count(block);
     EXPECT_FALSE(figures.AnyFault());
-    block.Fault = true;
+    block.fault = true;
     figures.Count(block);
     EXPECT_TRUE(figures.AnyFault());
 
     TrafficFigures traffic;
-    traffic.Requests = 8;
-    traffic.Answers = 6;
-    traffic.Trips.Add(4120);
-    traffic.Trips.Add(18730);
+    traffic.requests = 8;
+    traffic.answers = 6;
+    traffic.trips.Add(4120);
+    traffic.trips.Add(18730);
     EXPECT_EQ(figures.Summary(traffic),
               "cycles                3\n"
               "faults                1  (cycles of a block that ended in fault)\n"
@@ -62,13 +62,13 @@ TEST(RunFigures, EndWithWhatBecameOfTheValuesThatWereSet) {
     BlockSnapshot& block = plant.AddBlock("AHU");
     plant.AddVariable("left alone", OpcUaType_Float, {});
     plant.AddVariable("setpoint", OpcUaType_Float, {});
-    WriteState& write = block.Variables[1].Write;
-    write.Stage = WriteStage::Pending;
-    write.Value.SetFloat(22);
+    WriteState& write = block.variables[1].write;
+    write.stage = WriteStage::Pending;
+    write.value.SetFloat(22);
     RunFigures figures;
     figures.Count(block);
-    write.Stage = WriteStage::Refused;
-    write.Reason = "WriteAccessDenied";
+    write.stage = WriteStage::Refused;
+    write.reason = "WriteAccessDenied";
     figures.Count(block);
     std::string const text = figures.Summary({});
     std::string const line = "AHU.setpoint = 22 refused (WriteAccessDenied)\n";
@@ -81,9 +81,9 @@ TEST(RunFigures, ABlockThatCameBackIsNotInFault) {
     Plant plant;
     BlockSnapshot& block = plant.AddBlock("B");
     RunFigures figures;
-    block.Fault = true;
+    block.fault = true;
     figures.Count(block);
-    block.Fault = false;
+    block.fault = false;
     figures.Count(block);
     EXPECT_FALSE(figures.AnyFault());
 }

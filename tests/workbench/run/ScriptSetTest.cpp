@@ -34,8 +34,8 @@ protected:
         std::string text;
         for (SetRequest const& request : project.TakeSets()) {
             std::string value;
-            request.Value.GetString(value);
-            text += FullName(*request.Block, *request.Variable) + "=" + value + " ";
+            request.value.GetString(value);
+            text += FullName(*request.block, *request.variable) + "=" + value + " ";
         }
         return text;
     }
@@ -120,15 +120,15 @@ TEST(WriteChannels, AreDeclaredForVariablesWithWrite) {
                             Block(R"(Name="B", Address="1.2.3.4:5", WriteCondition="OnTrigger")", Writable) +
                             Block(R"(Name="C", Address="1.2.3.4:5", WriteCondition="OnTrigger")")));
     auto const driver = [&](std::size_t place) {
-        return static_cast<FakeDriver*>(project.Blocks()[place].Protocol);
+        return static_cast<FakeDriver*>(project.Blocks()[place].protocol);
     };
     BlockConfig const& first = project.Blocks()[0];
-    EXPECT_EQ(driver(0)->Numbers["Priority"], 8);
-    EXPECT_EQ(driver(0)->Variables[0].Descriptor.IsWrite, 1);
-    EXPECT_EQ(driver(0)->Variables[0].Descriptor.WriteId, first.Variables[0].WriteId);
-    EXPECT_NE(first.Variables[0].WriteId, first.Variables[0].ReadId);
-    EXPECT_EQ(driver(0)->Variables[2].Descriptor.IsWrite, 0);
-    EXPECT_EQ(first.Variables[2].WriteId, 0);
+    EXPECT_EQ(driver(0)->numbers["Priority"], 8);
+    EXPECT_EQ(driver(0)->variables[0].descriptor.IsWrite, 1);
+    EXPECT_EQ(driver(0)->variables[0].descriptor.WriteId, first.variables[0].writeId);
+    EXPECT_NE(first.variables[0].writeId, first.variables[0].readId);
+    EXPECT_EQ(driver(0)->variables[2].descriptor.IsWrite, 0);
+    EXPECT_EQ(first.variables[2].writeId, 0);
     EXPECT_EQ(driver(0)->WriteItemId, 0);
     EXPECT_NE(driver(1)->WriteItemId, 0);
     EXPECT_EQ(driver(1)->WriteCondition, ProtocolWriteCondition::OnTrigger);

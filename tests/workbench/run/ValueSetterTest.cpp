@@ -26,7 +26,7 @@ protected:
     Writing() {
         dorvel::SetEnvironment(&world);
         dorvel::SetLogSink([this](std::string_view piece) { log.Add(piece); });
-        addIn.OnCycle = [this](FakeDriver& driver) { Cycle(driver); };
+        addIn.onCycle = [this](FakeDriver& driver) { Cycle(driver); };
     }
     ~Writing() override {
         setter.reset();
@@ -48,12 +48,12 @@ protected:
 
     void Cycle(FakeDriver& driver) {
         if (silent) {
-            driver.Tell(true, "No connection");
+            driver.Report(true, "No connection");
             return;
         }
         driver.Deliver(0, device[0]);
         driver.Deliver(1, device[1]);
-        driver.Tell(false, "");
+        driver.Report(false, "");
         driver.WritePhase([this](std::size_t place, OpcUa_VariantHlp const& value) {
             written.emplace_back(place, value);
             double number = 0;
@@ -77,7 +77,7 @@ protected:
     // "21.5 pending", as it stands now.
     std::string State(std::size_t place = 0) {
         setter->Show(snapshot);
-        return WriteText(snapshot.Variables[place].Write, 0, true);
+        return WriteText(snapshot.variables[place].write, 0, true);
     }
 
     FakeEnvironment world;
@@ -248,11 +248,11 @@ TEST_F(Writing, OnTriggerASetWhileTheTriggerIsOnWaitsForTheNextOne) {
 
 TEST_F(Writing, ALineLoggedElsewhereIsNoRefusal) {
     Load("");
-    auto const cycle = addIn.OnCycle;
-    addIn.OnCycle = [&](FakeDriver& driver) {
+    auto const cycle = addIn.onCycle;
+    addIn.onCycle = [&](FakeDriver& driver) {
         logMsg("read trouble\n");
         driver.Deliver(0, device[0]);
-        driver.Tell(false, "");
+        driver.Report(false, "");
         driver.WritePhase([&](std::size_t, OpcUa_VariantHlp const& value) {
             std::thread([] { logMsg("another block's trouble\n"); }).join();
             device[0] = value;
@@ -266,8 +266,8 @@ TEST_F(Writing, ALineLoggedElsewhereIsNoRefusal) {
 
 TEST_F(Writing, OnlyTheFirstLineOfAWriteIsItsReason) {
     Load("");
-    addIn.OnCycle = [](FakeDriver& driver) {
-        driver.Tell(false, "");
+    addIn.onCycle = [](FakeDriver& driver) {
+        driver.Report(false, "");
         driver.WritePhase([](std::size_t, OpcUa_VariantHlp const&) { logMsg("first\nsecond\n"); });
     };
     Set("AHU.T = 21");
@@ -279,9 +279,9 @@ TEST_F(Writing, ADoubleOnARealPropertyIsReadBackWithItsDigits) {
     project.Load(SourceText(Block(R"(Name="AHU", Address="192.168.1.20:47808")", Writable("T", "Double"))));
     setter = std::make_unique<ValueSetter>(project.Runtime(), log);
     BlockConfig const& block = project.Blocks().front();
-    addIn.OnCycle = [this](FakeDriver& driver) {
+    addIn.onCycle = [this](FakeDriver& driver) {
         driver.Deliver(0, device[0]);
-        driver.Tell(false, "");
+        driver.Report(false, "");
         driver.WritePhase([this](std::size_t, OpcUa_VariantHlp const& value) {
             device[0] = Float(static_cast<float>(value.Value.Double));
         });

@@ -20,7 +20,8 @@ protected:
         variable.insert(variable.size() - 1, ", Write=true");
         project.Load(SourceText(Block(R"(Name="AHU", Address="1.2.3.4:47808")", variable)));
         BlockSnapshot first = TakeSnapshot(project.Blocks().front(), 0, project.Runtime().Variables());
-        display = std::make_unique<TableDisplay>(terminal(), log, setter(), prompt, std::vector{first});
+        display =
+            std::make_unique<TableDisplay>(MakeTerminal(), log, MakeSetter(), prompt, std::vector{first});
     }
     ~TableOnScreen() override {
         dorvel::SetEnvironment(nullptr);
@@ -28,11 +29,11 @@ protected:
         close(ends[1]);
     }
 
-    Terminal& terminal() {
+    Terminal& MakeTerminal() {
         screen = std::make_unique<Terminal>(ends[1], -1);
         return *screen;
     }
-    ValueSetter& setter() {
+    ValueSetter& MakeSetter() {
         values = std::make_unique<ValueSetter>(project.Runtime(), log);
         return *values;
     }
@@ -75,10 +76,10 @@ TEST_F(TableOnScreen, ShowsAMistake) {
 TEST_F(TableOnScreen, ShowsWhatHasBecomeOfTheValue) {
     SetRequest const request = ReadAssignment(project.Blocks(), "AHU.T = 21.5");
     values->Set(request);
-    display->Answer({"AHU.T", request.Value, ""});
+    display->Answer({"AHU.T", request.value, ""});
     EXPECT_TRUE(Shows("AHU.T = 21.5 pending"));
-    addIn.OnCycle = [](FakeDriver& driver) {
-        driver.Tell(false, "");
+    addIn.onCycle = [](FakeDriver& driver) {
+        driver.Report(false, "");
         driver.WritePhase([&](std::size_t, OpcUa_VariantHlp const& value) { driver.Deliver(0, value); });
     };
     for (int i = 0; i < 3; ++i) {

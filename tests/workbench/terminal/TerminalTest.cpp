@@ -160,25 +160,25 @@ TEST_F(PseudoTerminal, ItsSizeAndColours) {
     unsetenv("NO_COLOR");
     setenv("TERM", "xterm", 1);
     Terminal const terminal(program, program);
-    EXPECT_EQ(terminal.Size().Width, 101u);
-    EXPECT_EQ(terminal.Size().Height, 37u);
-    EXPECT_TRUE(terminal.Size().Colour);
+    EXPECT_EQ(terminal.Size().width, 101u);
+    EXPECT_EQ(terminal.Size().height, 37u);
+    EXPECT_TRUE(terminal.Size().colour);
     setenv("NO_COLOR", "1", 1);
-    EXPECT_FALSE(terminal.Size().Colour);
+    EXPECT_FALSE(terminal.Size().colour);
     unsetenv("NO_COLOR");
     setenv("TERM", "dumb", 1);
-    EXPECT_FALSE(terminal.Size().Colour);
+    EXPECT_FALSE(terminal.Size().colour);
     Terminal const none(-1, -1);
-    EXPECT_EQ(none.Size().Width, 80u);
-    EXPECT_EQ(none.Size().Height, 24u);
+    EXPECT_EQ(none.Size().width, 80u);
+    EXPECT_EQ(none.Size().height, 24u);
 }
 
 TEST(Signals, AskForTheEnd) {
     for (int const number : {SIGINT, SIGTERM, SIGHUP}) {
         Signals const signals(nullptr);
-        EXPECT_FALSE(signals.StopAsked());
+        EXPECT_FALSE(signals.IsStopRequested());
         raise(number);
-        EXPECT_TRUE(signals.StopAsked());
+        EXPECT_TRUE(signals.IsStopRequested());
     }
 }
 
@@ -189,9 +189,9 @@ TEST(Signals, OfAWindowAndASuspensionAreTakenOnce) {
     raise(SIGTSTP);
     EXPECT_TRUE(signals.TakeResized());
     EXPECT_FALSE(signals.TakeResized());
-    EXPECT_TRUE(signals.TakeSuspendAsked());
-    EXPECT_FALSE(signals.TakeSuspendAsked());
-    EXPECT_FALSE(signals.StopAsked());
+    EXPECT_TRUE(signals.TakeSuspendRequest());
+    EXPECT_FALSE(signals.TakeSuspendRequest());
+    EXPECT_FALSE(signals.IsStopRequested());
 }
 
 TEST(Signals, AreGivenBack) {

@@ -73,10 +73,10 @@ TEST_F(Measuring, FromRequestToAnswer) {
     world.Arrives(device, "x");
     EXPECT_EQ(Receive(1), 1);
     TrafficFigures const figures = environment.Figures();
-    EXPECT_EQ(figures.Requests, 1u);
-    EXPECT_EQ(figures.Answers, 1u);
-    EXPECT_EQ(figures.Trips.Count(), 1u);
-    EXPECT_EQ(figures.Trips.Median(), 70);
+    EXPECT_EQ(figures.requests, 1u);
+    EXPECT_EQ(figures.answers, 1u);
+    EXPECT_EQ(figures.trips.Count(), 1u);
+    EXPECT_EQ(figures.trips.Median(), 70);
 }
 
 TEST_F(Measuring, ARequestSentAgainCountsFromItsLastTime) {
@@ -87,8 +87,8 @@ TEST_F(Measuring, ARequestSentAgainCountsFromItsLastTime) {
     world.time += 5;
     world.Arrives(device, "x");
     Receive(1);
-    EXPECT_EQ(environment.Figures().Requests, 2u);
-    EXPECT_EQ(environment.Figures().Trips.Maximum(), 5);
+    EXPECT_EQ(environment.Figures().requests, 2u);
+    EXPECT_EQ(environment.Figures().trips.Maximum(), 5);
 }
 
 TEST_F(Measuring, AFurtherDatagramIsAnAnswerAndNoRoundTrip) {
@@ -97,8 +97,8 @@ TEST_F(Measuring, AFurtherDatagramIsAnAnswerAndNoRoundTrip) {
     world.Arrives(device, "y");
     Receive(1);
     Receive(1);
-    EXPECT_EQ(environment.Figures().Answers, 2u);
-    EXPECT_EQ(environment.Figures().Trips.Count(), 1u);
+    EXPECT_EQ(environment.Figures().answers, 2u);
+    EXPECT_EQ(environment.Figures().trips.Count(), 1u);
 }
 
 TEST_F(Measuring, AnAnswerThatNobodyWaitsForAnyMoreIsNoRoundTrip) {
@@ -106,8 +106,8 @@ TEST_F(Measuring, AnAnswerThatNobodyWaitsForAnyMoreIsNoRoundTrip) {
     EXPECT_EQ(Receive(1), -1);
     world.Arrives(device, "x");
     EXPECT_EQ(Receive(1), 1);
-    EXPECT_EQ(environment.Figures().Answers, 1u);
-    EXPECT_EQ(environment.Figures().Trips.Count(), 0u);
+    EXPECT_EQ(environment.Figures().answers, 1u);
+    EXPECT_EQ(environment.Figures().trips.Count(), 0u);
 }
 
 TEST_F(Measuring, SocketsAreMeasuredApart) {
@@ -119,8 +119,8 @@ TEST_F(Measuring, SocketsAreMeasuredApart) {
     world.Arrives(device, "y");
     Receive(2);
     Receive(1);
-    EXPECT_EQ(environment.Figures().Trips.Maximum(), 11);
-    EXPECT_EQ(environment.Figures().Trips.Median(), 6);
+    EXPECT_EQ(environment.Figures().trips.Maximum(), 11);
+    EXPECT_EQ(environment.Figures().trips.Median(), 6);
 }
 
 TEST_F(Measuring, ASocketThatWasClosedWaitsForNothing) {
@@ -128,14 +128,14 @@ TEST_F(Measuring, ASocketThatWasClosedWaitsForNothing) {
     environment.Close(1);
     world.Arrives(device, "x");
     Receive(1);
-    EXPECT_EQ(environment.Figures().Trips.Count(), 0u);
+    EXPECT_EQ(environment.Figures().trips.Count(), 0u);
     EXPECT_EQ(world.closed, std::vector<int>{1});
 }
 
 TEST_F(Measuring, WhatDidNotLeaveIsNoRequest) {
     world.sends = false;
     Send(1);
-    EXPECT_EQ(environment.Figures().Requests, 0u);
+    EXPECT_EQ(environment.Figures().requests, 0u);
 }
 
 }  // namespace
