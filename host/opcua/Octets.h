@@ -1,16 +1,15 @@
 #pragma once
 
+#include <cstddef>
 #include <cstring>
 
-#include "opcua/OpcUa_Variant.h"
-
-// A copy on the heap, zero behind it; the caller owns it. Without data or with a length below 0 it is empty.
-inline OpcUa_Octets MakeOctets(char const* data, int length) {
-    std::size_t const size = data && length > 0 ? static_cast<std::size_t>(length) : 0;
-    OpcUa_Octets const octets{new char[size + 1], static_cast<int>(size)};
-    if (size != 0) {
-        std::memcpy(octets.Data, data, size);
+// A copy of size octets (0 or more) on the heap, followed by a zero; the caller owns it.
+inline char* CopyOctets(char const* data, int size) {
+    auto const length = static_cast<std::size_t>(size);
+    char* const copy = new char[length + 1];
+    if (length != 0) {
+        std::memcpy(copy, data, length);
     }
-    octets.Data[size] = 0;
-    return octets;
+    copy[length] = 0;
+    return copy;
 }

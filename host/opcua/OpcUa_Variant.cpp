@@ -4,7 +4,6 @@
 #include <memory>
 #include <utility>
 
-#include "Conversion.h"
 #include "Octets.h"
 
 namespace {
@@ -17,7 +16,7 @@ bool HasOctets(OpcUa_Variant const& variant) {
 void CopyTo(OpcUa_Variant& target, OpcUa_Variant const& source) {
     OpcUa_Variant copy = source;
     if (HasOctets(source)) {
-        copy.Value.Octets = MakeOctets(source.Value.Octets.Data, source.Value.Octets.Length);
+        copy.Value.Octets.Data = CopyOctets(source.Value.Octets.Data, source.Value.Octets.Length);
     } else if (source.Datatype == OpcUaType_DataValue) {
         auto inner = std::make_unique<OpcUa_DataValue>(*source.Value.DataValue);
         CopyTo(inner->Value, source.Value.DataValue->Value);
@@ -119,23 +118,6 @@ void OpcUa_VariantHlp::CopyVariants(OpcUa_Variant* target, OpcUa_Variant const* 
     CopyTo(copy, *source);  // before the target is freed: the source may be it, or stand inside it
     OpcUa_Variant_Clear(target);
     *target = copy;
-}
-
-OpcUa_StatusCode OpcUa_VariantHlp::ChangeType(_OpcUa_BuiltInType type) {
-    if (type == OpcUaType_DataValue && GetType() != OpcUaType_Null) {
-        if (GetType() != OpcUaType_DataValue) {
-            SetDataValue(*this, 0, OpcUa_Good);
-        }
-        return OpcUa_Good;
-    }
-    Normalize(nullptr, nullptr);
-    if (GetType() == type && type != OpcUaType_Null) {
-        return OpcUa_Good;
-    }
-    OpcUa_VariantHlp result;
-    OpcUa_StatusCode const status = ConvertVariant(*this, type, result);
-    *this = std::move(result);
-    return status;
 }
 
 void OpcUa_VariantHlp::Normalize(unsigned int* status, _OpcUa_DateTime* time) {

@@ -1,10 +1,12 @@
-// The setters and getters of variants.
+// The setters of variants.
 
+#include <algorithm>
 #include <climits>
+#include <cstring>
 #include <memory>
 
-#include "Conversion.h"
 #include "Octets.h"
+#include "opcua/OpcUa_Variant.h"
 
 namespace {
 
@@ -12,29 +14,21 @@ using ValueOf = decltype(OpcUa_Variant::Value);
 
 template <class T>
 void Set(OpcUa_Variant& variant, _OpcUa_BuiltInType type, T ValueOf::*member, T const& value) {
-    T const kept = value;  // it may stand in the variant itself
+    T const kept = value;  // it may be part of the variant
     OpcUa_Variant_Clear(&variant);
     variant.Datatype = static_cast<unsigned char>(type);
     variant.Value.*member = kept;
 }
 
-OpcUa_Variant const& Inner(OpcUa_Variant const& variant) {
-    return variant.Datatype == OpcUaType_DataValue ? variant.Value.DataValue->Value : variant;
-}
-
-template <class T>
-OpcUa_StatusCode Get(OpcUa_Variant const& variant, _OpcUa_BuiltInType type, T ValueOf::*member, T& value) {
-    OpcUa_VariantHlp converted;
-    OpcUa_StatusCode const status = ConvertVariant(Inner(variant), type, converted);
-    if (status == OpcUa_Good) {
-        value = converted.Value.*member;
-    }
-    return status;
-}
-
 int LengthOf(char const* text) {
     std::size_t const length = text ? std::strlen(text) : 0;
     return length < INT_MAX ? static_cast<int>(length) : INT_MAX - 1;
+}
+
+// Empty without data or with a length below 0.
+OpcUa_Octets OctetsOf(char const* data, int length) {
+    int const size = data ? std::max(length, 0) : 0;
+    return {CopyOctets(data, size), size};
 }
 
 }  // namespace
@@ -77,11 +71,11 @@ void OpcUa_VariantHlp::SetUTF8String(char const* text, int length) {
 }
 
 void OpcUa_VariantHlp::SetString(char const* text, int length) {
-    Set(*this, OpcUaType_String, &ValueOf::Octets, MakeOctets(text, length));
+    Set(*this, OpcUaType_String, &ValueOf::Octets, OctetsOf(text, length));
 }
 
 void OpcUa_VariantHlp::SetByteString(char const* octets, int length) {
-    Set(*this, OpcUaType_ByteString, &ValueOf::Octets, MakeOctets(octets, length));
+    Set(*this, OpcUaType_ByteString, &ValueOf::Octets, OctetsOf(octets, length));
 }
 
 void OpcUa_VariantHlp::SetDataValue(OpcUa_VariantHlp& value, long long fileTime, OpcUa_StatusCode status) {
@@ -90,43 +84,4 @@ void OpcUa_VariantHlp::SetDataValue(OpcUa_VariantHlp& value, long long fileTime,
     record->Value = value;
     OpcUa_Variant_Initialize(&value);
     Set(*this, OpcUaType_DataValue, &ValueOf::DataValue, record.release());
-}
-
-OpcUa_StatusCode OpcUa_VariantHlp::GetBool(bool& value) const {
-    return Get(*this, OpcUaType_Boolean, &ValueOf::Boolean, value);
-}
-
-OpcUa_StatusCode OpcUa_VariantHlp::GetInt(int& value) const {
-    return Get(*this, OpcUaType_Int32, &ValueOf::Int32, value);
-}
-
-OpcUa_StatusCode OpcUa_VariantHlp::GetUInt(unsigned int& value) const {
-    return Get(*this, OpcUaType_UInt32, &ValueOf::UInt32, value);
-}
-
-OpcUa_StatusCode OpcUa_VariantHlp::GetInt64(long long& value) const {
-    return Get(*this, OpcUaType_Int64, &ValueOf::Int64, value);
-}
-
-OpcUa_StatusCode OpcUa_VariantHlp::GetUInt64(unsigned long long& value) const {
-    return Get(*this, OpcUaType_UInt64, &ValueOf::UInt64, value);
-}
-
-OpcUa_StatusCode OpcUa_VariantHlp::GetDouble(double& value) const {
-    return Get(*this, OpcUaType_Double, &ValueOf::Double, value);
-}
-
-OpcUa_StatusCode OpcUa_VariantHlp::GetString(std::string& value) const {
-    OpcUa_VariantHlp converted;
-    OpcUa_StatusCode const status = ConvertVariant(Inner(*this), OpcUaType_String, converted);
-    if (status == OpcUa_Good) {
-        OpcUa_Octets const& octets = converted.Value.Octets;
-        value.assign(octets.Data, static_cast<std::size_t>(octets.Length));
-    }
-    return status;
-}
-
-OpcUa_StatusCode OpcUa_VariantHlp::GetTime(long long& fileTime, int kind) const {
-    constexpr int utc = 1;
-    return kind == utc ? Get(*this, OpcUaType_DateTime, &ValueOf::DateTime, fileTime) : OpcUa_BadTypeMismatch;
 }
