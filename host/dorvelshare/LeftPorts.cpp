@@ -2,11 +2,13 @@
 
 #include <algorithm>
 
+#include "Calendar.h"
+
 namespace dorvel {
 
 namespace {
 
-constexpr long long Duration = LeftPorts::Seconds * 10'000'000;
+constexpr long long Duration = LeftPorts::Seconds * TicksPerSecond;
 
 }  // namespace
 

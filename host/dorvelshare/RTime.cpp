@@ -18,11 +18,10 @@ FileTime ULLtoFT(unsigned long long fileTime) {
 }
 
 int FileTimeToRTime(FileTime const* fileTime, RTime* result) {
-    constexpr int lastYear = 30827;
     unsigned long long const ticks =
         static_cast<unsigned long long>(fileTime->dwHighDateTime) << 32 | fileTime->dwLowDateTime;
     CalendarDate const date = DateOfDays(static_cast<long long>(ticks / TicksPerDay));
-    if (date.year > lastYear) {
+    if (date.year > LastYear) {
         return -1;
     }
     auto const milliseconds = static_cast<unsigned int>(ticks % TicksPerDay / (TicksPerSecond / 1000));

@@ -9,6 +9,7 @@
 #include <chrono>
 #include <ctime>
 
+#include "Calendar.h"
 #include "dorvelshare/HostEnvironment.h"
 
 namespace dorvel {
@@ -16,7 +17,6 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr long long TicksPerSecond = 10'000'000;
 constexpr long long TicksTo1970 = 11'644'473'600 * TicksPerSecond;
 
 sockaddr* Generic(sockaddr_in* address) {

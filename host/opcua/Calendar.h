@@ -4,6 +4,7 @@
 
 constexpr long long TicksPerSecond = 10'000'000;
 constexpr long long TicksPerDay = 86'400 * TicksPerSecond;
+constexpr int LastYear = 30827;  // the last whole year of a file time
 
 struct CalendarDate {
     int year;

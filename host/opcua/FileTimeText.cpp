@@ -6,12 +6,6 @@
 namespace text {
 namespace {
 
-constexpr int LastYear = 30827;  // the last whole year of a file time
-
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 // Reads a text from its start; every step says whether it found what it looks for.
 class Scanner {
 public:

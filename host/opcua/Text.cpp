@@ -23,10 +23,6 @@ bool EqualsIgnoringCase(std::string_view text, std::string_view small) {
     return true;
 }
 
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 // from_chars knows no leading plus.
 std::string_view WithoutPlus(std::string_view text) {
     return text.size() > 1 && text[0] == '+' && text[1] != '-' ? text.substr(1) : text;

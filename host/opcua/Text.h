@@ -10,6 +10,10 @@
 // one that does not fit; value is left alone then.
 namespace text {
 
+constexpr bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
 // The text without white space at its ends.
 std::string_view Trim(std::string_view text);
 
