@@ -15,13 +15,14 @@ std::size_t TextLength(LuaObjState const& state) {
     return state.ErrorText.size();
 }
 
-// Copies as much of the text as there is room; gives the length.
+// Copies as much of the text as fits; returns the length.
 std::size_t CopyText(LuaObjState const& state, char* room, std::size_t size) {
     std::lock_guard<std::mutex> const lock(state.Mutex);
     return state.ErrorText.copy(room, size);
 }
 
-// The text goes straight into Lua's memory: no string of ours may be alive while Lua allocates.
+// The text is copied straight into Lua's memory: no std::string may be alive while Lua allocates, since a Lua
+// error would skip its destructor.
 void PushErrorText(lua_State* L, LuaObjState const& state) {
     std::size_t const size = TextLength(state);
     luaL_Buffer buffer;

@@ -6,13 +6,13 @@
 #include "LuaCall.h"
 #include "dorvel/ScadaProtocol.h"
 
-// Everything here is called with objects alive, so it uses only such Lua functions as cannot fail.
+// These functions hold C++ objects, so they call only Lua functions that cannot fail.
 
 namespace {
 
 using Properties = std::map<std::string, OpcUa_VariantHlp>;
 
-// The entries of one variable's table as they stand there.
+// The entries of one variable's table.
 struct Entries {
     long long readId = 0;
     long long writeId = 0;
@@ -50,14 +50,14 @@ long long IntegerOnTop(lua_State* L) {
     int isInteger = 0;
     lua_Integer const value = lua_tointegerx(L, -1, &isInteger);
     if (lua_type(L, -1) != LUA_TNUMBER || !isInteger || value < 0) {
-        throw std::invalid_argument("a whole number from 0 expected");
+        throw std::invalid_argument("expected a whole number of 0 or more");
     }
     return value;
 }
 
 std::string TextOnTop(lua_State* L) {
     if (lua_type(L, -1) != LUA_TSTRING) {
-        throw std::invalid_argument("a text expected");
+        throw std::invalid_argument("expected a text");
     }
     return TextAt(L, -1);
 }
@@ -81,7 +81,7 @@ OpcUa_VariantHlp PropertyOnTop(lua_State* L) {
             break;
         }
         default:
-            throw std::invalid_argument("a boolean, a number or a text expected");
+            throw std::invalid_argument("expected a boolean, a number or a text");
     }
     return value;
 }
@@ -102,13 +102,13 @@ void ReadEntry(lua_State* L, std::string const& name, Entries& entries) {
     entries.others[name] = PropertyOnTop(L);
 }
 
-// What a failure says is put behind the place at which it happened.
+// Runs the body; puts the path of the entry in front of the text of a failure.
 template <class Body>
-void At(std::string const& place, Body const& body) {
+void At(std::string const& path, Body const& body) {
     try {
         body();
     } catch (std::invalid_argument const& failure) {
-        throw std::invalid_argument(place + ": " + failure.what());
+        throw std::invalid_argument(path + ": " + failure.what());
     }
 }
 
@@ -116,24 +116,25 @@ _OpcUa_BuiltInType ValueType(long long number) {
     bool const isStored = (number >= OpcUaType_Boolean && number <= OpcUaType_DateTime) ||
                           number == OpcUaType_ByteString || number == OpcUaType_StatusCode;
     if (!isStored) {
-        throw std::invalid_argument("the number of a type expected, got " + std::to_string(number));
+        throw std::invalid_argument(std::to_string(number) +
+                                    " is not the number of a type that variables can have");
     }
     return static_cast<_OpcUa_BuiltInType>(number);
 }
 
-OpcUa_BuiltInTypeHlp TypeOf(Entries const& entries, std::string const& place) {
+OpcUa_BuiltInTypeHlp TypeOf(Entries const& entries, std::string const& path) {
     OpcUa_BuiltInTypeHlp type(OpcUaType_DataValue);
     if (entries.type == OpcUaType_DataValue) {
-        At(place + ".ElementType", [&] { type.ElementType = ValueType(entries.elementType); });
+        At(path + ".ElementType", [&] { type.ElementType = ValueType(entries.elementType); });
     } else {
-        At(place + ".Type", [&] { type.Type = ValueType(entries.type); });
+        At(path + ".Type", [&] { type.Type = ValueType(entries.type); });
     }
     return type;
 }
 
-ScadaProtocol::Channel ChannelOf(Entries entries, std::string const& place) {
+ScadaProtocol::Channel ChannelOf(Entries entries, std::string const& path) {
     ScadaProtocol::Channel channel;
-    OpcUa_BuiltInTypeHlp const type = TypeOf(entries, place);
+    OpcUa_BuiltInTypeHlp const type = TypeOf(entries, path);
     channel.Read = {entries.readId, std::move(entries.readField), type};
     if (entries.writeId != 0) {
         channel.Write = ScadaProtocol::WriteChannel{entries.writeId, std::move(entries.writeField), type};
@@ -142,28 +143,28 @@ ScadaProtocol::Channel ChannelOf(Entries entries, std::string const& place) {
     return channel;
 }
 
-void RequireTable(lua_State* L, std::string const& place) {
+void RequireTable(lua_State* L, std::string const& path) {
     if (!lua_istable(L, -1)) {
-        throw std::invalid_argument(place + ": a table expected, got " + luaL_typename(L, -1));
+        throw std::invalid_argument(path + ": expected a table, got a " + luaL_typename(L, -1));
     }
 }
 
-ScadaProtocol::Channel ChannelOnTop(lua_State* L, std::string const& place) {
-    RequireTable(L, place);
+ScadaProtocol::Channel ChannelOnTop(lua_State* L, std::string const& path) {
+    RequireTable(L, path);
     Entries entries;
     lua_pushnil(L);
     while (lua_next(L, -2)) {
         if (lua_type(L, -2) != LUA_TSTRING) {
-            throw std::invalid_argument(place + ": names expected as keys");
+            throw std::invalid_argument(path + ": every key must be a name");
         }
         std::string const name = TextAt(L, -2);
-        At(place + "." + name, [&] { ReadEntry(L, name, entries); });
+        At(path + "." + name, [&] { ReadEntry(L, name, entries); });
         lua_pop(L, 1);
     }
-    return ChannelOf(std::move(entries), place);
+    return ChannelOf(std::move(entries), path);
 }
 
-// A list has no other keys than its places.
+// A list has no keys other than its indices.
 void RequireList(lua_State* L) {
     RequireTable(L, "Vars");
     lua_Unsigned count = 0;
@@ -173,7 +174,7 @@ void RequireList(lua_State* L) {
         lua_pop(L, 1);
     }
     if (count != lua_rawlen(L, -1)) {
-        throw std::invalid_argument("Vars: a list of tables expected");
+        throw std::invalid_argument("Vars: expected a list of tables without other keys");
     }
 }
 
@@ -186,9 +187,9 @@ void get_lua_value(ScadaProtocol::Channels& channels, lua_State* L) {
         ScadaProtocol::Channels result;
         auto const count = static_cast<lua_Integer>(lua_rawlen(L, -1));
         result.reserve(static_cast<std::size_t>(count));
-        for (lua_Integer place = 1; place <= count; ++place) {
-            lua_rawgeti(L, -1, place);
-            result.push_back(ChannelOnTop(L, "Vars[" + std::to_string(place) + "]"));
+        for (lua_Integer index = 1; index <= count; ++index) {
+            lua_rawgeti(L, -1, index);
+            result.push_back(ChannelOnTop(L, "Vars[" + std::to_string(index) + "]"));
             lua_pop(L, 1);
         }
         channels = std::move(result);

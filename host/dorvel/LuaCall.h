@@ -8,13 +8,13 @@
 
 namespace dorvel {
 
-// Between C++ and Lua: Lua leaves a function by a jump that runs no destructors, and is written in C, so that
-// no exception may pass through it. Where Lua was built as C++, its errors are exceptions of a type of its
-// own, which have to reach it: what is caught here is std::exception alone, and nothing else is thrown.
+// Calls between C++ and Lua. Lua leaves a function by a jump that runs no destructors, and no exception may
+// pass through its C code. Where Lua is built as C++, its errors are exceptions of its own type, which must
+// reach it. So only std::exception is caught here, and nothing else is thrown.
 
-// Runs what Lua called and gives its result. An exception becomes a Lua error with its text (up to 511
-// octets), raised when all objects of the body are gone. The body calls only such Lua functions as cannot
-// fail while it holds objects with destructors.
+// Runs the body of a function that Lua called, and returns its result. A std::exception becomes a Lua error
+// with its text (up to 511 octets), raised after all objects of the body are destroyed. While the body holds
+// objects with destructors, it calls only Lua functions that cannot fail.
 template <class Body>
 int GuardLua(lua_State* L, Body const& body) {
     char text[512];
@@ -26,8 +26,8 @@ int GuardLua(lua_State* L, Body const& body) {
     return luaL_error(L, "%s", text);
 }
 
-// Calls the body where Lua errors may happen; one becomes a std::runtime_error with its text. The body starts
-// with an empty stack of LUA_MINSTACK free places, leaves nothing behind and holds no objects with
+// Calls a body in which Lua errors may occur; an error becomes a std::runtime_error with its text. The body
+// starts with an empty stack of LUA_MINSTACK free slots, leaves nothing on it, and holds no objects with
 // destructors.
 template <class Body>
 void ProtectLua(lua_State* L, Body const& body) {

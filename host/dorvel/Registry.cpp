@@ -13,7 +13,7 @@ struct Registry {
     std::vector<RegisteredLibrary> libraries;
 };
 
-// Made at the first use: add-ins may register while their library is loaded.
+// Created at the first use: add-ins may register while their library is being loaded.
 Registry& TheRegistry() {
     static Registry registry;
     return registry;
@@ -49,10 +49,10 @@ int RegisterConfigProcessor(char const* name, int order, ConfigProcessor process
     if (!name || !processor || dorvel::IsTaken(processors, name)) {
         return -1;
     }
-    auto const place = std::upper_bound(
+    auto const position = std::upper_bound(
         processors.begin(), processors.end(), order,
         [](int value, dorvel::RegisteredProcessor const& entry) { return value < entry.order; });
-    processors.insert(place, {name, order, processor, source});
+    processors.insert(position, {name, order, processor, source});
     return 0;
 }
 

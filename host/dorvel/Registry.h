@@ -19,8 +19,8 @@ struct RegisteredLibrary {
     lua_CFunction open;
 };
 
-// What add-ins have registered in this process up to now: processors in the order in which they are called,
-// libraries in the order of entry.
+// The registrations of add-ins in this process: processors in the order of their calls, libraries in the
+// order of registration.
 std::vector<RegisteredProcessor> RegisteredProcessors();
 std::vector<RegisteredLibrary> RegisteredLibraries();
 

@@ -17,15 +17,16 @@
 namespace dorvel {
 namespace {
 
-// Where a Lua state keeps its runtime in the registry.
+// Its address is the key of the runtime in the registry of a Lua state.
 char const RuntimeKey = 0;
 
 void OpenLibrary(lua_State* L, RegisteredLibrary const& library) {
     try {
         ProtectLua(L, [&] {
-            // Called without Lua in between: a negative result is no count of values.
-            if (library.open(L) < 0) {
-                luaL_error(L, "refused");
+            // Called directly and not by Lua: a negative result is a failure, not a count of values.
+            int const result = library.open(L);
+            if (result < 0) {
+                luaL_error(L, "it cannot be opened: its function returned %d", result);
             }
         });
     } catch (std::runtime_error const& failure) {
@@ -181,7 +182,7 @@ void Runtime::RunOnce() {
 }
 
 bool Runtime::WaitFinished(std::chrono::milliseconds timeout) {
-    constexpr std::chrono::hours longest(24 * 365);  // what a clock can still count from now
+    constexpr std::chrono::hours longest(24 * 365);  // a longer wait would overflow the clock
     std::unique_lock<std::mutex> lock(impl->mutex);
     return impl->changed.wait_for(lock, std::min<std::chrono::milliseconds>(timeout, longest),
                                   [this] { return impl->running == 0; });
@@ -210,7 +211,7 @@ void Runtime::Impl::Notify(ConfigProcessorMode mode) {
         try {
             int const result = entry.processor(entry.source, mode, nullptr);
             if (result != 0) {
-                logMsg("Processor '%s' gives %d in mode %d\n", entry.name.c_str(), result,
+                logMsg("Processor '%s' returned %d in mode %d\n", entry.name.c_str(), result,
                        static_cast<int>(mode));
             }
         } catch (std::exception const& failure) {

@@ -15,7 +15,7 @@
 
 namespace dorvel {
 
-// What a runtime keeps of one block.
+// A runtime's record of one block.
 struct BlockEntry {
     ScadaProtocol* block;
     int reference;           // of the userdata in the Lua registry, which keeps the block alive
@@ -56,11 +56,11 @@ struct __attribute__((visibility("hidden"))) Runtime::Impl {
 
     static void Notify(ConfigProcessorMode mode);
     void RunBlock(BlockEntry& entry);
-    // The life of a task's thread; cycles 0 means without end.
+    // Runs a task on its thread; cycles 0: no limit.
     void RunTask(STTask const& task, std::vector<BlockEntry*> const& taskBlocks, unsigned long long cycles);
     void RunCycles(STTask const& task, std::vector<BlockEntry*> const& taskBlocks, unsigned long long cycles);
     bool MustStop();
-    // False when the runtime was to stop before that.
+    // False when the runtime must stop before then.
     bool WaitUntil(Clock::time_point time);
     void AskToStop();
 };

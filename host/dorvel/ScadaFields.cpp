@@ -18,7 +18,8 @@ void ScadaFields::IField::to_json(dorvel::JsonWrapper& /*json*/, void const* /*o
 struct ScadaFields::Table {
     ScadaFields const* parent;
     std::vector<std::unique_ptr<IField const>> fields;
-    boost::unordered_flat_map<std::string_view, std::size_t> indices;  // the names are those in the fields
+    // By name; the keys refer to the names in the fields.
+    boost::unordered_flat_map<std::string_view, std::size_t> indices;
 
     IField const* Find(std::string_view name) const {
         auto const position = indices.find(name);
@@ -40,7 +41,7 @@ void PushField(ScadaFields::IField const& field, void const* object, lua_State* 
     }
 }
 
-// The text of a key, of no length when there is none. A number in the stack becomes its text.
+// The text of a key, empty when it has none. A number on the stack is replaced by its text.
 std::string_view KeyAt(lua_State* L, int index) {
     std::size_t length = 0;
     char const* const text = lua_tolstring(L, index, &length);
@@ -56,7 +57,7 @@ ScadaFields::~ScadaFields() = default;
 void ScadaFields::add(IField const* field) {
     std::unique_ptr<IField const> owned(field);
     if (!owned) {
-        throw std::invalid_argument("a field is missing");
+        throw std::invalid_argument("a field must not be null");
     }
     auto const position = table->indices.find(owned->name);
     if (position == table->indices.end()) {
@@ -65,7 +66,7 @@ void ScadaFields::add(IField const* field) {
         return;
     }
     std::size_t const index = position->second;
-    table->indices.erase(position);  // its key ends with the old field
+    table->indices.erase(position);  // its key refers to the old field
     table->fields[index] = std::move(owned);
     table->indices.emplace(field->name, index);
 }

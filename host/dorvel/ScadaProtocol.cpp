@@ -15,7 +15,7 @@ std::atomic<bool> standby{false};
 
 constexpr long long TicksPerMillisecond = 10'000;
 
-// True when the provider has such an item and it holds a true value.
+// True when the provider has the item and its value is true.
 bool ReadFlag(LuaDataProvider const* provider, long long id) {
     OpcUa_VariantHlp value;
     bool flag = false;
@@ -87,7 +87,7 @@ bool ScadaProtocol::MayExecute() {
         return true;
     }
     long long const passed = getRDateTime() - faultTime;
-    // A clock that was set back must not stretch the pause.
+    // A clock that was set back must not extend the wait.
     return passed < 0 || passed >= CalcRecconectInterval() * TicksPerMillisecond;
 }
 
@@ -155,7 +155,7 @@ int ScadaProtocol::isWrite() {
 }
 
 bool ScadaProtocol::IsTriggered(DriverVarDsc& descriptor) {
-    bool before = true;  // the first look only takes note
+    bool before = true;  // the first check only records the item
     descriptor.LastTrigger.GetBool(before);
     bool const now = ReadFlag(provider, WriteItemId);
     descriptor.LastTrigger.SetBool(now);
@@ -164,7 +164,7 @@ bool ScadaProtocol::IsTriggered(DriverVarDsc& descriptor) {
 
 int ScadaProtocol::IsNeedWriteValue(OpcUa_VariantHlp const& value, DriverVarDsc& descriptor) {
     bool const isTriggered = WriteCondition == ProtocolWriteCondition::OnTrigger && IsTriggered(descriptor);
-    OpcUa_VariantHlp bare = value;  // a later time alone is no change
+    OpcUa_VariantHlp bare = value;  // a new time alone is not a change
     bare.Normalize(nullptr, nullptr);
     if (bare.GetType() == OpcUaType_Null) {
         return 0;

@@ -1,4 +1,4 @@
-// What runs on the threads of the tasks.
+// The threads of the tasks.
 
 #include <exception>
 
@@ -11,7 +11,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// Starts of cycles keep to the grid of the period; those that a long cycle has overrun are left out.
+// Cycles start at multiples of the period; starts that a long cycle has overrun are skipped.
 Clock::time_point NextStart(Clock::time_point start, std::chrono::milliseconds period) {
     Clock::time_point const now = Clock::now();
     if (period.count() == 0) {

@@ -21,11 +21,11 @@ constexpr ElementaryType ElementaryTypes[] = {
     {"STRING", OpcUaType_String}, {"DT", OpcUaType_DateTime},
 };
 
-// The entry of the table on top of the stack, checked for its type and left on the stack above it.
+// Pushes an entry of the table on top of the stack; another type than this is a Lua error.
 void RequireEntry(lua_State* L, char const* where, char const* key, int type) {
     lua_getfield(L, -1, key);
     if (lua_type(L, -1) != type) {
-        luaL_error(L, "FBMetadata: %s.%s: %s expected, got %s", where, key, lua_typename(L, type),
+        luaL_error(L, "FBMetadata: %s.%s: expected a %s, got %s", where, key, lua_typename(L, type),
                    luaL_typename(L, -1));
     }
 }
@@ -33,7 +33,7 @@ void RequireEntry(lua_State* L, char const* where, char const* key, int type) {
 void CheckInteger(lua_State* L, char const* where, char const* key) {
     RequireEntry(L, where, key, LUA_TNUMBER);
     if (!lua_isinteger(L, -1)) {
-        luaL_error(L, "FBMetadata: %s.%s: integer expected", where, key);
+        luaL_error(L, "FBMetadata: %s.%s: expected a whole number", where, key);
     }
     lua_pop(L, 1);
 }
@@ -42,19 +42,19 @@ void CheckInteger(lua_State* L, char const* where, char const* key) {
 void CheckType(lua_State* L, char const* where) {
     lua_getfield(L, -1, "Type");
     if (!lua_istable(L, -1) && !lua_isinteger(L, -1)) {
-        luaL_error(L, "FBMetadata: %s.Type: no known type", where);
+        luaL_error(L, "FBMetadata: %s.Type: expected the number or the table of a type", where);
     }
     lua_pop(L, 1);
 }
 
-// The key and the table of one variable are the two topmost of the stack.
+// The key and the table of one variable are on top of the stack.
 void CheckVariable(lua_State* L) {
     if (lua_type(L, -2) != LUA_TSTRING) {
-        luaL_error(L, "FBMetadata: Vars: names expected");
+        luaL_error(L, "FBMetadata: Vars: every key must be a name");
     }
     char const* const name = lua_tostring(L, -2);
     if (!lua_istable(L, -1)) {
-        luaL_error(L, "FBMetadata: %s: table expected, got %s", name, luaL_typename(L, -1));
+        luaL_error(L, "FBMetadata: %s: expected a table, got %s", name, luaL_typename(L, -1));
     }
     CheckInteger(L, name, "Hash");
     CheckType(L, name);
@@ -62,8 +62,8 @@ void CheckVariable(lua_State* L) {
     lua_pop(L, 1);
 }
 
-// FBMetadata(table): the table itself, when it describes a block type: Name, Hash and, by name, Vars with
-// Hash, Type and Retain.
+// FBMetadata(table) returns the table when it describes a block type: Name, Hash and, by name, Vars with
+// Hash, Type and Retain. Anything else is a Lua error.
 int FBMetadata(lua_State* L) {
     luaL_checktype(L, 1, LUA_TTABLE);
     lua_settop(L, 1);

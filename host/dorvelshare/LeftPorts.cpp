@@ -15,15 +15,15 @@ constexpr long long Duration = LeftPorts::Seconds * TicksPerSecond;
 void LeftPorts::Add(unsigned short port, long long now) {
     std::lock_guard<std::mutex> const lock(mutex);
     entries[next] = {port, now};
-    next = (next + 1) % Room;
-    count = std::min(count + 1, Room);
+    next = (next + 1) % Capacity;
+    count = std::min(count + 1, Capacity);
 }
 
-// From the latest one back to the first that is too old.
+// Searches from the newest entry back to the first that is too old.
 bool LeftPorts::Has(unsigned short port, long long now) const {
     std::lock_guard<std::mutex> const lock(mutex);
     for (std::size_t back = 1; back <= count; ++back) {
-        Entry const& entry = entries[(next + Room - back) % Room];
+        Entry const& entry = entries[(next + Capacity - back) % Capacity];
         if (now - entry.since >= Duration) {
             return false;
         }

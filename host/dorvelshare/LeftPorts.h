@@ -6,18 +6,18 @@
 
 namespace dorvel {
 
-// Local ports that sockets have left although an answer may still come to them. Blocks count their invoke ids
-// alike, so an answer to one block could pass for the answer to another: nobody takes such a port before its
-// late answers have come. Times are those of HostEnvironment::SteadyNow. For any number of threads.
+// Local ports that sockets have left while an answer may still come. All blocks count their invoke ids the
+// same way, so a block could take a late answer to another block for its own. Sockets therefore avoid such a
+// port for some seconds. Times are those of HostEnvironment::SteadyNow. Thread-safe.
 class LeftPorts {
 public:
     static constexpr long long Seconds = 10;
-    // Of more ports that are left within that time, the oldest ones are forgotten.
-    static constexpr std::size_t Room = 4096;
+    // When more ports are left within that time, the oldest are forgotten.
+    static constexpr std::size_t Capacity = 4096;
 
     void Add(unsigned short port, long long now);
     bool Has(unsigned short port, long long now) const;
-    // With another environment ports and times are others.
+    // Called when the environment changes, and ports and times with it.
     void Clear();
 
 private:
@@ -27,7 +27,7 @@ private:
     };
 
     mutable std::mutex mutex;
-    std::array<Entry, Room> entries{};  // a ring
+    std::array<Entry, Capacity> entries{};  // a ring
     std::size_t next = 0;
     std::size_t count = 0;
 };

@@ -17,17 +17,17 @@ namespace {
 
 constexpr int TraceInfo = 0x04;
 
-// Units of HostEnvironment::SteadyNow. A device answers within an exchange, or the exchange is given up: what
-// waits in a socket that nobody has used for so long belongs to an earlier one.
+// In units of HostEnvironment::SteadyNow. A datagram that waits in a socket which has been unused for this
+// long belongs to an earlier exchange.
 constexpr long long IdleTime = 200'000;
-// Datagrams that one request drops, so that a flood does not hold it.
+// The limit of datagrams that one request drops, so that a flood does not block it.
 constexpr int MostDropped = 256;
 constexpr int LongestDatagram = 1500;
 
-// What NLBeginCycle said of the cycle that this thread runs, until its first request.
+// Set by NLBeginCycle for the cycle of this thread, until its first request.
 thread_local bool isCycleAfterFault = false;
 
-// port is 0 if the environment has chosen it.
+// port is 0 where the environment has chosen one.
 void Adopt(NLSocket& socket, int handle, unsigned short port) {
     socket.open = 1;
     socket.unanswered = 0;
@@ -40,14 +40,14 @@ bool IsLeft(unsigned short port) {
     return dorvel::TheLeftPorts().Has(port, Environment().SteadyNow());
 }
 
-// Opens the socket on any free port, if possible on one that nobody has just left: as long as it is open, the
-// environment chooses another one.
+// Opens the socket on any free port, if possible not on one that was just left. Unwanted sockets stay open
+// meanwhile, so that the environment chooses another port.
 bool OpenAnywhere(NLSocket& socket) {
-    constexpr int Tries = 3;
-    std::array<int, Tries> unwanted{};
+    constexpr int tries = 3;
+    std::array<int, tries> unwanted{};
     int count = 0;
     int handle = Environment().Open(0);
-    while (handle >= 0 && count < Tries && IsLeft(Environment().LocalPort(handle))) {
+    while (handle >= 0 && count < tries && IsLeft(Environment().LocalPort(handle))) {
         int const another = Environment().Open(0);
         if (another < 0) {
             break;
@@ -62,8 +62,8 @@ bool OpenAnywhere(NLSocket& socket) {
     return true;
 }
 
-// Opens the socket on the first free port of its range from a position on, beginning again at the end. False
-// if there is none.
+// Opens the socket on the first free port of its range, from a position on and around the end. False if none
+// is free.
 bool OpenInRange(NLSocket& socket, int position, bool takesLeftPorts) {
     for (int step = 0; step < socket.portCount; ++step) {
         auto const port =
@@ -82,7 +82,7 @@ void Leave(NLSocket const& socket) {
     Environment().Close(socket.handle);
 }
 
-// The present port is taken as long as the new one is looked for, so the two differ.
+// The old port stays open during the search, so the new one differs.
 void ChangePort(NLSocket& socket) {
     NLSocket const before = socket;
     int const position = std::max(socket.port - socket.firstPort, 0) + 1;
@@ -108,8 +108,8 @@ void DropWaiting(NLSocket const& socket, unsigned short task) {
     }
 }
 
-// Keeps the answers to earlier requests away from the one that is about to be sent. What waits is received
-// even where the port is left, so that captures show it.
+// Keeps the answers to earlier requests away from the next one. Waiting datagrams are received even where the
+// port is left, so that captures show them.
 void LeaveOldAnswers(NLSocket& socket, bool isAfterFault, unsigned short task) {
     if (Environment().SteadyNow() - socket.lastUse >= IdleTime) {
         DropWaiting(socket, task);

@@ -34,12 +34,12 @@ sockaddr_in LocalAddress(unsigned short port) {
     return address;
 }
 
-// The wait, in milliseconds, that every socket is given when it is opened: a receive with this time-out, the
-// usual one, takes one system call. Any other one takes poll besides.
+// The receive time-out of every socket, in milliseconds. A receive with this usual time-out takes one system
+// call; any other needs poll as well.
 constexpr int UsualWait = 1000;
 
-// A wait in the socket is counted in ticks of the kernel, the first of which has begun already: with one
-// millisecond more it is never too short.
+// The kernel counts the time-out in ticks, the first of which has already begun; with one millisecond more it
+// is never too short.
 timeval SocketWait() {
     timeval wait{};
     wait.tv_sec = UsualWait / 1000;
@@ -51,13 +51,13 @@ long long TicksOf(timespec const& time) {
     return time.tv_sec * TicksPerSecond + time.tv_nsec / 100;
 }
 
-// An error that a handle keeps for good. The others (an ICMP message about an earlier request, a network that
-// is down for a while, a datagram with a bad checksum) belong to one datagram, and waiting goes on.
+// True for an error that the handle keeps. All others (an ICMP message about an earlier request, a network
+// that is down for a while, a datagram with a bad checksum) concern one datagram, and waiting continues.
 bool IsLasting(int error) {
     return error == EBADF || error == ENOTSOCK || error == EINVAL || error == EFAULT || error == ENOTCONN;
 }
 
-// Waits until the handle may have a datagram. False at the deadline, or when the handle is none.
+// Waits until the handle may have a datagram. False at the deadline, and for an invalid handle.
 bool WaitReadable(int handle, Clock::time_point deadline) {
     pollfd entry{handle, POLLIN, 0};
     for (;;) {
@@ -101,11 +101,11 @@ public:
     void Close(int handle) override { ::close(handle); }
 
     bool Send(int handle, sockaddr_in const& peer, void const* data, int length) override {
-        for (int refusals = 0;;) {
+        for (int reports = 0;;) {
             ssize_t const sent =
                 ::sendto(handle, data, static_cast<std::size_t>(length), 0, Generic(&peer), sizeof peer);
-            // A refusal answers an earlier datagram and is told once.
-            bool const again = sent < 0 && (errno == EINTR || (errno == ECONNREFUSED && refusals++ == 0));
+            // ECONNREFUSED concerns an earlier datagram and is reported once.
+            bool const again = sent < 0 && (errno == EINTR || (errno == ECONNREFUSED && reports++ == 0));
             if (!again) {
                 return sent == length;
             }
@@ -142,7 +142,7 @@ public:
     }
 
     long long LocalTimeDiff() override {
-        ::tzset();  // localtime_r need not look at the zone again
+        ::tzset();  // localtime_r need not read the zone again
         std::time_t const now = std::time(nullptr);
         std::tm local{};
         return ::localtime_r(&now, &local) ? local.tm_gmtoff * TicksPerSecond : 0;

@@ -35,7 +35,7 @@ void Emit(std::string_view text) {
     }
 }
 
-// The text of a printf format, of any length; the format itself when it cannot be carried out.
+// Formats a text of any length; the format itself when formatting fails.
 std::string Format(char const* format, std::va_list arguments) {
     std::va_list again;
     va_copy(again, arguments);
@@ -68,7 +68,7 @@ bool IsEnableUserTrace() {
     return userTrace;
 }
 
-// Warnings and errors always, everything else while the user's trace is on.
+// Logs warnings and errors always, other levels while the user's trace is on.
 void OpcUa_Trace_Imp(int level, char const* file, int line, char const* format, ...) {
     if ((level & (TraceWarning | TraceError)) == 0 && !userTrace) {
         return;

@@ -30,7 +30,7 @@ bool VariableStore::Write(long long id, std::string const& field, OpcUa_Variant 
     if (!IsDeclared(id)) {
         return false;
     }
-    variables[Place(id)].Fields[field] = std::move(state);
+    variables[IndexOf(id)].Fields[field] = std::move(state);
     return true;
 }
 
@@ -39,7 +39,7 @@ bool VariableStore::Read(long long id, std::string const& field, VariableState& 
     if (!IsDeclared(id)) {
         return false;
     }
-    auto const& fields = variables[Place(id)].Fields;
+    auto const& fields = variables[IndexOf(id)].Fields;
     auto const stored = fields.find(field);
     state = stored == fields.end() ? VariableState() : stored->second;
     return true;
@@ -47,10 +47,10 @@ bool VariableStore::Read(long long id, std::string const& field, VariableState& 
 
 std::string VariableStore::Name(long long id) const {
     std::lock_guard<std::mutex> const lock(mutex);
-    return IsDeclared(id) ? variables[Place(id)].Name : std::string();
+    return IsDeclared(id) ? variables[IndexOf(id)].Name : std::string();
 }
 
 OpcUa_BuiltInTypeHlp VariableStore::Type(long long id) const {
     std::lock_guard<std::mutex> const lock(mutex);
-    return IsDeclared(id) ? variables[Place(id)].Type : OpcUa_BuiltInTypeHlp();
+    return IsDeclared(id) ? variables[IndexOf(id)].Type : OpcUa_BuiltInTypeHlp();
 }

@@ -9,8 +9,8 @@
 
 namespace {
 
-// The places of the types in a row of the matrix, by their numbers; -1 for a type without one.
-constexpr int Places[] = {-1, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, -1, 13, -1, -1, -1, 14};
+// The index of each type in a row of the matrix, by type number; -1 for a type without one.
+constexpr int Indices[] = {-1, 0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, -1, 13, -1, -1, -1, 14};
 
 // From (row) to (column): = the same type, I implicit, E explicit, . none.
 constexpr char const* Rules[] = {
@@ -34,13 +34,13 @@ constexpr char const* Rules[] = {
     /* StatusCode */ "....EEEEE.....=",
 };
 
-int PlaceOf(int type) {
-    return type >= 0 && type < static_cast<int>(std::size(Places)) ? Places[type] : -1;
+int IndexOf(int type) {
+    return type >= 0 && type < static_cast<int>(std::size(Indices)) ? Indices[type] : -1;
 }
 
 bool HasRule(int from, int to) {
-    int const row = PlaceOf(from);
-    int const column = PlaceOf(to);
+    int const row = IndexOf(from);
+    int const column = IndexOf(to);
     return row >= 0 && column >= 0 && Rules[row][column] != '.';
 }
 
@@ -90,7 +90,7 @@ OpcUa_StatusCode CastInteger(From from, To& to) {
     return OpcUa_Good;
 }
 
-// Adds 0.5 and cuts off, downwards: 2.5 gives 3 and -2.5 gives -2. The range is looked at after that.
+// Adds 0.5 and rounds down: 2.5 gives 3 and -2.5 gives -2. The range is checked after that.
 template <class To>
 OpcUa_StatusCode RoundFloating(double from, To& to) {
     // Both limits are powers of two, so a double holds them exactly.
@@ -98,7 +98,7 @@ OpcUa_StatusCode RoundFloating(double from, To& to) {
     double const begin = std::is_signed_v<To> ? -end : 0.0;
     double rounded = std::floor(from);
     rounded += from - rounded >= 0.5 ? 1.0 : 0.0;
-    if (!(rounded >= begin && rounded < end)) {  // also what is not finite
+    if (!(rounded >= begin && rounded < end)) {  // also NaN and infinity
         return OpcUa_BadOutOfRange;
     }
     to = static_cast<To>(rounded);
@@ -109,7 +109,7 @@ OpcUa_StatusCode NarrowDouble(double from, float& to) {
     constexpr double most = std::numeric_limits<float>::max();
     double const magnitude = std::fabs(from);
     if (std::isfinite(from) && magnitude > most) {
-        // Half a step above the largest float the nearest one is no float any more.
+        // From half a step above the largest float on, the nearest value is out of a float's range.
         double const limit = most + std::ldexp(1.0, std::numeric_limits<float>::max_exponent - 25);
         if (magnitude >= limit) {
             return OpcUa_BadOutOfRange;
@@ -146,7 +146,7 @@ OpcUa_StatusCode CastNumber(OpcUa_Variant const& source, int type, OpcUa_Variant
     });
 }
 
-// 16 bits of a status code are its upper half; wider integers hold the code as it is, Int32 bit by bit.
+// A 16-bit integer holds the upper half of a status code; wider ones hold the code itself, Int32 bit by bit.
 OpcUa_StatusCode FromStatusCode(OpcUa_StatusCode status, int type, OpcUa_Variant& target) {
     switch (type) {
         case OpcUaType_UInt16:

@@ -6,7 +6,7 @@
 namespace text {
 namespace {
 
-// Reads a text from its start; every step says whether it found what it looks for.
+// Reads a text from the front. Take, Number and Fraction return false when the text does not match.
 class Scanner {
 public:
     explicit Scanner(std::string_view text) : rest(text) {}
@@ -32,7 +32,7 @@ public:
         return count >= least;
     }
 
-    // The digits behind a decimal point, in 100 nanoseconds.
+    // The digits after a decimal point, in 100 nanoseconds.
     bool Fraction(long long& ticks) {
         long long unit = TicksPerSecond;
         std::size_t count = 0;

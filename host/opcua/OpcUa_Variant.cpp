@@ -12,7 +12,7 @@ bool HasOctets(OpcUa_Variant const& variant) {
     return variant.Datatype == OpcUaType_String || variant.Datatype == OpcUaType_ByteString;
 }
 
-// Gives target, which owns nothing, a deep copy.
+// Makes target, which owns nothing, a deep copy of source.
 void CopyTo(OpcUa_Variant& target, OpcUa_Variant const& source) {
     OpcUa_Variant copy = source;
     if (HasOctets(source)) {
@@ -115,7 +115,7 @@ OpcUa_VariantHlp::~OpcUa_VariantHlp() {
 
 void OpcUa_VariantHlp::CopyVariants(OpcUa_Variant* target, OpcUa_Variant const* source) {
     OpcUa_Variant copy;
-    CopyTo(copy, *source);  // before the target is freed: the source may be it, or stand inside it
+    CopyTo(copy, *source);  // before the target is freed: the source may be the target or part of it
     OpcUa_Variant_Clear(target);
     *target = copy;
 }

@@ -23,7 +23,7 @@ bool EqualsIgnoringCase(std::string_view text, std::string_view small) {
     return true;
 }
 
-// from_chars knows no leading plus.
+// from_chars does not accept a leading plus.
 std::string_view WithoutPlus(std::string_view text) {
     return text.size() > 1 && text[0] == '+' && text[1] != '-' ? text.substr(1) : text;
 }
@@ -39,7 +39,7 @@ template <class T>
 OpcUa_StatusCode ReadInteger(std::string_view text, T& value) {
     text = WithoutPlus(Trim(text));
     if (std::is_unsigned_v<T> && text.size() > 1 && text[0] == '-') {
-        // Of the negative numbers an unsigned type has only -0.
+        // The only negative number of an unsigned type is -0.
         unsigned long long magnitude = 0;
         text.remove_prefix(1);
         OpcUa_StatusCode const status =
@@ -84,7 +84,7 @@ OpcUa_StatusCode ReadFloating(std::string_view text, T& value) {
         }
     }
     text = WithoutPlus(text);
-    // from_chars has names of its own for what is not finite.
+    // from_chars accepts other names for infinity and NaN.
     if (text.find_first_not_of("0123456789+-.eE") != std::string_view::npos) {
         return OpcUa_BadTypeMismatch;
     }

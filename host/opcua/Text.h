@@ -5,9 +5,9 @@
 
 #include "opcua/OpcUa_Variant.h"
 
-// The texts of values: the lexical forms of XML Schema, in every locale the same. Readers leave out white
-// space at both ends and give OpcUa_BadTypeMismatch for a text that is no such value, OpcUa_BadOutOfRange for
-// one that does not fit; value is left alone then.
+// The texts of values: the lexical forms of XML Schema, the same in every locale. Readers ignore white space
+// at both ends. They return OpcUa_BadTypeMismatch for a text that is not such a value and OpcUa_BadOutOfRange
+// for a value that does not fit; value is unchanged then.
 namespace text {
 
 constexpr bool IsDigit(char c) {
@@ -30,7 +30,7 @@ OpcUa_StatusCode Read(std::string_view text, unsigned long long& value);
 OpcUa_StatusCode Read(std::string_view text, float& value);  // with "INF", "-INF" and "NaN"
 OpcUa_StatusCode Read(std::string_view text, double& value);
 
-// xs:dateTime from 1601 on; without a time zone it is UTC, digits behind the 100 nanoseconds are dropped.
+// xs:dateTime from 1601 on; without a time zone it is UTC. Digits below 100 nanoseconds are dropped.
 OpcUa_StatusCode ReadFileTime(std::string_view text, long long& fileTime);
 // Pairs of hexadecimal digits.
 OpcUa_StatusCode ReadOctets(std::string_view text, std::string& octets);

@@ -7,11 +7,10 @@
 
 struct lua_State;
 
-// What the host keeps of an object that scripts can see, and serves under the reserved keys of
-// CheckIndexProlog.
+// The state of an object that scripts can see. CheckIndexProlog serves it under the reserved keys.
 struct LuaObjState {
     mutable std::mutex Mutex;
-    bool Finished = false;  // a cycle has told the fault state at least once
+    bool Finished = false;  // the fault state has been reported at least once
     bool Fault = false;
     std::string ErrorText;
 };
@@ -24,11 +23,11 @@ public:
     BaseLuaObj& operator=(BaseLuaObj const&) = delete;
     virtual ~BaseLuaObj();
 
-    // Whether the host serves this index itself. The key is at stack place index: one that gives no text
-    // yields true, a text is answered by CheckIndexProlog.
+    // True when the host serves the key at this stack index itself. A key without a text form yields true; a
+    // text is passed to CheckIndexProlog.
     virtual bool check(lua_State* L, int index);
 
-    // Called when the object has its fields: enters the userdata on top of the stack into the runtime that
+    // Called once the object has its fields. Registers the userdata on top of the stack with the runtime that
     // owns the Lua state, if there is one (dorvel/Runtime.h).
     void Init(lua_State* L);
 
@@ -39,6 +38,6 @@ protected:
 };
 
 // The keys that the host serves for every block: "Fault" (boolean, nil before the first cycle) and
-// "ErrorText". For a read (object and key on the stack) it pushes the value and gives 1; a write to one of
-// them is a Lua error. 0 for every other key. state is the LuaObjState of the object.
+// "ErrorText". For a read (object and key on the stack) pushes the value and returns 1; a write to one of
+// them is a Lua error. Returns 0 for every other key. state is the LuaObjState of the object.
 DORVEL_HOST_API int CheckIndexProlog(lua_State* L, char const* key, void* state);

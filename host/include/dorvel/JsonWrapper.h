@@ -4,8 +4,8 @@
 
 namespace dorvel {
 
-// A RapidJSON value on loan, with the allocator that its texts come from. A wrapper without a value makes one
-// of its own when somebody asks for it with Value().
+// Refers to a RapidJSON value and to the allocator of its texts, and owns neither. A wrapper that is made
+// without a value has its own from the first call of Value() on.
 class JsonWrapper {
 public:
     using Allocator = rapidjson::Document::AllocatorType;

@@ -9,12 +9,11 @@ class LuaDataProvider;
 // Settings of a task, as drivers may read them.
 struct TaskSettings {
     std::string Name;
-    unsigned short Number = 0;  // place among the tasks, from 1; goes into the trace of sockets
+    unsigned short Number = 0;  // index among the tasks, from 1; appears in the trace of sockets
     unsigned int PeriodMilliseconds = 1000;
 };
 
-// A task of the runtime: blocks that are called one after another, every period, on a thread of the task's
-// own.
+// A task of the runtime: calls its blocks one after another, every period, on its own thread.
 class STTask;
 
 // The task that owns the data provider, null for a provider without a task.

@@ -14,11 +14,11 @@ namespace dorvel {
 class Runtime;
 }
 
-// When a value is to be written to the device.
+// When a value is written to the device.
 enum class ProtocolWriteCondition : int {
-    OnChange = 0,  // it differs from the value that was written last; the first value is taken as written
+    OnChange = 0,  // when it differs from the value written last; the first value counts as written
     Always = 1,    // in every cycle
-    OnTrigger = 2  // the item WriteItemId went from false to true
+    OnTrigger = 2  // when the item WriteItemId goes from false to true
 };
 
 // Base of all protocol drivers: the script-visible fields that every driver has, the cycle around Execute,
@@ -49,30 +49,33 @@ public:
     ScadaProtocol();
     ~ScadaProtocol() override;
 
-    // The end of configuration. What it throws reaches the caller.
+    // Called at the end of configuration. Exceptions reach the caller.
     virtual void Inited() = 0;
-    // Gives the block the data provider of its task, walks Vars through AddChannel, then calls Inited.
+    // Sets the data provider of the block's task, calls AddChannel for each of Vars, then Inited.
     virtual void InitedInternal(lua_State* L);
-    // One variable; write is null for one that is only read.
+    // Adds one variable; write is null for a read-only one.
     virtual void AddChannel(ReadChannel const* read, WriteChannel const* write,
                             std::map<std::string, OpcUa_VariantHlp> const& properties) = 0;
     // Fills the descriptor from the channels.
     virtual void BaseInitChannel(ReadChannel const* read, WriteChannel const* write,
                                  DriverVarDsc& descriptor);
-    // Milliseconds to wait after a fault before the next cycle; 0, the cycle of the task decides.
+    // Milliseconds to wait after a fault before the next cycle; 0: no wait beyond the task's period.
     virtual int CalcRecconectInterval();
     // One cycle of the driver.
     virtual void Execute() = 0;
 
-    // One cycle as the host runs it: nothing before there is a data provider, when ExecuteItemId names an
-    // item that is not true, on the standby of a redundant pair without ExecuteOnSlave, within the pause of
-    // CalcRecconectInterval, or while another cycle of this block is under way; else Execute. An exception of
-    // the driver becomes a fault with its text. True when Execute ran.
+    // Runs one cycle: calls Execute and returns true, unless
+    // - there is no data provider yet,
+    // - ExecuteItemId names an item that is not true,
+    // - the host is the standby of a redundant pair and ExecuteOnSlave is false,
+    // - the wait of CalcRecconectInterval is not over, or
+    // - another cycle of this block is running.
+    // An exception of the driver becomes a fault with its text.
     bool Cycle();
-    // Cycle for a script: pushes whether the driver ran, gives 1.
+    // Cycle for a script: pushes its result, returns 1.
     int call(lua_State* L);
 
-    // The runtime side is set by InitedInternal, or by whoever has no Lua state.
+    // Set by InitedInternal, or by a caller that has no Lua state.
     void SetDataProvider(LuaDataProvider* dataProvider) { provider = dataProvider; }
     LuaDataProvider* DataProvider() const { return provider; }
 
@@ -80,21 +83,21 @@ public:
     long long ErrorTextItemId = 0;  // String: why, empty when it did not
     long long ExecuteItemId = 0;    // Boolean, read: the block is polled while it is true
     long long ConnectItemId = 0;    // Boolean: the last poll reached the device
-    long long WriteItemId = 0;  // Boolean, read: trigger of OnTrigger; else writes happen while it is true
+    long long WriteItemId = 0;      // Boolean, read: the trigger of OnTrigger, otherwise the enable of writes
     ProtocolWriteCondition WriteCondition = ProtocolWriteCondition::OnChange;
     bool ExecuteOnSlave = false;  // poll on the standby too
     bool WriteOnSlave = false;    // write on the standby too
     Channels Vars;
 
 protected:
-    // The outcome of a poll: kept for CheckIndexProlog, and written to the fault, error-text and connect
-    // items.
+    // Reports the outcome of a poll: keeps it for CheckIndexProlog and writes it to the fault, error-text and
+    // connect items.
     void UpdateFaultState(bool fault, std::string const& text);
     // Non-zero when this block may write in this cycle: not on the standby without WriteOnSlave, and not
     // while WriteItemId names an item that is false (with OnTrigger the item only triggers).
     int isWrite();
-    // Non-zero when the write condition wants this value written; remembers it in the descriptor. A null
-    // value is never written.
+    // Non-zero when the write condition passes this value, which the descriptor then keeps. Null never
+    // passes.
     int IsNeedWriteValue(OpcUa_VariantHlp const& value, DriverVarDsc& descriptor);
 
     LuaDataProvider* provider = nullptr;
@@ -106,15 +109,15 @@ private:
     void ExecuteGuarded();
     bool IsTriggered(DriverVarDsc& descriptor);
 
-    dorvel::Runtime* runtime = nullptr;  // that knows this block
+    dorvel::Runtime* runtime = nullptr;  // null for a block without a runtime
     std::atomic<bool> isInCycle{false};
     long long faultTime = 0;  // when the last cycle ended in a fault, 0 after a good one
 };
 
 // Reads the table at the top of the stack into channels: a list of tables with ReadId, ReadField, Type
-// (number of a built-in type), ElementType, WriteId (none or 0: only read), WriteField; all other text keys
-// become properties. Type is required, and ElementType where Type is DataValue. What is no such table ends in
-// a Lua error that names the place, and channels stays as it was.
+// (number of a built-in type), ElementType, WriteId (absent or 0: read-only), WriteField; all other text keys
+// become properties. Type is required, and ElementType where Type is DataValue. Any other table is a Lua
+// error that names the entry, and channels is unchanged.
 DORVEL_HOST_API void get_lua_value(ScadaProtocol::Channels& channels, lua_State* L);
 
 namespace dorvel {

@@ -10,17 +10,17 @@
 class STTask;
 class VariableStore;
 
-// One value on its way to the runtime: the target variable, its field (empty for the whole), the value.
+// A value to be stored: the target variable, its field (empty for the whole variable), the value.
 struct WriteDataRec {
     long long Id = 0;
     std::string Field;
-    unsigned int Index = 0;  // place in an array, 0 for scalars
+    unsigned int Index = 0;  // index in an array, 0 for scalars
     unsigned int Reserved = 0;
     OpcUa_VariantHlp Value;
 };
 
-// What a driver keeps of one configured variable: where its values go and where values to be written come
-// from.
+// A driver's record of one configured variable: the target of its values, and the source of values to be
+// written.
 struct DriverVarDsc {
     unsigned char IsWrite = 0;  // write flag, the first octet: non-zero with a write channel
     long long ReadId = 0;
@@ -29,8 +29,8 @@ struct DriverVarDsc {
     long long WriteId = 0;
     std::string WriteField;
     OpcUa_BuiltInTypeHlp WriteType;
-    OpcUa_VariantHlp LastWritten;  // the value that the write condition last let through
-    OpcUa_VariantHlp LastTrigger;  // the trigger item as the write condition last saw it
+    OpcUa_VariantHlp LastWritten;  // the value that the write condition compares with
+    OpcUa_VariantHlp LastTrigger;  // the trigger item at the last check of the write condition
 };
 
 struct GetValueFlags {
@@ -42,14 +42,14 @@ class DORVEL_HOST_API LuaDataProvider {
 public:
     LuaDataProvider(std::shared_ptr<VariableStore> store, STTask* owner);
 
-    // Stores the records in order. A DataValue brings its quality and time with it; any other value is good
-    // and of now; a null variant leaves null with OpcUa_BadNoData. Records of unknown variables are dropped.
+    // Stores the records in order. A DataValue carries its quality and time; any other value is stored as
+    // good with the current time, a null variant as null with OpcUa_BadNoData. Records of unknown variables
+    // are dropped.
     void WriteValues(std::vector<WriteDataRec> const& values) const;
 
-    // The variable's present value converted to type: for DataValue with value, quality and time, else the
-    // bare value. OpcUa_BadNoData and null when there is no such variable or nothing was stored yet,
-    // otherwise the result of the conversion. A type of Null leaves the value as it is; the integer and the
-    // flags are kept for the host.
+    // Reads the variable's value, converted to type: for DataValue with quality and time, otherwise the bare
+    // value. Returns OpcUa_BadNoData and null for an unknown variable and before the first value, otherwise
+    // the result of the conversion. The type Null means no conversion. index and flags are ignored.
     OpcUa_StatusCode ReadValue(long long id, int index, std::string const& field,
                                OpcUa_BuiltInTypeHlp const& type, OpcUa_VariantHlp& value,
                                GetValueFlags::GetValueFlagsEnum flags) const;

@@ -4,10 +4,10 @@
 
 // Times of the runtime are file times: 100-nanosecond units since 1 January 1601.
 
-// The time now, UTC, from the environment's clock.
+// The current time, UTC, from the environment's clock.
 DORVEL_HOST_API long long getRDateTime();
 
-// Local time less UTC, in file-time units.
+// Local time minus UTC, in file-time units.
 DORVEL_HOST_API long long GetLocalTimeDiff();
 
 // A file time as two halves.
@@ -29,9 +29,9 @@ struct RTime {
 
 DORVEL_HOST_API FileTime ULLtoFT(unsigned long long fileTime);
 
-// The calendar date of a file time, as it stands (no time zone). 0, or -1 for a time beyond the year 30827.
+// The calendar date of a file time, without a time zone. Returns 0, or -1 for a time after the year 30827.
 DORVEL_HOST_API int FileTimeToRTime(FileTime const* fileTime, RTime* result);
 
-// The number as text in a radix from 2 to 36, small letters; buffer takes at least 34 characters and is the
-// result. Another radix gives an empty text.
+// Writes the number in a radix from 2 to 36, with lower-case letters. buffer has at least 34 characters and
+// is returned. Any other radix gives an empty text.
 DORVEL_HOST_API char* itoa(int value, char* buffer, int radix);

@@ -10,22 +10,22 @@
 #include "HostApi.h"
 #include "opcua/OpcUa_Variant.h"
 
-// One variable as it stands: the bare value (never a DataValue), quality and time of the last change.
+// The state of a variable: the bare value (never a DataValue), quality and time of the last change.
 struct VariableState {
     OpcUa_VariantHlp Value;
     OpcUa_StatusCode Status = OpcUa_BadNoData;
     long long Time = 0;  // file time, 0 before the first value
 };
 
-// The runtime's variables, shared by all tasks; safe for any number of threads. A variable is an id with a
-// field name (empty for the whole); ids are positive and given by Declare, 0 is no variable.
+// The runtime's variables, shared by all tasks; thread-safe. A variable is addressed by an id and a field
+// name (empty for the whole variable). Ids are positive and come from Declare.
 class DORVEL_HOST_API VariableStore {
 public:
-    // A new variable, null and without data. The name is for people and need not be unique.
+    // Creates a variable, null and without data. The name is for people and need not be unique.
     long long Declare(std::string name, OpcUa_BuiltInTypeHlp type);
 
-    // False when the id was never declared. A DataValue is taken apart, one without a time is of time; any
-    // other value is good and of time, null without data.
+    // Both return false for an unknown id. Write splits a DataValue into value, quality and time; time stands
+    // in where it has none. Any other value is stored as good at time, null as OpcUa_BadNoData.
     bool Write(long long id, std::string const& field, OpcUa_Variant const& value, long long time);
     bool Read(long long id, std::string const& field, VariableState& state) const;
 
@@ -39,11 +39,11 @@ private:
         std::map<std::string, VariableState> Fields;
     };
 
-    // Ids run from 1 without a gap. IsDeclared is asked under the mutex, Place for a declared id only.
+    // Ids run from 1 without a gap. Call IsDeclared under the mutex, and IndexOf for a declared id only.
     bool IsDeclared(long long id) const {
         return id > 0 && static_cast<unsigned long long>(id) <= variables.size();
     }
-    static std::size_t Place(long long id) { return static_cast<std::size_t>(id - 1); }
+    static std::size_t IndexOf(long long id) { return static_cast<std::size_t>(id - 1); }
 
     mutable std::mutex mutex;
     std::deque<Variable> variables;

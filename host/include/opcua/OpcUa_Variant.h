@@ -22,15 +22,15 @@ struct _OpcUa_DateTime {
 
 struct OpcUa_DataValue;
 
-// Octets on the heap; Length counts them, without the zero that always stands behind them.
+// Octets on the heap, always followed by a zero that Length does not count.
 struct OpcUa_Octets {
     char* Data;
     int Length;
 };
 
-// A value of one built-in type. A plain record, so that it can stand in other plain records:
-// OpcUa_Variant_Initialize makes it null, OpcUa_Variant_Clear frees what it owns and makes it null.
-// Which member of Value is in use follows from Datatype; times are file times.
+// A value of one built-in type. A plain record, so that other plain records can hold it:
+// OpcUa_Variant_Initialize makes it null, OpcUa_Variant_Clear frees what it owns and makes it null. Which
+// member of Value is in use follows from Datatype; times are file times.
 struct OpcUa_Variant {
     unsigned char Datatype;
     union {
@@ -52,7 +52,7 @@ struct OpcUa_Variant {
     } Value;
 };
 
-// A value with its quality and its source time (a file time). The value is no DataValue itself.
+// A value with its quality and its source time (a file time). The value itself is never a DataValue.
 struct OpcUa_DataValue {
     OpcUa_Variant Value;
     OpcUa_StatusCode StatusCode;
@@ -64,10 +64,10 @@ DORVEL_HOST_API void OpcUa_Variant_Clear(OpcUa_Variant* variant);
 
 // A variant that owns its value: it starts null, copies deeply and frees at its end.
 //
-// Setters replace whatever was there. Getters convert a copy by the rules of ChangeType and leave their
-// argument alone when that fails; a DataValue is read through to the value inside. Getters and ChangeType
-// give OpcUa_Good, OpcUa_BadTypeMismatch (no such conversion, or a text that is no such value),
-// OpcUa_BadOutOfRange (the value does not fit) or OpcUa_BadNoData (null).
+// Setters replace the value. Getters convert a copy by the rules of ChangeType; on failure their argument is
+// unchanged. A DataValue is read as the value inside. Getters and ChangeType return OpcUa_Good,
+// OpcUa_BadTypeMismatch (no such conversion, or a text that is not such a value), OpcUa_BadOutOfRange (the
+// value does not fit) or OpcUa_BadNoData (null).
 class DORVEL_HOST_API OpcUa_VariantHlp : public OpcUa_Variant {
 public:
     OpcUa_VariantHlp();
@@ -91,14 +91,14 @@ public:
     void SetDouble(double value);
     void SetTime(long long const& fileTime);
     void SetStatusCode(OpcUa_StatusCode status);
-    // A String of the octets up to the zero, or of exactly length octets. UTF-8 is the caller's duty for
-    // SetUTF8String; SetString takes the octets as they are.
+    // A String of the octets up to the zero, or of exactly length octets. SetUTF8String requires valid UTF-8;
+    // SetString takes any octets.
     void SetUTF8String(char const* text);
     void SetUTF8String(char const* text, int length);
     void SetString(char const* text, int length);
     void SetByteString(char const* octets, int length);
-    // Makes this a DataValue that takes value over (value is null afterwards). A DataValue given as value
-    // contributes the value inside it alone.
+    // Makes this a DataValue that takes ownership of value, which is null afterwards. Of a value that is a
+    // DataValue itself, only the value inside is taken.
     void SetDataValue(OpcUa_VariantHlp& value, long long fileTime, OpcUa_StatusCode status);
 
     OpcUa_StatusCode GetBool(bool& value) const;
@@ -108,23 +108,22 @@ public:
     OpcUa_StatusCode GetUInt64(unsigned long long& value) const;
     OpcUa_StatusCode GetDouble(double& value) const;
     OpcUa_StatusCode GetString(std::string& value) const;
-    // A file time. With kind 1 as a file time in UTC, which is how times are stored; other kinds are
-    // refused with OpcUa_BadTypeMismatch.
+    // A file time in UTC, for kind 1; any other kind gives OpcUa_BadTypeMismatch.
     OpcUa_StatusCode GetTime(long long& fileTime, int kind) const;
 
-    // Converts in place by the rules of OPC 10000-4 (table of conversion rules): explicit and implicit ones
-    // alike. Floating point is rounded to an integer by adding 0.5 and cutting off downwards; texts are the
-    // lexical forms of XML Schema ("true", "1.5E3", "-INF", "2024-03-15T12:00:00Z"). What cannot be converted
-    // leaves null. Converting to DataValue wraps the value with status good and time 0; converting a
-    // DataValue converts the value inside and drops status and time.
+    // Converts in place by the rules of OPC 10000-4 (table of conversion rules): explicit and implicit.
+    // Floating point is rounded to an integer by adding 0.5 and rounding down; texts are the lexical forms of
+    // XML Schema ("true", "1.5E3", "-INF", "2024-03-15T12:00:00Z"). A failed conversion leaves null.
+    // Converting to DataValue wraps the value with status good and time 0; converting a DataValue converts
+    // the value inside and drops status and time.
     OpcUa_StatusCode ChangeType(_OpcUa_BuiltInType type);
 
-    // Turns a DataValue into the value inside; other values stay. Status and source time of the DataValue go
-    // to the pointers that are not null.
+    // Replaces a DataValue by the value inside; other values are unchanged. The status and the source time of
+    // the DataValue go to the pointers that are not null.
     void Normalize(unsigned int* status, _OpcUa_DateTime* time);
 };
 
-// Same type and same value, not-a-number being equal to itself; DataValues compare value, status and time.
+// Equal types and values; NaN equals NaN. DataValues compare value, status and time.
 DORVEL_HOST_API bool operator==(OpcUa_Variant const& left, OpcUa_Variant const& right);
 inline bool operator!=(OpcUa_Variant const& left, OpcUa_Variant const& right) {
     return !(left == right);

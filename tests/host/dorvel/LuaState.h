@@ -15,7 +15,7 @@ public:
 
     operator lua_State*() const { return state; }
 
-    // Runs a chunk; gives the text of its error, empty without one.
+    // Runs a chunk; returns the text of its error, empty without one.
     std::string Run(std::string const& chunk) {
         if (luaL_dostring(state, chunk.c_str()) == LUA_OK) {
             lua_settop(state, 0);

@@ -1,4 +1,4 @@
-// What add-ins register, and what the runtime makes of it. Entries last as long as the process.
+// Registrations of add-ins, and their use by the runtime. They last as long as the process.
 
 #include "dorvel/Registration.h"
 
@@ -15,7 +15,7 @@ using dorvel::Runtime;
 
 namespace {
 
-std::string calls;  // of the processors below: name and mode
+std::string calls;  // of the processors below, as name and mode
 
 template <char Name>
 int Record(void const* /*source*/, ConfigProcessorMode mode, ControllerConfig* config) {
@@ -34,14 +34,14 @@ int Complain(void const* source, ConfigProcessorMode mode, ControllerConfig* /*c
     return 0;
 }
 
-enum class Behaviour { Good, Refuse, Raise, Throw, LeaveValues };
+enum class Behaviour { Good, Fail, Raise, Throw, LeaveValues };
 Behaviour behaviour = Behaviour::Good;
 
 int OpenWell(lua_State* L) {
     lua_pushinteger(L, 1);
     lua_setglobal(L, "opened");
     switch (behaviour) {
-        case Behaviour::Refuse:
+        case Behaviour::Fail:
             return -1;
         case Behaviour::Raise:
             return luaL_error(L, "raised");
@@ -56,8 +56,8 @@ int OpenWell(lua_State* L) {
     }
 }
 
-std::string OpenError(Runtime& runtime, Behaviour wanted) {
-    behaviour = wanted;
+std::string OpenError(Runtime& runtime, Behaviour requested) {
+    behaviour = requested;
     std::string error;
     try {
         runtime.OpenLibraries();
@@ -91,14 +91,14 @@ TEST_F(Registration, ANameIsTakenOnce) {
     EXPECT_EQ(RegisterExternalSTLib("test.library", OpenWell), -1);
 }
 
-TEST_F(Registration, WithoutANameOrAFunctionItIsRefused) {
+TEST_F(Registration, RegisteringNeedsANameAndAFunction) {
     EXPECT_EQ(RegisterConfigProcessor(nullptr, 1, Record<'X'>, nullptr, nullptr, nullptr), -1);
     EXPECT_EQ(RegisterConfigProcessor("test.none", 1, nullptr, nullptr, nullptr, nullptr), -1);
     EXPECT_EQ(RegisterExternalSTLib(nullptr, OpenWell), -1);
     EXPECT_EQ(RegisterExternalSTLib("test.none", nullptr), -1);
 }
 
-TEST_F(Registration, ProcessorsAreToldOfEveryStageInTheirOrder) {
+TEST_F(Registration, ProcessorsAreCalledAtEveryStageInTheirOrder) {
     runtime.OpenLibraries();
     EXPECT_EQ(calls, "A1 C1 B1 A2 C2 B2 ");
     calls.clear();
@@ -112,7 +112,7 @@ TEST_F(Registration, ProcessorsAreToldOfEveryStageInTheirOrder) {
     EXPECT_EQ(calls, "");
 }
 
-TEST_F(Registration, TheEndOfARuntimeStopsIt) {
+TEST_F(Registration, ARuntimeThatIsDestroyedStops) {
     LuaState other;
     {
         Runtime second(other);
@@ -122,7 +122,7 @@ TEST_F(Registration, TheEndOfARuntimeStopsIt) {
     EXPECT_EQ(calls, "A8 C8 B8 A9 C9 B9 ");
 }
 
-TEST_F(Registration, AProcessorThatFailsIsLoggedAndTheOthersGoOn) {
+TEST_F(Registration, AFailingProcessorIsLoggedAndTheOthersAreCalled) {
     LogCapture const log;
     complains = true;
     runtime.Start();
@@ -130,7 +130,7 @@ TEST_F(Registration, AProcessorThatFailsIsLoggedAndTheOthersGoOn) {
     runtime.Stop();
     EXPECT_EQ(log.Text(),
               "Processor 'test.complains' in mode 6: no start\n"
-              "Processor 'test.complains' gives 5 in mode 7\n");
+              "Processor 'test.complains' returned 5 in mode 7\n");
 }
 
 TEST_F(Registration, LibrariesAreOpenedForEveryState) {
@@ -139,16 +139,18 @@ TEST_F(Registration, LibrariesAreOpenedForEveryState) {
     EXPECT_EQ(lua.Eval("opened"), "1");
 }
 
-TEST_F(Registration, ALibraryThatRefusesIsAnExceptionWithItsName) {
-    EXPECT_EQ(OpenError(runtime, Behaviour::Refuse), "library 'test.library': refused");
+TEST_F(Registration, ALibraryThatCannotBeOpenedIsAnExceptionWithItsName) {
+    EXPECT_EQ(OpenError(runtime, Behaviour::Fail),
+              "library 'test.library': it cannot be opened: its function returned -1");
     EXPECT_EQ(OpenError(runtime, Behaviour::Raise), "library 'test.library': raised");
     EXPECT_EQ(OpenError(runtime, Behaviour::Throw), "library 'test.library': thrown");
 }
 
-TEST_F(Registration, TheStackIsAsBefore) {
+TEST_F(Registration, OpeningLibrariesLeavesTheStackUnchanged) {
     lua_pushinteger(lua, 42);
-    for (auto const wanted : {Behaviour::Good, Behaviour::LeaveValues, Behaviour::Refuse, Behaviour::Throw}) {
-        OpenError(runtime, wanted);
+    for (auto const requested :
+         {Behaviour::Good, Behaviour::LeaveValues, Behaviour::Fail, Behaviour::Throw}) {
+        OpenError(runtime, requested);
         ASSERT_EQ(lua_gettop(lua), 1);
         ASSERT_EQ(lua_tointeger(lua, 1), 42);
     }
@@ -163,7 +165,7 @@ TEST_F(Registration, ScriptsHaveTheElementaryTypes) {
     EXPECT_EQ(lua.Eval("next(TYPES.StandardFB)"), "nil");
 }
 
-TEST_F(Registration, FBMetadataGivesItsTable) {
+TEST_F(Registration, FBMetadataReturnsItsTable) {
     runtime.OpenLibraries();
     EXPECT_EQ(lua.Run("t = { Name = 'X', Hash = 1001, Vars = { Timeout = { Hash = 0, Type = "
                       "TYPES.Elementary.DINT, Retain = false }, } } TYPES.StandardFB.X = FBMetadata(t)"),
@@ -172,7 +174,7 @@ TEST_F(Registration, FBMetadataGivesItsTable) {
     EXPECT_EQ(lua.Run("FBMetadata{ Name = 'X', Hash = 1, Vars = {} }"), "");
 }
 
-TEST_F(Registration, FBMetadataRefusesWhatIsNoType) {
+TEST_F(Registration, FBMetadataRejectsATableThatDescribesNoType) {
     runtime.OpenLibraries();
     struct Row {
         char const* argument;
@@ -180,19 +182,20 @@ TEST_F(Registration, FBMetadataRefusesWhatIsNoType) {
     };
     Row const rows[] = {
         {"5", "table expected"},
-        {"{ Hash = 1, Vars = {} }", "type.Name: string expected, got nil"},
+        {"{ Hash = 1, Vars = {} }", "type.Name: expected a string, got nil"},
         {"{ Name = '', Hash = 1, Vars = {} }", "type.Name is empty"},
-        {"{ Name = 'X', Vars = {} }", "type.Hash: number expected, got nil"},
-        {"{ Name = 'X', Hash = 1.5, Vars = {} }", "type.Hash: integer expected"},
-        {"{ Name = 'X', Hash = 1 }", "type.Vars: table expected, got nil"},
-        {"{ Name = 'X', Hash = 1, Vars = { 5 } }", "Vars: names expected"},
-        {"{ Name = 'X', Hash = 1, Vars = { a = 5 } }", "a: table expected, got number"},
-        {"{ Name = 'X', Hash = 1, Vars = { a = { Type = 1, Retain = false } } }", "a.Hash: number expected"},
+        {"{ Name = 'X', Vars = {} }", "type.Hash: expected a number, got nil"},
+        {"{ Name = 'X', Hash = 1.5, Vars = {} }", "type.Hash: expected a whole number"},
+        {"{ Name = 'X', Hash = 1 }", "type.Vars: expected a table, got nil"},
+        {"{ Name = 'X', Hash = 1, Vars = { 5 } }", "Vars: every key must be a name"},
+        {"{ Name = 'X', Hash = 1, Vars = { a = 5 } }", "a: expected a table, got number"},
+        {"{ Name = 'X', Hash = 1, Vars = { a = { Type = 1, Retain = false } } }",
+         "a.Hash: expected a number"},
         {"{ Name = 'X', Hash = 1, Vars = { a = { Hash = 1, Type = TYPES.Elementary.NONE, Retain = false } } "
          "}",
-         "a.Type: no known type"},
+         "a.Type: expected the number or the table of a type"},
         {"{ Name = 'X', Hash = 1, Vars = { a = { Hash = 1, Type = 1 } } }",
-         "a.Retain: boolean expected, got nil"},
+         "a.Retain: expected a boolean, got nil"},
     };
     for (Row const& row : rows) {
         std::string const error = lua.Run(std::string("FBMetadata(") + row.argument + ")");

@@ -22,7 +22,7 @@ namespace {
 constexpr auto LongPeriod = 1h;
 constexpr auto Patience = 30s;  // only a failing test waits that long
 
-// A door that a thread opens for another.
+// Blocks a thread until another thread opens it.
 class Gate {
 public:
     void Open() {
@@ -110,7 +110,7 @@ TEST_F(RuntimeTest, KeepsBlocksAliveThatScriptsHaveForgotten) {
     EXPECT_EQ(runtime.Blocks().size(), 1u);
 }
 
-TEST_F(RuntimeTest, BlocksStandInTheOrderOfMaking) {
+TEST_F(RuntimeTest, BlocksAreInTheOrderOfTheirCreation) {
     for (char const* name : {"c", "a", "b"}) {
         MakeBlock(name);
     }
@@ -134,7 +134,7 @@ TEST_F(RuntimeTest, TasksHaveSettings) {
     EXPECT_THROW(runtime.AddTask("negative", -1ms), std::invalid_argument);
 }
 
-TEST_F(RuntimeTest, WithoutATaskThereAreSettingsOfNumberZero) {
+TEST_F(RuntimeTest, TheSettingsOfNoTaskHaveTheNumberZero) {
     EXPECT_EQ(FindSTTask(nullptr), nullptr);
     EXPECT_EQ(GetTaskSettings(nullptr)->Number, 0);
 }
@@ -151,7 +151,7 @@ TEST_F(RuntimeTest, ABlockGetsTheDataProviderOfItsTask) {
     EXPECT_EQ(&one.DataProvider()->Store(), &runtime.Variables());
 }
 
-TEST_F(RuntimeTest, InitBlockNeedsATaskAndHappensOnce) {
+TEST_F(RuntimeTest, InitBlockNeedsATaskAndRunsOnce) {
     TestBlock& block = MakeBlock("one");
     EXPECT_THROW(runtime.InitBlock(block), std::logic_error);
     STTask& task = runtime.AddTask("main", LongPeriod);
@@ -164,7 +164,7 @@ TEST_F(RuntimeTest, InitBlockNeedsATaskAndHappensOnce) {
     EXPECT_THROW(runtime.Assign(stranger, task), std::logic_error);
 }
 
-TEST_F(RuntimeTest, WhatInitedThrowsComesOutAsItIs) {
+TEST_F(RuntimeTest, AnExceptionOfInitedPassesUnchanged) {
     runtime.AddTask("main", LongPeriod);
     onInited = [] { throw std::out_of_range("stoul"); };
     TestBlock& block = MakeBlock("one");
@@ -176,7 +176,7 @@ TEST_F(RuntimeTest, WhatInitedThrowsComesOutAsItIs) {
     }
 }
 
-TEST_F(RuntimeTest, AWriteThatTheConditionLetsThroughIsObserved) {
+TEST_F(RuntimeTest, AWriteThatTheConditionPassesIsObserved) {
     runtime.AddTask("main", LongPeriod);
     TestBlock& block = MakeReadyBlock("a");
     std::vector<std::pair<long long, int>> writes;
@@ -188,7 +188,7 @@ TEST_F(RuntimeTest, AWriteThatTheConditionLetsThroughIsObserved) {
     DriverVarDsc descriptor;
     descriptor.WriteId = 7;
     OpcUa_VariantHlp value;
-    for (int const number : {1, 2, 2, 3}) {  // the first value is taken as written
+    for (int const number : {1, 2, 2, 3}) {  // the first value counts as written
         value.SetInt(number);
         block.IsNeedWriteValue(value, descriptor);
     }
@@ -259,7 +259,7 @@ TEST_F(RuntimeTest, StartWithCyclesEndsByItself) {
     EXPECT_EQ(two.executeCalls, 5);
 }
 
-TEST_F(RuntimeTest, TasksHaveThreadsOfTheirOwn) {
+TEST_F(RuntimeTest, EachTaskHasItsOwnThread) {
     runtime.AddTask("first", LongPeriod);
     STTask& second = runtime.AddTask("second", LongPeriod);
     TestBlock& one = MakeReadyBlock("one");
@@ -317,7 +317,7 @@ TEST_F(RuntimeTest, RunsAgainAfterAStop) {
     EXPECT_EQ(block.executeCalls, 6);
 }
 
-TEST_F(RuntimeTest, OnceStartedItRefusesASecondStart) {
+TEST_F(RuntimeTest, ARunningRuntimeCannotBeStartedAgain) {
     runtime.AddTask("main", LongPeriod);
     runtime.Start();
     EXPECT_THROW(runtime.Start(), std::logic_error);
@@ -325,7 +325,7 @@ TEST_F(RuntimeTest, OnceStartedItRefusesASecondStart) {
     EXPECT_THROW(runtime.AddTask("late", 1ms), std::logic_error);
 }
 
-TEST_F(RuntimeTest, StopWithoutStartIsNothing) {
+TEST_F(RuntimeTest, StopWithoutStartDoesNothing) {
     runtime.Stop();
     EXPECT_TRUE(runtime.WaitFinished(0ms));
     EXPECT_TRUE(runtime.WaitFinished(std::chrono::milliseconds::max()));

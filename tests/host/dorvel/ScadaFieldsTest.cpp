@@ -57,7 +57,7 @@ protected:
         fields.add(new IntField("-hidden", 2));
     }
 
-    // Calls body as Lua would, gives the error.
+    // Calls body as Lua would; returns the text of its error.
     template <class Body>
     std::string Protected(Body body) {
         int const top = lua_gettop(lua);
@@ -80,20 +80,20 @@ protected:
 
 }  // namespace
 
-TEST_F(Fields, StandInTheOrderOfAdd) {
+TEST_F(Fields, AreInTheOrderOfAdd) {
     EXPECT_EQ(NamesOf(fields), "zeta alpha -hidden ");
     EXPECT_EQ(fields.size(), 3u);
     EXPECT_EQ(fields.parent(), nullptr);
 }
 
-TEST_F(Fields, FindGoesByName) {
+TEST_F(Fields, AreFoundByName) {
     ASSERT_NE(fields.find("alpha"), nullptr);
     EXPECT_EQ(fields.find("alpha")->position, sizeof(int));
     EXPECT_EQ(fields.find("Alpha"), nullptr);
     EXPECT_EQ(fields.find(""), nullptr);
 }
 
-TEST_F(Fields, TheSameNameReplacesInItsPlace) {
+TEST_F(Fields, OfTheSameNameAreReplacedAtTheirIndex) {
     int const alive = IntField::alive;
     fields.add(new IntField("zeta", 2));
     EXPECT_EQ(IntField::alive, alive);
@@ -111,7 +111,7 @@ TEST_F(Fields, ManyFieldsAreFound) {
     EXPECT_EQ(fields.fields()[3]->name, "field0");
 }
 
-TEST(FieldsOwnership, FieldsEndWithTheirTable) {
+TEST(FieldsOwnership, FieldsAreDestroyedWithTheirTable) {
     int const alive = IntField::alive;
     {
         ScadaFields fields;
@@ -120,12 +120,12 @@ TEST(FieldsOwnership, FieldsEndWithTheirTable) {
     EXPECT_EQ(IntField::alive, alive);
 }
 
-TEST(FieldsOwnership, NoFieldIsRefused) {
+TEST(FieldsOwnership, ANullFieldIsRejected) {
     ScadaFields fields;
     EXPECT_THROW(fields.add(nullptr), std::invalid_argument);
 }
 
-TEST_F(Fields, ReadAllFromLeavesAbsentFieldsAlone) {
+TEST_F(Fields, ReadAllFromLeavesAbsentFieldsUnchanged) {
     EXPECT_EQ(Protected([&] {
                   luaL_dostring(lua, "return { alpha = 20, other = 5 }");
                   fields.ReadAllFrom(&record, lua);
@@ -154,7 +154,7 @@ TEST_F(Fields, ReadFromTakesOneField) {
     EXPECT_EQ(record.values[0], 7);
 }
 
-TEST_F(Fields, ReadFromRefusesUnknownKeys) {
+TEST_F(Fields, ReadFromRejectsUnknownKeys) {
     EXPECT_EQ(Protected([&] {
                   lua_pushstring(lua, "Zeta");
                   lua_pushinteger(lua, 7);
@@ -184,14 +184,14 @@ TEST_F(Fields, AnExceptionOfAFieldBecomesALuaError) {
               "cannot be read");
 }
 
-TEST_F(Fields, WriteAllToGivesATable) {
+TEST_F(Fields, WriteAllToPushesATable) {
     EXPECT_EQ(fields.WriteAllTo(&record, lua), 1);
     ASSERT_EQ(lua_gettop(lua), 1);
     lua_setglobal(lua, "all");
     EXPECT_EQ(lua.Eval("all.zeta .. ' ' .. all.alpha .. ' ' .. tostring(all['-hidden'])"), "1 2 nil");
 }
 
-TEST_F(Fields, WriteToGivesTheValueOrNil) {
+TEST_F(Fields, WriteToPushesTheValueOrNil) {
     for (auto const& [key, expected] :
          std::map<std::string, std::string>{{"alpha", "2"}, {"-hidden", "nil"}, {"unknown", "nil"}}) {
         lua_pushstring(lua, key.c_str());
@@ -201,7 +201,7 @@ TEST_F(Fields, WriteToGivesTheValueOrNil) {
     }
 }
 
-TEST_F(Fields, ATableKnowsThoseOfItsParent) {
+TEST_F(Fields, OfAParentAreFoundInItsChild) {
     ScadaFields child(&fields);
     child.add(new IntField("own", 2));
     EXPECT_EQ(child.parent(), &fields);

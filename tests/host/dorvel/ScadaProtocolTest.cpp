@@ -43,10 +43,10 @@ protected:
 
 }  // namespace
 
-TEST_F(Protocol, CycleExecutes) {
+TEST_F(Protocol, ACycleCallsExecute) {
     EXPECT_TRUE(block.Cycle());
     EXPECT_EQ(block.executeCalls, 1);
-    EXPECT_FALSE(block.State().Finished);  // only the driver says how a poll went
+    EXPECT_FALSE(block.State().Finished);  // only the driver reports the outcome of a poll
 }
 
 TEST_F(Protocol, WithoutADataProviderNothingRuns) {
@@ -55,7 +55,7 @@ TEST_F(Protocol, WithoutADataProviderNothingRuns) {
     EXPECT_EQ(block.executeCalls, 0);
 }
 
-TEST_F(Protocol, ExecuteItemGatesTheCycle) {
+TEST_F(Protocol, ACycleNeedsTheExecuteItemToBeTrue) {
     block.ExecuteItemId = Flag(false);
     EXPECT_FALSE(block.Cycle());
     Write(block.ExecuteItemId, Int32(1));
@@ -70,7 +70,7 @@ TEST_F(Protocol, AnExecuteItemThatIsUnknownOrNullIsNotTrue) {
     EXPECT_FALSE(block.Cycle());
 }
 
-TEST_F(Protocol, TheStandbyPollsOnlyWhenToldTo) {
+TEST_F(Protocol, TheStandbyPollsOnlyWithExecuteOnSlave) {
     dorvel::SetStandby(true);
     EXPECT_TRUE(dorvel::IsStandby());
     EXPECT_FALSE(block.Cycle());
@@ -78,7 +78,7 @@ TEST_F(Protocol, TheStandbyPollsOnlyWhenToldTo) {
     EXPECT_TRUE(block.Cycle());
 }
 
-TEST_F(Protocol, FaultStateGoesToTheItems) {
+TEST_F(Protocol, TheFaultStateIsWrittenToTheItems) {
     block.FaultItemId = Item(OpcUaType_Boolean);
     block.ErrorTextItemId = Item(OpcUaType_String);
     block.ConnectItemId = Item(OpcUaType_Boolean);
@@ -140,14 +140,14 @@ TEST_F(Protocol, WritingIsAllowedByDefault) {
     EXPECT_NE(block.isWrite(), 0);
 }
 
-TEST_F(Protocol, TheStandbyWritesOnlyWhenToldTo) {
+TEST_F(Protocol, TheStandbyWritesOnlyWithWriteOnSlave) {
     dorvel::SetStandby(true);
     EXPECT_EQ(block.isWrite(), 0);
     block.WriteOnSlave = true;
     EXPECT_NE(block.isWrite(), 0);
 }
 
-TEST_F(Protocol, TheWriteItemGatesWrites) {
+TEST_F(Protocol, WritesNeedTheWriteItemToBeTrue) {
     block.WriteItemId = Flag(false);
     for (auto const condition : {ProtocolWriteCondition::OnChange, ProtocolWriteCondition::Always}) {
         block.WriteCondition = condition;
@@ -169,14 +169,14 @@ TEST_F(Protocol, OnChangeTakesTheFirstValueAsWritten) {
     EXPECT_NE(block.IsNeedWriteValue(Int32(1), descriptor), 0);
 }
 
-TEST_F(Protocol, OnChangeLooksAtTheValueAndNotAtItsTime) {
+TEST_F(Protocol, OnChangeComparesTheValueAndNotItsTime) {
     DriverVarDsc descriptor;
     block.IsNeedWriteValue(DataValue(Int32(1), 10, OpcUa_Good), descriptor);
     EXPECT_EQ(block.IsNeedWriteValue(DataValue(Int32(1), 20, OpcUa_Bad), descriptor), 0);
     EXPECT_NE(block.IsNeedWriteValue(DataValue(Int32(2), 20, OpcUa_Good), descriptor), 0);
 }
 
-TEST_F(Protocol, AlwaysIsEveryCycle) {
+TEST_F(Protocol, AlwaysWritesInEveryCycle) {
     DriverVarDsc descriptor;
     block.WriteCondition = ProtocolWriteCondition::Always;
     EXPECT_NE(block.IsNeedWriteValue(Int32(1), descriptor), 0);
@@ -234,7 +234,7 @@ TEST_F(Protocol, OnTriggerWithoutAnItemNeverWrites) {
     EXPECT_EQ(block.IsNeedWriteValue(Int32(2), descriptor), 0);
 }
 
-TEST_F(Protocol, InitedInternalWalksVarsAndEndsWithInited) {
+TEST_F(Protocol, InitedInternalAddsEveryChannelAndThenCallsInited) {
     block.Vars.resize(2);
     block.Vars[0].Read = {7, "x", OpcUaType_Double};
     block.Vars[0].Properties["ObjectType"] = Int32(3);

@@ -1,4 +1,4 @@
-// What scripts see of a block through the host.
+// A block of the host as scripts see it.
 
 #include <gtest/gtest.h>
 
@@ -22,7 +22,7 @@ protected:
     }
     ~ScriptBinding() override { TestBlock::onMade = nullptr; }
 
-    // The variables that a script's text for Vars gives, or the error.
+    // Makes a block with this text for Vars; returns the text of its error.
     std::string ReadVars(std::string const& vars) { return lua.Run("b = TestBlock{ Vars = " + vars + " }"); }
     ScadaProtocol::Channel const& Channel(std::size_t place) { return block->Vars.at(place); }
 
@@ -53,7 +53,7 @@ TEST_F(ScriptBinding, FaultAndErrorTextAreServed) {
     EXPECT_EQ(lua.Eval("b.ErrorText"), "");
 }
 
-// The contract hands a key over without its length.
+// The contract passes a key without its length.
 TEST_F(ScriptBinding, AReservedKeyEndsAtItsFirstZeroOctet) {
     lua.Run("b = TestBlock{}");
     EXPECT_EQ(lua.Eval("b['ErrorText\\0 and more']"), "");
@@ -66,7 +66,7 @@ TEST_F(ScriptBinding, ReservedKeysCannotBeSet) {
     EXPECT_TRUE(Contains(lua.Run("b.ErrorText = 'x'"), "'ErrorText' cannot be set"));
 }
 
-TEST_F(ScriptBinding, AKeyThatIsNoTextYieldsItself) {
+TEST_F(ScriptBinding, AKeyThatIsNotATextYieldsItself) {
     lua.Run("b = TestBlock{}");
     EXPECT_EQ(lua.Eval("b[true]"), "true");
 }
@@ -99,7 +99,7 @@ TEST_F(ScriptBinding, InitWithoutARuntimeDoesNothing) {
     EXPECT_EQ(TestBlock::alive, 0);
 }
 
-TEST_F(ScriptBinding, VarsTakesAllEntriesOfAVariable) {
+TEST_F(ScriptBinding, VarsHasAllEntriesOfAVariable) {
     ASSERT_EQ(
         ReadVars(
             "{{ ReadId = 1, ReadField = 'a', Type = 23, ElementType = 11, WriteId = 2, WriteField = 'b' },"
@@ -119,7 +119,7 @@ TEST_F(ScriptBinding, VarsTakesAllEntriesOfAVariable) {
     EXPECT_FALSE(Channel(1).Write);
 }
 
-TEST_F(ScriptBinding, AWriteIdOfZeroIsNone) {
+TEST_F(ScriptBinding, AWriteIdOfZeroMeansReadOnly) {
     ASSERT_EQ(ReadVars("{{ Type = 1, WriteId = 0, WriteField = 'b' }}"), "");
     EXPECT_FALSE(Channel(0).Write);
 }
@@ -134,25 +134,25 @@ TEST_F(ScriptBinding, AllOtherTextKeysAreProperties) {
     EXPECT_EQ(properties.at("Visible"), Bool(true));
 }
 
-TEST_F(ScriptBinding, WhatIsNoVariableNamesThePlace) {
+TEST_F(ScriptBinding, AMistakeInVarsNamesTheEntry) {
     struct Row {
         char const* vars;
         char const* error;
     };
     Row const rows[] = {
-        {"5", "Vars: a table expected, got number"},
-        {"{ 5 }", "Vars[1]: a table expected, got number"},
-        {"{ { Type = 1 }, {} }", "Vars[2].Type: the number of a type expected, got 0"},
-        {"{ a = { Type = 1 } }", "Vars: a list of tables expected"},
-        {"{ { Type = 'BOOL' } }", "Vars[1].Type: a whole number from 0 expected"},
-        {"{ { Type = 14 } }", "Vars[1].Type: the number of a type expected, got 14"},
-        {"{ { Type = 23 } }", "Vars[1].ElementType: the number of a type expected, got 0"},
-        {"{ { Type = 23, ElementType = 23 } }", "Vars[1].ElementType: the number of a type expected, got 23"},
-        {"{ { Type = 1, ReadId = 1.5 } }", "Vars[1].ReadId: a whole number from 0 expected"},
-        {"{ { Type = 1, ReadId = -1 } }", "Vars[1].ReadId: a whole number from 0 expected"},
-        {"{ { Type = 1, ReadField = 5 } }", "Vars[1].ReadField: a text expected"},
-        {"{ { Type = 1, Extra = {} } }", "Vars[1].Extra: a boolean, a number or a text expected"},
-        {"{ { Type = 1, 5 } }", "Vars[1]: names expected as keys"},
+        {"5", "Vars: expected a table, got a number"},
+        {"{ 5 }", "Vars[1]: expected a table, got a number"},
+        {"{ { Type = 1 }, {} }", "Vars[2].Type: 0 is not the number of a type that variables can have"},
+        {"{ a = { Type = 1 } }", "Vars: expected a list of tables without other keys"},
+        {"{ { Type = 'BOOL' } }", "Vars[1].Type: expected a whole number of 0 or more"},
+        {"{ { Type = 14 } }", "Vars[1].Type: 14 is not the number of a type"},
+        {"{ { Type = 23 } }", "Vars[1].ElementType: 0 is not the number of a type"},
+        {"{ { Type = 23, ElementType = 23 } }", "Vars[1].ElementType: 23 is not the number of a type"},
+        {"{ { Type = 1, ReadId = 1.5 } }", "Vars[1].ReadId: expected a whole number of 0 or more"},
+        {"{ { Type = 1, ReadId = -1 } }", "Vars[1].ReadId: expected a whole number of 0 or more"},
+        {"{ { Type = 1, ReadField = 5 } }", "Vars[1].ReadField: expected a text"},
+        {"{ { Type = 1, Extra = {} } }", "Vars[1].Extra: expected a boolean, a number or a text"},
+        {"{ { Type = 1, 5 } }", "Vars[1]: every key must be a name"},
     };
     for (Row const& row : rows) {
         std::string const error = ReadVars(row.vars);
@@ -168,13 +168,13 @@ TEST_F(ScriptBinding, VarsStaysAsItWasAfterAnError) {
     EXPECT_TRUE(block->Vars.empty());
 }
 
-TEST_F(ScriptBinding, TablesWithMetamethodsAreReadAsTheyStand) {
+TEST_F(ScriptBinding, TablesAreReadWithoutTheirMetamethods) {
     EXPECT_EQ(ReadVars("setmetatable({{ Type = 1 }}, { __index = error, __len = error, __pairs = error })"),
               "");
     EXPECT_EQ(block->Vars.size(), 1u);
 }
 
-TEST_F(ScriptBinding, TenThousandVariablesAreTaken) {
+TEST_F(ScriptBinding, TenThousandVariablesAreRead) {
     ASSERT_EQ(
         lua.Run("v = {} for i = 1, 10000 do v[i] = { ReadId = i, Type = 10 } end b = TestBlock{ Vars = v }"),
         "");

@@ -12,7 +12,7 @@
 
 namespace test {
 
-// A driver whose life is watched and whose steps tests can replace.
+// A driver that counts its objects and calls functions of the test.
 class TestBlock : public ScadaProtocol {
 public:
     TestBlock() { ++alive; }
@@ -44,7 +44,7 @@ public:
     using ScadaProtocol::UpdateFaultState;
 
     static inline int alive = 0;
-    // Given to every block that a script makes.
+    // Called with every block that a script makes.
     static inline std::function<void(TestBlock&)> onMade;
 
     std::string name;
@@ -57,7 +57,7 @@ public:
     std::vector<std::map<std::string, OpcUa_VariantHlp>> channelProperties;
 };
 
-// How scripts see a TestBlock: fields Name, FaultItemId and Vars.
+// The binding of TestBlock to scripts, with the fields Name and Vars.
 class TestBinding {
 public:
     static int Open(lua_State* L) {

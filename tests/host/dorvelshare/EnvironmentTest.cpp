@@ -34,7 +34,7 @@ TEST(Environment, EveryRetryWaitsTheWholeTimeOut) {
     EXPECT_EQ(network.Elapsed(), 2000);
 }
 
-TEST(Environment, TryOpenPassesOverBusyPorts) {
+TEST(Environment, TryOpenSkipsBusyPorts) {
     ScriptedNetwork network;
     network.TakePort(47809);
     network.TakePort(47810);
@@ -50,13 +50,13 @@ TEST(Environment, TryOpenEndsAtTheLastPort) {
     EXPECT_EQ(NLTryOpenUDPSocket(&socket.socket, 65535, 20), -1);
 }
 
-TEST(Environment, LocalTimeDiffIsTheReplacements) {
+TEST(Environment, LocalTimeDiffComesFromTheReplacement) {
     ScriptedNetwork network;
     network.SetLocalTimeDiff(36'000'000'000);
     EXPECT_EQ(GetLocalTimeDiff(), 36'000'000'000);
 }
 
-TEST(Environment, NullPutsTheSystemBack) {
+TEST(Environment, NullRestoresTheSystem) {
     { ScriptedNetwork network; }
     EXPECT_EQ(&dorvel::Environment(), &dorvel::SystemEnvironment());
 }

@@ -30,12 +30,12 @@ TEST(LeftPorts, ThatAreLeftAgainAreKnownFromThenOn) {
 
 TEST(LeftPorts, AreForgottenFromTheOldestOnWhenThereAreTooMany) {
     LeftPorts ports;
-    for (std::size_t i = 0; i <= LeftPorts::Room; ++i) {
+    for (std::size_t i = 0; i <= LeftPorts::Capacity; ++i) {
         ports.Add(static_cast<unsigned short>(10'000 + i), 0);
     }
     EXPECT_FALSE(ports.Has(10'000, 1));
     EXPECT_TRUE(ports.Has(10'001, 1));
-    EXPECT_TRUE(ports.Has(static_cast<unsigned short>(10'000 + LeftPorts::Room), 1));
+    EXPECT_TRUE(ports.Has(static_cast<unsigned short>(10'000 + LeftPorts::Capacity), 1));
     ports.Clear();
     EXPECT_FALSE(ports.Has(10'001, 1));
 }

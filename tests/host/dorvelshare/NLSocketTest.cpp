@@ -1,4 +1,4 @@
-// The runtime's sockets over real ones, on this machine and on ports that the system chooses.
+// The runtime's sockets over real sockets on this machine, on ports that the system chooses.
 
 #include "dorvelshare/NLSocket.h"
 
@@ -82,7 +82,7 @@ protected:
     void Open() { ASSERT_EQ(NLTryOpenUDPSocket(&socket, 0, 1), 0); }
     std::string Received(int length) const { return ToHex(Octets(buffer, buffer + std::max(length, 0))); }
 
-    test::ClockedSystem environment;  // all that a test does belongs to one exchange
+    test::ClockedSystem environment;  // each test is one exchange
     NLSocket socket{};
     PeerSocket peer;
     char buffer[1500] = {};
@@ -118,7 +118,7 @@ TEST_F(NLSocketTest, GivesTheAnswerToARequest) {
     EXPECT_EQ(ToHex(peer.Receive()), "01");
 }
 
-TEST_F(NLSocketTest, AnAnswerThatComesLateReachesAPortThatNobodyHas) {
+TEST_F(NLSocketTest, ALateAnswerReachesAClosedPort) {
     Open();
     unsigned short const port = socket.port;
     EXPECT_EQ(Exchange(Hex("01"), 0), 0);
@@ -130,7 +130,7 @@ TEST_F(NLSocketTest, AnAnswerThatComesLateReachesAPortThatNobodyHas) {
     EXPECT_EQ(Received(Wait(1000)), "82");
 }
 
-TEST_F(NLSocketTest, TakesADatagramFromAnybody) {
+TEST_F(NLSocketTest, ReceivesADatagramFromAnySender) {
     Open();
     PeerSocket stranger;
     stranger.SendTo(socket.port, Hex("07"));
@@ -192,7 +192,7 @@ TEST_F(NLSocketTest, ALongerDatagramIsCutToTheBuffer) {
     EXPECT_EQ(Wait(0), 0);
 }
 
-TEST_F(NLSocketTest, ADatagramOf1500OctetsIsTakenWhole) {
+TEST_F(NLSocketTest, ADatagramOf1500OctetsIsReceivedWhole) {
     Open();
     peer.SendTo(socket.port, Octets(1500, 'x'));
     EXPECT_EQ(Wait(1000), 1500);
@@ -204,7 +204,7 @@ TEST_F(NLSocketTest, AnEmptyDatagramCountsAsNothing) {
     EXPECT_EQ(Wait(1000), 0);
 }
 
-TEST_F(NLSocketTest, SendsAgainAsOftenAsRetriesSay) {
+TEST_F(NLSocketTest, RepeatsARequestAsOftenAsRetriesSay) {
     EXPECT_EQ(Exchange(Hex("01"), 0, 2), 0);
     for (int i = 0; i < 3; ++i) {
         EXPECT_EQ(ToHex(peer.Receive()), "01");
@@ -222,7 +222,7 @@ TEST_F(NLSocketTest, SendOnlyDoesNotReceive) {
     EXPECT_EQ(Received(Wait(1000)), "09");
 }
 
-TEST_F(NLSocketTest, WhatCannotBeSentIsAFailureAtOnce) {
+TEST_F(NLSocketTest, ADatagramThatCannotBeSentFailsAtOnce) {
     Octets const request(70'000);  // no datagram is that long
     EXPECT_LT(Exchange(request, 1000), 0);
     EXPECT_LT(NLSendReceive(&socket, nullptr, request.data(), 1, buffer, 1, 1000, 0, 1, 1), 0);
@@ -230,14 +230,14 @@ TEST_F(NLSocketTest, WhatCannotBeSentIsAFailureAtOnce) {
     EXPECT_LT(NLSendReceive(&socket, peer.Address(), request.data(), -1, buffer, 1, 1000, 0, 1, 1), 0);
 }
 
-TEST_F(NLSocketTest, ARefusalOfAnEarlierRequestNeitherEndsTheWaitNorHangs) {
+TEST_F(NLSocketTest, AClosedPortOfAnEarlierRequestNeitherEndsTheWaitNorHangs) {
     Open();
     sockaddr_in nobody{};
     {
         PeerSocket gone;
         NLMakeAddress(&nobody, Loopback, gone.Port());
     }
-    // Only a connected socket is told that nobody listens.
+    // Only a connected socket is notified that nobody listens.
     ASSERT_EQ(::connect(socket.handle, reinterpret_cast<sockaddr*>(&nobody), sizeof nobody), 0);
     Octets const request = Hex("01");
     for (int i = 0; i < 3; ++i) {
@@ -248,7 +248,7 @@ TEST_F(NLSocketTest, ARefusalOfAnEarlierRequestNeitherEndsTheWaitNorHangs) {
     }
 }
 
-TEST_F(NLSocketTest, AHandleThatIsNoneDoesNotHang) {
+TEST_F(NLSocketTest, AnInvalidHandleDoesNotHang) {
     Open();
     ::close(socket.handle);
     EXPECT_EQ(Wait(60'000), 0);

@@ -1,5 +1,5 @@
-// Answers to earlier requests are kept away from later ones: what waits is dropped, and after a request
-// without an answer the port changes. In virtual time.
+// Answers to earlier requests are kept away from later requests: waiting datagrams are dropped, and the port
+// changes after a request without an answer. In virtual time.
 
 #include <gtest/gtest.h>
 
@@ -27,12 +27,12 @@ protected:
         network.ExpectAny();
         ASSERT_EQ(socket.Exchange(Hex("01"), TimeOut), 0);
     }
-    // The first octet of what a request is given; the device itself stays silent.
+    // The first octet that a request receives; the device itself does not answer.
     int FirstOctet() {
         network.ExpectAny();
         return socket.Exchange(Hex("01"), TimeOut) > 0 ? socket.buffer[0] : -1;
     }
-    // The local port of the latest datagram, which the record has too.
+    // The local port of the latest datagram, which is also in the record.
     unsigned short LastPort() const {
         EXPECT_EQ(network.SentDatagrams().back().localPort, socket.socket.port);
         return network.SentDatagrams().back().localPort;
@@ -205,7 +205,7 @@ TEST_F(OldAnswers, WithoutARangeAnyFreePortIsTaken) {
     EXPECT_TRUE(LastPort() < 47809 || LastPort() > 47810) << LastPort();
 }
 
-TEST_F(OldAnswers, WithoutAnotherSocketTheOldOneServesOn) {
+TEST_F(OldAnswers, WithoutAnotherSocketTheOldOneIsKept) {
     Unanswered();
     unsigned short const port = LastPort();
     network.RefuseToOpen();
@@ -213,8 +213,8 @@ TEST_F(OldAnswers, WithoutAnotherSocketTheOldOneServesOn) {
     EXPECT_EQ(LastPort(), port);
 }
 
-// Its late answer would be one to the same invoke id where two blocks run in step.
-TEST_F(OldAnswers, APortThatWasLeftIsNobodysFor10Seconds) {
+// Two blocks in step use the same invoke ids, so that one could take the late answer to the other.
+TEST_F(OldAnswers, APortThatWasLeftIsAvoidedFor10Seconds) {
     ASSERT_EQ(NLTryOpenUDPSocket(&socket.socket, 47809, 3), 0);
     Unanswered();
     Unanswered();  // from 47810
@@ -254,7 +254,7 @@ TEST_F(OldAnswers, ASocketThatIsClosedWithoutItsAnswerLeavesItsPort) {
     EXPECT_EQ(socket.socket.port, 47810);
 }
 
-TEST_F(OldAnswers, WhereAllPortsWereLeftASocketIsOpenedAllTheSame) {
+TEST_F(OldAnswers, ASocketOpensOnAPortThatWasLeftWhenThereIsNoOther) {
     for (int i = 0; i < 2; ++i) {
         ASSERT_EQ(NLTryOpenUDPSocket(&socket.socket, 47809, 1), 0);
         Unanswered();
@@ -288,7 +288,7 @@ TEST_F(OldAnswers, TheFirstRequestOfACycleAfterAFaultLeavesFromAnotherPort) {
     EXPECT_EQ(LastPort(), second);
 }
 
-TEST_F(OldAnswers, ACycleAfterAFaultIsThatOfItsThreadAlone) {
+TEST_F(OldAnswers, ACycleAfterAFaultAffectsItsThreadAlone) {
     Answered();
     unsigned short const port = LastPort();
     std::thread([] { NLBeginCycle(true); }).join();
@@ -296,7 +296,7 @@ TEST_F(OldAnswers, ACycleAfterAFaultIsThatOfItsThreadAlone) {
     EXPECT_EQ(LastPort(), port);
 }
 
-TEST_F(OldAnswers, ACycleAfterAFaultThatSendsNothingLeavesNothingToTheNext) {
+TEST_F(OldAnswers, ACycleAfterAFaultThatSendsNothingDoesNotAffectTheNext) {
     Answered();
     unsigned short const port = LastPort();
     NLBeginCycle(true);

@@ -37,7 +37,7 @@ TEST(RTime, ZeroIsTheFirstOfJanuary1601) {
     EXPECT_EQ(time.hour + time.minute + time.second + time.millisecond, 0);
 }
 
-TEST(RTime, AllFieldsOfATime) {
+TEST(RTime, ATimeHasAllItsFields) {
     RTime const time = At(133549794965009999);  // 15 March 2024, 12:31:36.5009999
     EXPECT_EQ(time.year, 2024);
     EXPECT_EQ(time.month, 3);
@@ -74,14 +74,14 @@ TEST(RTime, EndsWithTheYear30827) {
     EXPECT_EQ(FileTimeToRTime(&last, &time), -1);
 }
 
-TEST(Itoa, WritesSmallLetters) {
+TEST(Itoa, WritesLowerCaseLetters) {
     EXPECT_EQ(Itoa(10, 16), "a");
     EXPECT_EQ(Itoa(15, 16), "f");
     EXPECT_EQ(Itoa(0, 16), "0");
     EXPECT_EQ(Itoa(35, 36), "z");
 }
 
-TEST(Itoa, HoldsTheLongestNumber) {
+TEST(Itoa, WritesTheLongestNumber) {
     EXPECT_EQ(Itoa(INT_MIN, 2), "-10000000000000000000000000000000");
     EXPECT_EQ(Itoa(INT_MAX, 10), "2147483647");
 }

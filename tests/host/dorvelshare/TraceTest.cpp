@@ -27,7 +27,7 @@ TEST(Trace, LogMsgTakesTextsOfAnyLength) {
     EXPECT_EQ(log.Text(), longText + "|");
 }
 
-TEST(Trace, LogMsgOfAnEmptyFormat) {
+TEST(Trace, LogMsgOfAnEmptyTextLogsNothing) {
     LogCapture const log;
     logMsg("%s", "");
     EXPECT_EQ(log.Text(), "");
@@ -39,14 +39,14 @@ TEST(Trace, LogMsgLnTakesNoFormat) {
     EXPECT_EQ(log.Text(), "100%s\n");
 }
 
-TEST(Trace, UserTraceIsASwitch) {
+TEST(Trace, TheUserTraceCanBeEnabled) {
     LogCapture log;
     EXPECT_FALSE(IsEnableUserTrace());
     log.EnableTrace();
     EXPECT_TRUE(IsEnableUserTrace());
 }
 
-TEST(Trace, ErrorsOfTheRuntimeAreAlwaysTold) {
+TEST(Trace, ErrorsOfTheRuntimeAreAlwaysLogged) {
     LogCapture const log;
     OpcUa_Trace_Imp(0x20, "file.cpp", 12, "no %s", "luck");
     EXPECT_EQ(log.Text(), "file.cpp:12: no luck\n");
@@ -62,7 +62,7 @@ TEST(Trace, OtherLevelsNeedTheUserTrace) {
 }
 
 TEST(Trace, SinksAreCalledOneAtATime) {
-    int pieces = 0;  // not atomic: the race detector would see two calls at once
+    int pieces = 0;  // not atomic, so that a race detector reports two calls at once
     dorvel::SetLogSink([&](std::string_view) { ++pieces; });
     auto const write = [] {
         for (int i = 0; i < 1000; ++i) {

@@ -54,7 +54,7 @@ TEST(VariableStore, ANewVariableIsNullWithoutData) {
     EXPECT_EQ(state.Time, 0);
 }
 
-TEST(VariableStore, UnknownIdsAreRefused) {
+TEST(VariableStore, UnknownIdsAreRejected) {
     VariableStore store;
     VariableState state;
     for (long long const id : {0, -1, 1}) {
@@ -76,7 +76,7 @@ TEST(VariableStore, BareValuesAreGoodAndOfTheGivenTime) {
     EXPECT_EQ(state.Time, 99);
 }
 
-TEST(VariableStore, DataValuesAreTakenApart) {
+TEST(VariableStore, DataValuesAreSplit) {
     VariableStore store;
     long long const id = store.Declare("A", OpcUaType_Double);
     VariableState state;
@@ -90,7 +90,7 @@ TEST(VariableStore, DataValuesAreTakenApart) {
     EXPECT_EQ(state.Time, 99);
 }
 
-TEST(VariableStore, FieldsAreApartFromTheWhole) {
+TEST(VariableStore, FieldsAreSeparateFromTheWhole) {
     VariableStore store;
     long long const id = store.Declare("A", OpcUaType_Double);
     VariableState state;
@@ -128,7 +128,7 @@ TEST_F(DataProvider, ValuesAreConvertedToTheTypeThatIsAskedFor) {
     EXPECT_EQ(value, Int32(5));
 }
 
-TEST_F(DataProvider, BareValuesAreOfNow) {
+TEST_F(DataProvider, BareValuesHaveTheCurrentTime) {
     provider.WriteValues({Record(variable, "", Int32(5))});
     EXPECT_EQ(Read(variable, {OpcUaType_DataValue, OpcUaType_Double}), OpcUa_Good);
     EXPECT_EQ(value, DataValue(Double(5.0), ScriptedNetwork::Start, OpcUa_Good));
@@ -142,7 +142,7 @@ TEST_F(DataProvider, DataValuesKeepQualityAndTime) {
     EXPECT_EQ(value, Int32(5));
 }
 
-TEST_F(DataProvider, NothingStoredYetIsNullWithoutData) {
+TEST_F(DataProvider, AVariableWithoutAValueIsNullWithoutData) {
     EXPECT_EQ(Read(variable, {OpcUaType_DataValue, OpcUaType_Double}), OpcUa_BadNoData);
     EXPECT_EQ(value, Null());
     EXPECT_EQ(Read(variable + 1, OpcUaType_Double), OpcUa_BadNoData);
@@ -161,7 +161,7 @@ TEST_F(DataProvider, ANullLeavesNullWithoutData) {
     EXPECT_EQ(value, DataValue(Null(), ScriptedNetwork::Start, OpcUa_BadNoData));
 }
 
-TEST_F(DataProvider, WhatCannotBeConvertedSaysWhy) {
+TEST_F(DataProvider, AFailedConversionReturnsItsReason) {
     provider.WriteValues({Record(variable, "", Text("warm"))});
     EXPECT_EQ(Read(variable, OpcUaType_Double), OpcUa_BadTypeMismatch);
     EXPECT_EQ(value, Null());

@@ -5,7 +5,7 @@
 
 namespace test {
 
-// A socket record with a peer and a buffer, over whatever environment there is. Closed at its end.
+// A socket record with a peer and a buffer, over the current environment. Closes the socket at its end.
 class VirtualSocket {
 public:
     VirtualSocket() {

@@ -1,4 +1,4 @@
-// ChangeType, held against the conversion rules of OPC 10000-4.
+// ChangeType against the conversion rules of OPC 10000-4.
 
 #include <gtest/gtest.h>
 
@@ -20,7 +20,7 @@ double const NaN = std::nan("");
 
 struct Row {
     OpcUa_VariantHlp from;
-    OpcUa_VariantHlp to;  // null: refused
+    OpcUa_VariantHlp to;  // null: no conversion
     _OpcUa_BuiltInType type;
     OpcUa_StatusCode status;
 };
@@ -69,7 +69,7 @@ TEST(Conversion, TimesAndByteStringsOnlyBecomeTexts) {
            Mismatch(Bytes("1"), OpcUaType_StatusCode), Mismatch(Status(1), OpcUaType_ByteString)});
 }
 
-TEST(Conversion, TypesThatAreNotStoredAreRefused) {
+TEST(Conversion, ValuesDoNotConvertToTypesThatAreNotStored) {
     for (auto const type : {OpcUaType_Null, OpcUaType_Guid, OpcUaType_XmlElement, OpcUaType_NodeId,
                             OpcUaType_Variant, OpcUaType_DiagnosticInfo, static_cast<_OpcUa_BuiltInType>(-1),
                             static_cast<_OpcUa_BuiltInType>(200)}) {
@@ -116,7 +116,7 @@ TEST(Conversion, FloatingPointLimitsHoldAfterRounding) {
            Gives(Double(0x1p63), UInt64(1ull << 63)), OutOfRange(Float(3e38f), OpcUaType_Int64)});
 }
 
-TEST(Conversion, WhatIsNotFiniteIsNoInteger) {
+TEST(Conversion, NaNAndInfinityAreOutOfTheRangeOfIntegers) {
     for (double const value : {NaN, Infinity, -Infinity}) {
         for (int type = OpcUaType_SByte; type <= OpcUaType_UInt64; ++type) {
             Check({OutOfRange(Double(value), static_cast<_OpcUa_BuiltInType>(type)),
@@ -158,7 +158,7 @@ TEST(Conversion, TextsBecomeIntegers) {
            OutOfRange(Text("128"), OpcUaType_SByte)});
 }
 
-TEST(Conversion, TextsThatAreNoIntegers) {
+TEST(Conversion, TextsThatAreNotIntegersAreAMismatch) {
     for (char const* text :
          {"", " ", "abc", "1.0", "1e3", "0x10", "+-1", "-+1", "- 1", "--1", "-", "+", "1 2", "1,000"}) {
         Check({Mismatch(Text(text), OpcUaType_Int32), Mismatch(Text(text), OpcUaType_UInt32)});
@@ -174,7 +174,7 @@ TEST(Conversion, TextsBecomeFloatingPoint) {
            OutOfRange(Text("1e309"), OpcUaType_Double), OutOfRange(Text("1e39"), OpcUaType_Float)});
 }
 
-TEST(Conversion, TextsThatAreNoFloatingPoint) {
+TEST(Conversion, TextsThatAreNotFloatingPointAreAMismatch) {
     for (char const* text :
          {"", "inf", "nan", "infinity", "nan(1)", "0x1p3", "1,5", "1e", "e5", "+-1", ".", "1.5 V"}) {
         Check({Mismatch(Text(text), OpcUaType_Double), Mismatch(Text(text), OpcUaType_Float)});
@@ -202,13 +202,13 @@ TEST(Conversion, StatusCodesAreCopiedBitByBit) {
            Mismatch(Double(1), OpcUaType_StatusCode), Mismatch(Bool(true), OpcUaType_StatusCode)});
 }
 
-TEST(Conversion, ByteStringsAreHexadecimalTexts) {
+TEST(Conversion, ByteStringsConvertToHexadecimalTextsAndBack) {
     Check({Gives(Bytes(std::string_view("\x0A\xFF\x00", 3)), Text("0AFF00")), Gives(Bytes(""), Text("")),
            Gives(Text("0aFf00"), Bytes(std::string_view("\x0A\xFF\x00", 3))),
            Mismatch(Text("0A F"), OpcUaType_ByteString), Mismatch(Text("0G"), OpcUaType_ByteString)});
 }
 
-TEST(Conversion, TimesAreIso8601) {
+TEST(Conversion, TimesConvertToIso8601AndBack) {
     constexpr long long at = 133549794965000000;  // 15 March 2024, 12:31:36.5
     Check({Gives(Time(at), Text("2024-03-15T12:31:36.5Z")), Gives(Time(0), Text("1601-01-01T00:00:00Z")),
            Gives(Text("2024-03-15T12:31:36.5Z"), Time(at)), Gives(Text("2024-03-15T12:31:36.500"), Time(at)),
@@ -222,7 +222,7 @@ TEST(Conversion, TimesAreIso8601) {
            OutOfRange(Text("30828-01-01T00:00:00Z"), OpcUaType_DateTime)});
 }
 
-TEST(Conversion, TextsThatAreNoTimes) {
+TEST(Conversion, TextsThatAreNotTimesAreAMismatch) {
     for (char const* text :
          {"", "2024-03-15", "2023-02-29T00:00:00Z", "2024-13-01T00:00:00Z", "2024-00-01T00:00:00Z",
           "2024-01-00T00:00:00Z", "2024-01-01T25:00:00Z", "2024-01-01T24:00:01Z", "2024-01-01T00:60:00Z",

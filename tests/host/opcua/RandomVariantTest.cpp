@@ -15,7 +15,7 @@ namespace {
 
 using Generator = std::mt19937;
 
-// Every magnitude is as likely as any other, limits come often.
+// All magnitudes are equally likely; limits are frequent.
 unsigned long long AnyBits(Generator& random) {
     unsigned long long const bits = static_cast<unsigned long long>(random()) << 32 | random();
     switch (random() % 4) {
@@ -127,7 +127,7 @@ TEST(RandomVariants, GettersAgreeWithChangeType) {
     }
 }
 
-TEST(RandomVariants, WhatFitsAnIntegerIsTheNearestOne) {
+TEST(RandomVariants, AValueThatFitsBecomesTheNearestInteger) {
     Generator random(11);
     for (int round = 0; round < 10'000; ++round) {
         double const value = AnyDouble(random);

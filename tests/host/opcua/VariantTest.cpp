@@ -105,7 +105,7 @@ TEST(Variant, MovingLeavesNull) {
     EXPECT_EQ(from.GetType(), OpcUaType_Null);
 }
 
-TEST(Variant, SetDataValueTakesTheValueOver) {
+TEST(Variant, SetDataValueTakesOwnershipOfTheValue) {
     OpcUa_VariantHlp inside = Text("text");
     OpcUa_VariantHlp value = Int32(1);
     value.SetDataValue(inside, 42, OpcUa_Bad);
@@ -200,7 +200,7 @@ TEST(Variant, GetTimeIsUtcOnly) {
     EXPECT_EQ(time, 99);
 }
 
-TEST(Variant, EqualityIsOfTypeAndValue) {
+TEST(Variant, EqualityComparesTypeAndValue) {
     EXPECT_NE(Int32(1), UInt32(1));
     EXPECT_NE(SByte(1), SByte(2));
     EXPECT_NE(Int64(0x100000001), Int64(1));

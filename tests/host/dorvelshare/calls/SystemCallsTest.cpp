@@ -1,5 +1,4 @@
-// What a cycle costs in system calls. The C library's functions are replaced by ones that count and call
-// them.
+// The number of system calls of a cycle. Functions that count replace those of the C library and call them.
 
 #include <dlfcn.h>
 #include <gtest/gtest.h>
@@ -27,7 +26,7 @@ Function* Count(char const* name, Function* /*signature*/) {
     return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));
 }
 
-// The device takes what it was sent, and answers with it, before the call that sent it returns.
+// The device receives a datagram and sends it back before the call that sent it returns.
 void Echo() {
     if (!isCounting) {
         return;
@@ -96,7 +95,7 @@ protected:
     }
     ~SystemCalls() override { environment.Close(device); }
 
-    // The calls of a cycle of so many exchanges.
+    // The number of calls of a cycle with so many exchanges.
     int CallsOf(int exchanges, int timeOut) {
         calls.clear();
         isCounting = true;
@@ -111,7 +110,7 @@ protected:
     test::VirtualSocket client;
 };
 
-// Each exchange is one call to send and one to receive; the first one looks for what has waited besides.
+// Each exchange is one call to send and one to receive; the first one also looks for waiting datagrams.
 TEST_F(SystemCalls, OfACycleWithAnswersAreTwoForEachExchangeAndOneMore) {
     for (int const exchanges : {1, 2, 10}) {
         environment.Pass(1000);
