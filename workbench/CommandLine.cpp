@@ -20,26 +20,27 @@ constexpr char ProgramHelp[] = R"(Examples:
   dorvel-workbench names
 
 Exit codes:
-  0  done; Ctrl-C is an ordinary end
+  0  done, also after Ctrl-C
   1  a block was in fault at the end, with --fail-on-fault
   2  a mistake on the command line or in the project
   3  the add-in cannot be loaded
   4  something else failed, such as writing the capture file
-  130  a second Ctrl-C did not wait for the end)";
+  130  a second Ctrl-C ended the program at once)";
 
 constexpr char RunHelp[] =
-    R"(Every block of the project is called once per period of its task. In a terminal its variables
-stand in a table that renews itself; elsewhere each variable is a line per cycle, with tabs
+    R"(Calls every block of the project once per period of its task. In a terminal a table shows the
+variables and is refreshed in place; elsewhere each variable is one line per cycle, with tabs
 between the columns. Ctrl-C ends the run.
 
 A variable with Write = true can be set: with --set, with the key s in the table, and with lines
-"set Block.Variable = value" on standard input. A value goes out in the cycle after a good one.)";
+"set Block.Variable = value" on standard input. A value is written in the cycle after the first
+cycle without a fault.)";
 
-// "NAME=VALUE" taken apart; an exception that CLI11 reports when there is no name.
+// Splits "NAME=VALUE". Without a name throws an exception that CLI11 reports.
 std::pair<std::string, std::string> Assignment(std::string const& text, char const* option) {
     std::size_t const equals = text.find('=');
     if (equals == std::string::npos || equals == 0) {
-        throw CLI::ValidationError(option, "\"" + text + "\" is no NAME=VALUE");
+        throw CLI::ValidationError(option, "\"" + text + "\" is not of the form NAME=VALUE");
     }
     return {text.substr(0, equals), text.substr(equals + 1)};
 }
@@ -57,7 +58,7 @@ void AddProjectOptions(CLI::App& command, Options& options) {
                     options.params.insert(Assignment(text, "--define"));
                 }
             },
-            "Gives Param.NAME to the project; may be repeated")
+            "Sets Param.NAME for the project; may be repeated")
         ->type_name("NAME=VALUE")
         ->allow_extra_args(false);
 }
@@ -73,7 +74,7 @@ void AddRunOptions(CLI::App& command, Options& options) {
             "auto, table, lines or json (default: auto)")
         ->type_name("FORMAT")
         ->check(CLI::IsMember(formats).description(""));
-    command.add_option("--cycles", options.cycles, "Ends after so many cycles of each block")
+    command.add_option("--cycles", options.cycles, "Ends after N cycles of each block")
         ->type_name("N")
         ->check(CLI::Range(1ULL, 1000000000000ULL).description(""));
     command
@@ -88,15 +89,16 @@ void AddRunOptions(CLI::App& command, Options& options) {
             "Writes a value to the device; may be repeated")
         ->type_name("BLOCK.VARIABLE=VALUE")
         ->allow_extra_args(false);
-    command.add_option("--pcap", options.captureFile, "Keeps every datagram in a capture file")
+    command.add_option("--pcap", options.captureFile, "Records every datagram in a capture file")
         ->type_name("FILE");
     command.add_flag("--trace", options.trace, "Shows what the driver does, step by step");
     command.add_flag("--fail-on-fault", options.failOnFault,
                      "Exit code 1 when a block is in fault at the end");
     command.add_flag_callback(
-        "--summary", [&options] { options.summary = true; }, "Figures at the end (default in a terminal)");
+        "--summary", [&options] { options.summary = true; },
+        "Prints figures at the end (default in a terminal)");
     command.add_flag_callback(
-        "--no-summary", [&options] { options.summary = false; }, "No figures at the end");
+        "--no-summary", [&options] { options.summary = false; }, "Prints no figures at the end");
     command.footer(RunHelp);
 }
 
@@ -114,7 +116,7 @@ std::optional<Options> ParseCommandLine(int argc, char const* const* argv, std::
     CLI::App* const run = app.add_subcommand("run", "Runs a project");
     AddProjectOptions(*run, options);
     AddRunOptions(*run, options);
-    CLI::App* const check = app.add_subcommand("check", "Only looks for mistakes in a project");
+    CLI::App* const check = app.add_subcommand("check", "Checks a project and does not run it");
     AddProjectOptions(*check, options);
     CLI::App* const names = app.add_subcommand("names", "Lists the names of object types and properties");
 

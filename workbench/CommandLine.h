@@ -19,15 +19,15 @@ struct Options {
     std::map<std::string, std::string> params;
     std::vector<std::string> sets;  // "Block.Variable=value", in order
     OutputFormat format = OutputFormat::Auto;
-    unsigned long long cycles = 0;  // 0: no end
+    unsigned long long cycles = 0;  // 0: no limit
     bool trace = false;
     bool failOnFault = false;
     std::string captureFile;  // empty: none
     std::optional<bool> summary;
 };
 
-// Reads the command line. Nothing when there is nothing to do: help, the version or a mistake has been
-// written to out or err then, and exitCode says with what the program ends.
+// Reads the command line. Without a value there is nothing to do: help, the version or a mistake has been
+// written to out or err, and exitCode is the program's.
 std::optional<Options> ParseCommandLine(int argc, char const* const* argv, std::ostream& out,
                                         std::ostream& err, int& exitCode);
 

@@ -27,7 +27,7 @@ bool ShowsTable(Options const& options, RunStreams const& streams) {
            (options.format == OutputFormat::Auto && streams.outIsTerminal);
 }
 
-// A table shares its terminal with the log only in an area of its own.
+// Null when the table shows the log: both use the same terminal then.
 std::ostream* LogStream(Options const& options, RunStreams const& streams) {
     return ShowsTable(options, streams) && streams.errIsTerminal ? nullptr : &streams.err;
 }
@@ -67,7 +67,7 @@ void ServeTerminal(Signals& signals, Terminal& terminal, bool table) {
     }
 }
 
-// The threads of the tasks use what the caller holds: they have ended when this has.
+// Stops the runtime when the scope ends: the threads of the tasks use the caller's objects.
 struct StopAtEnd {
     dorvel::Runtime& runtime;
     ~StopAtEnd() { runtime.Stop(); }
@@ -108,7 +108,8 @@ void Warn(LoadedProject const& project, std::ostream& err) {
         }
     }
     for (std::string const& name : project.UnusedParams()) {
-        err << "warning: the project does not ask for Param." << Printable(name) << "\n";
+        err << "warning: --define " << Printable(name) << ": the project does not use Param."
+            << Printable(name) << "\n";
     }
 }
 
@@ -118,7 +119,7 @@ BlockConfig const& ConfigOf(LoadedProject const& project, ScadaProtocol const& p
             return block;
         }
     }
-    throw std::logic_error("the runtime ran a block of nobody");
+    throw std::logic_error("the runtime ran a block that is not part of the project");
 }
 
 }  // namespace
@@ -144,7 +145,7 @@ int RunProject(Options const& options, RunStreams const& streams) {
     dorvel::Runtime& runtime = project.Runtime();
     runtime.SetCycleObserver([&](ScadaProtocol& protocol, unsigned long long cycle, bool) {
         if (signals.IsStopRequested()) {
-            return;  // the driver has cut this cycle short, and it is no fault
+            return;  // the signal interrupted this cycle, which is not a fault
         }
         BlockSnapshot snapshot = TakeSnapshot(ConfigOf(project, protocol), cycle, runtime.Variables());
         setter.AfterCycle(*snapshot.config, IsFault(snapshot));
@@ -156,16 +157,16 @@ int RunProject(Options const& options, RunStreams const& streams) {
     terminal.End();
 
     if (options.summary.value_or(table)) {
-        // Whoever reads JSON lines from standard output reads nothing else there.
+        // With JSON, standard output has nothing but JSON lines.
         std::ostream& out = options.format == OutputFormat::Json ? streams.err : streams.out;
         out << figures.Summary(host.Figures()) << std::flush;
     }
     if (!host.CaptureGood()) {
         throw std::runtime_error("the capture file " + options.captureFile +
-                                 " could not be written to its end");
+                                 " is incomplete: writing failed");
     }
     if (display->Failed()) {
-        throw std::runtime_error("the output could not be written");
+        throw std::runtime_error("standard output cannot be written");
     }
     return options.failOnFault && figures.AnyFault() ? ExitFault : ExitOk;
 }

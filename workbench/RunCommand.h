@@ -6,20 +6,20 @@
 
 namespace workbench {
 
-// What a run needs of the process around it.
+// The streams of the process, as a run needs them.
 struct RunStreams {
     std::ostream& out;
     std::ostream& err;
-    bool outIsTerminal;  // Out is the process's standard output, and that a terminal
-    bool errIsTerminal;  // the log would tear a table
-    int in = -1;         // the handle of standard input, -1 for none
+    bool outIsTerminal;  // out is standard output and a terminal
+    bool errIsTerminal;  // err is standard error and a terminal
+    int in = -1;         // the file descriptor of standard input, -1 for none
 };
 
-// Runs a project until its cycles are done or a signal asks for the end. The add-in has been loaded. Exit
-// code. Throws ProjectError, AddInError, and std::runtime_error for a file that cannot be written.
+// Runs a project until its cycles are done or a signal ends it, and returns the exit code. Load the add-in
+// first. Throws ProjectError, AddInError, and std::runtime_error for a file that cannot be written.
 int RunProject(Options const& options, RunStreams const& streams);
 
-// Loads the project and tells how much there is in it. Exit code; ProjectError and AddInError.
+// Loads the project, prints its size and returns the exit code. Throws ProjectError and AddInError.
 int CheckProject(Options const& options, RunStreams const& streams);
 
 }  // namespace workbench

@@ -52,9 +52,9 @@ int Fail(std::ostream& err, std::exception const& reason, ExitCode code) {
 }  // namespace
 
 int Main(int argc, char const* const* argv, std::ostream& out, std::ostream& err) {
-    // Widths of characters are asked of the C library, which knows them in a locale of UTF-8 only.
+    // wcwidth knows the widths of characters only in a UTF-8 locale.
     std::setlocale(LC_CTYPE, "C.UTF-8");
-    // Asked before anything is opened, which would take the number of a closed standard input.
+    // Checked before any file is opened: it could take the number of a closed standard input.
     int const in = &out == &std::cout && fcntl(0, F_GETFD) != -1 ? 0 : -1;
     int exitCode = ExitOk;
     std::optional<Options> const options = ParseCommandLine(argc, argv, out, err, exitCode);

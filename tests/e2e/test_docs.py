@@ -112,14 +112,14 @@ class Docs(EndToEnd):
         for value in (low, high):
             self.assertEqual(self.refusal(**{kind: f"{field} = {value}"}), "")
         for value in (low - 1, high + 1):
-            self.assertIn(f'field "{field}": {value} is not within {low}..{high}\n',
+            self.assertIn(f'field "{field}": {value} is out of range; allowed is {low} to {high}\n',
                           self.refusal(**{kind: f"{field} = {value}"}))
 
     def test_the_largest_object_number_is_that_of_the_workbench(self):
         for name in ("docs/configure-a-block.md", "docs/workbench.md"):
             largest = int(re.search(r"^\| `ObjectNumber` \|[^|]* 0 to (\d+)", document(name), re.MULTILINE).group(1))
             self.assertEqual(self.refusal(variable=f"ObjectNumber = {largest}"), "", name)
-            self.assertIn(f" is not within 0..{largest}\n", self.refusal(variable=f"ObjectNumber = {largest + 1}"), name)
+            self.assertIn(f" is out of range; allowed is 0 to {largest}\n", self.refusal(variable=f"ObjectNumber = {largest + 1}"), name)
 
     def test_the_object_types_are_those_of_the_driver(self):
         text = document("docs/configure-a-block.md").split("### Object types")[1].split("### Properties")[0]

@@ -36,7 +36,7 @@ protected:
     int exitCode = -1;
 };
 
-TEST_F(CommandLine, AProjectIsEnough) {
+TEST_F(CommandLine, AProjectIsTheOnlyRequiredArgument) {
     auto const options = Parse({"run", "plant.lua"});
     ASSERT_TRUE(options);
     EXPECT_EQ(options->what, Command::Run);
@@ -49,7 +49,7 @@ TEST_F(CommandLine, AProjectIsEnough) {
     EXPECT_FALSE(options->summary);
 }
 
-TEST_F(CommandLine, EveryOption) {
+TEST_F(CommandLine, EveryOptionIsRead) {
     auto const options = Parse({"run", "plant.lua", "--addin", "a.so", "--define", "ahu=1.2.3.4:5", "-D",
                                 "x=a=b", "--define", "e=", "--format", "json", "--cycles", "10", "--pcap",
                                 "p.pcap", "--trace", "--fail-on-fault", "--summary"});
@@ -65,14 +65,14 @@ TEST_F(CommandLine, EveryOption) {
     EXPECT_EQ(options->summary, true);
 }
 
-TEST_F(CommandLine, ValuesToSetInTheirOrder) {
+TEST_F(CommandLine, ValuesToSetKeepTheirOrder) {
     auto const options = Parse({"run", "--set", "B.y=2", "plant.lua", "--set", "A.x = a=b"});
     ASSERT_TRUE(options) << err.str();
     EXPECT_EQ(options->sets, (std::vector<std::string>{"B.y=2", "A.x = a=b"}));
-    ExpectMistake({"run", "a.lua", "--set", "A.x"}, "\"A.x\" is no NAME=VALUE");
+    ExpectMistake({"run", "a.lua", "--set", "A.x"}, "\"A.x\" is not of the form NAME=VALUE");
 }
 
-TEST_F(CommandLine, OptionsMayStandBeforeTheProject) {
+TEST_F(CommandLine, OptionsMayPrecedeTheProject) {
     auto const options = Parse({"run", "--define", "a=1", "plant.lua", "--no-summary"});
     ASSERT_TRUE(options) << err.str();
     EXPECT_EQ(options->project, "plant.lua");
@@ -80,12 +80,12 @@ TEST_F(CommandLine, OptionsMayStandBeforeTheProject) {
     EXPECT_EQ(options->summary, false);
 }
 
-TEST_F(CommandLine, OtherCommands) {
+TEST_F(CommandLine, CheckAndNamesAreCommands) {
     EXPECT_EQ(Parse({"check", "plant.lua"})->what, Command::Check);
     EXPECT_EQ(Parse({"names"})->what, Command::Names);
 }
 
-TEST_F(CommandLine, Mistakes) {
+TEST_F(CommandLine, AMistakeIsReportedWithItsArgument) {
     ExpectMistake({}, "A subcommand is required");
     ExpectMistake({"plant.lua"}, "A subcommand is required");
     ExpectMistake({"run"}, "PROJECT");
@@ -95,13 +95,13 @@ TEST_F(CommandLine, Mistakes) {
     ExpectMistake({"run", "a.lua", "--cycles", "0"}, "--cycles");
     ExpectMistake({"run", "a.lua", "--cycles", "-1"}, "--cycles");
     ExpectMistake({"run", "a.lua", "--cycles", "many"}, "--cycles");
-    ExpectMistake({"run", "a.lua", "--define", "ahu"}, "\"ahu\" is no NAME=VALUE");
-    ExpectMistake({"run", "a.lua", "--define", "=5"}, "\"=5\" is no NAME=VALUE");
+    ExpectMistake({"run", "a.lua", "--define", "ahu"}, "\"ahu\" is not of the form NAME=VALUE");
+    ExpectMistake({"run", "a.lua", "--define", "=5"}, "\"=5\" is not of the form NAME=VALUE");
     ExpectMistake({"run", "a.lua", "--define"}, "--define");
     ExpectMistake({"check", "a.lua", "--cycles", "5"}, "--cycles");
 }
 
-TEST_F(CommandLine, HelpTellsExamplesAndExitCodes) {
+TEST_F(CommandLine, HelpHasExamplesAndExitCodes) {
     EXPECT_FALSE(Parse({"--help"}));
     EXPECT_EQ(exitCode, ExitOk);
     EXPECT_EQ(err.str(), "");
@@ -114,7 +114,7 @@ TEST_F(CommandLine, HelpTellsExamplesAndExitCodes) {
     }
 }
 
-TEST_F(CommandLine, Version) {
+TEST_F(CommandLine, TheVersionIsPrinted) {
     EXPECT_FALSE(Parse({"--version"}));
     EXPECT_EQ(exitCode, ExitOk);
     EXPECT_EQ(out.str().find("dorvel-workbench "), 0u);
@@ -127,19 +127,19 @@ TEST_F(CommandLine, NamesAreListed) {
     EXPECT_NE(out.str().find("    37     178  count-before-change\n"), std::string::npos);
 }
 
-TEST_F(CommandLine, AnAddInThatIsNotThere) {
+TEST_F(CommandLine, AMissingAddInIsReported) {
     char const* const arguments[] = {"dorvel-workbench", "run", "a.lua", "--addin", "no-such.so"};
     EXPECT_EQ(Main(5, arguments, out, err), ExitAddIn);
     EXPECT_EQ(err.str().find("the add-in cannot be loaded: ./no-such.so: "), 0u) << err.str();
 }
 
-TEST_F(CommandLine, ALibraryThatIsNoAddIn) {
+TEST_F(CommandLine, ALibraryThatIsNotAnAddInIsReported) {
     Dl_info hostLibrary = {};
     ASSERT_NE(dladdr(reinterpret_cast<void const*>(&dorvel::Environment), &hostLibrary), 0);
     std::string const path = std::filesystem::absolute(hostLibrary.dli_fname);
     char const* const arguments[] = {"dorvel-workbench", "run", "a.lua", "--addin", path.c_str()};
     EXPECT_EQ(Main(5, arguments, out, err), ExitAddIn);
-    EXPECT_EQ(err.str(), "the add-in " + path + " has no InitAddin\n");
+    EXPECT_EQ(err.str(), path + " is not an add-in: it exports no InitAddin\n");
 }
 
 }  // namespace

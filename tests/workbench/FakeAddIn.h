@@ -12,8 +12,8 @@ struct lua_State;
 
 namespace test {
 
-// A driver that registers itself under the add-in's name and keeps what it was given. What it does in a cycle
-// is the test's.
+// A driver that registers itself under the add-in's name and keeps its configuration. The test determines
+// what it does in a cycle.
 class FakeDriver : public ScadaProtocol {
 public:
     struct Variable {
@@ -28,15 +28,14 @@ public:
                     std::map<std::string, OpcUa_VariantHlp> const& properties) override;
     void Execute() override;
 
-    // What a poll does: hands a value to the runtime, as a DataValue with this quality, and tells the fault
-    // state.
+    // A poll: stores a value in the runtime, as a DataValue with this quality.
     void Deliver(std::size_t place, OpcUa_VariantHlp value, OpcUa_StatusCode status = OpcUa_Good);
-    // What a write phase does: calls the function for every value that the write condition lets through.
+    // A write phase: calls the function for every value that the write condition passes.
     using Write = std::function<void(std::size_t place, OpcUa_VariantHlp const& value)>;
     void WritePhase(Write const& write);
     void Report(bool fault, std::string const& text) { UpdateFaultState(fault, text); }
 
-    // A field that is a number, 0 when it was not given.
+    // A numeric field, 0 when it is missing.
     long long Number(std::string const& name) const;
 
     std::string address;
@@ -44,7 +43,7 @@ public:
     std::vector<Variable> variables;
 };
 
-// Registers the driver, once per process, and sets what every cycle does until the object goes.
+// Registers the driver, once per process, and sets what every cycle does until the object is destroyed.
 class FakeAddIn {
 public:
     explicit FakeAddIn(FakeDriver::Behaviour cycle = {});

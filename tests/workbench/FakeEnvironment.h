@@ -22,8 +22,8 @@ inline sockaddr_in Address(char const* ip, unsigned short port) {
     return address;
 }
 
-// The world below a decorator: keeps what is sent, gives what was told to arrive, and has the time that it is
-// given.
+// The environment below a decorator: records what is sent, delivers what the test makes arrive, and has the
+// time that the test sets.
 class FakeEnvironment : public dorvel::HostEnvironment {
 public:
     int Open(unsigned short port) override { return 100 + port; }

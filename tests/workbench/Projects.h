@@ -11,7 +11,7 @@
 
 namespace test {
 
-// A variable's line and a block around such lines, as most tests need them.
+// The text of a variable and of a block, for most tests.
 inline std::string const Temperature =
     R"({Name="T", Type="DataValue", ElementType="Float", ObjectType="analog-input", ObjectProperties="present-value", ObjectNumber=1})";
 
@@ -28,7 +28,7 @@ inline workbench::ScriptLimits QuickLimits() {
     return limits;
 }
 
-// The message of a project that must not load; "loaded" when it does.
+// The message of a project that does not load; "loaded" when it does.
 inline std::string MistakeIn(std::string const& text, std::map<std::string, std::string> const& params = {},
                              workbench::ScriptLimits const& limits = {}) {
     workbench::LoadedProject project("p.lua", params, limits);

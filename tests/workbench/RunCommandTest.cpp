@@ -22,7 +22,7 @@ using namespace workbench;
 
 namespace {
 
-// A run from project file to output, with the fake driver and a scripted world.
+// A run from project file to output, with the fake driver and a fake environment.
 class RunCommand : public testing::Test {
 protected:
     void SetUp() override {
@@ -65,7 +65,7 @@ protected:
         options.cycles = 4;
     }
 
-    // The states of the write, a word a cycle; "-" before it is set.
+    // The states of the write, one word a cycle; "-" before it is set.
     std::string States() const {
         std::string states;
         for (std::string const& line : OutLines()) {
@@ -104,7 +104,7 @@ protected:
     std::ostringstream err;
 };
 
-TEST_F(RunCommand, AnObjectALineForEveryCycle) {
+TEST_F(RunCommand, JsonHasOneObjectPerCycle) {
     EXPECT_EQ(Run(), ExitOk);
     EXPECT_EQ(err.str(), "");
     auto const lines = OutLines();
@@ -119,7 +119,7 @@ TEST_F(RunCommand, AnObjectALineForEveryCycle) {
     }
 }
 
-TEST_F(RunCommand, PlainLinesWhenThereIsNoTerminal) {
+TEST_F(RunCommand, PrintsPlainLinesWithoutATerminal) {
     options.format = OutputFormat::Auto;
     options.cycles = 2;
     EXPECT_EQ(Run(), ExitOk);
@@ -129,7 +129,7 @@ TEST_F(RunCommand, PlainLinesWhenThereIsNoTerminal) {
     EXPECT_NE(lines[2].find("\tAHU\t2\tOK\tT\tanalog-input 1\tpresent-value\t21.5\t"), std::string::npos);
 }
 
-TEST_F(RunCommand, FaultsAreShownAndCountOnlyWhenAskedFor) {
+TEST_F(RunCommand, AFaultSetsTheExitCodeOnlyWithFailOnFault) {
     addIn.onCycle = Fail;
     EXPECT_EQ(Run(), ExitOk);
     EXPECT_NE(out.str().find("\"fault\":true,\"error\":\"No connection\""), std::string::npos);
@@ -148,7 +148,7 @@ TEST_F(RunCommand, ABlockThatTheDriverDoesNotPollIsAFault) {
     EXPECT_NE(out.str().find("\"fault\":true,\"error\":\"not polled\""), std::string::npos);
 }
 
-TEST_F(RunCommand, TheTraceIsOnForTheRunAlone) {
+TEST_F(RunCommand, TheTraceIsOnOnlyDuringTheRun) {
     addIn.onCycle = [](FakeDriver& driver) {
         logMsgLn(IsEnableUserTrace() ? "traced" : "not traced");
         Poll(driver);
@@ -180,7 +180,7 @@ TEST_F(RunCommand, TheSummaryMeasuresTheTraffic) {
     EXPECT_NE(out.str().find("round trip        0.000 ms median, 0.000 ms maximum\n"), std::string::npos);
 }
 
-TEST_F(RunCommand, TheSummaryStaysOutOfTheJsonLines) {
+TEST_F(RunCommand, TheSummaryIsNotAmongTheJsonLines) {
     addIn.onCycle = [](FakeDriver& driver) { Poll(driver); };
     options.summary = true;
     EXPECT_EQ(Run(), ExitOk);
@@ -204,14 +204,14 @@ TEST_F(RunCommand, TheCaptureFileIsWritten) {
     EXPECT_EQ(octets.size(), 24u + 3 * (16 + 28 + 3));
 }
 
-TEST_F(RunCommand, ACaptureFileThatCannotBeWritten) {
+TEST_F(RunCommand, ACaptureFileThatCannotBeWrittenIsAnError) {
     options.captureFile = folder.Path() + "/no/run.pcap";
     EXPECT_THROW(Run(), std::runtime_error);
     options.captureFile = "/dev/full";
     EXPECT_THROW(Run(), std::runtime_error);
 }
 
-TEST_F(RunCommand, AnOutputThatTakesNothingEndsTheRun) {
+TEST_F(RunCommand, AnOutputThatCannotBeWrittenEndsTheRun) {
     options.cycles = 0;
     out.setstate(std::ios::badbit);
     EXPECT_THROW(Run(), std::runtime_error);
@@ -230,7 +230,7 @@ TEST_F(RunCommand, AnInterruptEndsARunWithoutEnd) {
     EXPECT_GE(OutLines().size(), 4u);
 }
 
-TEST_F(RunCommand, ACycleThatAnInterruptCutsShortIsNoFault) {
+TEST_F(RunCommand, AnInterruptedCycleIsNotAFault) {
     addIn.onCycle = [](FakeDriver&) { raise(SIGINT); };
     options.project = folder.Write("slow.lua", "Task{Name='slow', Period=60000}\n" + OneBlock);
     options.failOnFault = true;
@@ -238,7 +238,7 @@ TEST_F(RunCommand, ACycleThatAnInterruptCutsShortIsNoFault) {
     EXPECT_EQ(out.str(), "");
 }
 
-TEST_F(RunCommand, MistakesComeBeforeAnyOutput) {
+TEST_F(RunCommand, AMistakeIsReportedBeforeAnyOutput) {
     options.project = folder.Write("bad.lua", "BACnet.new{}");
     try {
         Run();
@@ -250,20 +250,20 @@ TEST_F(RunCommand, MistakesComeBeforeAnyOutput) {
     EXPECT_EQ(out.str(), "");
 }
 
-TEST_F(RunCommand, ParamsThatNobodyAsksForAreAWarning) {
+TEST_F(RunCommand, AnUnusedParamIsAWarning) {
     options.params = {{"ahuu", "1"}};
     options.cycles = 1;
     EXPECT_EQ(Run(), ExitOk);
-    EXPECT_EQ(err.str(), "warning: the project does not ask for Param.ahuu\n");
+    EXPECT_EQ(err.str(), "warning: --define ahuu: the project does not use Param.ahuu\n");
 }
 
-TEST_F(RunCommand, CheckTellsWhatThereIs) {
+TEST_F(RunCommand, CheckPrintsTheSizeOfTheProject) {
     addIn.onCycle = [](FakeDriver&) { FAIL() << "polled"; };
     EXPECT_EQ(CheckProject(options, {out, err, false, false}), ExitOk);
     EXPECT_EQ(out.str(), options.project + ": no mistake (blocks: 1, variables: 1, tasks: 1)\n");
 }
 
-TEST_F(RunCommand, AValueSetOnTheCommandLine) {
+TEST_F(RunCommand, AValueFromTheCommandLineIsWritten) {
     MakeWritable();
     options.sets = {"AHU.T=21.5"};
     EXPECT_EQ(Run(), ExitOk);
@@ -271,19 +271,20 @@ TEST_F(RunCommand, AValueSetOnTheCommandLine) {
     EXPECT_EQ(device, Float(21.5f));
 }
 
-TEST_F(RunCommand, AMistakeInItEndsTheRunBeforeItBegins) {
+TEST_F(RunCommand, AMistakeOnTheCommandLineEndsTheRunBeforeItBegins) {
     MakeWritable();
     options.sets = {"AHU.t=21.5"};
     try {
         Run();
         FAIL();
     } catch (ProjectError const& mistake) {
-        EXPECT_STREQ(mistake.what(), "--set: \"AHU.t\" is no variable (did you mean \"AHU.T\"?)");
+        EXPECT_STREQ(mistake.what(),
+                     "--set: \"AHU.t\" is not a variable of the project (did you mean \"AHU.T\"?)");
     }
     EXPECT_EQ(out.str(), "");
 }
 
-TEST_F(RunCommand, AValueSetByTheScript) {
+TEST_F(RunCommand, AValueFromTheScriptIsWritten) {
     MakeWritable("Set('AHU.T', 21.5)\n");
     EXPECT_EQ(Run(), ExitOk);
     EXPECT_EQ(States(), "pending pending written written ");
@@ -296,29 +297,30 @@ TEST_F(RunCommand, ValuesFromLinesAreAnsweredInJson) {
     auto const lines = OutLines();
     EXPECT_EQ(lines[0], R"({"set":"AHU.T","state":"pending","value":1})");
     EXPECT_EQ(lines[1], R"({"set":"AHU.T","state":"pending","value":22})");
-    EXPECT_NE(lines[2].find(R"("state":"invalid","reason":"\"AHU.T\": \"x\" is no Float)"),
+    EXPECT_NE(lines[2].find(R"("state":"invalid","reason":"\"AHU.T\": \"x\" is not of type Float)"),
               std::string::npos);
-    EXPECT_NE(lines[3].find("is no command; set Block.Variable = value is one"), std::string::npos);
-    EXPECT_NE(lines[4].find("is no command"), std::string::npos);
-    EXPECT_NE(lines[5].find("is no Block.Variable = value"), std::string::npos);
+    EXPECT_NE(lines[3].find("is not a command; expected set Block.Variable = value"), std::string::npos);
+    EXPECT_NE(lines[4].find("is not a command"), std::string::npos);
+    EXPECT_NE(lines[5].find("is not of the form Block.Variable = value"), std::string::npos);
     EXPECT_EQ(lines.size(), 6u + 4u);
     EXPECT_EQ(States(), "pending pending written written ");
     EXPECT_EQ(device, Float(22));
     EXPECT_EQ(err.str(), "");
 }
 
-TEST_F(RunCommand, ValuesFromLinesAreAnsweredOnStandardErrorBesideLines) {
+TEST_F(RunCommand, ValuesFromLinesAreAnsweredOnStandardErrorWithoutJson) {
     MakeWritable();
     options.format = OutputFormat::Lines;
     EXPECT_EQ(RunWith("set AHU.T = 22\nset AHU.Q = 1\n"), ExitOk);
-    EXPECT_EQ(err.str(), "AHU.T = 22: pending\n\"AHU.Q\" is no variable (did you mean \"AHU.T\"?)\n");
+    EXPECT_EQ(err.str(),
+              "AHU.T = 22: pending\n\"AHU.Q\" is not a variable of the project (did you mean \"AHU.T\"?)\n");
     auto const lines = OutLines();
     ASSERT_EQ(lines.size(), 5u);
     EXPECT_EQ(lines[1].substr(lines[1].rfind('\t')), "\t22 pending");
     EXPECT_EQ(lines[3].substr(lines[3].rfind('\t')), "\t22 written");
 }
 
-TEST_F(RunCommand, AVariableThatIsWrittenElsewhereIsAWarning) {
+TEST_F(RunCommand, AWriteToAnotherPropertyIsAWarning) {
     MakeWritable();
     options.project =
         folder.Write("name.lua", Block(R"(Name="AHU", Address="1.2.3.4:47808")",

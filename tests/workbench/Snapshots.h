@@ -15,10 +15,10 @@ constexpr long long Hour = 3600 * Second;
 // 15 March 2024 11:34:56.789 UTC, an hour less than local.
 constexpr long long Noon = 116444736000000000LL + 1710502496LL * Second + 7890000;
 
-// Blocks as they stand after a cycle, without a runtime behind them.
+// Blocks after a cycle, without a runtime.
 class Plant {
 public:
-    // A block without variables; it stays where it is.
+    // Adds a block without variables. The reference stays valid.
     workbench::BlockSnapshot& AddBlock(std::string const& name, unsigned long long cycle = 3) {
         blocks.emplace_back();
         blocks.back().name = name;

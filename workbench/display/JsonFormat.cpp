@@ -27,7 +27,7 @@ void WriteField(Writer& writer, char const* name, std::string const& text) {
     WriteText(writer, text);
 }
 
-// The shortest text of the number, which RapidJSON would write as a double with all its digits.
+// Writes the shortest text of the number; RapidJSON would write a float with the digits of a double.
 template <typename Number>
 void WriteNumber(Writer& writer, Number value) {
     std::string const text = NumberText(value);
@@ -36,12 +36,6 @@ void WriteNumber(Writer& writer, Number value) {
     } else {
         WriteText(writer, text);
     }
-}
-
-void WriteOctets(Writer& writer, OpcUa_Octets const& octets) {
-    WriteText(writer,
-              ValidUtf8(std::string_view(octets.Length > 0 ? octets.Data : "",
-                                         static_cast<std::size_t>(octets.Length > 0 ? octets.Length : 0))));
 }
 
 void WriteValue(Writer& writer, OpcUa_Variant const& value, long long localDiff) {
@@ -59,7 +53,7 @@ void WriteValue(Writer& writer, OpcUa_Variant const& value, long long localDiff)
             WriteNumber(writer, value.Value.Double);
             break;
         case OpcUaType_String:
-            WriteOctets(writer, value.Value.Octets);
+            WriteText(writer, ValidUtf8(View(value.Value.Octets)));
             break;
         case OpcUaType_DateTime:
             WriteText(writer, IsoTime(value.Value.DateTime, localDiff));
@@ -78,7 +72,7 @@ void WriteValue(Writer& writer, OpcUa_Variant const& value, long long localDiff)
     }
 }
 
-void WriteFate(Writer& writer, WriteState const& write, long long localDiff) {
+void WriteProgress(Writer& writer, WriteState const& write, long long localDiff) {
     writer.StartObject();
     WriteField(writer, "state", StageName(write.stage));
     writer.Key("value");
@@ -108,7 +102,7 @@ void WriteVariable(Writer& writer, VariableSnapshot const& variable, long long l
     }
     if (variable.write.stage != WriteStage::None) {
         writer.Key("write");
-        WriteFate(writer, variable.write, localDiff);
+        WriteProgress(writer, variable.write, localDiff);
     }
     writer.EndObject();
 }

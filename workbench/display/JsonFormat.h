@@ -11,8 +11,8 @@ namespace workbench {
 // {"time":...,"block":...,"cycle":N,"fault":false,"error":"","variables":[{"name":...,"object":...,"property":...,
 // "type":...,"value":...,"quality":...,"status":"0x00000000","time":...}]}
 // Times are texts in ISO 8601; the time of a variable without a value is null. A value is a number, a text, a
-// boolean or null by its type; numbers that JSON does not have are the texts "nan", "inf" and "-inf"; what is
-// no UTF-8 in texts becomes U+FFFD. A variable that has been set has "write" behind its time:
+// boolean or null by its type; numbers that JSON does not have are the texts "nan", "inf" and "-inf"; octets
+// that are not UTF-8 become U+FFFD. A variable that has been set has "write" after its time:
 // {"state":"pending","value":...}, or "written", or "unconfirmed" or "refused" with a "reason".
 std::string FormatJson(BlockSnapshot const& block);
 

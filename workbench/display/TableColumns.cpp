@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t WidestColumn = 40;
 
-// How columns give way on a screen that is too narrow, one after the other: to what width.
+// The order in which columns shrink on a screen that is too narrow, and to what width.
 struct Concession {
     Column where;
     std::size_t width;
@@ -37,7 +37,7 @@ std::string WriteCell(VariableSnapshot const& variable, long long localDiff) {
     return isSet ? WriteText(variable.write, localDiff, false) : variable.config->write ? "-" : "";
 }
 
-// The column stands only where there is something to write.
+// The column Write is shown only when a variable can be written.
 bool IsLeftOut(std::size_t column, std::vector<Row> const& rows) {
     return column == Write &&
            std::all_of(rows.begin(), rows.end(), [](Row const& row) { return row[Write].empty(); });

@@ -9,24 +9,24 @@
 
 namespace workbench {
 
-// The columns of the table: what stands in them, and how wide they are.
+// The columns of the table: their contents and widths.
 
 enum Column : std::size_t { Variable, Object, Property, Value, Type, Quality, Time, Age, Write, ColumnCount };
 
-constexpr std::size_t Indent = 2;  // in front of the first column
+constexpr std::size_t Indent = 2;  // before the first column
 constexpr std::size_t Gap = 2;     // between two columns
 
 using Row = std::array<std::string, ColumnCount>;
 using Widths = std::array<std::size_t, ColumnCount>;  // 0 for a column that is left out
 
 Row HeaderRow();
-// now is the time that the age is told from.
+// now is the time from which the age is computed.
 Row VariableRow(VariableSnapshot const& variable, BlockSnapshot const& block, long long now);
 
-// What the rows need, less what the columns give up, one after the other, on a screen that is too narrow.
+// The widths that the rows need; on a screen that is too narrow, columns shrink one after another.
 Widths FitColumns(std::vector<Row> const& rows, std::size_t screenWidth);
 
-// The text in exactly that width. A type of object is cut before its number: "positive-inte… 12".
+// The text in exactly that width. An object type is cut before its number: "positive-inte… 12".
 std::string Cell(std::string const& text, std::size_t column, std::size_t width);
 
 }  // namespace workbench

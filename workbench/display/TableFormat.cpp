@@ -76,7 +76,7 @@ std::string Headline(BlockSnapshot const& block, Screen const& screen) {
     return line.Text();
 }
 
-// Lines for the log: a rule and the newest lines, at most a third of the screen.
+// The log: a heading and the newest lines, at most a third of the screen.
 std::vector<std::string> LogLines(std::vector<std::string> const& log, Screen const& screen) {
     constexpr std::size_t most = 6;
     std::size_t const count = std::min({log.size(), most, screen.height / 3});
@@ -94,14 +94,14 @@ std::vector<std::string> LogLines(std::vector<std::string> const& log, Screen co
     return lines;
 }
 
-void CutTo(std::vector<std::string>& lines, std::size_t room, std::size_t width) {
-    if (lines.size() <= room) {
+void CutTo(std::vector<std::string>& lines, std::size_t height, std::size_t width) {
+    if (lines.size() <= height) {
         return;
     }
-    std::size_t const kept = room > 0 ? room - 1 : 0;
+    std::size_t const kept = height > 0 ? height - 1 : 0;
     std::string const more = "... " + std::to_string(lines.size() - kept) + " more";
     lines.resize(kept);
-    if (room > 0) {
+    if (height > 0) {
         TableLine line(width, false);
         line.Add(more);
         lines.push_back(line.Text());

@@ -14,9 +14,9 @@ struct Screen {
     bool colour = false;
 };
 
-// The table of all blocks with the newest log lines below it, as lines that fit the screen: none is wider,
-// and they are one fewer than the screen has, so that nothing scrolls. What does not fit is counted in "... n
-// more". now is the time that ages are told from.
+// The table of all blocks with the newest log lines below it, as lines that fit the screen. They are at least
+// one fewer than the screen has, so that it does not scroll. A line "... n more" counts what does not fit.
+// now is the time from which ages are computed.
 std::vector<std::string> FormatTable(std::vector<BlockSnapshot> const& blocks,
                                      std::vector<std::string> const& log, Screen const& screen,
                                      long long now);

@@ -27,10 +27,10 @@ char const* Parameter(Colour colour) {
 }  // namespace
 
 void TableLine::Add(std::string const& cell, Colour colour) {
-    std::size_t const wanted = DisplayWidth(cell);
+    std::size_t const needed = DisplayWidth(cell);
     std::size_t const left = width - used;
-    std::string const shown = wanted > left ? FitTo(cell, left) : cell;
-    used += wanted > left ? left : wanted;
+    std::string const shown = needed > left ? FitTo(cell, left) : cell;
+    used += needed > left ? left : needed;
     if (!coloured || colour == Colour::None || shown.empty()) {
         text += shown;
     } else {

@@ -7,8 +7,7 @@ namespace workbench {
 
 enum class Colour { None, Bold, Dim, Green, Yellow, Red };
 
-// One line of a terminal, built from cells. What does not fit into its width is left out; colours take none
-// of it.
+// One line of a terminal, built from cells. What exceeds its width is cut; colours take no width.
 class TableLine {
 public:
     TableLine(std::size_t lineWidth, bool withColour) : width(lineWidth), coloured(withColour) {}

@@ -8,10 +8,10 @@ namespace workbench {
 
 namespace {
 
-// The largest device number that the driver turns into an address.
+// The largest device number that the driver converts to an address.
 constexpr long LargestDeviceNumber = 4194301;
 
-// The number of a text of nothing but digits, up to limit; -1 for any other text.
+// The number that the digits of a text give, up to limit; -1 for any other text.
 long Number(std::string_view text, long limit) {
     if (text.empty() || text.size() > 10) {
         return -1;
@@ -51,13 +51,13 @@ std::string Quoted(std::string_view text) {
 std::string MistakeInIp(std::string_view text) {
     auto const octets = Split(text, '.');
     if (octets.size() != 4 || !AreOctets(octets)) {
-        return Quoted(text) + " is no IPv4 address such as \"192.168.1.20\"";
+        return Quoted(text) + " is not an IPv4 address such as \"192.168.1.20\"";
     }
     return {};
 }
 
 std::string MistakeInPort(std::string_view text) {
-    return Number(text, 65535) >= 1 ? std::string() : Quoted(text) + " is no port from 1 to 65535";
+    return Number(text, 65535) >= 1 ? std::string() : Quoted(text) + " is not a port from 1 to 65535";
 }
 
 }  // namespace
@@ -65,7 +65,7 @@ std::string MistakeInPort(std::string_view text) {
 std::string MistakeInPeer(std::string_view text) {
     auto const parts = Split(text, ':');
     if (parts.size() != 2) {
-        return Quoted(text) + " is no address with a port such as \"192.168.1.20:47808\"";
+        return Quoted(text) + " is not an address with a port such as \"192.168.1.20:47808\"";
     }
     std::string const mistake = MistakeInIp(parts[0]);
     return mistake.empty() ? MistakeInPort(parts[1]) : mistake;
@@ -84,7 +84,7 @@ std::string MistakeInDeviceAddress(std::string_view text) {
     if (good) {
         return {};
     }
-    return Quoted(text) + " is no device address such as \"192.168.1.20:47808\", \"10:20\" or \"5\"";
+    return Quoted(text) + " is not a device address such as \"192.168.1.20:47808\", \"10:20\" or \"5\"";
 }
 
 }  // namespace workbench

@@ -15,7 +15,7 @@ namespace {
 
 constexpr long long LongestPeriod = 24LL * 60 * 60 * 1000;
 
-// A field that goes to the driver as it is.
+// A field that is passed to the driver unchanged.
 struct DriverField {
     enum { Peer, Device, Integer, Boolean } kind;
     char const* name;
@@ -35,7 +35,7 @@ constexpr DriverField DriverFields[] = {
     {DriverField::Boolean, "WriteOnSlave"},
 };
 
-// Fields of the driver that name variables of a controller; here the workbench keeps those.
+// Fields of the driver that name variables of a controller, which the workbench does not have.
 constexpr char const* ItemFields[] = {"FaultItemId", "ErrorTextItemId", "ExecuteItemId", "ConnectItemId",
                                       "WriteItemId"};
 
@@ -87,30 +87,33 @@ long long WriteCondition(FieldReader const& fields) {
         }
     }
     std::vector<std::string> const names(std::begin(WriteConditions), std::end(WriteConditions));
-    FieldReader::Refuse(name, Describe(value) + " is no write condition" + DidYouMean(*text, names));
+    FieldReader::Refuse(name, Describe(value) +
+                                  " is not a write condition; allowed are OnChange, Always and OnTrigger" +
+                                  DidYouMean(*text, names));
 }
 
-// The entries of a list in order: Lua keeps its keys in any order, and a gap is a mistake.
+// The entries of a list by index. Lua keeps keys in any order; a gap is a mistake.
 std::vector<LuaValue const*> Entries(LuaValue const& list) {
     auto const* table = list.As<LuaTable>();
     if (!table || table->empty()) {
-        FieldReader::Refuse("Vars", "a list of variables is wanted, not " +
+        FieldReader::Refuse("Vars", "expected a list of variables, got " +
                                         (table ? std::string("an empty table") : Describe(list)));
     }
     std::vector<LuaValue const*> entries(table->size(), nullptr);
     for (auto const& entry : *table) {
-        auto const* place = entry.first.As<long long>();
-        if (!place || *place < 1 || static_cast<unsigned long long>(*place) > entries.size()) {
-            FieldReader::Refuse("Vars", "entry " + Describe(entry.first) + " is not part of the list");
+        auto const* index = entry.first.As<long long>();
+        if (!index || *index < 1 || static_cast<unsigned long long>(*index) > entries.size()) {
+            FieldReader::Refuse("Vars", "key " + Describe(entry.first) +
+                                            " is not an index of the list; remove other keys and gaps");
         }
-        entries[static_cast<std::size_t>(*place - 1)] = &entry.second;
+        entries[static_cast<std::size_t>(*index - 1)] = &entry.second;
     }
     return entries;
 }
 
 VariableConfig Variable(LuaValue const& entry, bool taken) {
     if (taken) {
-        throw ProjectError("there is another one of that name");
+        throw ProjectError("the name is already taken; each variable of a block needs its own");
     }
     return CheckVariable(entry);
 }
@@ -137,7 +140,8 @@ BlockConfig Block(FieldReader const& fields) {
     block.task = fields.Find("Task") ? fields.Text("Task") : "";
     for (char const* const item : ItemFields) {
         if (fields.Find(item)) {
-            FieldReader::Refuse(item, "names a variable of a controller, of which there is none here");
+            FieldReader::Refuse(
+                item, "is for controllers, and the workbench has no variables of a controller; remove it");
         }
     }
     block.address = fields.Text("Address");

@@ -46,10 +46,10 @@ void PushDriverTable(lua_State* L, BlockConfig const& block) {
         lua_setfield(L, -2, field.first.c_str());
     }
     lua_createtable(L, static_cast<int>(block.variables.size()), 0);
-    lua_Integer place = 0;
+    lua_Integer index = 0;
     for (VariableConfig const& variable : block.variables) {
         PushVariable(L, variable);
-        lua_rawseti(L, -2, ++place);
+        lua_rawseti(L, -2, ++index);
     }
     lua_setfield(L, -2, "Vars");
 }

@@ -10,7 +10,9 @@ namespace workbench {
 
 namespace {
 
-// A whole number, also one that a script wrote or computed as 5.0.
+constexpr char NamesHint[] = "; \"dorvel-workbench names\" lists them";
+
+// A whole number, also one that a script writes or computes as 5.0.
 std::optional<long long> WholeNumber(LuaValue const& value) {
     if (auto const* integer = value.As<long long>()) {
         return *integer;
@@ -44,12 +46,12 @@ std::string NameOf(LuaValue const& value) {
 FieldReader::FieldReader(LuaValue const& value, std::vector<std::string> const& known)
     : table(value.As<LuaTable>()) {
     if (!table) {
-        throw ProjectError("a table is wanted, not " + Describe(value));
+        throw ProjectError("expected a table, got " + Describe(value));
     }
     for (auto const& entry : *table) {
         auto const* key = entry.first.As<std::string>();
         if (!key) {
-            throw ProjectError("entry " + Describe(entry.first) + " has no field name");
+            throw ProjectError("entry " + Describe(entry.first) + " has no field name; write Field = value");
         }
         if (std::find(known.begin(), known.end(), *key) == known.end()) {
             Refuse(Printable(*key), "unknown" + DidYouMean(*key, known));
@@ -80,7 +82,7 @@ std::optional<std::string> FieldReader::OptionalText(std::string_view name) cons
     }
     auto const* text = value->As<std::string>();
     if (!text) {
-        Refuse(name, "a text is wanted, not " + Describe(*value));
+        Refuse(name, "expected a text, got " + Describe(*value));
     }
     return *text;
 }
@@ -89,7 +91,7 @@ std::string FieldReader::Text(std::string_view name) const {
     Required(name);
     std::string text = *OptionalText(name);
     if (text.empty()) {
-        Refuse(name, "empty");
+        Refuse(name, "must not be empty");
     }
     return text;
 }
@@ -102,11 +104,11 @@ std::optional<long long> FieldReader::OptionalInteger(std::string_view name, lon
     }
     auto const number = WholeNumber(*value);
     if (!number) {
-        Refuse(name, "a whole number is wanted, not " + Describe(*value));
+        Refuse(name, "expected a whole number, got " + Describe(*value));
     }
     if (*number < low || *number > high) {
-        Refuse(name, std::to_string(*number) + " is not within " + std::to_string(low) + ".." +
-                         std::to_string(high));
+        Refuse(name, std::to_string(*number) + " is out of range; allowed is " + std::to_string(low) +
+                         " to " + std::to_string(high));
     }
     return number;
 }
@@ -123,7 +125,7 @@ std::optional<bool> FieldReader::OptionalBoolean(std::string_view name) const {
     }
     auto const* boolean = value->As<bool>();
     if (!boolean) {
-        Refuse(name, "true or false is wanted, not " + Describe(*value));
+        Refuse(name, "expected true or false, got " + Describe(*value));
     }
     return *boolean;
 }
@@ -134,17 +136,18 @@ NameRow const* FieldReader::Name(std::string_view name, NameTable const& names, 
     if (text) {
         NameRow const* const row = names.FindName(*text);
         if (!row) {
-            Refuse(name, Describe(value) + " is no " + what + DidYouMean(*text, names.Names()));
+            std::string const suggestion = DidYouMean(*text, names.Names());
+            Refuse(name, Describe(value) + " is not " + what + (suggestion.empty() ? NamesHint : suggestion));
         }
         return row;
     }
     auto const code = WholeNumber(value);
     if (!code) {
-        Refuse(name, std::string("a name or a code is wanted, not ") + Describe(value));
+        Refuse(name, std::string("expected a name or a code, got ") + Describe(value));
     }
     NameRow const* const row = names.FindCode(*code);
     if (!row) {
-        Refuse(name, std::to_string(*code) + " is the code of no " + what);
+        Refuse(name, std::to_string(*code) + " is not the code of " + what + NamesHint);
     }
     return row;
 }

@@ -11,24 +11,24 @@
 
 namespace workbench {
 
-// Reads the named fields of a table of a project. Every mistake is a ProjectError that begins with
-// "field \"Name\": "; InContext puts in front whose field it is.
+// Reads the named fields of a table of a project. Every mistake is a ProjectError that begins with "field
+// \"Name\": "; InContext puts the block or variable in front.
 class FieldReader {
 public:
-    // Refuses values that are no table, keys that are no text and fields that are not among the known ones.
-    // The value has to outlive the reader.
+    // ProjectError for a value that is not a table, a key that is not a text and a field that is not a known
+    // one. The value must outlive the reader.
     FieldReader(LuaValue const& value, std::vector<std::string> const& known);
 
     LuaValue const* Find(std::string_view name) const;  // null when absent
 
-    // Text demands the field, and something in it.
+    // Text requires the field, and a text that is not empty.
     std::string Text(std::string_view name) const;
     std::optional<std::string> OptionalText(std::string_view name) const;
     // A whole number from low to high.
     long long Integer(std::string_view name, long long low, long long high) const;
     std::optional<long long> OptionalInteger(std::string_view name, long long low, long long high) const;
     std::optional<bool> OptionalBoolean(std::string_view name) const;
-    // A name or code of the table; what says of what kind the names are.
+    // A name or a code of the table; what is its kind in messages, with its article, such as "a property".
     NameRow const* Name(std::string_view name, NameTable const& table, char const* what) const;
     LuaValue const& Required(std::string_view name) const;
 
@@ -38,10 +38,10 @@ private:
     LuaTable const* table;
 };
 
-// The field "Name" of a table; "" for a table without a usable one.
+// The field "Name" of a table; empty when it is missing or not a text.
 std::string NameOf(LuaValue const& value);
 
-// Runs the function; a ProjectError out of it gets context in front.
+// Runs the function; puts context in front of a ProjectError from it.
 template <typename Function>
 auto InContext(std::string const& context, Function function) -> decltype(function()) {
     try {

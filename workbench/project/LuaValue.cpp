@@ -20,7 +20,7 @@ public:
 
     LuaValue Copy(int index, int depth) {
         if (++count > MostValues) {
-            throw ProjectError("the table has too many entries");
+            throw ProjectError("the table has more than " + std::to_string(MostValues) + " keys and values");
         }
         Take(sizeof(LuaValue));
         switch (lua_type(L, index)) {
@@ -46,7 +46,7 @@ public:
 private:
     void Take(std::size_t octets) {
         if (octets > room) {
-            throw ProjectError("the project hands over too much");
+            throw ProjectError("the project passes more data than its memory limit allows");
         }
         room -= octets;
     }
@@ -67,7 +67,7 @@ private:
 
     LuaTable Table(int index, int depth) {
         if (!lua_checkstack(L, 3)) {
-            throw ProjectError("the table nests too deep");
+            throw ProjectError("the nesting of the table is too deep");
         }
         int const top = lua_gettop(L);
         LuaTable table;

@@ -12,13 +12,13 @@ namespace workbench {
 
 struct LuaValue;
 
-// The entries of a table in Lua's own order, raw: no metamethod has been asked.
+// The entries of a table in Lua's order, read without metamethods.
 using LuaTable = std::vector<std::pair<LuaValue, LuaValue>>;
 
-// A value of a script as plain data, so that checks need neither a Lua state nor its jumps out of C++
+// A value of a script as plain data: checks need no Lua state, and no Lua error jumps out of their C++
 // functions.
 struct LuaValue {
-    // Something that is no data: a function, a userdata, a table below the depth that was asked for.
+    // A value that is not data: a function, a userdata, or a table below the requested depth.
     struct Other {
         char const* typeName;
     };
@@ -31,13 +31,13 @@ struct LuaValue {
     }
 };
 
-// Copies the value at an absolute stack place, tables down to depth levels. Allocates nothing in the Lua
-// state, and leaves its stack as it was. What the copy takes, in octets, is taken from room: in Lua a text or
-// a table takes memory once, however often it is handed over. Throws ProjectError when there is not enough of
-// it, and when there are more than a million values or no stack is left.
+// Copies the value at an absolute stack index, tables down to depth levels. Allocates nothing in the Lua
+// state and leaves its stack unchanged. The size of the copy in octets is subtracted from room: Lua's own
+// limit does not count it, since a text or a table takes memory in Lua once, however often it is copied.
+// Throws ProjectError when room is used up, for more than a million values, and when no stack is left.
 LuaValue CopyValue(lua_State* L, int index, int depth, std::size_t& room);
 
-// The value as a message shows it: texts in quotes, cut after 60 octets; tables by their type alone.
+// The value for a message: texts in quotes, cut after 60 octets; tables by their type alone.
 std::string Describe(LuaValue const& value);
 
 }  // namespace workbench

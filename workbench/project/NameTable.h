@@ -7,15 +7,15 @@
 
 namespace workbench {
 
-// One object type or property: the number that the driver is configured with, BACnet's own number, and the
-// name that ASHRAE 135 gives it in its productions.
+// One object type or property: the code in the driver's configuration, BACnet's number, and the name in the
+// productions of ASHRAE 135, clause 21.
 struct NameRow {
     int code;
     int bacnetNumber;
     char const* name;
 };
 
-// The names of one kind, ordered by code. The rows are constants of the program.
+// The names of one kind, ordered by code. The rows have static storage.
 class NameTable {
 public:
     constexpr NameTable(NameRow const* rows, std::size_t rowCount) : first(rows), count(rowCount) {}
@@ -23,7 +23,7 @@ public:
     NameRow const* begin() const { return first; }
     NameRow const* end() const { return first + count; }
 
-    // By a name in any usual spelling: letter case, blanks, underscores and hyphens do not matter.
+    // Null for an unknown name. Letter case, blanks, underscores and hyphens do not matter.
     NameRow const* FindName(std::string_view name) const;
     NameRow const* FindCode(long long code) const;
     std::vector<std::string> Names() const;

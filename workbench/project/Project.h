@@ -11,7 +11,7 @@
 
 namespace workbench {
 
-// Where a script stands, for messages: line 0 when it is not known.
+// A place in a script, for messages; line 0 when the line is unknown.
 struct Place {
     std::string file;
     int line = 0;
@@ -29,7 +29,7 @@ struct VariableConfig {
     NameRow const* property = nullptr;
     int objectNumber = 0;
     long long readId = 0;   // the variable in the runtime's store
-    long long writeId = 0;  // the one whose value goes to the device; 0 without Write
+    long long writeId = 0;  // the variable that is written to the device; 0 without Write
     bool write = false;
 };
 
@@ -40,10 +40,10 @@ struct BlockConfig {
     std::string name;
     std::string task;  // empty: the project's first task
     std::string address;
-    std::vector<std::pair<std::string, FieldValue>> fields;  // what the driver is given, Vars aside
+    std::vector<std::pair<std::string, FieldValue>> fields;  // as passed to the driver, without Vars
     std::vector<VariableConfig> variables;
     ProtocolWriteCondition writeCondition = ProtocolWriteCondition::OnChange;
-    long long writeItemId = 0;  // the trigger, with OnTrigger and a variable to write
+    long long writeItemId = 0;  // the trigger, for OnTrigger and a writable variable
     Place where;
     ScadaProtocol* protocol = nullptr;  // the driver's object, owned by the Lua state
 };

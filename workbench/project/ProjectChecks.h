@@ -5,7 +5,7 @@
 
 namespace workbench {
 
-// The tables of a project become configuration, or a ProjectError. Nothing here needs a Lua state.
+// Convert the tables of a project to configuration, or throw ProjectError. They need no Lua state.
 
 // Task{ Name=..., Period=milliseconds }.
 TaskConfig CheckTask(LuaValue const& value);

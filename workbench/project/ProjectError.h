@@ -6,9 +6,8 @@
 
 namespace workbench {
 
-// A mistake in a project, as one line for the person who wrote it. A mistake in a variable knows which one,
-// so that the line of the source can be found: its name, and whether it is the first of that name in the
-// block.
+// A mistake in a project, as one line for its author. For a mistake in a variable, its name and its
+// occurrence among the variables of that name in the block (from 1), to find the line in the source.
 class ProjectError : public std::runtime_error {
 public:
     explicit ProjectError(std::string const& text, std::string variableName = {}, int variableOccurrence = 1)

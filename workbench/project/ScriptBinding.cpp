@@ -25,10 +25,10 @@ std::string TextOf(LuaValue const& value) {
     if (value.As<bool>() || value.As<long long>() || value.As<double>()) {
         return Describe(value);
     }
-    throw ProjectError("a number, a text or a boolean is wanted, not " + Describe(value));
+    throw ProjectError("expected a number, a text or a boolean, got " + Describe(value));
 }
 
-// Runs the body; what it throws gets words in front.
+// Runs the body; puts words in front of the text of an exception.
 template <class Body>
 void Under(std::string const& words, Body const& body) {
     try {
@@ -54,7 +54,7 @@ int ScriptBinding::InstallNames(lua_State* L) {
     lua_getfield(L, -1, "new");
     luaL_checktype(L, -1, LUA_TFUNCTION);
 
-    // Scripts see what makes blocks, and nothing that reaches into one.
+    // Scripts can make blocks but cannot access their inside.
     lua_pushvalue(L, 1);
     lua_insert(L, -2);
     lua_pushcclosure(L, MakeBlock, 2);
@@ -132,14 +132,14 @@ int ScriptBinding::Set(lua_State* L) {
 int ScriptBinding::After(lua_State* L) {
     lua_settop(L, 2);
     lua_Number const seconds = luaL_checknumber(L, 1);
-    luaL_argcheck(L, seconds >= 0 && seconds <= LongestDelay, 1, "0 or more seconds are wanted");
+    luaL_argcheck(L, seconds >= 0 && seconds <= LongestDelay, 1, "expected 0 to 1000000000 seconds");
     luaL_checktype(L, 2, LUA_TFUNCTION);
     int const reference = luaL_ref(L, LUA_REGISTRYINDEX);
     return Self(L).AcceptAfter(seconds, reference) ? 0 : Self(L).RaiseMistake(L);
 }
 
-// No exception passes: whoever asks is called by Lua. A text too long for the memory that is left gives way
-// to one that needs none.
+// Lets no exception pass, since Lua is the caller. When there is no memory for the text of the exception, a
+// short text that needs none replaces it.
 template <class Body>
 bool ScriptBinding::Accept(Body const& body) {
     try {
@@ -149,7 +149,7 @@ bool ScriptBinding::Accept(Body const& body) {
         try {
             mistake = reason.what();
         } catch (std::exception const&) {
-            mistake = "no memory";
+            mistake = "out of memory";
         }
     }
     return false;
@@ -162,7 +162,7 @@ bool ScriptBinding::AcceptSet(lua_State* L) {
             LuaValue const name = CopyValue(L, 1, 0, room);
             auto const* text = name.As<std::string>();
             if (!text) {
-                throw ProjectError("\"Block.Variable\" is wanted, not " + Describe(name));
+                throw ProjectError("expected \"Block.Variable\", got " + Describe(name));
             }
             receiver.SetVariable(*text, TextOf(CopyValue(L, 2, 0, room)), place);
         });
@@ -203,7 +203,7 @@ BlockConfig const* ScriptBinding::AcceptBlock(lua_State* L) {
 bool ScriptBinding::AcceptMade() {
     return Accept([&] {
         if (!receiver.BlockMade()) {
-            throw ProjectError("the add-in made no block");
+            throw ProjectError("the add-in has not made a block");
         }
     });
 }

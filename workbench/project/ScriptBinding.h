@@ -9,42 +9,42 @@ struct lua_State;
 
 namespace workbench {
 
-// What a project's script can call: Task{...}, BACnet.new{...}, Set(name, value), After(seconds, function)
-// and Param.NAME. The arguments are checked here and given to the receiver; what it refuses with a
-// ProjectError becomes a Lua error that begins with the place.
+// The functions of a project's script: Task{...}, BACnet.new{...}, Set(name, value), After(seconds, function)
+// and Param.NAME. Checks the arguments and passes them to the receiver. A ProjectError becomes a Lua error
+// that begins with file and line.
 class ScriptBinding {
 public:
     class Receiver {
     public:
         virtual ~Receiver() = default;
         virtual void AddTask(TaskConfig task) = 0;
-        // Keeps the block until BlockMade; the result is what the driver is given.
+        // Keeps the block until BlockMade; the result is passed to the driver.
         virtual BlockConfig const& AddBlock(BlockConfig block) = 0;
-        // The driver has made its object. False when there is none.
+        // Called after the driver has made its object. False when it has not.
         virtual bool BlockMade() = 0;
         // "Block.Variable" and the value's text.
         virtual void SetVariable(std::string const& name, std::string const& text, Place const& place) = 0;
-        // To be called so many seconds from now; reference is the function's in the Lua registry.
+        // Calls a function in so many seconds; reference is its reference in the Lua registry.
         virtual void CallAfter(double seconds, int reference) = 0;
         // The value of Param.NAME, null when there is none.
         virtual std::string const* Param(char const* name) = 0;
-        // The line of a variable's name behind blockLine, or blockLine.
+        // The line of a variable's name within the block, or the line of the block.
         virtual int LineOfVariable(Place const& block, std::string const& name, int occurrence) const = 0;
     };
 
-    // The receiver has to outlive the Lua state.
+    // The receiver must outlive the Lua state.
     explicit ScriptBinding(Receiver& blockReceiver) : receiver(blockReceiver) {}
 
-    // Puts the names into the state, over the add-in's own table BACnet. False when the add-in has no
-    // BACnet.new.
+    // Installs the functions in the state and replaces the add-in's table BACnet. False when the add-in has
+    // no BACnet.new.
     bool Install(lua_State* L);
 
-    // How many octets the script may hand over from now on.
+    // Sets how many octets the script may pass from now on.
     void GiveRoom(std::size_t octets) { room = octets; }
 
 private:
-    // Each first does what needs C++ objects, in a function of its own, and only then what may jump out of
-    // it.
+    // Lua functions. Each does what needs C++ objects in an Accept function, and only after it what may raise
+    // a Lua error.
     static ScriptBinding& Self(lua_State* L);
     static int InstallNames(lua_State* L);
     static int ReadParam(lua_State* L);
@@ -54,7 +54,7 @@ private:
     static int After(lua_State* L);
     int RaiseMistake(lua_State* L) const;
 
-    // All leave the text in mistake when they fail, and none throws.
+    // None throws; a failure leaves its text in mistake.
     template <class Body>
     bool Accept(Body const& body);
     bool AcceptTask(lua_State* L);

@@ -40,7 +40,7 @@ std::string ErrorText(lua_State* L) {
         char const* const text = lua_tolstring(L, -1, &length);
         return std::string(text, length);
     }
-    return std::string("the error is a ") + luaL_typename(L, -1);
+    return std::string("the script raised an error that is not a text but a ") + luaL_typename(L, -1);
 }
 
 }  // namespace
@@ -81,7 +81,7 @@ ScriptState::~ScriptState() {
 
 void* ScriptState::Allocate(void* self, void* block, std::size_t oldSize, std::size_t newSize) {
     auto& state = *static_cast<ScriptState*>(self);
-    std::size_t const before = block ? oldSize : 0;  // without a block Lua gives the kind of object here
+    std::size_t const before = block ? oldSize : 0;  // without a block Lua passes the kind of object here
     if (newSize == 0) {
         std::free(block);
         state.used -= before;
@@ -106,7 +106,7 @@ void ScriptState::CheckClock(lua_State* L, lua_Debug*) {
     }
     lua_sethook(L, CheckClock, LUA_MASKCOUNT, 1);
     luaL_where(L, 0);
-    lua_pushfstring(L, "the project runs for more than %d ms and does not end",
+    lua_pushfstring(L, "the project has run for %d ms, the limit, and has not ended",
                     static_cast<int>(state.limits.time.count()));
     lua_concat(L, 2);
     lua_error(L);

@@ -16,11 +16,10 @@ struct ScriptLimits {
     std::size_t memory = std::size_t{256} << 20;  // octets
 };
 
-// A Lua state with the ordinary libraries for a project. Its memory is limited all its life, its time from
-// StartClock to StopClock: whoever runs longer gets a Lua error, at every instruction once the time is over,
-// so that no protected call can hold it up. Left out are the ways past these limits and into the
-// interpreter's inside: the library debug, libraries in C, precompiled chunks and os.exit. print writes to
-// standard error.
+// A Lua state with the standard libraries for a project. Its memory is always limited, its time from
+// StartClock to StopClock. After the time limit every instruction raises a Lua error, so that no protected
+// call can catch it for good. Removed are the ways around these limits and into the interpreter: the library
+// debug, libraries in C, precompiled chunks and os.exit. print writes to standard error.
 class ScriptState {
 public:
     explicit ScriptState(ScriptLimits scriptLimits);
@@ -33,13 +32,13 @@ public:
     void StartClock();
     void StopClock();
 
-    // Runs a text as a Lua chunk of that name. "" when it ran to its end, else the error as Lua words it.
+    // Runs a text as a Lua chunk of that name. Returns the text of the Lua error, empty without one.
     std::string Run(std::string const& text, std::string const& name);
 
-    // Calls a function without arguments that stands in the Lua registry, and lets it go. As Run.
+    // Calls a function in the Lua registry without arguments and removes it from there. Returns as Run.
     std::string Call(int reference);
 
-    // The innermost place of a script that is running in this thread of Lua.
+    // The file and line that this Lua thread is executing, of the innermost function in Lua.
     static Place CurrentPlace(lua_State* L);
 
 private:

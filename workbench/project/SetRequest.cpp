@@ -43,7 +43,7 @@ std::vector<std::string> NamesIf(std::deque<BlockConfig> const& blocks, Predicat
     return names;
 }
 
-// What the driver writes under its own number: BACnet's numbers of object type and property.
+// The properties that the driver writes themselves: BACnet's numbers of object type and property.
 constexpr std::pair<int, int> OwnProperties[] = {{12, 93}, {12, 49}, {12, 26}, {17, 123}, {17, 38}};
 constexpr int PresentValue = 85;
 
@@ -64,7 +64,7 @@ std::string NameSuggestion(std::deque<BlockConfig> const& blocks, std::string co
                               : suggestion;
 }
 
-// What a value of the type looks like.
+// Describes the values of the type.
 char const* Example(_OpcUa_BuiltInType type) {
     switch (type) {
         case OpcUaType_Boolean:
@@ -90,7 +90,7 @@ char const* Example(_OpcUa_BuiltInType type) {
         case OpcUaType_DateTime:
             return "a time such as 2024-03-15T12:00:00Z";
         default:
-            return "another kind of value";
+            return "a value of that type";
     }
 }
 
@@ -99,7 +99,7 @@ bool IsOfType(std::string const& text, _OpcUa_BuiltInType type, OpcUa_VariantHlp
     return value.ChangeType(type) == OpcUa_Good;
 }
 
-// A decimal comma, a letter of the wrong case or a misspelt word.
+// Suggests a value for a decimal comma, the wrong letter case or a misspelt word.
 std::string ValueSuggestion(std::string text, _OpcUa_BuiltInType type) {
     if (type == OpcUaType_Boolean) {
         return DidYouMean(text, {"true", "false"});
@@ -142,16 +142,18 @@ SetRequest MakeSetRequest(std::deque<BlockConfig> const& blocks, std::string con
                           std::string const& text) {
     Found const found = FindFullName(blocks, name);
     if (!found.variable) {
-        throw ProjectError(Describe({name}) + " is no variable" + NameSuggestion(blocks, name));
+        throw ProjectError(Describe({name}) + " is not a variable of the project" +
+                           NameSuggestion(blocks, name));
     }
     if (!found.variable->write) {
-        throw ProjectError(Describe({name}) + " is only read; the project needs Write = true for it");
+        throw ProjectError(Describe({name}) +
+                           " is read-only; to set it, give it Write = true in the project");
     }
     SetRequest request{found.block, found.variable, {}};
     _OpcUa_BuiltInType const type = ValueType(*found.variable);
     if (!IsOfType(text, type, request.value)) {
-        throw ProjectError(Describe({name}) + ": " + Describe({text}) + " is no " + TypeName(type) +
-                           ", which is " + Example(type) + ValueSuggestion(text, type));
+        throw ProjectError(Describe({name}) + ": " + Describe({text}) + " is not of type " + TypeName(type) +
+                           "; expected " + Example(type) + ValueSuggestion(text, type));
     }
     return request;
 }
@@ -159,13 +161,13 @@ SetRequest MakeSetRequest(std::deque<BlockConfig> const& blocks, std::string con
 SetRequest ReadAssignment(std::deque<BlockConfig> const& blocks, std::string_view assignment) {
     std::size_t const first = assignment.find('=');
     if (first == std::string_view::npos) {
-        throw ProjectError(Describe({Trimmed(assignment)}) + " is no Block.Variable = value");
+        throw ProjectError(Describe({Trimmed(assignment)}) + " is not of the form Block.Variable = value");
     }
     std::size_t equals = first;
-    for (std::size_t place = first; place != std::string_view::npos;
-         place = assignment.find('=', place + 1)) {
-        if (FindFullName(blocks, Trimmed(assignment.substr(0, place))).variable) {
-            equals = place;
+    for (std::size_t position = first; position != std::string_view::npos;
+         position = assignment.find('=', position + 1)) {
+        if (FindFullName(blocks, Trimmed(assignment.substr(0, position))).variable) {
+            equals = position;
             break;
         }
     }

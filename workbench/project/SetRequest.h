@@ -10,7 +10,7 @@
 
 namespace workbench {
 
-// A value that the user wants in a variable of the device, checked.
+// A checked value that the user sets for a variable.
 struct SetRequest {
     BlockConfig const* block;
     VariableConfig const* variable;
@@ -22,19 +22,19 @@ _OpcUa_BuiltInType ValueType(VariableConfig const& variable);
 // "Block.Variable".
 std::string FullName(BlockConfig const& block, VariableConfig const& variable);
 
-// Of the variables that can be set.
+// The full names of the variables that can be set.
 std::vector<std::string> WritableNames(std::deque<BlockConfig> const& blocks);
 
-// Whether a write goes to the property that the variable reads. The driver writes the constants of a loop and
-// the schedules of a schedule themselves, and everything else to the present value.
+// True when a write goes to the property that the variable reads. The driver writes the constants of a loop
+// and the schedules of a schedule to their own properties, and everything else to the present value.
 bool IsWrittenItself(VariableConfig const& variable);
 
-// name is "Block.Variable", text the value in its lexical form. ProjectError for a variable that is not there
-// or has not Write = true, and for a text that is no value of its type: with a suggestion where one is near.
+// name is "Block.Variable", text the value in its lexical form. ProjectError for an unknown variable, one
+// without Write = true, and a text that is not a value of its type; with a suggestion where one is near.
 SetRequest MakeSetRequest(std::deque<BlockConfig> const& blocks, std::string const& name,
                           std::string const& text);
 
-// The same from "Block.Variable = value", blanks around both parts left out. Names may hold "=" too.
+// The same from "Block.Variable = value"; blanks around both parts are ignored. Names may contain "=".
 SetRequest ReadAssignment(std::deque<BlockConfig> const& blocks, std::string_view assignment);
 
 }  // namespace workbench

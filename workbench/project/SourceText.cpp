@@ -15,11 +15,11 @@ namespace {
 
 constexpr std::size_t LargestFile = std::size_t{16} << 20;
 
-// Whether the line has Name="name" in it, blanks and kind of quotes aside.
+// True when the line contains Name="name", with any blanks and either kind of quotes.
 bool Names(std::string_view line, std::string const& name) {
-    for (std::size_t place = line.find("Name"); place != std::string_view::npos;
-         place = line.find("Name", place + 1)) {
-        std::size_t const equals = line.find_first_not_of(" \t", place + 4);
+    for (std::size_t position = line.find("Name"); position != std::string_view::npos;
+         position = line.find("Name", position + 1)) {
+        std::size_t const equals = line.find_first_not_of(" \t", position + 4);
         if (equals == std::string_view::npos || line[equals] != '=') {
             continue;
         }
@@ -50,7 +50,7 @@ SourceText SourceText::FromFile(std::string const& path) {
         throw ProjectError(path + ": cannot be read: " + std::strerror(errno));
     }
     if (content.size() > LargestFile) {
-        throw ProjectError(path + ": has more than 16 MB and is no project");
+        throw ProjectError(path + ": a project has at most 16 MB");
     }
     return SourceText(std::move(content));
 }

@@ -10,7 +10,7 @@ namespace workbench {
 
 namespace {
 
-// Longer texts are no misspelt names; the comparison costs the product of both lengths.
+// Longer texts are not compared: a comparison costs the product of both lengths.
 constexpr std::size_t LongestName = 64;
 
 std::string Lower(std::string_view text) {
@@ -21,7 +21,7 @@ std::string Lower(std::string_view text) {
     return lower;
 }
 
-// Optimal string alignment: Levenshtein's distance with the swap of two neighbours as one step.
+// Optimal string alignment: the Levenshtein distance, with a swap of two neighbours as one step.
 std::size_t Distance(std::string const& left, std::string const& right) {
     std::vector<std::size_t> before(right.size() + 1), above(right.size() + 1), row(right.size() + 1);
     for (std::size_t j = 0; j <= right.size(); ++j) {

@@ -6,14 +6,14 @@
 
 namespace workbench {
 
-// The candidate that is most like the text, letter case aside, or an empty text when none is near: at most
-// one letter in three may be wrong, missing, added or swapped with its neighbour.
+// The candidate nearest to the text, ignoring letter case; empty when none is near. At most one letter in
+// three may be wrong, missing, added or swapped with its neighbour.
 std::string Nearest(std::string_view text, std::vector<std::string> const& candidates);
 
-// Suggests the nearest candidate; an empty text when none is near.
+// Suggests the nearest candidate; empty when none is near.
 std::string DidYouMean(std::string_view text, std::vector<std::string> const& candidates);
 
-// " (did you mean \"...\"?)". The text may come from a project: it is shown as Describe shows it.
+// " (did you mean \"...\"?)". The text may come from a project, so Describe quotes it.
 std::string Suggest(std::string const& text);
 
 }  // namespace workbench

@@ -10,8 +10,7 @@ namespace workbench {
 
 namespace {
 
-// An instance number has 22 bits (ASHRAE 135 clause 20.2.14), and all of them set mean that there is no
-// object (clause 12).
+// An instance number has 22 bits (ASHRAE 135 clause 20.2.14); all bits set mean "no object" (clause 12).
 constexpr long long LargestInstance = 4194302;
 
 std::vector<std::string> const& VariableFields() {
@@ -20,18 +19,30 @@ std::vector<std::string> const& VariableFields() {
     return fields;
 }
 
+std::string TypeSuggestion(std::string const& text) {
+    std::string const suggestion = DidYouMean(text, TypeNames());
+    if (!suggestion.empty()) {
+        return suggestion;
+    }
+    std::string names;
+    for (std::string const& name : TypeNames()) {
+        names += (names.empty() ? "; types are " : ", ") + name;
+    }
+    return names;
+}
+
 _OpcUa_BuiltInType Type(FieldReader const& fields, char const* name) {
     LuaValue const& value = fields.Required(name);
     if (auto const* text = value.As<std::string>()) {
         auto const type = FindType(*text);
         if (!type) {
-            FieldReader::Refuse(name, Describe(value) + " is no type" + DidYouMean(*text, TypeNames()));
+            FieldReader::Refuse(name, Describe(value) + " is not a type" + TypeSuggestion(*text));
         }
         return *type;
     }
     auto const type = FindType(fields.Integer(name, 0, 25));
     if (!type) {
-        FieldReader::Refuse(name, Describe(value) + " is the number of no type that the runtime stores");
+        FieldReader::Refuse(name, Describe(value) + " is not the number of a type that variables can have");
     }
     return *type;
 }
@@ -41,16 +52,16 @@ OpcUa_BuiltInTypeHlp FullType(FieldReader const& fields) {
     bool const hasElement = fields.Find("ElementType") != nullptr;
     if (type != OpcUaType_DataValue) {
         if (hasElement) {
-            FieldReader::Refuse("ElementType", "goes with the type DataValue only");
+            FieldReader::Refuse("ElementType", "is allowed only with the type DataValue");
         }
         return {type};
     }
     if (!hasElement) {
-        FieldReader::Refuse("ElementType", "missing, the type DataValue needs it");
+        FieldReader::Refuse("ElementType", "missing; the type DataValue needs it");
     }
     _OpcUa_BuiltInType const element = Type(fields, "ElementType");
     if (element == OpcUaType_DataValue) {
-        FieldReader::Refuse("ElementType", "a DataValue inside a DataValue cannot be");
+        FieldReader::Refuse("ElementType", "a DataValue cannot contain a DataValue");
     }
     return {type, element};
 }
@@ -62,8 +73,8 @@ VariableConfig CheckVariable(LuaValue const& value) {
     VariableConfig variable;
     variable.name = fields.Text("Name");
     variable.type = FullType(fields);
-    variable.objectType = fields.Name("ObjectType", ObjectTypes(), "object type");
-    variable.property = fields.Name("ObjectProperties", Properties(), "property");
+    variable.objectType = fields.Name("ObjectType", ObjectTypes(), "an object type");
+    variable.property = fields.Name("ObjectProperties", Properties(), "a property");
     variable.objectNumber = static_cast<int>(fields.Integer("ObjectNumber", 0, LargestInstance));
     variable.write = fields.OptionalBoolean("Write").value_or(false);
     return variable;

@@ -11,7 +11,7 @@ namespace {
 
 constexpr char AddInName[] = "dorvel_bacnet.so";
 
-// dlopen searches the system's folders for a name without a slash; here a name means a file.
+// dlopen searches the system's folders for a name without a slash, but a name means a file here.
 std::string AsPath(std::string const& file) {
     return file.find('/') == std::string::npos ? "./" + file : file;
 }
@@ -25,11 +25,11 @@ void LoadAddIn(std::string const& file) {
     }
     auto const init = reinterpret_cast<int (*)()>(dlsym(library, "InitAddin"));
     if (!init) {
-        throw AddInError("the add-in " + file + " has no InitAddin");
+        throw AddInError(file + " is not an add-in: it exports no InitAddin");
     }
     int const result = init();
     if (result != 0) {
-        throw AddInError("the add-in " + file + " refused to start: InitAddin gave " +
+        throw AddInError("the add-in " + file + " cannot be started: InitAddin returned " +
                          std::to_string(result));
     }
 }

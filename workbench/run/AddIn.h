@@ -5,14 +5,14 @@
 
 namespace workbench {
 
-// The add-in cannot be loaded, or is not what a project needs; exit code 3.
+// The add-in cannot be loaded or lacks what a project needs. The program ends with exit code 3.
 class AddInError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
 // Loads a driver's shared library as the runtime does and calls its InitAddin. It stays loaded until the
-// process ends: what it registered points into it. AddInError.
+// process ends, since its registrations point into it. Throws AddInError.
 void LoadAddIn(std::string const& file);
 
 // "dorvel_bacnet.so" in the folder of the running program.

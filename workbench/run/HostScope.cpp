@@ -19,7 +19,7 @@ HostScope::HostScope(LogBuffer& log, bool trace, std::string const& captureFile)
         recording = std::make_unique<RecordingEnvironment>(measuring, capture, RouteAddress);
     }
     dorvel::SetEnvironment(recording ? static_cast<dorvel::HostEnvironment*>(recording.get()) : &measuring);
-    dorvel::SetLogSink([&log](std::string_view piece) { log.Add(piece); });
+    dorvel::SetLogSink([&log](std::string_view text) { log.Add(text); });
     dorvel::EnableUserTrace(trace);
 }
 

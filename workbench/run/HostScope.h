@@ -10,19 +10,19 @@
 
 namespace workbench {
 
-// Puts the workbench's observers into the host for the time of a run, and takes them out again at its end:
-// figures and the capture file between the host and its environment, and the log's sink.
+// Installs the workbench's observers in the host for a run and removes them at its end: figures and the
+// capture file between the host and its environment, and the sink of the log.
 class HostScope {
 public:
-    // captureFile may be empty. std::runtime_error when it cannot be written. The log has to outlive the
-    // scope.
+    // An empty captureFile means none; std::runtime_error when the file cannot be written. The log must
+    // outlive the scope.
     HostScope(LogBuffer& log, bool trace, std::string const& captureFile);
     HostScope(HostScope const&) = delete;
     HostScope& operator=(HostScope const&) = delete;
     ~HostScope();
 
     TrafficFigures Figures() const { return measuring.Figures(); }
-    // Whether the capture file holds everything that it should.
+    // False when writing the capture file has failed.
     bool CaptureGood() const { return !recording || capture.good(); }
 
 private:

@@ -24,7 +24,7 @@ namespace {
 
 constexpr std::chrono::milliseconds Grace{2000};
 
-// Lua shows at most 59 octets of a file name, the last ones.
+// The file name as Lua shows it: the last 59 octets at most.
 std::string ShortName(std::string const& path) {
     return path.size() < LUA_IDSIZE ? path : "..." + path.substr(path.size() - (LUA_IDSIZE - 4));
 }
@@ -49,11 +49,11 @@ LoadedProject::LoadedProject(std::string projectPath, std::map<std::string, std:
     }
     try {
         runtime->OpenLibraries();
-    } catch (std::exception const& refusal) {
-        throw AddInError(std::string("the add-in refuses a script: ") + refusal.what());
+    } catch (std::exception const& failure) {
+        throw AddInError(std::string("the add-in cannot prepare a script: ") + failure.what());
     }
     if (!binding.Install(script->Get())) {
-        throw AddInError("the add-in registers no blocks of the name BACnet");
+        throw AddInError("the add-in does not provide BACnet.new");
     }
 }
 
@@ -63,7 +63,7 @@ LoadedProject::~LoadedProject() {
         Watchdog const watchdog(limits.time + Grace, [this] { EndProcess("a finalizer does not end"); });
         script.reset();
     } catch (std::exception const&) {
-        // There is no memory or no thread for a watchdog: the state is closed all the same, by its owner.
+        // There is no memory or no thread for a watchdog. The destructor of script closes the state.
     }
 }
 
@@ -72,7 +72,7 @@ void LoadedProject::Load(SourceText projectSource) {
     RunScript();
     DropUnmadeBlocks();
     if (blocks.empty()) {
-        throw ProjectError(path + ": there is no block; BACnet.new{...} makes one");
+        throw ProjectError(path + ": the project has no block; make one with BACnet.new{...}");
     }
     if (tasks.empty()) {
         tasks.push_back({"main"});
@@ -89,7 +89,7 @@ void LoadedProject::Load(SourceText projectSource) {
 }
 
 void LoadedProject::RunScript() {
-    Watchdog const watchdog(limits.time + Grace, [this] { EndProcess("it does not end"); });
+    Watchdog const watchdog(limits.time + Grace, [this] { EndProcess("the project does not end"); });
     binding.GiveRoom(limits.memory);
     script->StartClock();
     std::string const mistake = script->Run(source.Text(), "@" + path);
@@ -109,7 +109,8 @@ void LoadedProject::EndProcess(char const* reason) const {
 void LoadedProject::AddTask(TaskConfig task) {
     for (TaskConfig const& other : tasks) {
         if (other.name == task.name) {
-            throw ProjectError("task " + Quoted(task.name) + ": there is another one of that name");
+            throw ProjectError("task " + Quoted(task.name) +
+                               ": the name is already taken; each task needs its own");
         }
     }
     tasks.push_back(std::move(task));
@@ -119,7 +120,8 @@ BlockConfig const& LoadedProject::AddBlock(BlockConfig block) {
     DropUnmadeBlocks();
     for (BlockConfig const& other : blocks) {
         if (other.name == block.name) {
-            throw ProjectError("block " + Quoted(block.name) + ": there is another one of that name");
+            throw ProjectError("block " + Quoted(block.name) +
+                               ": the name is already taken; each block needs its own");
         }
     }
     DeclareVariables(block);
@@ -127,7 +129,7 @@ BlockConfig const& LoadedProject::AddBlock(BlockConfig block) {
     return blocks.back();
 }
 
-// A script may go on after a Lua error that the driver raised.
+// A script may catch a Lua error of the driver and continue.
 void LoadedProject::DropUnmadeBlocks() {
     while (!blocks.empty() && !blocks.back().protocol) {
         blocks.pop_back();
@@ -214,7 +216,7 @@ void LoadedProject::CallDue() {
     std::stable_sort(calls.begin(), calls.end(),
                      [](Timer const& left, Timer const& right) { return left.time < right.time; });
     for (Timer const& call : calls) {
-        Watchdog const watchdog(limits.time + Grace, [this] { EndProcess("it does not end"); });
+        Watchdog const watchdog(limits.time + Grace, [this] { EndProcess("the project does not end"); });
         binding.GiveRoom(limits.memory);
         script->StartClock();
         std::string const mistake = script->Call(call.reference);
@@ -236,8 +238,9 @@ void LoadedProject::CheckTasks() {
     }
     for (BlockConfig const& block : blocks) {
         if (!block.task.empty() && std::find(names.begin(), names.end(), block.task) == names.end()) {
-            throw ProjectError(Prefix(block.where) + "block " + Quoted(block.name) + ": field \"Task\": " +
-                               Quoted(block.task) + " is no task" + DidYouMean(block.task, names));
+            throw ProjectError(Prefix(block.where) + "block " + Quoted(block.name) +
+                               ": field \"Task\": " + Quoted(block.task) + " is not a task of the project" +
+                               DidYouMean(block.task, names));
         }
     }
 }

@@ -16,32 +16,32 @@
 
 namespace workbench {
 
-// A project that can run: its Lua state, the runtime around it, and its blocks with their tasks. The add-in
-// has been loaded before. A project whose script library does not come back, or whose end does not, ends the
-// process with exit code 2 and one line, some seconds after the limit of time.
+// A project that can run: its Lua state, the runtime around it, and its blocks with their tasks. Load the
+// add-in first. When a call into Lua's C library or a finalizer does not return, the process ends with exit
+// code 2 and one line on standard error, two seconds after the time limit.
 class LoadedProject : private ScriptBinding::Receiver {
 public:
-    // path names the project in messages; params are what the script finds in Param. AddInError.
+    // path is the project's name in messages; params are the entries of Param. Throws AddInError.
     LoadedProject(std::string projectPath, std::map<std::string, std::string> const& paramValues,
                   ScriptLimits const& scriptLimits = {});
     ~LoadedProject() override;
     LoadedProject(LoadedProject const&) = delete;
     LoadedProject& operator=(LoadedProject const&) = delete;
 
-    // Runs the text, makes tasks and blocks and hands the variables to the driver. Every mistake is a
-    // ProjectError that begins with the path; after one the object is good for nothing. Called once.
+    // Runs the text, makes tasks and blocks and passes the variables to the driver. Every mistake is a
+    // ProjectError that begins with the path; the object cannot be used after one. Called once.
     void Load(SourceText projectSource);
 
     dorvel::Runtime& Runtime() { return *runtime; }
     std::vector<TaskConfig> const& Tasks() const { return tasks; }
-    // In the order of the project; they stay where they are.
+    // In the order of the project. References stay valid.
     std::deque<BlockConfig> const& Blocks() const { return blocks; }
-    // What the script has set since the last call: while it ran, and in functions that CallDue called.
+    // Returns what the script has set since the last call, including functions that CallDue called.
     std::vector<SetRequest> TakeSets();
-    // Calls the functions of After whose time has come, on the calling thread. What goes wrong in one becomes
-    // a line of the log.
+    // Calls the functions of After whose time has come, on the calling thread. A mistake in one becomes a
+    // line of the log.
     void CallDue();
-    // Names of params that the project never asked for.
+    // Names of params that the project has not read.
     std::vector<std::string> UnusedParams() const;
 
 private:
@@ -79,19 +79,19 @@ private:
     void EndProcess(char const* reason) const;
 
     std::string path;
-    std::string shortPath;  // as Lua writes it in messages
+    std::string shortPath;  // as in Lua's messages
     ScriptLimits limits;
     std::map<std::string, ParamValue> params;
     SourceText source;
     std::vector<TaskConfig> tasks;
     std::deque<BlockConfig> blocks;
     bool isLoaded = false;
-    std::vector<NamedSet> namedSets;  // of variables that a later line of the script may make
+    std::vector<NamedSet> namedSets;  // checked after the script: a later line may make the variable
     std::vector<SetRequest> sets;
     std::vector<Timer> timers;
     ScriptBinding binding;
     std::unique_ptr<ScriptState> script;
-    std::unique_ptr<dorvel::Runtime> runtime;  // goes before the script
+    std::unique_ptr<dorvel::Runtime> runtime;  // destroyed before the script
 };
 
 }  // namespace workbench

@@ -13,12 +13,12 @@ constexpr std::string_view LineEnds = "\r\n";
 
 }  // namespace
 
-void LogBuffer::Add(std::string_view piece) {
+void LogBuffer::Add(std::string_view text) {
     std::lock_guard<std::mutex> const lock(mutex);
-    while (!piece.empty()) {
-        std::size_t const end = std::min(piece.find_first_of(LineEnds), piece.size());
-        AddLine(piece.substr(0, end));
-        piece.remove_prefix(std::min(end + 1, piece.size()));
+    while (!text.empty()) {
+        std::size_t const end = std::min(text.find_first_of(LineEnds), text.size());
+        AddLine(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
     }
 }
 

@@ -11,7 +11,7 @@ namespace workbench {
 
 namespace {
 
-// The driver asks for all properties of one object together.
+// The driver reads all properties of an object in one request.
 unsigned long long ObjectCount(BlockConfig const& block) {
     std::set<std::pair<int, int>> objects;
     for (VariableConfig const& variable : block.variables) {
@@ -66,8 +66,8 @@ std::string RunFigures::Summary(TrafficFigures const& traffic) const {
                        Line("objects polled", objects, "  (in cycles without fault)") +
                        Line("requests", traffic.requests, "") + Line("answers", traffic.answers, "") +
                        RoundTripLine(traffic.trips);
-    for (auto const& [name, fate] : writes) {
-        text += Printable(name) + " = " + fate + "\n";
+    for (auto const& [name, state] : writes) {
+        text += Printable(name) + " = " + state + "\n";
     }
     return text;
 }

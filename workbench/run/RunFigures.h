@@ -9,7 +9,7 @@
 
 namespace workbench {
 
-// Counts what the blocks did. Safe for many threads.
+// Statistics of the blocks' cycles. Thread-safe.
 class RunFigures {
 public:
     void Count(BlockSnapshot const& block);
@@ -24,7 +24,7 @@ public:
     //   requests          744
     //   answers           744
     //   round trip      0.412 ms median, 1.873 ms maximum
-    // and a line for each variable that was set, with what became of it:
+    // and a line for each variable that was set, with its state:
     //   AHU.Supply air setpoint = 22 written
     std::string Summary(TrafficFigures const& traffic) const;
 

@@ -6,11 +6,11 @@
 
 namespace workbench {
 
-// What the user is told at once about a value to be set.
+// The immediate answer to a value that the user sets.
 struct SetAnswer {
-    std::string target;      // "Block.Variable", or the line that was not understood
+    std::string target;      // "Block.Variable", or the line that is not a command
     OpcUa_VariantHlp value;  // null with a mistake
-    std::string mistake;     // empty: the value is on its way
+    std::string mistake;     // empty: the value is pending
 };
 
 // "AHU.Setpoint = 21.5: pending", or the mistake.

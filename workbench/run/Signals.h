@@ -2,22 +2,22 @@
 
 namespace workbench {
 
-// Takes over the signals that end, stop or resize a program in a terminal, and gives them back at its end. A
-// second SIGINT, SIGTERM or SIGHUP does not wait: it calls the emergency function and ends the process with
-// exit code 130. One object at a time.
+// Handles the signals that end, suspend or resize a program in a terminal, until it is destroyed. A second
+// SIGINT, SIGTERM or SIGHUP calls the emergency function and ends the process at once, with exit code 130.
+// Only one object may exist at a time.
 class Signals {
 public:
-    // The emergency function may only do what a signal handler may; null for none.
+    // The emergency function must be safe in a signal handler; null for none.
     explicit Signals(void (*emergencyFunction)());
     Signals(Signals const&) = delete;
     Signals& operator=(Signals const&) = delete;
     ~Signals();
 
-    // SIGINT, SIGTERM or SIGHUP has come.
+    // True after SIGINT, SIGTERM or SIGHUP.
     bool IsStopRequested() const;
     // True once for every change of the window (SIGWINCH).
     bool TakeResized();
-    // True once for every SIGTSTP; the process is to be suspended with Suspend.
+    // True once for every SIGTSTP; call Suspend then.
     bool TakeSuspendRequest();
     static void Suspend();
 };

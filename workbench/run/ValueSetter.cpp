@@ -7,7 +7,7 @@ namespace workbench {
 
 namespace {
 
-// Real properties have 32 bits, whatever the variable's type is.
+// A Real property has 32 bits, whatever the variable's type.
 bool SameValue(OpcUa_VariantHlp const& set, OpcUa_VariantHlp read) {
     if (read.ChangeType(set.GetType()) != OpcUa_Good) {
         return false;
@@ -43,7 +43,7 @@ void ValueSetter::Taken(long long id) {
     beingWritten.erase(std::this_thread::get_id());
     auto const found = entries.find(id);
     if (found == entries.end() || found->second.queued) {
-        return;  // with a value queued, the one that goes out now is not it
+        return;  // the value that is written now is older than the queued one
     }
     Entry& entry = found->second;
     beingWritten[std::this_thread::get_id()] = &entry;
@@ -86,7 +86,7 @@ void ValueSetter::AfterCycle(BlockConfig const& block, bool fault) {
 
 void ValueSetter::Confirm(Entry& entry, bool fault) {
     if (entry.fresh) {
-        entry.fresh = false;  // what this cycle read is older than its write
+        entry.fresh = false;  // this cycle has read before it has written
         return;
     }
     if (fault) {
@@ -105,7 +105,7 @@ void ValueSetter::Apply(BlockConfig const& block) {
     bool const byTrigger = block.writeCondition == ProtocolWriteCondition::OnTrigger;
     if (byTrigger && triggered.erase(&block) > 0) {
         SetTrigger(block, false);
-        return;  // the driver has to see it off once
+        return;  // the driver must see the trigger off once
     }
     bool applied = false;
     for (auto& [id, entry] : entries) {

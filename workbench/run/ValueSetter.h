@@ -13,29 +13,29 @@
 
 namespace workbench {
 
-// Brings values that the user sets to the device, through the variables' write channels and the block's write
-// condition, and follows what becomes of them. A value is given to the runtime after a clean poll of its
-// block, so the driver writes it in the write phase of the next one; there every value set goes out once,
-// also when the device shows it already.
+// Writes values that the user sets to the device, through the variables' write channels and the block's write
+// condition, and tracks their state. A value is stored in the runtime after a poll of its block without a
+// fault, so the driver writes it in the write phase of the next poll, also when the device has the value
+// already.
 //
-// The driver returns nothing from a write. What it logs on the block's thread, from the moment that the
-// condition lets a value through to the next such moment or to the end of the cycle, is the failure of that
-// write. Without such a line the next values read tell whether it arrived. Safe for many threads.
+// The driver returns no result of a write. The first line that it logs on the block's thread, from the time
+// that the condition passes a value until it passes the next one or the cycle ends, counts as the failure of
+// that write. Without such a line the next values read decide. Thread-safe.
 class ValueSetter {
 public:
-    // Takes over the write observer and the log's listener; both outlive the setter.
+    // Sets the write observer of the runtime and the listener of the log; both must outlive the setter.
     ValueSetter(dorvel::Runtime& blockRuntime, LogBuffer& runtimeLog);
     ValueSetter(ValueSetter const&) = delete;
     ValueSetter& operator=(ValueSetter const&) = delete;
     ~ValueSetter();
 
-    // A value that was set before and has not gone out is forgotten.
+    // Replaces a value that was set before and has not been written.
     void Set(SetRequest const& request);
 
-    // A block has had a cycle, on the calling thread.
+    // Called after a cycle of a block, on the thread of its task.
     void AfterCycle(BlockConfig const& block, bool fault);
 
-    // Puts the present states into the snapshot.
+    // Copies the current states to the snapshot.
     void Show(BlockSnapshot& block) const;
 
 private:
@@ -43,9 +43,9 @@ private:
         BlockConfig const* block = nullptr;
         VariableConfig const* variable = nullptr;
         WriteState state;
-        bool queued = false;    // the runtime has not been given the value
-        bool inFlight = false;  // the driver has, and no value read since was the same
-        bool fresh = false;     // ... in the cycle that is under way
+        bool queued = false;    // not yet stored in the runtime
+        bool inFlight = false;  // passed to the driver and not yet confirmed by a value read
+        bool fresh = false;     // passed to the driver in the current cycle
     };
 
     void Taken(long long id);

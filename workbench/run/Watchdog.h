@@ -8,8 +8,8 @@
 
 namespace workbench {
 
-// Calls a function, once, on a thread of its own, unless it is destroyed before the time is over. For work
-// that cannot be stopped from within, such as a text search of the script library.
+// Calls a function once, on its own thread, unless it is destroyed before the time is over. For work that
+// cannot be interrupted, such as a pattern search in Lua's string library.
 class Watchdog {
 public:
     Watchdog(std::chrono::milliseconds time, std::function<void()> expired);

@@ -17,17 +17,17 @@
 
 namespace workbench {
 
-// Where the blocks' cycles are shown.
+// Shows the cycles of the blocks.
 class Display {
 public:
     virtual ~Display() = default;
-    // A block has had a cycle. Called by the threads of the tasks.
+    // Called after a cycle of a block, on the thread of its task.
     virtual void Cycle(BlockSnapshot const& block) = 0;
-    // What became of a value that the user asked for. Called by the main thread.
+    // Called on the main thread with the answer to a value that the user sets.
     virtual void Answer(SetAnswer const& answer) = 0;
-    // Called by the main thread several times a second and once at the end.
+    // Called on the main thread several times a second and once at the end.
     virtual void Refresh() = 0;
-    // The output takes nothing more.
+    // True when the output cannot be written any more.
     virtual bool Failed() const = 0;
 };
 
@@ -51,7 +51,7 @@ private:
     Format format;
 };
 
-// Answers go to the log.
+// Lines of plain text. Answers go to the log.
 class LinesDisplay : public TextDisplay {
 public:
     LinesDisplay(std::ostream& outputStream, LogBuffer& answerLog)
@@ -63,7 +63,7 @@ private:
     LogBuffer& log;
 };
 
-// Answers are objects of their own between those of the cycles.
+// JSON objects, one a line. Answers are separate objects between those of the cycles.
 class JsonDisplay : public TextDisplay {
 public:
     explicit JsonDisplay(std::ostream& outputStream) : TextDisplay(outputStream, FormatJson) {}
@@ -75,8 +75,8 @@ public:
 // values below.
 class TableDisplay : public Display {
 public:
-    // The blocks in the order of the table, before their first cycle. What is given has to outlive the
-    // display.
+    // first has the blocks in the order of the table, before their first cycle. All references must outlive
+    // the display.
     TableDisplay(Terminal& tableTerminal, LogBuffer const& tableLog, ValueSetter const& tableSetter,
                  PromptLine const& tablePrompt, std::vector<BlockSnapshot> first);
 
@@ -87,7 +87,7 @@ public:
 
 private:
     std::string Footer(std::vector<BlockSnapshot> const& now, Screen const& screen) const;
-    // The state of the variable that was set last, which may stand below the screen's end.
+    // The state of the variable that was set last, whose row may not fit the screen.
     std::string Progress(std::vector<BlockSnapshot> const& now) const;
 
     Terminal& terminal;

@@ -9,7 +9,7 @@ namespace workbench {
 namespace {
 
 constexpr std::size_t LongestLine = 65536;
-constexpr int MostReads = 256;  // for one call: whoever writes without end must not hold the run up
+constexpr int MostReads = 256;  // for one call, so that endless input does not stop the run
 
 }  // namespace
 
@@ -17,14 +17,14 @@ std::vector<std::string> LineInput::Take() {
     std::vector<std::string> lines;
     for (int i = 0; i < MostReads && handle >= 0; ++i) {
         bool ended = false;
-        std::string const piece = ReadAvailable(handle, ended);
+        std::string const text = ReadAvailable(handle, ended);
         if (ended) {
             handle = -1;
             rest += rest.empty() ? "" : "\n";
         }
-        rest += piece;
+        rest += text;
         Split(lines);
-        if (piece.empty()) {
+        if (text.empty()) {
             break;
         }
     }

@@ -5,14 +5,14 @@
 
 namespace workbench {
 
-// Lines that a program or a person sends while the run goes on; reading never waits.
+// Reads lines that a program or a person sends during a run, without waiting.
 class LineInput {
 public:
-    // A handle of the system, which stays the caller's; -1 for no input.
+    // A file descriptor, owned by the caller; -1 for no input.
     explicit LineInput(int inputHandle) : handle(inputHandle) {}
 
-    // The lines that are complete, without their ends; at the end of the input also one without an end. What
-    // is longer than 64 KiB comes in pieces.
+    // Returns the complete lines, without their line ends; at the end of the input also a last line without
+    // one. A line of more than 64 KiB is split.
     std::vector<std::string> Take();
 
 private:

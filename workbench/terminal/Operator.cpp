@@ -60,7 +60,7 @@ void Operator::Command(std::string const& line) {
         Assign(line.substr(end + 1));
         return;
     }
-    display.Answer({line, {}, Describe({line}) + " is no command; set Block.Variable = value is one"});
+    display.Answer({line, {}, Describe({line}) + " is not a command; expected set Block.Variable = value"});
 }
 
 }  // namespace workbench

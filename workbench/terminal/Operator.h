@@ -11,22 +11,22 @@
 
 namespace workbench {
 
-// Serves whoever sets values while the blocks run: a person at the table, a program that sends lines, and the
-// project's own script. All on the main thread.
+// Accepts values to be set while the blocks run: from a person at the table, from a program that sends lines,
+// and from the project's script. Runs on the main thread.
 class Operator {
 public:
-    // What is given has to outlive the operator. input is the handle that lines come from, -1 for none.
+    // All references must outlive the operator. input is the file descriptor of the lines, -1 for none.
     Operator(LoadedProject& loadedProject, ValueSetter& valueSetter, Display& answerDisplay,
              PromptLine& tablePrompt, Terminal& tableTerminal, int input);
 
-    // Takes what has come since the last time; does not wait.
+    // Handles what has come since the last call; does not wait.
     void Serve();
-    // The lines alone.
+    // Handles the lines alone.
     void ServeLines();
 
     // "Block.Variable = value".
     void Assign(std::string const& assignment);
-    // "set Block.Variable = value"; empty lines and those that begin with "#" say nothing.
+    // "set Block.Variable = value"; empty lines and lines that begin with "#" are ignored.
     void Command(std::string const& line);
 
 private:

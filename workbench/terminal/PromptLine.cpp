@@ -16,8 +16,8 @@ bool IsContinuation(char octet) {
     return (static_cast<unsigned char>(octet) & 0xC0) == 0x80;
 }
 
-// The octets of the control sequence that keys begin with, by ECMA-48: "ESC [ 1 ; 5 C", "ESC O P". 1 for a
-// lone Escape.
+// The length of the control sequence at the start of keys, by ECMA-48: "ESC [ 1 ; 5 C", "ESC O P". 1 for
+// Escape alone.
 std::size_t SequenceLength(std::string_view keys) {
     if (keys.size() < 2 || (keys[1] != '[' && keys[1] != 'O')) {
         return 1;

@@ -6,14 +6,14 @@
 
 namespace workbench {
 
-// A line that is typed in a terminal without echo. The key s or : opens it, Enter ends it, Escape drops it;
-// Backspace and Ctrl-U take back; Tab goes on as far as the names agree. Other keys of a terminal, such as
-// arrows, do nothing.
+// A line that is typed in a terminal without echo. The key s or : opens it, Enter ends it, Escape discards
+// it; Backspace and Ctrl-U delete; Tab completes as far as the names agree. Other keys, such as arrows, are
+// ignored.
 class PromptLine {
 public:
     explicit PromptLine(std::vector<std::string> completions) : names(std::move(completions)) {}
 
-    // Takes keys as a terminal sends them. Gives the lines that Enter ended, the empty ones left out.
+    // Takes keys as a terminal sends them. Returns the lines that Enter ended, without empty ones.
     std::vector<std::string> Feed(std::string_view keys);
 
     bool HasNames() const { return !names.empty(); }

@@ -20,7 +20,7 @@ constexpr std::string_view ClearScreen = "\x1B[2J\x1B[H";
 constexpr std::string_view ClearLine = "\x1B[K";
 constexpr std::string_view ClearBelow = "\x1B[J";
 
-// What EndAtOnce needs, outside the object so that a signal handler finds it complete.
+// The data of EndAtOnce, outside the object so that a signal handler always finds it complete.
 struct Restoration {
     std::atomic<bool> valid{false};
     int output = -1;
@@ -31,7 +31,7 @@ struct Restoration {
 
 Restoration restoration;
 
-// Only what a signal handler may call.
+// Safe in a signal handler.
 void WriteAll(int handle, std::string_view text) {
     while (!text.empty()) {
         ssize_t const written = write(handle, text.data(), text.size());

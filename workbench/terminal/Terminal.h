@@ -9,16 +9,15 @@
 
 namespace workbench {
 
-// The text that puts a frame in the place of the one before: ECMA-48 sequences, each line cleared behind its
-// end and everything below the frame cleared too.
+// Makes the text that replaces one frame by the next, with ECMA-48 sequences. It clears the rest of each line
+// and everything below the frame.
 class FramePainter {
 public:
-    // The cursor is left at the start of the line below the frame.
+    // Leaves the cursor at the start of the line below the frame.
     std::string Paint(std::vector<std::string> const& lines);
-    // The next frame begins on an empty screen: the terminal has another size, and has wrapped lines its own
-    // way.
+    // Begins the next frame on an empty screen, since a terminal that changes its size may wrap lines.
     void Clear() { clear = true; }
-    // The next frame begins where the cursor stands.
+    // Begins the next frame at the cursor.
     void Forget() { height = 0; }
 
 private:
@@ -26,15 +25,15 @@ private:
     bool clear = false;
 };
 
-// Whether the process may read from the terminal, or change its mode, without being stopped by the system: it
-// is no job in the background. True for what is no terminal.
+// True when the process may read from the terminal and change its mode: the system stops a background job
+// that tries. Also true when the handle is not a terminal.
 bool IsForeground(int handle);
 
-// What can be read from the handle without waiting, at most 4096 octets. Nothing at the end of the input,
-// which ended then tells.
+// Reads at most 4096 octets from the handle without waiting. ended is set to true at the end of the input.
 std::string ReadAvailable(int handle, bool& ended);
 
-// A terminal that shows frames: without cursor and echo from Begin to End, each key handed over as it comes.
+// A terminal that shows frames. From Begin to End it has no cursor and no echo, and delivers each key at
+// once.
 class Terminal {
 public:
     Terminal(int outputHandle, int inputHandle) : output(outputHandle), input(inputHandle) {}
@@ -43,17 +42,17 @@ public:
     ~Terminal() { End(); }
 
     void Begin();
-    // Leaves the terminal as Begin found it, the last frame in view.
+    // Restores the mode from before Begin; the last frame stays visible.
     void End();
-    // End for a signal handler, of the terminal that began last.
+    // End for a signal handler, for the terminal that began last.
     static void EndAtOnce();
 
     void Show(std::vector<std::string> const& lines);
-    // The keys that have been pressed since Begin and were not read; does not wait.
+    // Reads the keys that have been pressed; does not wait. Empty outside Begin and End.
     std::string Keys();
     void Resized() { painter.Clear(); }
 
-    // As the terminal tells it, or 80 by 24. Colours unless NO_COLOR is set or TERM is "dumb".
+    // The terminal's size, or 80 by 24 when it is unknown. Colours unless NO_COLOR is set or TERM is "dumb".
     Screen Size() const;
 
 private:

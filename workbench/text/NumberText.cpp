@@ -10,7 +10,7 @@ namespace {
 template <typename Number>
 std::string Shortest(Number value) {
     if (std::isnan(value)) {
-        return "nan";  // 0/0 has a sign on some machines and none on others
+        return "nan";  // the sign of 0/0 depends on the machine
     }
     char text[64];
     auto const result = std::to_chars(text, text + sizeof text, value);

@@ -9,7 +9,8 @@ namespace {
 constexpr std::string_view Replacement = "\xEF\xBF\xBD";
 constexpr std::string_view Ellipsis = "\xE2\x80\xA6";
 
-// One character of a text: its code point, -1 for an octet that starts none, and its length in octets.
+// One character of a text: its code point (-1 for an octet that does not begin a character) and its length in
+// octets.
 struct Character {
     long codePoint;
     std::size_t length;
@@ -19,7 +20,7 @@ unsigned OctetAt(std::string_view text, std::size_t place) {
     return static_cast<unsigned char>(text[place]);
 }
 
-// The length that the first octet of a character announces, 0 for an octet that is no first one.
+// The length of a character by its first octet; 0 for an octet that cannot be the first.
 std::size_t AnnouncedLength(unsigned first) {
     if (first < 0x80) {
         return 1;
@@ -59,7 +60,7 @@ Character CharacterAt(std::string_view text, std::size_t place) {
     return IsCharacter(codePoint, length) ? Character{codePoint, length} : Character{-1, 1};
 }
 
-// Controls of the first and second set, and the marks that turn the direction of a line.
+// The control characters C0 and C1, and the marks that separate lines or change their direction.
 bool IsControl(long codePoint) {
     return codePoint < 0x20 || (codePoint >= 0x7F && codePoint < 0xA0) || codePoint == 0x2028 ||
            codePoint == 0x2029 || (codePoint >= 0x202A && codePoint <= 0x202E) ||
@@ -84,13 +85,13 @@ std::string Escape(long codePoint) {
     return {'\\', 'x', digits[codePoint / 16], digits[codePoint % 16]};
 }
 
-// A locale that does not know the character gives no width; a terminal then shows one column at least.
+// wcwidth knows no width for a character outside the locale; a terminal shows at least one column.
 std::size_t Columns(long codePoint) {
     int const columns = wcwidth(static_cast<wchar_t>(codePoint));
     return columns < 0 ? 1 : static_cast<std::size_t>(columns);
 }
 
-// The octets of the longest beginning that takes at most width columns.
+// The longest beginning of the text that takes at most width columns.
 std::string_view Beginning(std::string_view text, std::size_t width) {
     std::size_t place = 0;
     for (std::size_t columns = 0; place < text.size();) {

@@ -6,14 +6,14 @@
 
 namespace workbench {
 
-// Texts come from devices and from projects; what goes to a terminal or into a line must stay on its line and
-// must not steer the terminal. Widths are columns of a terminal.
+// Texts come from devices and from projects. On a terminal or in a line of output they must stay on their
+// line and must not control the terminal. Widths are columns of a terminal.
 
 // The text as valid UTF-8 without control characters: "\n" and the like are written as escapes, "\x1B" for
-// others, and octets that are no UTF-8 become U+FFFD.
+// others, and octets that are not UTF-8 become U+FFFD.
 std::string Printable(std::string_view text);
 
-// The text with octets that are no UTF-8 replaced by U+FFFD, and nothing else changed.
+// The text with octets that are not UTF-8 replaced by U+FFFD.
 std::string ValidUtf8(std::string_view text);
 
 // The columns that a printable text takes.

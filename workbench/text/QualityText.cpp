@@ -11,7 +11,7 @@ struct QualityRow {
     char const* text;
 };
 
-// OPC 10000-6, annex A.2, as far as blocks and the runtime give them.
+// OPC 10000-6, annex A.2: the codes that blocks and the runtime use.
 constexpr QualityRow Qualities[] = {
     {OpcUa_Good, "Good"},
     {OpcUa_Bad, "Bad"},

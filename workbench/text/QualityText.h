@@ -11,8 +11,7 @@ enum class QualityKind { Good, Uncertain, Bad };
 // By the top two bits of the status code.
 QualityKind KindOf(OpcUa_StatusCode status);
 
-// The status in words: "Good", "Bad", "Sensor failure", "No data"...; one without words here as "Bad
-// 0x80AB0000".
+// The status in words: "Good", "Bad", "Sensor failure", "No data"...; "Bad 0x80AB0000" for an unknown code.
 std::string QualityText(OpcUa_StatusCode status);
 
 // "0x808C0000".

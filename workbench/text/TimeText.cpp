@@ -18,7 +18,7 @@ long long FloorDivide(long long value, long long divisor) {
     return value / divisor - (value % divisor < 0 ? 1 : 0);
 }
 
-// Days since 1 January 1601 as a date of the Gregorian calendar. Years run from March, so that the leap day
+// Converts days since 1 January 1601 to a Gregorian date. Years begin in March here, so that the leap day
 // comes last; 1 March 1600 begins a cycle of 400 years.
 void SetDate(long long days, CalendarTime& time) {
     constexpr long long daysPerCycle = 146097;

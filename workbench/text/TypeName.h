@@ -11,7 +11,7 @@ namespace workbench {
 
 // The OPC UA names of the built-in types that the runtime stores, by OPC 10000-6, table 1.
 
-// Letter case does not matter; nothing for a name or number that is no storable type.
+// By name, ignoring letter case, or by number. No value for a type that the runtime does not store.
 std::optional<_OpcUa_BuiltInType> FindType(std::string_view name);
 std::optional<_OpcUa_BuiltInType> FindType(long long number);
 

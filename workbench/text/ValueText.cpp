@@ -1,7 +1,5 @@
 #include "ValueText.h"
 
-#include <string_view>
-
 #include "NumberText.h"
 #include "Printable.h"
 #include "QualityText.h"
@@ -10,11 +8,6 @@
 namespace workbench {
 
 namespace {
-
-std::string_view View(OpcUa_Octets const& octets) {
-    return octets.Length > 0 ? std::string_view(octets.Data, static_cast<std::size_t>(octets.Length))
-                             : std::string_view();
-}
 
 std::string HexText(std::string_view octets) {
     static constexpr char digits[] = "0123456789abcdef";
@@ -31,6 +24,11 @@ std::string VisibleText(std::string const& text) {
 }
 
 }  // namespace
+
+std::string_view View(OpcUa_Octets const& octets) {
+    return octets.Length > 0 ? std::string_view(octets.Data, static_cast<std::size_t>(octets.Length))
+                             : std::string_view();
+}
 
 std::string ValueText(OpcUa_Variant const& value, long long localDiff) {
     switch (value.Datatype) {

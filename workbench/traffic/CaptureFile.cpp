@@ -21,12 +21,17 @@ void PutLittle(Octets& octets, std::uint32_t value, int width) {
     }
 }
 
-void PutBig16(Octets& octets, std::uint32_t value) {
-    octets.push_back(static_cast<char>(value >> 8));
-    octets.push_back(static_cast<char>(value));
+void SetBig16(Octets& octets, std::size_t position, std::uint32_t value) {
+    octets[position] = static_cast<char>(value >> 8);
+    octets[position + 1] = static_cast<char>(value);
 }
 
-// Values that are in network byte order already.
+void PutBig16(Octets& octets, std::uint32_t value) {
+    octets.resize(octets.size() + 2);
+    SetBig16(octets, octets.size() - 2, value);
+}
+
+// Appends a value that is in network byte order already.
 template <typename Value>
 void PutRaw(Octets& octets, Value const& value) {
     char const* const first = reinterpret_cast<char const*>(&value);
@@ -42,11 +47,6 @@ std::uint16_t Checksum(Octets const& octets) {
         sum = (sum & 0xFFFF) + (sum >> 16);
     }
     return static_cast<std::uint16_t>(~sum);
-}
-
-void SetBig16(Octets& octets, std::size_t place, std::uint16_t value) {
-    octets[place] = static_cast<char>(value >> 8);
-    octets[place + 1] = static_cast<char>(value);
 }
 
 Octets IpHeader(sockaddr_in const& from, sockaddr_in const& to, std::size_t udpLength,
@@ -80,7 +80,7 @@ Octets UdpDatagram(sockaddr_in const& from, sockaddr_in const& to, char const* d
     PutBig16(pseudo, udpLength);
     pseudo.insert(pseudo.end(), datagram.begin(), datagram.end());
     std::uint16_t const checksum = Checksum(pseudo);
-    SetBig16(datagram, 6, checksum == 0 ? 0xFFFF : checksum);  // 0 would mean that there is none
+    SetBig16(datagram, 6, checksum == 0 ? 0xFFFF : checksum);  // 0 means that there is no checksum
     return datagram;
 }
 

@@ -15,9 +15,9 @@ using Octets = std::vector<char>;
 // The 24 octets at the beginning of a capture file.
 Octets CaptureHeader();
 
-// One UDP datagram as a packet record with IPv4 and UDP headers (RFC 791, RFC 768), lengths and checksums
-// right. fileTime is when it passed, 100-nanosecond units since 1601; identification is the number of the
-// IPv4 packet. Data beyond the 65507 octets of the largest datagram is cut off.
+// A UDP datagram as a packet record with IPv4 and UDP headers (RFC 791, RFC 768), including lengths and
+// checksums. fileTime is its time in 100-nanosecond units since 1601; identification is that of the IPv4
+// packet. Data beyond the 65507 octets of the largest datagram is cut off.
 Octets CaptureRecord(sockaddr_in const& from, sockaddr_in const& to, void const* data, int length,
                      long long fileTime, unsigned short identification);
 

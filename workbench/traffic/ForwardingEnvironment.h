@@ -4,7 +4,8 @@
 
 namespace workbench {
 
-// Base of environments that look at the traffic and pass everything on to another one, which outlives them.
+// Base of environments that observe the traffic and forward every call to another environment, which must
+// outlive them.
 class ForwardingEnvironment : public dorvel::HostEnvironment {
 public:
     explicit ForwardingEnvironment(dorvel::HostEnvironment& innerEnvironment) : inner(innerEnvironment) {}

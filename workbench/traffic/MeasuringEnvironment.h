@@ -11,12 +11,12 @@ namespace workbench {
 struct TrafficFigures {
     unsigned long long requests = 0;  // datagrams sent
     unsigned long long answers = 0;   // datagrams received
-    // From a datagram sent to the first one received after it on the same socket, if it comes while somebody
-    // waits for it: what is dropped later is an answer and no round trip.
+    // From a datagram sent to the first one received after it on the same socket, if that comes while a call
+    // waits for it. A datagram that comes later counts as an answer, not as a round trip.
     RoundTrips trips;
 };
 
-// Counts datagrams and measures round trips, and passes everything on.
+// Counts datagrams and measures round trips.
 class MeasuringEnvironment : public ForwardingEnvironment {
 public:
     using ForwardingEnvironment::ForwardingEnvironment;
@@ -30,7 +30,7 @@ public:
 private:
     mutable std::mutex mutex;
     TrafficFigures figures;
-    std::map<int, long long> sent;  // when the request left that still waits, by handle
+    std::map<int, long long> sent;  // when the pending request was sent, by handle
 };
 
 }  // namespace workbench

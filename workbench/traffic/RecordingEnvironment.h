@@ -9,14 +9,14 @@
 
 namespace workbench {
 
-// Writes every datagram that leaves or arrives to a capture (CaptureFile.h), and passes everything on. Each
-// record is complete in the stream before the call returns, so that a capture survives a sudden end.
+// Writes every datagram that is sent or received to a capture (CaptureFile.h). Each record is complete in the
+// stream before the call returns, so that a capture survives a crash.
 class RecordingEnvironment : public ForwardingEnvironment {
 public:
-    // The own address that the system would use to reach a peer.
+    // The local address from which the system reaches a peer.
     using OwnAddress = std::function<in_addr(sockaddr_in const& peer)>;
 
-    // Writes the file's header at once. The stream has to outlive the environment.
+    // Writes the file's header. The stream must outlive the environment.
     RecordingEnvironment(dorvel::HostEnvironment& innerEnvironment, std::ostream& captureStream,
                          OwnAddress ownAddressOf);
 
@@ -34,7 +34,7 @@ private:
     unsigned short identification = 0;
 };
 
-// Asks the system's routes; 0.0.0.0 when there is no route. Sends nothing.
+// The local address by the system's routes; 0.0.0.0 when there is no route. Sends nothing.
 in_addr RouteAddress(sockaddr_in const& peer);
 
 }  // namespace workbench

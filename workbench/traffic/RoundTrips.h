@@ -5,15 +5,15 @@
 
 namespace workbench {
 
-// Figures of round trips in 100-nanosecond units. Takes a fixed amount of memory: the median is that of the
-// latest 4096, the maximum that of all.
+// Statistics of round trips in 100-nanosecond units, in constant memory: the median is that of the latest
+// 4096, the maximum that of all.
 class RoundTrips {
 public:
     void Add(long long duration);
 
     unsigned long long Count() const { return count; }
     long long Maximum() const { return maximum; }
-    // The middle one of an odd count, the mean of the middle two of an even one; 0 without any.
+    // The middle of an odd count, the mean of the middle two of an even count; 0 for none.
     long long Median() const;
 
 private:

@@ -51,7 +51,7 @@ protected:
     BlockSnapshot* block = nullptr;
 };
 
-TEST_F(Format, LinesOfACycle) {
+TEST_F(Format, ACycleIsALinePerVariable) {
     std::string const start = "2024-03-15T12:34:56.789+01:00\tAHU\t3\tOK\t";
     EXPECT_EQ(FormatLines(*block),
               start +
@@ -70,7 +70,7 @@ TEST_F(Format, EveryLineHasTheColumnsOfTheHeader) {
     EXPECT_EQ(tabs(FormatLines(*block)), 3 * 12);
 }
 
-TEST_F(Format, LinesTellTheFault) {
+TEST_F(Format, LinesHaveTheFault) {
     block->fault = true;
     block->errorText = "No\tconnection";
     EXPECT_NE(FormatLines(*block).find("\t3\tFAULT No\\tconnection\tSupply\t"), std::string::npos);
@@ -78,7 +78,7 @@ TEST_F(Format, LinesTellTheFault) {
     EXPECT_NE(FormatLines(*block).find("\t3\tFAULT not polled\tSupply\t"), std::string::npos);
 }
 
-TEST_F(Format, AWriteInLines) {
+TEST_F(Format, LinesHaveTheStateOfAWrite) {
     block->variables[0].write = {WriteStage::Pending, Float(22.5f), ""};
     block->variables[1].write = {WriteStage::Refused, Text("b"), "no\tway"};
     std::string const lines = FormatLines(*block);
@@ -87,7 +87,7 @@ TEST_F(Format, AWriteInLines) {
     EXPECT_NE(lines.find("\t-\t-\n"), std::string::npos) << lines;
 }
 
-TEST_F(Format, AWriteInJson) {
+TEST_F(Format, JsonHasTheStateOfAWrite) {
     block->variables[0].write = {WriteStage::Written, Float(22.5f), ""};
     block->variables[1].write = {WriteStage::Unconfirmed, Text("b"), "reads back \"a\""};
     rapidjson::Document const document = Parsed();
@@ -100,7 +100,7 @@ TEST_F(Format, AWriteInJson) {
     EXPECT_FALSE(variables[2].HasMember("write"));
 }
 
-TEST(SetAnswer, InJsonAndInWords) {
+TEST(SetAnswer, HasAFormInJsonAndInWords) {
     SetAnswer const taken{"AHU.T", Float(21.5f), ""};
     EXPECT_EQ(FormatJson(taken, 0), "{\"set\":\"AHU.T\",\"state\":\"pending\",\"value\":21.5}\n");
     EXPECT_EQ(AnswerText(taken, 0), "AHU.T = 21.5: pending");
@@ -110,7 +110,7 @@ TEST(SetAnswer, InJsonAndInWords) {
     EXPECT_EQ(AnswerText(mistake, 0), "\"x\" is wrong");
 }
 
-TEST_F(Format, JsonExactly) {
+TEST_F(Format, JsonHasExactlyTheseFields) {
     block->variables.resize(1);
     EXPECT_EQ(
         FormatJson(*block),
@@ -121,7 +121,7 @@ TEST_F(Format, JsonExactly) {
         "\"time\":\"2024-03-15T12:34:56.789+01:00\"}]}\n");
 }
 
-TEST_F(Format, JsonReadsBack) {
+TEST_F(Format, JsonCanBeParsed) {
     rapidjson::Document const document = Parsed();
     auto const& variables = document["variables"].GetArray();
     ASSERT_EQ(variables.Size(), 3u);
@@ -133,7 +133,7 @@ TEST_F(Format, JsonReadsBack) {
     EXPECT_STREQ(variables[2]["quality"].GetString(), "No data");
 }
 
-TEST_F(Format, JsonTellsTheFault) {
+TEST_F(Format, JsonHasTheFault) {
     block->fault = true;
     block->errorText = "No connection";
     rapidjson::Document const document = Parsed();
@@ -141,14 +141,14 @@ TEST_F(Format, JsonTellsTheFault) {
     EXPECT_STREQ(document["error"].GetString(), "No connection");
 }
 
-TEST_F(Format, JsonTellsABlockThatNobodyPolls) {
+TEST_F(Format, JsonReportsABlockThatIsNotPolled) {
     block->isReported = false;
     rapidjson::Document const document = Parsed();
     EXPECT_TRUE(document["fault"].GetBool());
     EXPECT_STREQ(document["error"].GetString(), "not polled");
 }
 
-TEST_F(Format, JsonValuesOfEveryType) {
+TEST_F(Format, ValuesOfEveryTypeHaveAJsonForm) {
     EXPECT_EQ(JsonValue(Boolean(true)), "true");
     EXPECT_EQ(JsonValue(As(OpcUaType_SByte, "-5")), "-5");
     EXPECT_EQ(JsonValue(As(OpcUaType_UInt64, "18446744073709551615")), "18446744073709551615");

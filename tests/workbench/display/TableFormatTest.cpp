@@ -39,7 +39,7 @@ protected:
 
 using Text = std::vector<std::string>;
 
-TEST_F(Table, OnAWideScreen) {
+TEST_F(Table, ShowsAllColumnsOnAWideScreen) {
     Text const expected = {
         // clang-format off
         "  Variable  Object          Property       Value  Type              Quality         Time        Age",
@@ -54,7 +54,7 @@ TEST_F(Table, OnAWideScreen) {
     EXPECT_EQ(Lines({120, 24, false}), expected);
 }
 
-TEST_F(Table, AColumnForWritesWhereThereAreAny) {
+TEST_F(Table, HasAColumnForWritesWhenAVariableCanBeWritten) {
     Plant other;
     BlockSnapshot& block = other.AddBlock("AHU");
     for (int i = 0; i < 3; ++i) {
@@ -74,12 +74,12 @@ TEST_F(Table, AColumnForWritesWhereThereAreAny) {
     EXPECT_NE(coloured[4].find("\x1B[31m99 refused\x1B[0m"), std::string::npos) << coloured[4];
 }
 
-TEST_F(Table, TheTypeIsLeftOutFirst) {
+TEST_F(Table, LeavesOutTheTypeFirst) {
     EXPECT_EQ(Lines({84, 24, false})[2],
               "  Supply    analog-input 1  present-value   21.5  Good            12:34:56  0.4 s");
 }
 
-TEST_F(Table, OnANarrowScreen) {
+TEST_F(Table, ShrinksColumnsOnANarrowScreen) {
     Text const expected = {
         // clang-format off
         "  Variable  Object          Property  Value  Quality     Age",
@@ -99,14 +99,14 @@ TEST_F(Table, NumbersOfObjectsAreKeptLongest) {
     EXPECT_EQ(Lines({12, 24, false})[2], "  Supply  a…");
 }
 
-TEST_F(Table, CountsWhatDoesNotFit) {
+TEST_F(Table, CountsTheLinesThatDoNotFit) {
     Text const lines = Lines({120, 5, false});
     ASSERT_EQ(lines.size(), 4u);
     EXPECT_EQ(lines[2].substr(0, 8), "  Supply");
     EXPECT_EQ(lines[3], "... 4 more");
 }
 
-TEST_F(Table, TheNewestLogLinesStandBelow) {
+TEST_F(Table, TheNewestLogLinesAreBelow) {
     Text const lines = Lines({120, 24, false}, {"one", "two\x1B", "three"});
     ASSERT_EQ(lines.size(), 11u);
     EXPECT_EQ(lines[7], "Log");
@@ -122,7 +122,7 @@ TEST_F(Table, TheLogTakesAThirdOfTheScreenAtMost) {
     EXPECT_EQ(Lines({120, 9, false}, log)[4], "Log");
 }
 
-TEST_F(Table, ColoursAreRoundTheTextsAndAddNothingElse) {
+TEST_F(Table, ColoursSurroundTextsAndChangeNothingElse) {
     Screen const plain{100, 24, false};
     Screen const coloured{100, 24, true};
     Text lines = Lines(coloured);
@@ -150,7 +150,7 @@ TEST_F(Table, FitsEveryScreen) {
     }
 }
 
-TEST(TableLine, LeavesOutWhatDoesNotFit) {
+TEST(TableLine, CutsWhatDoesNotFit) {
     TableLine line(6, false);
     line.Add("abcd");
     line.Add("efgh");
@@ -158,7 +158,7 @@ TEST(TableLine, LeavesOutWhatDoesNotFit) {
     EXPECT_EQ(line.Text(), "abcde…");
 }
 
-TEST(Snapshot, StatesOfABlock) {
+TEST(Snapshot, ABlockIsWaitingInFaultOrOk) {
     Plant plant;
     BlockSnapshot& block = plant.AddBlock("B", 0);
     EXPECT_EQ(StateText(block), "waiting");

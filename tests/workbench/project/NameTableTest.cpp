@@ -15,7 +15,7 @@ std::set<std::string> NamesOf(NameTable const& table) {
     return {names.begin(), names.end()};
 }
 
-TEST(NameTable, HoldsTheObjectTypesOfTheDriver) {
+TEST(NameTable, HasTheObjectTypesOfTheDriver) {
     dorvel::BACnet::InitObjectTypesMap();
     EXPECT_EQ(dorvel::BACnet::objectTypesMap.size(), ObjectTypes().Names().size());
     for (NameRow const& row : ObjectTypes()) {
@@ -24,7 +24,7 @@ TEST(NameTable, HoldsTheObjectTypesOfTheDriver) {
     }
 }
 
-TEST(NameTable, HoldsThePropertiesOfTheDriver) {
+TEST(NameTable, HasThePropertiesOfTheDriver) {
     dorvel::BACnet::InitObjectTypesMap();
     EXPECT_EQ(dorvel::BACnet::propertyTypesMap.size(), Properties().Names().size());
     for (NameRow const& row : Properties()) {
@@ -32,7 +32,7 @@ TEST(NameTable, HoldsThePropertiesOfTheDriver) {
     }
 }
 
-TEST(NameTable, CountsAsTheDriverDoes) {
+TEST(NameTable, HasEveryNameOnce) {
     EXPECT_EQ(NamesOf(ObjectTypes()).size(), 23u);
     EXPECT_EQ(NamesOf(Properties()).size(), 38u);
 }
@@ -50,12 +50,12 @@ TEST(NameTable, SpellingDoesNotMatter) {
     EXPECT_EQ(ObjectTypes().FindName("Bit String Value")->bacnetNumber, 39);
 }
 
-TEST(NameTable, PropertiesThatAreSeldomNamed) {
+TEST(NameTable, RarePropertiesHaveTheirCodes) {
     EXPECT_EQ(Properties().FindName("blink-warn-enable")->code, 14);
     EXPECT_EQ(Properties().FindName("is-utc")->code, 26);
 }
 
-TEST(NameTable, UnknownNamesAndCodes) {
+TEST(NameTable, UnknownNamesAndCodesAreNotFound) {
     EXPECT_EQ(ObjectTypes().FindName("device"), nullptr);
     EXPECT_EQ(ObjectTypes().FindName(""), nullptr);
     EXPECT_EQ(ObjectTypes().FindCode(23), nullptr);

@@ -1,4 +1,4 @@
-// Ways past the limits that a project has.
+// Ways around the limits of a project.
 #include <gtest/gtest.h>
 
 #include "Projects.h"
@@ -12,7 +12,7 @@ class ProjectFences : public testing::Test {
 protected:
     static std::string Mistake(std::string const& text) { return MistakeIn(text, {}, QuickLimits()); }
 
-    // Lua that requires a module of that content.
+    // Lua code that requires a module with this content.
     std::string Require(std::string const& content) const {
         folder.Write("fences.lua", content);
         return "package.path = '" + folder.Path() + "/?.lua' local m = require 'fences' ";
@@ -26,44 +26,44 @@ TEST_F(ProjectFences, AModuleInLuaIsRequired) {
     EXPECT_EQ(Mistake(Require("return {name = ...}") + "assert(m.name == 'fences')\n" + OneBlock), "loaded");
 }
 
-TEST_F(ProjectFences, APrecompiledModuleIsRefused) {
+TEST_F(ProjectFences, APrecompiledModuleIsRejected) {
     EXPECT_NE(Mistake(Require("\x1BLua") + OneBlock).find("attempt to load a binary chunk (mode is 't')"),
               std::string::npos);
 }
 
-TEST_F(ProjectFences, NoPathLeadsToALibraryInC) {
+TEST_F(ProjectFences, ALibraryInCCannotBeLoaded) {
     EXPECT_EQ(Mistake("package.cpath = '?' assert(#package.searchers == 2)\n" + OneBlock), "loaded");
     EXPECT_NE(Mistake("package.cpath = '/lib/x86_64-linux-gnu/?.so.6' require 'libc'")
                   .find("module 'libc' not found"),
               std::string::npos);
 }
 
-TEST_F(ProjectFences, AMissingModuleIsAMessage) {
+TEST_F(ProjectFences, AMissingModuleIsReported) {
     EXPECT_EQ(Mistake("require 'no_such_module'").substr(0, 44),
               "p.lua:1: module 'no_such_module' not found:\\");
 }
 
-TEST_F(ProjectFences, ALongTextThatIsSetAgainAndAgainIsRefused) {
+TEST_F(ProjectFences, ALongTextThatIsSetAgainAndAgainIsRejected) {
     EXPECT_EQ(Mistake("local s = ('x'):rep(1 << 20) while true do Set('A.T', s) end"),
-              "p.lua:1: Set: the project hands over too much");
+              "p.lua:1: Set: the project passes more data than its memory limit allows");
 }
 
-TEST_F(ProjectFences, ALongTextInManyPlacesIsRefused) {
+TEST_F(ProjectFences, ALongTextInManyVariablesIsRejected) {
     EXPECT_EQ(Mistake("local s, t = ('x'):rep(1 << 20), {} for i = 1, 50 do t[i] = {Name = s} end "
                       "BACnet.new{Vars = t}"),
-              "p.lua:1: the project hands over too much");
+              "p.lua:1: the project passes more data than its memory limit allows");
 }
 
-TEST_F(ProjectFences, ManyBlocksOfOneListAreRefusedInTheEnd) {
+TEST_F(ProjectFences, ManyBlocksWithOneListAreRejectedAtTheLimit) {
     EXPECT_EQ(
         MistakeIn("local t = {} for i = 1, 5000 do t[i] = " + Temperature +
                       " t[i].Name = 'V' .. i end\n"
                       "for i = 1, 1000 do BACnet.new{Name = 'B' .. i, Address = '1.2.3.4:5', Vars = t} end",
                   {}, {std::chrono::seconds(60), std::size_t{16} << 20}),
-        "p.lua:2: the project hands over too much");
+        "p.lua:2: the project passes more data than its memory limit allows");
 }
 
-TEST_F(ProjectFences, EveryCallOfAfterMayHandOverAsMuch) {
+TEST_F(ProjectFences, EveryCallOfAfterHasTheWholeLimit) {
     workbench::LoadedProject project("p.lua", {}, QuickLimits());
     project.Load(workbench::SourceText(
         Block("Name='A', Address='1.2.3.4:5'",
@@ -78,12 +78,12 @@ TEST_F(ProjectFences, EveryCallOfAfterMayHandOverAsMuch) {
     EXPECT_EQ(sets, 21u);
 }
 
-TEST_F(ProjectFences, DeepNestingInTheTextIsRefused) {
+TEST_F(ProjectFences, DeepNestingInTheTextIsRejected) {
     EXPECT_NE(Mistake("local x = " + std::string(5000, '(')).find("overflow"), std::string::npos);
     EXPECT_NE(Mistake("local x = " + std::string(5000, '{')).find("overflow"), std::string::npos);
 }
 
-TEST_F(ProjectFences, ZeroesAreNoProject) {
+TEST_F(ProjectFences, ZeroOctetsAreASyntaxError) {
     EXPECT_NE(Mistake(std::string(10, '\0')).find("p.lua:1: unexpected symbol"), std::string::npos);
 }
 

@@ -8,7 +8,7 @@ namespace {
 
 class ProjectLoad : public testing::Test {
 protected:
-    // What the driver was given for the first block of the text.
+    // The driver of the first block of the text.
     FakeDriver const& Load(std::string const& text, std::map<std::string, std::string> const& params = {}) {
         project = std::make_unique<workbench::LoadedProject>("p.lua", params);
         project->Load(workbench::SourceText(text));
@@ -39,7 +39,7 @@ TEST_F(ProjectLoad, NamesBecomeCodes) {
     EXPECT_EQ(variable.descriptor.IsWrite, 0);
 }
 
-TEST_F(ProjectLoad, CodesMayBeWritten) {
+TEST_F(ProjectLoad, CodesAreAllowedInsteadOfNames) {
     FakeDriver const& driver = Load(
         Block("Name='AHU', Address='1.2.3.4:5'",
               "{Name='D', Type=23, ElementType=11, ObjectType=8, ObjectProperties=0, ObjectNumber=4194302}"));
@@ -59,7 +59,7 @@ TEST_F(ProjectLoad, FieldsReachTheDriverAndOthersKeepTheirDefaults) {
     EXPECT_EQ(driver.numbers, expected);
 }
 
-TEST_F(ProjectLoad, EveryVariableHasAPlaceInTheStore) {
+TEST_F(ProjectLoad, EveryVariableIsDeclaredInTheStore) {
     FakeDriver const& driver = Load(OneBlock + Block("Name='B', Address='1.2.3.4:5'"));
     VariableStore& store = project->Runtime().Variables();
     long long const first = project->Blocks()[0].variables[0].readId;
@@ -71,7 +71,7 @@ TEST_F(ProjectLoad, EveryVariableHasAPlaceInTheStore) {
     EXPECT_EQ(store.Type(first).ElementType, OpcUaType_Float);
 }
 
-TEST_F(ProjectLoad, BlocksOfAProjectWithoutTasksRunInOneOfTheirOwn) {
+TEST_F(ProjectLoad, BlocksOfAProjectWithoutTasksRunInTheTaskMain) {
     Load(OneBlock);
     ASSERT_EQ(project->Tasks().size(), 1u);
     EXPECT_EQ(project->Tasks()[0].name, "main");
@@ -79,7 +79,7 @@ TEST_F(ProjectLoad, BlocksOfAProjectWithoutTasksRunInOneOfTheirOwn) {
     EXPECT_NE(project->Runtime().FindTask("main"), nullptr);
 }
 
-TEST_F(ProjectLoad, BlocksGoToTheirTasks) {
+TEST_F(ProjectLoad, BlocksRunInTheirTasks) {
     FakeDriver const& first = Load("Task{Name='slow', Period=5000} Task{Name='fast', Period=50}\n" +
                                    OneBlock + Block("Name='B', Address='1.2.3.4:5', Task='fast'"));
     auto const taskOf = [](ScadaProtocol const& driver) {
@@ -97,7 +97,7 @@ TEST_F(ProjectLoad, ParamsAreTextsAndUnknownOnesAreNil) {
     EXPECT_EQ(Load(text, {{"ahu", "1.2.3.4:5"}, {"count", "7"}}).numbers.at("CountRepeat"), 7);
 }
 
-TEST_F(ProjectLoad, ParamsThatNobodyAskedForAreKnown) {
+TEST_F(ProjectLoad, UnusedParamsAreReported) {
     Load("local x = Param.b\n" + OneBlock, {{"a", "1"}, {"b", "2"}, {"c", "3"}});
     EXPECT_EQ(project->UnusedParams(), (std::vector<std::string>{"a", "c"}));
 }
@@ -109,17 +109,17 @@ TEST_F(ProjectLoad, AScriptMayCompute) {
     EXPECT_EQ(project->Blocks()[11].name, "Room 12");
 }
 
-TEST_F(ProjectLoad, AScriptMayGoOnAfterAMistake) {
+TEST_F(ProjectLoad, AScriptMayContinueAfterAMistake) {
     Load("assert(not pcall(BACnet.new, {Name='AHU'}))\n" + OneBlock);
     EXPECT_EQ(project->Blocks().size(), 1u);
 }
 
-TEST_F(ProjectLoad, ABlockIsAValueThatScriptsCannotReachInto) {
+TEST_F(ProjectLoad, ScriptsCannotAccessTheInsideOfABlock) {
     Load("local b = " + OneBlock + "assert(type(b) == 'userdata' and getmetatable(b) == false)");
     Load("local n = 0 for name in pairs(BACnet) do n = n + 1 end assert(n == 1)\n" + OneBlock);
 }
 
-TEST_F(ProjectLoad, ByteOrderMarkAndFirstLineForTheShell) {
+TEST_F(ProjectLoad, AByteOrderMarkAndALineForTheShellAreIgnored) {
     Load("\xEF\xBB\xBF" + OneBlock);
     Load("#!/usr/bin/env dorvel-workbench\n" + OneBlock);
 }

@@ -10,7 +10,7 @@ using namespace workbench;
 
 namespace {
 
-// One line, and it begins as told.
+// The message is one line that begins with start.
 void ExpectMessage(std::string const& message, std::string const& start) {
     EXPECT_EQ(message.compare(0, start.size(), start), 0) << message;
     for (unsigned char const c : message) {
@@ -25,7 +25,7 @@ std::string const Project =
     "  MAC=\"10:20\", NetworkNumber=5, CountRepeat=n, Vars={\n  " +
     Temperature + ",\n  {Name=\"W\", Type=12, ObjectType=22, ObjectProperties=30, ObjectNumber=1} } }\n";
 
-// Octets changed, taken out, put in, and pieces moved.
+// The project with octets changed, removed, inserted and copied.
 std::string Mutation(std::mt19937& random) {
     static std::string const pieces = "{}[]()=,\"'.:-+#\\\n 0123456789abcxyzNTVARS\xFF\x1B";
     std::string text = Project;
@@ -96,7 +96,7 @@ private:
         return {variable};
     }
 
-    // Now and then the key or the value is another one, or the field is left out.
+    // Sometimes the key or the value is a random one, or the field is missing.
     void Put(LuaTable& table, char const* name, LuaValue value) {
         unsigned const chance = random() % 60;
         if (chance == 0) {

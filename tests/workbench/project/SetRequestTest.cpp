@@ -57,7 +57,7 @@ protected:
     std::deque<BlockConfig> blocks;
 };
 
-TEST_F(Setting, AValueBecomesThatOfTheType) {
+TEST_F(Setting, AValueIsConvertedToTheTypeOfItsVariable) {
     SetRequest const request = ReadAssignment(blocks, "  AHU.Setpoint =  21.5 ");
     EXPECT_EQ(request.block, &blocks[0]);
     EXPECT_EQ(request.variable, &blocks[0].variables[0]);
@@ -69,40 +69,44 @@ TEST_F(Setting, AValueBecomesThatOfTheType) {
     EXPECT_EQ(ReadAssignment(blocks, "AHU.At = 2024-03-15T12:00:00Z").value.GetType(), OpcUaType_DateTime);
 }
 
-TEST_F(Setting, NamesMayHoldDotsAndEqualSigns) {
+TEST_F(Setting, NamesMayContainDotsAndEqualSigns) {
     EXPECT_EQ(ReadAssignment(blocks, "Roof.East.a=b=-5").variable->name, "a=b");
 }
 
-TEST_F(Setting, AMisspeltName) {
+TEST_F(Setting, AMisspeltNameGetsASuggestion) {
     EXPECT_EQ(Mistake("AHU.Setpiont = 1"),
-              "\"AHU.Setpiont\" is no variable (did you mean \"AHU.Setpoint\"?)");
-    EXPECT_EQ(Mistake("ahu.fan = true"), "\"ahu.fan\" is no variable (did you mean \"AHU.Fan\"?)");
-    EXPECT_EQ(Mistake("Setpoint = 1"), "\"Setpoint\" is no variable (did you mean \"AHU.Setpoint\"?)");
-    EXPECT_EQ(Mistake("Quite something else = 1"), "\"Quite something else\" is no variable");
-    EXPECT_EQ(Mistake("AHU.Setpoint"), "\"AHU.Setpoint\" is no Block.Variable = value");
-    EXPECT_EQ(Mistake(""), "\"\" is no Block.Variable = value");
+              "\"AHU.Setpiont\" is not a variable of the project (did you mean \"AHU.Setpoint\"?)");
+    EXPECT_EQ(Mistake("ahu.fan = true"),
+              "\"ahu.fan\" is not a variable of the project (did you mean \"AHU.Fan\"?)");
+    EXPECT_EQ(Mistake("Setpoint = 1"),
+              "\"Setpoint\" is not a variable of the project (did you mean \"AHU.Setpoint\"?)");
+    EXPECT_EQ(Mistake("Quite something else = 1"),
+              "\"Quite something else\" is not a variable of the project");
+    EXPECT_EQ(Mistake("AHU.Setpoint"), "\"AHU.Setpoint\" is not of the form Block.Variable = value");
+    EXPECT_EQ(Mistake(""), "\"\" is not of the form Block.Variable = value");
 }
 
-TEST_F(Setting, WhatIsOnlyRead) {
+TEST_F(Setting, AReadOnlyVariableCannotBeSet) {
     EXPECT_EQ(Mistake("AHU.Supply = 1"),
-              "\"AHU.Supply\" is only read; the project needs Write = true for it");
-    EXPECT_EQ(Mistake("AHU.Suply = 1"), "\"AHU.Suply\" is no variable (did you mean \"AHU.Supply\"?)");
+              "\"AHU.Supply\" is read-only; to set it, give it Write = true in the project");
+    EXPECT_EQ(Mistake("AHU.Suply = 1"),
+              "\"AHU.Suply\" is not a variable of the project (did you mean \"AHU.Supply\"?)");
 }
 
-TEST_F(Setting, AValueThatDoesNotFitTheType) {
+TEST_F(Setting, AValueThatDoesNotFitTheTypeIsReported) {
     EXPECT_EQ(Mistake("AHU.Setpoint = 21,5"),
-              "\"AHU.Setpoint\": \"21,5\" is no Float, which is a number such as 21.5 (did you mean "
+              "\"AHU.Setpoint\": \"21,5\" is not of type Float; expected a number such as 21.5 (did you mean "
               "\"21.5\"?)");
     EXPECT_EQ(Mistake("AHU.Setpoint = warm"),
-              "\"AHU.Setpoint\": \"warm\" is no Float, which is a number such as 21.5");
+              "\"AHU.Setpoint\": \"warm\" is not of type Float; expected a number such as 21.5");
     EXPECT_EQ(Mistake("AHU.Fan = tru"),
-              "\"AHU.Fan\": \"tru\" is no Boolean, which is true or false (did you mean \"true\"?)");
+              "\"AHU.Fan\": \"tru\" is not of type Boolean; expected true or false (did you mean \"true\"?)");
     EXPECT_EQ(Mistake("AHU.Stage = 256"),
-              "\"AHU.Stage\": \"256\" is no Byte, which is a whole number from 0 to 255");
+              "\"AHU.Stage\": \"256\" is not of type Byte; expected a whole number from 0 to 255");
     EXPECT_EQ(Mistake("AHU.Stage ="),
-              "\"AHU.Stage\": \"\" is no Byte, which is a whole number from 0 to 255");
+              "\"AHU.Stage\": \"\" is not of type Byte; expected a whole number from 0 to 255");
     EXPECT_EQ(Mistake("AHU.At = noon"),
-              "\"AHU.At\": \"noon\" is no DateTime, which is a time such as 2024-03-15T12:00:00Z");
+              "\"AHU.At\": \"noon\" is not of type DateTime; expected a time such as 2024-03-15T12:00:00Z");
 }
 
 TEST_F(Setting, OnlyWritableNamesAreOffered) {
@@ -110,7 +114,7 @@ TEST_F(Setting, OnlyWritableNamesAreOffered) {
                                                                "AHU.Note", "AHU.At", "Roof.East.a=b"}));
 }
 
-TEST_F(Setting, WhatTheDriverWritesElsewhereIsKnown) {
+TEST_F(Setting, WritesToAnotherPropertyAreKnown) {
     EXPECT_TRUE(Written("analog-value", "present-value"));
     EXPECT_FALSE(Written("analog-value", "description"));
     EXPECT_TRUE(Written("loop", "proportional-constant"));

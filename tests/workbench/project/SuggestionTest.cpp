@@ -22,7 +22,7 @@ TEST(Suggestion, LetterCaseDoesNotMatter) {
     EXPECT_EQ(Nearest("GREEN", Colours), "green");
 }
 
-TEST(Suggestion, SaysNothingWhenNothingIsNear) {
+TEST(Suggestion, IsEmptyWhenNothingIsNear) {
     EXPECT_EQ(Nearest("yellow", Colours), "");
     EXPECT_EQ(Nearest("", Colours), "");
     EXPECT_EQ(Nearest("x", Colours), "");

@@ -11,7 +11,7 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-TEST(LogBuffer, AListenerHearsEveryLine) {
+TEST(LogBuffer, AListenerGetsEveryLine) {
     std::vector<std::string> heard;
     LogBuffer log(nullptr);
     log.SetListener([&](std::string const& line) { heard.push_back(line); });
@@ -21,7 +21,7 @@ TEST(LogBuffer, AListenerHearsEveryLine) {
     EXPECT_EQ(heard, (std::vector<std::string>{"one", "two"}));
 }
 
-TEST(LogBuffer, APieceIsALineHoweverItEnds) {
+TEST(LogBuffer, ATextIsALineHoweverItEnds) {
     LogBuffer log(nullptr);
     log.Add("read start\n");
     log.Add("value : 5\n\r");
@@ -31,7 +31,7 @@ TEST(LogBuffer, APieceIsALineHoweverItEnds) {
               (Lines{"read start", "value : 5", "Incorrect IP address", "Error create device for poll"}));
 }
 
-TEST(LogBuffer, APieceMayHaveSeveralLines) {
+TEST(LogBuffer, ATextMayHaveSeveralLines) {
     LogBuffer log(nullptr);
     log.Add("one\r\ntwo\n\nthree");
     log.Add("");
@@ -39,7 +39,7 @@ TEST(LogBuffer, APieceMayHaveSeveralLines) {
     EXPECT_EQ(log.Lines(), (Lines{"one", "two", "three"}));
 }
 
-TEST(LogBuffer, LinesGoToTheStreamAsOneEach) {
+TEST(LogBuffer, EachLineGoesToTheStreamAsOneLine) {
     std::ostringstream stream;
     LogBuffer log(&stream);
     log.Add("a\x1B[2Jb");
@@ -47,7 +47,7 @@ TEST(LogBuffer, LinesGoToTheStreamAsOneEach) {
     EXPECT_EQ(stream.str(), "a\\x1B[2Jb\nc\n");
 }
 
-TEST(LogBuffer, KeepsTheNewest) {
+TEST(LogBuffer, KeepsTheNewestLines) {
     LogBuffer log(nullptr);
     for (int i = 0; i < 1000; ++i) {
         log.Add(std::to_string(i));

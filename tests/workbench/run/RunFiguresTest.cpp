@@ -9,7 +9,7 @@ using namespace workbench;
 
 namespace {
 
-TEST(RunFigures, OfNothing) {
+TEST(RunFigures, AreZeroBeforeTheFirstCycle) {
     RunFigures const figures;
     EXPECT_FALSE(figures.AnyFault());
     EXPECT_EQ(figures.Summary({}),
@@ -57,7 +57,7 @@ TEST(RunFigures, CountCyclesFaultsAndObjects) {
               "round trip        1.143 ms median, 1.873 ms maximum\n");
 }
 
-TEST(RunFigures, EndWithWhatBecameOfTheValuesThatWereSet) {
+TEST(RunFigures, EndWithTheStatesOfTheValuesThatWereSet) {
     Plant plant;
     BlockSnapshot& block = plant.AddBlock("AHU");
     plant.AddVariable("left alone", OpcUaType_Float, {});
@@ -77,7 +77,7 @@ TEST(RunFigures, EndWithWhatBecameOfTheValuesThatWereSet) {
     EXPECT_EQ(text.find("pending"), std::string::npos);
 }
 
-TEST(RunFigures, ABlockThatCameBackIsNotInFault) {
+TEST(RunFigures, ABlockThatRecoversIsNotInFault) {
     Plant plant;
     BlockSnapshot& block = plant.AddBlock("B");
     RunFigures figures;

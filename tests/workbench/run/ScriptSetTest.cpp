@@ -29,7 +29,7 @@ protected:
 
     void Load(std::string const& text) { project.Load(SourceText(text)); }
 
-    // "AHU.T=21.5 ..." of what has been set since the last time.
+    // "AHU.T=21.5 ...": what has been set since the last call.
     std::string Sets() {
         std::string text;
         for (SetRequest const& request : project.TakeSets()) {
@@ -52,26 +52,26 @@ protected:
     std::string log;
 };
 
-TEST_F(ScriptSet, InTheScriptAlsoBeforeTheBlock) {
+TEST_F(ScriptSet, AScriptCanSetAVariableBeforeItsBlock) {
     Load("Set('AHU.On', true)\n" + WritableBlock + "Set('AHU.T', 21.5) Set('AHU.T', '22') Set('AHU.T', 23)");
     EXPECT_EQ(Sets(), "AHU.On=true AHU.T=21.5 AHU.T=22 AHU.T=23 ");
     EXPECT_EQ(Sets(), "");
 }
 
-TEST_F(ScriptSet, MistakesTellThePlace) {
+TEST_F(ScriptSet, AMistakeHasFileAndLine) {
     EXPECT_EQ(MistakeIn(WritableBlock + "Set('AHU.t', 1)"),
-              "p.lua:4: Set: \"AHU.t\" is no variable (did you mean \"AHU.T\"?)");
+              "p.lua:4: Set: \"AHU.t\" is not a variable of the project (did you mean \"AHU.T\"?)");
     EXPECT_EQ(MistakeIn(WritableBlock + "\nSet('AHU.On', 'of')"),
-              "p.lua:5: Set: \"AHU.On\": \"of\" is no Boolean, which is true or false");
+              "p.lua:5: Set: \"AHU.On\": \"of\" is not of type Boolean; expected true or false");
     EXPECT_EQ(MistakeIn("Set('AHU.Only read', 1)\n" + WritableBlock),
-              "p.lua:1: Set: \"AHU.Only read\" is only read; the project needs Write = true for it");
-    EXPECT_EQ(MistakeIn("Set(5, 1)"), "p.lua:1: Set: \"Block.Variable\" is wanted, not 5");
-    EXPECT_EQ(MistakeIn("Set('AHU.T')"), "p.lua:1: Set: a number, a text or a boolean is wanted, not nil");
+              "p.lua:1: Set: \"AHU.Only read\" is read-only; to set it, give it Write = true in the project");
+    EXPECT_EQ(MistakeIn("Set(5, 1)"), "p.lua:1: Set: expected \"Block.Variable\", got 5");
+    EXPECT_EQ(MistakeIn("Set('AHU.T')"), "p.lua:1: Set: expected a number, a text or a boolean, got nil");
     EXPECT_EQ(MistakeIn("Set('AHU.T', {})"),
-              "p.lua:1: Set: a number, a text or a boolean is wanted, not a table");
+              "p.lua:1: Set: expected a number, a text or a boolean, got a table");
 }
 
-TEST_F(ScriptSet, LaterWhenTheTimeHasCome) {
+TEST_F(ScriptSet, AfterCallsAFunctionAtItsTime) {
     Load(WritableBlock +
          "After(10, function() Set('AHU.T', 10) end) After(2.5, function() Set('AHU.T', 2) end)");
     EXPECT_EQ(After(2.4), "");
@@ -81,12 +81,12 @@ TEST_F(ScriptSet, LaterWhenTheTimeHasCome) {
     EXPECT_EQ(After(100), "");
 }
 
-TEST_F(ScriptSet, InTheOrderOfTheTimes) {
+TEST_F(ScriptSet, AfterCallsFunctionsInTheOrderOfTheirTimes) {
     Load(WritableBlock + "After(2, function() Set('AHU.T', 2) end) After(1, function() Set('AHU.T', 1) end)");
     EXPECT_EQ(After(5), "AHU.T=1 AHU.T=2 ");
 }
 
-TEST_F(ScriptSet, AFunctionMayAskForItselfAgain) {
+TEST_F(ScriptSet, AFunctionOfAfterMayRepeatItself) {
     Load(WritableBlock +
          "local n = 0\nlocal function tick() n = n + 1 Set('AHU.T', n) After(1, tick) end tick()");
     EXPECT_EQ(Sets(), "AHU.T=1 ");
@@ -95,20 +95,20 @@ TEST_F(ScriptSet, AFunctionMayAskForItselfAgain) {
     EXPECT_EQ(After(0.5), "");
 }
 
-TEST_F(ScriptSet, AMistakeWhileTheRunGoesOnIsALineOfTheLog) {
+TEST_F(ScriptSet, AMistakeDuringTheRunIsALineOfTheLog) {
     Load(WritableBlock + "After(0, function() Set('AHU.t', 1) end)\nAfter(0, function() error({}) end)\n" +
          "After(0, function() Set('AHU.T', 1) end)\nAfter(0, function() while true do end end)");
     EXPECT_EQ(After(0), "AHU.T=1 ");
     EXPECT_EQ(log,
-              "p.lua:4: Set: \"AHU.t\" is no variable (did you mean \"AHU.T\"?)\n"
-              "the error is a table\n"
-              "p.lua:7: the project runs for more than 100 ms and does not end\n");
+              "p.lua:4: Set: \"AHU.t\" is not a variable of the project (did you mean \"AHU.T\"?)\n"
+              "the script raised an error that is not a text but a table\n"
+              "p.lua:7: the project has run for 100 ms, the limit, and has not ended\n");
 }
 
-TEST_F(ScriptSet, AfterWantsSecondsAndAFunction) {
+TEST_F(ScriptSet, AfterNeedsSecondsAndAFunction) {
     EXPECT_EQ(MistakeIn("After(-1, print)"),
-              "p.lua:1: bad argument #1 to 'After' (0 or more seconds are wanted)");
-    EXPECT_NE(MistakeIn("After(0/0, print)").find("0 or more seconds"), std::string::npos);
+              "p.lua:1: bad argument #1 to 'After' (expected 0 to 1000000000 seconds)");
+    EXPECT_NE(MistakeIn("After(0/0, print)").find("expected 0 to 1000000000 seconds"), std::string::npos);
     EXPECT_NE(MistakeIn("After(1)").find("function expected"), std::string::npos);
     EXPECT_NE(MistakeIn("After('soon', print)").find("number expected"), std::string::npos);
 }
@@ -135,7 +135,7 @@ TEST(WriteChannels, AreDeclaredForVariablesWithWrite) {
     EXPECT_EQ(driver(2)->WriteItemId, 0);  // nothing to write
     EXPECT_EQ(MistakeIn(Block(R"(Name="A", Address="1.2.3.4:5")", R"({Name="T", Type="Float", Write=1,
               ObjectType="analog-value", ObjectProperties="present-value", ObjectNumber=1})")),
-              "p.lua:1: block \"A\": variable \"T\": field \"Write\": true or false is wanted, not 1");
+              "p.lua:1: block \"A\": variable \"T\": field \"Write\": expected true or false, got 1");
 }
 
 }  // namespace

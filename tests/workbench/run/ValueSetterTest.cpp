@@ -18,7 +18,7 @@ std::string Writable(std::string const& name, std::string const& type = "Float")
            "', ObjectType='analog-value', ObjectProperties='present-value', ObjectNumber=1, Write=true}";
 }
 
-// A device that keeps what is written, behind the fake driver. A value above 100 is refused.
+// The fake driver with a device that keeps what is written and rejects a value above 100.
 class Writing : public testing::Test {
 protected:
     using Values = std::vector<std::pair<std::size_t, OpcUa_VariantHlp>>;
@@ -74,7 +74,7 @@ protected:
 
     void Set(std::string const& assignment) { setter->Set(ReadAssignment(project.Blocks(), assignment)); }
 
-    // "21.5 pending", as it stands now.
+    // The current state, such as "21.5 pending".
     std::string State(std::size_t place = 0) {
         setter->Show(snapshot);
         return WriteText(snapshot.variables[place].write, 0, true);
@@ -92,14 +92,14 @@ protected:
     Values written;
 };
 
-TEST_F(Writing, NothingIsWrittenThatNobodySet) {
+TEST_F(Writing, OnlyValuesThatAreSetAreWritten) {
     Load(", WriteCondition='Always'");
     Run(4);
     EXPECT_EQ(written, Values());
     EXPECT_EQ(State(), "");
 }
 
-TEST_F(Writing, AValueGoesOutAfterAGoodCycleAndIsWrittenWhenItIsReadBack) {
+TEST_F(Writing, AValueIsSentAfterAGoodCycleAndIsWrittenWhenItIsReadBack) {
     Load("");
     Set("AHU.T = 21.5");
     EXPECT_EQ(written, Values());
@@ -117,7 +117,7 @@ TEST_F(Writing, AValueGoesOutAfterAGoodCycleAndIsWrittenWhenItIsReadBack) {
     EXPECT_EQ(State(1), "");
 }
 
-TEST_F(Writing, AValueThatTheDeviceShowsAlreadyGoesOutToo) {
+TEST_F(Writing, AValueThatTheDeviceHasAlreadyIsSentToo) {
     Load("");
     Set("AHU.T = 20");
     Run(3);
@@ -128,7 +128,7 @@ TEST_F(Writing, AValueThatTheDeviceShowsAlreadyGoesOutToo) {
     EXPECT_EQ(written.size(), 2u);
 }
 
-TEST_F(Writing, ARefusedWriteTellsTheDriversWordsAndDisturbsNoOther) {
+TEST_F(Writing, ARefusedWriteHasTheDriversTextAndAffectsNoOther) {
     Load("");
     Set("AHU.T = 101");
     Set("AHU.U = 22");
@@ -154,7 +154,7 @@ TEST_F(Writing, ARefusedWriteCanBeTriedAgain) {
     EXPECT_EQ(State(), "21 written");
 }
 
-TEST_F(Writing, AnotherValueReadBackIsTold) {
+TEST_F(Writing, AnotherValueReadBackIsReported) {
     Load("");
     deaf = true;
     Set("AHU.T = 21.5");
@@ -173,7 +173,7 @@ TEST_F(Writing, WaitsUntilTheDeviceAnswers) {
     EXPECT_EQ(State(), "21.5 pending");
     silent = false;
     Run();
-    silent = true;  // between the value's way to the runtime and its write
+    silent = true;  // after the value is stored in the runtime and before it is written
     Run(2);
     EXPECT_EQ(written, Values());
     silent = false;
@@ -182,7 +182,7 @@ TEST_F(Writing, WaitsUntilTheDeviceAnswers) {
     EXPECT_EQ(State(), "21.5 written");
 }
 
-TEST_F(Writing, AFaultBeforeItIsReadBackDecidesNothing) {
+TEST_F(Writing, AFaultBeforeTheValueIsReadBackLeavesItPending) {
     Load("");
     Set("AHU.T = 21.5");
     Run(2);
@@ -194,7 +194,7 @@ TEST_F(Writing, AFaultBeforeItIsReadBackDecidesNothing) {
     EXPECT_EQ(State(), "21.5 written");
 }
 
-TEST_F(Writing, TheLatestValueCounts) {
+TEST_F(Writing, OnlyTheLatestValueIsSent) {
     Load("");
     Set("AHU.T = 21");
     Set("AHU.T = 22");
@@ -233,20 +233,20 @@ TEST_F(Writing, OnTriggerWritesOnceForEverySet) {
     EXPECT_EQ(written.size(), 2u);
 }
 
-TEST_F(Writing, OnTriggerASetWhileTheTriggerIsOnWaitsForTheNextOne) {
+TEST_F(Writing, AValueSetWhileTheTriggerIsOnWaitsForTheNextTrigger) {
     Load(", WriteCondition='OnTrigger'");
     Set("AHU.T = 21");
     Run();
     Set("AHU.U = 22");
     Run();  // writes T; the trigger goes off
     EXPECT_EQ(written, (Values{{0, Float(21)}}));
-    Run(3);  // on again, and all that has been set goes out
+    Run(3);  // on again: all values that have been set are written
     EXPECT_EQ(written, (Values{{0, Float(21)}, {0, Float(21)}, {1, Float(22)}}));
     EXPECT_EQ(State(0), "21 written");
     EXPECT_EQ(State(1), "22 written");
 }
 
-TEST_F(Writing, ALineLoggedElsewhereIsNoRefusal) {
+TEST_F(Writing, ALineLoggedElsewhereIsNotAFailure) {
     Load("");
     auto const cycle = addIn.onCycle;
     addIn.onCycle = [&](FakeDriver& driver) {

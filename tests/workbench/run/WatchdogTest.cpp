@@ -15,7 +15,7 @@ TEST(Watchdog, CallsWhenTheTimeIsOver) {
     called.get_future().wait();
 }
 
-TEST(Watchdog, IsSilentWhenItGoesBefore) {
+TEST(Watchdog, IsSilentWhenItIsDestroyedBefore) {
     std::atomic<bool> called{false};
     {
         Watchdog const watchdog(std::chrono::hours(1), [&called] { called = true; });

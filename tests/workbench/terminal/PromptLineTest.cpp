@@ -27,13 +27,13 @@ TEST(PromptLine, AKeyOpensItAndEnterEndsIt) {
     EXPECT_EQ(prompt.Text(), "");
 }
 
-TEST(PromptLine, AnEmptyLineSaysNothing) {
+TEST(PromptLine, AnEmptyLineIsIgnored) {
     PromptLine prompt({});
     EXPECT_EQ(prompt.Feed("s\r"), Lines());
     EXPECT_FALSE(prompt.IsOpen());
 }
 
-TEST(PromptLine, TakesBack) {
+TEST(PromptLine, BackspaceControlUAndEscapeDelete) {
     PromptLine prompt({});
     prompt.Feed("sa\xC3\xA4\x7F");
     EXPECT_EQ(prompt.Text(), "a");
@@ -47,7 +47,7 @@ TEST(PromptLine, TakesBack) {
     EXPECT_EQ(prompt.Text(), "");
 }
 
-TEST(PromptLine, KeysOfATerminalAreNoText) {
+TEST(PromptLine, ControlSequencesAreNotText) {
     PromptLine prompt({});
     prompt.Feed("sa\x1B[D\x1B[1;5Cb\x1BOP\x01");
     EXPECT_TRUE(prompt.IsOpen());
@@ -56,7 +56,7 @@ TEST(PromptLine, KeysOfATerminalAreNoText) {
     EXPECT_EQ(prompt.Text(), "ab");
 }
 
-TEST(PromptLine, TabGoesOnAsFarAsTheNamesAgree) {
+TEST(PromptLine, TabCompletesAsFarAsTheNamesAgree) {
     PromptLine prompt({"AHU.Setpoint", "AHU.Setback", "Meter.Reset"});
     prompt.Feed("sA\t");
     EXPECT_EQ(prompt.Text(), "AHU.Set");
@@ -105,7 +105,7 @@ TEST_F(Input, GivesWholeLinesAndDoesNotWait) {
     EXPECT_EQ(input.Take(), Lines());
 }
 
-TEST_F(Input, TheLastLineNeedsNoEnd) {
+TEST_F(Input, TheLastLineNeedsNoLineEnd) {
     LineInput input(ends[0]);
     Send("one\ntwo");
     EXPECT_EQ(input.Take(), Lines{"one"});
@@ -114,7 +114,7 @@ TEST_F(Input, TheLastLineNeedsNoEnd) {
     EXPECT_EQ(input.Take(), Lines());
 }
 
-TEST_F(Input, ALongLineComesInPieces) {
+TEST_F(Input, ALongLineIsSplit) {
     LineInput input(ends[0]);
     fcntl(ends[1], F_SETPIPE_SZ, 1 << 20);
     Send(std::string(200000, 'x'));

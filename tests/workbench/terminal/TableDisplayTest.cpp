@@ -10,7 +10,7 @@ using namespace workbench;
 
 namespace {
 
-// The table on a pipe, which takes the place of a terminal of 80 by 24.
+// The table on a pipe instead of a terminal of 80 by 24.
 class TableOnScreen : public testing::Test {
 protected:
     TableOnScreen() {
@@ -61,7 +61,7 @@ protected:
     std::unique_ptr<TableDisplay> display;
 };
 
-TEST_F(TableOnScreen, TellsTheKeyThenShowsTheLineThatIsTyped) {
+TEST_F(TableOnScreen, ShowsTheKeyAndThenTheTypedLine) {
     EXPECT_TRUE(Shows("Press s to set a value"));
     prompt.Feed("sAHU.T = 2");
     EXPECT_TRUE(Shows("Block.Variable = value: "));
@@ -73,7 +73,7 @@ TEST_F(TableOnScreen, ShowsAMistake) {
     EXPECT_TRUE(Shows("no\\x1B such thing"));
 }
 
-TEST_F(TableOnScreen, ShowsWhatHasBecomeOfTheValue) {
+TEST_F(TableOnScreen, ShowsTheStateOfTheValue) {
     SetRequest const request = ReadAssignment(project.Blocks(), "AHU.T = 21.5");
     values->Set(request);
     display->Answer({"AHU.T", request.value, ""});

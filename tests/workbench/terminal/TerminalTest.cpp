@@ -20,14 +20,14 @@ TEST(FramePainter, TheFirstFrameBeginsAtTheCursor) {
     EXPECT_EQ(painter.Paint({"one", "two"}), "one\x1B[K\r\ntwo\x1B[K\r\n\x1B[J");
 }
 
-TEST(FramePainter, TheNextFrameTakesItsPlace) {
+TEST(FramePainter, TheNextFrameReplacesIt) {
     FramePainter painter;
     painter.Paint({"one", "two", "three"});
     EXPECT_EQ(painter.Paint({"four"}), "\r\x1B[3Afour\x1B[K\r\n\x1B[J");
     EXPECT_EQ(painter.Paint({"five"}), "\r\x1B[1Afive\x1B[K\r\n\x1B[J");
 }
 
-TEST(FramePainter, AnEmptyFrame) {
+TEST(FramePainter, AnEmptyFrameClearsEverythingBelow) {
     FramePainter painter;
     EXPECT_EQ(painter.Paint({}), "\x1B[J");
     EXPECT_EQ(painter.Paint({"one"}), "one\x1B[K\r\n\x1B[J");
@@ -48,7 +48,7 @@ TEST(FramePainter, AForgottenFrameStays) {
     EXPECT_EQ(painter.Paint({"two"}), "two\x1B[K\r\n\x1B[J");
 }
 
-// A terminal of the system with a person on the other side.
+// A pseudo-terminal of the system; person is its other side.
 class PseudoTerminal : public testing::Test {
 protected:
     void SetUp() override {
@@ -64,8 +64,8 @@ protected:
         close(person);
     }
 
-    // What has been written since the last time: up to a mark that is written behind it, since the system
-    // hands octets over at its leisure.
+    // What has been written since the last call. A mark is written after it, since the system may deliver
+    // octets late.
     std::string Seen() const {
         static constexpr std::string_view mark = "<end>";
         EXPECT_EQ(write(program, mark.data(), mark.size()), static_cast<ssize_t>(mark.size()));
@@ -119,14 +119,14 @@ TEST_F(PseudoTerminal, EndsOnce) {
     EXPECT_TRUE(Echoes());
 }
 
-TEST_F(PseudoTerminal, HandsKeysOverAsTheyCome) {
+TEST_F(PseudoTerminal, DeliversEachKeyAtOnce) {
     Terminal terminal(program, program);
     EXPECT_EQ(terminal.Keys(), "");
     terminal.Begin();
     EXPECT_EQ(terminal.Keys(), "");
     ASSERT_EQ(write(person, "sa", 2), 2);
     std::string keys;
-    while (keys.size() < 2) {  // the system hands octets over at its leisure
+    while (keys.size() < 2) {  // the system may deliver octets late
         keys += terminal.Keys();
     }
     EXPECT_EQ(keys, "sa");
@@ -136,7 +136,7 @@ TEST_F(PseudoTerminal, HandsKeysOverAsTheyCome) {
     EXPECT_EQ(terminal.Keys(), "");
 }
 
-TEST_F(PseudoTerminal, ASignalHandlerEndsItToo) {
+TEST_F(PseudoTerminal, ASignalHandlerCanEndIt) {
     Terminal terminal(program, program);
     terminal.Begin();
     Terminal::EndAtOnce();
@@ -146,13 +146,13 @@ TEST_F(PseudoTerminal, ASignalHandlerEndsItToo) {
     EXPECT_EQ(Seen(), "");
 }
 
-TEST_F(PseudoTerminal, NothingIsWrittenWithoutABeginning) {
+TEST_F(PseudoTerminal, NothingIsWrittenWithoutBegin) {
     { Terminal const terminal(program, program); }
     Terminal::EndAtOnce();
     EXPECT_EQ(Seen(), "");
 }
 
-TEST_F(PseudoTerminal, ItsSizeAndColours) {
+TEST_F(PseudoTerminal, HasASizeAndColours) {
     winsize size{};
     size.ws_col = 101;
     size.ws_row = 37;
@@ -173,7 +173,7 @@ TEST_F(PseudoTerminal, ItsSizeAndColours) {
     EXPECT_EQ(none.Size().height, 24u);
 }
 
-TEST(Signals, AskForTheEnd) {
+TEST(Signals, RequestTheEnd) {
     for (int const number : {SIGINT, SIGTERM, SIGHUP}) {
         Signals const signals(nullptr);
         EXPECT_FALSE(signals.IsStopRequested());
@@ -182,7 +182,7 @@ TEST(Signals, AskForTheEnd) {
     }
 }
 
-TEST(Signals, OfAWindowAndASuspensionAreTakenOnce) {
+TEST(Signals, OfAWindowAndASuspensionAreReportedOnce) {
     Signals signals(nullptr);
     EXPECT_FALSE(signals.TakeResized());
     raise(SIGWINCH);
@@ -194,7 +194,7 @@ TEST(Signals, OfAWindowAndASuspensionAreTakenOnce) {
     EXPECT_FALSE(signals.IsStopRequested());
 }
 
-TEST(Signals, AreGivenBack) {
+TEST(Signals, AreRestored) {
     struct sigaction before {};
     struct sigaction after {};
     sigaction(SIGINT, nullptr, &before);
@@ -203,7 +203,7 @@ TEST(Signals, AreGivenBack) {
     EXPECT_EQ(before.sa_handler, after.sa_handler);
 }
 
-TEST(Signals, TheSecondOneDoesNotWait) {
+TEST(Signals, TheSecondOneEndsTheProcessAtOnce) {
     auto const twice = [] {
         Signals const signals([] {
             char const text[] = "restored\n";

@@ -41,7 +41,7 @@ TEST_F(TextForms, PrintableKeepsText) {
     EXPECT_EQ(Printable(""), "");
 }
 
-TEST_F(TextForms, PrintableEscapesWhatSteersATerminal) {
+TEST_F(TextForms, PrintableEscapesControlCharacters) {
     EXPECT_EQ(Printable("a\nb\tc\rd"), "a\\nb\\tc\\rd");
     EXPECT_EQ(Printable("\x1B[2J\x7F"), "\\x1B[2J\\x7F");
     EXPECT_EQ(Printable(std::string_view("a\0b", 3)), "a\\x00b");
@@ -53,7 +53,7 @@ TEST_F(TextForms, PrintableEscapesWhatSteersATerminal) {
               "\xEF\xBF\xBDx");
 }
 
-TEST_F(TextForms, PrintableReplacesWhatIsNoUtf8) {
+TEST_F(TextForms, PrintableReplacesInvalidUtf8) {
     std::string const mark = "\xEF\xBF\xBD";
     EXPECT_EQ(Printable("\xFF"), mark);
     EXPECT_EQ(Printable("a\xC3"), "a" + mark);
@@ -91,7 +91,7 @@ TEST_F(TextForms, RandomOctetsBecomeOneSafeLineOfTheRightWidth) {
     }
 }
 
-TEST_F(TextForms, TypeNames) {
+TEST_F(TextForms, TypesHaveNamesAndNumbers) {
     EXPECT_EQ(FindType("Float"), OpcUaType_Float);
     EXPECT_EQ(FindType("dataVALUE"), OpcUaType_DataValue);
     EXPECT_EQ(FindType(13), OpcUaType_DateTime);

@@ -15,13 +15,13 @@ constexpr long long Unix = 116444736000000000LL;
 // 15 March 2024 11:34:56.789 UTC.
 constexpr long long March = Unix + 1710502496LL * Second + 7890000;
 
-TEST(TimeText, IsoTimeIsLocalWithItsDistance) {
+TEST(TimeText, IsoTimeIsLocalTimeWithItsOffset) {
     EXPECT_EQ(IsoTime(March, 0), "2024-03-15T11:34:56.789+00:00");
     EXPECT_EQ(IsoTime(March, Hour), "2024-03-15T12:34:56.789+01:00");
     EXPECT_EQ(IsoTime(March, -(9 * Hour + Hour / 2)), "2024-03-15T02:04:56.789-09:30");
 }
 
-TEST(TimeText, DaysOfTheCalendar) {
+TEST(TimeText, DatesFollowTheGregorianCalendar) {
     EXPECT_EQ(IsoTime(0, 0), "1601-01-01T00:00:00.000+00:00");
     EXPECT_EQ(IsoValue(Unix, 0), "1970-01-01T00:00:00");
     EXPECT_EQ(IsoValue(Unix + 951782400LL * Second, 0), "2000-02-29T00:00:00");
@@ -50,7 +50,7 @@ TEST(TimeText, AnyNumberIsATime) {
     EXPECT_FALSE(IsoTime(std::numeric_limits<long long>::min(), -Hour).empty());
 }
 
-TEST(TimeText, AgesInTheUnitThatSuits) {
+TEST(TimeText, AgesHaveASuitableUnit) {
     auto const age = [](double seconds) {
         return AgeText(March, March + static_cast<long long>(seconds * 1e7));
     };

@@ -19,7 +19,7 @@ OpcUa_VariantHlp As(_OpcUa_BuiltInType type, std::string const& text) {
     return value;
 }
 
-TEST(ValueText, NumbersOfEveryType) {
+TEST(ValueText, NumbersOfEveryTypeAreDecimal) {
     EXPECT_EQ(Shown(As(OpcUaType_SByte, "-128")), "-128");
     EXPECT_EQ(Shown(As(OpcUaType_Byte, "255")), "255");
     EXPECT_EQ(Shown(As(OpcUaType_Int16, "-32768")), "-32768");
@@ -32,7 +32,7 @@ TEST(ValueText, NumbersOfEveryType) {
     EXPECT_EQ(Shown(As(OpcUaType_Double, "0.1")), "0.1");
 }
 
-TEST(ValueText, OtherValues) {
+TEST(ValueText, OtherValuesAreReadable) {
     EXPECT_EQ(Shown(test::Boolean(true)), "true");
     EXPECT_EQ(Shown(test::Boolean(false)), "false");
     EXPECT_EQ(Shown(test::Text("Lobby")), "Lobby");
@@ -59,7 +59,7 @@ TEST(ValueText, ADataValueShowsTheValueInside) {
     EXPECT_EQ(Shown(value), "3.5");
 }
 
-TEST(QualityText, InWords) {
+TEST(QualityText, KnownCodesHaveWords) {
     EXPECT_EQ(QualityText(0), "Good");
     EXPECT_EQ(QualityText(0x80000000u), "Bad");
     EXPECT_EQ(QualityText(0x808C0000u), "Sensor failure");
@@ -72,7 +72,7 @@ TEST(QualityText, InWords) {
     EXPECT_EQ(QualityText(0x00A60000u), "Good 0x00A60000");
 }
 
-TEST(QualityText, KindsByTheTopBits) {
+TEST(QualityText, TheTopBitsAreTheKind) {
     EXPECT_EQ(KindOf(0x00A60000u), QualityKind::Good);
     EXPECT_EQ(KindOf(0x40BC0000u), QualityKind::Uncertain);
     EXPECT_EQ(KindOf(0x80000000u), QualityKind::Bad);

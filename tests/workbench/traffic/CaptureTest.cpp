@@ -31,12 +31,12 @@ unsigned Sum(workbench::Octets const& octets, std::size_t begin, std::size_t end
     return sum;
 }
 
-TEST(CaptureFile, Header) {
+TEST(CaptureFile, BeginsWithTheHeaderOfTheFormat) {
     EXPECT_EQ(ToHex(CaptureHeader()),
               "D4 C3 B2 A1 02 00 04 00 00 00 00 00 00 00 00 00 FF FF 00 00 65 00 00 00");
 }
 
-TEST(CaptureFile, RecordOfADatagram) {
+TEST(CaptureFile, ARecordHasTheHeadersOfIpAndUdp) {
     test::Octets const data = Hex("81 0A 00 05 AB");
     auto const record = CaptureRecord(Address("192.168.1.10", 47809), Address("192.168.1.20", 47808),
                                       data.data(), static_cast<int>(data.size()), Moment, 7);
@@ -48,7 +48,7 @@ TEST(CaptureFile, RecordOfADatagram) {
               "81 0A 00 05 AB");
 }
 
-TEST(CaptureFile, ChecksumsAndLengthsOfAnyDatagram) {
+TEST(CaptureFile, ChecksumsAndLengthsAreRightForAnyDatagram) {
     std::mt19937 random(4);
     for (int i = 0; i < 10000; ++i) {
         test::Octets data(random() % 64);
@@ -71,7 +71,7 @@ TEST(CaptureFile, ChecksumsAndLengthsOfAnyDatagram) {
     }
 }
 
-TEST(CaptureFile, AnEmptyDatagramAndOneThatIsTooLarge) {
+TEST(CaptureFile, ADatagramThatIsTooLargeIsCut) {
     sockaddr_in const here = Address("10.0.0.1", 1);
     EXPECT_EQ(CaptureRecord(here, here, nullptr, 0, Moment, 0).size(), 16u + 28);
     test::Octets const data(70000);
@@ -79,7 +79,7 @@ TEST(CaptureFile, AnEmptyDatagramAndOneThatIsTooLarge) {
     EXPECT_EQ(record.size(), 16u + 65535);
 }
 
-TEST(CaptureFile, TimesBeforeTheEpochOfTheFormat) {
+TEST(CaptureFile, TimesBeforeTheEpochOfTheFormatAreZero) {
     sockaddr_in const here = Address("10.0.0.1", 1);
     EXPECT_EQ(ToHex(CaptureRecord(here, here, nullptr, 0, 0, 0)).substr(0, 23), "00 00 00 00 00 00 00 00");
 }
@@ -88,7 +88,7 @@ class Recording : public testing::Test {
 protected:
     static in_addr Own(sockaddr_in const&) { return Address("10.0.0.1", 0).sin_addr; }
 
-    // What is behind the header, octet by octet, without the times in front.
+    // The octets after the header of the file.
     test::Octets Recorded() const {
         std::string const text = capture.str();
         return test::Octets(text.begin() + 24, text.end());
@@ -103,7 +103,7 @@ TEST_F(Recording, BeginsWithTheHeader) {
     EXPECT_EQ(capture.str().size(), 24u);
 }
 
-TEST_F(Recording, KeepsBothDirections) {
+TEST_F(Recording, RecordsBothDirections) {
     sockaddr_in const device = Address("10.0.0.2", 47808);
     world.time = Moment;
     ASSERT_TRUE(environment.Send(3, device, "ab", 2));
@@ -120,7 +120,7 @@ TEST_F(Recording, KeepsBothDirections) {
     EXPECT_EQ(ToHex(Recorded()), ToHex(expected));
 }
 
-TEST_F(Recording, WhatDidNotLeaveAndWhatDidNotComeIsNotKept) {
+TEST_F(Recording, ADatagramThatIsNotSentOrReceivedIsNotRecorded) {
     world.sends = false;
     EXPECT_FALSE(environment.Send(3, Address("10.0.0.2", 47808), "ab", 2));
     sockaddr_in sender{};
@@ -129,7 +129,7 @@ TEST_F(Recording, WhatDidNotLeaveAndWhatDidNotComeIsNotKept) {
     EXPECT_EQ(capture.str().size(), 24u);
 }
 
-TEST_F(Recording, PassesEverythingElseOn) {
+TEST_F(Recording, ForwardsEveryOtherCall) {
     EXPECT_EQ(environment.Open(7), 107);
     EXPECT_EQ(environment.LocalPort(3), 5003);
     environment.Close(3);
@@ -139,7 +139,7 @@ TEST_F(Recording, PassesEverythingElseOn) {
     EXPECT_EQ(environment.LocalTimeDiff(), 36000000000LL);
 }
 
-TEST(RouteAddress, OfThisMachine) {
+TEST(RouteAddress, OfThisMachineIsTheLoopback) {
     EXPECT_EQ(RouteAddress(Address("127.0.0.1", 47808)).s_addr, htonl(INADDR_LOOPBACK));
 }
 

@@ -11,14 +11,14 @@ using namespace workbench;
 
 namespace {
 
-TEST(RoundTrips, WithoutAny) {
+TEST(RoundTrips, AreZeroWithoutAnyAnswer) {
     RoundTrips const trips;
     EXPECT_EQ(trips.Count(), 0u);
     EXPECT_EQ(trips.Median(), 0);
     EXPECT_EQ(trips.Maximum(), 0);
 }
 
-TEST(RoundTrips, OddAndEvenCounts) {
+TEST(RoundTrips, HaveAMedianOfOddAndEvenCounts) {
     RoundTrips trips;
     trips.Add(30);
     EXPECT_EQ(trips.Median(), 30);
@@ -40,7 +40,7 @@ TEST(RoundTrips, TheMedianIsThatOfTheLatest4096) {
     EXPECT_EQ(trips.Count(), 4097u);
 }
 
-TEST(RoundTrips, AgainstASortedList) {
+TEST(RoundTrips, AgreeWithASortedList) {
     std::mt19937 random(8);
     RoundTrips trips;
     std::vector<long long> all;
@@ -67,7 +67,7 @@ protected:
     MeasuringEnvironment environment{world};
 };
 
-TEST_F(Measuring, FromRequestToAnswer) {
+TEST_F(Measuring, ARoundTripIsFromRequestToAnswer) {
     Send(1);
     world.time += 70;
     world.Arrives(device, "x");
@@ -91,7 +91,7 @@ TEST_F(Measuring, ARequestSentAgainCountsFromItsLastTime) {
     EXPECT_EQ(environment.Figures().trips.Maximum(), 5);
 }
 
-TEST_F(Measuring, AFurtherDatagramIsAnAnswerAndNoRoundTrip) {
+TEST_F(Measuring, ASecondDatagramIsAnAnswerButNotARoundTrip) {
     Send(1);
     world.Arrives(device, "x");
     world.Arrives(device, "y");
@@ -101,7 +101,7 @@ TEST_F(Measuring, AFurtherDatagramIsAnAnswerAndNoRoundTrip) {
     EXPECT_EQ(environment.Figures().trips.Count(), 1u);
 }
 
-TEST_F(Measuring, AnAnswerThatNobodyWaitsForAnyMoreIsNoRoundTrip) {
+TEST_F(Measuring, AnAnswerAfterTheWaitIsNotARoundTrip) {
     Send(1);
     EXPECT_EQ(Receive(1), -1);
     world.Arrives(device, "x");
@@ -110,7 +110,7 @@ TEST_F(Measuring, AnAnswerThatNobodyWaitsForAnyMoreIsNoRoundTrip) {
     EXPECT_EQ(environment.Figures().trips.Count(), 0u);
 }
 
-TEST_F(Measuring, SocketsAreMeasuredApart) {
+TEST_F(Measuring, SocketsAreMeasuredSeparately) {
     Send(1);
     world.time += 10;
     Send(2);
@@ -123,7 +123,7 @@ TEST_F(Measuring, SocketsAreMeasuredApart) {
     EXPECT_EQ(environment.Figures().trips.Median(), 6);
 }
 
-TEST_F(Measuring, ASocketThatWasClosedWaitsForNothing) {
+TEST_F(Measuring, AClosedSocketHasNoPendingRequest) {
     Send(1);
     environment.Close(1);
     world.Arrives(device, "x");
@@ -132,7 +132,7 @@ TEST_F(Measuring, ASocketThatWasClosedWaitsForNothing) {
     EXPECT_EQ(world.closed, std::vector<int>{1});
 }
 
-TEST_F(Measuring, WhatDidNotLeaveIsNoRequest) {
+TEST_F(Measuring, ADatagramThatIsNotSentIsNotARequest) {
     world.sends = false;
     Send(1);
     EXPECT_EQ(environment.Figures().requests, 0u);
