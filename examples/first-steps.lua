@@ -3,7 +3,7 @@
 --   bacnet-simulator examples/devices/air-handling-unit.lua
 --   dorvel-workbench run examples/first-steps.lua --define ahu=127.0.0.1:47808
 --
--- and then with a device of your own:
+-- and then with a real device:
 --
 --   dorvel-workbench run examples/first-steps.lua --define ahu=192.168.1.20:47808
 
@@ -15,18 +15,17 @@ BACnet.new{
     Address = address,  -- where datagrams go
     MAC = address,      -- the device's BACnet address; on the local network the same
 
-    -- What is read, once a second. Every variable is one property of one object of the device;
-    -- "dorvel-workbench names" lists the object types and properties that can be written here.
+    -- What is read, once a second. Every variable is one property of one object of the device; "dorvel-workbench names"
+    -- lists the names of object types and properties.
     Vars = {
-        -- A DataValue comes with its quality. It turns bad when the device falls silent, so it is what you want most
-        -- of the time.
+        -- A DataValue has a quality, which turns bad when the device stops answering. Use it in most cases.
         {Name = "Supply air temperature", Type = "DataValue", ElementType = "Float",
          ObjectType = "analog-input", ObjectNumber = 1, ObjectProperties = "present-value"},
 
         {Name = "Supply fan runs", Type = "DataValue", ElementType = "Boolean",
          ObjectType = "binary-output", ObjectNumber = 1, ObjectProperties = "present-value"},
 
-        -- A plain value keeps its last quality whatever happens.
+        -- A plain value keeps its last quality, also when the device stops answering.
         {Name = "What it is", Type = "String",
          ObjectType = "analog-input", ObjectNumber = 1, ObjectProperties = "description"},
     },

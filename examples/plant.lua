@@ -1,5 +1,5 @@
 -- A plant of four devices: an air handling unit, a chiller behind a router, room controllers and an energy meter.
--- examples/devices/ has a simulated device for each; scripts/demo runs them all. With devices of your own:
+-- examples/devices/ has a simulated device for each; scripts/demo runs them all. With real devices:
 --
 --   dorvel-workbench run examples/plant.lua --define ahu=192.168.1.20:47808 --define chiller=192.168.1.1:47808 ...
 --
@@ -7,7 +7,7 @@
 --
 --   echo "set AHU.Supply air setpoint = 22" | dorvel-workbench run examples/plant.lua ...
 --
--- Every object type that the driver can read is in here once at least. Of Lighting Output it can read nothing.
+-- Every object type that the driver can read occurs at least once. It can read no property of Lighting Output.
 
 local ahu = Param.ahu or "192.168.1.20:47808"
 local router = Param.chiller or "192.168.1.1:47808"
@@ -17,7 +17,7 @@ local meter = Param.meter or "192.168.1.23:47808"
 Task{Name = "air", Period = 1000}
 Task{Name = "energy", Period = 1000}
 
--- A variable with its quality; property is present-value unless told.
+-- A variable with its quality; property is present-value by default.
 local function value(name, type, object, number, property)
     return {
         Name = name, Type = "DataValue", ElementType = type,
@@ -32,8 +32,8 @@ local function setting(...)
     return variable
 end
 
--- What is set here goes over a time programme (16) and gives way to whoever commands by hand at 1 to 7. The priority
--- goes with schedules too: for a device that refuses that, they need a block of their own, without a Priority.
+-- Priority 8 overrides a time programme (16); commands at priorities 1 to 7 override it. Writes of schedules have the
+-- priority too: for a device that rejects this, put the schedules in a separate block without Priority.
 BACnet.new{
     Name = "AHU", Task = "air", Address = ahu, MAC = ahu, Priority = 8,
     Vars = {
@@ -89,7 +89,7 @@ BACnet.new{
     },
 }
 
--- Twelve rooms on one device; a project is a program, so a loop writes their variables.
+-- Twelve rooms on one device. A project is a program, so a loop makes their variables.
 local room_variables = {
     value("Light programme", "Float", "schedule", 1),
     value("Light programme, week", "String", "schedule", 1, "weekly-schedule"),
