@@ -96,8 +96,8 @@ protected:
     // Non-zero when this block may write in this cycle: not on the standby without WriteOnSlave, and not
     // while WriteItemId names an item that is false (with OnTrigger the item only triggers).
     int isWrite();
-    // Non-zero when the write condition passes this value, which the descriptor then keeps. Null never
-    // passes.
+    // Non-zero when the write condition passes this value; null never passes. The descriptor keeps the last
+    // value that passed, before that the first value.
     int IsNeedWriteValue(OpcUa_VariantHlp const& value, DriverVarDsc& descriptor);
 
     LuaDataProvider* provider = nullptr;

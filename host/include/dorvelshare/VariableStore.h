@@ -24,8 +24,8 @@ public:
     // Creates a variable, null and without data. The name is for people and need not be unique.
     long long Declare(std::string name, OpcUa_BuiltInTypeHlp type);
 
-    // Both return false for an unknown id. Write splits a DataValue into value, quality and time; time stands
-    // in where it has none. Any other value is stored as good at time, null as OpcUa_BadNoData.
+    // Both return false for an unknown id. Write splits a DataValue into value, quality and time, or the
+    // given time where it has none. Any other value is stored as good at time, null as OpcUa_BadNoData.
     bool Write(long long id, std::string const& field, OpcUa_Variant const& value, long long time);
     bool Read(long long id, std::string const& field, VariableState& state) const;
 

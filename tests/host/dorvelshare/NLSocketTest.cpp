@@ -237,7 +237,7 @@ TEST_F(NLSocketTest, AClosedPortOfAnEarlierRequestNeitherEndsTheWaitNorHangs) {
         PeerSocket gone;
         NLMakeAddress(&nobody, Loopback, gone.Port());
     }
-    // Only a connected socket is notified that nobody listens.
+    // Only a connected socket is notified that the port is closed.
     ASSERT_EQ(::connect(socket.handle, reinterpret_cast<sockaddr*>(&nobody), sizeof nobody), 0);
     Octets const request = Hex("01");
     for (int i = 0; i < 3; ++i) {
