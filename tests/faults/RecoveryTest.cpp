@@ -64,9 +64,9 @@ TEST_P(Recovery, FromADeviceThatPausesFor4SecondsDuringAPoll) {
     int requests = 0;
     long long resumed = 0;
     plant.World().Watch([&] {
-        if (++requests == requestOfTheCycle) {
-            plant.Hold(length);
-            resumed = Now() + length;
+        if (++requests == RequestOfTheCycle) {
+            plant.Hold(Length);
+            resumed = Now() + Length;
         }
     });
     while (resumed == 0 || NextStart() < resumed) {
