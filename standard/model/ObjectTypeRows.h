@@ -22,7 +22,7 @@ constexpr PropertyRows Group(PropertyRow const (&first)[count]) {
     return {first, count};
 }
 
-// What inputs and outputs tell of their state.
+// The state of inputs and outputs.
 constexpr PropertyRow StateRows[] = {
     Optional(P::Description, D::CharacterString, "''"),
     Required(P::Status_Flags, D::StatusFlags, nullptr),

@@ -12,7 +12,7 @@ constexpr std::uint8_t AcceptsSegmentsBit = 0x02;
 // Clause 20.1.2.4: the first code is "unspecified", the last "more than 64".
 constexpr std::uint32_t SegmentLimits[] = {0, 2, 4, 8, 16, 32, 64, 0};
 
-// Clause 20.1.2.5; the codes behind these are reserved for lengths from here up.
+// Clause 20.1.2.5; the codes after these are reserved for lengths from here up.
 constexpr std::uint32_t ApduLengths[] = {50, 128, 206, 480, 1024, 1476};
 constexpr std::uint8_t LastLengthCode = 5;
 

@@ -21,7 +21,7 @@ inline bool operator==(NetworkAddress const& left, NetworkAddress const& right) 
 
 // A network-layer protocol data unit (clause 6.2).
 struct Npdu {
-    bool isNetworkMessage = false;  // the content begins with a message type, it is no APDU
+    bool isNetworkMessage = false;  // the content begins with a message type and is not an APDU
     bool expectsReply = false;
     std::uint8_t priority = 0;  // 0 normal to 3 life safety
     std::optional<NetworkAddress> destination;

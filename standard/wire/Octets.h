@@ -4,7 +4,7 @@
 
 namespace standard {
 
-// A sequence of octets as it stands on the wire. Each is unsigned, 0 to 255, wherever it is compared or
+// A sequence of octets as on the wire. Each is unsigned, 0 to 255, wherever it is compared or
 // widened; OctetReader and OctetWriter see to that.
 using Octets = std::vector<char>;
 

@@ -7,7 +7,7 @@
 
 namespace standard {
 
-// Who asks and is answered: a station on the link, or one behind a router that is on the link.
+// The client of a request: a station on the link, or one behind a router that is on the link.
 struct Peer {
     Endpoint endpoint;
     std::optional<NetworkAddress> remote;

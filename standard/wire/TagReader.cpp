@@ -109,7 +109,7 @@ void TagReader::ExpectEnd() const {
     }
 }
 
-// A tag that the request is too short for is no tag.
+// A tag that is longer than the rest of the request is not a tag.
 TagReader::Tag TagReader::Next() {
     try {
         std::uint8_t const first = reader.U8();

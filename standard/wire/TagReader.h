@@ -16,7 +16,7 @@ struct Primitive {
     Octets content;
 };
 
-// Reads the parameters of a service request (clause 20.2.1). Whatever is not as the service wants it
+// Reads the parameters of a service request (clause 20.2.1). Whatever the service does not allow
 // throws a Reject with the reason of clause 18.9. Nothing recurses, whatever the nesting, and the work
 // is bounded by the request's length.
 class TagReader {
@@ -54,7 +54,7 @@ public:
     bool AtEnd() const { return reader.AtEnd(); }
     // Where the next tag begins in the octets.
     std::size_t Position() const { return reader.Position(); }
-    // To be called when all parameters were read.
+    // To be called after all parameters were read.
     void ExpectEnd() const;
 
 private:
