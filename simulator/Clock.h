@@ -4,7 +4,7 @@
 
 namespace simulator {
 
-// Where the time comes from: the operating system in the program, a hand that turns it in tests.
+// The source of time: the operating system in the program, a clock that stands until it is set in tests.
 class Clock {
 public:
     virtual ~Clock() = default;

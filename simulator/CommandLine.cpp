@@ -16,7 +16,7 @@ A BACnet/IP device on UDP whose objects are described by DEVICE-FILE, which is L
 
   --bind ADDRESS      IPv4 address to listen on (default 127.0.0.1)
   --port N            UDP port of the first device (default 47808); 0 takes any free port.
-                      Further devices without a port of their own take the ports behind it.
+                      Further devices without their own port take the ports after it.
   --verbose           log every request to standard error
   --quiet             log no requests (default)
   --duration SECONDS  end after that time
@@ -40,7 +40,7 @@ Exit codes: 0 ended as asked, also by SIGINT and SIGTERM; 1 wrong command line;
 std::uint32_t ReadAddress(std::string const& text) {
     in_addr parsed{};
     if (inet_pton(AF_INET, text.c_str(), &parsed) != 1) {
-        throw std::invalid_argument("--bind: \"" + text + "\" is no IPv4 address");
+        throw std::invalid_argument("--bind: \"" + text + "\" is not an IPv4 address");
     }
     return ntohl(parsed.s_addr);
 }
@@ -50,7 +50,7 @@ std::uint16_t ReadPort(std::string const& text) {
         !text.empty() && text.size() <= 5 && text.find_first_not_of("0123456789") == std::string::npos;
     unsigned long const value = isNumber ? std::stoul(text) : 65536;
     if (value > 65535) {
-        throw std::invalid_argument("--port: \"" + text + "\" is no port");
+        throw std::invalid_argument("--port: \"" + text + "\" is not a port from 0 to 65535");
     }
     return static_cast<std::uint16_t>(value);
 }
@@ -64,7 +64,7 @@ std::chrono::milliseconds ReadSeconds(std::string const& text) {
     } catch (std::exception const&) {
     }
     if (end != text.size() || !(value >= 0 && value <= longest)) {
-        throw std::invalid_argument("--duration: \"" + text + "\" is no number of seconds");
+        throw std::invalid_argument("--duration: \"" + text + "\" is not a number of seconds");
     }
     return std::chrono::milliseconds(static_cast<std::int64_t>(value * 1000));
 }

@@ -8,7 +8,7 @@
 
 namespace simulator {
 
-// How the program ends; told by --help.
+// The exit codes, which --help documents.
 enum ExitCode { Success = 0, UsageError = 1, DeviceFileError = 2, SocketError = 3 };
 
 // What the command line asks for.
@@ -22,7 +22,7 @@ struct CommandLine {
     bool wantsHelp = false;
     bool wantsVersion = false;
 
-    // Throws std::invalid_argument with what is wrong. `arguments` are those behind the program's name.
+    // Throws std::invalid_argument with what is wrong. `arguments` are those after the program's name.
     static CommandLine Parse(std::vector<std::string> const& arguments);
     static char const* Help();
 };

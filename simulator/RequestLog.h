@@ -11,7 +11,7 @@ namespace simulator {
 void LogLine(std::string const& deviceName, std::string const& line);
 
 // Writes one line to standard error for a datagram and one for each answer to it, in hexadecimal, with what
-// is odd about its way.
+// is unusual about its way.
 void LogExchange(std::string const& deviceName, Datagram const& datagram,
                  std::vector<Delivery> const& answers);
 

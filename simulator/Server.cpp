@@ -100,7 +100,7 @@ void Server::Obey(std::vector<std::string> const& lines) {
     }
 }
 
-// A flood on one device must not keep the others, nor the end, from their turn.
+// A flood on one device must not delay the others, nor the end of the program.
 void Server::Serve(Place& place) {
     for (int i = 0; i < MostDatagramsInARow; ++i) {
         auto const datagram = place.socket.Receive();

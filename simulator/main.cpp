@@ -24,7 +24,7 @@ int CatchSignals() {
 
 int Run(simulator::CommandLine const& options) {
     int const stopHandle = CatchSignals();
-    std::signal(SIGPIPE, SIG_IGN);  // an answer to a command that nobody reads is lost
+    std::signal(SIGPIPE, SIG_IGN);  // the answer to a command is lost if standard output is closed
     std::signal(SIGTTIN, SIG_IGN);  // in the background there are no commands
     simulator::SystemClock const clock;
     simulator::Server server(simulator::LoadDeviceFile(options.deviceFile), options, clock);

@@ -6,7 +6,7 @@
 namespace simulator {
 
 // Lines from a handle, taken without waiting. Of a line that is longer than a command may be only so much is
-// kept that one can tell it: LongestCommand octets and one more.
+// kept that its length can be seen: LongestCommand octets and one more.
 class CommandInput {
 public:
     // The handle stays the caller's.

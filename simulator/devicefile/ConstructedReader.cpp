@@ -43,7 +43,7 @@ void TimeStamp(ScriptValue const& value, TagWriter& writer) {
 void Scale(ScriptValue const& value, TagWriter& writer) {
     checks::Fields(value, {"float_scale", "integer_scale"});
     if (value.fields.size() != 1) {
-        throw Mistake("wants float_scale or integer_scale");
+        throw Mistake("must have float_scale or integer_scale");
     }
     if (!value["float_scale"].IsNil()) {
         writer.Context(0, content::Real(checks::SingleNumber(value["float_scale"])));

@@ -20,7 +20,7 @@ constexpr std::size_t LongestMac = 18;  // octets of the longest address of any 
 // BACnetSegmentation
 enum Segmentation : std::uint8_t { SegmentedBoth = 0, SegmentedTransmit = 1 };
 
-// What device{...} may have besides the properties of its Device object.
+// The fields of device{...} besides the properties of its Device object.
 std::vector<std::string> const& DeviceNames() {
     static std::vector<std::string> const names{
         "objects", "router", "port", "proposed_window_size", "max_answer_segments", "writes", "faults"};
@@ -37,7 +37,7 @@ std::uint32_t Within(ScriptValue const& given, char const* name, std::uint32_t l
     throw mistake.In(name);
 }
 
-// The number that a property of the Device object has, which the device goes by.
+// The number of a property of the Device object, which the device acts on.
 std::uint32_t Within(BacnetObject const& device, PropertyId id, std::uint32_t low, std::uint32_t high) {
     double const value = device.Find(id)->values.front()->Number({});
     if (!(value >= low && value <= high)) {

@@ -28,7 +28,7 @@ std::vector<std::string> Constructors() {
     return names;
 }
 
-// Devices that cannot be told apart, by instance or by port, are a mistake.
+// Two devices with the same instance or the same port are a mistake.
 void ExpectDifferent(std::vector<Device> const& devices) {
     std::set<std::uint32_t> instances;
     std::set<std::uint16_t> ports;

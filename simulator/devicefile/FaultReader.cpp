@@ -38,7 +38,7 @@ double Chance(ScriptValue const& value) {
     return found;
 }
 
-// The place of a text in a list of names.
+// The index of a text in a list of names.
 template <std::size_t Count>
 std::size_t OneOf(ScriptValue const& value, char const* const (&names)[Count]) {
     std::string const& found = checks::Text(value);

@@ -46,7 +46,7 @@ public:
                 ReadMade(value, depth);
                 break;
             default:
-                throw Mistake(std::string("a ") + lua_typename(lua, lua_type(lua, -1)) + " is no value");
+                throw Mistake(std::string("a ") + lua_typename(lua, lua_type(lua, -1)) + " is not a value");
         }
         lua_pop(lua, 1);
         return value;
@@ -124,7 +124,7 @@ private:
 
 }  // namespace
 
-// What an exception leaves on the stack is of no use to anybody.
+// Nobody needs what an exception leaves on the stack.
 ScriptValue ReadScriptValue(lua_State* lua) try { return LuaReader(lua).Read(0); } catch (Mistake const&) {
     lua_settop(lua, 0);
     throw;

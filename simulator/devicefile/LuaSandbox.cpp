@@ -121,13 +121,13 @@ int Prepare(lua_State* lua) {
     return 0;
 }
 
-// Lua puts this and a line number in front of its messages.
+// Lua's messages begin with this and a line number.
 constexpr char const* ChunkName = "=file";
 constexpr char const* Prefix = "file:";
 
-// The error that lies on the stack, in one line, the line number taken out of it.
+// The error on top of the stack, in one line, without the line number.
 Mistake TakeError(lua_State* lua) {
-    std::string text = lua_type(lua, -1) == LUA_TSTRING ? lua_tostring(lua, -1) : "the error is no text";
+    std::string text = lua_type(lua, -1) == LUA_TSTRING ? lua_tostring(lua, -1) : "the error is not a text";
     lua_settop(lua, 0);
     std::size_t const digits = std::string(Prefix).size();
     std::size_t const end = text.find(": ", digits);

@@ -5,7 +5,7 @@
 
 namespace simulator {
 
-// What is wrong with a device file, told in one line.
+// What is wrong with a device file, in one line.
 class Mistake : public std::runtime_error {
 public:
     // `fileLine` is the fileLine of the file, 0 if it is not known.
@@ -14,7 +14,7 @@ public:
     int Line() const { return line; }
     // The same mistake with what it is in put in front: "present_value: ...".
     Mistake In(std::string const& place) const { return Mistake(place + ": " + what(), line); }
-    // The same mistake on a line, unless a line is known already.
+    // The same mistake on a line, if none is known yet.
     Mistake At(int otherLine) const { return Mistake(what(), line != 0 ? line : otherLine); }
 
 private:

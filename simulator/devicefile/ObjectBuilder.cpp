@@ -10,7 +10,7 @@ namespace simulator {
 
 namespace {
 
-// What any object may have besides its properties.
+// The fields of any object besides its properties.
 constexpr std::string_view CommonNames[] = {"instance", "name", "read_only", "writable"};
 
 ValuePtr ValueOf(std::vector<Property> const& properties, PropertyId id) {
@@ -99,7 +99,7 @@ std::optional<std::vector<ValuePtr>> ObjectBuilder::Values(PropertyRow const& ro
     throw mistake.In(NameOf(row.id));
 }
 
-// An object that may be commanded or not is commanded if it is told what to fall back to.
+// An object whose type leaves the choice is commandable if it has a Relinquish_Default.
 bool ObjectBuilder::IsDerived(PropertyRow const& row) const {
     if (row.datatype == Datatype::Priority) {
         return row.isRequired || !given[NameOf(PropertyId::Relinquish_Default)].IsNil();

@@ -62,7 +62,7 @@ ApplicationTag TagOf(Datatype datatype) {
             break;
     }
     if (!IsEnumeration(datatype)) {
-        throw Mistake("cannot move: it is no number");
+        throw Mistake("cannot move: it is not a number");
     }
     return ApplicationTag::Enumerated;
 }
@@ -76,13 +76,13 @@ ValuePtr ReadClock(Datatype datatype) {
         case Datatype::DateTime:
             return std::make_shared<ClockValue>(true, true);
         default:
-            throw Mistake("cannot be a clock: it is no date or time");
+            throw Mistake("cannot be a clock: it is not a date or time");
     }
 }
 
 ScriptValue const& OnlyOne(ScriptValue const& value) {
     if (value.list.size() != 1) {
-        throw Mistake(value.kind + ": wants one value");
+        throw Mistake(value.kind + ": must have one value");
     }
     return value.list[0];
 }

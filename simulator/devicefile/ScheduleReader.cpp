@@ -66,7 +66,7 @@ void ExpectOnePeriod(ScriptValue const& event) {
     int const count = !event["date"].IsNil() + (!event["from"].IsNil() || !event["to"].IsNil()) +
                       !event["week_n_day"].IsNil() + !event["calendar"].IsNil();
     if (count != 1) {
-        throw Mistake("an event wants one of date, from and to, week_n_day, calendar");
+        throw Mistake("an event must have one of date, from and to, week_n_day, calendar");
     }
 }
 

@@ -10,8 +10,8 @@
 #include "ScriptValue.h"
 #include "Standard.h"
 
-// What a device file's values must be. Each gives the value or throws a Mistake that says what was wanted
-// and what is there.
+// What a device file's values must be. Each returns the value or throws a Mistake that states what is
+// expected and what is there.
 namespace simulator::checks {
 
 std::uint64_t UnsignedNumber(ScriptValue const& value);

@@ -8,7 +8,7 @@ namespace simulator {
 
 struct ScriptField;
 
-// A value of a device file, taken out of Lua. A table made by one of the file's functions, such as
+// A value of a device file, read from Lua. A table made by one of the file's functions, such as
 // ramp{...}, carries that function's name as its kind and the line of the call.
 struct ScriptValue {
     enum class Type { Nil, Boolean, Integer, Number, Text, Table };

@@ -10,7 +10,7 @@
 // Faults in what is asked and answered, as a service sees it.
 namespace simulator::acks {
 
-// What a confirmed request, given as its APDU, is to a fault's scope.
+// A confirmed request, given as its APDU, as a fault's scope sees it.
 Faults::Request RequestOf(Octets const& apdu);
 
 // WrongObject, OddList or OversizedSegments, done to the parameters of an ack and to the longest APDU that it
@@ -21,8 +21,7 @@ void Spoil(Fault const& fault, std::uint8_t serviceChoice, Octets& content, std:
 // of its own. Any other request is given back as it is.
 Octets AskingFor(std::uint32_t property, Octets const& apdu);
 
-// What is answered in place of the service's answer by Error, Reject and Abort: the APDU; nothing for any
-// other kind.
+// The APDU that Error, Reject and Abort send in place of the service's answer; nothing for any other kind.
 std::optional<Octets> Refusal(Fault const& fault, Octets const& requestApdu);
 
 }  // namespace simulator::acks

@@ -158,7 +158,7 @@ FaultyStation::Deliveries FaultyStation::ReceiveRequest(Datagram const& datagram
     return deliveries;
 }
 
-// The answer as the station gives it, or that of the first fault that answers in its place.
+// The station's answer, or that of the first fault that answers in its place.
 FaultyStation::Deliveries FaultyStation::Serve(Datagram const& datagram,
                                                NetworkLayer::Indication const& indication, Exchange& exchange,
                                                Moment const& now) {
@@ -410,7 +410,7 @@ void FaultyStation::Forget(Peer const& peer, std::uint8_t invokeId) {
                     exchanges.end());
 }
 
-// Keeps the new answer, if there is one, and takes the one before out for PreviousAnswer.
+// Keeps the new answer, if there is one, and moves the one before it to `previous` for PreviousAnswer.
 void FaultyStation::Remember(std::uint32_t address, Deliveries const& deliveries) {
     previous.reset();
     if (deliveries.empty()) {

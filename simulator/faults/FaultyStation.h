@@ -16,8 +16,8 @@ struct Delivery {
 };
 
 // A station whose answers to confirmed requests go wrong as its faults say; without faults it is the station.
-// What else it sends, such as I-Am, is left alone. Nothing makes it throw or crash, and what it remembers is
-// bounded: MostExchanges exchanges and as many peers, of each a datagram or two.
+// Whatever else it sends, such as I-Am, stays as it is. Nothing makes it throw or crash, and what it
+// remembers is bounded: MostExchanges exchanges and as many peers, of each a datagram or two.
 //
 // A fault meets a whole exchange: the answer, all its segments, and what is repeated of them. Of several
 // faults of one exchange those of segments act first, and then the others, as they were added. An answer that

@@ -13,8 +13,8 @@ enum class Access {
     WhileOutOfService
 };
 
-// What the simulator's devices allow unless their file says otherwise. A Present_Value that may be written
-// is commanded if the object has a Priority_Array.
+// The default of the simulator's devices; their file can allow more or less. A Present_Value that may be
+// written is commanded if the object has a Priority_Array.
 Access AccessOf(ObjectType const& type, PropertyId id);
 
 // Whether values of that datatype can be written at all.

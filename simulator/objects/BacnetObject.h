@@ -23,7 +23,8 @@ struct Property {
     Datatype datatype = Datatype::Any;
     Access access = Access::ReadOnly;
 
-    // Throws ServiceError if that is no array or has no such element. Index 0 is the number of elements.
+    // Throws ServiceError if the property is not an array or has no such element. Index 0 is the number of
+    // elements.
     void CheckIndex(std::uint32_t index) const;
     // Writes the value that a read gets: all of it, or of an array one element or (index 0) their number.
     // Throws ServiceError if there is no such element.

@@ -18,15 +18,15 @@ namespace simulator {
 struct DeviceSettings {
     std::uint32_t maxApduLength = 1476;  // octets, 50 to 1476
     bool segmentsAnswers = true;
-    std::uint32_t maxSegments = 0;         // of one answer; 0 for no limit of its own
+    std::uint32_t maxSegments = 0;         // of one answer; 0 for no limit
     std::uint8_t proposedWindowSize = 16;  // 1 to 127
     std::chrono::milliseconds segmentTimeout{2000};
     std::uint32_t retries = 3;
     std::uint32_t vendorIdentifier = 0;
     bool isLenient = false;                  // takes values of wrong datatypes too (WrittenValue.h)
-    std::uint8_t segmentationSupported = 0;  // BACnetSegmentation, as I-Am tells it
+    std::uint8_t segmentationSupported = 0;  // BACnetSegmentation, as I-Am reports it
     std::optional<NetworkAddress> position;  // behind a router, if there is one
-    std::optional<std::uint16_t> port;       // the UDP port that the device file wants
+    std::optional<std::uint16_t> port;       // the UDP port that the device file states
     std::vector<Fault> faults;               // for FaultyStation; a Station has none
 };
 
@@ -44,7 +44,7 @@ public:
     BacnetObject const* Find(ObjectId id) const;
     BacnetObject* Find(ObjectId id);
 
-    // Is told each write in one line of text.
+    // Is notified of each write by one line of text.
     using WriteObserver = std::function<void(std::string const&)>;
     void OnWrite(WriteObserver observer) { onWrite = std::move(observer); }
     WriteObserver const& GetWriteObserver() const { return onWrite; }

@@ -55,8 +55,8 @@ struct Fault {
     // Parameters
     std::chrono::milliseconds delay{0};  // how late; Delay without one is 2 s late
     std::size_t octet = 8;               // how many octets of the datagram are left
-    bool mends = true;                   // the BVLC length is put right after cutting; needs 4 octets
-    std::optional<std::uint32_t> code;   // FaultRow::code if there is none
+    bool mends = true;                   // the BVLC length is corrected after cutting; needs 4 octets
+    std::optional<std::uint32_t> code;   // FaultRow::code by default
     std::uint32_t errorClass = 1;        // of an Error: object
     FaultHeaders headers = FaultHeaders::Npdu;
     std::size_t octets = 4;     // more than was negotiated, or the most of a datagram of garbage
@@ -97,7 +97,7 @@ struct FaultRow {
     FaultKind kind;
     char const* name;  // in device files, commands and documents
     unsigned parameters;
-    std::uint32_t code;         // the code unless one is given
+    std::uint32_t code;         // the default code
     std::uint32_t highestCode;  // the largest that can be given
     char const* text;           // what happens, for help
 };
@@ -106,7 +106,7 @@ struct FaultRow {
 inline constexpr FaultRow FaultRows[] = {
     {FaultKind::Silence, "silence", NoParameter, 0, 0, "requests are neither served nor answered"},
     {FaultKind::Delay, "delay", DelayParameter, 0, 0, "the answer comes late"},
-    {FaultKind::Loss, "loss", NoParameter, 0, 0, "datagrams of answers are lost, half of them unless told"},
+    {FaultKind::Loss, "loss", NoParameter, 0, 0, "datagrams of answers are lost, by default half of them"},
     {FaultKind::Duplicate, "duplicate", NoParameter, 0, 0, "each datagram is sent twice"},
     {FaultKind::OtherInvokeId, "other_invoke_id", CodeParameter, 1, 255, "the invoke id is higher by code"},
     {FaultKind::PreviousAnswer, "previous_answer", NoParameter, 0, 0, "the answer to the request before"},
@@ -144,7 +144,7 @@ constexpr FaultRow const& RowOf(FaultKind kind) {
     return FaultRows[static_cast<std::size_t>(kind)];
 }
 
-// The row of a name; null for a name that is none.
+// The row of a name; null if no fault has that name.
 FaultRow const* FaultOfName(std::string_view name);
 
 // A fault of a kind as it is when nothing more is said: Delay of 2 s, Loss of one half, Garbage of up to 200

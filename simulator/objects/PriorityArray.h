@@ -22,7 +22,7 @@ public:
     void Command(std::uint8_t priority, ValuePtr value) { slots[priority - 1u] = std::move(value); }
     // The value of the highest priority that has one, or null.
     ValuePtr Highest() const;
-    // The elements of the property Priority_Array. A BACnetDateTime, which has no tag of its own, gets the
+    // The elements of the property Priority_Array. A BACnetDateTime, which has no application tag, gets the
     // choice of BACnetPriorityValue around it.
     std::vector<ValuePtr> Elements(bool isDateTime) const;
 

@@ -14,7 +14,7 @@ double Seconds(std::chrono::milliseconds time) {
     return static_cast<double>(time.count()) / 1000.0;
 }
 
-// How far into its period the time is: 0 up to, not including, 1.
+// The part of the period that has passed: 0 up to, not including, 1.
 double Phase(double time, double period) {
     double const periods = time / period;
     return periods - std::floor(periods);

@@ -15,7 +15,7 @@ public:
     virtual ~Value() = default;
     // Writes the value as it is now, with its tags.
     virtual void Encode(TagWriter& writer, Moment const& now) const = 0;
-    // The value as a number: 0 or 1 of a Boolean, 0 of everything that is no number.
+    // The value as a number: 0 or 1 of a Boolean, 0 of everything that is not a number.
     virtual double Number(Moment const&) const { return 0; }
     // Whether time alone changes it.
     virtual bool IsMoving() const { return false; }
@@ -50,7 +50,7 @@ private:
     ApplicationTag tag;
 };
 
-// The wall clock's date, its time of day, or one behind the other as a BACnetDateTime.
+// The wall clock's date, its time of day, or one after the other as a BACnetDateTime.
 class ClockValue : public Value {
 public:
     ClockValue(bool withDate, bool withTime) : hasDate(withDate), hasTime(withTime) {}

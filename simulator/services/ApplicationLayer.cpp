@@ -54,7 +54,7 @@ std::vector<Answer> ApplicationLayer::Receive(NetworkLayer::Indication const& in
             ReceiveAbort(indication);
             break;
         default:
-            break;  // answers: this device asks nobody
+            break;  // answers: this device sends no requests
     }
     return Addressed(indication.peer, indication.priority, std::move(apdus));
 }
@@ -73,7 +73,7 @@ std::vector<Answer> ApplicationLayer::Tick(Moment const& now) {
     return answers;
 }
 
-// A confirmed request that was sent to everybody is nobody's to answer (clause 5.4.5.1).
+// A confirmed request that was broadcast must not be answered (clause 5.4.5.1).
 std::vector<Octets> ApplicationLayer::ReceiveConfirmed(NetworkLayer::Indication const& indication,
                                                        Moment const& now) {
     auto const request = ConfirmedRequest::Decode(indication.apdu);

@@ -34,7 +34,7 @@ NetworkLayer::Result NetworkLayer::Receive(Endpoint const& sender, bool isBroadc
     return npdu->destination ? Result{} : Result{indication, std::nullopt};
 }
 
-// What comes without a destination is for the router itself, which serves no objects.
+// A request without a destination is for the router itself, which serves no objects.
 NetworkLayer::Result NetworkLayer::ReceiveAsRouter(Npdu const& npdu, Indication indication) const {
     if (!npdu.destination) {
         return {};
@@ -43,7 +43,7 @@ NetworkLayer::Result NetworkLayer::ReceiveAsRouter(Npdu const& npdu, Indication 
         return indication.isBroadcast ? Result{} : Result{std::nullopt, RejectNetwork(npdu)};
     }
     if (npdu.hopCount <= 1) {
-        return {};  // nothing is left after the router has taken its one (clause 6.2.3)
+        return {};  // the router's decrement leaves nothing (clause 6.2.3)
     }
     bool const toAll = npdu.destination->mac.empty();
     if (!toAll && npdu.destination->mac != position->mac) {

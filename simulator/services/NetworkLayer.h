@@ -8,7 +8,7 @@
 namespace simulator {
 
 // The network layer of the device (clause 6): finds out whether an NPDU is for it and frames its
-// answers. With a position behind a router it plays that router too.
+// answers. If the device is behind a router, it is that router too.
 class NetworkLayer {
 public:
     // A request that has arrived.

@@ -14,7 +14,7 @@ namespace simulator {
 using ConfirmedService = void (*)(TagReader& request, Device& device, Moment const& now, TagWriter& ack);
 
 // The service of a service choice (clause 21), null if the device doesn't carry it out. A new service is
-// a new row in the table behind it.
+// a new row in the table of Service.cpp.
 ConfirmedService FindService(std::uint8_t choice);
 
 // Clause 15.5

@@ -25,7 +25,7 @@ std::string NumberText(Primitive const& primitive) {
     return text;
 }
 
-// What is no printable character of ASCII becomes a dot.
+// A dot replaces whatever is not a printable ASCII character.
 std::string Quoted(Octets const& content) {
     std::string text(1, '"');
     for (std::size_t i = 1; i < content.size(); ++i) {

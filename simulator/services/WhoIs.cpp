@@ -38,7 +38,7 @@ Octets IAm(Device const& device) {
 
 }  // namespace
 
-// What is wrong in an unconfirmed request is nobody's to be told.
+// A mistake in an unconfirmed request must not be answered.
 std::optional<Octets> AnswerUnconfirmed(Octets const& apdu, Device const& device) try {
     OctetReader head(apdu);
     if (head.U8() != UnconfirmedRequestPdu || head.U8() != WhoIsChoice) {

@@ -9,13 +9,13 @@
 
 namespace simulator {
 
-// Tells an observer of one write, in one line:
+// Reports one write to an observer, in one line:
 // write analog_value 1 present_value = Real 21.5, priority 8: done
 // write analog_input 1 present_value[2] = Null: refused, write-access-denied
 // write: rejected, missing-required-parameter
 class WriteLog {
 public:
-    // An empty observer is told nothing. It must outlive the log.
+    // An empty observer gets no reports. It must outlive the log.
     explicit WriteLog(Device::WriteObserver const& writeObserver) : observer(writeObserver) {}
 
     void Asked(WriteRequest const& request);

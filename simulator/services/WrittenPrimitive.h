@@ -11,7 +11,7 @@ namespace simulator {
 // of their tag's datatype, value-out-of-range for what the simulator or the standard doesn't know (numbers
 // beyond 32 bits, infinite ones, the 32nd of a month).
 
-// The value as it is, whatever its datatype; its contents encoded anew, in as few octets as hold them.
+// The value as it is, whatever its datatype; its contents encoded again, in as few octets as hold them.
 ValuePtr WrittenAny(Primitive const& primitive);
 // The value for a property of a primitive datatype or an enumeration. Strictly, its tag is that of the
 // datatype. A lenient device converts numbers: Boolean, Unsigned, Signed, Real, Double and Enumerated stand

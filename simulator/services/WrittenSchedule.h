@@ -15,7 +15,7 @@ ValuePtr WrittenDay(TagReader& reader, bool isLenient);
 // BACnetWeekNDay with 0 in it, which the standard doesn't know, and keeps it as it is.
 ValuePtr WrittenEvent(TagReader& reader, bool isLenient);
 
-// Two dates one behind the other: a BACnetDateRange.
+// Two dates one after the other: a BACnetDateRange.
 void CopyDateRange(TagReader& reader, TagWriter& writer);
 
 }  // namespace simulator

@@ -34,7 +34,7 @@ CommandLine AnyPort() {
     return CommandLine::Parse({"x.lua", "--port", "0", "--duration", "30"});
 }
 
-// The port that "ready NAME 127.0.0.1:PORT" tells.
+// The port in "ready NAME 127.0.0.1:PORT".
 std::uint16_t PortOf(std::string const& line) {
     return static_cast<std::uint16_t>(std::stoi(line.substr(line.rfind(':') + 1)));
 }
@@ -69,12 +69,12 @@ TEST(CommandLine, Mistakes) {
     EXPECT_EQ(MistakeOf({"a", "b"}), "unexpected argument \"b\"");
     EXPECT_EQ(MistakeOf({"a", "--fast"}), "unexpected argument \"--fast\"");
     EXPECT_EQ(MistakeOf({"a", "--port"}), "--port: a value is missing");
-    EXPECT_EQ(MistakeOf({"a", "--port", "65536"}), "--port: \"65536\" is no port");
-    EXPECT_EQ(MistakeOf({"a", "--port", "-1"}), "--port: \"-1\" is no port");
-    EXPECT_EQ(MistakeOf({"a", "--bind", "localhost"}), "--bind: \"localhost\" is no IPv4 address");
-    EXPECT_EQ(MistakeOf({"a", "--duration", "soon"}), "--duration: \"soon\" is no number of seconds");
-    EXPECT_EQ(MistakeOf({"a", "--duration", "nan"}), "--duration: \"nan\" is no number of seconds");
-    EXPECT_EQ(MistakeOf({"a", "--duration", "-1"}), "--duration: \"-1\" is no number of seconds");
+    EXPECT_EQ(MistakeOf({"a", "--port", "65536"}), "--port: \"65536\" is not a port from 0 to 65535");
+    EXPECT_EQ(MistakeOf({"a", "--port", "-1"}), "--port: \"-1\" is not a port from 0 to 65535");
+    EXPECT_EQ(MistakeOf({"a", "--bind", "localhost"}), "--bind: \"localhost\" is not an IPv4 address");
+    EXPECT_EQ(MistakeOf({"a", "--duration", "soon"}), "--duration: \"soon\" is not a number of seconds");
+    EXPECT_EQ(MistakeOf({"a", "--duration", "nan"}), "--duration: \"nan\" is not a number of seconds");
+    EXPECT_EQ(MistakeOf({"a", "--duration", "-1"}), "--duration: \"-1\" is not a number of seconds");
 }
 
 TEST(Server, AnnouncesEveryDeviceAndAnswers) {
@@ -100,7 +100,7 @@ TEST(Server, AnnouncesEveryDeviceAndAnswers) {
     EXPECT_EQ(test::ToHex(answer->octets), "81 0A 00 15 01 00 10 00 C4 02 00 00 02 22 05 C4 91 01 22 03 E7");
 }
 
-TEST(Server, TellsEachWriteIfAsked) {
+TEST(Server, ReportsEachWriteIfVerbose) {
     RunningClock const clock;
     CommandLine const options = CommandLine::Parse({"x.lua", "--port", "0", "--duration", "30", "--verbose"});
     Server server(Devices("device{name = 'D', instance = 1, objects = {binary_value{instance = 1}}}"),

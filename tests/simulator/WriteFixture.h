@@ -6,7 +6,7 @@
 
 namespace test {
 
-// A client that writes. Objects are told as in device files, values in hexadecimal with their tags.
+// A client that writes. Objects are written as in device files, values in hexadecimal with their tags.
 class WriteFixture : public StationFixture {
 protected:
     static constexpr unsigned PresentValue = 85;

@@ -83,7 +83,7 @@ TEST_F(CommandInputTest, ALineWithoutEndTakesNoMemory) {
     EXPECT_EQ(lines[1], "next");
 }
 
-TEST_F(CommandInputTest, WhatNobodyReadsIsLostInsteadOfWaitedFor) {
+TEST_F(CommandInputTest, TextThatNobodyReadsIsLostWithoutWaiting) {
     for (int i = 0; i < 100; ++i) {
         simulator::WriteWithoutWaiting(Writer(), std::string(5000, 'x'));
     }

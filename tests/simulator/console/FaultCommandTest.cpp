@@ -18,7 +18,7 @@ protected:
     Faults ahu, room;
 };
 
-TEST_F(FaultCommand, AFaultIsAddedAndToldAgain) {
+TEST_F(FaultCommand, AFaultIsAddedAndListed) {
     EXPECT_EQ(Run("fault AHU-1 truncate octet=9 mend=false times=1 on=write"),
               "AHU-1: truncate octet=9 mend=false on=write times=1\n");
     ASSERT_EQ(ahu.List().size(), 1u);
@@ -44,7 +44,7 @@ TEST_F(FaultCommand, WhatIsListedCanBeGivenAgain) {
     EXPECT_EQ(Run("fault AHU-1 " + fault), "AHU-1: " + fault + "\n");
 }
 
-TEST_F(FaultCommand, HelpTellsEveryKindWithItsFields) {
+TEST_F(FaultCommand, HelpStatesEveryKindWithItsFields) {
     std::string const help = Run("help");
     for (simulator::FaultRow const& row : simulator::FaultRows) {
         EXPECT_NE(help.find(std::string("\n  ") + row.name + " "), std::string::npos) << row.name;
@@ -57,7 +57,7 @@ TEST_F(FaultCommand, NothingIsNothing) {
     EXPECT_EQ(Run(" \t\r"), "");
 }
 
-TEST_F(FaultCommand, MistakesAreToldAndNothingIsDone) {
+TEST_F(FaultCommand, MistakesAreAnsweredAndNothingIsDone) {
     struct Row {
         char const* line;
         char const* message;

@@ -37,13 +37,13 @@ TEST(DeviceFileLimits, LongWorkInFewInstructionsEnds) {
               "d.lua:1: the file runs for too long");
 }
 
-TEST(DeviceFileLimits, ALongTextInManyPlacesIsRefused) {
+TEST(DeviceFileLimits, ALongTextInManyPlacesIsAMistake) {
     EXPECT_EQ(MistakeOf(LongText +
                         "local t = {} for i = 1, 400000 do t[i] = s end device{instance = 1, objects = t}"),
               "d.lua:1: the texts are too long");
 }
 
-TEST(DeviceFileLimits, ALongNameInManyPlacesIsRefused) {
+TEST(DeviceFileLimits, ALongNameInManyPlacesIsAMistake) {
     EXPECT_EQ(MistakeOf(LongText + "local t = {} for i = 1, 99 do t[i] = {[s] = 1} end device{objects = t}"),
               "d.lua:1: the texts are too long");
 }
@@ -76,7 +76,7 @@ TEST(DeviceFileLimits, AFileOfZeroesEndsInAMessage) {
     EXPECT_NE(MistakeOf(std::string(10, '\0')).find("unexpected symbol"), std::string::npos);
 }
 
-TEST(DeviceFileLimits, DeepNestingInTheTextIsRefused) {
+TEST(DeviceFileLimits, DeepNestingInTheTextIsAMistake) {
     EXPECT_NE(MistakeOf("local x = " + std::string(5000, '(')).find("overflow"), std::string::npos);
     EXPECT_NE(MistakeOf("local x = " + std::string(5000, '{')).find("overflow"), std::string::npos);
 }

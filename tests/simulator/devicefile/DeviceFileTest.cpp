@@ -43,12 +43,12 @@ TEST(DeviceFile, DevicesAndTheirObjects) {
     EXPECT_EQ(devices[1].Settings().position->mac, (simulator::Octets{0x0A, 0x14}));
 }
 
-TEST(DeviceFile, MistakesOfTheLanguageTellTheirLine) {
+TEST(DeviceFile, MistakesOfTheLanguageNameTheirLine) {
     EXPECT_EQ(MistakeOf("\ndevice{"), "plant.lua:2: unexpected symbol near <eof>");
     EXPECT_EQ(MistakeOf("\n\nlocal a = nothing.at_all").substr(0, 13), "plant.lua:3: ");
     EXPECT_EQ(MistakeOf("pump{}").substr(0, 50), "plant.lua:1: attempt to call a nil value (global '");
     EXPECT_EQ(MistakeOf("error('a\\nb')"), "plant.lua:1: a b");
-    EXPECT_EQ(MistakeOf("error({})"), "plant.lua: the error is no text");
+    EXPECT_EQ(MistakeOf("error({})"), "plant.lua: the error is not a text");
 }
 
 TEST(DeviceFile, AFileWithoutADevice) {
@@ -86,7 +86,7 @@ TEST(DeviceFile, MemoryIsLimited) {
               std::string::npos);
 }
 
-TEST(DeviceFile, CompiledCodeIsRefused) {
+TEST(DeviceFile, CompiledCodeIsAMistake) {
     EXPECT_NE(MistakeOf("\x1bLua").find("binary chunk"), std::string::npos);
 }
 
@@ -134,7 +134,7 @@ TEST(DeviceFile, MistakesOfAnObject) {
     EXPECT_EQ(InObject("analog_input{instance = 1, [true] = 5}"),
               "plant.lua:2: the keys of a table must be names or 1, 2, 3 ...");
     EXPECT_EQ(InObject("analog_input{instance = 1, present_value = tostring}"),
-              "plant.lua:2: a function is no value");
+              "plant.lua:2: a function is not a value");
 }
 
 TEST(DeviceFile, TheLineIsThatOfTheObject) {
@@ -175,9 +175,9 @@ TEST(DeviceFile, MistakesOfAValue) {
          "datetime_value 1: present_value: must be a date and time like \"2024-03-15 08:00:00\", not "
          "\"2024-01-01\""},
         {"analog_input{instance = 1, present_value = clock()}",
-         "analog_input 1: present_value: cannot be a clock: it is no date or time"},
+         "analog_input 1: present_value: cannot be a clock: it is not a date or time"},
         {"date_value{instance = 1, present_value = ramp{}}",
-         "date_value 1: present_value: cannot move: it is no number"},
+         "date_value 1: present_value: cannot move: it is not a number"},
         {"analog_input{instance = 1, present_value = ramp{form = 1}}",
          "analog_input 1: present_value: ramp: unknown name \"form\""},
         {"analog_input{instance = 1, present_value = toggle{period = 0}}",
@@ -186,7 +186,8 @@ TEST(DeviceFile, MistakesOfAValue) {
          "analog_input 1: present_value: ramp: from: is too large"},
         {"analog_input{instance = 1, present_value = steps{values = {}}}",
          "analog_input 1: present_value: steps: values: must not be empty"},
-        {"accumulator{instance = 1, scale = {}}", "accumulator 1: scale: wants float_scale or integer_scale"},
+        {"accumulator{instance = 1, scale = {}}",
+         "accumulator 1: scale: must have float_scale or integer_scale"},
         {"analog_input{instance = 1, status_flags = '11111'}",
          "analog_input 1: status_flags: must have four bits"},
         {"averaging{instance = 1, object_property_reference = {'pump', 1, 'present_value'}}",
@@ -202,12 +203,12 @@ TEST(DeviceFile, MistakesOfAValue) {
         {"schedule{instance = 1, weekly_schedule = {monday = {{'08:00'}}}}",
          "schedule 1: weekly_schedule: monday: an entry must be a time and a value"},
         {"schedule{instance = 1, exception_schedule = {{entries = {}}}}",
-         "schedule 1: exception_schedule: event 1: an event wants one of date, from and to, week_n_day, "
+         "schedule 1: exception_schedule: event 1: an event must have one of date, from and to, week_n_day, "
          "calendar"},
         {"schedule{instance = 1, exception_schedule = {{calendar = 1, priority = 17}}}",
          "schedule 1: exception_schedule: event 1: must be at most 16, not the number 17"},
         {"schedule{instance = 1, present_value = real()}",
-         "schedule 1: present_value: real: wants one value"},
+         "schedule 1: present_value: real: must have one value"},
         {"schedule{instance = 1, present_value = analog_input{}}",
          "schedule 1: present_value: cannot be a analog_input"},
     };

@@ -93,7 +93,7 @@ TEST_F(ExampleDevices, ARoomControllerNeedsSegmentsForALight) {
     EXPECT_EQ(first[0].size(), 206u * 3 - 1);
 }
 
-TEST_F(ExampleDevices, WhatTheAirHandlingUnitTakesAndRefuses) {
+TEST_F(ExampleDevices, WritesToTheAirHandlingUnitEndAsItsFileStates) {
     station = std::make_unique<simulator::Station>(Load("air-handling-unit.lua").at(0));
     std::string const setpoint = "0C 00 80 00 01 19 55";
     auto const write = [&](std::string const& parameters) { return Answer("02 75 01 0F " + parameters); };

@@ -53,7 +53,7 @@ TEST(FaultFile, EveryKindCanBeGiven) {
     }
 }
 
-TEST(FaultFile, EachMistakeTellsLineDeviceAndField) {
+TEST(FaultFile, EachMistakeNamesLineDeviceAndField) {
     struct Row {
         char const* faults;
         char const* message;

@@ -9,7 +9,7 @@
 namespace test {
 
 // A device with faults, and a client that asks it. Its octet string is long enough for four segments of 50
-// octets. Faults are told as in commands.
+// octets. Faults are written as in commands.
 class FaultFixture : public StationFixture {
 protected:
     static constexpr char const* Read = "02 75 01 0C 0C 00 00 00 01 19 55";
@@ -45,7 +45,7 @@ protected:
         return faulty->Receive({sender, Unicast(Hex("01 04") + Hex(apdu))}, now);
     }
 
-    // What is sent, whole, "after N ms" and "elsewhere" behind it where that is so; with ", " in between.
+    // What is sent, whole, "after N ms" and "elsewhere" after it where that is so; with ", " in between.
     static std::string Shown(std::vector<simulator::Delivery> const& all) {
         std::string text;
         for (simulator::Delivery const& delivery : all) {
@@ -75,7 +75,7 @@ protected:
     // A whole datagram of an APDU.
     static std::string Whole(std::string const& apdu) { return ToHex(Unicast(Hex("01 00") + Hex(apdu))); }
 
-    // The sequence numbers of segments, "+" behind each with more to follow.
+    // The sequence numbers of segments, "+" after each with more to follow.
     static std::string Numbers(std::vector<simulator::Delivery> const& all) {
         std::string text;
         for (simulator::Delivery const& delivery : all) {

@@ -28,7 +28,7 @@ TEST(Fault, TextOfAFaultWithoutMoreIsItsName) {
     }
 }
 
-TEST(Fault, TextTellsAllThatIsNotUsual) {
+TEST(Fault, TextStatesAllThatIsNotUsual) {
     Fault fault = simulator::MakeFault(FaultKind::Truncate);
     fault.octet = 9;
     fault.mends = false;

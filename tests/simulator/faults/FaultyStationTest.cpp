@@ -19,7 +19,7 @@ TEST_F(FaultyStation, WithoutFaultsItIsTheStation) {
 
 TEST_F(FaultyStation, EachFaultOfADatagramByItsOctets) {
     std::string const value = Whole(Value);
-    std::string const rest = value.substr(11);  // behind the BVLC header
+    std::string const rest = value.substr(11);  // after the BVLC header
     struct Row {
         char const* fault;
         std::string datagrams;

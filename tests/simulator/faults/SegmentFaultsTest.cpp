@@ -156,7 +156,7 @@ TEST_F(SegmentFaults, ALossTakesSingleSegmentsAndTheyAreRepeated) {
     EXPECT_EQ(Acknowledge("01"), "02+");
 }
 
-TEST_F(SegmentFaults, ARefusalInPlaceOfSegmentsIsAll) {
+TEST_F(SegmentFaults, AnErrorInPlaceOfSegmentsIsAll) {
     for (char const* fault : {"error times=1", "reject times=1", "abort times=1", "silence times=1"}) {
         Add(fault);
         EXPECT_LE(Deliveries(ReadLong).size(), 1u);

@@ -219,7 +219,7 @@ TEST_F(ObjectTypes, ExceptionScheduleOfEveryPeriod) {
               "1C 01 80 00 07 2E 2F 39 0A 0E 0C FF FF FF FF 0F 2E 2F 39 10");
 }
 
-TEST_F(ObjectTypes, ClocksTellTheWallClock) {
+TEST_F(ObjectTypes, ClocksShowTheWallClock) {
     MakeWith("datetime_value{instance = 1}");
     now.local = std::chrono::hours(24 * 19797) + std::chrono::milliseconds(45'296'780);
     EXPECT_EQ(Answer("02 75 01 0C 0C 0B 00 00 01 19 55"),
@@ -228,7 +228,7 @@ TEST_F(ObjectTypes, ClocksTellTheWallClock) {
               "30 01 0C 0C 02 00 00 64 19 38 3E A4 7C 03 0F 05 3F");
 }
 
-TEST_F(ObjectTypes, TheDeviceTellsWhatItSupports) {
+TEST_F(ObjectTypes, TheDeviceReportsWhatItSupports) {
     MakeWith("");
     EXPECT_EQ(Answer("02 75 01 0C 0C 02 00 00 64 19 61"),
               "30 01 0C 0C 02 00 00 64 19 61 3E 85 06 00 00 0B 00 00 20 3F");

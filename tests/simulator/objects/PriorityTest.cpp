@@ -33,7 +33,7 @@ TEST_F(Priority, EightOverSixteen) {
     EXPECT_EQ(Read("analog_output", 85), "44 41 20 00 00");
     EXPECT_EQ(Write("analog_output", 85, "44 41 A0 00 00", 8), Ack);
     EXPECT_EQ(Read("analog_output", 85), "44 41 A0 00 00");
-    EXPECT_EQ(Write("analog_output", 85, "44 41 F0 00 00", 16), Ack) << "taken, but behind 8";
+    EXPECT_EQ(Write("analog_output", 85, "44 41 F0 00 00", 16), Ack) << "taken, but below 8";
     EXPECT_EQ(Read("analog_output", 85), "44 41 A0 00 00");
     EXPECT_EQ(Read("analog_output", 87),
               "00 00 00 00 00 00 00 44 41 A0 00 00 00 00 00 00 00 00 00 44 41 F0 00 00");
@@ -64,7 +64,7 @@ TEST_F(Priority, ElementsOfTheArray) {
     EXPECT_EQ(Read("binary_output", 87, 17), "50 01 0C 91 02 91 2A");
 }
 
-TEST_F(Priority, ARefusedCommandChangesNothing) {
+TEST_F(Priority, ACommandAnsweredByAnErrorChangesNothing) {
     MakeWith("multi_state_output{instance = 1, number_of_states = 3, present_value = 2}");
     EXPECT_EQ(Write("multi_state_output", 85, "21 04", 8), OutOfRange);
     EXPECT_EQ(Write("multi_state_output", 85, "91 01", 8), InvalidDataType);

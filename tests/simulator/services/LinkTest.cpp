@@ -47,7 +47,7 @@ TEST_F(Link, AForwardedWhoIsIsAnsweredToItsOriginator) {
     EXPECT_EQ(answers[0].octets[1], 0x0A);
 }
 
-TEST_F(Link, RequestsToABbmdAreRefused) {
+TEST_F(Link, RequestsToABbmdAreAnsweredByANak) {
     EXPECT_EQ(Send(Hex("81 01 00 04")), (Texts{"81 00 00 06 00 10"}));
     EXPECT_EQ(Send(Hex("81 02 00 04")), (Texts{"81 00 00 06 00 20"}));
     EXPECT_EQ(Send(Hex("81 05 00 06 00 3C")), (Texts{"81 00 00 06 00 30"}));

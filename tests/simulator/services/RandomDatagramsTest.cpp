@@ -63,7 +63,7 @@ TEST_F(RandomDatagrams, Noise) {
     ExpectAlive();
 }
 
-TEST_F(RandomDatagrams, NoiseBehindGoodHeads) {
+TEST_F(RandomDatagrams, NoiseAfterGoodHeaders) {
     for (int i = 0; i < Count; ++i) {
         Octets npdu = test::Hex("01 04");
         Octets const apdu = random.Noise(random.Pick(60));

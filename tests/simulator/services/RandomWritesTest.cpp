@@ -105,7 +105,7 @@ TEST_F(RandomWrites, GoodOnesMutated) {
         ExpectReadable();
         EXPECT_GT(acks, Count / 2 / 8) << "some of the mutated ones are still right";
         EXPECT_LT(acks, 4000) << "and some are not";
-        EXPECT_GE(lines, Count / 2) << "each is told";
+        EXPECT_GE(lines, Count / 2) << "each is reported";
     }
 }
 

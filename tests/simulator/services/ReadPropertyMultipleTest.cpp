@@ -99,7 +99,7 @@ TEST_F(ReadPropertyMultiple, Rejects) {
     EXPECT_EQ(Answer("02 74 01 0E 0C 0C 80 00 01 1E 29 55 1F"), "60 01 04") << "another tag";
     EXPECT_EQ(Answer("02 74 01 0E 0C 0C 80 00 01 1E 09 55 2F"), "60 01 05") << "another end";
     EXPECT_EQ(Answer("02 74 01 0E 0C 0C 80 00 01 1E 1E 1E 1E 1E 1E"), "60 01 04") << "nested lists";
-    EXPECT_EQ(Answer("02 74 01 0E 0C 0C 80 00 01 1E 09 55 1F 00"), "60 01 04") << "more behind it";
+    EXPECT_EQ(Answer("02 74 01 0E 0C 0C 80 00 01 1E 09 55 1F 00"), "60 01 04") << "more after it";
 }
 
 TEST_F(ReadPropertyMultiple, CutAnywhereItIsRejected) {

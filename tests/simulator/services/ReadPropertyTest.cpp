@@ -49,7 +49,7 @@ TEST_F(ReadProperty, ObjectList) {
 TEST_F(ReadProperty, Errors) {
     EXPECT_EQ(Answer("00 05 01 0C 0C 00 00 00 02 19 55"), "50 01 0C 91 01 91 1F") << "unknown object";
     EXPECT_EQ(Answer("00 05 01 0C 0C 00 00 00 01 19 7B"), "50 01 0C 91 02 91 20") << "unknown property";
-    EXPECT_EQ(Answer("00 05 01 0C 0C 00 00 00 01 19 08"), "50 01 0C 91 02 91 20") << "ALL is no property";
+    EXPECT_EQ(Answer("00 05 01 0C 0C 00 00 00 01 19 08"), "50 01 0C 91 02 91 20") << "ALL is not a property";
     EXPECT_EQ(Answer("00 05 01 0C 0C 00 00 00 01 19 55 29 00"), "50 01 0C 91 02 91 32") << "no array";
     EXPECT_EQ(Answer("00 05 01 0C 0C 04 C0 00 03 19 6E 29 03"), "50 01 0C 91 02 91 2A") << "index too high";
     EXPECT_EQ(Answer("00 05 01 0C 0C 04 C0 00 03 19 6E 2C FF FF FF FF"), "50 01 0C 91 02 91 2A");

@@ -19,7 +19,7 @@ protected:
     static constexpr char const* Ack = "30 07 0C 0C 00 00 00 01 19 55 3E 44 3F C0 00 00 3F";
 };
 
-TEST_F(Router, TheAnswerTellsWhereItComesFrom) {
+TEST_F(Router, TheAnswerNamesItsSource) {
     EXPECT_EQ(SendNpdu("01 24 00 05 02 0A 14 FF"),
               (Texts{std::string("81 0A 00 1C 01 08 00 05 02 0A 14 ") + Ack}));
 }

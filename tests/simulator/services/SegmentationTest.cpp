@@ -23,7 +23,7 @@ protected:
         return Ask(flags + " " + limits + " 07 0C 0C 0B C0 00 01 19 55");
     }
 
-    // The sequence numbers of segments, "+" behind each with more to follow; anything else as it is.
+    // The sequence numbers of segments, "+" after each with more to follow; anything else as it is.
     static std::string Numbers(Texts const& apdus) {
         std::string text;
         for (std::string const& apdu : apdus) {
@@ -78,7 +78,7 @@ TEST_F(Segmentation, AWiderWindowSendsSeveralAtOnce) {
     EXPECT_EQ(Acknowledge("03", "02"), "");
 }
 
-TEST_F(Segmentation, AnAckWithinTheWindowGoesOnBehindIt) {
+TEST_F(Segmentation, AnAckWithinTheWindowContinuesAfterIt) {
     Read();
     EXPECT_EQ(Acknowledge("00", "03"), "01+ 02+ 03");
     EXPECT_EQ(Acknowledge("01", "03"), "02+ 03");
@@ -204,7 +204,7 @@ TEST_F(Segmentation, OnlyItsOwnClientAndInvokeIdCount) {
     EXPECT_EQ(Acknowledge("00", "01"), "01+");
 }
 
-TEST_F(Segmentation, TheSameRequestAgainBeginsAnew) {
+TEST_F(Segmentation, TheSameRequestAgainStartsOver) {
     Read();
     EXPECT_EQ(Acknowledge("00", "01"), "01+");
     EXPECT_EQ(Numbers(Read()), "00+");
@@ -219,7 +219,7 @@ TEST_F(Segmentation, SegmentAcksCutOffAreIgnored) {
     EXPECT_EQ(Acknowledge("00", "01"), "01+");
 }
 
-TEST_F(Segmentation, NumbersWrapBehind255) {
+TEST_F(Segmentation, NumbersWrapAfter255) {
     std::string octets;
     for (int i = 0; i < 45 * 299; ++i) {
         octets += "5A";

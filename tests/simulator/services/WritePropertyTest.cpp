@@ -222,7 +222,7 @@ TEST_F(WriteProperty, AWriteToEverybodyHasNoEffect) {
     EXPECT_EQ(Read("analog_value", 85), "44 41 A0 00 00");
 }
 
-TEST_F(WriteProperty, EveryWriteIsTold) {
+TEST_F(WriteProperty, EveryWriteIsReported) {
     std::vector<std::string> lines;
     station->OnWrite([&lines](std::string const& line) { lines.push_back(line); });
     Write("analog_value", 85, "44 41 AC 00 00", 8);

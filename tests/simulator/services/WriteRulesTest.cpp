@@ -43,7 +43,7 @@ protected:
     }
 };
 
-TEST_F(WriteRules, AStrictDeviceWantsTheDatatype) {
+TEST_F(WriteRules, AStrictDeviceRequiresTheDatatype) {
     for (char const* rules : {"", "writes = 'strict',"}) {
         MakeDevice(rules);
         for (Row const& row : Numbers()) {
