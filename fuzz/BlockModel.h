@@ -22,7 +22,7 @@ public:
         Kind kind;
     };
 
-    static constexpr std::array<Field, 16> fields = {{{"FaultItemId", LongInteger},
+    static constexpr std::array<Field, 16> Fields = {{{"FaultItemId", LongInteger},
                                                       {"ErrorTextItemId", LongInteger},
                                                       {"ExecuteItemId", LongInteger},
                                                       {"ConnectItemId", LongInteger},
@@ -41,8 +41,8 @@ public:
 
     // -1 for a key that names no field.
     static int Find(std::string_view key) {
-        for (std::size_t i = 0; i < fields.size(); ++i) {
-            if (key == fields[i].name) {
+        for (std::size_t i = 0; i < Fields.size(); ++i) {
+            if (key == Fields[i].name) {
                 return static_cast<int>(i);
             }
         }
@@ -62,7 +62,7 @@ public:
         int const top = lua_gettop(L);
         lua_pushvalue(L, index);
         Value& value = values.at(static_cast<std::size_t>(field));
-        switch (fields.at(static_cast<std::size_t>(field)).kind) {
+        switch (Fields.at(static_cast<std::size_t>(field)).kind) {
             case Boolean:
                 value.number = lua_type(L, -1) != LUA_TNIL && !IsFalse(L);
                 break;
@@ -89,7 +89,7 @@ public:
     // Requires that the value on top of the stack is what a script reads from the field.
     void RequireGot(int field, lua_State* L) const {
         Value const& value = values.at(static_cast<std::size_t>(field));
-        switch (fields.at(static_cast<std::size_t>(field)).kind) {
+        switch (Fields.at(static_cast<std::size_t>(field)).kind) {
             case Boolean:
                 Require(lua_isboolean(L, -1), "a boolean field gives a boolean");
                 Require(!value.isKnown || lua_toboolean(L, -1) == value.number,
@@ -159,7 +159,7 @@ private:
                    : 0;
     }
 
-    std::array<Value, fields.size()> values;
+    std::array<Value, Fields.size()> values;
 };
 
 }  // namespace fuzz

@@ -22,8 +22,8 @@
 
 using namespace dorvel::BACnet;
 using fuzz::Input;
-using fuzz::modelCount;
-using fuzz::modelVariables;
+using fuzz::ModelCount;
+using fuzz::ModelVariables;
 using fuzz::Require;
 
 namespace {
@@ -77,14 +77,14 @@ private:
     bool IsRouted() const { return (options & 1) != 0; }
 
     void AddVariables() {
-        std::vector<VelaBufferParameters> records(modelCount);
+        std::vector<VelaBufferParameters> records(ModelCount);
         std::vector<VelaBufferParameters*> list;
         for (std::size_t i = first; i < end; ++i) {
             auto* const descriptor = new DriverVarDsc();
             descriptor->ReadId = static_cast<long long>(i) + 1;
-            descriptor->ReadType = modelVariables[i].declared;
-            records[i] = {descriptor, modelVariables[i].typeCode, modelVariables[i].propertyCode,
-                          static_cast<int>(fuzz::modelInstance)};
+            descriptor->ReadType = ModelVariables[i].declared;
+            records[i] = {descriptor, ModelVariables[i].typeCode, ModelVariables[i].propertyCode,
+                          static_cast<int>(fuzz::ModelInstance)};
             list.push_back(&records[i]);
         }
         client->InitTags(list);
@@ -119,11 +119,11 @@ private:
 
     int ReadObject(std::size_t object) {
         std::size_t const from = fuzz::ModelObjects()[object];
-        auto const type = static_cast<ObjectTypeEnum>(modelVariables[from].objectType);
+        auto const type = static_cast<ObjectTypeEnum>(ModelVariables[from].objectType);
         Values values;
         int const before = network.Sent();
-        int const result = client->ProcessTagM(ObjectIdentifier(type, fuzz::modelInstance),
-                                               client->Tags().at(type).at(fuzz::modelInstance), values);
+        int const result = client->ProcessTagM(ObjectIdentifier(type, fuzz::ModelInstance),
+                                               client->Tags().at(type).at(fuzz::ModelInstance), values);
         Require(result == 0 || result == 1, "the result of a read is 0 or 1");
         Require(network.Sent() > before, "a read is sent");
         RequireKnown(values, from, fuzz::ModelObjects()[object + 1]);
@@ -139,7 +139,7 @@ private:
             Require(record.Id > static_cast<long long>(from) && record.Id <= static_cast<long long>(to),
                     "a value belongs to a variable that was read");
             Require(record.Index == 0 && record.Field.empty(), "a value is whole");
-            RequireType(record.Value, modelVariables[record.Id - 1].declared);
+            RequireType(record.Value, ModelVariables[record.Id - 1].declared);
         }
     }
 
@@ -185,7 +185,7 @@ private:
     }
 
     void Write(std::size_t variable, OpcUa_VariantHlp value) {
-        ModelVariable const& row = modelVariables[variable];
+        ModelVariable const& row = ModelVariables[variable];
         auto const& tags = client->Tags().at(static_cast<ObjectTypeEnum>(row.objectType)).at(1);
         int const before = network.Sent();
         client->Write(tags[variable - FirstOf(variable)], value);
@@ -194,7 +194,7 @@ private:
 
     static std::size_t FirstOf(std::size_t variable) {
         std::size_t index = variable;
-        while (index > 0 && modelVariables[index - 1].objectType == modelVariables[index].objectType) {
+        while (index > 0 && ModelVariables[index - 1].objectType == ModelVariables[index].objectType) {
             --index;
         }
         return index;
@@ -232,7 +232,7 @@ private:
         unsigned status = OpcUa_Good;
         record.Value.Normalize(&status, nullptr);
         Require(status == OpcUa_Good, "a good poll delivers good values");
-        ModelVariable const& row = modelVariables[record.Id - 1];
+        ModelVariable const& row = ModelVariables[record.Id - 1];
         std::string text;
         Require(record.Value.GetString(text) == OpcUa_Good, "a good poll delivers values");
         Require(text == row.text, ("a good poll delivers the device's values: " + text).c_str());

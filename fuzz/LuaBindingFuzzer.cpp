@@ -167,8 +167,8 @@ private:
         PushLibrary("new");
         PushFields();
         BlockModel model;
-        for (std::size_t field = 0; field < BlockModel::fields.size(); ++field) {
-            lua_getfield(L, -1, BlockModel::fields[field].name);
+        for (std::size_t field = 0; field < BlockModel::Fields.size(); ++field) {
+            lua_getfield(L, -1, BlockModel::Fields[field].name);
             if (!lua_isnil(L, -1)) {
                 model.Set(static_cast<int>(field), L, lua_gettop(L));
             }
@@ -211,7 +211,7 @@ private:
             return;
         }
         bool const isList =
-            field >= 0 && BlockModel::fields[static_cast<std::size_t>(field)].kind == BlockModel::List;
+            field >= 0 && BlockModel::Fields[static_cast<std::size_t>(field)].kind == BlockModel::List;
         Require(good || memoryEnds || isList || (isText && field < 0), "every field can be set");
         Require(!good || !isText || field >= 0, "a key that is not a field cannot be set");
         if (field >= 0) {
@@ -271,8 +271,8 @@ private:
             return;
         }
         Require(lua_istable(L, -1), "a clone is a table");
-        for (std::size_t field = 0; field < BlockModel::fields.size(); ++field) {
-            lua_getfield(L, -1, BlockModel::fields[field].name);
+        for (std::size_t field = 0; field < BlockModel::Fields.size(); ++field) {
+            lua_getfield(L, -1, BlockModel::Fields[field].name);
             TheSlot().model.RequireGot(static_cast<int>(field), L);
             lua_pop(L, 1);
         }
@@ -312,7 +312,7 @@ private:
         }
         Call(static_cast<int>(count));
         for (Slot& changed : slots) {
-            for (std::size_t field = 0; field < BlockModel::fields.size(); ++field) {
+            for (std::size_t field = 0; field < BlockModel::Fields.size(); ++field) {
                 changed.model.Forget(static_cast<int>(field));
             }
         }
@@ -333,7 +333,7 @@ private:
         static constexpr char const* others[] = {"Fault", "ErrorText", "__clone", "__gc", "Timeou", ""};
         unsigned const choice = input.Octet();
         if (choice < 0xC0) {
-            lua_pushstring(L, BlockModel::fields[choice % BlockModel::fields.size()].name);
+            lua_pushstring(L, BlockModel::Fields[choice % BlockModel::Fields.size()].name);
         } else if (choice < 0xE0) {
             lua_pushstring(L, others[choice % std::size(others)]);
         } else {

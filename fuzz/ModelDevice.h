@@ -25,7 +25,7 @@ struct ModelVariable {
 };
 
 // In the order in which the client keeps its tags.
-inline ModelVariable const modelVariables[] = {
+inline ModelVariable const ModelVariables[] = {
     {1, 0, 0, 85, {OpcUaType_DataValue, OpcUaType_Float}, "44 42 28 00 00", "42"},
     {1, 0, 28, 28, OpcUaType_String, "75 04 00 41 42 43", "ABC"},
     {1, 0, 17, 81, OpcUaType_Boolean, "11", "true"},
@@ -53,28 +53,28 @@ inline ModelVariable const modelVariables[] = {
     {20, 47, 0, 85, OpcUaType_String, "62 0A FF", "0aff"},
     {14, 50, 0, 85, OpcUaType_UInt32, "B4 01 02 03 04", "3723400"},
 };
-inline constexpr std::size_t modelCount = sizeof modelVariables / sizeof *modelVariables;
+inline constexpr std::size_t ModelCount = sizeof ModelVariables / sizeof *ModelVariables;
 
 // The index of the first variable of each object, and the number of variables.
 inline std::vector<std::size_t> const& ModelObjects() {
     static std::vector<std::size_t> const indices = [] {
         std::vector<std::size_t> starts = {0};
-        for (std::size_t i = 1; i < modelCount; ++i) {
-            if (modelVariables[i].objectType != modelVariables[i - 1].objectType) {
+        for (std::size_t i = 1; i < ModelCount; ++i) {
+            if (ModelVariables[i].objectType != ModelVariables[i - 1].objectType) {
                 starts.push_back(i);
             }
         }
-        starts.push_back(modelCount);
+        starts.push_back(ModelCount);
         return starts;
     }();
     return indices;
 }
 
 // The instance of every object.
-inline constexpr unsigned modelInstance = 1;
+inline constexpr unsigned ModelInstance = 1;
 
 inline Octets ObjectOctets(unsigned objectType) {
-    unsigned const packed = objectType << 22 | modelInstance;
+    unsigned const packed = objectType << 22 | ModelInstance;
     return {static_cast<char>(packed >> 24), static_cast<char>(packed >> 16), static_cast<char>(packed >> 8),
             static_cast<char>(packed)};
 }
@@ -83,7 +83,7 @@ inline Octets ObjectOctets(unsigned objectType) {
 inline Octets const& ModelTags(unsigned objectType, unsigned property) {
     static std::map<std::pair<unsigned, unsigned>, Octets> const tags = [] {
         std::map<std::pair<unsigned, unsigned>, Octets> all;
-        for (ModelVariable const& variable : modelVariables) {
+        for (ModelVariable const& variable : ModelVariables) {
             all[{variable.objectType, variable.property}] = test::Hex(variable.tags);
         }
         return all;

@@ -130,7 +130,7 @@ private:
         sent.invokeId = At(apdu, 2);
         Require(At(apdu, 4) == 0x0C, "the object comes first");
         sent.objectType = At(apdu, 5) << 2 | At(apdu, 6) >> 6;
-        Require((At(apdu, 7) << 8 | At(apdu, 8)) == modelInstance, "the object is one of the block");
+        Require((At(apdu, 7) << 8 | At(apdu, 8)) == ModelInstance, "the object is one of the block");
         bool const isRead = At(apdu, 3) == 0x0E;
         Require(isRead || At(apdu, 3) == 0x0F, "the service is ReadPropertyMultiple or WriteProperty");
         Require(At(apdu, 0) == (isRead ? 2u : 0u), "the flags are those of the service");

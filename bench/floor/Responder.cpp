@@ -11,10 +11,10 @@ namespace {
 
 // Compares header and property list, but not the size of answer that the client accepts.
 bool IsExpected(unsigned char const* frame, std::size_t size) {
-    constexpr std::size_t HeaderSize = 6;
-    constexpr std::size_t Service = 9;
-    return size == RequestFrame.size() && std::memcmp(frame, RequestFrame.data(), HeaderSize) == 0 &&
-           frame[Service] == RequestFrame[Service] &&
+    constexpr std::size_t headerSize = 6;
+    constexpr std::size_t service = 9;
+    return size == RequestFrame.size() && std::memcmp(frame, RequestFrame.data(), headerSize) == 0 &&
+           frame[service] == RequestFrame[service] &&
            std::memcmp(frame + request::PropertyList, RequestFrame.data() + request::PropertyList,
                        RequestFrame.size() - request::PropertyList) == 0;
 }

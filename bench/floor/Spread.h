@@ -8,9 +8,9 @@ namespace bench {
 
 // Summarises the samples of one figure.
 struct Spread {
-    double Median;
-    double Min;
-    double Max;
+    double median;
+    double min;
+    double max;
 };
 
 // Needs at least one sample.
@@ -22,8 +22,8 @@ inline Spread SpreadOf(std::vector<double> samples) {
 
 // Returns a JSON object.
 inline std::string ToJson(Spread const& spread) {
-    return "{\"median\": " + std::to_string(spread.Median) + ", \"min\": " + std::to_string(spread.Min) +
-           ", \"max\": " + std::to_string(spread.Max) + "}";
+    return "{\"median\": " + std::to_string(spread.median) + ", \"min\": " + std::to_string(spread.min) +
+           ", \"max\": " + std::to_string(spread.max) + "}";
 }
 
 }  // namespace bench

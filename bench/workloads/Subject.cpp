@@ -29,7 +29,7 @@ struct LoopProperty {
 constexpr unsigned char DescriptionNumber = 28;
 
 // The properties of a loop. The description's length depends on the subject.
-constexpr LoopProperty loopProperties[] = {
+constexpr LoopProperty LoopProperties[] = {
     {0, 85, OpcUaType_Double, "44 42 28 00 00"},    // Present_Value
     {17, 81, OpcUaType_Boolean, "10"},              // Out_Of_Service
     {28, DescriptionNumber, OpcUaType_String, ""},  // Description
@@ -42,8 +42,8 @@ constexpr LoopProperty loopProperties[] = {
     {29, 36, OpcUaType_Int32, "91 00"},             // Event_State
     {16, 111, OpcUaType_Int32, "82 04 00"},         // Status_Flags
 };
-constexpr std::size_t MostDistinct = std::size(loopProperties);
-constexpr LoopProperty const& StatusFlags = loopProperties[MostDistinct - 1];
+constexpr std::size_t MostDistinct = std::size(LoopProperties);
+constexpr LoopProperty const& statusFlags = LoopProperties[MostDistinct - 1];
 
 constexpr std::size_t UsualDescription = 24;
 // The most octets that the header of a character string with more than 65535 octets needs.
@@ -85,10 +85,10 @@ Octets Payload(Octets const& results) {
 Octets LoopPayload(std::size_t count, std::size_t description) {
     Octets results;
     for (std::size_t index = 0; index < count; ++index) {
-        test::Append(results, Result(loopProperties[index % MostDistinct], description));
+        test::Append(results, Result(LoopProperties[index % MostDistinct], description));
     }
     if (count < MostDistinct) {
-        test::Append(results, Result(StatusFlags, description));
+        test::Append(results, Result(statusFlags, description));
     }
     return Payload(results);
 }
@@ -97,7 +97,7 @@ Subject Loop(std::size_t count) {
     Subject subject;
     subject.objectType = LoopType;
     for (std::size_t index = 0; index < count; ++index) {
-        LoopProperty const& property = loopProperties[index % MostDistinct];
+        LoopProperty const& property = LoopProperties[index % MostDistinct];
         subject.variables.push_back({property.property, {OpcUaType_DataValue, property.type}});
     }
     subject.records = std::min(count, MostDistinct);
@@ -114,10 +114,10 @@ Subject Properties(std::size_t count) {
 constexpr std::size_t SegmentSize = 1024 - 5;
 
 Subject Segments(std::size_t count) {
-    constexpr std::size_t Asked = 3;
-    Subject subject = Loop(Asked);
-    std::size_t const rest = LoopPayload(Asked, 0).size() + LongestHead;
-    Octets const payload = LoopPayload(Asked, count * SegmentSize - rest);
+    constexpr std::size_t asked = 3;
+    Subject subject = Loop(asked);
+    std::size_t const rest = LoopPayload(asked, 0).size() + LongestHead;
+    Octets const payload = LoopPayload(asked, count * SegmentSize - rest);
     for (std::size_t number = 0; number < count; ++number) {
         auto const first = payload.begin() + static_cast<std::ptrdiff_t>(number * SegmentSize);
         auto const length = std::min<std::ptrdiff_t>(payload.end() - first, SegmentSize);
@@ -140,7 +140,7 @@ Subject Schedule(std::size_t entriesPerDay) {
     subject.objectType = ScheduleType;
     subject.variables = {{WeeklySchedule, {OpcUaType_DataValue, OpcUaType_String}}};
     subject.answers = {
-        test::WholeAnswer(0, Payload(test::ResultOf(123, days) + Result(StatusFlags, UsualDescription)))};
+        test::WholeAnswer(0, Payload(test::ResultOf(123, days) + Result(statusFlags, UsualDescription)))};
     subject.records = 1;
     return subject;
 }
@@ -157,17 +157,17 @@ struct Kind {
     char const* name;
     Subject (*make)(std::size_t number);
 };
-constexpr Kind kinds[] = {
+constexpr Kind Kinds[] = {
     {"properties", Properties}, {"segments", Segments}, {"schedule", Schedule}, {"write", Write}};
 
 }  // namespace
 
 Subject SubjectNamed(std::string const& name) {
     std::size_t const dash = name.find('-');
-    auto const kind = std::find_if(std::begin(kinds), std::end(kinds), [&](Kind const& candidate) {
+    auto const kind = std::find_if(std::begin(Kinds), std::end(Kinds), [&](Kind const& candidate) {
         return name.substr(0, dash) == candidate.name;
     });
-    if (dash == std::string::npos || kind == std::end(kinds)) {
+    if (dash == std::string::npos || kind == std::end(Kinds)) {
         throw std::invalid_argument("no such workload: " + name);
     }
     unsigned long const number = std::stoul(name.substr(dash + 1));

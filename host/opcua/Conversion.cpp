@@ -86,7 +86,7 @@ OpcUa_StatusCode CastInteger(From from, To& to) {
     if (from > 0 && static_cast<unsigned long long>(from) > static_cast<unsigned long long>(Limits::max())) {
         return OpcUa_BadOutOfRange;
     }
-    to = static_cast<To>(from);
+    to = static_cast<To>(from);  // NOLINT(bugprone-signed-char-misuse): an SByte is a number
     return OpcUa_Good;
 }
 

@@ -9,9 +9,9 @@ using namespace dorvel::BACnet;
 namespace {
 
 // BACnet's numbers by configuration code, typed in from the engineering tool's pick lists.
-std::vector<int> const objectTypes = {23, 0,  1,  2,  3,  4,  5,  45, 46, 48, 18, 39,
+std::vector<int> const ObjectTypes = {23, 0,  1,  2,  3,  4,  5,  45, 46, 48, 18, 39,
                                       42, 44, 50, 54, 12, 13, 19, 14, 47, 24, 17};
-std::vector<int> const properties = {85,  108, 40, 59,  45,  136, 150, 135, 149, 93,  49,  26,  125,
+std::vector<int> const Properties = {85,  108, 40, 59,  45,  136, 150, 135, 149, 93,  49,  26,  125,
                                      14,  373, 25, 111, 81,  103, 379, 384, 106, 164, 151, 147, 148,
                                      344, 117, 28, 36,  123, 38,  84,  187, 188, 176, 179, 178};
 
@@ -38,7 +38,7 @@ TEST_F(CodeMaps, HoldAllObjectTypes) {
     InitObjectTypesMap();
     ASSERT_EQ(objectTypesMap.size(), 23u);
     for (int number = 0; number < 23; ++number) {
-        EXPECT_EQ(static_cast<int>(GetBacnetObjectType(number)), objectTypes[number]) << number;
+        EXPECT_EQ(static_cast<int>(GetBacnetObjectType(number)), ObjectTypes[number]) << number;
     }
 }
 
@@ -46,7 +46,7 @@ TEST_F(CodeMaps, HoldAllProperties) {
     InitObjectTypesMap();
     ASSERT_EQ(propertyTypesMap.size(), 38u);
     for (int number = 0; number < 38; ++number) {
-        EXPECT_EQ(static_cast<int>(GetPropertyType(number)), properties[number]) << number;
+        EXPECT_EQ(static_cast<int>(GetPropertyType(number)), Properties[number]) << number;
     }
 }
 

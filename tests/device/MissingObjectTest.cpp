@@ -26,7 +26,7 @@ struct Type {
 
 constexpr int Units = 27;
 
-constexpr Type types[] = {
+constexpr Type Types[] = {
     {"Real", "Analog Input", code::AnalogInput, code::PresentValue, OpcUaType_Float},
     {"Double", "Large Analog Value", 8, code::PresentValue, OpcUaType_Double},
     {"Unsigned", "Multi-state Input", 17, code::PresentValue, OpcUaType_UInt32},
@@ -136,14 +136,14 @@ TEST_F(MissingObject, IsReadAsTheDocumentSays) {
     std::string table =
         "| Type | For instance | No such object | No such property | In the user's trace |\n"
         "|---|---|---|---|---|\n";
-    for (Type const& type : types) {
+    for (Type const& type : Types) {
         table += RowOf(type);
     }
     ExpectInDocument(CONFIGURATION_DOCUMENT, "missing objects", "\n" + table + "\n");
 }
 
 TEST_F(MissingObject, IsNotInTheLogWithoutTheTrace) {
-    for (Type const& type : types) {
+    for (Type const& type : Types) {
         Outcome(type, NoObject);
         EXPECT_EQ(log.Text(), "") << type.name;
     }
@@ -167,7 +167,7 @@ TEST_F(MissingObject, IsAFaultWithAVariableOnOutOfService) {
 // Real and similar types are read from the octets of any error class.
 TEST_F(MissingObject, IsReadAsTheClassOfItsError) {
     for (unsigned errorClass = 0; errorClass < 8; ++errorClass) {
-        EXPECT_EQ(Outcome(types[2], "91 " + HexOctet(errorClass) + "91 00"), std::to_string(errorClass));
+        EXPECT_EQ(Outcome(Types[2], "91 " + HexOctet(errorClass) + "91 00"), std::to_string(errorClass));
     }
 }
 

@@ -14,7 +14,7 @@ struct Entry {
     char const* octets;
 };
 
-constexpr Entry entries[] = {
+constexpr Entry Entries[] = {
     {0, "0,1,0", "00"},
     {1, "1,1,1", "11"},
     {2, "2,2,45", "21 01"},
@@ -59,7 +59,7 @@ protected:
 
 TEST_F(WriteSchedule, WeekWithAnEntryOfEachTypeHasItsOctets) {
     unsigned invokeId = 0;
-    for (Entry const& entry : entries) {
+    for (Entry const& entry : Entries) {
         SCOPED_TRACE(entry.type);
         ExpectWrite(
             ++invokeId, 123,
@@ -72,7 +72,7 @@ TEST_F(WriteSchedule, WeekWithAnEntryOfEachTypeHasItsOctets) {
 
 TEST_F(WriteSchedule, EventWithAnEntryOfEachTypeHasItsOctets) {
     unsigned invokeId = 0;
-    for (Entry const& entry : entries) {
+    for (Entry const& entry : Entries) {
         SCOPED_TRACE(entry.type);
         ExpectWrite(++invokeId, 38,
                     "0E 0C 7C 03 0F 03 0F 2E B4 06 1E 00 00 " + std::string(entry.octets) + " 2F 39 10");

@@ -206,8 +206,8 @@ void Plant::Inject(long long delay, simulator::Octets octets) {
 
 void Plant::Settle() {
     Faults().Clear();
-    constexpr long long Long = 60'000;  // longer than a device repeats its segments
-    world.Pass(Long);
+    constexpr long long pause = 60'000;  // longer than a device repeats its segments
+    world.Pass(pause);
     CutOffAfter(0);
     while (world.Waiting() != 0) {
         Run();

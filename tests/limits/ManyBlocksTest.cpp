@@ -51,16 +51,16 @@ TEST_F(ManyBlocks, ArePolledOnceEachWithASocketEach) {
 }
 
 TEST_F(ManyBlocks, AreRunByTheThreadsOfTheirTasks) {
-    constexpr unsigned Cycles = 5;
+    constexpr unsigned cycles = 5;
     LineNetwork network(AnswerReads);
     Plant plant(Tasks);
     AddBlocks(plant, Many);
-    plant.Runtime().Start(Cycles);
+    plant.Runtime().Start(cycles);
     EXPECT_TRUE(plant.Runtime().WaitFinished(Patience));
     plant.Runtime().Stop();
     EXPECT_EQ(Answered(plant), Many);
     EXPECT_EQ(plant.Faults(), 0);
-    EXPECT_EQ(network.TotalSent(), static_cast<unsigned long>(Many) * Cycles);
+    EXPECT_EQ(network.TotalSent(), static_cast<unsigned long>(Many) * cycles);
 }
 
 // The first 20 blocks behind routers use the ports above that of BACnet/IP; the others use any free one.

@@ -42,7 +42,7 @@ void Record(char const* pool, std::string_view content) {
     std::ofstream(folder / (test + "-" + std::to_string(known.size())), std::ios::binary) << content;
 }
 
-[[maybe_unused]] bool const started = [] {
+[[maybe_unused]] bool const Started = [] {
     seedRecorder = std::getenv("DORVEL_RECORD_SEEDS") != nullptr ? Record : nullptr;
     return true;
 }();

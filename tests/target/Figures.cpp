@@ -35,9 +35,9 @@ std::string Variables(int count) {
 // Octets allocated in C++ while a number of blocks exists: those of the script's call, and with those of the
 // end of configuration. Lua's memory, which has the objects themselves, is separate.
 struct Octets {
-    double Made = 0;
-    double Configured = 0;
-    double Lua = 0;
+    double made = 0;
+    double configured = 0;
+    double lua = 0;
 };
 
 double LuaOctets(lua_State* L) {
@@ -63,27 +63,27 @@ Octets Measure(int blocks, int variables) {
         lua_settop(L, 0);
     }
     Octets octets;
-    octets.Lua = LuaOctets(L) - luaBefore;
-    octets.Made = static_cast<double>(test::HeapOctets()) - before;
+    octets.lua = LuaOctets(L) - luaBefore;
+    octets.made = static_cast<double>(test::HeapOctets()) - before;
     for (ScadaProtocol* const block : runtime.Blocks()) {
         runtime.InitBlock(*block);
     }
-    octets.Configured = static_cast<double>(test::HeapOctets()) - before;
+    octets.configured = static_cast<double>(test::HeapOctets()) - before;
     return octets;
 }
 
 void PrintMemory() {
-    constexpr int Blocks = 100;
-    constexpr int Count = 1000;
+    constexpr int blocks = 100;
+    constexpr int count = 1000;
     Measure(1, 1);
     Octets const one = Measure(1, 0);
-    Octets const many = Measure(1 + Blocks, 0);
-    std::printf("a block: %.0f octets in Lua, %.0f beside it\n", (many.Lua - one.Lua) / Blocks,
-                (many.Configured - one.Configured) / Blocks);
-    Octets const full = Measure(1, Count);
-    double const kept = (full.Made - one.Made) / Count;
+    Octets const many = Measure(1 + blocks, 0);
+    std::printf("a block: %.0f octets in Lua, %.0f beside it\n", (many.lua - one.lua) / blocks,
+                (many.configured - one.configured) / blocks);
+    Octets const full = Measure(1, count);
+    double const kept = (full.made - one.made) / count;
     std::printf("a variable: %.0f octets of the driver, %.0f of the list that the host keeps\n",
-                (full.Configured - one.Configured) / Count - kept, kept);
+                (full.configured - one.configured) / count - kept, kept);
 }
 
 }  // namespace

@@ -96,10 +96,10 @@ TEST_F(FirstUse, OfTheCodeMapsFillsThemOnceAndAddsUnknownNumbers) {
 }
 
 TEST_F(FirstUse, OfTheConnectionIdsGivesEachOnce) {
-    constexpr int Each = 1000;
+    constexpr int each = 1000;
     std::array<std::set<std::string>, Threads> taken;
     AtOnce(Threads, [&taken](int number) {
-        for (int i = 0; i < Each; ++i) {
+        for (int i = 0; i < each; ++i) {
             taken[static_cast<std::size_t>(number)].insert(BACnetProtocol::getId());
         }
     });
@@ -107,7 +107,7 @@ TEST_F(FirstUse, OfTheConnectionIdsGivesEachOnce) {
     for (auto const& ids : taken) {
         all.insert(ids.begin(), ids.end());
     }
-    EXPECT_EQ(all.size(), static_cast<std::size_t>(Threads * Each));
+    EXPECT_EQ(all.size(), static_cast<std::size_t>(Threads * each));
 }
 
 TEST_F(FirstUse, OfTheScheduleTextsReadsBoth) {

@@ -106,8 +106,8 @@ protected:
 };
 
 TEST_F(RandomStops, EndWithTheTransactionsThatAreUnderWay) {
-    constexpr int Rounds = 2000;
-    constexpr int RoundsOfAPlant = 100;
+    constexpr int rounds = 2000;
+    constexpr int roundsOfAPlant = 100;
     DeadlockWatch const watch(Patience);
     UnsteadyDevice device(1);
     LineNetwork network([&device](int line, Octets const& request) { return device(line, request); });
@@ -126,14 +126,14 @@ TEST_F(RandomStops, EndWithTheTransactionsThatAreUnderWay) {
         }
     });
 
-    for (int round = 1; round <= Rounds; ++round) {
+    for (int round = 1; round <= rounds; ++round) {
         long const datagrams = static_cast<long>(random() % 60) + 1;
         device.SetFuse(datagrams);
         plant->Runtime().Start();
         device.Wait();
         plant->Runtime().Stop();
         ASSERT_LE(StopRecorder::MostSince(), MostAfterAStop) << "round " << round;
-        if (round % RoundsOfAPlant == 0) {
+        if (round % roundsOfAPlant == 0) {
             std::unique_lock<std::shared_mutex> const lock(plantMutex);
             plant.reset();
             ASSERT_EQ(network.OpenSockets(), 0u);
@@ -170,7 +170,7 @@ TEST_F(RandomStops, MeetTasksThatEndByThemselves) {
 // Eight runtimes with a Lua state and a thread each are created, run, stopped, run again and destroyed at the
 // same time. They share the driver's IsTerminated, so they also stop and start one another.
 TEST_F(RandomStops, OfRuntimesSideBySideLeaveNothingOpen) {
-    constexpr int Rounds = 150;
+    constexpr int rounds = 150;
     DeadlockWatch const watch(Patience);
     UnsteadyDevice device(5);
     LineNetwork network([&device](int line, Octets const& request) { return device(line, request); });
@@ -178,7 +178,7 @@ TEST_F(RandomStops, OfRuntimesSideBySideLeaveNothingOpen) {
         Meanwhile const switching{LogSwitcher()};
         AtOnce(Threads, [](int number) {
             std::mt19937 random(static_cast<unsigned>(number));
-            for (int round = 0; round < Rounds; ++round) {
+            for (int round = 0; round < rounds; ++round) {
                 Plant plant(2);
                 plant.Add(Fields);
                 plant.Add(Fields);
@@ -198,7 +198,7 @@ TEST_F(RandomStops, OfRuntimesSideBySideLeaveNothingOpen) {
 
 // IsTerminated changes at random: cycles end early or run, and deliver complete values in both cases.
 TEST_F(RandomStops, OfTheMarkAloneEndCyclesAndNothingElse) {
-    constexpr int Cycles = 3000;
+    constexpr int cycles = 3000;
     DeadlockWatch const watch(Patience);
     LineNetwork network([](int, Octets const& request) {
         return std::vector<LineAnswer>{{IsWrite(request) ? WriteDone(request) : ValueOf42(request)}};
@@ -217,7 +217,7 @@ TEST_F(RandomStops, OfTheMarkAloneEndCyclesAndNothingElse) {
         ScadaProtocol::ReadChannel const read{store->Declare("Read", OpcUaType_Double), "", OpcUaType_Double};
         block.AddChannel(&read, nullptr, {{"ObjectType", Int32(1)}});
         block.Inited();
-        for (int cycle = 0; cycle < Cycles; ++cycle) {
+        for (int cycle = 0; cycle < cycles; ++cycle) {
             block.Execute();
             ASSERT_FALSE(block.State().Fault);
         }

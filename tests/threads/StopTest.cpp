@@ -179,10 +179,10 @@ TEST_F(StopAmongSegments, EndsWithinOneWaitWhenTheNextOneIsLost) {
 
 // Only the device ends such an answer.
 TEST_F(StopAmongSegments, GoesOnAsLongAsSegmentsCome) {
-    constexpr unsigned long Thousands = 20000;
-    StopAtSegment(2, Thousands, 1);
-    EXPECT_EQ(Cycle(), static_cast<long long>(Thousands - 1) + Wait);
-    EXPECT_EQ(Sent(), Thousands + 1);
+    constexpr unsigned long thousands = 20000;
+    StopAtSegment(2, thousands, 1);
+    EXPECT_EQ(Cycle(), static_cast<long long>(thousands - 1) + Wait);
+    EXPECT_EQ(Sent(), thousands + 1);
 }
 
 class StopAmongWrites : public Stop {

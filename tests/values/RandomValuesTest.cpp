@@ -18,9 +18,9 @@ namespace {
 
 using test::operator+;
 
-constexpr int rounds = 10000;
+constexpr int Rounds = 10000;
 // Texts are typed by people, and a text costs little time.
-constexpr int textRounds = 100000;
+constexpr int TextRounds = 100000;
 
 class Chance {
 public:
@@ -158,7 +158,7 @@ std::string RandomText(Chance& chance) {
 TEST(RandomTags, GiveAValueThatIsReadBackAsItselfOrAreRefused) {
     Chance chance(20240315);
     std::array<int, 33> parsed{};
-    for (int round = 0; round < rounds; ++round) {
+    for (int round = 0; round < Rounds; ++round) {
         std::unique_ptr<ComplexTag> const wrapper = RandomWrapper(chance);
         for (int type = 0; type <= 31; ++type) {
             PropertyValueParser const* const parser =
@@ -183,7 +183,7 @@ TEST(RandomTags, GiveAScheduleTextOrAreRefused) {
     WeeklyScheduleValueParser const weekly;
     ExceptionScheduleValueParser const exception;
     int texts = 0;
-    for (int round = 0; round < rounds; ++round) {
+    for (int round = 0; round < Rounds; ++round) {
         std::unique_ptr<ComplexTag> const wrapper = RandomWrapper(chance);
         if (auto const value = Parsed(weekly, *wrapper)) {
             std::string const text = dynamic_cast<CharacterStringValue&>(*value).GetValue();
@@ -205,7 +205,7 @@ TEST(RandomTags, GiveAScheduleTextOrAreRefused) {
 TEST(RandomTexts, MakeAWeekThatCanBeReadOrAreRefused) {
     Chance chance(20240317);
     int weeks = 0;
-    for (int round = 0; round < textRounds; ++round) {
+    for (int round = 0; round < TextRounds; ++round) {
         std::string const text = RandomText(chance);
         auto const days = WrittenTags(WeeklyScheduleValue(text, EncodingTypeEnum::Utf8));
         if (days.empty()) {
@@ -225,7 +225,7 @@ TEST(RandomTexts, MakeAWeekThatCanBeReadOrAreRefused) {
 TEST(RandomTexts, MakeEventsThatCanBeReadOrAreRefused) {
     Chance chance(20240318);
     int schedules = 0;
-    for (int round = 0; round < textRounds; ++round) {
+    for (int round = 0; round < TextRounds; ++round) {
         std::string const text = RandomText(chance);
         test::Octets octets;
         for (std::unique_ptr<TagBase> const& tag :

@@ -21,12 +21,12 @@ struct EarlyParse {
 };
 
 // Runs before the static initialisers of every other file.
-__attribute__((init_priority(101))) EarlyParse const earlyParse;
+__attribute__((init_priority(101))) EarlyParse const EarlyParse;
 
 }  // namespace
 
 TEST(PduParser, ParsesBeforeTheRegistryOfItsOwnFileIsInitialised) {
-    EXPECT_EQ(earlyParse.type, PduTypeEnum::SimpleAck);
+    EXPECT_EQ(EarlyParse.type, PduTypeEnum::SimpleAck);
 }
 
 TEST(PduParser, EmptyStreamThrowsWrongLength) {

@@ -28,7 +28,7 @@ protected:
         }
     }
 
-    void send(Octets const& request) {
+    void Send(Octets const& request) {
         std::string const text = test::ToHex(request);
         auto const answers = Ask(text);
         ASSERT_LE(answers.size(), 1u) << text;
@@ -97,7 +97,7 @@ TEST_F(RandomWrites, GoodOnesMutated) {
         acks = lines = 0;
         for (int i = 0; i < Count / 2; ++i) {
             Octets const seed = test::Hex(Seeds[random.Pick(std::size(Seeds))]);
-            send(test::Hex("02 75 01 0F") + (i % 8 == 0 ? seed : random.Mutated(seed)));
+            Send(test::Hex("02 75 01 0F") + (i % 8 == 0 ? seed : random.Mutated(seed)));
             if (i % 500 == 0) {
                 ExpectReadable();
             }
@@ -114,7 +114,7 @@ TEST_F(RandomWrites, NoiseForAValue) {
     for (int i = 0; i < Count; ++i) {
         Octets const seed = test::Hex(Seeds[random.Pick(std::size(Seeds))]);
         Octets const head(seed.begin(), seed.begin() + 7);
-        send(test::Hex("02 75 01 0F") + head + test::Hex("3E") + random.Noise(random.Pick(20)) +
+        Send(test::Hex("02 75 01 0F") + head + test::Hex("3E") + random.Noise(random.Pick(20)) +
              test::Hex("3F"));
     }
     ExpectReadable();
@@ -124,7 +124,7 @@ TEST_F(RandomWrites, NoiseForAValue) {
 TEST_F(RandomWrites, NoiseForARequest) {
     MakeDevice("");
     for (int i = 0; i < Count; ++i) {
-        send(test::Hex("02 75 01 0F") + random.Noise(random.Pick(60)));
+        Send(test::Hex("02 75 01 0F") + random.Noise(random.Pick(60)));
     }
     ExpectReadable();
 }

@@ -11,14 +11,14 @@ using test::Written;
 
 namespace {
 
-DateTimeValue const afternoon(Date(124, 3, 15, 255), Time(12, 30, 15, 99));
+DateTimeValue const Afternoon(Date(124, 3, 15, 255), Time(12, 30, 15, 99));
 
 }  // namespace
 
 TEST(DateTimeValue, WritesTwoTags) {
-    EXPECT_EQ(Written(afternoon), "A4 7C 03 0F FF B4 0C 1E 0F 63");
-    EXPECT_EQ(Written(DateTimeValue(afternoon.GetValue())), "A4 7C 03 0F FF B4 0C 1E 0F 63");
-    EXPECT_EQ(afternoon.ToApplicationTags().size(), 2U);
+    EXPECT_EQ(Written(Afternoon), "A4 7C 03 0F FF B4 0C 1E 0F 63");
+    EXPECT_EQ(Written(DateTimeValue(Afternoon.GetValue())), "A4 7C 03 0F FF B4 0C 1E 0F 63");
+    EXPECT_EQ(Afternoon.ToApplicationTags().size(), 2U);
 }
 
 TEST(DateTimeValue, IsMidnightOfAnUnspecifiedDateByDefault) {
@@ -26,16 +26,16 @@ TEST(DateTimeValue, IsMidnightOfAnUnspecifiedDateByDefault) {
 }
 
 TEST(DateTimeValue, IsNeverOneTag) {
-    EXPECT_EQ(test::Failure<std::runtime_error>([] { afternoon.ToApplicationTag(); }), "Not emplemented");
+    EXPECT_EQ(test::Failure<std::runtime_error>([] { Afternoon.ToApplicationTag(); }), "Not emplemented");
 }
 
 TEST(DateTimeValue, ComparesAsEqualToAnyOther) {
-    EXPECT_EQ(Compared(afternoon, DateTimeValue(Date(100, 1, 1, 255), Time(6, 30, 0, 7))), 0);
-    EXPECT_EQ(Compared(DateTimeValue(), DateTimeValue(afternoon)), 0);
+    EXPECT_EQ(Compared(Afternoon, DateTimeValue(Date(100, 1, 1, 255), Time(6, 30, 0, 7))), 0);
+    EXPECT_EQ(Compared(DateTimeValue(), DateTimeValue(Afternoon)), 0);
 }
 
 TEST(DateTimeValue, ComparedWithADateThrowsBadCast) {
-    EXPECT_THROW(Compared(afternoon, DateValue()), std::bad_cast);
+    EXPECT_THROW(Compared(Afternoon, DateValue()), std::bad_cast);
 }
 
 TEST(DateTimeValueParser, ReadsADateAndThenATime) {

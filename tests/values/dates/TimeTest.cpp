@@ -7,19 +7,19 @@ using test::Text;
 
 namespace {
 
-constexpr std::uint8_t any = 255;
+constexpr std::uint8_t Any = 255;
 
 }  // namespace
 
 TEST(Time, OfAllUnspecifiedGivesZero) {
-    EXPECT_EQ(Time(any, any, any, any).ToFileTime(), 0U);
+    EXPECT_EQ(Time(Any, Any, Any, Any).ToFileTime(), 0U);
 }
 
 TEST(Time, CountsAnUnspecifiedFieldAsZero) {
-    EXPECT_EQ(Time(any, 1, 2, 3).ToFileTime(), 620300000U);
-    EXPECT_EQ(Time(1, any, any, any).ToFileTime(), 36000000000ULL);
-    EXPECT_EQ(Time(any, any, 1, any).ToFileTime(), 10000000U);
-    EXPECT_EQ(Time(any, any, any, 1).ToFileTime(), 100000U);
+    EXPECT_EQ(Time(Any, 1, 2, 3).ToFileTime(), 620300000U);
+    EXPECT_EQ(Time(1, Any, Any, Any).ToFileTime(), 36000000000ULL);
+    EXPECT_EQ(Time(Any, Any, 1, Any).ToFileTime(), 10000000U);
+    EXPECT_EQ(Time(Any, Any, Any, 1).ToFileTime(), 100000U);
 }
 
 TEST(Time, CountsIn100Nanoseconds) {

@@ -14,13 +14,13 @@ using test::Written;
 
 namespace {
 
-constexpr auto utf8 = EncodingTypeEnum::Utf8;
+constexpr auto Utf8 = EncodingTypeEnum::Utf8;
 
-std::string const noon = "B4 0C 00 00 00 ";
+std::string const Noon = "B4 0C 00 00 00 ";
 
 ExceptionScheduleValue Events(std::string const& text) {
     test::RecordSeed("texts", text);
-    return ExceptionScheduleValue(text, utf8);
+    return ExceptionScheduleValue(text, Utf8);
 }
 
 std::string ReadText(std::string const& hex) {
@@ -43,7 +43,7 @@ std::string EventText(std::string const& entries) {
 // The parser's text for one value at noon.
 std::string TailRead(std::string const& valueHex) {
     std::string const start = "3,7,10,12000000,";
-    std::string const text = ReadText(Event(noon + valueHex));
+    std::string const text = ReadText(Event(Noon + valueHex));
     EXPECT_EQ(text.substr(0, start.size()), start);
     return text.substr(start.size());
 }
@@ -120,14 +120,14 @@ TEST(ExceptionSchedule, HasTwoDigitsForTheMonthAndOneEachForWeekAndDay) {
 }
 
 TEST(ExceptionSchedule, WithANullAsTheLastEntryReadsItBackAsANull) {
-    EXPECT_EQ(ReadText(Event(noon + "00 ")), "3,7,10,12000000,;");
-    EXPECT_EQ(Written(Events("3,7,10,12000000,;")), test::ToHex(Hex(Event(noon + "00 "))));
+    EXPECT_EQ(ReadText(Event(Noon + "00 ")), "3,7,10,12000000,;");
+    EXPECT_EQ(Written(Events("3,7,10,12000000,;")), test::ToHex(Hex(Event(Noon + "00 "))));
 }
 
 TEST(ExceptionSchedule, ReadsATimeWithoutAFollowingValueAsANull) {
-    EXPECT_EQ(Written(Events("3,7,10,12000000;")), test::ToHex(Hex(Event(noon + "00 "))));
+    EXPECT_EQ(Written(Events("3,7,10,12000000;")), test::ToHex(Hex(Event(Noon + "00 "))));
     EXPECT_EQ(Written(Events("3,7,10,12000000,,12000000,1,1,1;")),
-              test::ToHex(Hex(Event(noon + "00 " + noon + "11 "))));
+              test::ToHex(Hex(Event(Noon + "00 " + Noon + "11 "))));
 }
 
 TEST(ExceptionSchedule, OfForm9IsOnlyAPriorityOfZero) {
@@ -140,12 +140,12 @@ TEST(ExceptionSchedule, OfAnyUnknownFormIsOnlyAPriorityOfZero) {
 }
 
 TEST(ExceptionSchedule, WithAnEventWithoutEntriesLosesItAndTheSemicolonBeforeIt) {
-    std::string const full = Event(noon + "11 ");
+    std::string const full = Event(Noon + "11 ");
     EXPECT_EQ(ReadText(full + Event("")), "3,7,10,12000000,1,1,1");
 }
 
 TEST(ExceptionSchedule, JoinsTheEventsAroundOneWithoutEntries) {
-    std::string const full = Event(noon + "11 ");
+    std::string const full = Event(Noon + "11 ");
     std::string const fullText = "3,7,10,12000000,1,1,1";
     std::string const empty = Event("");
     EXPECT_EQ(ReadText(full + empty + full), fullText + fullText + ";");
@@ -155,7 +155,7 @@ TEST(ExceptionSchedule, JoinsTheEventsAroundOneWithoutEntries) {
 }
 
 TEST(ExceptionScheduleParser, LosesTheSemicolonThatEndsTheTextOfALastEntryAndAddsNone) {
-    EXPECT_EQ(ReadText("1C 01 80 00 07 2E " + noon + "73 00 61 3B 2F 39 05"), "3,7,5,12000000,7,2,a");
+    EXPECT_EQ(ReadText("1C 01 80 00 07 2E " + Noon + "73 00 61 3B 2F 39 05"), "3,7,5,12000000,7,2,a");
 }
 
 TEST(ExceptionSchedule, WithoutEntriesIsWrittenWithAnEmptyList) {
@@ -163,7 +163,7 @@ TEST(ExceptionSchedule, WithoutEntriesIsWrittenWithAnEmptyList) {
 }
 
 TEST(ExceptionSchedule, OfElevenTagsIsReadAsEmpty) {
-    std::string const event = Event(noon + "11 ");
+    std::string const event = Event(Noon + "11 ");
     EXPECT_EQ(ReadText(event + event + event + "1C 01 80 00 07 2E 2F"), "");
 }
 
@@ -182,7 +182,7 @@ TEST(ExceptionSchedule, DiffersFromTheWeeklyOneInUnsignedAndNull) {
     EXPECT_EQ(TailRead("24 FF FF FF FF "), "2,10,4294967295;");
     EXPECT_EQ(TailRead("00 "), ";");
     EXPECT_EQ(TailRead("D1 05 "), ";");
-    EXPECT_EQ(ReadText(Event(noon + "00 " + noon + "11 ")), EventText("12000000,,12000000,1,1,1"));
+    EXPECT_EQ(ReadText(Event(Noon + "00 " + Noon + "11 ")), EventText("12000000,,12000000,1,1,1"));
 }
 
 TEST(ExceptionSchedule, HasTheOtherValuesOfTheWeeklyOne) {
@@ -201,7 +201,7 @@ TEST(ExceptionSchedule, HasTheOtherValuesOfTheWeeklyOne) {
 
 TEST(ExceptionSchedule, WritesTheValuesOfTheWeeklyOne) {
     auto const event = [](std::string const& tail) { return Written(Events(EventText("12000000," + tail))); };
-    auto const octets = [](std::string const& value) { return test::ToHex(Hex(Event(noon + value))); };
+    auto const octets = [](std::string const& value) { return test::ToHex(Hex(Event(Noon + value))); };
     EXPECT_EQ(event("0,1,0"), octets("00 "));
     EXPECT_EQ(event("1,1,1"), octets("11 "));
     EXPECT_EQ(event("2,2,45"), octets("21 01 "));
@@ -240,40 +240,40 @@ TEST(ExceptionSchedule, WritesPrioritiesAndCalendarsByTheirOwnWidth) {
 }
 
 TEST(ExceptionScheduleParser, UsesTheLow22BitsOfACalendarAndTheLow32OfAPriority) {
-    EXPECT_EQ(ReadText("1C FF FF FF FF 2E " + noon + "11 2F 35 05 01 00 00 00 05"),
+    EXPECT_EQ(ReadText("1C FF FF FF FF 2E " + Noon + "11 2F 35 05 01 00 00 00 05"),
               "3,4194303,5,12000000,1,1,1;");
-    EXPECT_EQ(ReadText("1C FF FF FF FF 2E " + noon + "11 2F 34 FF FF FF FF").substr(0, 20),
+    EXPECT_EQ(ReadText("1C FF FF FF FF 2E " + Noon + "11 2F 34 FF FF FF FF").substr(0, 20),
               "3,4194303,4294967295");
 }
 
 TEST(ExceptionScheduleParser, GivesAnEmptyWeekForACalendarEntryOfAnotherSize) {
-    EXPECT_EQ(ReadText("0E 2A 01 02 0F 2E " + noon + "11 2F 39 05"), "2,,5,12000000,1,1,1;");
-    EXPECT_EQ(ReadText("0E 08 0F 2E " + noon + "11 2F 39 05"), "2,,5,12000000,1,1,1;");
-    EXPECT_EQ(ReadText("0E 1E A4 7C 01 01 01 1F 0F 2E " + noon + "11 2F 39 05"), "2,,5,12000000,1,1,1;");
+    EXPECT_EQ(ReadText("0E 2A 01 02 0F 2E " + Noon + "11 2F 39 05"), "2,,5,12000000,1,1,1;");
+    EXPECT_EQ(ReadText("0E 08 0F 2E " + Noon + "11 2F 39 05"), "2,,5,12000000,1,1,1;");
+    EXPECT_EQ(ReadText("0E 1E A4 7C 01 01 01 1F 0F 2E " + Noon + "11 2F 39 05"), "2,,5,12000000,1,1,1;");
 }
 
 TEST(ExceptionScheduleParser, CutsAnUnspecifiedDateAndPrintsTheStandardsOctetsForAnyWeek) {
-    EXPECT_EQ(ReadText("0E 0C FF FF FF FF 0F 2E " + noon + "11 2F 39 05"), "0,225252155,5,12000000,1,1,1;");
-    EXPECT_EQ(ReadText("0E 2B FF FF FF 0F 2E " + noon + "11 2F 39 05"), "2,255255255,5,12000000,1,1,1;");
+    EXPECT_EQ(ReadText("0E 0C FF FF FF FF 0F 2E " + Noon + "11 2F 39 05"), "0,225252155,5,12000000,1,1,1;");
+    EXPECT_EQ(ReadText("0E 2B FF FF FF 0F 2E " + Noon + "11 2F 39 05"), "2,255255255,5,12000000,1,1,1;");
 }
 
 TEST(ExceptionScheduleParser, ReadsAPeriodWithoutOneSubTagAsACalendar) {
-    EXPECT_EQ(ReadText("18 2E " + noon + "11 2F 39 05"), "3,0,5,12000000,1,1,1;");
-    EXPECT_EQ(ReadText("0E 0F 2E " + noon + "11 2F 39 05"), "3,0,5,12000000,1,1,1;");
-    EXPECT_EQ(ReadText("0E 08 18 0F 2E " + noon + "11 2F 39 05"), "3,0,5,12000000,1,1,1;");
+    EXPECT_EQ(ReadText("18 2E " + Noon + "11 2F 39 05"), "3,0,5,12000000,1,1,1;");
+    EXPECT_EQ(ReadText("0E 0F 2E " + Noon + "11 2F 39 05"), "3,0,5,12000000,1,1,1;");
+    EXPECT_EQ(ReadText("0E 08 18 0F 2E " + Noon + "11 2F 39 05"), "3,0,5,12000000,1,1,1;");
 }
 
 TEST(ExceptionScheduleParser, RefusesTagsOfAnotherShape) {
     for (std::string const& hex : std::vector<std::string>{
-             "0E 1E 11 11 1F 0F 2E " + noon + "11 2F 39 05",        // a range without dates
-             "0E 1E 2E 2F 2E 2F 1F 0F 2E " + noon + "11 2F 39 05",  // a range of constructed tags
-             "1D 05 00 01 80 00 07 2E " + noon + "11 2F 39 05",     // a calendar of five octets
+             "0E 1E 11 11 1F 0F 2E " + Noon + "11 2F 39 05",        // a range without dates
+             "0E 1E 2E 2F 2E 2F 1F 0F 2E " + Noon + "11 2F 39 05",  // a range of constructed tags
+             "1D 05 00 01 80 00 07 2E " + Noon + "11 2F 39 05",     // a calendar of five octets
              "1C 01 80 00 07 29 11 39 05",                          // a list that is primitive
-             "1C 01 80 00 07 2E " + noon + "11 2F 3E 3F",           // a priority that is not
-             "1C 01 80 00 07 2E " + noon + "11 2F 3D 09 00 00 00 00 00 00 00 00 05",  // and one too long
-             Event(noon),             // a time without a value
+             "1C 01 80 00 07 2E " + Noon + "11 2F 3E 3F",           // a priority that is not
+             "1C 01 80 00 07 2E " + Noon + "11 2F 3D 09 00 00 00 00 00 00 00 00 05",  // and one too long
+             Event(Noon),             // a time without a value
              Event("0E 0F 11 "),      // a constructed time
-             Event(noon + "81 04 "),  // too many unused bits
+             Event(Noon + "81 04 "),  // too many unused bits
          }) {
         EXPECT_THROW(ParseOctets<ExceptionScheduleValueParser>(Hex(hex)), ParseException) << hex;
     }
@@ -311,7 +311,7 @@ TEST(ExceptionSchedule, ComparesByEncodingAndThenByOctets) {
     EXPECT_EQ(Compared(ExceptionScheduleValue("a", EncodingTypeEnum::Ucs2), Events("b")), 4);
     EXPECT_EQ(Compared(Events("a"), Events("ab")), -1);
     EXPECT_EQ(Compared(Events("a"), Events("a")), 0);
-    EXPECT_THROW(Compared(Events(""), WeeklyScheduleValue("", utf8)), std::bad_cast);
+    EXPECT_THROW(Compared(Events(""), WeeklyScheduleValue("", Utf8)), std::bad_cast);
 }
 
 TEST(ExceptionSchedule, GivesAFieldOnlyIfItIsThereAndNotEmpty) {

@@ -15,7 +15,7 @@ using test::Written;
 
 namespace {
 
-constexpr auto utf8 = EncodingTypeEnum::Utf8;
+constexpr auto Utf8 = EncodingTypeEnum::Utf8;
 
 // A week whose first day has this content and whose other days are empty, as octets and as text.
 std::string FirstDay(std::string const& contents) {
@@ -43,7 +43,7 @@ std::string TailWritten(std::string const& tail) {
 
 WeeklyScheduleValue Week(std::string const& text) {
     test::RecordSeed("texts", text);
-    return WeeklyScheduleValue(text, utf8);
+    return WeeklyScheduleValue(text, Utf8);
 }
 
 template <class Exception = std::runtime_error>
@@ -356,6 +356,6 @@ TEST(WeeklySchedule, ComparesByEncodingAndThenByOctets) {
     EXPECT_EQ(Compared(Week("a"), Week("a")), 0);
     EXPECT_EQ(Compared(Week("ab"), Week("a")), 1);
     EXPECT_EQ(Compared(Week("a"), Week("\xC3")), -1);
-    EXPECT_THROW(Compared(Week(""), ExceptionScheduleValue("", utf8)), std::bad_cast);
-    EXPECT_THROW(Compared(Week(""), CharacterStringValue("", utf8)), std::bad_cast);
+    EXPECT_THROW(Compared(Week(""), ExceptionScheduleValue("", Utf8)), std::bad_cast);
+    EXPECT_THROW(Compared(Week(""), CharacterStringValue("", Utf8)), std::bad_cast);
 }

@@ -12,7 +12,7 @@ using test::Written;
 
 namespace {
 
-constexpr auto utf8 = EncodingTypeEnum::Utf8;
+constexpr auto Utf8 = EncodingTypeEnum::Utf8;
 
 CharacterStringValue ReadCharacters(std::string_view hex) {
     return test::Read<CharacterStringValue, CharacterStringValueParser>(hex);
@@ -21,18 +21,18 @@ CharacterStringValue ReadCharacters(std::string_view hex) {
 }  // namespace
 
 TEST(CharacterStringValue, OfTwoAndOfFourOctetsWritesTheEncodingBeforeThem) {
-    EXPECT_EQ(Written(CharacterStringValue("AB", utf8)), "73 00 41 42");
-    EXPECT_EQ(Written(CharacterStringValue("ABCD", utf8)), "75 05 00 41 42 43 44");
+    EXPECT_EQ(Written(CharacterStringValue("AB", Utf8)), "73 00 41 42");
+    EXPECT_EQ(Written(CharacterStringValue("ABCD", Utf8)), "75 05 00 41 42 43 44");
 }
 
 TEST(CharacterStringValue, WritesItsOctetsUnchangedWhateverTheEncoding) {
     EXPECT_EQ(Written(CharacterStringValue("A", EncodingTypeEnum::Ucs2)), "72 04 41");
-    EXPECT_EQ(Written(CharacterStringValue(std::string("\0\xFF", 2), utf8)), "73 00 00 FF");
+    EXPECT_EQ(Written(CharacterStringValue(std::string("\0\xFF", 2), Utf8)), "73 00 00 FF");
     EXPECT_EQ(Written(CharacterStringValue()), "71 00");
 }
 
 TEST(CharacterStringValue, OfMoreThan253OctetsIsWrittenWithTheLowOctetOfItsLength) {
-    test::Octets const octets = test::WrittenOctets(CharacterStringValue(std::string(299, 'x'), utf8));
+    test::Octets const octets = test::WrittenOctets(CharacterStringValue(std::string(299, 'x'), Utf8));
     ASSERT_EQ(octets.size(), 302U);
     EXPECT_EQ(test::ToHex({octets.begin(), octets.begin() + 4}), "75 2C 00 78");
 }
@@ -68,11 +68,11 @@ TEST(CharacterStringValueParser, RefusesNoData) {
 }
 
 TEST(CharacterStringValue, ComparesByEncodingAndThenByOctets) {
-    EXPECT_EQ(Compared(CharacterStringValue("a", EncodingTypeEnum::Ucs2), CharacterStringValue("b", utf8)),
+    EXPECT_EQ(Compared(CharacterStringValue("a", EncodingTypeEnum::Ucs2), CharacterStringValue("b", Utf8)),
               4);
-    EXPECT_EQ(Compared(CharacterStringValue("ab", utf8), CharacterStringValue("ac", utf8)), -1);
-    EXPECT_EQ(Compared(CharacterStringValue("abc", utf8), CharacterStringValue("ab", utf8)), 1);
-    EXPECT_EQ(Compared(CharacterStringValue("\xC3", utf8), CharacterStringValue("z", utf8)), 1);
-    EXPECT_EQ(Compared(CharacterStringValue("ab", utf8), CharacterStringValue("ab", utf8)), 0);
+    EXPECT_EQ(Compared(CharacterStringValue("ab", Utf8), CharacterStringValue("ac", Utf8)), -1);
+    EXPECT_EQ(Compared(CharacterStringValue("abc", Utf8), CharacterStringValue("ab", Utf8)), 1);
+    EXPECT_EQ(Compared(CharacterStringValue("\xC3", Utf8), CharacterStringValue("z", Utf8)), 1);
+    EXPECT_EQ(Compared(CharacterStringValue("ab", Utf8), CharacterStringValue("ab", Utf8)), 0);
     EXPECT_THROW(Compared(CharacterStringValue(), OctetStringValue()), std::bad_cast);
 }

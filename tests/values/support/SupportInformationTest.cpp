@@ -31,10 +31,10 @@ struct ObjectProperties {
     char const* further;
 };
 
-char const* const commonProperties = "75:23 79:11 77:6 81:0 111:18 36:19 103:17 117:20 168:6 28:6";
+char const* const CommonProperties = "75:23 79:11 77:6 81:0 111:18 36:19 103:17 117:20 168:6 28:6";
 
 // clang-format off
-ObjectProperties const objects[] = {
+ObjectProperties const Objects[] = {
     { 0, true,  "85:3 65:3 69:3"},
     { 1, true,  "85:3 65:3 69:3 104:3"},
     { 2, true,  "85:3 65:3 69:3 104:3"},
@@ -73,8 +73,8 @@ ObjectProperties const objects[] = {
 
 std::map<std::pair<int, int>, int> ExpectedTypes() {
     std::map<std::pair<int, int>, int> types;
-    for (ObjectProperties const& row : objects) {
-        std::string const common = row.hasCommonProperties ? commonProperties : "";
+    for (ObjectProperties const& row : Objects) {
+        std::string const common = row.hasCommonProperties ? CommonProperties : "";
         std::istringstream pairs(common + " " + row.further);
         int property = 0;
         int type = 0;

@@ -115,13 +115,13 @@ std::vector<char> AddressParser::ParseIp(std::string const& text) {
 }
 
 unsigned short AddressParser::ParsePort(std::string const& text) {
-    constexpr long long LargestMagnitude = 0xFFFFFFFF;
+    constexpr long long largestMagnitude = 0xFFFFFFFF;
     char* end = nullptr;
     long long const number = std::strtoll(text.c_str(), &end, 10);
     if (end == text.c_str()) {
         throw std::invalid_argument("stoul");
     }
-    if (number < -LargestMagnitude || number > LargestMagnitude) {
+    if (number < -largestMagnitude || number > largestMagnitude) {
         throw std::out_of_range("stoul");
     }
     return static_cast<unsigned short>(number & 0xFFFF);

@@ -69,7 +69,7 @@ constexpr ParserRow ParserRows[] = {
 std::unique_ptr<SupportInformation> SupportInformation::m_instance(new SupportInformation);
 
 SupportInformation::SupportInformation() {
-    for (SupportTable::Line const& line : SupportTable::Lines) {
+    for (support_table::Line const& line : support_table::Lines) {
         for (ObjectTypeEnum const object : line.objects) {
             for (PropertyIdentifierEnum const property : line.properties) {
                 properties.emplace(ObjPropKey(object, property), PropertyInfo(line.type));

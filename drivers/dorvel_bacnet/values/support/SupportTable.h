@@ -17,7 +17,7 @@
 // - Object_Identifier has a type without a parser;
 // - every object type of the common lines has Units, and a binary input has a Relinquish_Default;
 // - notification classes and lighting outputs have their own lines only.
-namespace SupportTable {
+namespace support_table {
 
 using Object = ObjectTypeEnum;
 using Property = PropertyIdentifierEnum;
@@ -171,4 +171,4 @@ inline constexpr Line Lines[] = {
 };
 // clang-format on
 
-}  // namespace SupportTable
+}  // namespace support_table
