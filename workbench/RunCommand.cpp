@@ -102,14 +102,14 @@ void Warn(LoadedProject const& project, std::ostream& err) {
     for (BlockConfig const& block : project.Blocks()) {
         for (VariableConfig const& variable : block.variables) {
             if (variable.write && !IsWrittenItself(variable)) {
-                err << "warning: " << Printable(FullName(block, variable)) << ": the driver reads "
+                err << "warning: " << tools::Printable(FullName(block, variable)) << ": the driver reads "
                     << variable.property->name << " and writes to present-value\n";
             }
         }
     }
     for (std::string const& name : project.UnusedParams()) {
-        err << "warning: --define " << Printable(name) << ": the project does not use Param."
-            << Printable(name) << "\n";
+        err << "warning: --define " << tools::Printable(name) << ": the project does not use Param."
+            << tools::Printable(name) << "\n";
     }
 }
 

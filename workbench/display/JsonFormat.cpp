@@ -30,7 +30,7 @@ void WriteField(Writer& writer, char const* name, std::string const& text) {
 // Writes the shortest text of the number; RapidJSON would write a float with the digits of a double.
 template <typename Number>
 void WriteNumber(Writer& writer, Number value) {
-    std::string const text = NumberText(value);
+    std::string const text = tools::NumberText(value);
     if (std::isfinite(value)) {
         writer.RawValue(text.data(), text.size(), rapidjson::kNumberType);
     } else {
@@ -53,7 +53,7 @@ void WriteValue(Writer& writer, OpcUa_Variant const& value, long long localDiff)
             WriteNumber(writer, value.Value.Double);
             break;
         case OpcUaType_String:
-            WriteText(writer, ValidUtf8(View(value.Value.Octets)));
+            WriteText(writer, tools::ValidUtf8(View(value.Value.Octets)));
             break;
         case OpcUaType_DateTime:
             WriteText(writer, IsoTime(value.Value.DateTime, localDiff));
@@ -78,7 +78,7 @@ void WriteProgress(Writer& writer, WriteState const& write, long long localDiff)
     writer.Key("value");
     WriteValue(writer, write.value, localDiff);
     if (!write.reason.empty()) {
-        WriteField(writer, "reason", ValidUtf8(write.reason));
+        WriteField(writer, "reason", tools::ValidUtf8(write.reason));
     }
     writer.EndObject();
 }
@@ -86,7 +86,7 @@ void WriteProgress(Writer& writer, WriteState const& write, long long localDiff)
 void WriteVariable(Writer& writer, VariableSnapshot const& variable, long long localDiff) {
     VariableState const& state = variable.state;
     writer.StartObject();
-    WriteField(writer, "name", ValidUtf8(variable.config->name));
+    WriteField(writer, "name", tools::ValidUtf8(variable.config->name));
     WriteField(writer, "object", ObjectText(*variable.config));
     WriteField(writer, "property", variable.config->property->name);
     WriteField(writer, "type", TypeName(variable.config->type));
@@ -114,12 +114,12 @@ std::string FormatJson(BlockSnapshot const& block) {
     Writer writer(buffer);
     writer.StartObject();
     WriteField(writer, "time", IsoTime(block.time, block.localDiff));
-    WriteField(writer, "block", ValidUtf8(block.config->name));
+    WriteField(writer, "block", tools::ValidUtf8(block.config->name));
     writer.Key("cycle");
     writer.Uint64(block.cycle);
     writer.Key("fault");
     writer.Bool(IsFault(block));
-    WriteField(writer, "error", ValidUtf8(FaultText(block)));
+    WriteField(writer, "error", tools::ValidUtf8(FaultText(block)));
     writer.Key("variables");
     writer.StartArray();
     for (VariableSnapshot const& variable : block.variables) {
@@ -134,14 +134,14 @@ std::string FormatJson(SetAnswer const& answer, long long localDiff) {
     rapidjson::StringBuffer buffer;
     Writer writer(buffer);
     writer.StartObject();
-    WriteField(writer, "set", ValidUtf8(answer.target));
+    WriteField(writer, "set", tools::ValidUtf8(answer.target));
     if (answer.mistake.empty()) {
         WriteField(writer, "state", StageName(WriteStage::Pending));
         writer.Key("value");
         WriteValue(writer, answer.value, localDiff);
     } else {
         WriteField(writer, "state", "invalid");
-        WriteField(writer, "reason", ValidUtf8(answer.mistake));
+        WriteField(writer, "reason", tools::ValidUtf8(answer.mistake));
     }
     writer.EndObject();
     return std::string(buffer.GetString(), buffer.GetSize()) + "\n";

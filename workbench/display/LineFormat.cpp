@@ -16,7 +16,7 @@ std::string VariableColumns(VariableSnapshot const& variable, long long localDif
     std::string const time = state.Time ? IsoTime(state.Time, localDiff) : "-";
     bool const isSet = variable.write.stage != WriteStage::None;
     std::string const write = isSet ? WriteText(variable.write, localDiff, true) : "-";
-    return Printable(config.name) + "\t" + ObjectText(config) + "\t" + config.property->name + "\t" +
+    return tools::Printable(config.name) + "\t" + ObjectText(config) + "\t" + config.property->name + "\t" +
            ValueText(state.Value, localDiff) + "\t" + TypeName(config.type) + "\t" +
            QualityText(state.Status) + "\t" + StatusText(state.Status) + "\t" + time + "\t" + write;
 }
@@ -24,8 +24,9 @@ std::string VariableColumns(VariableSnapshot const& variable, long long localDif
 }  // namespace
 
 std::string FormatLines(BlockSnapshot const& block) {
-    std::string const columns = IsoTime(block.time, block.localDiff) + "\t" + Printable(block.config->name) +
-                                "\t" + std::to_string(block.cycle) + "\t" + StateText(block) + "\t";
+    std::string const columns = IsoTime(block.time, block.localDiff) + "\t" +
+                                tools::Printable(block.config->name) + "\t" + std::to_string(block.cycle) +
+                                "\t" + StateText(block) + "\t";
     std::string lines;
     for (VariableSnapshot const& variable : block.variables) {
         lines += columns + VariableColumns(variable, block.localDiff) + "\n";

@@ -46,10 +46,10 @@ bool IsLeftOut(std::size_t column, std::vector<Row> const& rows) {
 std::string ObjectCell(std::string const& text, std::size_t width) {
     std::size_t const blank = text.rfind(' ');
     if (text.size() <= width || blank == std::string::npos || text.size() - blank >= width) {
-        return FitTo(text, width);
+        return tools::FitTo(text, width);
     }
     std::string const number = text.substr(blank);
-    return FitTo(text.substr(0, blank), width - number.size()) + number;
+    return tools::FitTo(text.substr(0, blank), width - number.size()) + number;
 }
 
 }  // namespace
@@ -62,7 +62,7 @@ Row VariableRow(VariableSnapshot const& variable, BlockSnapshot const& block, lo
     VariableConfig const& config = *variable.config;
     VariableState const& state = variable.state;
     bool const timed = state.Time != 0;
-    return {Printable(config.name),
+    return {tools::Printable(config.name),
             ObjectText(config),
             config.property->name,
             ValueText(state.Value, block.localDiff),
@@ -77,9 +77,10 @@ Widths FitColumns(std::vector<Row> const& rows, std::size_t screenWidth) {
     Widths widths{};
     Row const header = HeaderRow();
     for (std::size_t column = 0; column < ColumnCount; ++column) {
-        widths[column] = IsLeftOut(column, rows) ? 0 : DisplayWidth(header[column]);
+        widths[column] = IsLeftOut(column, rows) ? 0 : tools::DisplayWidth(header[column]);
         for (Row const& row : rows) {
-            widths[column] = std::max(widths[column], std::min(DisplayWidth(row[column]), WidestColumn));
+            widths[column] =
+                std::max(widths[column], std::min(tools::DisplayWidth(row[column]), WidestColumn));
         }
     }
     for (Concession const& concession : Concessions) {
@@ -98,9 +99,9 @@ std::string Cell(std::string const& text, std::size_t column, std::size_t width)
             return ObjectCell(text, width);
         case Value:
         case Age:
-            return FitToRight(text, width);
+            return tools::FitToRight(text, width);
         default:
-            return FitTo(text, width);
+            return tools::FitTo(text, width);
     }
 }
 

@@ -69,7 +69,7 @@ std::string RowLine(Row const& row, Widths const& widths, Screen const& screen, 
 std::string Headline(BlockSnapshot const& block, Screen const& screen) {
     Colour const state = block.cycle == 0 ? Colour::Dim : IsFault(block) ? Colour::Red : Colour::Green;
     TableLine line(screen.width, screen.colour);
-    line.Add(Printable(block.config->name), Colour::Bold);
+    line.Add(tools::Printable(block.config->name), Colour::Bold);
     line.Add("  ");
     line.Add(StateText(block), state);
     line.Add("  " + block.config->address + "  cycle " + std::to_string(block.cycle));
@@ -88,7 +88,7 @@ std::vector<std::string> LogLines(std::vector<std::string> const& log, Screen co
     std::vector<std::string> lines = {rule.Text()};
     for (auto text = log.end() - static_cast<std::ptrdiff_t>(count); text != log.end(); ++text) {
         TableLine line(screen.width, screen.colour);
-        line.Add(Printable(*text));
+        line.Add(tools::Printable(*text));
         lines.push_back(line.Text());
     }
     return lines;

@@ -27,9 +27,9 @@ char const* Parameter(Colour colour) {
 }  // namespace
 
 void TableLine::Add(std::string const& cell, Colour colour) {
-    std::size_t const needed = DisplayWidth(cell);
+    std::size_t const needed = tools::DisplayWidth(cell);
     std::size_t const left = width - used;
-    std::string const shown = needed > left ? FitTo(cell, left) : cell;
+    std::string const shown = needed > left ? tools::FitTo(cell, left) : cell;
     used += needed > left ? left : needed;
     if (!coloured || colour == Colour::None || shown.empty()) {
         text += shown;

@@ -55,7 +55,7 @@ std::vector<std::string> const& BlockFields() {
 
 void RefuseMistake(char const* name, std::string const& mistake) {
     if (!mistake.empty()) {
-        FieldReader::Refuse(name, Printable(mistake));
+        FieldReader::Refuse(name, tools::Printable(mistake));
     }
 }
 

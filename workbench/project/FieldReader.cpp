@@ -54,7 +54,7 @@ FieldReader::FieldReader(LuaValue const& value, std::vector<std::string> const& 
             throw ProjectError("entry " + Describe(entry.first) + " has no field name; write Field = value");
         }
         if (std::find(known.begin(), known.end(), *key) == known.end()) {
-            Refuse(Printable(*key), "unknown" + DidYouMean(*key, known));
+            Refuse(tools::Printable(*key), "unknown" + DidYouMean(*key, known));
         }
     }
 }

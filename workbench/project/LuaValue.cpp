@@ -89,10 +89,10 @@ struct Description {
     std::string operator()(std::monostate) const { return "nil"; }
     std::string operator()(bool value) const { return value ? "true" : "false"; }
     std::string operator()(long long value) const { return std::to_string(value); }
-    std::string operator()(double value) const { return NumberText(value); }
+    std::string operator()(double value) const { return tools::NumberText(value); }
     std::string operator()(std::string const& value) const {
         bool const whole = value.size() <= LongestShown;
-        return "\"" + Printable(whole ? value : value.substr(0, LongestShown) + "...") + "\"";
+        return "\"" + tools::Printable(whole ? value : value.substr(0, LongestShown) + "...") + "\"";
     }
     std::string operator()(LuaTable const&) const { return "a table"; }
     std::string operator()(LuaValue::Other const& value) const { return std::string("a ") + value.typeName; }

@@ -96,7 +96,7 @@ void LoadedProject::RunScript() {
     script->StopClock();
     if (!mistake.empty()) {
         bool const placed = mistake.compare(0, shortPath.size() + 1, shortPath + ":") == 0;
-        throw ProjectError((placed ? "" : path + ": ") + Printable(mistake));
+        throw ProjectError((placed ? "" : path + ": ") + tools::Printable(mistake));
     }
 }
 
@@ -252,7 +252,7 @@ void LoadedProject::StartBlock(BlockConfig const& block) {
         runtime->InitBlock(*block.protocol);
     } catch (std::exception const& reason) {
         throw ProjectError(Prefix(block.where) + "block " + Quoted(block.name) + ": " +
-                           Printable(reason.what()));
+                           tools::Printable(reason.what()));
     }
 }
 

@@ -26,7 +26,7 @@ void LogBuffer::AddLine(std::string_view line) {
     if (line.empty()) {
         return;
     }
-    std::string text = Printable(line);
+    std::string text = tools::Printable(line);
     if (stream) {
         *stream << text << std::endl;
     }

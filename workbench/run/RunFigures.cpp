@@ -67,7 +67,7 @@ std::string RunFigures::Summary(TrafficFigures const& traffic) const {
                        Line("requests", traffic.requests, "") + Line("answers", traffic.answers, "") +
                        RoundTripLine(traffic.trips);
     for (auto const& [name, state] : writes) {
-        text += Printable(name) + " = " + state + "\n";
+        text += tools::Printable(name) + " = " + state + "\n";
     }
     return text;
 }

@@ -10,7 +10,7 @@ std::string AnswerText(SetAnswer const& answer, long long localDiff) {
     if (!answer.mistake.empty()) {
         return answer.mistake;
     }
-    return Printable(answer.target) + " = " + ValueText(answer.value, localDiff) + ": " +
+    return tools::Printable(answer.target) + " = " + ValueText(answer.value, localDiff) + ": " +
            StageName(WriteStage::Pending);
 }
 

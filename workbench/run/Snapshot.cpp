@@ -49,7 +49,7 @@ std::string StateText(BlockSnapshot const& block) {
     if (block.cycle == 0) {
         return "waiting";
     }
-    return IsFault(block) ? "FAULT " + Printable(FaultText(block)) : "OK";
+    return IsFault(block) ? "FAULT " + tools::Printable(FaultText(block)) : "OK";
 }
 
 std::string ObjectText(VariableConfig const& variable) {

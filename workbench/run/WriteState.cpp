@@ -25,7 +25,7 @@ std::string WriteText(WriteState const& write, long long localDiff, bool withRea
         return {};
     }
     std::string const reason =
-        withReason && !write.reason.empty() ? " (" + Printable(write.reason) + ")" : std::string();
+        withReason && !write.reason.empty() ? " (" + tools::Printable(write.reason) + ")" : std::string();
     return ValueText(write.value, localDiff) + " " + StageName(write.stage) + reason;
 }
 

@@ -72,9 +72,9 @@ std::string TableDisplay::Footer(std::vector<BlockSnapshot> const& now, Screen c
     TableLine line(screen.width, screen.colour);
     if (prompt.IsOpen()) {
         line.Add("Block.Variable = value: ", Colour::Bold);
-        line.Add(Printable(prompt.Text()) + "_");
+        line.Add(tools::Printable(prompt.Text()) + "_");
     } else if (!latest.mistake.empty()) {
-        line.Add(Printable(latest.mistake), Colour::Red);
+        line.Add(tools::Printable(latest.mistake), Colour::Red);
     } else if (!latest.target.empty()) {
         line.Add(Progress(now), Colour::Dim);
     } else if (prompt.HasNames()) {
@@ -87,7 +87,8 @@ std::string TableDisplay::Progress(std::vector<BlockSnapshot> const& now) const 
     for (BlockSnapshot const& block : now) {
         for (VariableSnapshot const& variable : block.variables) {
             if (FullName(*block.config, *variable.config) == latest.target) {
-                return Printable(latest.target) + " = " + WriteText(variable.write, block.localDiff, true);
+                return tools::Printable(latest.target) + " = " +
+                       WriteText(variable.write, block.localDiff, true);
             }
         }
     }

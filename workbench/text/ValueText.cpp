@@ -51,13 +51,13 @@ std::string ValueText(OpcUa_Variant const& value, long long localDiff) {
         case OpcUaType_UInt64:
             return std::to_string(value.Value.UInt64);
         case OpcUaType_Float:
-            return NumberText(value.Value.Float);
+            return tools::NumberText(value.Value.Float);
         case OpcUaType_Double:
-            return NumberText(value.Value.Double);
+            return tools::NumberText(value.Value.Double);
         case OpcUaType_DateTime:
             return IsoValue(value.Value.DateTime, localDiff);
         case OpcUaType_String:
-            return VisibleText(Printable(View(value.Value.Octets)));
+            return VisibleText(tools::Printable(View(value.Value.Octets)));
         case OpcUaType_ByteString:
             return VisibleText(HexText(View(value.Value.Octets)));
         case OpcUaType_StatusCode:

@@ -145,7 +145,7 @@ TEST_F(Table, FitsEveryScreen) {
         EXPECT_LE(lines.size(), std::max<std::size_t>(screen.height, 2) - 1);
         EXPECT_GE(lines.size(), 1u);
         for (std::string const& line : lines) {
-            EXPECT_LE(DisplayWidth(line), screen.width);
+            EXPECT_LE(tools::DisplayWidth(line), screen.width);
         }
     }
 }

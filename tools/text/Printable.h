@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace workbench {
+namespace tools {
 
 // Texts come from devices and from projects. On a terminal or in a line of output they must stay on their
 // line and must not control the terminal. Widths are columns of a terminal.
@@ -24,4 +24,4 @@ std::string FitTo(std::string_view text, std::size_t width);
 // The same, filled on the left side.
 std::string FitToRight(std::string_view text, std::size_t width);
 
-}  // namespace workbench
+}  // namespace tools

@@ -2,7 +2,7 @@
 
 #include <cwchar>
 
-namespace workbench {
+namespace tools {
 
 namespace {
 
@@ -161,4 +161,4 @@ std::string FitToRight(std::string_view text, std::size_t width) {
     return Blanks(cut, width) + cut;
 }
 
-}  // namespace workbench
+}  // namespace tools

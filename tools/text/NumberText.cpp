@@ -3,7 +3,7 @@
 #include <charconv>
 #include <cmath>
 
-namespace workbench {
+namespace tools {
 
 namespace {
 
@@ -27,4 +27,4 @@ std::string NumberText(double value) {
     return Shortest(value);
 }
 
-}  // namespace workbench
+}  // namespace tools

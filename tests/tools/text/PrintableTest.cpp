@@ -1,47 +1,25 @@
+#include "Printable.h"
+
 #include <gtest/gtest.h>
 
 #include <clocale>
 #include <random>
 
-#include "NumberText.h"
-#include "Printable.h"
-#include "TypeName.h"
-
-using namespace workbench;
+using namespace tools;
 
 namespace {
 
-class TextForms : public testing::Test {
+class PrintableText : public testing::Test {
 protected:
     void SetUp() override { std::setlocale(LC_CTYPE, "C.UTF-8"); }
 };
 
-TEST_F(TextForms, NumbersAreAsShortAsTheyCanBe) {
-    EXPECT_EQ(NumberText(21.5f), "21.5");
-    EXPECT_EQ(NumberText(0.1f), "0.1");
-    EXPECT_EQ(NumberText(0.1), "0.1");
-    EXPECT_EQ(NumberText(100.0), "100");
-    EXPECT_EQ(NumberText(-0.0), "-0");
-    EXPECT_EQ(NumberText(1e30), "1e+30");
-    EXPECT_EQ(NumberText(std::stof("nan")), "nan");
-    EXPECT_EQ(NumberText(-std::stod("inf")), "-inf");
-}
-
-TEST_F(TextForms, NumbersReadBackAsTheSame) {
-    std::mt19937_64 random(3);
-    for (int i = 0; i < 10000; ++i) {
-        double const value = static_cast<double>(random()) * 1e-7 - 1e11;
-        EXPECT_EQ(std::stod(NumberText(value)), value);
-        EXPECT_EQ(std::stof(NumberText(static_cast<float>(value))), static_cast<float>(value));
-    }
-}
-
-TEST_F(TextForms, PrintableKeepsText) {
+TEST_F(PrintableText, IsTheTextItself) {
     EXPECT_EQ(Printable("Zuluft °C 温度"), "Zuluft °C 温度");
     EXPECT_EQ(Printable(""), "");
 }
 
-TEST_F(TextForms, PrintableEscapesControlCharacters) {
+TEST_F(PrintableText, EscapesWhatSteersATerminal) {
     EXPECT_EQ(Printable("a\nb\tc\rd"), "a\\nb\\tc\\rd");
     EXPECT_EQ(Printable("\x1B[2J\x7F"), "\\x1B[2J\\x7F");
     EXPECT_EQ(Printable(std::string_view("a\0b", 3)), "a\\x00b");
@@ -53,7 +31,7 @@ TEST_F(TextForms, PrintableEscapesControlCharacters) {
               "\xEF\xBF\xBDx");
 }
 
-TEST_F(TextForms, PrintableReplacesInvalidUtf8) {
+TEST_F(PrintableText, ReplacesWhatIsNoUtf8) {
     std::string const mark = "\xEF\xBF\xBD";
     EXPECT_EQ(Printable("\xFF"), mark);
     EXPECT_EQ(Printable("a\xC3"), "a" + mark);
@@ -62,7 +40,7 @@ TEST_F(TextForms, PrintableReplacesInvalidUtf8) {
     EXPECT_EQ(Printable("\xF5\x80\x80\x80"), mark + mark + mark + mark);
 }
 
-TEST_F(TextForms, FitsToColumnsAndNotToOctets) {
+TEST_F(PrintableText, FitsToColumnsAndNotToOctets) {
     EXPECT_EQ(FitTo("°C", 4), "°C  ");
     EXPECT_EQ(FitToRight("°C", 4), "  °C");
     EXPECT_EQ(FitTo("abcdef", 4), "abc…");
@@ -73,7 +51,7 @@ TEST_F(TextForms, FitsToColumnsAndNotToOctets) {
     EXPECT_EQ(FitTo("abc", 1), "…");
 }
 
-TEST_F(TextForms, RandomOctetsBecomeOneSafeLineOfTheRightWidth) {
+TEST_F(PrintableText, RandomOctetsBecomeOneSafeLineOfTheRightWidth) {
     std::mt19937 random(5);
     for (int i = 0; i < 10000; ++i) {
         std::string octets(random() % 24, ' ');
@@ -89,19 +67,6 @@ TEST_F(TextForms, RandomOctetsBecomeOneSafeLineOfTheRightWidth) {
         EXPECT_EQ(DisplayWidth(FitTo(printable, width)), width);
         EXPECT_EQ(DisplayWidth(FitToRight(printable, width)), width);
     }
-}
-
-TEST_F(TextForms, TypesHaveNamesAndNumbers) {
-    EXPECT_EQ(FindType("Float"), OpcUaType_Float);
-    EXPECT_EQ(FindType("dataVALUE"), OpcUaType_DataValue);
-    EXPECT_EQ(FindType(13), OpcUaType_DateTime);
-    EXPECT_FALSE(FindType("Guid"));
-    EXPECT_FALSE(FindType(std::string_view("Float\0x", 7)));
-    EXPECT_FALSE(FindType(14));
-    EXPECT_FALSE(FindType(0));
-    EXPECT_EQ(TypeName(OpcUaType_String), "String");
-    EXPECT_EQ(TypeName({OpcUaType_DataValue, OpcUaType_Int32}), "DataValue(Int32)");
-    EXPECT_EQ(TypeName(OpcUaType_Guid), "Type 14");
 }
 
 }  // namespace
