@@ -7,6 +7,7 @@ namespace tools {
 namespace {
 
 constexpr std::string_view Replacement = "\xEF\xBF\xBD";
+constexpr std::size_t LongestQuoted = 60;
 constexpr std::string_view Ellipsis = "\xE2\x80\xA6";
 
 // One character of a text: its code point (-1 for an octet that does not begin a character) and its length in
@@ -139,6 +140,11 @@ std::string Printable(std::string_view text) {
         place += character.length;
     }
     return result;
+}
+
+std::string Quoted(std::string_view text) {
+    char const* const end = text.size() <= LongestQuoted ? "\"" : "...\"";
+    return '"' + Printable(text.substr(0, LongestQuoted)) + end;
 }
 
 std::size_t DisplayWidth(std::string_view text) {

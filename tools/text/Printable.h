@@ -13,6 +13,10 @@ namespace tools {
 // others, and octets that are not UTF-8 become U+FFFD.
 std::string Printable(std::string_view text);
 
+// The printable text in quotation marks, for a message. Of a text with more than 60 octets only those are
+// shown, and "..." after them.
+std::string Quoted(std::string_view text);
+
 // The text with octets that are not UTF-8 replaced by U+FFFD.
 std::string ValidUtf8(std::string_view text);
 

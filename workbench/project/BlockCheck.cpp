@@ -89,7 +89,7 @@ long long WriteCondition(FieldReader const& fields) {
     std::vector<std::string> const names(std::begin(WriteConditions), std::end(WriteConditions));
     FieldReader::Refuse(name, Describe(value) +
                                   " is not a write condition; allowed are OnChange, Always and OnTrigger" +
-                                  DidYouMean(*text, names));
+                                  tools::DidYouMean(*text, names));
 }
 
 // The entries of a list by index. Lua keeps keys in any order; a gap is a mistake.
@@ -127,7 +127,8 @@ std::vector<VariableConfig> Variables(FieldReader const& fields) {
         try {
             variables.push_back(Variable(*entry, taken));
         } catch (ProjectError const& mistake) {
-            std::string const which = name.empty() ? std::to_string(variables.size() + 1) : Describe({name});
+            std::string const which =
+                name.empty() ? std::to_string(variables.size() + 1) : tools::Quoted(name);
             throw ProjectError("variable " + which + ": " + mistake.what(), name, taken ? 2 : 1);
         }
     }
@@ -174,7 +175,7 @@ TaskConfig CheckTask(LuaValue const& value) {
 
 BlockConfig CheckBlock(LuaValue const& value) {
     std::string const name = NameOf(value);
-    std::string const context = name.empty() ? "block: " : "block " + Describe({name}) + ": ";
+    std::string const context = name.empty() ? "block: " : "block " + tools::Quoted(name) + ": ";
     return InContext(context, [&] { return Block(FieldReader(value, BlockFields())); });
 }
 

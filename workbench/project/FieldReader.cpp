@@ -54,7 +54,7 @@ FieldReader::FieldReader(LuaValue const& value, std::vector<std::string> const& 
             throw ProjectError("entry " + Describe(entry.first) + " has no field name; write Field = value");
         }
         if (std::find(known.begin(), known.end(), *key) == known.end()) {
-            Refuse(tools::Printable(*key), "unknown" + DidYouMean(*key, known));
+            Refuse(tools::Printable(*key), "unknown" + tools::DidYouMean(*key, known));
         }
     }
 }
@@ -136,7 +136,7 @@ NameRow const* FieldReader::Name(std::string_view name, NameTable const& names, 
     if (text) {
         NameRow const* const row = names.FindName(*text);
         if (!row) {
-            std::string const suggestion = DidYouMean(*text, names.Names());
+            std::string const suggestion = tools::DidYouMean(*text, names.Names());
             Refuse(name, Describe(value) + " is not " + what + (suggestion.empty() ? NamesHint : suggestion));
         }
         return row;

@@ -12,7 +12,6 @@ namespace workbench {
 namespace {
 
 constexpr int MostValues = 1000000;
-constexpr std::size_t LongestShown = 60;
 
 class Copier {
 public:
@@ -90,10 +89,7 @@ struct Description {
     std::string operator()(bool value) const { return value ? "true" : "false"; }
     std::string operator()(long long value) const { return std::to_string(value); }
     std::string operator()(double value) const { return tools::NumberText(value); }
-    std::string operator()(std::string const& value) const {
-        bool const whole = value.size() <= LongestShown;
-        return "\"" + tools::Printable(whole ? value : value.substr(0, LongestShown) + "...") + "\"";
-    }
+    std::string operator()(std::string const& value) const { return tools::Quoted(value); }
     std::string operator()(LuaTable const&) const { return "a table"; }
     std::string operator()(LuaValue::Other const& value) const { return std::string("a ") + value.typeName; }
 };

@@ -4,7 +4,7 @@
 #include <iterator>
 #include <utility>
 
-#include "LuaValue.h"
+#include "Printable.h"
 #include "ProjectError.h"
 #include "Suggestion.h"
 #include "TypeName.h"
@@ -57,10 +57,10 @@ std::string NameSuggestion(std::deque<BlockConfig> const& blocks, std::string co
     Found const bare = FindVariable(
         blocks, [&](BlockConfig const&, VariableConfig const& variable) { return variable.name == name; });
     if (bare.variable) {
-        return Suggest(FullName(*bare.block, *bare.variable));
+        return tools::Suggest(FullName(*bare.block, *bare.variable));
     }
-    std::string const suggestion = DidYouMean(name, WritableNames(blocks));
-    return suggestion.empty() ? DidYouMean(name, NamesIf(blocks, [](auto const&) { return true; }))
+    std::string const suggestion = tools::DidYouMean(name, WritableNames(blocks));
+    return suggestion.empty() ? tools::DidYouMean(name, NamesIf(blocks, [](auto const&) { return true; }))
                               : suggestion;
 }
 
@@ -102,11 +102,11 @@ bool IsOfType(std::string const& text, _OpcUa_BuiltInType type, OpcUa_VariantHlp
 // Suggests a value for a decimal comma, the wrong letter case or a misspelt word.
 std::string ValueSuggestion(std::string text, _OpcUa_BuiltInType type) {
     if (type == OpcUaType_Boolean) {
-        return DidYouMean(text, {"true", "false"});
+        return tools::DidYouMean(text, {"true", "false"});
     }
     std::replace(text.begin(), text.end(), ',', '.');
     OpcUa_VariantHlp value;
-    return IsOfType(text, type, value) ? Suggest(text) : std::string();
+    return IsOfType(text, type, value) ? tools::Suggest(text) : std::string();
 }
 
 std::string Trimmed(std::string_view text) {
@@ -142,18 +142,18 @@ SetRequest MakeSetRequest(std::deque<BlockConfig> const& blocks, std::string con
                           std::string const& text) {
     Found const found = FindFullName(blocks, name);
     if (!found.variable) {
-        throw ProjectError(Describe({name}) + " is not a variable of the project" +
+        throw ProjectError(tools::Quoted(name) + " is not a variable of the project" +
                            NameSuggestion(blocks, name));
     }
     if (!found.variable->write) {
-        throw ProjectError(Describe({name}) +
+        throw ProjectError(tools::Quoted(name) +
                            " is read-only; to set it, give it Write = true in the project");
     }
     SetRequest request{found.block, found.variable, {}};
     _OpcUa_BuiltInType const type = ValueType(*found.variable);
     if (!IsOfType(text, type, request.value)) {
-        throw ProjectError(Describe({name}) + ": " + Describe({text}) + " is not of type " + TypeName(type) +
-                           "; expected " + Example(type) + ValueSuggestion(text, type));
+        throw ProjectError(tools::Quoted(name) + ": " + tools::Quoted(text) + " is not of type " +
+                           TypeName(type) + "; expected " + Example(type) + ValueSuggestion(text, type));
     }
     return request;
 }
@@ -161,7 +161,7 @@ SetRequest MakeSetRequest(std::deque<BlockConfig> const& blocks, std::string con
 SetRequest ReadAssignment(std::deque<BlockConfig> const& blocks, std::string_view assignment) {
     std::size_t const first = assignment.find('=');
     if (first == std::string_view::npos) {
-        throw ProjectError(Describe({Trimmed(assignment)}) + " is not of the form Block.Variable = value");
+        throw ProjectError(tools::Quoted(Trimmed(assignment)) + " is not of the form Block.Variable = value");
     }
     std::size_t equals = first;
     for (std::size_t position = first; position != std::string_view::npos;

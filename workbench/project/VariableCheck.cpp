@@ -20,7 +20,7 @@ std::vector<std::string> const& VariableFields() {
 }
 
 std::string TypeSuggestion(std::string const& text) {
-    std::string const suggestion = DidYouMean(text, TypeNames());
+    std::string const suggestion = tools::DidYouMean(text, TypeNames());
     if (!suggestion.empty()) {
         return suggestion;
     }

@@ -10,7 +10,6 @@
 
 #include "ExitCode.h"
 #include "FieldReader.h"
-#include "LuaValue.h"
 #include "Printable.h"
 #include "ProjectError.h"
 #include "Suggestion.h"
@@ -27,10 +26,6 @@ constexpr std::chrono::milliseconds Grace{2000};
 // The file name as Lua shows it: the last 59 octets at most.
 std::string ShortName(std::string const& path) {
     return path.size() < LUA_IDSIZE ? path : "..." + path.substr(path.size() - (LUA_IDSIZE - 4));
-}
-
-std::string Quoted(std::string const& name) {
-    return Describe({name});
 }
 
 }  // namespace
@@ -109,7 +104,7 @@ void LoadedProject::EndProcess(char const* reason) const {
 void LoadedProject::AddTask(TaskConfig task) {
     for (TaskConfig const& other : tasks) {
         if (other.name == task.name) {
-            throw ProjectError("task " + Quoted(task.name) +
+            throw ProjectError("task " + tools::Quoted(task.name) +
                                ": the name is already taken; each task needs its own");
         }
     }
@@ -120,7 +115,7 @@ BlockConfig const& LoadedProject::AddBlock(BlockConfig block) {
     DropUnmadeBlocks();
     for (BlockConfig const& other : blocks) {
         if (other.name == block.name) {
-            throw ProjectError("block " + Quoted(block.name) +
+            throw ProjectError("block " + tools::Quoted(block.name) +
                                ": the name is already taken; each block needs its own");
         }
     }
@@ -238,9 +233,9 @@ void LoadedProject::CheckTasks() {
     }
     for (BlockConfig const& block : blocks) {
         if (!block.task.empty() && std::find(names.begin(), names.end(), block.task) == names.end()) {
-            throw ProjectError(Prefix(block.where) + "block " + Quoted(block.name) +
-                               ": field \"Task\": " + Quoted(block.task) + " is not a task of the project" +
-                               DidYouMean(block.task, names));
+            throw ProjectError(Prefix(block.where) + "block " + tools::Quoted(block.name) +
+                               ": field \"Task\": " + tools::Quoted(block.task) +
+                               " is not a task of the project" + tools::DidYouMean(block.task, names));
         }
     }
 }
@@ -251,7 +246,7 @@ void LoadedProject::StartBlock(BlockConfig const& block) {
         runtime->Assign(*block.protocol, *runtime->FindTask(task));
         runtime->InitBlock(*block.protocol);
     } catch (std::exception const& reason) {
-        throw ProjectError(Prefix(block.where) + "block " + Quoted(block.name) + ": " +
+        throw ProjectError(Prefix(block.where) + "block " + tools::Quoted(block.name) + ": " +
                            tools::Printable(reason.what()));
     }
 }

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "LuaValue.h"
+#include "Printable.h"
 #include "ProjectError.h"
 #include "SetRequest.h"
 
@@ -60,7 +60,8 @@ void Operator::Command(std::string const& line) {
         Assign(line.substr(end + 1));
         return;
     }
-    display.Answer({line, {}, Describe({line}) + " is not a command; expected set Block.Variable = value"});
+    display.Answer(
+        {line, {}, tools::Quoted(line) + " is not a command; expected set Block.Variable = value"});
 }
 
 }  // namespace workbench

@@ -40,6 +40,15 @@ TEST_F(PrintableText, ReplacesWhatIsNoUtf8) {
     EXPECT_EQ(Printable("\xF5\x80\x80\x80"), mark + mark + mark + mark);
 }
 
+TEST_F(PrintableText, IsQuotedInAMessageAndCutAfter60Octets) {
+    EXPECT_EQ(Quoted("AHU 1"), "\"AHU 1\"");
+    EXPECT_EQ(Quoted(""), "\"\"");
+    EXPECT_EQ(Quoted("a\nb\xFF"), "\"a\\nb\xEF\xBF\xBD\"");
+    std::string const whole(60, 'x');
+    EXPECT_EQ(Quoted(whole), '"' + whole + '"');
+    EXPECT_EQ(Quoted(whole + "y"), '"' + whole + "...\"");
+}
+
 TEST_F(PrintableText, FitsToColumnsAndNotToOctets) {
     EXPECT_EQ(FitTo("°C", 4), "°C  ");
     EXPECT_EQ(FitToRight("°C", 4), "  °C");

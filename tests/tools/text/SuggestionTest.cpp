@@ -4,7 +4,7 @@
 
 #include <random>
 
-using namespace workbench;
+using namespace tools;
 
 namespace {
 

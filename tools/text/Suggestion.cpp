@@ -4,9 +4,9 @@
 #include <cctype>
 #include <cstddef>
 
-#include "LuaValue.h"
+#include "Printable.h"
 
-namespace workbench {
+namespace tools {
 
 namespace {
 
@@ -70,7 +70,7 @@ std::string DidYouMean(std::string_view text, std::vector<std::string> const& ca
 }
 
 std::string Suggest(std::string const& text) {
-    return " (did you mean " + Describe({text}) + "?)";
+    return " (did you mean " + Quoted(text) + "?)";
 }
 
-}  // namespace workbench
+}  // namespace tools
