@@ -99,7 +99,7 @@ Targets TargetsOf(std::string const& name, Targets const& all) {
         }
     }
     if (found.empty()) {
-        throw Mistake("unknown device \"" + name + "\"" + Suggestion(name, names));
+        throw Mistake("unknown device \"" + name + "\"" + tools::DidYouMean(name, names));
     }
     return found;
 }
@@ -184,7 +184,7 @@ std::string Run(Words const& words, Targets const& targets) {
             }
         }
     }
-    throw Mistake("unknown command \"" + words[0] + "\"" + Suggestion(words[0], names));
+    throw Mistake("unknown command \"" + words[0] + "\"" + tools::DidYouMean(words[0], names));
 }
 
 }  // namespace

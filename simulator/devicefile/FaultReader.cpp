@@ -108,7 +108,7 @@ FaultRow const& ReadKind(ScriptValue const& given) {
         for (FaultRow const& known : FaultRows) {
             names.emplace_back(known.name);
         }
-        throw Mistake("unknown fault \"" + name + "\"" + Suggestion(name, names));
+        throw Mistake("unknown fault \"" + name + "\"" + tools::DidYouMean(name, names));
     }
     return *row;
 }
@@ -127,7 +127,7 @@ void ReadField(FaultRow const& row, ScriptField const& given, Fault& fault) {
             names.emplace_back(field.name);
         }
     }
-    throw Mistake("has no field \"" + given.name + "\"" + Suggestion(given.name, names));
+    throw Mistake("has no field \"" + given.name + "\"" + tools::DidYouMean(given.name, names));
 }
 
 }  // namespace

@@ -102,7 +102,7 @@ class SimulatorFaults(EndToEnd):
     def test_mistakes_are_reported_on_standard_error_and_the_device_runs_on(self):
         simulator = self.start_device()
         simulator.command('fault "Room 1" silense')
-        self.assertEqual(simulator.complaint(), 'fault: unknown fault "silense"; did you mean "silence"?')
+        self.assertEqual(simulator.complaint(), 'fault: unknown fault "silense" (did you mean "silence"?)')
         simulator.command("x" * 100000)
         self.assertEqual(simulator.complaint(), "the line is longer than 1000 octets")
         simulator.command("faults")
@@ -128,7 +128,7 @@ class SimulatorFaults(EndToEnd):
                                  stderr=subprocess.PIPE, text=True, timeout=LONGEST, check=False)
         self.assertEqual((process.returncode, process.stdout), (2, ""))
         self.assertEqual(process.stderr, f'bacnet-simulator: {path}:2: device Room 1: faults: truncate: has no field '
-                                         '"octets"; did you mean "octet"?\n')
+                                         '"octets" (did you mean "octet"?)\n')
 
     def test_every_fault_and_its_fields_are_documented(self):
         with open(os.path.join(ROOT, "docs", "simulator.md"), encoding="utf-8") as stream:

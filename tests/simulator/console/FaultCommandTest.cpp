@@ -63,13 +63,13 @@ TEST_F(FaultCommand, MistakesAreAnsweredAndNothingIsDone) {
         char const* message;
     };
     Row const rows[] = {
-        {"foult AHU-1 silence", "unknown command \"foult\"; did you mean \"fault\"?"},
+        {"foult AHU-1 silence", "unknown command \"foult\" (did you mean \"fault\"?)"},
         {"\"\"", "unknown command \"\""},
         {"fault", "fault: must be: fault NAME KIND [key=value ...]"},
         {"fault AHU-1", "fault: must be: fault NAME KIND [key=value ...]"},
-        {"fault AHU-2 silence", "fault: unknown device \"AHU-2\"; did you mean \"AHU-1\"?"},
-        {"fault Room 2 silence", "fault: unknown device \"Room\"; did you mean \"Room 2\"?"},
-        {"fault AHU-1 silense", "fault: unknown fault \"silense\"; did you mean \"silence\"?"},
+        {"fault AHU-2 silence", "fault: unknown device \"AHU-2\" (did you mean \"AHU-1\"?)"},
+        {"fault Room 2 silence", "fault: unknown device \"Room\""},
+        {"fault AHU-1 silense", "fault: unknown fault \"silense\" (did you mean \"silence\"?)"},
         {"fault AHU-1 silence 5", "fault: must be key=value, not \"5\""},
         {"fault AHU-1 silence octet=5", "fault: silence: has no field \"octet\""},
         {"fault AHU-1 delay seconds=soon", "fault: delay: seconds: must be a number, not the text \"soon\""},

@@ -59,12 +59,13 @@ TEST(FaultFile, EachMistakeNamesLineDeviceAndField) {
         char const* message;
     };
     Row const rows[] = {
-        {"{fault{'silense'}}", "faults: unknown fault \"silense\"; did you mean \"silence\"?"},
+        {"{fault{'silense'}}", "faults: unknown fault \"silense\" (did you mean \"silence\"?)"},
         {"{fault{'nothing like it'}}", "faults: unknown fault \"nothing like it\""},
         {"{fault{}}", "faults: must begin with the name of a fault and have names for all else"},
         {"{fault{'silence', 5}}", "faults: must begin with the name of a fault and have names for all else"},
         {"{fault{7}}", "faults: must be a text, not the number 7"},
-        {"{fault{'delay', second = 1}}", "faults: delay: has no field \"second\"; did you mean \"seconds\"?"},
+        {"{fault{'delay', second = 1}}",
+         "faults: delay: has no field \"second\" (did you mean \"seconds\"?)"},
         {"{fault{'silence', octet = 1}}", "faults: silence: has no field \"octet\""},
         {"{fault{'delay', seconds = -1}}", "faults: delay: seconds: must be from 0 to 1000000 seconds"},
         {"{fault{'delay', seconds = 0/0}}", "faults: delay: seconds: must be from 0 to 1000000 seconds"},

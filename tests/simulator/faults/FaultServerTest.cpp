@@ -100,6 +100,6 @@ TEST_F(FaultServer, CommandsAreCarriedOutAndAnswered) {
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "D: silence\nD: silence\n");
     std::string const errors = testing::internal::GetCapturedStderr();
     EXPECT_EQ(errors,
-              "fault: unknown fault \"silense\"; did you mean \"silence\"?\n"
+              "fault: unknown fault \"silense\" (did you mean \"silence\"?)\n"
               "the line is longer than 1000 octets\n");
 }
