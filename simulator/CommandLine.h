@@ -8,9 +8,6 @@
 
 namespace simulator {
 
-// The exit codes, which --help documents.
-enum ExitCode { Success = 0, UsageError = 1, DeviceFileError = 2, SocketError = 3 };
-
 // What the command line asks for.
 struct CommandLine {
     std::string deviceFile;

@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "DeviceFile.h"
+#include "ExitCode.h"
 #include "Mistake.h"
 #include "Server.h"
 #include "SystemClock.h"
@@ -31,10 +32,10 @@ int Run(simulator::CommandLine const& options) {
     server.Announce(std::cout);
     server.Run(stopHandle);
     close(stopHandle);
-    return simulator::Success;
+    return tools::SimulatorExit::Ok;
 }
 
-int Fail(int code, std::string const& message) {
+int Fail(tools::SimulatorExit::Code code, std::string const& message) {
     std::cerr << "bacnet-simulator: " << message << '\n';
     return code;
 }
@@ -46,18 +47,18 @@ int main(int argc, char** argv) {
         auto const options = simulator::CommandLine::Parse({argv + 1, argv + argc});
         if (options.wantsHelp) {
             std::cout << simulator::CommandLine::Help();
-            return simulator::Success;
+            return tools::SimulatorExit::Ok;
         }
         if (options.wantsVersion) {
             std::cout << "bacnet-simulator " SIMULATOR_VERSION "\n";
-            return simulator::Success;
+            return tools::SimulatorExit::Ok;
         }
         return Run(options);
     } catch (std::invalid_argument const& error) {
-        return Fail(simulator::UsageError, error.what());
+        return Fail(tools::SimulatorExit::Usage, error.what());
     } catch (simulator::Mistake const& mistake) {
-        return Fail(simulator::DeviceFileError, mistake.what());
+        return Fail(tools::SimulatorExit::DeviceFile, mistake.what());
     } catch (std::system_error const& error) {
-        return Fail(simulator::SocketError, error.what());
+        return Fail(tools::SimulatorExit::Socket, error.what());
     }
 }

@@ -123,7 +123,7 @@ std::optional<Options> ParseCommandLine(int argc, char const* const* argv, std::
     try {
         app.parse(argc, argv);
     } catch (CLI::ParseError const& end) {
-        exitCode = app.exit(end, out, err) == 0 ? ExitOk : ExitUsage;
+        exitCode = app.exit(end, out, err) == 0 ? tools::WorkbenchExit::Ok : tools::WorkbenchExit::Usage;
         return std::nullopt;
     }
     options.what = names->parsed() ? Command::Names : check->parsed() ? Command::Check : Command::Run;

@@ -168,7 +168,7 @@ int RunProject(Options const& options, RunStreams const& streams) {
     if (display->Failed()) {
         throw std::runtime_error("standard output cannot be written");
     }
-    return options.failOnFault && figures.AnyFault() ? ExitFault : ExitOk;
+    return options.failOnFault && figures.AnyFault() ? tools::WorkbenchExit::Fault : tools::WorkbenchExit::Ok;
 }
 
 int CheckProject(Options const& options, RunStreams const& streams) {
@@ -183,7 +183,7 @@ int CheckProject(Options const& options, RunStreams const& streams) {
     }
     streams.out << options.project << ": no mistake (blocks: " << project.Blocks().size()
                 << ", variables: " << variables << ", tasks: " << project.Tasks().size() << ")\n";
-    return ExitOk;
+    return tools::WorkbenchExit::Ok;
 }
 
 }  // namespace workbench

@@ -33,7 +33,7 @@ int ListNames(std::ostream& out) {
     PrintNames(ObjectTypes(), "ObjectType", out);
     out << "\n";
     PrintNames(Properties(), "ObjectProperties", out);
-    return ExitOk;
+    return tools::WorkbenchExit::Ok;
 }
 
 int RunCommand(Options const& options, RunStreams const& streams) {
@@ -44,7 +44,7 @@ int RunCommand(Options const& options, RunStreams const& streams) {
     return options.what == Command::Check ? CheckProject(options, streams) : RunProject(options, streams);
 }
 
-int Fail(std::ostream& err, std::exception const& reason, ExitCode code) {
+int Fail(std::ostream& err, std::exception const& reason, tools::WorkbenchExit::Code code) {
     err << reason.what() << "\n";
     return code;
 }
@@ -56,7 +56,7 @@ int Main(int argc, char const* const* argv, std::ostream& out, std::ostream& err
     std::setlocale(LC_CTYPE, "C.UTF-8");
     // Checked before any file is opened: it could take the number of a closed standard input.
     int const in = &out == &std::cout && fcntl(0, F_GETFD) != -1 ? 0 : -1;
-    int exitCode = ExitOk;
+    int exitCode = tools::WorkbenchExit::Ok;
     std::optional<Options> const options = ParseCommandLine(argc, argv, out, err, exitCode);
     if (!options) {
         return exitCode;
@@ -66,11 +66,11 @@ int Main(int argc, char const* const* argv, std::ostream& out, std::ostream& err
     try {
         return RunCommand(*options, {out, err, outIsTerminal, errIsTerminal, in});
     } catch (ProjectError const& mistake) {
-        return Fail(err, mistake, ExitUsage);
+        return Fail(err, mistake, tools::WorkbenchExit::Usage);
     } catch (AddInError const& reason) {
-        return Fail(err, reason, ExitAddIn);
+        return Fail(err, reason, tools::WorkbenchExit::AddIn);
     } catch (std::exception const& reason) {
-        return Fail(err, reason, ExitFailure);
+        return Fail(err, reason, tools::WorkbenchExit::Failure);
     }
 }
 

@@ -26,7 +26,7 @@ protected:
 
     void ExpectMistake(std::vector<char const*> const& arguments, std::string const& words) {
         EXPECT_FALSE(Parse(arguments));
-        EXPECT_EQ(exitCode, ExitUsage);
+        EXPECT_EQ(exitCode, tools::WorkbenchExit::Usage);
         EXPECT_NE(err.str().find(words), std::string::npos) << err.str();
         EXPECT_EQ(out.str(), "");
     }
@@ -103,7 +103,7 @@ TEST_F(CommandLine, AMistakeIsReportedWithItsArgument) {
 
 TEST_F(CommandLine, HelpHasExamplesAndExitCodes) {
     EXPECT_FALSE(Parse({"--help"}));
-    EXPECT_EQ(exitCode, ExitOk);
+    EXPECT_EQ(exitCode, tools::WorkbenchExit::Ok);
     EXPECT_EQ(err.str(), "");
     for (char const* const words : {"run", "check", "names", "Examples:", "Exit codes:", "--fail-on-fault"}) {
         EXPECT_NE(out.str().find(words), std::string::npos) << words;
@@ -116,20 +116,20 @@ TEST_F(CommandLine, HelpHasExamplesAndExitCodes) {
 
 TEST_F(CommandLine, TheVersionIsPrinted) {
     EXPECT_FALSE(Parse({"--version"}));
-    EXPECT_EQ(exitCode, ExitOk);
+    EXPECT_EQ(exitCode, tools::WorkbenchExit::Ok);
     EXPECT_EQ(out.str().find("dorvel-workbench "), 0u);
 }
 
 TEST_F(CommandLine, NamesAreListed) {
     char const* const arguments[] = {"dorvel-workbench", "names"};
-    EXPECT_EQ(Main(2, arguments, out, err), ExitOk);
+    EXPECT_EQ(Main(2, arguments, out, err), tools::WorkbenchExit::Ok);
     EXPECT_NE(out.str().find("     1       0  analog-input\n"), std::string::npos);
     EXPECT_NE(out.str().find("    37     178  count-before-change\n"), std::string::npos);
 }
 
 TEST_F(CommandLine, AMissingAddInIsReported) {
     char const* const arguments[] = {"dorvel-workbench", "run", "a.lua", "--addin", "no-such.so"};
-    EXPECT_EQ(Main(5, arguments, out, err), ExitAddIn);
+    EXPECT_EQ(Main(5, arguments, out, err), tools::WorkbenchExit::AddIn);
     EXPECT_EQ(err.str().find("the add-in cannot be loaded: ./no-such.so: "), 0u) << err.str();
 }
 
@@ -138,7 +138,7 @@ TEST_F(CommandLine, ALibraryThatIsNotAnAddInIsReported) {
     ASSERT_NE(dladdr(reinterpret_cast<void const*>(&dorvel::Environment), &hostLibrary), 0);
     std::string const path = std::filesystem::absolute(hostLibrary.dli_fname);
     char const* const arguments[] = {"dorvel-workbench", "run", "a.lua", "--addin", path.c_str()};
-    EXPECT_EQ(Main(5, arguments, out, err), ExitAddIn);
+    EXPECT_EQ(Main(5, arguments, out, err), tools::WorkbenchExit::AddIn);
     EXPECT_EQ(err.str(), path + " is not an add-in: it exports no InitAddin\n");
 }
 

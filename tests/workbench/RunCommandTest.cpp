@@ -105,7 +105,7 @@ protected:
 };
 
 TEST_F(RunCommand, JsonHasOneObjectPerCycle) {
-    EXPECT_EQ(Run(), ExitOk);
+    EXPECT_EQ(Run(), tools::WorkbenchExit::Ok);
     EXPECT_EQ(err.str(), "");
     auto const lines = OutLines();
     ASSERT_EQ(lines.size(), 3u);
@@ -122,7 +122,7 @@ TEST_F(RunCommand, JsonHasOneObjectPerCycle) {
 TEST_F(RunCommand, PrintsPlainLinesWithoutATerminal) {
     options.format = OutputFormat::Auto;
     options.cycles = 2;
-    EXPECT_EQ(Run(), ExitOk);
+    EXPECT_EQ(Run(), tools::WorkbenchExit::Ok);
     auto const lines = OutLines();
     ASSERT_EQ(lines.size(), 3u);
     EXPECT_EQ(lines[0].front(), '#');
@@ -131,19 +131,19 @@ TEST_F(RunCommand, PrintsPlainLinesWithoutATerminal) {
 
 TEST_F(RunCommand, AFaultSetsTheExitCodeOnlyWithFailOnFault) {
     addIn.onCycle = Fail;
-    EXPECT_EQ(Run(), ExitOk);
+    EXPECT_EQ(Run(), tools::WorkbenchExit::Ok);
     EXPECT_NE(out.str().find("\"fault\":true,\"error\":\"No connection\""), std::string::npos);
     options.failOnFault = true;
-    EXPECT_EQ(Run(), ExitFault);
+    EXPECT_EQ(Run(), tools::WorkbenchExit::Fault);
     addIn.onCycle = Poll;
-    EXPECT_EQ(Run(), ExitOk);
+    EXPECT_EQ(Run(), tools::WorkbenchExit::Ok);
 }
 
 TEST_F(RunCommand, ABlockThatTheDriverDoesNotPollIsAFault) {
     addIn.onCycle = [](FakeDriver&) { logMsg("Error create device for poll\n"); };
     options.failOnFault = true;
     options.cycles = 1;
-    EXPECT_EQ(Run(), ExitFault);
+    EXPECT_EQ(Run(), tools::WorkbenchExit::Fault);
     EXPECT_EQ(err.str(), "Error create device for poll\n");
     EXPECT_NE(out.str().find("\"fault\":true,\"error\":\"not polled\""), std::string::npos);
 }
@@ -155,7 +155,7 @@ TEST_F(RunCommand, TheTraceIsOnOnlyDuringTheRun) {
     };
     options.cycles = 1;
     options.trace = true;
-    EXPECT_EQ(Run(), ExitOk);
+    EXPECT_EQ(Run(), tools::WorkbenchExit::Ok);
     EXPECT_EQ(err.str(), "traced\n");
     EXPECT_FALSE(IsEnableUserTrace());
 }
@@ -173,7 +173,7 @@ TEST_F(RunCommand, TheSummaryMeasuresTheTraffic) {
     };
     options.format = OutputFormat::Lines;
     options.summary = true;
-    EXPECT_EQ(Run(), ExitOk);
+    EXPECT_EQ(Run(), tools::WorkbenchExit::Ok);
     EXPECT_NE(out.str().find("cycles                3\n"), std::string::npos) << out.str();
     EXPECT_NE(out.str().find("objects polled        3  (in cycles without fault)\n"), std::string::npos);
     EXPECT_NE(out.str().find("requests              3\nanswers               3\n"), std::string::npos);
@@ -183,7 +183,7 @@ TEST_F(RunCommand, TheSummaryMeasuresTheTraffic) {
 TEST_F(RunCommand, TheSummaryIsNotAmongTheJsonLines) {
     addIn.onCycle = [](FakeDriver& driver) { Poll(driver); };
     options.summary = true;
-    EXPECT_EQ(Run(), ExitOk);
+    EXPECT_EQ(Run(), tools::WorkbenchExit::Ok);
     EXPECT_EQ(out.str().find("objects polled"), std::string::npos) << out.str();
     EXPECT_NE(err.str().find("objects polled"), std::string::npos) << err.str();
 }
@@ -198,7 +198,7 @@ TEST_F(RunCommand, TheCaptureFileIsWritten) {
         Poll(driver);
     };
     options.captureFile = folder.Write("run.pcap", "");
-    EXPECT_EQ(Run(), ExitOk);
+    EXPECT_EQ(Run(), tools::WorkbenchExit::Ok);
     std::ifstream capture(options.captureFile, std::ios::binary);
     std::string const octets{std::istreambuf_iterator<char>(capture), {}};
     EXPECT_EQ(octets.size(), 24u + 3 * (16 + 28 + 3));
@@ -226,7 +226,7 @@ TEST_F(RunCommand, AnInterruptEndsARunWithoutEnd) {
         }
     };
     options.cycles = 0;
-    EXPECT_EQ(Run(), ExitOk);
+    EXPECT_EQ(Run(), tools::WorkbenchExit::Ok);
     EXPECT_GE(OutLines().size(), 4u);
 }
 
@@ -234,7 +234,7 @@ TEST_F(RunCommand, AnInterruptedCycleIsNotAFault) {
     addIn.onCycle = [](FakeDriver&) { raise(SIGINT); };
     options.project = folder.Write("slow.lua", "Task{Name='slow', Period=60000}\n" + OneBlock);
     options.failOnFault = true;
-    EXPECT_EQ(Run(), ExitOk);
+    EXPECT_EQ(Run(), tools::WorkbenchExit::Ok);
     EXPECT_EQ(out.str(), "");
 }
 
@@ -253,20 +253,20 @@ TEST_F(RunCommand, AMistakeIsReportedBeforeAnyOutput) {
 TEST_F(RunCommand, AnUnusedParamIsAWarning) {
     options.params = {{"ahuu", "1"}};
     options.cycles = 1;
-    EXPECT_EQ(Run(), ExitOk);
+    EXPECT_EQ(Run(), tools::WorkbenchExit::Ok);
     EXPECT_EQ(err.str(), "warning: --define ahuu: the project does not use Param.ahuu\n");
 }
 
 TEST_F(RunCommand, CheckPrintsTheSizeOfTheProject) {
     addIn.onCycle = [](FakeDriver&) { FAIL() << "polled"; };
-    EXPECT_EQ(CheckProject(options, {out, err, false, false}), ExitOk);
+    EXPECT_EQ(CheckProject(options, {out, err, false, false}), tools::WorkbenchExit::Ok);
     EXPECT_EQ(out.str(), options.project + ": no mistake (blocks: 1, variables: 1, tasks: 1)\n");
 }
 
 TEST_F(RunCommand, AValueFromTheCommandLineIsWritten) {
     MakeWritable();
     options.sets = {"AHU.T=21.5"};
-    EXPECT_EQ(Run(), ExitOk);
+    EXPECT_EQ(Run(), tools::WorkbenchExit::Ok);
     EXPECT_EQ(States(), "pending pending written written ");
     EXPECT_EQ(device, Float(21.5f));
 }
@@ -286,14 +286,14 @@ TEST_F(RunCommand, AMistakeOnTheCommandLineEndsTheRunBeforeItBegins) {
 
 TEST_F(RunCommand, AValueFromTheScriptIsWritten) {
     MakeWritable("Set('AHU.T', 21.5)\n");
-    EXPECT_EQ(Run(), ExitOk);
+    EXPECT_EQ(Run(), tools::WorkbenchExit::Ok);
     EXPECT_EQ(States(), "pending pending written written ");
 }
 
 TEST_F(RunCommand, ValuesFromLinesAreAnsweredInJson) {
     MakeWritable();
     EXPECT_EQ(RunWith("# a remark\n\n set  AHU.T = 1\nset AHU.T = 22\nset AHU.T = x\nwhat\nset\nset "),
-              ExitOk);
+              tools::WorkbenchExit::Ok);
     auto const lines = OutLines();
     EXPECT_EQ(lines[0], R"({"set":"AHU.T","state":"pending","value":1})");
     EXPECT_EQ(lines[1], R"({"set":"AHU.T","state":"pending","value":22})");
@@ -311,7 +311,7 @@ TEST_F(RunCommand, ValuesFromLinesAreAnsweredInJson) {
 TEST_F(RunCommand, ValuesFromLinesAreAnsweredOnStandardErrorWithoutJson) {
     MakeWritable();
     options.format = OutputFormat::Lines;
-    EXPECT_EQ(RunWith("set AHU.T = 22\nset AHU.Q = 1\n"), ExitOk);
+    EXPECT_EQ(RunWith("set AHU.T = 22\nset AHU.Q = 1\n"), tools::WorkbenchExit::Ok);
     EXPECT_EQ(err.str(),
               "AHU.T = 22: pending\n\"AHU.Q\" is not a variable of the project (did you mean \"AHU.T\"?)\n");
     auto const lines = OutLines();
@@ -326,7 +326,7 @@ TEST_F(RunCommand, AWriteToAnotherPropertyIsAWarning) {
         folder.Write("name.lua", Block(R"(Name="AHU", Address="1.2.3.4:47808")",
                                        "{Name='N', Type='String', ObjectType='analog-value', "
                                        "ObjectProperties='description', ObjectNumber=1, Write=true}"));
-    EXPECT_EQ(CheckProject(options, {out, err, false, false}), ExitOk);
+    EXPECT_EQ(CheckProject(options, {out, err, false, false}), tools::WorkbenchExit::Ok);
     EXPECT_EQ(err.str(), "warning: AHU.N: the driver reads description and writes to present-value\n");
 }
 

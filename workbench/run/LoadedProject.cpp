@@ -98,7 +98,7 @@ void LoadedProject::RunScript() {
 void LoadedProject::EndProcess(char const* reason) const {
     std::fprintf(stderr, "%s: %s\n", path.c_str(), reason);
     std::fflush(stderr);
-    _exit(ExitUsage);
+    _exit(tools::WorkbenchExit::Usage);
 }
 
 void LoadedProject::AddTask(TaskConfig task) {

@@ -7,11 +7,12 @@
 #include <cstddef>
 #include <iterator>
 
+#include "ExitCode.h"
+
 namespace workbench {
 
 namespace {
 
-constexpr int ExitKilled = 130;
 constexpr int Handled[] = {SIGINT, SIGTERM, SIGHUP, SIGWINCH, SIGTSTP};
 
 // Lock-free, so that handlers may use them.
@@ -30,7 +31,7 @@ void Handle(int number) {
         if (emergency) {
             emergency();
         }
-        _exit(ExitKilled);
+        _exit(tools::WorkbenchExit::Killed);
     }
 }
 
