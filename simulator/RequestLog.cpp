@@ -2,7 +2,7 @@
 
 #include <iostream>
 
-#include "TagText.h"
+#include "HexText.h"
 
 namespace simulator {
 
@@ -12,10 +12,11 @@ void LogLine(std::string const& deviceName, std::string const& line) {
 
 void LogExchange(std::string const& deviceName, Datagram const& datagram,
                  std::vector<Delivery> const& answers) {
-    std::cerr << deviceName << " < " << datagram.peer.Text() << ' ' << Hexadecimal(datagram.octets) << '\n';
+    std::cerr << deviceName << " < " << datagram.peer.Text() << ' '
+              << tools::HexText(datagram.octets, tools::HexDigits::Upper) << '\n';
     for (Delivery const& answer : answers) {
         std::cerr << deviceName << " > " << answer.datagram.peer.Text() << ' '
-                  << Hexadecimal(answer.datagram.octets);
+                  << tools::HexText(answer.datagram.octets, tools::HexDigits::Upper);
         if (answer.delay.count() > 0) {
             std::cerr << " in " << answer.delay.count() << " ms";
         }

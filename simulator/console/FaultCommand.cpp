@@ -7,6 +7,7 @@
 
 #include "FaultReader.h"
 #include "Mistake.h"
+#include "Printable.h"
 #include "Suggestion.h"
 
 namespace simulator {
@@ -107,7 +108,7 @@ Targets TargetsOf(std::string const& name, Targets const& all) {
 std::string Told(Targets const& targets, std::string const& what) {
     std::string text;
     for (CommandTarget const& target : targets) {
-        text += OneLine(target.name) + ": " + what + "\n";
+        text += tools::Printable(target.name) + ": " + what + "\n";
     }
     return text;
 }
@@ -154,9 +155,9 @@ std::string List(Words const&, Targets const& all) {
     for (CommandTarget const& target : all) {
         auto const faults = target.faults->List();
         for (Fault const& fault : faults) {
-            text += OneLine(target.name) + ": " + TextOf(fault) + "\n";
+            text += tools::Printable(target.name) + ": " + TextOf(fault) + "\n";
         }
-        text += faults.empty() ? OneLine(target.name) + ": no faults\n" : "";
+        text += faults.empty() ? tools::Printable(target.name) + ": no faults\n" : "";
     }
     return text;
 }
@@ -196,7 +197,7 @@ CommandAnswer RunFaultCommand(std::string const& line, std::vector<CommandTarget
     Words const words = WordsOf(line);
     return {false, words.empty() ? "" : Run(words, targets)};
 } catch (Mistake const& mistake) {
-    return {true, OneLine(mistake.what()) + "\n"};
+    return {true, tools::Printable(mistake.what(), LongestMessage) + "\n"};
 }
 
 std::string FaultHelp() {

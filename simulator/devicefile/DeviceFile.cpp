@@ -8,6 +8,7 @@
 #include "LuaSandbox.h"
 #include "Mistake.h"
 #include "PrimitiveReader.h"
+#include "Printable.h"
 #include "SignalReader.h"
 
 namespace simulator {
@@ -86,7 +87,7 @@ std::vector<Device> ParseDeviceFile(std::string const& name, std::string const& 
     return BuildDevices(text);
 } catch (Mistake const& mistake) {
     std::string const place = mistake.Line() != 0 ? name + ":" + std::to_string(mistake.Line()) : name;
-    throw Mistake(OneLine(place + ": " + mistake.what()), mistake.Line());
+    throw Mistake(tools::Printable(place + ": " + mistake.what(), LongestMessage), mistake.Line());
 }
 
 }  // namespace simulator

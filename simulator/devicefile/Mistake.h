@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <stdexcept>
 #include <string>
 
@@ -21,8 +22,7 @@ private:
     int line;
 };
 
-// For what a message quotes of files and commands: neither does it break the line nor steer the terminal.
-// Control characters become blanks, and what is longer than 500 octets is cut.
-std::string OneLine(std::string text);
+// In octets; what a message quotes of a file or a command can have any length.
+constexpr std::size_t LongestMessage = 500;
 
 }  // namespace simulator

@@ -3,8 +3,10 @@
 #include <cstdio>
 
 #include "Calendar.h"
+#include "HexText.h"
 #include "ObjectType.h"
 #include "OctetReader.h"
+#include "Printable.h"
 #include "Refusal.h"
 #include "WrittenPrimitive.h"
 
@@ -25,13 +27,13 @@ std::string NumberText(Primitive const& primitive) {
     return text;
 }
 
-// A dot replaces whatever is not a printable ASCII character.
+std::string Hexadecimal(Octets const& octets) {
+    return tools::HexText(octets, tools::HexDigits::Upper);
+}
+
+// The first octet of the content is the character set.
 std::string Quoted(Octets const& content) {
-    std::string text(1, '"');
-    for (std::size_t i = 1; i < content.size(); ++i) {
-        text += content[i] >= ' ' && content[i] <= '~' ? content[i] : '.';
-    }
-    return text + '"';
+    return '"' + tools::Printable({content.data() + 1, content.size() - 1}) + '"';
 }
 
 std::string Bits(Octets const& content) {
@@ -123,16 +125,6 @@ std::string TextOfObject(ObjectId id) {
         }
     }
     return name + ' ' + std::to_string(id.instance);
-}
-
-std::string Hexadecimal(Octets const& octets) {
-    constexpr char const* digits = "0123456789ABCDEF";
-    std::string text;
-    for (unsigned char const octet : octets) {
-        text += digits[octet >> 4];
-        text += digits[octet & 15];
-    }
-    return text;
 }
 
 }  // namespace simulator

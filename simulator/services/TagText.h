@@ -14,6 +14,5 @@ namespace simulator {
 std::string TextOfTags(Octets const& octets);
 // "analog_input 1", or "object type 200 instance 1" of a type that the simulator doesn't know.
 std::string TextOfObject(ObjectId id);
-std::string Hexadecimal(Octets const& octets);
 
 }  // namespace simulator

@@ -142,9 +142,12 @@ std::string Printable(std::string_view text) {
     return result;
 }
 
+std::string Printable(std::string_view text, std::size_t longest) {
+    return Printable(text.substr(0, longest)) + (text.size() > longest ? "..." : "");
+}
+
 std::string Quoted(std::string_view text) {
-    char const* const end = text.size() <= LongestQuoted ? "\"" : "...\"";
-    return '"' + Printable(text.substr(0, LongestQuoted)) + end;
+    return '"' + Printable(text, LongestQuoted) + '"';
 }
 
 std::size_t DisplayWidth(std::string_view text) {

@@ -12,9 +12,10 @@ namespace tools {
 // The text as valid UTF-8 without control characters: "\n" and the like are written as escapes, "\x1B" for
 // others, and octets that are not UTF-8 become U+FFFD.
 std::string Printable(std::string_view text);
+// The same of the first octets of a longer text, and "..." after them.
+std::string Printable(std::string_view text, std::size_t longest);
 
-// The printable text in quotation marks, for a message. Of a text with more than 60 octets only those are
-// shown, and "..." after them.
+// The printable text in quotation marks, for a message, cut after 60 octets.
 std::string Quoted(std::string_view text);
 
 // The text with octets that are not UTF-8 replaced by U+FFFD.

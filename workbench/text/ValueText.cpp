@@ -1,5 +1,6 @@
 #include "ValueText.h"
 
+#include "HexText.h"
 #include "NumberText.h"
 #include "Printable.h"
 #include "QualityText.h"
@@ -8,16 +9,6 @@
 namespace workbench {
 
 namespace {
-
-std::string HexText(std::string_view octets) {
-    static constexpr char digits[] = "0123456789abcdef";
-    std::string text;
-    for (unsigned char const octet : octets) {
-        text += digits[octet >> 4];
-        text += digits[octet & 15];
-    }
-    return text;
-}
 
 std::string VisibleText(std::string const& text) {
     return text.empty() ? "\"\"" : text;
@@ -59,7 +50,7 @@ std::string ValueText(OpcUa_Variant const& value, long long localDiff) {
         case OpcUaType_String:
             return VisibleText(tools::Printable(View(value.Value.Octets)));
         case OpcUaType_ByteString:
-            return VisibleText(HexText(View(value.Value.Octets)));
+            return VisibleText(tools::HexText(View(value.Value.Octets), tools::HexDigits::Lower));
         case OpcUaType_StatusCode:
             return StatusText(value.Value.StatusCode);
         case OpcUaType_DataValue:

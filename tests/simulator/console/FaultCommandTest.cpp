@@ -81,7 +81,7 @@ TEST_F(FaultCommand, MistakesAreAnsweredAndNothingIsDone) {
         {"clear", "clear: must be: clear NAME"},
         {"clear x y", "clear: must be: clear NAME"},
         {"clear \"AHU-1", "a quotation mark is missing"},
-        {"clear \x01\x1B", "clear: unknown device \"  \""},
+        {"clear \x01\x1B", "clear: unknown device \"\\x01\\x1B\""},
     };
     for (Row const& row : rows) {
         EXPECT_EQ(Run(row.line), std::string("! ") + row.message + "\n") << row.line;
@@ -105,8 +105,8 @@ TEST_F(FaultCommand, OneFullDeviceOfAllLeavesTheOthersAlone) {
 }
 
 TEST_F(FaultCommand, WhatIsQuotedDoesNotSteerTheTerminal) {
-    EXPECT_EQ(Run("fault AHU-1 delay \x1B[2J\x7F"), "! fault: must be key=value, not \" [2J \"\n");
-    EXPECT_EQ(Run("\x07"), "! unknown command \" \"\n");
+    EXPECT_EQ(Run("fault AHU-1 delay \x1B[2J\x7F"), "! fault: must be key=value, not \"\\x1B[2J\\x7F\"\n");
+    EXPECT_EQ(Run("\x07"), "! unknown command \"\\x07\"\n");
 }
 
 TEST_F(FaultCommand, RandomLinesAreAnsweredInWholeLines) {

@@ -49,9 +49,9 @@ TEST(DeviceFileLimits, ALongNameInManyPlacesIsAMistake) {
 }
 
 TEST(DeviceFileLimits, AMessageIsOneLineThatSteersNoTerminal) {
-    EXPECT_EQ(MistakeOf("device{name = 'A\\nB\\27[2J\\127', instance = -1}").substr(0, 27),
-              "d.lua:1: device A B [2J : i");
-    EXPECT_EQ(MistakeOf("error('a\\r\\nb')"), "d.lua:1: a  b");
+    EXPECT_EQ(MistakeOf("device{name = 'A\\nB\\27[2J\\127', instance = -1}").substr(0, 34),
+              "d.lua:1: device A\\nB\\x1B[2J\\x7F: i");
+    EXPECT_EQ(MistakeOf("error('a\\r\\nb')"), "d.lua:1: a\\r\\nb");
 }
 
 TEST(DeviceFileLimits, AMessageIsShort) {

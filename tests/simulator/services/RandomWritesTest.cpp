@@ -23,8 +23,8 @@ protected:
 
     void Check(std::string const& line) {
         ++lines;
-        for (char const c : line) {
-            ASSERT_TRUE(c >= ' ' && c <= '~') << line;
+        for (unsigned char const c : line) {
+            ASSERT_TRUE(c >= ' ' && c != 0x7F) << line;
         }
     }
 

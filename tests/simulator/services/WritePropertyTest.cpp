@@ -242,7 +242,7 @@ TEST_F(WriteProperty, EveryWriteIsReported) {
                   "write analog_input 1 present_value = Null: refused, write-access-denied",
                   "write schedule 1 weekly_schedule[2] = {0 Time 08:30:00.00 Enumerated 1 Time *:00:00.00 "
                   "Boolean false }0: refused, value-out-of-range",
-                  "write analog_value 1 description = CharacterString \".\"on\": done",
+                  "write analog_value 1 description = CharacterString \"\\n\"on\": done",
                   "write bit_string_value 1 present_value = BitString 101: done",
                   "write datetime_value 1 present_value = Date 2024-03-15 Time 08:30:00.05: done",
                   "write analog_value 1 present_value = nothing: refused, invalid-data-type",

@@ -40,6 +40,12 @@ TEST_F(PrintableText, ReplacesWhatIsNoUtf8) {
     EXPECT_EQ(Printable("\xF5\x80\x80\x80"), mark + mark + mark + mark);
 }
 
+TEST_F(PrintableText, IsCutAfterSoManyOctetsOfTheText) {
+    EXPECT_EQ(Printable("abc", 3), "abc");
+    EXPECT_EQ(Printable("abcd", 3), "abc...");
+    EXPECT_EQ(Printable("\n\n\n", 2), "\\n\\n...");
+}
+
 TEST_F(PrintableText, IsQuotedInAMessageAndCutAfter60Octets) {
     EXPECT_EQ(Quoted("AHU 1"), "\"AHU 1\"");
     EXPECT_EQ(Quoted(""), "\"\"");
