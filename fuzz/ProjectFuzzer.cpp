@@ -37,8 +37,8 @@ constexpr char Fence[] =
     "io, os, package, require, dofile, loadfile, print = nil "
     "string.find, string.match, string.gmatch, string.gsub, string.rep, table.move, table.concat = nil ";
 
-workbench::ScriptLimits Limits() {
-    workbench::ScriptLimits limits;
+tools::LuaLimits Limits() {
+    tools::LuaLimits limits;
     limits.time = std::chrono::milliseconds(20);
     limits.memory = std::size_t{8} << 20;
     return limits;

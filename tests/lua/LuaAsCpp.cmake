@@ -35,6 +35,7 @@ function(add_lua_as_cpp_test program)
     set_tests_properties(lua-as-c++.${program} PROPERTIES LABELS unit TIMEOUT 600 ENVIRONMENT DORVEL_TEST_LUA=c++)
 endfunction()
 
-foreach(program addin_test host_test lua_test fresh_process_test module_test workbench_test simulator_test)
+foreach(program addin_test host_test lua_test fresh_process_test module_test tools_test workbench_test
+        simulator_test)
     add_lua_as_cpp_test(${program})
 endforeach()

@@ -236,7 +236,7 @@ constexpr char const* Project =
     "pcall(BACnet.new, { Name = 'another block', Vars = { { Name = 'value', Type = 'none at all' } } })\n";
 
 // True when the project was loaded.
-bool LoadProject(workbench::ScriptLimits const& limits, std::string const& text = Project) {
+bool LoadProject(tools::LuaLimits const& limits, std::string const& text = Project) {
     try {
         workbench::LoadedProject project("project.lua", {}, limits);
         project.Load(workbench::SourceText(text));
@@ -251,7 +251,7 @@ TEST_F(LuaMemory, AProjectIsLoadedOrRefusedAtEveryLimit) {
     bool loaded = false;
     for (std::size_t limit = 0; !loaded; limit += 97) {
         ASSERT_LT(limit, std::size_t{1} << 20);
-        workbench::ScriptLimits limits;
+        tools::LuaLimits limits;
         limits.memory = limit;
         long long const before = test::HeapBlocks();
         loaded = LoadProject(limits);

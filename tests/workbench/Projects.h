@@ -21,8 +21,8 @@ inline std::string Block(std::string const& fields, std::string const& variables
 
 inline std::string const OneBlock = Block(R"(Name="AHU", Address="192.168.1.20:47808")");
 
-inline workbench::ScriptLimits QuickLimits() {
-    workbench::ScriptLimits limits;
+inline tools::LuaLimits QuickLimits() {
+    tools::LuaLimits limits;
     limits.time = std::chrono::milliseconds(100);
     limits.memory = std::size_t{8} << 20;
     return limits;
@@ -30,7 +30,7 @@ inline workbench::ScriptLimits QuickLimits() {
 
 // The message of a project that does not load; "loaded" when it does.
 inline std::string MistakeIn(std::string const& text, std::map<std::string, std::string> const& params = {},
-                             workbench::ScriptLimits const& limits = {}) {
+                             tools::LuaLimits const& limits = {}) {
     workbench::LoadedProject project("p.lua", params, limits);
     try {
         project.Load(workbench::SourceText(text));

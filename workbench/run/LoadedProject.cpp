@@ -31,7 +31,7 @@ std::string ShortName(std::string const& path) {
 }  // namespace
 
 LoadedProject::LoadedProject(std::string projectPath, std::map<std::string, std::string> const& paramValues,
-                             ScriptLimits const& scriptLimits)
+                             tools::LuaLimits const& scriptLimits)
     : path(std::move(projectPath)),
       shortPath(ShortName(path)),
       limits(scriptLimits),

@@ -23,7 +23,7 @@ class LoadedProject : private ScriptBinding::Receiver {
 public:
     // path is the project's name in messages; params are the entries of Param. Throws AddInError.
     LoadedProject(std::string projectPath, std::map<std::string, std::string> const& paramValues,
-                  ScriptLimits const& scriptLimits = {});
+                  tools::LuaLimits const& scriptLimits = {});
     ~LoadedProject() override;
     LoadedProject(LoadedProject const&) = delete;
     LoadedProject& operator=(LoadedProject const&) = delete;
@@ -80,7 +80,7 @@ private:
 
     std::string path;
     std::string shortPath;  // as in Lua's messages
-    ScriptLimits limits;
+    tools::LuaLimits limits;
     std::map<std::string, ParamValue> params;
     SourceText source;
     std::vector<TaskConfig> tasks;

@@ -35,7 +35,7 @@ TEST_F(ProjectLimits, AnEndlessRecursionIsStopped) {
 }
 
 TEST_F(ProjectLimits, MemoryIsLimited) {
-    workbench::ScriptLimits unhurried = QuickLimits();
+    tools::LuaLimits unhurried = QuickLimits();
     unhurried.time = std::chrono::seconds(60);
     EXPECT_EQ(MistakeIn("local t = {} for i = 1, 1e9 do t[i] = i end", {}, unhurried),
               "p.lua: not enough memory");
@@ -79,7 +79,7 @@ TEST_F(ProjectLimits, AFinalizerMayRaiseAnError) {
 }
 
 TEST_F(ProjectLimits, AnEndlessCallIntoTheLibraryEndsTheProcess) {
-    workbench::ScriptLimits limits = QuickLimits();
+    tools::LuaLimits limits = QuickLimits();
     EXPECT_EXIT(MistakeIn("(('a'):rep(30)):find(('a?'):rep(30) .. ('a'):rep(30) .. ('.-'):rep(12) .. 'b')",
                           {}, limits),
                 testing::ExitedWithCode(2), "p.lua: the project does not end");

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <stdexcept>
+#include <string>
+
+struct lua_Debug;
+struct lua_State;
+
+namespace tools {
+
+struct LuaLimits {
+    std::chrono::milliseconds time{5000};
+    std::size_t memory = std::size_t{256} << 20;  // octets
+    long long instructions = 0;                   // 0: as many as the time allows
+};
+
+// A Lua state for a script that is not trusted. Its memory is limited for all its life; its time and its
+// instructions are limited between StartClock and StopClock. A script that exceeds one of them gets a Lua
+// error at every further check, so that no protected call can hold it up. Precompiled chunks are not run.
+class LuaState {
+public:
+    // `open` fills the state with what the script may use. It is called as a lua_CFunction, protected and
+    // with `argument` as a light userdata on its stack, and so must hold no C++ object that an error would
+    // skip. `subject` names the script in the message of an exceeded limit: "the project". Throws
+    // std::bad_alloc if the memory does not suffice.
+    LuaState(LuaLimits const& luaLimits, std::string const& subject, int (*open)(lua_State*),
+             void const* argument = nullptr);
+    LuaState(LuaState const&) = delete;
+    LuaState& operator=(LuaState const&) = delete;
+    ~LuaState();
+
+    lua_State* Get() const { return L; }
+
+    void StartClock();
+    void StopClock();
+
+    // Runs a text as a Lua chunk of that name. Returns the error as Lua words it, or "" and `results` values
+    // on the stack.
+    std::string Run(std::string const& text, std::string const& name, int results = 0);
+
+    // Calls the function without arguments that `reference` means in the Lua registry, and releases it. As
+    // Run.
+    std::string Call(int reference);
+
+private:
+    static void* Allocate(void* self, void* block, std::size_t oldSize, std::size_t newSize);
+    static void Check(lua_State* L, lua_Debug* activation);
+    char const* Exceeded();
+    std::string TakeError();
+
+    LuaLimits limits;
+    std::string timeExceeded;
+    std::string instructionsExceeded;
+    std::size_t used = 0;
+    long long instructionsLeft = 0;
+    std::chrono::steady_clock::time_point deadline;
+    lua_State* L = nullptr;
+};
+
+// Finds the innermost function of Lua's own code that is running, with its source and current line. Returns
+// false if there is none. Raises no Lua error.
+bool FindScript(lua_State* L, lua_Debug& activation);
+
+}  // namespace tools
