@@ -52,20 +52,16 @@ bool IsAll(std::string const& text, Number& number) {
 
 // What a device file would have: a number, true or false, or a text.
 ScriptValue ValueOf(std::string const& text) {
-    ScriptValue value;
-    if (IsAll(text, value.integer)) {
-        value.type = ScriptValue::Type::Integer;
-        value.number = static_cast<double>(value.integer);
-    } else if (IsAll(text, value.number)) {
-        value.type = ScriptValue::Type::Number;
-    } else if (text == "true" || text == "false") {
-        value.type = ScriptValue::Type::Boolean;
-        value.boolean = text == "true";
-    } else {
-        value.type = ScriptValue::Type::Text;
-        value.text = text;
+    std::int64_t integer = 0;
+    double number = 0;
+    if (IsAll(text, integer)) {
+        return ScriptValue::OfInteger(integer);
     }
-    return value;
+    if (IsAll(text, number)) {
+        return ScriptValue::OfNumber(number);
+    }
+    bool const isBoolean = text == "true" || text == "false";
+    return isBoolean ? ScriptValue::OfBoolean(text == "true") : ScriptValue::OfText(text);
 }
 
 // analog_input:1 as {"analog_input", 1}
@@ -121,9 +117,7 @@ std::string AddFault(Words const& words, Targets const& all) {
     ScriptValue given;
     given.type = ScriptValue::Type::Table;
     given.kind = words[0];
-    given.list = {ScriptValue()};
-    given.list[0].type = ScriptValue::Type::Text;
-    given.list[0].text = words[2];
+    given.list = {ScriptValue::OfText(words[2])};
     for (std::size_t i = 3; i < words.size(); ++i) {
         given.fields.push_back(FieldOf(words[i]));
     }

@@ -12,7 +12,7 @@ namespace {
 // {in_alarm = true} or "1000"
 void StatusFlags(ScriptValue const& value, TagWriter& writer) {
     std::string bits = "0000";
-    if (value.type == ScriptValue::Type::Text) {
+    if (value.IsText()) {
         bits = checks::Bits(value);
         if (bits.size() != 4) {
             throw Mistake("must have four bits");

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "ObjectType.h"
-#include "ScriptValue.h"
+#include "Script.h"
 #include "Standard.h"
 #include "Value.h"
 

@@ -146,7 +146,7 @@ Device BuildDevice(ScriptValue const& given, ObjectBuilder::Evaluate const& eval
     return Device(std::move(device), BuildObjects(given["objects"], evaluate), std::move(settings));
 } catch (Mistake const& mistake) {
     ScriptValue const& name = given["name"];
-    std::string const title = name.type == ScriptValue::Type::Text ? "device " + name.text : "device";
+    std::string const title = name.IsText() ? "device " + name.text : "device";
     throw mistake.In(title).At(given.line);
 }
 

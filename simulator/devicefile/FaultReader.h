@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "Fault.h"
-#include "ScriptValue.h"
+#include "Script.h"
 
 namespace simulator {
 

@@ -133,7 +133,7 @@ ObjectBuilder::Choice ObjectBuilder::ReadChoice(char const* name) const try {
     if (value.IsNil()) {
         return choice;
     }
-    if (value.type == ScriptValue::Type::Boolean) {
+    if (value.IsBoolean()) {
         choice.isAll = value.boolean;
         return choice;
     }

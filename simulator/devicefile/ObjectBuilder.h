@@ -4,7 +4,7 @@
 #include <set>
 
 #include "BacnetObject.h"
-#include "ScriptValue.h"
+#include "Script.h"
 
 namespace simulator {
 

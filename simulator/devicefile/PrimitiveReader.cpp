@@ -173,7 +173,7 @@ std::uint32_t ReadEnumerated(Datatype datatype, ScriptValue const& value) {
     if (value.IsNumber()) {
         return checks::UnsignedUpTo(value, HighestEnumerated);
     }
-    if (datatype == Datatype::BinaryPv && value.type == ScriptValue::Type::Boolean) {
+    if (datatype == Datatype::BinaryPv && value.IsBoolean()) {
         return value.boolean ? 1 : 0;
     }
     auto const number = EnumeratedOfName(datatype, checks::Text(value));

@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "ObjectType.h"
-#include "ScriptValue.h"
+#include "Script.h"
 #include "Standard.h"
 #include "Value.h"
 

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "ScriptValue.h"
+#include "Script.h"
 #include "Value.h"
 
 namespace simulator {

@@ -76,14 +76,14 @@ float SingleNumber(ScriptValue const& value) {
 }
 
 bool Boolean(ScriptValue const& value) {
-    if (value.type != ScriptValue::Type::Boolean) {
+    if (!value.IsBoolean()) {
         Fail("true or false", value);
     }
     return value.boolean;
 }
 
 std::string const& Text(ScriptValue const& value) {
-    if (value.type != ScriptValue::Type::Text) {
+    if (!value.IsText()) {
         Fail("a text", value);
     }
     return value.text;
@@ -145,7 +145,7 @@ PropertyId Property(ScriptValue const& value) {
 }
 
 void Fields(ScriptValue const& value, std::initializer_list<char const*> names) {
-    if (value.type != ScriptValue::Type::Table) {
+    if (!value.IsTable()) {
         Fail("a table", value);
     }
     for (ScriptField const& field : value.fields) {

@@ -7,7 +7,7 @@
 #include "ObjectId.h"
 #include "Octets.h"
 #include "PropertyId.h"
-#include "ScriptValue.h"
+#include "Script.h"
 #include "Standard.h"
 
 // What a device file's values must be. Each returns the value or throws a Mistake that states what is

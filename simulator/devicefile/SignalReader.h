@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "ScriptValue.h"
+#include "Script.h"
 #include "Signal.h"
 
 namespace simulator {

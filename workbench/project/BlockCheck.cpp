@@ -76,42 +76,35 @@ BlockConfig::FieldValue DriverValue(FieldReader const& fields, DriverField const
 
 long long WriteCondition(FieldReader const& fields) {
     char const* const name = "WriteCondition";
-    LuaValue const& value = fields.Required(name);
-    auto const* text = value.As<std::string>();
-    if (!text) {
+    tools::ScriptValue const& value = fields.Required(name);
+    if (!value.IsText()) {
         return fields.Integer(name, 0, 2);
     }
     for (int i = 0; i < 3; ++i) {
-        if (*text == WriteConditions[i]) {
+        if (value.text == WriteConditions[i]) {
             return i;
         }
     }
     std::vector<std::string> const names(std::begin(WriteConditions), std::end(WriteConditions));
-    FieldReader::Refuse(name, Describe(value) +
+    FieldReader::Refuse(name, value.Describe() +
                                   " is not a write condition; allowed are OnChange, Always and OnTrigger" +
-                                  tools::DidYouMean(*text, names));
+                                  tools::DidYouMean(value.text, names));
 }
 
-// The entries of a list by index. Lua keeps keys in any order; a gap is a mistake.
-std::vector<LuaValue const*> Entries(LuaValue const& list) {
-    auto const* table = list.As<LuaTable>();
-    if (!table || table->empty()) {
+std::vector<tools::ScriptValue> const& Entries(tools::ScriptValue const& list) {
+    bool const isEmpty = list.list.empty() && list.fields.empty();
+    if (!list.IsTable() || isEmpty) {
         FieldReader::Refuse("Vars", "expected a list of variables, got " +
-                                        (table ? std::string("an empty table") : Describe(list)));
+                                        (list.IsTable() ? "an empty table" : list.Describe()));
     }
-    std::vector<LuaValue const*> entries(table->size(), nullptr);
-    for (auto const& entry : *table) {
-        auto const* index = entry.first.As<long long>();
-        if (!index || *index < 1 || static_cast<unsigned long long>(*index) > entries.size()) {
-            FieldReader::Refuse("Vars", "key " + Describe(entry.first) +
-                                            " is not an index of the list; remove other keys and gaps");
-        }
-        entries[static_cast<std::size_t>(*index - 1)] = &entry.second;
+    if (!list.fields.empty()) {
+        FieldReader::Refuse("Vars", "key " + tools::Quoted(list.fields.front().name) +
+                                        " is not an index of the list; remove other keys and gaps");
     }
-    return entries;
+    return list.list;
 }
 
-VariableConfig Variable(LuaValue const& entry, bool taken) {
+VariableConfig Variable(tools::ScriptValue const& entry, bool taken) {
     if (taken) {
         throw ProjectError("the name is already taken; each variable of a block needs its own");
     }
@@ -121,11 +114,11 @@ VariableConfig Variable(LuaValue const& entry, bool taken) {
 std::vector<VariableConfig> Variables(FieldReader const& fields) {
     std::vector<VariableConfig> variables;
     std::set<std::string> names;
-    for (LuaValue const* const entry : Entries(fields.Required("Vars"))) {
-        std::string const name = NameOf(*entry);
+    for (tools::ScriptValue const& entry : Entries(fields.Required("Vars"))) {
+        std::string const name = NameOf(entry);
         bool const taken = !name.empty() && !names.insert(name).second;
         try {
-            variables.push_back(Variable(*entry, taken));
+            variables.push_back(Variable(entry, taken));
         } catch (ProjectError const& mistake) {
             std::string const which =
                 name.empty() ? std::to_string(variables.size() + 1) : tools::Quoted(name);
@@ -162,7 +155,7 @@ BlockConfig Block(FieldReader const& fields) {
 
 }  // namespace
 
-TaskConfig CheckTask(LuaValue const& value) {
+TaskConfig CheckTask(tools::ScriptValue const& value) {
     return InContext("task: ", [&] {
         FieldReader const fields(value, {"Name", "Period"});
         TaskConfig task;
@@ -173,7 +166,7 @@ TaskConfig CheckTask(LuaValue const& value) {
     });
 }
 
-BlockConfig CheckBlock(LuaValue const& value) {
+BlockConfig CheckBlock(tools::ScriptValue const& value) {
     std::string const name = NameOf(value);
     std::string const context = name.empty() ? "block: " : "block " + tools::Quoted(name) + ": ";
     return InContext(context, [&] { return Block(FieldReader(value, BlockFields())); });

@@ -8,53 +8,40 @@
 
 namespace workbench {
 
+using tools::ScriptValue;
+
 namespace {
 
 constexpr char NamesHint[] = "; \"dorvel-workbench names\" lists them";
 
 // A whole number, also one that a script writes or computes as 5.0.
-std::optional<long long> WholeNumber(LuaValue const& value) {
-    if (auto const* integer = value.As<long long>()) {
-        return *integer;
+std::optional<long long> WholeNumber(ScriptValue const& value) {
+    if (value.type == ScriptValue::Type::Integer) {
+        return value.integer;
     }
-    auto const* number = value.As<double>();
-    if (number && std::trunc(*number) == *number && std::fabs(*number) < 9.0e15) {
-        return static_cast<long long>(*number);
+    if (value.IsNumber() && std::trunc(value.number) == value.number && std::fabs(value.number) < 9.0e15) {
+        return static_cast<long long>(value.number);
     }
     return std::nullopt;
 }
 
-LuaValue const* FindField(LuaTable const& table, std::string_view name) {
-    for (auto const& entry : table) {
-        auto const* key = entry.first.As<std::string>();
-        if (key && *key == name) {
-            return &entry.second;
-        }
-    }
-    return nullptr;
-}
-
 }  // namespace
 
-std::string NameOf(LuaValue const& value) {
-    auto const* table = value.As<LuaTable>();
-    LuaValue const* const name = table ? FindField(*table, "Name") : nullptr;
-    auto const* text = name ? name->As<std::string>() : nullptr;
-    return text ? *text : std::string();
+std::string NameOf(ScriptValue const& value) {
+    ScriptValue const& name = value["Name"];
+    return name.IsText() ? name.text : std::string();
 }
 
-FieldReader::FieldReader(LuaValue const& value, std::vector<std::string> const& known)
-    : table(value.As<LuaTable>()) {
-    if (!table) {
-        throw ProjectError("expected a table, got " + Describe(value));
+FieldReader::FieldReader(ScriptValue const& value, std::vector<std::string> const& known) : table(&value) {
+    if (!value.IsTable()) {
+        throw ProjectError("expected a table, got " + value.Describe());
     }
-    for (auto const& entry : *table) {
-        auto const* key = entry.first.As<std::string>();
-        if (!key) {
-            throw ProjectError("entry " + Describe(entry.first) + " has no field name; write Field = value");
-        }
-        if (std::find(known.begin(), known.end(), *key) == known.end()) {
-            Refuse(tools::Printable(*key), "unknown" + tools::DidYouMean(*key, known));
+    if (!value.list.empty()) {
+        throw ProjectError("entry 1 has no field name; write Field = value");
+    }
+    for (tools::ScriptField const& field : value.fields) {
+        if (std::find(known.begin(), known.end(), field.name) == known.end()) {
+            Refuse(tools::Printable(field.name), "unknown" + tools::DidYouMean(field.name, known));
         }
     }
 }
@@ -63,12 +50,13 @@ void FieldReader::Refuse(std::string_view name, std::string const& mistake) {
     throw ProjectError("field \"" + std::string(name) + "\": " + mistake);
 }
 
-LuaValue const* FieldReader::Find(std::string_view name) const {
-    return FindField(*table, name);
+ScriptValue const* FieldReader::Find(std::string_view name) const {
+    ScriptValue const& value = (*table)[name];
+    return value.IsNil() ? nullptr : &value;
 }
 
-LuaValue const& FieldReader::Required(std::string_view name) const {
-    LuaValue const* const value = Find(name);
+ScriptValue const& FieldReader::Required(std::string_view name) const {
+    ScriptValue const* const value = Find(name);
     if (!value) {
         Refuse(name, "missing");
     }
@@ -76,15 +64,14 @@ LuaValue const& FieldReader::Required(std::string_view name) const {
 }
 
 std::optional<std::string> FieldReader::OptionalText(std::string_view name) const {
-    LuaValue const* const value = Find(name);
+    ScriptValue const* const value = Find(name);
     if (!value) {
         return std::nullopt;
     }
-    auto const* text = value->As<std::string>();
-    if (!text) {
-        Refuse(name, "expected a text, got " + Describe(*value));
+    if (!value->IsText()) {
+        Refuse(name, "expected a text, got " + value->Describe());
     }
-    return *text;
+    return value->text;
 }
 
 std::string FieldReader::Text(std::string_view name) const {
@@ -98,13 +85,13 @@ std::string FieldReader::Text(std::string_view name) const {
 
 std::optional<long long> FieldReader::OptionalInteger(std::string_view name, long long low,
                                                       long long high) const {
-    LuaValue const* const value = Find(name);
+    ScriptValue const* const value = Find(name);
     if (!value) {
         return std::nullopt;
     }
     auto const number = WholeNumber(*value);
     if (!number) {
-        Refuse(name, "expected a whole number, got " + Describe(*value));
+        Refuse(name, "expected a whole number, got " + value->Describe());
     }
     if (*number < low || *number > high) {
         Refuse(name, std::to_string(*number) + " is out of range; allowed is " + std::to_string(low) +
@@ -119,31 +106,30 @@ long long FieldReader::Integer(std::string_view name, long long low, long long h
 }
 
 std::optional<bool> FieldReader::OptionalBoolean(std::string_view name) const {
-    LuaValue const* const value = Find(name);
+    ScriptValue const* const value = Find(name);
     if (!value) {
         return std::nullopt;
     }
-    auto const* boolean = value->As<bool>();
-    if (!boolean) {
-        Refuse(name, "expected true or false, got " + Describe(*value));
+    if (!value->IsBoolean()) {
+        Refuse(name, "expected true or false, got " + value->Describe());
     }
-    return *boolean;
+    return value->boolean;
 }
 
 NameRow const* FieldReader::Name(std::string_view name, NameTable const& names, char const* what) const {
-    LuaValue const& value = Required(name);
-    auto const* text = value.As<std::string>();
-    if (text) {
-        NameRow const* const row = names.FindName(*text);
+    ScriptValue const& value = Required(name);
+    if (value.IsText()) {
+        NameRow const* const row = names.FindName(value.text);
         if (!row) {
-            std::string const suggestion = tools::DidYouMean(*text, names.Names());
-            Refuse(name, Describe(value) + " is not " + what + (suggestion.empty() ? NamesHint : suggestion));
+            std::string const suggestion = tools::DidYouMean(value.text, names.Names());
+            Refuse(name,
+                   value.Describe() + " is not " + what + (suggestion.empty() ? NamesHint : suggestion));
         }
         return row;
     }
     auto const code = WholeNumber(value);
     if (!code) {
-        Refuse(name, std::string("expected a name or a code, got ") + Describe(value));
+        Refuse(name, std::string("expected a name or a code, got ") + value.Describe());
     }
     NameRow const* const row = names.FindCode(*code);
     if (!row) {

@@ -5,9 +5,9 @@
 #include <string_view>
 #include <vector>
 
-#include "LuaValue.h"
 #include "NameTable.h"
 #include "ProjectError.h"
+#include "ScriptValue.h"
 
 namespace workbench {
 
@@ -17,9 +17,9 @@ class FieldReader {
 public:
     // ProjectError for a value that is not a table, a key that is not a text and a field that is not a known
     // one. The value must outlive the reader.
-    FieldReader(LuaValue const& value, std::vector<std::string> const& known);
+    FieldReader(tools::ScriptValue const& value, std::vector<std::string> const& known);
 
-    LuaValue const* Find(std::string_view name) const;  // null when absent
+    tools::ScriptValue const* Find(std::string_view name) const;  // null when absent
 
     // Text requires the field, and a text that is not empty.
     std::string Text(std::string_view name) const;
@@ -30,16 +30,16 @@ public:
     std::optional<bool> OptionalBoolean(std::string_view name) const;
     // A name or a code of the table; what is its kind in messages, with its article, such as "a property".
     NameRow const* Name(std::string_view name, NameTable const& table, char const* what) const;
-    LuaValue const& Required(std::string_view name) const;
+    tools::ScriptValue const& Required(std::string_view name) const;
 
     [[noreturn]] static void Refuse(std::string_view name, std::string const& mistake);
 
 private:
-    LuaTable const* table;
+    tools::ScriptValue const* table;
 };
 
 // The field "Name" of a table; empty when it is missing or not a text.
-std::string NameOf(LuaValue const& value);
+std::string NameOf(tools::ScriptValue const& value);
 
 // Runs the function; puts context in front of a ProjectError from it.
 template <typename Function>

@@ -1,19 +1,19 @@
 #pragma once
 
-#include "LuaValue.h"
 #include "Project.h"
+#include "ScriptValue.h"
 
 namespace workbench {
 
 // Convert the tables of a project to configuration, or throw ProjectError. They need no Lua state.
 
 // Task{ Name=..., Period=milliseconds }.
-TaskConfig CheckTask(LuaValue const& value);
+TaskConfig CheckTask(tools::ScriptValue const& value);
 
 // BACnet.new{ ... }. The message begins with "block \"Name\": " as soon as the name is known.
-BlockConfig CheckBlock(LuaValue const& value);
+BlockConfig CheckBlock(tools::ScriptValue const& value);
 
 // One entry of Vars; the message begins with its first field.
-VariableConfig CheckVariable(LuaValue const& value);
+VariableConfig CheckVariable(tools::ScriptValue const& value);
 
 }  // namespace workbench

@@ -4,9 +4,9 @@
 #include <lua.hpp>
 
 #include "DriverTable.h"
-#include "LuaValue.h"
 #include "ProjectChecks.h"
 #include "ProjectError.h"
+#include "ScriptReader.h"
 #include "ScriptState.h"
 
 namespace workbench {
@@ -18,14 +18,14 @@ constexpr int TaskDepth = 1;
 constexpr int BlockDepth = 3;  // a block, its list, a variable
 
 // The lexical form of a value that a variable can have.
-std::string TextOf(LuaValue const& value) {
-    if (auto const* text = value.As<std::string>()) {
-        return *text;
+std::string TextOf(tools::ScriptValue const& value) {
+    if (value.IsText()) {
+        return value.text;
     }
-    if (value.As<bool>() || value.As<long long>() || value.As<double>()) {
-        return Describe(value);
+    if (value.IsBoolean() || value.IsNumber()) {
+        return value.Describe();
     }
-    throw ProjectError("expected a number, a text or a boolean, got " + Describe(value));
+    throw ProjectError("expected a number, a text or a boolean, got " + value.Describe());
 }
 
 // Runs the body; puts words in front of the text of an exception.
@@ -159,12 +159,11 @@ bool ScriptBinding::AcceptSet(lua_State* L) {
     return Accept([&] {
         Place const place = ScriptState::CurrentPlace(L);
         Under(Prefix(place) + "Set: ", [&] {
-            LuaValue const name = CopyValue(L, 1, 0, room);
-            auto const* text = name.As<std::string>();
-            if (!text) {
-                throw ProjectError("expected \"Block.Variable\", got " + Describe(name));
+            tools::ScriptValue const name = tools::ReadValue(L, 1, 0, room);
+            if (!name.IsText()) {
+                throw ProjectError("expected \"Block.Variable\", got " + name.Describe());
             }
-            receiver.SetVariable(*text, TextOf(CopyValue(L, 2, 0, room)), place);
+            receiver.SetVariable(name.text, TextOf(tools::ReadValue(L, 2, 0, room)), place);
         });
     });
 }
@@ -176,7 +175,7 @@ bool ScriptBinding::AcceptAfter(double seconds, int reference) {
 bool ScriptBinding::AcceptTask(lua_State* L) {
     return Accept([&] {
         Place const place = ScriptState::CurrentPlace(L);
-        Under(Prefix(place), [&] { receiver.AddTask(CheckTask(CopyValue(L, 1, TaskDepth, room))); });
+        Under(Prefix(place), [&] { receiver.AddTask(CheckTask(tools::ReadValue(L, 1, TaskDepth, room))); });
     });
 }
 
@@ -185,7 +184,7 @@ BlockConfig const* ScriptBinding::AcceptBlock(lua_State* L) {
     Accept([&] {
         Place place = ScriptState::CurrentPlace(L);
         try {
-            BlockConfig block = CheckBlock(CopyValue(L, 1, BlockDepth, room));
+            BlockConfig block = CheckBlock(tools::ReadValue(L, 1, BlockDepth, room));
             block.where = place;
             accepted = &receiver.AddBlock(std::move(block));
         } catch (ProjectError const& reason) {

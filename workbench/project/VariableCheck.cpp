@@ -32,17 +32,17 @@ std::string TypeSuggestion(std::string const& text) {
 }
 
 _OpcUa_BuiltInType Type(FieldReader const& fields, char const* name) {
-    LuaValue const& value = fields.Required(name);
-    if (auto const* text = value.As<std::string>()) {
-        auto const type = FindType(*text);
+    tools::ScriptValue const& value = fields.Required(name);
+    if (value.IsText()) {
+        auto const type = FindType(value.text);
         if (!type) {
-            FieldReader::Refuse(name, Describe(value) + " is not a type" + TypeSuggestion(*text));
+            FieldReader::Refuse(name, value.Describe() + " is not a type" + TypeSuggestion(value.text));
         }
         return *type;
     }
     auto const type = FindType(fields.Integer(name, 0, 25));
     if (!type) {
-        FieldReader::Refuse(name, Describe(value) + " is not the number of a type that variables can have");
+        FieldReader::Refuse(name, value.Describe() + " is not the number of a type that variables can have");
     }
     return *type;
 }
@@ -68,7 +68,7 @@ OpcUa_BuiltInTypeHlp FullType(FieldReader const& fields) {
 
 }  // namespace
 
-VariableConfig CheckVariable(LuaValue const& value) {
+VariableConfig CheckVariable(tools::ScriptValue const& value) {
     FieldReader const fields(value, VariableFields());
     VariableConfig variable;
     variable.name = fields.Text("Name");

@@ -34,18 +34,18 @@ std::string const LongText = "local s = 'x' for i = 1, 24 do s = s .. s end ";
 
 TEST(DeviceFileLimits, LongWorkInFewInstructionsEnds) {
     EXPECT_EQ(MistakeOf(LongText + "while true do local t = s:upper() end"),
-              "d.lua:1: the file runs for too long");
+              "d.lua:1: the device file runs for more than 5000 ms and does not end");
 }
 
 TEST(DeviceFileLimits, ALongTextInManyPlacesIsAMistake) {
     EXPECT_EQ(MistakeOf(LongText +
                         "local t = {} for i = 1, 400000 do t[i] = s end device{instance = 1, objects = t}"),
-              "d.lua:1: the texts are too long");
+              "d.lua:1: the script passes too much data");
 }
 
 TEST(DeviceFileLimits, ALongNameInManyPlacesIsAMistake) {
     EXPECT_EQ(MistakeOf(LongText + "local t = {} for i = 1, 99 do t[i] = {[s] = 1} end device{objects = t}"),
-              "d.lua:1: the texts are too long");
+              "d.lua:1: the script passes too much data");
 }
 
 TEST(DeviceFileLimits, AMessageIsOneLineThatSteersNoTerminal) {

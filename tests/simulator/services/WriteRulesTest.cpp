@@ -107,11 +107,9 @@ TEST_F(WriteRules, MistakesInADeviceFile) {
     std::string const device = "plant.lua:1: device: ";
     EXPECT_EQ(mistake("device{instance = 1, writes = 'loose'}"),
               device + "writes: must be \"strict\" or \"lenient\", not \"loose\"");
-    EXPECT_EQ(mistake("device{instance = 1, writes = 1}"),
-              device + "writes: must be a text, not the number 1");
+    EXPECT_EQ(mistake("device{instance = 1, writes = 1}"), device + "writes: must be a text, not 1");
     std::string const loop = "device{instance = 1, objects = {loop{instance = 1, ";
-    EXPECT_EQ(mistake(loop + "read_only = 5}}}"),
-              device + "loop 1: read_only: must be a list, not the number 5");
+    EXPECT_EQ(mistake(loop + "read_only = 5}}}"), device + "loop 1: read_only: must be a list, not 5");
     EXPECT_EQ(mistake(loop + "read_only = {'speed'}}}}"),
               device + "loop 1: read_only: unknown property \"speed\"");
     EXPECT_EQ(mistake(loop + "read_only = {'polarity'}}}}"),

@@ -45,13 +45,13 @@ TEST_F(ProjectFences, AMissingModuleIsReported) {
 
 TEST_F(ProjectFences, ALongTextThatIsSetAgainAndAgainIsRejected) {
     EXPECT_EQ(Mistake("local s = ('x'):rep(1 << 20) while true do Set('A.T', s) end"),
-              "p.lua:1: Set: the project passes more data than its memory limit allows");
+              "p.lua:1: Set: the script passes too much data");
 }
 
 TEST_F(ProjectFences, ALongTextInManyVariablesIsRejected) {
     EXPECT_EQ(Mistake("local s, t = ('x'):rep(1 << 20), {} for i = 1, 50 do t[i] = {Name = s} end "
                       "BACnet.new{Vars = t}"),
-              "p.lua:1: the project passes more data than its memory limit allows");
+              "p.lua:1: the script passes too much data");
 }
 
 TEST_F(ProjectFences, ManyBlocksWithOneListAreRejectedAtTheLimit) {
@@ -60,7 +60,7 @@ TEST_F(ProjectFences, ManyBlocksWithOneListAreRejectedAtTheLimit) {
                       " t[i].Name = 'V' .. i end\n"
                       "for i = 1, 1000 do BACnet.new{Name = 'B' .. i, Address = '1.2.3.4:5', Vars = t} end",
                   {}, {std::chrono::seconds(60), std::size_t{16} << 20}),
-        "p.lua:2: the project passes more data than its memory limit allows");
+        "p.lua:2: the script passes too much data");
 }
 
 TEST_F(ProjectFences, EveryCallOfAfterHasTheWholeLimit) {

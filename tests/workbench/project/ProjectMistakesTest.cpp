@@ -127,7 +127,7 @@ TEST_F(ProjectMistakes, VarsIsAListOfVariables) {
     EXPECT_EQ(InBlock(Named, "T=" + Temperature),
               "field \"Vars\": key \"T\" is not an index of the list; remove other keys and gaps");
     EXPECT_EQ(InBlock(Named, Temperature + ", [5]=1"),
-              "field \"Vars\": key 5 is not an index of the list; remove other keys and gaps");
+              "p.lua:1: the keys of a table must be names or 1, 2, 3 ..., not 5");
 }
 
 TEST_F(ProjectMistakes, AVariableNeedsAName) {

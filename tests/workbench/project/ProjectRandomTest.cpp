@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <random>
 
 #include "ProjectChecks.h"
@@ -7,6 +8,7 @@
 
 using namespace test;
 using namespace workbench;
+using tools::ScriptValue;
 
 namespace {
 
@@ -72,63 +74,89 @@ class RandomTables {
 public:
     explicit RandomTables(unsigned seed) : random(seed) {}
 
-    LuaValue Block() {
-        LuaTable block;
-        Put(block, "Name", {"A" + std::to_string(random() % 5)});
-        Put(block, "Address", {std::string("1.2.3.4:5")});
-        Put(block, "CountRepeat", {3LL});
-        LuaTable list;
+    ScriptValue Block() {
+        ScriptValue block = Table();
+        Put(block, "Name", ScriptValue::OfText("A" + std::to_string(random() % 5)));
+        Put(block, "Address", ScriptValue::OfText("1.2.3.4:5"));
+        Put(block, "CountRepeat", ScriptValue::OfInteger(3));
+        ScriptValue list = Table();
         for (unsigned count = 1 + random() % 3; count > 0; --count) {
-            list.emplace_back(LuaValue{static_cast<long long>(list.size() + 1)}, Variable());
+            list.list.push_back(Variable());
         }
-        Put(block, "Vars", {list});
-        return {block};
+        Put(block, "Vars", list);
+        return block;
     }
 
 private:
-    LuaValue Variable() {
-        LuaTable variable;
-        Put(variable, "Name", {"V" + std::to_string(random() % 50)});
-        Put(variable, "Type", {std::string("Float")});
-        Put(variable, "ObjectType", {std::string("analog value")});
-        Put(variable, "ObjectProperties", {static_cast<long long>(random() % 38)});
-        Put(variable, "ObjectNumber", {static_cast<long long>(random() % 4194304)});
-        return {variable};
+    static ScriptValue Table() {
+        ScriptValue table;
+        table.type = ScriptValue::Type::Table;
+        return table;
     }
 
-    // Sometimes the key or the value is a random one, or the field is missing.
-    void Put(LuaTable& table, char const* name, LuaValue value) {
-        unsigned const chance = random() % 60;
-        if (chance == 0) {
-            return;
+    ScriptValue Variable() {
+        ScriptValue variable = Table();
+        Put(variable, "Name", ScriptValue::OfText("V" + std::to_string(random() % 50)));
+        Put(variable, "Type", ScriptValue::OfText("Float"));
+        Put(variable, "ObjectType", ScriptValue::OfText("analog value"));
+        Put(variable, "ObjectProperties", ScriptValue::OfInteger(random() % 38));
+        Put(variable, "ObjectNumber", ScriptValue::OfInteger(random() % 4194304));
+        return variable;
+    }
+
+    std::string AnyText() { return std::string(random() % 100, static_cast<char>(random())); }
+
+    // Now and then the value is another one, it has another name or none, or the field is left out.
+    void Put(ScriptValue& table, char const* name, ScriptValue const& value) {
+        switch (random() % 60) {
+            case 0:
+                break;
+            case 1:
+                table.fields.push_back({AnyText(), value});
+                break;
+            case 2:
+                table.fields.push_back({name, Any(2)});
+                break;
+            case 3:
+                table.list.push_back(value);
+                break;
+            default:
+                table.fields.push_back({name, value});
         }
-        table.emplace_back(chance == 1 ? Any(0) : LuaValue{std::string(name)},
-                           chance == 2 ? Any(2) : std::move(value));
     }
 
-    LuaValue Any(int depth) {
+    ScriptValue Any(int depth) {
         switch (random() % 8) {
             case 0:
                 return {};
             case 1:
-                return {random() % 2 == 0};
+                return ScriptValue::OfBoolean(random() % 2 == 0);
             case 2:
-                return {static_cast<long long>((static_cast<unsigned long long>(random()) << 32) | random())};
+                return ScriptValue::OfInteger(
+                    static_cast<std::int64_t>((static_cast<std::uint64_t>(random()) << 32) | random()));
             case 3:
-                return {static_cast<double>(random()) / static_cast<double>(random() % 3)};
+                return ScriptValue::OfNumber(static_cast<double>(random()) /
+                                             static_cast<double>(random() % 3));
             case 4:
-                return {std::string(random() % 100, static_cast<char>(random()))};
-            case 5:
-                return {LuaValue::Other{"function"}};
+                return ScriptValue::OfText(AnyText());
+            case 5: {
+                ScriptValue other;
+                other.type = ScriptValue::Type::Other;
+                other.text = "function";
+                return other;
+            }
             default:
                 break;
         }
-        LuaTable table;
+        ScriptValue table = Table();
         for (unsigned count = depth > 0 ? random() % 4 : 0; count > 0; --count) {
-            LuaValue key = Any(0);
-            table.emplace_back(std::move(key), Any(depth - 1));
+            if (random() % 2 == 0) {
+                table.list.push_back(Any(depth - 1));
+            } else {
+                table.fields.push_back({AnyText(), Any(depth - 1)});
+            }
         }
-        return {table};
+        return table;
     }
 
     std::mt19937 random;
