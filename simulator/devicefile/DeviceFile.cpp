@@ -1,10 +1,10 @@
 #include "DeviceFile.h"
 
-#include <fstream>
 #include <map>
 #include <set>
 
 #include "DeviceBuilder.h"
+#include "FileText.h"
 #include "LuaSandbox.h"
 #include "Mistake.h"
 #include "PrimitiveReader.h"
@@ -15,7 +15,7 @@ namespace simulator {
 
 namespace {
 
-constexpr std::size_t LongestFile = 1024 * 1024;
+constexpr std::size_t LargestFile = 1;  // MB
 
 // All the functions that a device file can call.
 std::vector<std::string> Constructors() {
@@ -66,21 +66,10 @@ std::vector<Device> BuildDevices(std::string const& text) {
 
 }  // namespace
 
-std::vector<Device> LoadDeviceFile(std::string const& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::string text;
-    if (file) {
-        text.resize(LongestFile + 1);
-        file.read(text.data(), static_cast<std::streamsize>(text.size()));
-        text.resize(static_cast<std::size_t>(file.gcount()));
-    }
-    if (!file.is_open() || file.bad()) {
-        throw Mistake(path + ": cannot be read");
-    }
-    if (text.size() > LongestFile) {
-        throw Mistake(path + ": is longer than a device file may be");
-    }
-    return ParseDeviceFile(path, text);
+std::vector<Device> LoadDeviceFile(std::string const& path) try {
+    return ParseDeviceFile(path, tools::FileText(path, LargestFile));
+} catch (tools::UnreadableFile const& reason) {
+    throw Mistake(reason.what());
 }
 
 std::vector<Device> ParseDeviceFile(std::string const& name, std::string const& text) try {

@@ -1,19 +1,16 @@
 #include "SourceText.h"
 
-#include <cerrno>
-#include <cstring>
-#include <fstream>
 #include <sstream>
 #include <string_view>
-#include <vector>
 
+#include "FileText.h"
 #include "ProjectError.h"
 
 namespace workbench {
 
 namespace {
 
-constexpr std::size_t LargestFile = std::size_t{16} << 20;
+constexpr std::size_t LargestFile = 16;  // MB
 
 // True when the line contains Name="name", with any blanks and either kind of quotes.
 bool Names(std::string_view line, std::string const& name) {
@@ -38,21 +35,10 @@ bool Names(std::string_view line, std::string const& name) {
 
 }  // namespace
 
-SourceText SourceText::FromFile(std::string const& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::string content;
-    if (file) {
-        content.resize(LargestFile + 1);
-        file.read(content.data(), static_cast<std::streamsize>(content.size()));
-        content.resize(static_cast<std::size_t>(file.gcount()));
-    }
-    if (!file.is_open() || file.bad()) {
-        throw ProjectError(path + ": cannot be read: " + std::strerror(errno));
-    }
-    if (content.size() > LargestFile) {
-        throw ProjectError(path + ": a project has at most 16 MB");
-    }
-    return SourceText(std::move(content));
+SourceText SourceText::FromFile(std::string const& path) try {
+    return SourceText(tools::FileText(path, LargestFile));
+} catch (tools::UnreadableFile const& reason) {
+    throw ProjectError(reason.what());
 }
 
 SourceText::SourceText(std::string sourceText) : text(std::move(sourceText)) {

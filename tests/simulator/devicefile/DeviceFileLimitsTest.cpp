@@ -59,17 +59,17 @@ TEST(DeviceFileLimits, AMessageIsShort) {
 }
 
 TEST(DeviceFileLimits, AFolderIsNoDeviceFile) {
-    EXPECT_EQ(MistakeInFile("."), ".: cannot be read");
+    EXPECT_EQ(MistakeInFile("."), ".: cannot be read: Is a directory");
 }
 
 TEST(DeviceFileLimits, AFileWithoutEndIsNoDeviceFile) {
-    EXPECT_EQ(MistakeInFile("/dev/zero"), "/dev/zero: is longer than a device file may be");
+    EXPECT_EQ(MistakeInFile("/dev/zero"), "/dev/zero: has more than 1 MB");
 }
 
 TEST(DeviceFileLimits, ALongFileIsNoDeviceFile) {
     test::TemporaryFolder const folder;
     std::string const path = folder.Write("long.lua", std::string(1024 * 1024 + 1, ' '));
-    EXPECT_EQ(MistakeInFile(path), path + ": is longer than a device file may be");
+    EXPECT_EQ(MistakeInFile(path), path + ": has more than 1 MB");
 }
 
 TEST(DeviceFileLimits, AFileOfZeroesEndsInAMessage) {

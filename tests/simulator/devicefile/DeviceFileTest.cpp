@@ -60,7 +60,7 @@ TEST(DeviceFile, AMissingFile) {
         simulator::LoadDeviceFile("/no/such/file.lua");
         FAIL();
     } catch (simulator::Mistake const& found) {
-        EXPECT_STREQ(found.what(), "/no/such/file.lua: cannot be read");
+        EXPECT_STREQ(found.what(), "/no/such/file.lua: cannot be read: No such file or directory");
     }
 }
 
