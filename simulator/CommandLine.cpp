@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <stdexcept>
 
+#include "Printable.h"
+
 namespace simulator {
 
 namespace {
@@ -40,7 +42,7 @@ Exit codes: 0 ended as asked, also by SIGINT and SIGTERM; 1 wrong command line;
 std::uint32_t ReadAddress(std::string const& text) {
     in_addr parsed{};
     if (inet_pton(AF_INET, text.c_str(), &parsed) != 1) {
-        throw std::invalid_argument("--bind: \"" + text + "\" is not an IPv4 address");
+        throw std::invalid_argument("--bind: " + tools::Quoted(text) + " is not an IPv4 address");
     }
     return ntohl(parsed.s_addr);
 }
@@ -50,7 +52,7 @@ std::uint16_t ReadPort(std::string const& text) {
         !text.empty() && text.size() <= 5 && text.find_first_not_of("0123456789") == std::string::npos;
     unsigned long const value = isNumber ? std::stoul(text) : 65536;
     if (value > 65535) {
-        throw std::invalid_argument("--port: \"" + text + "\" is not a port from 0 to 65535");
+        throw std::invalid_argument("--port: " + tools::Quoted(text) + " is not a port from 0 to 65535");
     }
     return static_cast<std::uint16_t>(value);
 }
@@ -64,7 +66,7 @@ std::chrono::milliseconds ReadSeconds(std::string const& text) {
     } catch (std::exception const&) {
     }
     if (end != text.size() || !(value >= 0 && value <= longest)) {
-        throw std::invalid_argument("--duration: \"" + text + "\" is not a number of seconds");
+        throw std::invalid_argument("--duration: " + tools::Quoted(text) + " is not a number of seconds");
     }
     return std::chrono::milliseconds(static_cast<std::int64_t>(value * 1000));
 }
@@ -100,7 +102,7 @@ CommandLine CommandLine::Parse(std::vector<std::string> const& arguments) {
         } else if (name == "--version") {
             result.wantsVersion = true;
         } else if (name.empty() || name[0] == '-' || !result.deviceFile.empty()) {
-            throw std::invalid_argument("unexpected argument \"" + name + "\"");
+            throw std::invalid_argument("unexpected argument " + tools::Quoted(name));
         } else {
             result.deviceFile = name;
         }

@@ -68,7 +68,7 @@ ScriptValue ValueOf(std::string const& text) {
 ScriptValue ObjectOf(std::string const& text) {
     std::size_t const colon = text.find(':');
     if (colon == std::string::npos) {
-        throw Mistake("object: must be an object like analog_input:1, not \"" + text + "\"");
+        throw Mistake("object: must be an object like analog_input:1, not " + tools::Quoted(text));
     }
     ScriptValue object;
     object.type = ScriptValue::Type::Table;
@@ -79,7 +79,7 @@ ScriptValue ObjectOf(std::string const& text) {
 ScriptField FieldOf(std::string const& word) {
     std::size_t const equals = word.find('=');
     if (equals == std::string::npos) {
-        throw Mistake("must be key=value, not \"" + word + "\"");
+        throw Mistake("must be key=value, not " + tools::Quoted(word));
     }
     std::string const name = word.substr(0, equals);
     std::string const text = word.substr(equals + 1);
@@ -96,7 +96,7 @@ Targets TargetsOf(std::string const& name, Targets const& all) {
         }
     }
     if (found.empty()) {
-        throw Mistake("unknown device \"" + name + "\"" + tools::DidYouMean(name, names));
+        throw Mistake("unknown device " + tools::Quoted(name) + tools::DidYouMean(name, names));
     }
     return found;
 }
@@ -179,7 +179,7 @@ std::string Run(Words const& words, Targets const& targets) {
             }
         }
     }
-    throw Mistake("unknown command \"" + words[0] + "\"" + tools::DidYouMean(words[0], names));
+    throw Mistake("unknown command " + tools::Quoted(words[0]) + tools::DidYouMean(words[0], names));
 }
 
 }  // namespace

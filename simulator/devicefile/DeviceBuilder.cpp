@@ -4,6 +4,7 @@
 
 #include "FaultReader.h"
 #include "Mistake.h"
+#include "Printable.h"
 #include "ScriptChecks.h"
 
 namespace simulator {
@@ -67,7 +68,7 @@ bool ReadWrites(ScriptValue const& writes) try {
         return false;
     }
     if (writes.text != "lenient") {
-        throw Mistake("must be \"strict\" or \"lenient\", not \"" + writes.text + "\"");
+        throw Mistake("must be \"strict\" or \"lenient\", not " + tools::Quoted(writes.text));
     }
     return true;
 } catch (Mistake const& mistake) {
@@ -131,7 +132,7 @@ std::vector<BacnetObject> BuildObjects(ScriptValue const& given, ObjectBuilder::
             throw Mistake(title + ": there are two of it", object.line);
         }
         if (!names.insert(objects.back().Name()).second) {
-            throw Mistake(title + ": another object has the name \"" + objects.back().Name() + "\"",
+            throw Mistake(title + ": another object has the name " + tools::Quoted(objects.back().Name()),
                           object.line);
         }
     }

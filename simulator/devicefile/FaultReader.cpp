@@ -3,6 +3,7 @@
 #include "Faults.h"
 #include "Mistake.h"
 #include "ObjectType.h"
+#include "Printable.h"
 #include "ScriptChecks.h"
 #include "Suggestion.h"
 
@@ -49,7 +50,7 @@ std::size_t OneOf(ScriptValue const& value, char const* const (&names)[Count]) {
         }
         wanted += (i == 0 ? "\"" : i + 1 == Count ? " or \"" : ", \"") + std::string(names[i]) + "\"";
     }
-    throw Mistake("must be " + wanted + ", not \"" + found + "\"");
+    throw Mistake("must be " + wanted + ", not " + tools::Quoted(found));
 }
 
 FaultScope Scope(ScriptValue const& value) {
@@ -108,7 +109,7 @@ FaultRow const& ReadKind(ScriptValue const& given) {
         for (FaultRow const& known : FaultRows) {
             names.emplace_back(known.name);
         }
-        throw Mistake("unknown fault \"" + name + "\"" + tools::DidYouMean(name, names));
+        throw Mistake("unknown fault " + tools::Quoted(name) + tools::DidYouMean(name, names));
     }
     return *row;
 }
@@ -127,7 +128,7 @@ void ReadField(FaultRow const& row, ScriptField const& given, Fault& fault) {
             names.emplace_back(field.name);
         }
     }
-    throw Mistake("has no field \"" + given.name + "\"" + tools::DidYouMean(given.name, names));
+    throw Mistake("has no field " + tools::Quoted(given.name) + tools::DidYouMean(given.name, names));
 }
 
 }  // namespace

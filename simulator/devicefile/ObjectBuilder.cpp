@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "Mistake.h"
+#include "Printable.h"
 #include "PropertyReader.h"
 #include "ScriptChecks.h"
 
@@ -61,10 +62,10 @@ void ObjectBuilder::CheckNames() const {
         }
         auto const id = PropertyOfName(field.name);
         if (!id) {
-            throw Mistake("unknown property \"" + field.name + "\"");
+            throw Mistake("unknown property " + tools::Quoted(field.name));
         }
         if (!type.Find(*id)) {
-            throw Mistake(std::string("this type has no property \"") + field.name + "\"");
+            throw Mistake("this type has no property " + tools::Quoted(field.name));
         }
     }
 }
@@ -140,7 +141,7 @@ ObjectBuilder::Choice ObjectBuilder::ReadChoice(char const* name) const try {
     for (ScriptValue const& element : checks::List(value)) {
         PropertyId const id = checks::Property(element);
         if (!type.Find(id)) {
-            throw Mistake("this type has no property \"" + element.text + "\"");
+            throw Mistake("this type has no property " + tools::Quoted(element.text));
         }
         choice.names.insert(id);
     }

@@ -5,6 +5,7 @@
 #include "Content.h"
 #include "Enumerations.h"
 #include "Mistake.h"
+#include "Printable.h"
 #include "ScriptChecks.h"
 #include "SignalReader.h"
 
@@ -178,7 +179,7 @@ std::uint32_t ReadEnumerated(Datatype datatype, ScriptValue const& value) {
     }
     auto const number = EnumeratedOfName(datatype, checks::Text(value));
     if (!number) {
-        throw Mistake("unknown name \"" + value.text + "\"");
+        throw Mistake("unknown name " + tools::Quoted(value.text));
     }
     return *number;
 }
@@ -190,7 +191,7 @@ Octets ReadDateTime(ScriptValue const& value) {
     std::optional<TimeOfDay> const time =
         text == "*" ? AnyTime : TimeOfText(space == std::string::npos ? "" : text.substr(space + 1));
     if (!date || !time) {
-        throw Mistake("must be a date and time like \"2024-03-15 08:00:00\", not \"" + text + "\"");
+        throw Mistake("must be a date and time like \"2024-03-15 08:00:00\", not " + tools::Quoted(text));
     }
     TagWriter writer;
     writer.Application(ApplicationTag::Date, content::Date(*date));

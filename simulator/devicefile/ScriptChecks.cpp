@@ -7,6 +7,7 @@
 #include "CalendarText.h"
 #include "Mistake.h"
 #include "ObjectType.h"
+#include "Printable.h"
 
 namespace simulator::checks {
 
@@ -131,7 +132,7 @@ ObjectId ObjectIdentifier(ScriptValue const& value) {
     std::string const& name = Text(value.list[0]);
     ObjectType const* type = name == "device" ? &DeviceObjectType() : ObjectTypeOfName(name);
     if (!type) {
-        throw Mistake("unknown object type \"" + name + "\"");
+        throw Mistake("unknown object type " + tools::Quoted(name));
     }
     return {type->code, UnsignedUpTo(value.list[1], ObjectId::LastInstance)};
 }
@@ -139,7 +140,7 @@ ObjectId ObjectIdentifier(ScriptValue const& value) {
 PropertyId Property(ScriptValue const& value) {
     auto const id = PropertyOfName(Text(value));
     if (!id) {
-        throw Mistake("unknown property \"" + value.text + "\"");
+        throw Mistake("unknown property " + tools::Quoted(value.text));
     }
     return *id;
 }
@@ -150,7 +151,7 @@ void Fields(ScriptValue const& value, std::initializer_list<char const*> names) 
     }
     for (ScriptField const& field : value.fields) {
         if (std::find(names.begin(), names.end(), field.name) == names.end()) {
-            throw Mistake("unknown name \"" + field.name + "\"");
+            throw Mistake("unknown name " + tools::Quoted(field.name));
         }
     }
     if (!value.list.empty()) {
