@@ -94,7 +94,7 @@ std::string LuaState::TakeError() {
         char const* const text = lua_tolstring(L, -1, &length);
         error.assign(text, length);
     } else {
-        error = std::string("the error is a ") + luaL_typename(L, -1);
+        error = std::string("the script raised an error that is not a text but a ") + luaL_typename(L, -1);
     }
     lua_settop(L, 0);
     return error;

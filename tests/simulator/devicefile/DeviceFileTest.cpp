@@ -48,7 +48,7 @@ TEST(DeviceFile, MistakesOfTheLanguageNameTheirLine) {
     EXPECT_EQ(MistakeOf("\n\nlocal a = nothing.at_all").substr(0, 13), "plant.lua:3: ");
     EXPECT_EQ(MistakeOf("pump{}").substr(0, 50), "plant.lua:1: attempt to call a nil value (global '");
     EXPECT_EQ(MistakeOf("error('a\\nb')"), "plant.lua:1: a\\nb");
-    EXPECT_EQ(MistakeOf("error({})"), "plant.lua: the error is a table");
+    EXPECT_EQ(MistakeOf("error({})"), "plant.lua: the script raised an error that is not a text but a table");
 }
 
 TEST(DeviceFile, AFileWithoutADevice) {

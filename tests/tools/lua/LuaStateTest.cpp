@@ -54,9 +54,9 @@ TEST_F(LuaStateTest, ReportsErrorsAsLuaWordsThem) {
 }
 
 TEST_F(LuaStateTest, ReportsErrorsThatAreNotTexts) {
-    EXPECT_EQ(Run("error({})"), "the error is a table");
-    EXPECT_EQ(Run("error(5)"), "the error is a number");
-    EXPECT_EQ(Run("error()"), "the error is a nil");
+    EXPECT_EQ(Run("error({})"), "the script raised an error that is not a text but a table");
+    EXPECT_EQ(Run("error(5)"), "the script raised an error that is not a text but a number");
+    EXPECT_EQ(Run("error()"), "the script raised an error that is not a text but a nil");
 }
 
 TEST_F(LuaStateTest, RunsNoPrecompiledChunk) {
