@@ -70,7 +70,7 @@ int Open(lua_State* L) {
 constexpr char const* ChunkName = "=file";
 constexpr std::string_view Prefix = "file:";
 
-// An error of Lua with the line number taken out of it.
+// An error of Lua without its line number.
 Mistake MistakeOf(std::string const& error) {
     std::size_t const end = error.find(": ", Prefix.size());
     if (error.compare(0, Prefix.size(), Prefix) != 0 || end == std::string::npos) {

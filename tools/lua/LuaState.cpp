@@ -11,15 +11,17 @@ namespace {
 // One instruction on a long text can take milliseconds.
 constexpr int InstructionsPerCheck = 100;
 
+std::string LimitReached(std::string const& subject, long long limit, char const* unit) {
+    return subject + " has run for " + std::to_string(limit) + " " + unit + ", the limit, and has not ended";
+}
+
 }  // namespace
 
 LuaState::LuaState(LuaLimits const& luaLimits, std::string const& subject, int (*open)(lua_State*),
                    void const* argument)
     : limits(luaLimits),
-      timeExceeded(subject + " runs for more than " + std::to_string(limits.time.count()) +
-                   " ms and does not end"),
-      instructionsExceeded(subject + " runs for more than " + std::to_string(limits.instructions) +
-                           " instructions and does not end"),
+      timeExceeded(LimitReached(subject, limits.time.count(), "ms")),
+      instructionsExceeded(LimitReached(subject, limits.instructions, "instructions")),
       L(lua_newstate(Allocate, this)) {
     if (!L) {
         throw std::bad_alloc();

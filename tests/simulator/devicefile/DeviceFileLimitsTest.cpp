@@ -34,7 +34,7 @@ std::string const LongText = "local s = 'x' for i = 1, 24 do s = s .. s end ";
 
 TEST(DeviceFileLimits, LongWorkInFewInstructionsEnds) {
     EXPECT_EQ(MistakeOf(LongText + "while true do local t = s:upper() end"),
-              "d.lua:1: the device file runs for more than 5000 ms and does not end");
+              "d.lua:1: the device file has run for 5000 ms, the limit, and has not ended");
 }
 
 TEST(DeviceFileLimits, ALongTextInManyPlacesIsAMistake) {

@@ -75,7 +75,8 @@ TEST(DeviceFile, FilesAndModulesAreOutOfReach) {
 }
 
 TEST(DeviceFile, AnEndlessLoopEnds) {
-    std::string const endless = "the device file runs for more than 20000000 instructions and does not end";
+    std::string const endless =
+        "the device file has run for 20000000 instructions, the limit, and has not ended";
     EXPECT_EQ(MistakeOf("\nwhile true do end"), "plant.lua:2: " + endless);
     EXPECT_EQ(MistakeOf("local function f() return f() end f()"), "plant.lua:1: " + endless);
 }

@@ -43,7 +43,7 @@ protected:
                   "30 01 0C 0C 00 00 00 01 19 55 3E 44 3F C0 00 00 3F");
     }
 
-    // Mutated, and mostly with the length field mended so that the rest is reached.
+    // Mutated, and mostly with a correct length field, so that the rest is reached.
     Octets Mutated(Octets octets) {
         octets = random.Mutated(std::move(octets));
         if (octets.size() >= 4 && random.Pick(8) != 0) {

@@ -76,7 +76,7 @@ TEST_F(LuaStateTest, CallsAFunctionOfTheRegistryOnce) {
 }
 
 TEST_F(LuaStateTest, ALoopWithoutEndExceedsTheTime) {
-    std::string const message = "the script runs for more than 50 ms and does not end";
+    std::string const message = "the script has run for 50 ms, the limit, and has not ended";
     EXPECT_EQ(RunInTime("\nwhile true do end"), "s:2: " + message);
     EXPECT_EQ(RunInTime("while true do pcall(function() while true do end end) end"), "s:1: " + message);
     EXPECT_EQ(RunInTime("while true do coroutine.wrap(function() end)() end"), "s:1: " + message);
@@ -99,7 +99,7 @@ TEST_F(LuaStateTest, InstructionsAreLimitedIfThatIsAskedFor) {
     limits.time = std::chrono::minutes(10);
     limits.instructions = 5000;
     LuaState counting(limits, "the file", OpenBase);
-    std::string const message = "the file runs for more than 5000 instructions and does not end";
+    std::string const message = "the file has run for 5000 instructions, the limit, and has not ended";
     counting.StartClock();
     EXPECT_EQ(counting.Run("for i = 1, 1000 do end", "=s"), "");
     EXPECT_EQ(counting.Run("while true do pcall(function() while true do end end) end", "=s"),
