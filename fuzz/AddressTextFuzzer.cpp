@@ -11,6 +11,7 @@
 #include "AddressText.h"
 #include "Exceptions.h"
 #include "Network/AddressParser.h"
+#include "Octets.h"
 #include "QuietWorld.h"
 #include "Require.h"
 #include "TBACnet.h"
@@ -20,8 +21,6 @@ using fuzz::Require;
 using Network::AddressParser;
 
 namespace {
-
-using Octets = std::vector<char>;
 
 // The result of parsing a text.
 struct Parsed {

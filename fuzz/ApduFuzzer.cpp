@@ -9,6 +9,7 @@
 #include "ErrorPdu.h"
 #include "Exceptions.h"
 #include "FakeStream.h"
+#include "Octets.h"
 #include "PduParser.h"
 #include "ReadPropertyAck.h"
 #include "ReadPropertyMultipleAck.h"
@@ -21,8 +22,6 @@
 using fuzz::Require;
 
 namespace {
-
-using Octets = std::vector<char>;
 
 // The PDU, or null if the parser threw one of the exceptions that its callers handle.
 std::unique_ptr<PDU> ParseOrRefuse(Octets const& apdu) {
@@ -58,7 +57,7 @@ void RequireAck(ComplexAck const& ack, Octets apdu) {
 }
 
 void RequireFits(PDU& pdu, Octets const& apdu) {
-    Require(static_cast<int>(pdu.PduType()) == static_cast<unsigned char>(apdu[0]) >> 4,
+    Require(static_cast<unsigned>(pdu.PduType()) == OctetValue(apdu[0]) >> 4,
             "a PDU has the type in its first octet");
     Octets const head{static_cast<char>(apdu[0] & 0xF0), apdu[1], apdu[2]};
     Octets const written = pdu.GetBytes();

@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "Network/Message.h"
+#include "Octets.h"
 #include "Require.h"
 #include "VirtualDataLink/Framing.h"
 
@@ -12,10 +13,8 @@ using fuzz::Require;
 
 namespace {
 
-using Octets = std::vector<char>;
-
 std::size_t Octet(Octets const& octets, std::size_t index) {
-    return static_cast<unsigned char>(octets.at(index));
+    return OctetValue(octets.at(index));
 }
 
 // Checks the result of Unframe against ASHRAE 135 Annex J.2.

@@ -9,6 +9,7 @@
 #include "ExceptionScheduleValue.h"
 #include "Exceptions.h"
 #include "FakeStream.h"
+#include "Octets.h"
 #include "Require.h"
 #include "TagKind.h"
 #include "TagParser.h"
@@ -17,8 +18,6 @@
 using fuzz::Require;
 
 namespace {
-
-using Octets = std::vector<char>;
 
 // The longest data whose length the driver writes in the form in which it reads it.
 constexpr std::size_t LongestData = 253;

@@ -7,6 +7,7 @@
 
 #include "Exceptions.h"
 #include "FakeStream.h"
+#include "Octets.h"
 #include "Require.h"
 #include "TagParser.h"
 
@@ -14,7 +15,6 @@ using fuzz::Require;
 
 namespace {
 
-using Octets = std::vector<char>;
 using Tags = std::vector<std::unique_ptr<TagBase>>;
 
 // One tag of a tree, in the order of the octets. A constructed tag ends with a token of kind Close.
@@ -120,10 +120,9 @@ private:
 };
 
 Token TokenOf(TagBase const& tag) {
-    auto const number = static_cast<unsigned>(static_cast<unsigned char>(tag.GetTagNumber()));
+    auto const number = OctetValue(tag.GetTagNumber());
     if (auto const* const primitive = dynamic_cast<Tag const*>(&tag)) {
-        return {Token::Primitive, number, tag.GetIsClass(),
-                static_cast<unsigned>(static_cast<unsigned char>(tag.GetValLenType())), primitive->data};
+        return {Token::Primitive, number, tag.GetIsClass(), OctetValue(tag.GetValLenType()), primitive->data};
     }
     return {Token::Open, number, tag.GetIsClass(), 0, {}};
 }
@@ -180,7 +179,7 @@ std::optional<Tags> ReadAll(Octets const& octets) {
 void RequireNumbers(Tag const& tag) {
     unsigned long long expected = 0;
     for (char const octet : tag.data) {
-        expected = expected << 8 | static_cast<unsigned char>(octet);
+        expected = expected << 8 | OctetValue(octet);
     }
     bool const fits = tag.data.size() <= 8;
     try {

@@ -5,7 +5,7 @@
 
 #include "Calendar.h"
 #include "ObjectId.h"
-#include "Octets.h"
+#include "OctetVector.h"
 #include "PropertyId.h"
 #include "Script.h"
 #include "Standard.h"

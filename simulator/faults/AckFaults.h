@@ -4,7 +4,7 @@
 
 #include "Fault.h"
 #include "Faults.h"
-#include "Octets.h"
+#include "OctetVector.h"
 #include "Standard.h"
 
 // Faults in what is asked and answered, as a service sees it.

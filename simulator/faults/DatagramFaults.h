@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "Fault.h"
-#include "Octets.h"
+#include "OctetVector.h"
 #include "Standard.h"
 
 // What faults make of a datagram that the station would send: an Original-Unicast-NPDU. A datagram that

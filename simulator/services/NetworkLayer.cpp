@@ -11,7 +11,7 @@ constexpr std::uint8_t NoRouteToNetwork = 1;
 
 // The APDU's type stands in its upper half; type 3 with bit 3 set is a segment of a ComplexACK.
 bool IsSegmentOfAck(Octets const& apdu) {
-    return !apdu.empty() && (static_cast<unsigned char>(apdu[0]) & 0xF8) == 0x38;
+    return !apdu.empty() && (OctetValue(apdu[0]) & 0xF8) == 0x38;
 }
 
 }  // namespace

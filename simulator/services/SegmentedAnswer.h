@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "Moment.h"
-#include "Octets.h"
+#include "OctetVector.h"
 #include "Standard.h"
 
 namespace simulator {

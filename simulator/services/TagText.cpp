@@ -38,15 +38,15 @@ std::string Quoted(Octets const& content) {
 
 std::string Bits(Octets const& content) {
     std::string text;
-    std::size_t const count = 8 * (content.size() - 1) - static_cast<unsigned char>(content[0]);
+    std::size_t const count = 8 * (content.size() - 1) - OctetValue(content[0]);
     for (std::size_t i = 0; i < count; ++i) {
-        text += (static_cast<unsigned char>(content[1 + i / 8]) >> (7 - i % 8) & 1) != 0 ? '1' : '0';
+        text += (OctetValue(content[1 + i / 8]) >> (7 - i % 8) & 1) != 0 ? '1' : '0';
     }
     return text;
 }
 
 std::string Part(char octet, unsigned base = 0) {
-    unsigned const number = static_cast<unsigned char>(octet);
+    unsigned const number = OctetValue(octet);
     if (number == Unspecified) {
         return "*";
     }

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "ObjectId.h"
-#include "Octets.h"
+#include "OctetVector.h"
 #include "Standard.h"
 
 namespace simulator {

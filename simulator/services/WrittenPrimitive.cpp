@@ -104,12 +104,12 @@ void CheckText(Octets const& content) {
 
 void CheckBits(Octets const& content) {
     Expect(!content.empty(), ErrorCode::InvalidDataType);
-    unsigned const unused = static_cast<unsigned char>(content[0]);
+    unsigned const unused = OctetValue(content[0]);
     Expect(unused == 0 || (unused <= 7 && content.size() > 1), ErrorCode::InvalidDataType);
 }
 
 bool IsWithin(char octet, unsigned low, unsigned high) {
-    unsigned const number = static_cast<unsigned char>(octet);
+    unsigned const number = OctetValue(octet);
     return number == Unspecified || (number >= low && number <= high);
 }
 

@@ -50,7 +50,7 @@ void CheckWeekNDay(Octets const& content, bool isLenient) {
     constexpr unsigned highest[] = {14, 9, 7};
     Expect(content.size() == std::size(highest), ErrorCode::InvalidDataType);
     for (std::size_t i = 0; i < content.size(); ++i) {
-        unsigned const part = static_cast<unsigned char>(content[i]);
+        unsigned const part = OctetValue(content[i]);
         Expect(part == Unspecified || (part <= highest[i] && (part > 0 || isLenient)),
                ErrorCode::ValueOutOfRange);
     }

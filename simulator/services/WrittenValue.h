@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "ObjectType.h"
-#include "Octets.h"
+#include "OctetVector.h"
 #include "Standard.h"
 #include "Value.h"
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "Octets.h"
+#include "OctetVector.h"
 
 namespace standard {
 

@@ -5,7 +5,7 @@
 
 #include "Calendar.h"
 #include "ObjectId.h"
-#include "Octets.h"
+#include "OctetVector.h"
 
 // The contents octets of the primitive datatypes, without a tag (clauses 20.2.2 to 20.2.14).
 namespace standard::content {

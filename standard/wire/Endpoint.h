@@ -4,7 +4,7 @@
 #include <string>
 #include <tuple>
 
-#include "Octets.h"
+#include "OctetVector.h"
 
 namespace standard {
 

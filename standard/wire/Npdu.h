@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "Octets.h"
+#include "OctetVector.h"
 
 namespace standard {
 

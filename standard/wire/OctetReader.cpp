@@ -10,7 +10,7 @@ std::uint64_t OctetReader::BigEndian(std::size_t count) {
     Need(count);
     std::uint64_t value = 0;
     while (count-- > 0) {
-        value = value << 8 | static_cast<unsigned char>(octets[position++]);
+        value = value << 8 | OctetValue(octets[position++]);
     }
     return value;
 }
@@ -24,7 +24,7 @@ Octets OctetReader::Take(std::size_t count) {
 
 std::uint8_t OctetReader::Peek() const {
     Need(1);
-    return static_cast<unsigned char>(octets[position]);
+    return static_cast<std::uint8_t>(OctetValue(octets[position]));
 }
 
 void OctetReader::Need(std::size_t count) const {

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "Octets.h"
+#include "OctetVector.h"
 
 namespace standard {
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <utility>
 
-#include "Octets.h"
+#include "OctetVector.h"
 
 namespace standard {
 

@@ -42,7 +42,7 @@ void PutRaw(Octets& octets, Value const& value) {
 std::uint16_t Checksum(Octets const& octets) {
     std::uint32_t sum = 0;
     for (std::size_t i = 0; i < octets.size(); ++i) {
-        std::uint32_t const octet = static_cast<unsigned char>(octets[i]);
+        std::uint32_t const octet = standard::OctetValue(octets[i]);
         sum += i % 2 == 0 ? octet << 8 : octet;
         sum = (sum & 0xFFFF) + (sum >> 16);
     }

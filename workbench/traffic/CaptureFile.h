@@ -2,12 +2,11 @@
 
 #include <netinet/in.h>
 
-#include <string>
-#include <vector>
+#include "OctetVector.h"
 
 namespace workbench {
 
-using Octets = std::vector<char>;
+using standard::Octets;
 
 // The capture file format that packet analysers read (libpcap 2.4, little-endian, microseconds), link type
 // 101: raw IPv4. Addresses and ports are in network byte order, as in sockaddr_in.
