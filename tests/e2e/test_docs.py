@@ -65,7 +65,7 @@ REFUSED = {
         "ExecuteItemId": "1", "WriteItemId": "1", "Vars": "{}",
     },
     "variable": {
-        "Name": "7", "Type": "14", "ElementType": '"Float"', "ObjectType": "23", "ObjectProperties": "38",
+        "Name": "7", "Type": "14", "ElementType": '"Float"', "ObjectType": "1000", "ObjectProperties": "1000",
         "ObjectNumber": "4194303", "ReadId": "1", "ReadField": '"x"', "WriteId": "1", "WriteField": '"x"', "Write": "1",
     },
 }

@@ -20,7 +20,7 @@ exempt docs/*.md => "olde"
 class Words(unittest.TestCase):
     def check(self, code, message, files, phrases=LIST):
         with tempfile.TemporaryDirectory() as folder:
-            for name, text in {"tests/structure/words.txt": phrases, **files}.items():
+            for name, text in {"tests/words.txt": phrases, **files}.items():
                 path = os.path.join(folder, name)
                 os.makedirs(os.path.dirname(path), exist_ok=True)
                 with open(path, "w", encoding="utf-8") as stream:

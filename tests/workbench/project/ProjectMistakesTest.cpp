@@ -160,9 +160,9 @@ TEST_F(ProjectMistakes, ObjectTypesAndPropertiesAreChecked) {
     EXPECT_EQ(
         InVariable(start + "ObjectType='device'"),
         "field \"ObjectType\": \"device\" is not an object type; \"dorvel-workbench names\" lists them");
-    EXPECT_EQ(
-        InVariable(start + "ObjectType=23"),
-        "field \"ObjectType\": 23 is not the code of an object type; \"dorvel-workbench names\" lists them");
+    EXPECT_EQ(InVariable(start + "ObjectType=1000"),
+              "field \"ObjectType\": 1000 is not the code of an object type; \"dorvel-workbench names\" "
+              "lists them");
     EXPECT_EQ(InVariable(start + "ObjectType={}"),
               "field \"ObjectType\": expected a name or a code, got a table");
     EXPECT_EQ(InVariable(start + "ObjectType=1"), "field \"ObjectProperties\": missing");
