@@ -99,8 +99,8 @@ struct Part {
 };
 
 constexpr Part Parts[] = {
-    {Path::Plain, "Reads that are answered in one piece, also through a router"},
-    {Path::Segmented, "Reads that are answered in segments"},
+    {Path::Plain, "Reads whose answer is not segmented, also through a router"},
+    {Path::Segmented, "Reads whose answer is segmented"},
     {Path::Write, "Writes, after a read that goes well"},
 };
 
