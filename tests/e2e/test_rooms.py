@@ -1,4 +1,4 @@
-"""Includes point one way: scripts/rooms holds the tree against tests/structure/rooms.txt."""
+"""Includes point one way: scripts/rooms compares the tree with tests/structure/rooms.txt."""
 
 import os
 import subprocess
@@ -70,8 +70,8 @@ class Rooms(unittest.TestCase):
         self.expect(1, "house contract may not include program; allowed: none",
                     {"include/host/Api.h": '#include "low.h"\n'})
 
-    def test_a_folder_that_is_no_room_is_reported(self):
-        self.expect(2, "program/attic/Old.cpp: its folder is no room of house program", {"program/attic/Old.cpp": ""})
+    def test_a_folder_that_is_not_a_room_is_reported(self):
+        self.expect(2, "program/attic/Old.cpp: its folder is not a room of house program", {"program/attic/Old.cpp": ""})
 
 
 if __name__ == "__main__":
