@@ -5,7 +5,7 @@ namespace standard::rows {
 
 namespace {
 
-// The rows that the three have in common besides the value itself.
+// The rows that the three have in common, without Present_Value.
 // clang-format off
 constexpr PropertyRow HistoryRows[] = {
     Optional(P::Inactive_Text, D::CharacterString),

@@ -17,7 +17,7 @@ std::int64_t DaysBefore(int year) {
     return (past * 365 + leapDays) - (1969LL * 365 + 1969 / 4 - 1969 / 100 + 1969 / 400);
 }
 
-// The day's number, and what is left of the day in milliseconds; right before 1970 too.
+// The number of the day, and the milliseconds since its midnight. Correct before 1970 too.
 std::int64_t DayOf(std::chrono::milliseconds instant) {
     std::int64_t const count = instant.count();
     return count / MillisecondsPerDay - (count % MillisecondsPerDay < 0 ? 1 : 0);

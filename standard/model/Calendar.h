@@ -22,7 +22,7 @@ int WeekdayOf(int year, int month, int day);
 // 28 to 31.
 int DaysInMonth(int year, int month);
 
-// Date and time of day of an instant, counted from 1 January 1970 00:00.
+// The date and the time of day of an instant, which is counted from 1 January 1970 00:00.
 CalendarDate DateOf(std::chrono::milliseconds instant);
 TimeOfDay TimeOf(std::chrono::milliseconds instant);
 

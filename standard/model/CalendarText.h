@@ -7,9 +7,9 @@
 
 namespace standard {
 
-// Dates and times as people write them; nothing for what is neither. "*" in place of a number means any.
+// Reads dates and times as texts. No value for any other text. "*" instead of a number means "any".
 
-// "2024-03-15", whose weekday is worked out, or "*-12-25", whose weekday is any.
+// "2024-03-15", with its weekday, or "*-12-25", with any weekday.
 std::optional<CalendarDate> DateOfText(std::string const& text);
 // "08:00", "08:00:30" or "08:00:30.50".
 std::optional<TimeOfDay> TimeOfText(std::string const& text);

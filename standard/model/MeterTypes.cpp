@@ -18,7 +18,7 @@ constexpr PropertyRow AveragingRows[] = {
     Required(P::Object_Property_Reference, D::PropertyReference, "{'analog_input', 1, 'present_value'}"),
     Required(P::Window_Interval, D::Unsigned, "900"),
     Required(P::Window_Samples, D::Unsigned, "15"),
-    // Not of this type in the standard; devices that add it exist.
+    // The standard does not have this property here, but some devices do.
     Optional(P::Status_Flags, D::StatusFlags),
     Optional(P::Profile_Name, D::CharacterString),
 };

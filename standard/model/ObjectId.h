@@ -14,7 +14,8 @@ struct ObjectId {
     }
     std::uint32_t Encoded() const { return static_cast<std::uint32_t>(type) << 22 | instance; }
 
-    // The instance that means "whichever device reads this" (clause 12.11); no object has it.
+    // The instance of the device that receives a request, whatever its own instance is (clause 12.11). No
+    // object has it.
     static constexpr std::uint32_t LastInstance = 0x3FFFFF;
 };
 

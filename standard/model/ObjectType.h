@@ -9,7 +9,7 @@
 
 namespace standard {
 
-// The datatypes of properties, as a device file's values are read for them.
+// The datatypes of properties.
 enum class Datatype {
     Boolean,
     Unsigned,
@@ -49,15 +49,16 @@ enum class Datatype {
     SpecialEvent,
     // Any primitive value
     Any,
-    // A value of the object's Present_Value's type, or Null
+    // A value with the datatype of the object's Present_Value, or Null
     Priority
 };
 
 // Single has one value; an Array can be read by index, a List cannot.
 enum class Shape { Single, Array, List };
 
-// One property of an object type. `defaultValue` is the text of a Lua expression; without one the property
-// exists only if the device file gives it or, for Status_Flags and Priority_Array, derives from others.
+// One property of an object type. `defaultValue` is the text of a Lua expression. Without it an object has
+// the property only if its device file gives a value or, for Status_Flags and Priority_Array, if it derives
+// from other properties.
 struct PropertyRow {
     PropertyId id;
     Datatype datatype;
@@ -74,19 +75,19 @@ struct PropertyRows {
     PropertyRow const* end() const { return first + count; }
 };
 
-// An object type of clause 12 with its properties besides Object_Identifier, Object_Name, Object_Type and
-// Property_List, which every type has.
+// An object type of clause 12 with its properties. Object_Identifier, Object_Name, Object_Type and
+// Property_List, which every type has, are not among them.
 struct ObjectType {
     static constexpr std::size_t Groups = 4;
 
     std::uint16_t code;
-    char const* name;  // as device files write it
+    char const* name;  // in lower case with underscores, as in device files
     PropertyRows groups[Groups];
 
     PropertyRow const* Find(PropertyId id) const;
 };
 
-// All types that a device can hold, and the Device object's own.
+// The types of the objects of a device, and that of the Device object itself.
 std::vector<ObjectType> const& AllObjectTypes();
 ObjectType const& DeviceObjectType();
 // Null for a name that is not one of AllObjectTypes().

@@ -2,7 +2,7 @@
 
 #include "ObjectType.h"
 
-// Shorthand for the tables of object types, and the groups of rows that many types share.
+// Abbreviations for the tables of object types, and groups of rows that many types share.
 namespace standard::rows {
 
 using P = PropertyId;
@@ -40,7 +40,7 @@ constexpr PropertyRow ValueStateRows[] = {
     Optional(P::Out_Of_Service, D::Boolean, "false"),
 };
 
-// Intrinsic reporting (clause 13), which an object has if its device file says so.
+// Intrinsic reporting (clause 13), for objects whose device file has it.
 constexpr PropertyRow ReportingRows[] = {
     Optional(P::Time_Delay, D::Unsigned),
     Optional(P::Notification_Class, D::Unsigned),
@@ -60,7 +60,7 @@ struct ObjectTypes {
     ObjectType const* end() const { return first + count; }
 };
 
-// The tables, each in a file of its own.
+// The tables, one in each file.
 ObjectTypes AnalogTypes();
 ObjectTypes BinaryTypes();
 ObjectTypes MultiStateTypes();

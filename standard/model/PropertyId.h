@@ -7,8 +7,8 @@
 
 namespace standard {
 
-// The properties that the simulator knows, with their numbers of BACnetPropertyIdentifier (clause 21).
-// In device files their names are the same in small letters: present_value.
+// The known properties with their numbers of BACnetPropertyIdentifier (clause 21). In device files they have
+// the same names in lower case: present_value.
 #define BACNET_PROPERTIES(ROW)                  \
     ROW(Acked_Transitions, 0)                   \
     ROW(Action, 2)                              \
@@ -154,15 +154,15 @@ enum class PropertyId : std::uint32_t {
 #define BACNET_PROPERTY(name, number) name = number,
     BACNET_PROPERTIES(BACNET_PROPERTY)
 #undef BACNET_PROPERTY
-    // Stand for several properties at once in ReadPropertyMultiple (clause 15.7).
+    // Each means several properties in ReadPropertyMultiple (clause 15.7).
     All = 8,
     Optional = 80,
     Required = 105
 };
 
-// The property of a name as device files write it.
+// The property with that name of a device file.
 std::optional<PropertyId> PropertyOfName(std::string_view name);
-// The name as device files write it; the number as text for a property that is not in the list.
+// The name in device files, or the number as a text for an unknown property.
 std::string NameOf(PropertyId id);
 
 }  // namespace standard

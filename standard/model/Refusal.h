@@ -4,8 +4,8 @@
 
 namespace standard {
 
-// Why a confirmed request is not answered with an ack. Each is thrown by whoever finds the reason and
-// becomes the PDU of its name in ApplicationLayer.
+// The reasons for which a confirmed request gets no ack. A service throws one of the three classes, and the
+// answer is the PDU of the same name.
 
 // BACnetRejectReason, clause 18.9
 enum class RejectReason : std::uint8_t {
@@ -39,7 +39,7 @@ enum class ErrorCode : std::uint8_t {
     PropertyIsNotAnArray = 50
 };
 
-// A syntax error in the request (clause 5.4): nothing of it was carried out.
+// A syntax error in the request (clause 5.4). No part of the request was carried out.
 struct Reject {
     RejectReason reason;
 };

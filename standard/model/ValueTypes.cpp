@@ -1,6 +1,6 @@
 #include "ObjectTypeRows.h"
 
-// The value objects that hold no number: clauses 12.37 to 12.45.
+// The value objects without a numeric value: clauses 12.37 to 12.45.
 namespace standard::rows {
 
 namespace {

@@ -16,7 +16,7 @@ enum Function : std::uint8_t {
     OriginalBroadcastNpdu = 0x0B
 };
 
-// Functions that only a BBMD serves, and the result code with which other devices answer them (J.2.1).
+// The functions of a BBMD, and the result code with which other devices answer them (J.2.1).
 struct Nak {
     std::uint8_t function;
     std::uint16_t resultCode;

@@ -6,24 +6,24 @@
 
 namespace standard {
 
-// BACnet Virtual Link Control of BACnet/IP (Annex J): what stands in front of every NPDU.
+// BACnet Virtual Link Control of BACnet/IP (Annex J): the header before every NPDU.
 namespace bvlc {
 
-// An NPDU that came in.
+// A received NPDU.
 struct Message {
-    Endpoint source;   // whom to answer: the sender, or the originator that a BBMD names
-    bool isBroadcast;  // was sent to all, so a confirmed request in it is not to be served
+    Endpoint source;   // the receiver of the answer: the sender, or the originator that a BBMD names
+    bool isBroadcast;  // a confirmed request in it must not be answered
     Octets npdu;
 };
 
-// What a datagram asks for: either of the two, or nothing at all if it is to be dropped.
+// The content of a datagram: an NPDU, or a request with its answer. Neither if the datagram is to be dropped.
 struct Result {
     std::optional<Message> message;
     std::optional<Octets> answer;  // a complete datagram for the sender
 };
 
-// Annex J.2. A datagram whose length field is not its length is dropped. Requests to a BBMD, which this
-// device is not, are answered with the BVLC-Result NAK that their clause states.
+// Annex J.2. A datagram with a wrong length field is dropped. The answer to a request to a BBMD is the
+// BVLC-Result NAK that the clause of the request states, as this device is not a BBMD.
 Result Receive(Datagram const& datagram);
 
 // An Original-Unicast-NPDU (J.2.11).

@@ -29,7 +29,7 @@ Octets UnsignedNumber(std::uint64_t value) {
 }
 
 Octets SignedNumber(std::int64_t value) {
-    // The sign's own bit must fit too: fold a negative number onto the positive one of the same width.
+    // The sign bit must fit too: a negative number is as wide as its complement.
     auto const folded = static_cast<std::uint64_t>(value < 0 ? ~value : value);
     std::size_t count = 1;
     while (count < 8 && folded >> (8 * count - 1) != 0) {

@@ -8,7 +8,7 @@
 
 namespace standard {
 
-// An IPv4 address and a UDP port, both in the machine's own byte order.
+// An IPv4 address and a UDP port, both in host byte order.
 struct Endpoint {
     std::uint32_t address = 0;
     std::uint16_t port = 0;
@@ -24,7 +24,7 @@ inline bool operator<(Endpoint const& left, Endpoint const& right) {
     return std::tie(left.address, left.port) < std::tie(right.address, right.port);
 }
 
-// A datagram on its way: `peer` is who sent it or who is to get it.
+// A datagram. `peer` is its sender if it was received, otherwise its receiver.
 struct Datagram {
     Endpoint peer;
     Octets octets;

@@ -31,7 +31,8 @@ void WriteAddress(OctetWriter& writer, NetworkAddress const& address) {
     writer.Append(address.mac);
 }
 
-// A source is one station on one network; a destination may be all stations, but not on network 0.
+// A source is one station on one network. A destination may be all stations of a network, but not of network
+// 0.
 bool IsValid(Npdu const& npdu) {
     if (npdu.destination && npdu.destination->network == 0) {
         return false;

@@ -7,8 +7,8 @@
 
 namespace standard {
 
-// Takes numbers from the front of a sequence of octets and never reads past its end: what is missing
-// throws EndOfOctets. The sequence must outlive the reader.
+// Reads numbers from a sequence of octets, which must outlive the reader. Never reads past the end: a read of
+// more octets than are left throws EndOfOctets.
 class OctetReader {
 public:
     explicit OctetReader(Octets const& sequence) : OctetReader(sequence, 0) {}
@@ -20,13 +20,13 @@ public:
     // An unsigned number of `count` octets, 0 to 8.
     std::uint64_t BigEndian(std::size_t count);
     Octets Take(std::size_t count);
-    // All that is left.
+    // All octets that are left.
     Octets Rest() { return Take(Left()); }
-    // The next octet, which stays where it is.
+    // The next octet, which is not consumed.
     std::uint8_t Peek() const;
 
     std::size_t Position() const { return position; }
-    // Back to a position that this reader had before.
+    // Returns to an earlier position of this reader.
     void Rewind(std::size_t earlier) { position = earlier; }
     std::size_t Left() const { return octets.size() - position; }
     bool AtEnd() const { return Left() == 0; }
@@ -38,7 +38,7 @@ private:
     std::size_t position;
 };
 
-// A message ends before all that it promises has come.
+// A message ends too early.
 class EndOfOctets {};
 
 }  // namespace standard

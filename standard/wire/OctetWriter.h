@@ -8,7 +8,7 @@
 
 namespace standard {
 
-// Appends numbers to a sequence of octets, most significant octet first (clause 20.1.2).
+// Appends numbers to a sequence of octets, most significant octet first.
 class OctetWriter {
 public:
     void U8(std::uint8_t value) { octets.push_back(static_cast<char>(value)); }
@@ -17,7 +17,7 @@ public:
     // The low `count` octets of the value; count is 1 to 8.
     void BigEndian(std::uint64_t value, std::size_t count);
     void Append(Octets const& sequence) { Append(sequence, 0, sequence.size()); }
-    // The octets from `from` up to, not including, `to`; both lie within the sequence.
+    // The octets from index `from` up to, not including, `to`, which must both lie within the sequence.
     void Append(Octets const& sequence, std::size_t from, std::size_t to);
 
     std::size_t size() const { return octets.size(); }

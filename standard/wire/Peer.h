@@ -7,7 +7,7 @@
 
 namespace standard {
 
-// The client of a request: a station on the link, or one behind a router that is on the link.
+// The client of a request: a station on the link, or one behind a router on the link.
 struct Peer {
     Endpoint endpoint;
     std::optional<NetworkAddress> remote;
@@ -17,10 +17,10 @@ inline bool operator==(Peer const& left, Peer const& right) {
     return left.endpoint == right.endpoint && left.remote == right.remote;
 }
 
-// An APDU on its way to a peer.
+// An APDU to be sent to a peer.
 struct Answer {
     Peer peer;
-    std::uint8_t priority;  // the network priority, which is that of the request
+    std::uint8_t priority;  // the network priority: that of the request
     Octets apdu;
 };
 

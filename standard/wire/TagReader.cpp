@@ -109,7 +109,7 @@ void TagReader::ExpectEnd() const {
     }
 }
 
-// A tag that is longer than the rest of the request is not a tag.
+// A tag that is longer than the rest of the request is invalid.
 TagReader::Tag TagReader::Next() {
     try {
         std::uint8_t const first = reader.U8();
@@ -143,7 +143,8 @@ std::uint32_t TagReader::Length(std::uint8_t firstOctet) {
     return extended == 254 ? reader.U16() : reader.U32();
 }
 
-// Takes the head of a primitive context tag and gives how many octets follow; those are there.
+// Reads the header of a primitive context tag. Returns the number of its contents octets, which are all
+// there.
 std::uint32_t TagReader::ContextLength(std::uint8_t number) {
     if (AtEnd()) {
         throw Reject{RejectReason::MissingRequiredParameter};

@@ -9,16 +9,16 @@
 
 namespace standard {
 
-// A primitive value with the application tag it had. A Boolean, which has no contents, gets one octet of 0
-// or 1; anything else has its contents octets, which are not checked.
+// A primitive value and its application tag. The content of a Boolean is one octet, 0 or 1. Any other value
+// has the contents octets of its tag, which are not checked.
 struct Primitive {
     ApplicationTag tag;
     Octets content;
 };
 
-// Reads the parameters of a service request (clause 20.2.1). Whatever the service does not allow
-// throws a Reject with the reason of clause 18.9. Nothing recurses, whatever the nesting, and the work
-// is bounded by the request's length.
+// Reads the parameters of a service request (clause 20.2.1). A parameter that the service does not allow
+// throws a Reject with the reason of clause 18.9. Nested tags are read without recursion, and the work is
+// linear in the length of the request.
 class TagReader {
 public:
     enum class Kind { Primitive, Opening, Closing };
@@ -26,7 +26,7 @@ public:
         std::uint8_t number;
         bool isContext;
         Kind kind;
-        Octets content;  // as Primitive has it
+        Octets content;  // as in Primitive
     };
 
     // The octets must outlive the reader.
@@ -35,26 +35,26 @@ public:
     ObjectId ObjectIdentifier(std::uint8_t contextNumber);
     // At most 32 bits.
     std::uint32_t UnsignedNumber(std::uint8_t contextNumber);
-    // Nothing, and nothing taken, when the next tag is another one.
+    // No value if the next tag is another one, which is then not consumed.
     std::optional<std::uint32_t> OptionalUnsigned(std::uint8_t contextNumber);
     void Opening(std::uint8_t number);
-    // Takes the closing tag, if that is the next one.
+    // True if the next tag is this closing tag, which is then consumed. Throws a Reject at the end.
     bool Closes(std::uint8_t number);
     bool NextIsOpening(std::uint8_t number) const;
     bool NextIsContext(std::uint8_t number) const;
     // The contents octets of a primitive context tag.
     Octets ContextOctets(std::uint8_t number);
     Primitive Application();
-    // What stands between an opening tag and its closing one, tags included. It holds whole tags, and
-    // brackets that match.
+    // The octets between an opening tag and its closing tag: whole tags, in which opening and closing tags
+    // match.
     Octets Enclosed(std::uint8_t number);
-    // Takes whatever tag comes next, with the contents of a primitive one.
+    // Any tag, with the contents of a primitive one.
     Any TakeAny();
 
     bool AtEnd() const { return reader.AtEnd(); }
-    // Where the next tag begins in the octets.
+    // The index of the next tag in the octets.
     std::size_t Position() const { return reader.Position(); }
-    // To be called after all parameters were read.
+    // To be called after the last parameter. Throws a Reject if octets are left.
     void ExpectEnd() const;
 
 private:

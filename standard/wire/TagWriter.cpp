@@ -6,7 +6,7 @@ namespace {
 
 constexpr std::uint8_t ContextClass = 0x08;
 
-// The first octet's upper half has no room for numbers from 15 up: they follow in an octet of their own.
+// The upper half of the first octet holds numbers up to 14. Larger ones have the next octet.
 std::uint8_t UpperHalf(std::uint8_t number) {
     return static_cast<std::uint8_t>((number < 15 ? number : 15) << 4);
 }

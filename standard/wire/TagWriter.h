@@ -23,18 +23,18 @@ enum class ApplicationTag : std::uint8_t {
     ObjectIdentifier = 12
 };
 
-// Writes tagged values (clause 20.2.1); the contents come from standard::content.
+// Writes tagged values (clause 20.2.1). Content.h makes the contents.
 class TagWriter {
 public:
     void Null() { Header(0, 0, 0); }
-    // An application Boolean has no contents: its value stands in the tag itself (clause 20.2.3).
+    // An application Boolean has no contents: its value is in the tag (clause 20.2.3).
     void Boolean(bool value) { Header(1, 0, value ? 1 : 0); }
     // Any other primitive value.
     void Application(ApplicationTag tag, Octets const& content);
     void Context(std::uint8_t number, Octets const& content);
     void Opening(std::uint8_t number) { Bracket(number, 6); }
     void Closing(std::uint8_t number) { Bracket(number, 7); }
-    // Octets that are tagged values already.
+    // Octets of values that have their tags already.
     void Encoded(Octets const& octets) { writer.Append(octets); }
 
     std::size_t size() const { return writer.size(); }
