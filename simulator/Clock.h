@@ -4,7 +4,7 @@
 
 namespace simulator {
 
-// The source of time: the operating system in the program, a clock that stands until it is set in tests.
+// The source of time: the operating system in the program, a clock of the test in tests.
 class Clock {
 public:
     virtual ~Clock() = default;

@@ -8,7 +8,7 @@
 
 namespace simulator {
 
-// What the command line asks for.
+// The content of the command line.
 struct CommandLine {
     std::string deviceFile;
     std::uint32_t bindAddress = 0x7F000001;
@@ -19,7 +19,8 @@ struct CommandLine {
     bool wantsHelp = false;
     bool wantsVersion = false;
 
-    // Throws std::invalid_argument with what is wrong. `arguments` are those after the program's name.
+    // `arguments` are those after the program's name. Throws std::invalid_argument with the mistake as its
+    // text.
     static CommandLine Parse(std::vector<std::string> const& arguments);
     static char const* Help();
 };

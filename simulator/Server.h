@@ -20,9 +20,9 @@ public:
 
     // One line for each device: ready NAME ADDRESS:PORT
     void Announce(std::ostream& out) const;
-    // Serves until SIGINT, SIGTERM, the end of the duration or of standard input, whichever is asked for.
-    // `stopHandle` becomes readable on a signal. Carries out the commands that come on standard input
-    // (FaultCommand.h) and answers them on standard output, mistakes on standard error.
+    // Serves until SIGINT or SIGTERM, or until the end of the duration or of standard input, as the options
+    // state. `stopHandle` becomes readable on a signal. Carries out the commands from standard input
+    // (FaultCommand.h); answers go to standard output, mistakes to standard error.
     void Run(int stopHandle);
 
 private:

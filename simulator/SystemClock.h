@@ -4,7 +4,7 @@
 
 namespace simulator {
 
-// The operating system's clocks; its start is the moment at which it was made.
+// The clocks of the operating system. The time since the start counts from the construction.
 class SystemClock : public Clock {
 public:
     Moment Now() const override;

@@ -7,7 +7,7 @@
 
 namespace simulator {
 
-// An IPv4 UDP socket that belongs to this object.
+// An IPv4 UDP socket, which the object owns.
 class UdpSocket {
 public:
     // Binds it; port 0 takes any free one. Throws std::system_error.
@@ -18,11 +18,11 @@ public:
     UdpSocket& operator=(UdpSocket const&) = delete;
 
     int Handle() const { return handle; }
-    // Where it is bound.
+    // The local address and port.
     Endpoint Local() const;
-    // The next datagram, if one is there; never waits.
+    // The next datagram, or no value if none has arrived. Does not wait.
     std::optional<Datagram> Receive();
-    // A datagram that cannot be sent is lost, as any may be.
+    // A datagram that cannot be sent is lost without an error.
     void Send(Datagram const& datagram);
 
 private:

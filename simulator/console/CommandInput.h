@@ -5,18 +5,18 @@
 
 namespace simulator {
 
-// Lines from a handle, taken without waiting. Of a line that is longer than a command may be only so much is
-// kept that its length can be seen: LongestCommand octets and one more.
+// Reads lines from a handle without waiting. Of a longer line it keeps LongestCommand octets and one more,
+// which shows that the line is too long.
 class CommandInput {
 public:
-    // The handle stays the caller's.
+    // The caller keeps the ownership of the handle.
     explicit CommandInput(int inputHandle) : handle(inputHandle) {}
 
-    // -1 once the input is closed or cannot be read.
+    // The handle, or -1 after the end of the input or a failed read.
     int Handle() const { return isOpen ? handle : -1; }
     bool IsOpen() const { return isOpen; }
-    // Reads once and gives the lines that are whole, without their ends. To be called when the handle is
-    // readable; doesn't wait even if it is not.
+    // Reads once and returns the complete lines, without their line ends. To be called when the handle is
+    // readable; otherwise it returns nothing and does not wait.
     std::vector<std::string> Read();
 
 private:
@@ -25,7 +25,7 @@ private:
     std::string line;
 };
 
-// Writes text if that needs no waiting; what can't be written is lost.
+// Writes the text without waiting. The part that cannot be written at once is lost.
 void WriteWithoutWaiting(int handle, std::string const& text);
 
 }  // namespace simulator

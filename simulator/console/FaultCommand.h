@@ -8,10 +8,10 @@
 
 namespace simulator {
 
-// In octets.
+// The limit of a command line, in octets.
 constexpr std::size_t LongestCommand = 1000;
 
-// A device as commands know it.
+// A device as commands name it.
 struct CommandTarget {
     std::string name;
     Faults* faults;  // not null
@@ -19,16 +19,16 @@ struct CommandTarget {
 
 struct CommandAnswer {
     bool isMistake = false;
-    std::string text;  // lines, each with its end; empty for an empty command
+    std::string text;  // lines, each with its line end; empty for an empty command
 };
 
 // Carries out a line of the program's standard input:
 //     fault NAME KIND [key=value ...]      clear NAME      faults      help
-// NAME is a device's, in quotation marks if it has spaces, or * for all of them. What the line may be is
-// decided by itself: nothing that it says makes this throw, and of a wrong line nothing is done.
+// NAME is the name of a device, in quotation marks if it has spaces, or * for all devices. A wrong line
+// changes nothing; the answer states the mistake. No line makes this throw.
 CommandAnswer RunFaultCommand(std::string const& line, std::vector<CommandTarget> const& targets);
 
-// What `help` answers.
+// The answer to `help`.
 std::string FaultHelp();
 
 }  // namespace simulator

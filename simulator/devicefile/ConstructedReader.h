@@ -7,11 +7,11 @@
 
 namespace simulator {
 
-// One value of a constructed datatype; the schedules are in ScheduleReader. Throws Mistake.
+// One value of a constructed datatype other than those of schedules (ScheduleReader.h). Throws Mistake.
 ValuePtr ReadConstructed(Datatype datatype, ScriptValue const& value);
 bool IsConstructed(Datatype datatype);
 
-// A BACnetDateRange: the two dates of the fields `from` and `to`, each any date if it isn't given.
+// A BACnetDateRange: the dates of the fields `from` and `to`. A missing one is unspecified.
 void WriteDateRange(ScriptValue const& value, TagWriter& writer);
 
 }  // namespace simulator

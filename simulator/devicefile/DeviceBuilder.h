@@ -5,8 +5,8 @@
 
 namespace simulator {
 
-// The device of a device{...} table. Throws Mistake, with the device and the object in front and with the
-// line of the object or else of the device.
+// The device of a device{...} table. Throws Mistake, whose text begins with the device and the object. Its
+// line is that of the object, or of the device if the object has none.
 Device BuildDevice(ScriptValue const& given, ObjectBuilder::Evaluate const& evaluate);
 
 }  // namespace simulator

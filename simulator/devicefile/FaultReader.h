@@ -7,14 +7,14 @@
 
 namespace simulator {
 
-// The fault of fault{"truncate", octet = 9, times = 1}, which a command's words are put into as well. Throws
-// Mistake with the fault's name and the field in front, and the line.
+// The fault of fault{"truncate", octet = 9, times = 1}. Commands pass their words in the same form. Throws
+// Mistake with the line; its text begins with the name of the fault and the field.
 Fault ReadFault(ScriptValue const& given);
 
-// The names of the fields that this kind has and not every one has.
+// The names of the fields that this kind has and not every other kind has.
 std::vector<std::string> FieldsOf(FaultRow const& row);
 
-// The list of a device's faults; none if it is not given. At most Faults::Most.
+// The list of the faults of a device, at most Faults::Most; without a list it is empty.
 std::vector<Fault> ReadFaults(ScriptValue const& given);
 
 }  // namespace simulator

@@ -9,10 +9,10 @@
 
 namespace simulator {
 
-// Runs device files. They get Lua's base language, math, and a few functions of string and table; no
-// files, no modules, no operating system, nothing that runs long without Lua instructions. Instructions,
-// time and memory are limited. Every name in `constructors` is a function that gives its table back with its
-// name and line on it; the tables of `device` calls are collected.
+// Runs device files. They have the base language of Lua, math, and a few functions of string and table, but
+// no files, no modules, no operating system and no function that can run long without Lua instructions.
+// Instructions, time and memory are limited. Every name in `constructors` is a function that returns its
+// table, marked with the name and the line of the call. The tables of `device` calls are collected.
 class LuaSandbox {
 public:
     // Throws Mistake if the memory does not suffice.
@@ -26,7 +26,7 @@ public:
 
 private:
     void Execute(std::string const& text, int results);
-    // Takes the value on top of the stack off it.
+    // Pops the value on top of the stack and returns it.
     ScriptValue TakeValue();
 
     tools::LuaState state;

@@ -8,15 +8,15 @@
 
 namespace simulator {
 
-// Makes an object of a type from the table that a device file gives for it: the properties given, the
-// defaults of the others, and those that derive from others. Throws Mistake, with the property in front.
+// Makes an object from its table in a device file: the properties of the table, the defaults of the others,
+// and those that derive from others. Throws Mistake, whose text begins with the property.
 class ObjectBuilder {
 public:
-    // Gives the value of a default's Lua expression.
+    // Returns the value of the Lua expression of a default.
     using Evaluate = std::function<ScriptValue(std::string const&)>;
 
-    // `otherNames` are names that the table may have besides its properties. The
-    // others must outlive the builder.
+    // `otherNames` are the names that the table may have besides the properties. The other arguments must
+    // outlive the builder.
     ObjectBuilder(ObjectType const& objectType, ScriptValue const& table, Evaluate const& evaluateDefault,
                   std::vector<std::string> const& otherNames = {})
         : type(objectType), given(table), evaluate(evaluateDefault), extraNames(otherNames) {}

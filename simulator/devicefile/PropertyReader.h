@@ -9,7 +9,7 @@
 
 namespace simulator {
 
-// The value of a property, or its elements, as a device file gives it for that row. Throws Mistake.
+// The value of a property, or its elements, from the value in a device file. Throws Mistake.
 std::vector<ValuePtr> ReadValues(PropertyRow const& row, ScriptValue const& value);
 
 }  // namespace simulator

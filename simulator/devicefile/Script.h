@@ -2,7 +2,7 @@
 
 #include "ScriptValue.h"
 
-// The simulator calls the values of scripts by the names of tools/.
+// Names of tools/ without their namespace.
 namespace simulator {
 using tools::ScriptField;
 using tools::ScriptValue;

@@ -10,20 +10,20 @@
 #include "Script.h"
 #include "Standard.h"
 
-// What a device file's values must be. Each returns the value or throws a Mistake that states what is
-// expected and what is there.
+// Checks of the values of a device file. Each returns the value or throws a Mistake that states the expected
+// value and the present one.
 namespace simulator::checks {
 
 std::uint64_t UnsignedNumber(ScriptValue const& value);
-// Also not above `highest`.
+// At most `highest`.
 std::uint32_t UnsignedUpTo(ScriptValue const& value, std::uint32_t highest);
 std::int64_t SignedNumber(ScriptValue const& value);
 double Number(ScriptValue const& value);
-// A number that single precision can hold, or an infinite one, or none ("not a number").
+// A number in the range of single precision, an infinity or a NaN.
 float SingleNumber(ScriptValue const& value);
 bool Boolean(ScriptValue const& value);
 std::string const& Text(ScriptValue const& value);
-// Octets of pairs of hexadecimal digits: "0A14".
+// The octets of a text of hexadecimal digits: "0A14".
 Octets Hexadecimal(ScriptValue const& value);
 // A text of the digits 0 and 1.
 std::string const& Bits(ScriptValue const& value);
@@ -33,9 +33,9 @@ TimeOfDay Time(ScriptValue const& value);
 ObjectId ObjectIdentifier(ScriptValue const& value);
 PropertyId Property(ScriptValue const& value);
 
-// A table of named fields and nothing else, none but these.
+// A table with no other contents than these fields.
 void Fields(ScriptValue const& value, std::initializer_list<char const*> names);
-// A plain table of elements and nothing else.
+// A plain table with elements only.
 std::vector<ScriptValue> const& List(ScriptValue const& value);
 
 }  // namespace simulator::checks

@@ -11,7 +11,7 @@ namespace simulator {
 // period, peak}, toggle{period}, counter{start, rate}, steps{values, period}.
 std::vector<std::string> SignalConstructors();
 
-// The signal that a value of a device file stands for; null if it isn't a moving one. Throws Mistake.
+// The signal of a value of a device file, or null if the value does not move. Throws Mistake.
 std::shared_ptr<Signal const> ReadSignal(ScriptValue const& value);
 
 }  // namespace simulator

@@ -7,21 +7,22 @@
 #include "OctetVector.h"
 #include "Standard.h"
 
-// Faults in what is asked and answered, as a service sees it.
+// Faults of requests and answers of the application layer.
 namespace simulator::acks {
 
-// A confirmed request, given as its APDU, as a fault's scope sees it.
+// The service and the object of a confirmed request, with which the scope of a fault is compared.
 Faults::Request RequestOf(Octets const& apdu);
 
-// WrongObject, OddList or OversizedSegments, done to the parameters of an ack and to the longest APDU that it
-// may have. Any other kind does nothing, and nor does one that the service has no place for.
+// Applies WrongObject, OddList or OversizedSegments to the parameters of an ack and to the limit of its
+// APDUs. Any other kind changes nothing, and nor does a kind that the service does not have.
 void Spoil(Fault const& fault, std::uint8_t serviceChoice, Octets& content, std::size_t& longestApdu);
 
-// A request that asks for a property besides the first object's others, before them: a ReadProperty, in place
-// of its own. Any other request is given back as it is.
+// The request with an additional property before those of its first object; in a ReadProperty, the property
+// replaces the requested one. Any other request is unchanged.
 Octets AskingFor(std::uint32_t property, Octets const& apdu);
 
-// The APDU that Error, Reject and Abort send in place of the service's answer; nothing for any other kind.
+// The APDU that Error, Reject and Abort send instead of the answer of the service. No value for any other
+// kind.
 std::optional<Octets> Refusal(Fault const& fault, Octets const& requestApdu);
 
 }  // namespace simulator::acks

@@ -7,8 +7,8 @@
 
 namespace simulator {
 
-// Datagrams that wait for their time, in its order and those of one time in the order of coming. At most
-// Most; what comes when it is full is lost, as any datagram may be.
+// Delayed datagrams in the order of their times; those of the same time in the order of Add. The queue holds
+// at most Most, and a further one is lost.
 class DeliveryQueue {
 public:
     static constexpr std::size_t Most = 4096;
@@ -19,7 +19,7 @@ public:
         }
     }
 
-    // The next one whose time has come.
+    // Removes and returns the next datagram that is due.
     std::optional<Delivery> Next(Moment const& now) {
         if (waiting.empty() || waiting.begin()->first > now.sinceStart) {
             return std::nullopt;
@@ -29,7 +29,7 @@ public:
         return delivery;
     }
 
-    // When the first one is to be sent.
+    // The time of the next datagram.
     std::optional<std::chrono::milliseconds> NextTime() const {
         return waiting.empty() ? std::nullopt : std::optional(waiting.begin()->first);
     }

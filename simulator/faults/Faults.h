@@ -9,41 +9,43 @@
 
 namespace simulator {
 
-// The faults of a device, and the decision which of them meet a request.
+// The faults of a device, and the decision which of them apply to a request.
 class Faults {
 public:
     static constexpr std::size_t Most = 64;
 
-    // A fault that meets a request, and the number by which it can be asked for again.
+    // A fault that applies to a request, and its number, by which the functions below identify it.
     struct Hit {
         std::uint64_t number;
         Fault fault;
     };
 
-    // The request that is to be met or not.
+    // The request that is compared with the scopes of the faults.
     struct Request {
         FaultScope service = FaultScope::Any;  // Any: neither a read nor a write
         std::optional<ObjectId> object;        // the first one that it names
     };
 
-    // Whether there are Most that are still to come or go on.
+    // Whether Most faults are active or still to come.
     bool IsFull();
-    // False, and nothing added, if it is full.
+    // Returns false and adds nothing if it is full.
     bool Add(Fault const& fault);
-    // Ends all of them, those of exchanges under way too.
+    // Ends all faults, also those of exchanges in progress.
     void Clear() { all.clear(); }
-    // Those that are still to come or go on, in the order of adding.
+    // The faults that are active or still to come, in the order of Add.
     std::vector<Fault> List() const;
 
-    // To be called with every datagram and tick: starts what was added, ends what is over.
+    // To be called with every datagram and tick. Starts the time of added faults and removes those that are
+    // over.
     void Update(Moment const& now);
-    // The faults that meet this request, in the order of adding. Loss is among them whenever it is in scope.
+    // The faults that apply to this request, in the order of Add. Loss is among them whenever the request is
+    // in its scope.
     std::vector<Hit> Meet(Request const& request, Moment const& now);
-    // Whether a Loss of an earlier hit takes the next datagram.
+    // Whether the Loss of an earlier hit loses the next datagram.
     bool Takes(std::uint64_t number, Moment const& now);
-    // Whether the fault of an earlier hit is there still, however often it has struck.
+    // Whether the fault of an earlier hit has not ended, however often it has been applied.
     bool IsThere(std::uint64_t number) { return Find(number) != nullptr; }
-    // A random number from 0 to `highest`, from the seed of the fault of an earlier hit.
+    // A random number from 0 to `highest`, from the sequence of the fault of an earlier hit.
     std::uint32_t Draw(std::uint64_t number, std::uint32_t highest);
 
 private:

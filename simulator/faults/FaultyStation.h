@@ -8,30 +8,38 @@
 
 namespace simulator {
 
-// A datagram to be sent once `delay` has passed; `fromElsewhere`, from another address than the device's.
+// A datagram to be sent after `delay`, with `fromElsewhere` from another address than that of the device.
 struct Delivery {
     Datagram datagram;
     std::chrono::milliseconds delay{0};
     bool fromElsewhere = false;
 };
 
-// A station whose answers to confirmed requests go wrong as its faults say; without faults it is the station.
-// Whatever else it sends, such as I-Am, stays as it is. Nothing makes it throw or crash, and what it
-// remembers is bounded: MostExchanges exchanges and as many peers, of each a datagram or two.
+// A station that disturbs its answers to confirmed requests by its faults. Without faults it is the station,
+// and nothing else that it sends, such as I-Am, is disturbed. No datagram makes it throw or crash. Its memory
+// is bounded: it keeps MostExchanges exchanges and as many peers, with one or two datagrams each.
 //
-// A fault meets a whole exchange: the answer, all its segments, and what is repeated of them. Of several
-// faults of one exchange those of segments act first, and then the others, as they were added. An answer that
-// a fault of a segment needs in segments and that is not in segments passes untouched; EndlessSegments makes
-// a plain ComplexACK the first segment. WrongObject, UnaskedProperty and OddList change the ack before it is
-// cut into segments, and only acks of reads; OddList only those of ReadPropertyMultiple. A request that
-// Silence, NetworkMessage, Error, Reject or Abort meets is not carried out; with all other faults a write is,
-// whatever becomes of its answer. PreviousAnswer gives the first datagram that the exchange before with this
-// address, from whichever port, should have got, nothing if there was none, and no further segments.
-// LostSegment goes on with the next segment as if the missing one had been acknowledged. SegmentsAtOnce sends
-// all segments, up to 512, in answer to the request and nothing for the acknowledgements. EndlessSegments
-// answers each Segment-ACK with a window of further segments until the fault is cleared or over, or the
-// client aborts; then with nothing. Without acknowledgement none follow: a client that takes one datagram for
-// each of its own is kept busy longest by exactly one answer to each.
+// A fault applies to a whole exchange: the answer, all its segments and their repetitions. Of several faults
+// of an exchange, those of segments act first, the others in the order of Faults::Add.
+//
+// - A request to which Silence, NetworkMessage, Error, Reject or Abort applies is not carried out. With any
+// other
+//   fault a write is carried out.
+// - WrongObject, UnaskedProperty and OddList change the ack of a read before it is segmented, OddList only
+// that of
+//   a ReadPropertyMultiple.
+// - A fault of a segment does not change an unsegmented answer. Only EndlessSegments makes a ComplexACK the
+// first
+//   segment of a longer one.
+// - PreviousAnswer sends the first datagram of the answer to the previous request from this IP address,
+// whatever
+//   its port, and no further segments. Without a previous request it sends nothing.
+// - LostSegment sends the next segment as if the missing one had been acknowledged.
+// - SegmentsAtOnce sends all segments, up to 512, after the request, and nothing after the acknowledgements.
+// - EndlessSegments answers each Segment-ACK with a window of further segments, until the fault ends or the
+// client
+//   aborts. Without a Segment-ACK it sends none. A client that receives one datagram for each of its own is
+//   held longest by exactly one segment for each Segment-ACK.
 class FaultyStation {
 public:
     static constexpr std::size_t MostExchanges = 32;
@@ -48,17 +56,17 @@ public:
     void OnWrite(Device::WriteObserver observer) { station.OnWrite(std::move(observer)); }
 
 private:
-    // A request that faults have met.
+    // A request to which faults apply.
     struct Exchange {
         Peer peer;
         std::uint8_t invokeId = 0;
         std::vector<Faults::Hit> hits;
-        bool isOver = false;            // nothing more is to be sent
+        bool isOver = false;            // no further datagram is sent
         std::optional<Octets> endless;  // the first segment of an answer without end
         std::uint64_t sent = 0;         // segments of that
     };
 
-    // The answer to the last request of an address, as it should have been.
+    // The answer to the last request of an address, without its faults.
     struct Memory {
         std::uint32_t address = 0;
         Octets answer;
@@ -98,8 +106,8 @@ private:
     Faults faults;
     std::deque<Exchange> exchanges;
     std::deque<Memory> memories;
-    std::optional<Octets> previous;    // the answer before, of the address that is being answered
-    Exchange const* served = nullptr;  // while the station makes its answer
+    std::optional<Octets> previous;    // the previous answer to the address of the present request
+    Exchange const* served = nullptr;  // not null while the station makes the answer
 };
 
 }  // namespace simulator

@@ -14,7 +14,7 @@
 
 namespace simulator {
 
-// A property of one object with its value, or its elements.
+// A property of one object with its value or its elements.
 struct Property {
     PropertyId id;
     Shape shape;
@@ -23,10 +23,10 @@ struct Property {
     Datatype datatype = Datatype::Any;
     Access access = Access::ReadOnly;
 
-    // Throws ServiceError if the property is not an array or has no such element. Index 0 is the number of
-    // elements.
+    // Index 0 is the number of elements. Throws ServiceError if the property is not an array or has no such
+    // element.
     void CheckIndex(std::uint32_t index) const;
-    // Writes the value that a read gets: all of it, or of an array one element or (index 0) their number.
+    // Writes the answer to a read: the whole value, or of an array one element or (index 0) their number.
     // Throws ServiceError if there is no such element.
     void Encode(TagWriter& writer, std::optional<std::uint32_t> index, Moment const& now) const;
 };
@@ -34,19 +34,19 @@ struct Property {
 // An object of the device (clause 12).
 class BacnetObject {
 public:
-    // Adds Object_Identifier, Object_Name, Object_Type and Property_List to the properties given. A
-    // Status_Flags without a value derives from other properties. With `commands` the object is
-    // commandable: it has Priority_Array, whose values follow from them, and Relinquish_Default.
+    // Adds Object_Identifier, Object_Name, Object_Type and Property_List to the properties. A Status_Flags
+    // without a value derives from other properties. With `commands` the object is commandable: it has
+    // Relinquish_Default, and Priority_Array with the values of the commands.
     BacnetObject(ObjectId objectId, std::string objectName, std::vector<Property> ownProperties,
                  std::optional<PriorityArray> commands = std::nullopt);
 
     ObjectId Id() const { return id; }
     std::string const& Name() const { return name; }
-    // In the order in which they are read with the special identifier ALL.
+    // In the order in which the identifier ALL reads them.
     std::vector<Property> const& Properties() const { return properties; }
-    // Null if the object hasn't got it.
+    // Null if the object does not have it.
     Property const* Find(PropertyId propertyId) const;
-    // The value of a property, or the first of several; null if the object hasn't got the property.
+    // The value of a property, or the first of several; null if the object does not have the property.
     ValuePtr ValueOf(PropertyId propertyId) const;
     void Add(Property property);
 
@@ -54,9 +54,9 @@ public:
     bool IsOutOfService(Moment const& now) const;
     // Commands Present_Value of a commandable object, or relinquishes it with null. Priority 1 to 16.
     void Command(std::uint8_t priority, ValuePtr value);
-    // Gives a property that the object has other values or, with an index from 1 up, one element another.
-    // What derives from it follows. An object that goes out of service keeps the value that it has just
-    // measured; back in service it measures again.
+    // Replaces the values of a property that the object has or, with an index of 1 or more, one element.
+    // Derived properties change with it. An object that goes out of service keeps its measured value until it
+    // is back in service.
     void Write(PropertyId propertyId, std::optional<std::uint32_t> index, std::vector<ValuePtr> values,
                Moment const& now);
 

@@ -14,7 +14,7 @@
 
 namespace simulator {
 
-// How a device takes part in exchanges.
+// The settings of a device for its exchanges.
 struct DeviceSettings {
     std::uint32_t maxApduLength = 1476;  // octets, 50 to 1476
     bool segmentsAnswers = true;
@@ -23,9 +23,9 @@ struct DeviceSettings {
     std::chrono::milliseconds segmentTimeout{2000};
     std::uint32_t retries = 3;
     std::uint32_t vendorIdentifier = 0;
-    bool isLenient = false;                  // takes values of wrong datatypes too (WrittenValue.h)
+    bool isLenient = false;                  // accepts values of wrong datatypes too (WrittenValue.h)
     std::uint8_t segmentationSupported = 0;  // BACnetSegmentation, as I-Am reports it
-    std::optional<NetworkAddress> position;  // behind a router, if there is one
+    std::optional<NetworkAddress> position;  // the address behind a router, if there is one
     std::optional<std::uint16_t> port;       // the UDP port that the device file states
     std::vector<Fault> faults;               // for FaultyStation; a Station has none
 };
@@ -33,18 +33,20 @@ struct DeviceSettings {
 // A BACnet device: its objects, of which the first is the Device object, and its settings.
 class Device {
 public:
-    // `deviceObject` carries the device's name and instance. No two objects have the same identifier.
+    // `deviceObject` has the name and the instance of the device. No two objects may have the same
+    // identifier.
     Device(BacnetObject deviceObject, std::vector<BacnetObject> otherObjects, DeviceSettings deviceSettings);
 
     std::string const& Name() const { return objects.front().Name(); }
     ObjectId Id() const { return objects.front().Id(); }
     DeviceSettings const& Settings() const { return settings; }
     std::vector<BacnetObject> const& Objects() const { return objects; }
-    // Null if the device hasn't got the object. A device of instance 4194303 is this one (clause 12.11).
+    // Null if the device does not have the object. Instance 4194303 of a Device object is this device (clause
+    // 12.11).
     BacnetObject const* Find(ObjectId id) const;
     BacnetObject* Find(ObjectId id);
 
-    // Is notified of each write by one line of text.
+    // The receiver of one line of text for each write.
     using WriteObserver = std::function<void(std::string const&)>;
     void OnWrite(WriteObserver observer) { onWrite = std::move(observer); }
     WriteObserver const& GetWriteObserver() const { return onWrite; }

@@ -12,7 +12,7 @@
 
 namespace simulator {
 
-// What can go wrong with the answer to a confirmed request. FaultRows says what each does.
+// The kinds of faults in the answer to a confirmed request. FaultRows describes each.
 enum class FaultKind {
     Silence,
     Delay,
@@ -42,39 +42,40 @@ enum class FaultKind {
     HeadersOnly
 };
 
-// The headers that a HeadersOnly leaves: that of the link, those up to the network's, or the APDU's too.
+// The headers that HeadersOnly keeps: that of the link, those of link and network, or that of the APDU too.
 enum class FaultHeaders { Bvlc, Npdu, Apdu };
 
-// The requests that a fault is for, by their service. Every other service is in Any alone.
+// The requests to which a fault applies, by their service. Services other than reads and writes are only in
+// Any.
 enum class FaultScope { Any, Read, Write };
 
-// A fault to come. A member that its kind doesn't have (FaultRow::parameters) is not looked at.
+// A fault. A member that its kind does not have (FaultRow::parameters) has no effect.
 struct Fault {
     FaultKind kind = FaultKind::Silence;
 
     // Parameters
-    std::chrono::milliseconds delay{0};  // how late; Delay without one is 2 s late
-    std::size_t octet = 8;               // how many octets of the datagram are left
+    std::chrono::milliseconds delay{0};  // of the answer; MakeFault sets 2 s for Delay
+    std::size_t octet = 8;               // the octets of the datagram that are sent
     bool mends = true;                   // the BVLC length is corrected after cutting; needs 4 octets
     std::optional<std::uint32_t> code;   // FaultRow::code by default
     std::uint32_t errorClass = 1;        // of an Error: object
     FaultHeaders headers = FaultHeaders::Npdu;
-    std::size_t octets = 4;     // more than was negotiated, or the most of a datagram of garbage
-    std::uint32_t segment = 1;  // which segment, from 0
-    std::uint64_t count = 0;    // segments that an endless answer has in all; 0 for no end
+    std::size_t octets = 4;     // beyond the negotiated ones, or the most octets of a datagram of garbage
+    std::uint32_t segment = 1;  // the number of the segment, from 0
+    std::uint64_t count = 0;    // all segments of an endless answer; 0 for no end
 
     // Scope
     FaultScope on = FaultScope::Any;
-    std::optional<ObjectId> object;  // requests whose first object is this one
+    std::optional<ObjectId> object;  // only requests whose first object is this one
 
-    // Of the requests in the scope every k-th is met, and of these each with a chance. Loss meets datagrams
-    // instead of requests.
+    // The fault applies to every n-th request in its scope, and to each of these with a chance. For Loss both
+    // count datagrams instead of requests.
     double chance = 1;
     std::uint32_t every = 1;
     std::uint32_t seed = 1;
 
-    // Lifetime: from `after` on, for `duration`, at most so many `times`. The time runs from the first call
-    // of the station after the fault was added.
+    // Lifetime: it begins after the time `after`, lasts for `duration`, and applies at most `times` times.
+    // The time counts from the first call of the station after the fault was added.
     std::chrono::milliseconds after{0};
     std::optional<std::chrono::milliseconds> duration;
     std::optional<std::uint32_t> times;
@@ -98,8 +99,8 @@ struct FaultRow {
     char const* name;  // in device files, commands and documents
     unsigned parameters;
     std::uint32_t code;         // the default code
-    std::uint32_t highestCode;  // the largest that can be given
-    char const* text;           // what happens, for help
+    std::uint32_t highestCode;  // the largest code
+    char const* text;           // the effect, for help
 };
 
 // In the order of FaultKind.
@@ -144,14 +145,14 @@ constexpr FaultRow const& RowOf(FaultKind kind) {
     return FaultRows[static_cast<std::size_t>(kind)];
 }
 
-// The row of a name; null if no fault has that name.
+// The row with that name, or null.
 FaultRow const* FaultOfName(std::string_view name);
 
-// A fault of a kind as it is when nothing more is said: Delay of 2 s, Loss of one half, Garbage of up to 200
-// octets, anything else as Fault has it.
+// A fault with the defaults of its kind: Delay of 2 s, Loss with a chance of one half, Garbage of up to 200
+// octets, otherwise those of Fault.
 Fault MakeFault(FaultKind kind);
 
-// In one line, as a command gives it: "truncate octet=9 times=1 on=write".
+// The fault in the form of a command: "truncate octet=9 times=1 on=write".
 std::string TextOf(Fault const& fault);
 
 }  // namespace simulator

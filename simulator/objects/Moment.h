@@ -4,9 +4,9 @@
 
 namespace simulator {
 
-// One instant as the simulator sees it.
+// An instant on the two clocks of the simulator.
 struct Moment {
-    // Since the simulator started; never runs backwards. Timers and moving values run on it.
+    // The time since the start of the simulator. It never goes back. Timers and moving values use it.
     std::chrono::milliseconds sinceStart{0};
     // The wall clock: since 1 January 1970 00:00 of local time.
     std::chrono::milliseconds local{0};

@@ -14,7 +14,7 @@ public:
     virtual double At(Moment const& now) const = 0;
 };
 
-// Periods are in seconds and above 0. All but the curve run from the simulator's start.
+// Periods are in seconds and above 0. The time of all but the curve counts from the start of the simulator.
 
 class ConstantSignal : public Signal {
 public:
@@ -25,7 +25,7 @@ private:
     double value;
 };
 
-// Goes evenly from one number to the other in one period, then begins again.
+// Changes evenly from one number to the other in each period.
 class RampSignal : public Signal {
 public:
     RampSignal(double first, double last, double seconds) : from(first), to(last), period(seconds) {}
@@ -35,8 +35,8 @@ private:
     double from, to, period;
 };
 
-// A sine around a mean; its highest point comes `peak` seconds into each period of the wall clock, whose
-// periods are counted from midnight on. With a period of 86400 it is the course of a day.
+// A sine around a mean. Its maximum is `peak` seconds after the start of each period. Periods follow the wall
+// clock and count from midnight, so a period of 86400 is a day.
 class CurveSignal : public Signal {
 public:
     CurveSignal(double meanValue, double peakAmplitude, double seconds, double peakSeconds)
@@ -57,7 +57,7 @@ private:
     double period;
 };
 
-// Grows by `rate` a second from `start` on, in whole steps.
+// Grows by `rate` a second from `start`, in whole steps.
 class CounterSignal : public Signal {
 public:
     CounterSignal(double first, double perSecond) : start(first), rate(perSecond) {}
@@ -67,7 +67,7 @@ private:
     double start, rate;
 };
 
-// Takes one number after the other, each for an equal part of the period.
+// Has one number after the other, each for an equal part of the period.
 class StepsSignal : public Signal {
 public:
     StepsSignal(std::vector<double> numbers, double seconds) : values(std::move(numbers)), period(seconds) {}

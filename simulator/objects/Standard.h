@@ -2,7 +2,7 @@
 
 namespace standard {}
 
-// The simulator calls the things of BACnet by the names of standard/.
+// Names of standard/ without their namespace.
 namespace simulator {
 using namespace standard;
 }

@@ -9,21 +9,21 @@
 
 namespace simulator {
 
-// The value of a property, or of one element of it if the property is an array or a list.
+// The value of a property, or of one element of an array or a list.
 class Value {
 public:
     virtual ~Value() = default;
-    // Writes the value as it is now, with its tags.
+    // Writes the present value with its tags.
     virtual void Encode(TagWriter& writer, Moment const& now) const = 0;
-    // The value as a number: 0 or 1 of a Boolean, 0 of everything that is not a number.
+    // The value as a number: 0 or 1 for a Boolean, 0 for a value that is not numeric.
     virtual double Number(Moment const&) const { return 0; }
-    // Whether time alone changes it.
+    // Whether it changes with time.
     virtual bool IsMoving() const { return false; }
 };
 
 using ValuePtr = std::shared_ptr<Value const>;
 
-// A value that stays as it is; `octets` includes the tags.
+// A fixed value. `octets` includes the tags.
 class FixedValue : public Value {
 public:
     explicit FixedValue(Octets octets, double asNumber = 0) : encoded(std::move(octets)), number(asNumber) {}
@@ -35,8 +35,8 @@ private:
     double number;
 };
 
-// A number that moves. `valueTag` is Boolean, Unsigned, Signed, Real, Double or Enumerated; what doesn't fit
-// it is rounded and kept within 0 to 2^32-1 or -2^31 to 2^31-1.
+// A number that moves. `valueTag` is Boolean, Unsigned, Signed, Real, Double or Enumerated. For a whole
+// number the value is rounded and limited to 0 to 2^32-1 or -2^31 to 2^31-1.
 class MovingValue : public Value {
 public:
     MovingValue(std::shared_ptr<Signal const> movingSignal, ApplicationTag valueTag)
@@ -50,7 +50,7 @@ private:
     ApplicationTag tag;
 };
 
-// The wall clock's date, its time of day, or one after the other as a BACnetDateTime.
+// The date or the time of day of the wall clock, or both as a BACnetDateTime.
 class ClockValue : public Value {
 public:
     ClockValue(bool withDate, bool withTime) : hasDate(withDate), hasTime(withTime) {}
@@ -75,7 +75,7 @@ private:
     ValuePtr eventState, reliability, outOfService;
 };
 
-// Another value between an opening and a closing context tag.
+// A value between an opening and a closing context tag.
 class WrappedValue : public Value {
 public:
     WrappedValue(std::uint8_t contextNumber, ValuePtr innerValue)

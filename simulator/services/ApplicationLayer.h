@@ -11,20 +11,20 @@
 
 namespace simulator {
 
-// The device's side of the application layer (clause 5): finds the service of a request, answers, and
-// keeps the answers that go out in segments.
+// The application layer of the device (clause 5): finds the service of a request, makes the answer, and keeps
+// the answers that are sent in segments.
 class ApplicationLayer {
 public:
     // The device must outlive the layer.
     explicit ApplicationLayer(Device& servedDevice) : device(servedDevice) {}
 
-    // Gets the parameters of each ComplexACK before they are cut into segments, and how many octets an APDU
-    // of the answer may have, 50 at least; can change both, but must leave some of each.
+    // Called with the parameters of each ComplexACK before they are segmented, and with the limit of its
+    // APDUs in octets, 50 or more. It can change both. The parameters must not become empty, nor the limit 0.
     using AckFilter =
         std::function<void(std::uint8_t serviceChoice, Octets& content, std::size_t& longestApdu)>;
     void OnAck(AckFilter filter) { onAck = std::move(filter); }
 
-    // Each gives the APDUs to be sent now, in their order.
+    // Each returns the APDUs to be sent now, in order.
     std::vector<Answer> Receive(NetworkLayer::Indication const& indication, Moment const& now);
     std::vector<Answer> Tick(Moment const& now);
 

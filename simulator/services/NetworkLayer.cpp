@@ -9,7 +9,7 @@ namespace {
 constexpr std::uint8_t RejectMessageToNetwork = 0x03;  // clause 6.4.4
 constexpr std::uint8_t NoRouteToNetwork = 1;
 
-// The APDU's type stands in its upper half; type 3 with bit 3 set is a segment of a ComplexACK.
+// The PDU type is the upper half of the octet. Type 3 with bit 3 set is a segment of a ComplexACK.
 bool IsSegmentOfAck(Octets const& apdu) {
     return !apdu.empty() && (OctetValue(apdu[0]) & 0xF8) == 0x38;
 }
@@ -34,7 +34,7 @@ NetworkLayer::Result NetworkLayer::Receive(Endpoint const& sender, bool isBroadc
     return npdu->destination ? Result{} : Result{indication, std::nullopt};
 }
 
-// A request without a destination is for the router itself, which serves no objects.
+// A request without a destination is for the router, which has no objects.
 NetworkLayer::Result NetworkLayer::ReceiveAsRouter(Npdu const& npdu, Indication indication) const {
     if (!npdu.destination) {
         return {};

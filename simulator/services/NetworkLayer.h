@@ -7,11 +7,11 @@
 
 namespace simulator {
 
-// The network layer of the device (clause 6): finds out whether an NPDU is for it and frames its
-// answers. If the device is behind a router, it is that router too.
+// The network layer of the device (clause 6): decides whether an NPDU is for the device, and frames the
+// answers. For a device behind a router it is the router too.
 class NetworkLayer {
 public:
-    // A request that has arrived.
+    // A received request.
     struct Indication {
         Peer peer;
         bool isBroadcast;
@@ -19,19 +19,19 @@ public:
         Octets apdu;
     };
 
-    // Either of the two, or nothing if the NPDU is to be dropped.
+    // A request, or the answer of the router. Neither if the NPDU is to be dropped.
     struct Result {
         std::optional<Indication> indication;
         std::optional<Octets> answer;  // an NPDU of the router for the sender
     };
 
-    // `devicePosition` is where the device is, if it is behind a router; its MAC address is not empty.
+    // `devicePosition` is the address of a device behind a router. Its MAC address must not be empty.
     explicit NetworkLayer(std::optional<NetworkAddress> devicePosition)
         : position(std::move(devicePosition)) {}
 
-    // `isBroadcast` says that the link brought the NPDU to everybody.
+    // `isBroadcast` is true for an NPDU from a broadcast of the link.
     Result Receive(Endpoint const& sender, bool isBroadcast, Octets const& octets) const;
-    // The NPDU that carries an answer.
+    // The NPDU of an answer.
     Octets Send(Answer const& answer) const;
 
 private:

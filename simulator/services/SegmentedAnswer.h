@@ -10,9 +10,9 @@
 
 namespace simulator {
 
-// A ComplexACK that is sent in segments (clauses 5.3 and 5.4.5.2). The first segment goes alone; each
-// Segment-ACK then lets as many follow as its window allows. Segments that are not acknowledged in time
-// are sent again, a limited number of times.
+// A ComplexACK that is sent in segments (clauses 5.3 and 5.4.5.2). The first segment is sent alone, then a
+// window of segments after each Segment-ACK. Segments without an acknowledgement are repeated a limited
+// number of times.
 class SegmentedAnswer {
 public:
     struct Parameters {
@@ -24,23 +24,22 @@ public:
         std::uint32_t retries;
     };
 
-    // `ackContent` is the whole of the ack's answerParameters; not empty.
+    // `ackContent` has all parameters of the ack; it must not be empty.
     SegmentedAnswer(Parameters const& answerParameters, Octets ackContent);
 
-    // Each of these gives the APDUs to be sent now, in their order.
+    // Each returns the APDUs to be sent now, in order.
     std::vector<Octets> Start(Moment const& now);
-    // A Segment-ACK of the client, positive or negative: it has got every segment up to
-    // `sequenceNumber`. One for segments outside the window only restarts the timer.
-    // `actualWindowSize` is 1 to 127.
+    // A Segment-ACK of the client, positive or negative: the client has all segments up to `sequenceNumber`.
+    // One for a segment outside the window only restarts the timer. `actualWindowSize` is 1 to 127.
     std::vector<Octets> Acknowledge(std::uint8_t sequenceNumber, std::uint8_t actualWindowSize,
                                     Moment const& now);
     std::vector<Octets> Tick(Moment const& now);
 
-    // All was acknowledged, or no acknowledgement came at all.
+    // All segments are acknowledged, or the repetitions are used up.
     bool IsFinished() const { return isFinished; }
     std::uint8_t InvokeId() const { return parameters.invokeId; }
 
-    // How many segments that many octets need.
+    // The number of segments for that number of octets.
     static std::size_t SegmentCount(std::size_t contentLength, std::size_t segmentLength) {
         return (contentLength + segmentLength - 1) / segmentLength;
     }

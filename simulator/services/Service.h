@@ -7,14 +7,14 @@
 
 namespace simulator {
 
-// A confirmed service that answers with an ack, a simple one if it leaves `ack` empty. It throws Reject or
-// ServiceError instead (Refusal.h). `ack` gets the ack's parameters; a service with a large result throws
-// Abort when `ack` grows beyond what any client can be sent, so that a small request cannot make it work
-// without bound.
+// A confirmed service. It writes the parameters of its ack to `ack`; without parameters the answer is a
+// SimpleACK. For an Error or a Reject it throws ServiceError or Reject (Refusal.h). A service with a large
+// result throws Abort when `ack` is longer than any client can receive, so the work for a small request is
+// bounded.
 using ConfirmedService = void (*)(TagReader& request, Device& device, Moment const& now, TagWriter& ack);
 
-// The service of a service choice (clause 21), null if the device doesn't carry it out. A new service is
-// a new row in the table of Service.cpp.
+// The service of a service choice (clause 21), or null if the device does not have it. A new service is a new
+// row in the table of Service.cpp.
 ConfirmedService FindService(std::uint8_t choice);
 
 // Clause 15.5

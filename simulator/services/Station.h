@@ -8,8 +8,8 @@
 
 namespace simulator {
 
-// A device on the link, without its socket: datagrams in, datagrams out, and nothing else happens. No
-// datagram makes it throw or crash. Whatever is to disturb the exchange belongs around this class.
+// A device on the link, without a socket: it takes datagrams and returns datagrams. No datagram makes it
+// throw or crash. Faults are applied around this class (FaultyStation.h).
 class Station {
 public:
     explicit Station(Device simulatedDevice)
@@ -17,8 +17,8 @@ public:
     Station(Station const&) = delete;
     Station& operator=(Station const&) = delete;
 
-    // Each gives the datagrams to be sent now, in their order. `tick` is to be called every now and then:
-    // it repeats what was not acknowledged.
+    // Each returns the datagrams to be sent now, in order. Tick repeats segments without an acknowledgement
+    // and is to be called periodically.
     std::vector<Datagram> Receive(Datagram const& datagram, Moment const& now);
     std::vector<Datagram> Tick(Moment const& now) { return Framed(application.Tick(now)); }
 

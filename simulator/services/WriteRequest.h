@@ -14,10 +14,10 @@ struct WriteRequest {
     ObjectId object;
     PropertyId property;
     std::optional<std::uint32_t> index;
-    Octets value;                          // what stands between the brackets of parameter 3: whole tags
+    Octets value;                          // between opening and closing tag 3: whole tags
     std::optional<std::uint8_t> priority;  // 1 to 16
 
-    // Throws Reject if the request isn't one.
+    // Throws Reject for an invalid request.
     static WriteRequest Decode(TagReader& reader);
 };
 

@@ -9,9 +9,9 @@
 
 namespace simulator {
 
-// The value or values of a datatype that a write request carries; `octets` holds whole tags. Throws
-// ServiceError: invalid-data-type if they are not of that datatype, and as in WrittenPrimitive.h and
-// WrittenSchedule.h, which state what else a lenient device takes.
+// The value or values of a write request to a property of that datatype. `octets` must be whole tags. Throws
+// ServiceError: invalid-data-type for another datatype, and as in WrittenPrimitive.h and WrittenSchedule.h,
+// which also state what a lenient device accepts.
 std::vector<ValuePtr> WrittenValues(Datatype datatype, Octets const& octets, bool isLenient);
 
 }  // namespace simulator
