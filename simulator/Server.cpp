@@ -18,8 +18,8 @@ constexpr int TickMilliseconds = 50;
 constexpr int MostDatagramsInARow = 64;
 constexpr short Something = POLLIN | POLLHUP | POLLERR;
 
-// A socket that is not the device's: on a loopback address, the next such address with the same port, or else
-// another port of the same address. Nothing if neither can be had.
+// A socket with another address than the device: on a loopback address the next one with the same port,
+// otherwise another port of the same address. No value if neither can be bound.
 std::optional<UdpSocket> OpenElsewhere(Endpoint const& device) {
     constexpr std::uint32_t loopback = 127;
     Endpoint const next{device.address + 1, device.port};
@@ -31,7 +31,7 @@ std::optional<UdpSocket> OpenElsewhere(Endpoint const& device) {
         try {
             return UdpSocket(endpoint);
         } catch (std::system_error const&) {
-            continue;  // then the other one
+            continue;  // tries the other one
         }
     }
     return std::nullopt;
@@ -100,7 +100,7 @@ void Server::Obey(std::vector<std::string> const& lines) {
     }
 }
 
-// A flood on one device must not delay the others, nor the end of the program.
+// Many datagrams to one device must not delay the others or the end of the program.
 void Server::Serve(Place& place) {
     for (int i = 0; i < MostDatagramsInARow; ++i) {
         auto const datagram = place.socket.Receive();
@@ -144,7 +144,7 @@ void Server::SendNow(Place& place, Delivery const& delivery) {
     }
 }
 
-// Milliseconds until something is to be done even if nothing comes.
+// Milliseconds until the next action if nothing arrives.
 int Server::WaitingTime() const {
     std::chrono::milliseconds time(TickMilliseconds);
     for (Place const& place : places) {

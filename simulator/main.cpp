@@ -13,7 +13,7 @@
 
 namespace {
 
-// A handle that becomes readable on SIGINT and SIGTERM, which then no longer end the program by themselves.
+// A handle that becomes readable on SIGINT and SIGTERM. The signals then do not end the program.
 int CatchSignals() {
     sigset_t signals;
     sigemptyset(&signals);

@@ -39,7 +39,7 @@ std::vector<std::string> CommandInput::Read() {
     return lines;
 }
 
-// A pipe that is ready takes PIPE_BUF octets at once.
+// A pipe that is ready accepts PIPE_BUF octets at once.
 void WriteWithoutWaiting(int handle, std::string const& text) {
     for (std::size_t start = 0; start < text.size();) {
         std::size_t const count = std::min<std::size_t>(text.size() - start, PIPE_BUF);

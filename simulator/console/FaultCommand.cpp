@@ -17,7 +17,7 @@ namespace {
 using Words = std::vector<std::string>;
 using Targets = std::vector<CommandTarget>;
 
-// Splits at spaces; quotation marks keep them.
+// Splits at spaces that are not in quotation marks.
 Words WordsOf(std::string const& line) {
     Words words;
     bool isQuoted = false;
@@ -50,7 +50,7 @@ bool IsAll(std::string const& text, Number& number) {
     return result.ec == std::errc() && result.ptr == text.data() + text.size();
 }
 
-// What a device file would have: a number, true or false, or a text.
+// The value as in a device file: a number, true or false, or a text.
 ScriptValue ValueOf(std::string const& text) {
     std::int64_t integer = 0;
     double number = 0;

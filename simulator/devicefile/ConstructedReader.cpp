@@ -58,7 +58,7 @@ void Prescale(ScriptValue const& value, TagWriter& writer) {
     writer.Context(1, content::UnsignedNumber(checks::UnsignedNumber(value["modulo_divide"])));
 }
 
-// {from = "2024-01-01", to = "2024-12-31"}; an end that is not given is open.
+// {from = "2024-01-01", to = "2024-12-31"}; a missing end is unspecified.
 void DateRange(ScriptValue const& value, TagWriter& writer) {
     checks::Fields(value, {"from", "to"});
     WriteDateRange(value, writer);

@@ -38,7 +38,7 @@ std::uint32_t Within(ScriptValue const& given, char const* name, std::uint32_t l
     throw mistake.In(name);
 }
 
-// The number of a property of the Device object, which the device acts on.
+// The number of a property of the Device object that is a setting of the device.
 std::uint32_t Within(BacnetObject const& device, PropertyId id, std::uint32_t low, std::uint32_t high) {
     double const value = device.Find(id)->values.front()->Number({});
     if (!(value >= low && value <= high)) {

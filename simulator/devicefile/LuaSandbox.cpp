@@ -18,10 +18,10 @@ constexpr std::chrono::seconds LongestRun{5};
 constexpr int DeepestTable = 16;
 constexpr std::size_t LargestValue = std::size_t{160} << 20;  // octets
 
-// Where a Lua state keeps the devices in its registry.
+// The key of the devices in the registry of a Lua state.
 char const DevicesKey = 0;
 
-// Leaves only what neither reaches outside nor loops by itself without counting as instructions.
+// Keeps only functions that reach nothing outside and do not loop without Lua instructions.
 constexpr char const* Prelude = R"(
     local function keep(from, names)
         for name in pairs(from) do
@@ -35,7 +35,7 @@ constexpr char const* Prelude = R"(
     table = {insert = function(list, value) list[#list + 1] = value end}
 )";
 
-// device{...}: also remembers the device.
+// device{...}: also collects the device.
 int MakeDevice(lua_State* L) {
     tools::MakeValue(L);
     lua_rawgetp(L, LUA_REGISTRYINDEX, &DevicesKey);
@@ -81,7 +81,7 @@ Mistake MistakeOf(std::string const& error) {
 
 }  // namespace
 
-// The clock is never stopped: what evaluates an expression later may call functions of the file.
+// The clock is never stopped: an expression that is evaluated later may call functions of the file.
 LuaSandbox::LuaSandbox(std::vector<std::string> const& constructors, std::size_t mostMemory) try
     : state({LongestRun, mostMemory, MostInstructions}, "the device file", Open, &constructors) {
     state.StartClock();

@@ -82,8 +82,8 @@ std::string ObjectBuilder::Name() const try {
     throw mistake.In("name");
 }
 
-// The value given or the default; nothing if the object is not to have the property, and an empty one if
-// it derives from others.
+// The value of the device file or the default. No value if the object does not have the property, an empty
+// list if the property derives from others.
 std::optional<std::vector<ValuePtr>> ObjectBuilder::Values(PropertyRow const& row) const try {
     ScriptValue const& value = given[NameOf(row.id)];
     if (!value.IsNil()) {
@@ -100,7 +100,7 @@ std::optional<std::vector<ValuePtr>> ObjectBuilder::Values(PropertyRow const& ro
     throw mistake.In(NameOf(row.id));
 }
 
-// An object whose type leaves the choice is commandable if it has a Relinquish_Default.
+// If its type allows both, an object is commandable if it has a Relinquish_Default.
 bool ObjectBuilder::IsDerived(PropertyRow const& row) const {
     if (row.datatype == Datatype::Priority) {
         return row.isRequired || !given[NameOf(PropertyId::Relinquish_Default)].IsNil();
@@ -108,7 +108,7 @@ bool ObjectBuilder::IsDerived(PropertyRow const& row) const {
     return row.datatype == Datatype::StatusFlags && row.isRequired;
 }
 
-// Only an object with a Relinquish_Default can have a Priority_Array, and the other way round.
+// An object has a Relinquish_Default and a Priority_Array, or neither.
 std::optional<PriorityArray> ObjectBuilder::Priorities(std::vector<Property> const& properties) const {
     for (Property const& property : properties) {
         if (property.id == PropertyId::Priority_Array) {
@@ -119,7 +119,7 @@ std::optional<PriorityArray> ObjectBuilder::Priorities(std::vector<Property> con
     return std::nullopt;
 }
 
-// What "read_only" and "writable" say of a property, or else what is usual for it.
+// The access of a property by "read_only" and "writable", or its default.
 Access ObjectBuilder::ReadAccess(PropertyRow const& row) const {
     if (row.id == PropertyId::Priority_Array || readOnly.isAll || readOnly.names.count(row.id) != 0) {
         return Access::ReadOnly;
@@ -150,7 +150,7 @@ ObjectBuilder::Choice ObjectBuilder::ReadChoice(char const* name) const try {
     throw mistake.In(name);
 }
 
-// A list only: not everything can be written.
+// Only a list: not every property can be written.
 ObjectBuilder::Choice ObjectBuilder::WritableChoice() const {
     Choice choice = this->ReadChoice("writable");
     if (choice.isAll) {

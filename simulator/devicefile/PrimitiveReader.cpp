@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::uint32_t HighestEnumerated = 65535;
 
-// The typed values of schedules. Enumerated ones are numbers of no enumeration in particular.
+// The typed values of schedules. An enumerated one is a number of any enumeration.
 struct TypedRow {
     char const* name;
     Datatype datatype;

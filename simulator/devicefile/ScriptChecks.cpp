@@ -17,7 +17,7 @@ namespace {
     throw Mistake("must be " + wanted + ", not " + value.Describe());
 }
 
-// The number as an integer: of 1 as of 1.0.
+// The number as an integer, for 1 and for 1.0.
 std::int64_t Whole(ScriptValue const& value, char const* wanted) {
     constexpr double exact = 9007199254740992.0;
     if (value.type == ScriptValue::Type::Integer) {

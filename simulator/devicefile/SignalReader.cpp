@@ -14,7 +14,7 @@ using SignalPtr = std::shared_ptr<Signal const>;
 constexpr double Day = 86400;
 constexpr double Largest = 1e15;
 
-// A number that arithmetic stays exact enough with; `fallback` if the field is not given.
+// A number within the limits of exact arithmetic; `fallback` if the field is missing.
 double Number(ScriptValue const& value, char const* name, double fallback) try {
     ScriptValue const& field = value[name];
     double const found = field.IsNil() ? fallback : checks::Number(field);

@@ -102,7 +102,7 @@ void Spoil(Fault const& fault, std::uint8_t serviceChoice, Octets& content, std:
         content = WithoutLastResults(content);
     }
 } catch (Reject const&) {
-    return;  // another fault has been here before
+    return;  // an earlier fault has changed the content
 }
 
 Octets AskingFor(std::uint32_t property, Octets const& apdu) try {

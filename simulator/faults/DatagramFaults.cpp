@@ -11,7 +11,7 @@ namespace simulator::datagrams {
 namespace {
 
 constexpr std::size_t BvlcLength = 4;
-constexpr std::size_t LongestHead = 3;  // of APDUs that answer, save segments
+constexpr std::size_t LongestHead = 3;  // of answers, except segments
 constexpr std::size_t SegmentHead = 5;
 constexpr std::uint8_t ComplexAckPdu = 0x30;
 constexpr std::uint8_t SegmentedBit = 0x08;

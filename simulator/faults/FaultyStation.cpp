@@ -47,7 +47,7 @@ void CopyBehind(std::vector<Delivery>& deliveries, Place place) {
     deliveries.insert(place + 1, copy);
 }
 
-// The NPDU of a datagram that the network layer took already.
+// The NPDU of a datagram that the network layer has accepted.
 Npdu NpduOf(Datagram const& datagram) {
     return Npdu::Decode(bvlc::Receive(datagram).message->npdu).value();
 }
@@ -107,7 +107,7 @@ FaultyStation::Deliveries FaultyStation::Receive(Datagram const& datagram, Momen
     return AsDeliveries(station.Receive(datagram, now));
 }
 
-// What is repeated of one exchange is disturbed together, as it was at first.
+// Repeated datagrams of an exchange are disturbed together, in the same way as the first time.
 FaultyStation::Deliveries FaultyStation::Tick(Moment const& now) {
     faults.Update(now);
     Deliveries all;
@@ -158,7 +158,7 @@ FaultyStation::Deliveries FaultyStation::ReceiveRequest(Datagram const& datagram
     return deliveries;
 }
 
-// The station's answer, or that of the first fault that answers in its place.
+// The answer of the station, or that of the first fault that replaces it.
 FaultyStation::Deliveries FaultyStation::Serve(Datagram const& datagram,
                                                NetworkLayer::Indication const& indication, Exchange& exchange,
                                                Moment const& now) {
@@ -272,7 +272,7 @@ void FaultyStation::Disturb(Exchange& exchange, Faults::Hit const& hit, Deliveri
     }
 }
 
-// The kinds that treat every datagram alike.
+// The kinds that change every datagram in the same way.
 void FaultyStation::DisturbEach(Faults::Hit const& hit, Deliveries& deliveries, Moment const& now) {
     Deliveries results;
     for (Delivery& delivery : deliveries) {
@@ -366,7 +366,7 @@ void FaultyStation::SwapSegments(Exchange const& exchange, std::uint32_t segment
     }
 }
 
-// The station's segments up to the last; of later acknowledgements and repetitions nothing comes.
+// All segments of the station. Later acknowledgements and repetitions cause no datagram.
 void FaultyStation::AddAllSegments(Exchange& exchange, Deliveries& deliveries, Moment const& now) {
     while (!deliveries.empty() && deliveries.size() < MostDeliveries) {
         auto const last = datagrams::SequenceNumber(deliveries.back().datagram.octets);
@@ -379,7 +379,7 @@ void FaultyStation::AddAllSegments(Exchange& exchange, Deliveries& deliveries, M
     }
 }
 
-// What the station sends when the client has acknowledged a segment in a window of one.
+// The datagrams of the station after the client has acknowledged a segment in a window of one.
 FaultyStation::Deliveries FaultyStation::Acknowledged(Exchange const& exchange, std::uint32_t segment,
                                                       Moment const& now) {
     Octets apdu{SegmentAckPdu << 4, static_cast<char>(exchange.invokeId), static_cast<char>(segment), 1};
@@ -388,7 +388,7 @@ FaultyStation::Deliveries FaultyStation::Acknowledged(Exchange const& exchange, 
     return AsDeliveries(station.Receive({exchange.peer.endpoint, bvlc::Unicast(npdu.Encode())}, now));
 }
 
-// The exchange that an answer belongs to.
+// The exchange to which an answer belongs.
 FaultyStation::Exchange* FaultyStation::ExchangeOf(Datagram const& answer) {
     auto const npdu = Npdu::Decode(Octets(answer.octets.begin() + 4, answer.octets.end()));
     auto const invokeId = datagrams::InvokeId(answer.octets);

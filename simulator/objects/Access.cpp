@@ -48,7 +48,7 @@ constexpr P Writable[] = {
     P::Default_Ramp_Rate,
 };
 
-// Object types whose Present_Value is measured or worked out.
+// Object types whose Present_Value is measured or computed.
 constexpr char const* Measuring[] = {"accumulator",       "analog_input",    "binary_input", "loop",
                                      "multi_state_input", "pulse_converter", "schedule"};
 

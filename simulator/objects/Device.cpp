@@ -6,7 +6,7 @@ namespace simulator {
 
 namespace {
 
-// One bit for each object type up to the highest that there is.
+// One bit for each object type up to the highest number.
 std::string SupportedTypes() {
     std::string bits(1, '0');
     auto const support = [&bits](std::size_t code) {

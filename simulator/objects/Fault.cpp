@@ -17,7 +17,7 @@ constexpr std::size_t UsualGarbage = 200;
 constexpr char const* HeaderNames[] = {"bvlc", "npdu", "apdu"};
 constexpr char const* ScopeNames[] = {"any", "read", "write"};
 
-// Everything that is not as MakeFault has it.
+// All members that differ from those of MakeFault.
 class Line {
 public:
     explicit Line(Fault const& shownFault) : fault(shownFault), usual(MakeFault(shownFault.kind)) {

@@ -6,7 +6,7 @@ namespace simulator {
 
 namespace {
 
-// More than 256 segments of 1476 octets: no client collects that.
+// More than 256 segments of 1476 octets, which no client can receive.
 constexpr std::size_t LongestAck = 512 * 1024;
 
 struct Reference {

@@ -42,7 +42,7 @@ void CheckCount(Property const& property, bool isElement, std::size_t count) {
     }
 }
 
-// The limits are those of Present_Value and of what it may fall back to.
+// The limits apply to Present_Value and to the default after a relinquish.
 void CheckRange(BacnetObject const& object, PropertyId id, double value, Moment const& now) {
     auto const check = [&](ValuePtr const& limit, int direction) {
         if (limit && direction * value > direction * limit->Number(now)) {

@@ -89,7 +89,7 @@ double NumberOf(Primitive const& primitive, NumberRow const& row) {
 
 ValuePtr NumberValue(double number, NumberRow const& row) {
     double const fitting = row.isWhole ? std::round(number) : number;
-    // The comparison is false for what is not a number.
+    // The comparison is false for a NaN.
     Expect(fitting >= row.low && fitting <= row.high, ErrorCode::ValueOutOfRange);
     TagWriter writer;
     MovingValue(std::make_shared<ConstantSignal>(fitting), row.tag).Encode(writer, {});

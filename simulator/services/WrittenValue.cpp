@@ -40,7 +40,7 @@ ValuePtr WrittenOne(Datatype datatype, TagReader& reader, bool isLenient) {
 
 }  // namespace
 
-// The tags are sound as such: what the reader rejects here is of another datatype.
+// The tags are well-formed, so a Reject of the reader means another datatype.
 std::vector<ValuePtr> WrittenValues(Datatype datatype, Octets const& octets, bool isLenient) try {
     TagReader reader(octets);
     std::vector<ValuePtr> values;

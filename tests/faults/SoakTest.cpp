@@ -1,4 +1,4 @@
-// A million cycles with random faults, which must leave nothing.
+// Many cycles with random faults, after which nothing may be left.
 
 #include <gtest/gtest.h>
 

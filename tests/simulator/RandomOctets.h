@@ -7,7 +7,7 @@
 
 namespace test {
 
-// Octets at random, the same ones for the same seed.
+// Random octets, which depend on the seed only.
 class RandomOctets {
 public:
     explicit RandomOctets(unsigned seed) : random(seed) {}
@@ -25,7 +25,7 @@ public:
         return octets;
     }
 
-    // Replaces, changes, takes out and repeats octets and cuts the rest, up to four times.
+    // Replaces, changes, removes or repeats octets or cuts the end, up to four times.
     Octets Mutated(Octets octets) {
         for (unsigned i = 0; i <= Pick(4) && !octets.empty(); ++i) {
             auto const place = octets.begin() + Pick(octets.size());

@@ -6,7 +6,7 @@
 
 namespace test {
 
-// A clock that has moved on by half a second each time somebody looks at it.
+// A clock that advances by half a second at each reading.
 class RunningClock : public simulator::Clock {
 public:
     simulator::Moment Now() const override {

@@ -13,7 +13,7 @@
 
 namespace test {
 
-// A simulated device, its clock, and a client of it, all without a socket.
+// A simulated device, its clock and a client, without a socket.
 class StationFixture : public ::testing::Test {
 protected:
     static constexpr simulator::Endpoint Client{0x7F000001, 50000};
@@ -23,7 +23,7 @@ protected:
         station = std::make_unique<simulator::Station>(simulator::ParseDeviceFile("test.lua", luaText).at(0));
     }
 
-    // A device of instance 100 with these objects, written as in a device file.
+    // A device with instance 100 and these objects, in the form of a device file.
     void MakeWith(std::string const& objects, std::string const& settings = "") {
         Make("device{name = 'D', instance = 100, " + settings + " objects = {" + objects + "}}");
     }
@@ -33,7 +33,7 @@ protected:
         return Octets{'\x81', '\x0A', static_cast<char>(length >> 8), static_cast<char>(length)} + npdu;
     }
 
-    // The answers to a datagram, whole.
+    // The answers to a datagram, as whole datagrams.
     std::vector<std::string> Send(Octets const& datagram, simulator::Endpoint const& sender = Client) {
         RecordDatagram(datagram);
         return HexOf(station->Receive({sender, datagram}, now));
@@ -52,7 +52,7 @@ protected:
         return answers.size() == 1 ? answers[0] : std::to_string(answers.size()) + " answers";
     }
 
-    // What is sent by itself once so much time has passed.
+    // Lets this time pass and returns the APDUs that the station sends then.
     std::vector<std::string> Wait(std::chrono::milliseconds time) {
         now.sinceStart += time;
         now.local += time;
@@ -67,7 +67,7 @@ protected:
         return texts;
     }
 
-    // The APDUs of datagrams to the local client, whose heads are checked on the way.
+    // The APDUs of datagrams to the local client. Checks their headers.
     static std::vector<std::string> Apdus(std::vector<simulator::Datagram> const& datagrams) {
         std::vector<std::string> texts;
         for (simulator::Datagram const& datagram : datagrams) {

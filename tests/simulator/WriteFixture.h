@@ -37,7 +37,7 @@ protected:
         return Write(type, property, value, 0, index);
     }
 
-    // The value that a read gives, or the refusal.
+    // The value from a read, or the error response.
     std::string Read(std::string const& type, unsigned property, int index = -1) {
         std::string const text = Answer("02 75 01 0C " + Parameters(type, property, index));
         std::size_t const start = text.find(" 3E");

@@ -13,12 +13,12 @@ namespace tools {
 struct LuaLimits {
     std::chrono::milliseconds time{5000};
     std::size_t memory = std::size_t{256} << 20;  // octets
-    long long instructions = 0;                   // 0: as many as the time allows
+    long long instructions = 0;                   // 0: no limit but the time
 };
 
-// A Lua state for a script that is not trusted. Its memory is limited for all its life; its time and its
-// instructions are limited between StartClock and StopClock. A script that exceeds one of them gets a Lua
-// error at every further check, so that no protected call can hold it up. Precompiled chunks are not run.
+// A Lua state for a script that is not trusted. Its memory is always limited, its time and its instructions
+// between StartClock and StopClock. A script that exceeds a limit gets a Lua error at every further check, so
+// it cannot continue in a protected call. Precompiled chunks are not run.
 class LuaState {
 public:
     // `open` fills the state with what the script may use. It is called as a lua_CFunction, protected and
@@ -40,8 +40,8 @@ public:
     // on the stack.
     std::string Run(std::string const& text, std::string const& name, int results = 0);
 
-    // Calls the function without arguments that `reference` means in the Lua registry, and releases it. As
-    // Run.
+    // Calls the function at `reference` in the Lua registry without arguments, and releases it. Returns as
+    // Run does.
     std::string Call(int reference);
 
 private:

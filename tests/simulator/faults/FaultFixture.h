@@ -8,8 +8,8 @@
 
 namespace test {
 
-// A device with faults, and a client that asks it. Its octet string is long enough for four segments of 50
-// octets. Faults are written as in commands.
+// A device with faults, and its client. The octet string of the device is long enough for four segments of 50
+// octets. Faults are in the form of commands.
 class FaultFixture : public StationFixture {
 protected:
     static constexpr char const* Read = "02 75 01 0C 0C 00 00 00 01 19 55";
@@ -45,7 +45,8 @@ protected:
         return faulty->Receive({sender, Unicast(Hex("01 04") + Hex(apdu))}, now);
     }
 
-    // What is sent, whole, "after N ms" and "elsewhere" after it where that is so; with ", " in between.
+    // The datagrams that are sent, separated by ", ", each followed by "after N ms" and "elsewhere" where it
+    // applies.
     static std::string Shown(std::vector<simulator::Delivery> const& all) {
         std::string text;
         for (simulator::Delivery const& delivery : all) {
@@ -72,10 +73,10 @@ protected:
 
     std::string ApdusOf(std::string const& apdu) { return SentBehind(6, apdu); }
 
-    // A whole datagram of an APDU.
+    // The datagram of an APDU.
     static std::string Whole(std::string const& apdu) { return ToHex(Unicast(Hex("01 00") + Hex(apdu))); }
 
-    // The sequence numbers of segments, "+" after each with more to follow.
+    // The sequence numbers of the segments, with "+" after each that has more-follows.
     static std::string Numbers(std::vector<simulator::Delivery> const& all) {
         std::string text;
         for (simulator::Delivery const& delivery : all) {
