@@ -1,5 +1,5 @@
-# The rooms of the house. A layer is a folder, or a few, with an include folder of their own; it may include what it
-# links and nothing else, so an include that points upward does not build.
+# The layers of the tree. A layer is one folder or a few with separate include folders. It finds only the headers of
+# the layers that it links, so an include of a higher layer does not build.
 
 # add_layer(NAME [STATIC] FOLDERS ... [SUBFOLDERS ...] [USES ...]): the sources below the folders as objects, or as a
 # static library. Headers of FOLDERS are included by their file names, those of SUBFOLDERS with the folder's name in

@@ -93,7 +93,7 @@ TEST(Server, AnnouncesEveryDeviceAndAnswers) {
 
     simulator::UdpSocket client({0x7F000001, 0});
     client.Send({{0x7F000001, PortOf(second)}, test::Hex("81 0A 00 08 01 00 10 08")});
-    server.Run(-1);  // until the clock says that 30 seconds are over
+    server.Run(-1);  // until 30 seconds of the clock have passed
     auto const answer = client.Receive();
     ASSERT_TRUE(answer);
     EXPECT_EQ(answer->peer.port, PortOf(second));

@@ -7,8 +7,8 @@
 
 namespace dorvel::BACnet {
 
-// A project names object types and properties by small numbers of its own: their positions in the pick lists
-// of the engineering tool. These maps translate them to BACnet's numbers and so list everything that a
+// A project identifies object types and properties by codes: their positions in the pick lists of the
+// engineering tool. These maps translate the codes to BACnet's numbers, so they list everything that a
 // variable can be configured for. They are empty until InitObjectTypesMap.
 //
 // Any thread may call the functions below, as tasks initialise their blocks in parallel; a mutex protects the

@@ -78,9 +78,10 @@ int TBACnet::ProcessTagM(ObjectIdentifier object, std::vector<tagReadData*> cons
     return 0;
 }
 
-// What the device, or the support table, has decided ends the transaction: a repeat would give the same.
-// Everything else leads to the next attempt: a malformed or missing answer is a runtime_error, a PDU that is
-// not a ComplexAck a std::bad_cast.
+// The response exceptions of ProcessResponseM, and a property without a row in the support table, end the
+// transaction, since a repeat would give the same. Every other exception leads to the next attempt:
+// std::runtime_error for a malformed or missing answer, std::bad_cast for a PDU that is not a ComplexAck. An
+// Error, a Reject or an Abort is such a PDU (RequestAck), so it does not reach the first three handlers.
 TBACnet::Attempt TBACnet::TryRead(ObjectIdentifier object, std::vector<tagReadData*> const& objectTags,
                                   std::vector<WriteDataRec>& values) {
     try {

@@ -1,4 +1,5 @@
-// Device files that would take the program's time or memory, or the terminal, and files that are none.
+// Device files that need too much time or memory or have control characters, and files that are not device
+// files.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -27,7 +28,7 @@ std::string MistakeInFile(std::string const& path) {
     return "no mistake";
 }
 
-// Lua that makes s a text of 16 MB.
+// Lua that sets s to a text of 16 MB.
 std::string const LongText = "local s = 'x' for i = 1, 24 do s = s .. s end ";
 
 }  // namespace

@@ -6,7 +6,7 @@
 
 namespace {
 
-// The message for a file with a mistake in it.
+// The message about a file with a mistake.
 std::string MistakeOf(std::string const& text) {
     try {
         simulator::ParseDeviceFile("plant.lua", text);

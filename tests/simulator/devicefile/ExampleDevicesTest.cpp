@@ -20,7 +20,7 @@ protected:
         return all;
     }
 
-    // The properties that a client of the plant can be configured for.
+    // The properties that a client of the plant can read.
     static std::set<unsigned> const& Properties() {
         static std::set<unsigned> const all{85,  108, 40, 59,  45,  136, 150, 135, 149, 93,  49,  26,  125,
                                             14,  373, 25, 111, 81,  103, 379, 384, 106, 164, 151, 147, 148,

@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::uint32_t Loopback = 0x7F000001;
 
-// A device with faults on its socket, and a client that asks it one thing.
+// A device with faults on its socket, and a client that sends one request.
 class FaultServer : public ::testing::Test {
 protected:
     // The datagrams that come within 20 seconds.
@@ -45,7 +45,7 @@ protected:
 
 std::string const Answer = "81 0A 00 14 01 00 30 01 0C 0C 02 00 00 01 19 70 3E 91 00 3F";
 
-// Standard input from a pipe for as long as this lives.
+// Replaces standard input by a pipe for its lifetime.
 class StandardInput {
 public:
     explicit StandardInput(std::string const& text) : before(dup(STDIN_FILENO)) {

@@ -32,7 +32,7 @@ TEST(Fault, TextStatesAllThatIsNotUsual) {
     Fault fault = simulator::MakeFault(FaultKind::Truncate);
     fault.octet = 9;
     fault.mends = false;
-    fault.code = 5;  // which this kind doesn't have
+    fault.code = 5;  // without effect for this kind
     fault.on = simulator::FaultScope::Write;
     fault.object = simulator::ObjectId{2, 7};
     fault.chance = 0.25;

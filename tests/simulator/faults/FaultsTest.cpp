@@ -22,7 +22,7 @@ Faults::Request const Read{FaultScope::Read, simulator::ObjectId{0, 1}};
 Faults::Request const Write{FaultScope::Write, simulator::ObjectId{2, 1}};
 Faults::Request const Other{};
 
-// Which of the requests are met: one character for each.
+// One character for each request: whether the fault applies to it.
 std::string Met(Faults& faults, int count, Moment const& now = {}) {
     std::string text;
     for (int i = 0; i < count; ++i) {

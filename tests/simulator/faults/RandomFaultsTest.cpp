@@ -2,15 +2,15 @@
 
 #include "FaultFixture.h"
 
-// Datagrams good and bad at a device with random faults. Besides surviving them it must send no more and no
-// longer datagrams than it may, keep to its bounds, and answer properly once the faults are cleared.
+// Correct and incorrect datagrams to a device with random faults. The number and the length of its datagrams
+// and its memory stay within their bounds, and it answers correctly after the faults are cleared.
 class RandomFaults : public test::FaultFixture {
 protected:
     static constexpr int Count = 10'000;
 
     std::uint32_t Pick(std::uint32_t limit) { return random() % limit; }
 
-    // Any parameters, also such as no file can give.
+    // Any parameters, also those that a file cannot have.
     simulator::Fault Fault() {
         simulator::Fault fault;
         fault.kind = static_cast<simulator::FaultKind>(Pick(simulator::FaultKinds));

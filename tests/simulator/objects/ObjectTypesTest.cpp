@@ -3,10 +3,11 @@
 #include "Content.h"
 #include "StationFixture.h"
 
-// What a device file without any values gives, for every type: the value of each property by the standard.
+// The objects of a device file without values, for every type: the value of each property, in the form of the
+// standard.
 class ObjectTypes : public test::StationFixture {
 protected:
-    // The value of a property as ReadPropertyMultiple gives it, in hexadecimal.
+    // The value of a property from a ReadPropertyMultiple, in hexadecimal.
     std::string Read(std::string const& type, unsigned property, std::string const& values = "") {
         MakeWith(type + "{instance = 1, " + values + "}");
         unsigned const code = simulator::ObjectTypeOfName(type)->code;
@@ -31,7 +32,7 @@ struct Row {
     char const* value;
 };
 
-// The properties that a client can be configured for, with the defaults of the simulator.
+// The properties that a client can read, with the defaults of the simulator.
 constexpr Row Rows[] = {
     {"accumulator", 85, "21 00"},
     {"accumulator", 187, "0C 3F 80 00 00"},

@@ -147,7 +147,7 @@ TEST_F(Priority, EveryCommandableType) {
     }
 }
 
-// Against a plain model: 16 places, the first that is taken wins.
+// Compared with a simple model: 16 positions, of which the first one with a value counts.
 TEST_F(Priority, CommandsInAnyOrder) {
     MakeWith("positive_integer_value{instance = 1, relinquish_default = 200}");
     std::mt19937 random(4711);

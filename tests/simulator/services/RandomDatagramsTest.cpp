@@ -5,8 +5,8 @@
 
 using test::Octets;
 
-// Datagrams that nobody would send. Besides surviving them the device must send only well-formed
-// datagrams, no longer than the client takes, and must still answer properly afterwards.
+// Datagrams that no correct client sends. The device sends only well-formed datagrams that are not longer
+// than the client accepts, and answers correctly afterwards.
 class RandomDatagrams : public test::StationFixture {
 protected:
     static constexpr int Count = 10'000;
@@ -43,7 +43,7 @@ protected:
                   "30 01 0C 0C 00 00 00 01 19 55 3E 44 3F C0 00 00 3F");
     }
 
-    // Mutated, and mostly with a correct length field, so that the rest is reached.
+    // Mutated, mostly with a correct length field, so that the other layers are reached.
     Octets Mutated(Octets octets) {
         octets = random.Mutated(std::move(octets));
         if (octets.size() >= 4 && random.Pick(8) != 0) {

@@ -4,8 +4,8 @@
 using test::Octets;
 using test::operator+;
 
-// Writes that nobody would send. Each gets one answer of the kinds that a write can get, and the device reads
-// back well-formed values all the while.
+// Writes that no correct client sends. Each has one answer of a kind that a write can have, and values that
+// are read back are always well-formed.
 class RandomWrites : public test::WriteFixture {
 protected:
     static constexpr int Count = 10'000;
@@ -41,7 +41,8 @@ protected:
         acks += type == "20" ? 1 : 0;
     }
 
-    // The value of everything that can be written is whole tags that pass as a write's value too.
+    // The value of every writable property is a sequence of whole tags and is accepted as the value of a
+    // write.
     void ExpectReadable() {
         struct Row {
             char const* type;

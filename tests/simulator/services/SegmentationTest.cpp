@@ -3,8 +3,8 @@
 using std::chrono::milliseconds;
 using test::Texts;
 
-// A value of 126 octets, read by a client that takes APDUs of 50: the ack has 137 octets of parameters,
-// which are four segments of 45, 45, 45 and 2.
+// A value of 126 octets, read by a client that accepts APDUs of 50. The ack has 137 octets of parameters, in
+// four segments of 45, 45, 45 and 2.
 class Segmentation : public test::StationFixture {
 protected:
     void SetUp() override { MakeDevice(""); }
@@ -23,7 +23,7 @@ protected:
         return Ask(flags + " " + limits + " 07 0C 0C 0B C0 00 01 19 55");
     }
 
-    // The sequence numbers of segments, "+" after each with more to follow; anything else as it is.
+    // The sequence numbers of the segments, with "+" after each that has more-follows; other APDUs unchanged.
     static std::string Numbers(Texts const& apdus) {
         std::string text;
         for (std::string const& apdu : apdus) {

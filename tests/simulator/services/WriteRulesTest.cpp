@@ -1,7 +1,7 @@
 #include "Mistake.h"
 #include "WriteFixture.h"
 
-// What a strict device refuses for its datatype, and a lenient one takes.
+// Values that a strict device rejects for their datatype and a lenient one accepts.
 class WriteRules : public test::WriteFixture {
 protected:
     void MakeDevice(std::string const& rules) {

@@ -32,7 +32,7 @@ protected:
         return value;
     }
 
-    // What makes the value of a chunk unreadable, after the line of the constructor's call.
+    // The reason why the value of a chunk is unreadable, after the line of the constructor's call.
     std::string Mistake(std::string const& chunk, int depth = 16) {
         EXPECT_EQ(state.Run(chunk, "=s", 1), "");
         std::string mistake = "readable";

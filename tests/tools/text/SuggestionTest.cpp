@@ -34,7 +34,7 @@ TEST(Suggestion, IsAQuestionInAMessage) {
     EXPECT_EQ(DidYouMean("rde", Colours), " (did you mean \"red\"?)");
 }
 
-// Found by feeding the project loader at random: a variable may be named with a control character.
+// Found by fuzzing the project loader: the name of a variable may have a control character.
 TEST(Suggestion, StaysOnItsLine) {
     EXPECT_EQ(DidYouMean("A.T", {"A.\x14"}), " (did you mean \"A.\\x14\"?)");
     EXPECT_EQ(Suggest("a\nb"), " (did you mean \"a\\nb\"?)");

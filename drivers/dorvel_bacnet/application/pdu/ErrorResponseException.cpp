@@ -6,7 +6,7 @@ namespace {
 
 constexpr char DefaultText[] = "Recieved packet with error";
 
-// The name of the class also stands after "Code": installed systems rely on the text.
+// The name of the class also follows "Code". Installed systems rely on the text.
 std::string TextOf(ErrorClassEnum group) {
     std::string const name = ErrorPdu::Message(group);
     return std::string(DefaultText) + ". Class " + name + " Code " + name;
