@@ -23,23 +23,18 @@ struct Delivery {
 // of an exchange, those of segments act first, the others in the order of Faults::Add.
 //
 // - A request to which Silence, NetworkMessage, Error, Reject or Abort applies is not carried out. With any
-// other
-//   fault a write is carried out.
+//   other fault a write is carried out.
 // - WrongObject, UnaskedProperty and OddList change the ack of a read before it is segmented, OddList only
-// that of
-//   a ReadPropertyMultiple.
+//   that of a ReadPropertyMultiple.
 // - A fault of a segment does not change an unsegmented answer. Only EndlessSegments makes a ComplexACK the
-// first
-//   segment of a longer one.
+//   first segment of a longer one.
 // - PreviousAnswer sends the first datagram of the answer to the previous request from this IP address,
-// whatever
-//   its port, and no further segments. Without a previous request it sends nothing.
+//   whatever its port, and no further segments. Without a previous request it sends nothing.
 // - LostSegment sends the next segment as if the missing one had been acknowledged.
 // - SegmentsAtOnce sends all segments, up to 512, after the request, and nothing after the acknowledgements.
 // - EndlessSegments answers each Segment-ACK with a window of further segments, until the fault ends or the
-// client
-//   aborts. Without a Segment-ACK it sends none. A client that receives one datagram for each of its own is
-//   held longest by exactly one segment for each Segment-ACK.
+//   client aborts. Without a Segment-ACK it sends none. A client that receives one datagram for each of its
+//   own is held longest by exactly one segment for each Segment-ACK.
 class FaultyStation {
 public:
     static constexpr std::size_t MostExchanges = 32;

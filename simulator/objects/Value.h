@@ -13,7 +13,7 @@ namespace simulator {
 class Value {
 public:
     virtual ~Value() = default;
-    // Writes the present value with its tags.
+    // Writes the current value with its tags.
     virtual void Encode(TagWriter& writer, Moment const& now) const = 0;
     // The value as a number: 0 or 1 for a Boolean, 0 for a value that is not numeric.
     virtual double Number(Moment const&) const { return 0; }
