@@ -16,7 +16,9 @@ bool HasOctets(OpcUa_Variant const& variant) {
 void CopyTo(OpcUa_Variant& target, OpcUa_Variant const& source) {
     OpcUa_Variant copy = source;
     if (HasOctets(source)) {
-        copy.Value.Octets.Data = CopyOctets(source.Value.Octets.Data, source.Value.Octets.Length);
+        OpcUa_Octets const& octets = source.Value.Octets;
+        copy.Value.Octets.Length = octets.Data && octets.Length > 0 ? octets.Length : 0;
+        copy.Value.Octets.Data = CopyOctets(octets.Data, copy.Value.Octets.Length);
     } else if (source.Datatype == OpcUaType_DataValue) {
         auto inner = std::make_unique<OpcUa_DataValue>(*source.Value.DataValue);
         CopyTo(inner->Value, source.Value.DataValue->Value);

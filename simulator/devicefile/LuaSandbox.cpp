@@ -16,7 +16,7 @@ namespace {
 constexpr long long MostInstructions = 20'000'000;
 constexpr std::chrono::seconds LongestRun{5};
 constexpr int DeepestTable = 16;
-constexpr std::size_t LargestValue = std::size_t{160} << 20;  // octets
+constexpr std::size_t LargestValue = std::size_t{136} << 20;  // octets
 
 // The key of the devices in the registry of a Lua state.
 char const DevicesKey = 0;

@@ -33,7 +33,8 @@ std::string Hexadecimal(Octets const& octets) {
 
 // The first octet of the content is the character set.
 std::string Quoted(Octets const& content) {
-    return '"' + tools::Printable({content.data() + 1, content.size() - 1}) + '"';
+    std::string_view const text(content.data(), content.size());
+    return '"' + tools::Printable(text.substr(text.empty() ? 0 : 1)) + '"';
 }
 
 std::string Bits(Octets const& content) {

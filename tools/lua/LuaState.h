@@ -18,7 +18,9 @@ struct LuaLimits {
 
 // A Lua state for a script that is not trusted. Its memory is always limited, its time and its instructions
 // between StartClock and StopClock. A script that exceeds a limit gets a Lua error at every further check, so
-// it cannot continue in a protected call. Precompiled chunks are not run.
+// pcall does not let it continue. Precompiled chunks are not run. What Lua runs without checks is not limited
+// in time: a message handler of xpcall, a finalizer, a long call into the C library. `open` offers none of
+// these, or the program watches over the time itself.
 class LuaState {
 public:
     // `open` fills the state with what the script may use. It is called as a lua_CFunction, protected and

@@ -24,10 +24,10 @@ private:
 };
 
 // Copies the value at an absolute index of the stack, with `depth` levels of tables. It reads raw: no
-// metamethod is called, no Lua error is raised, nothing is allocated in the Lua state, and the stack is left
-// as it was. The octets that the copy takes are subtracted from `room`: in Lua a text or a table takes memory
-// once, however often it is passed. Throws UnreadableValue when the room or half a million values do not
-// suffice, and for a table with a key that is neither a name nor an element's number.
+// metamethod is called, no Lua error is raised, nothing is allocated in the Lua state but room on its stack,
+// and the stack is left as it was. The octets that the copy takes are subtracted from `room`: in Lua a text
+// or a table takes memory once, however often it is passed. Throws UnreadableValue when the room or half a
+// million values do not suffice, and for a table with a key that is neither a name nor an element's number.
 ScriptValue ReadValue(lua_State* L, int index, int depth, std::size_t& room);
 
 // A lua_CFunction for constructors, NAME{...}, with NAME as its upvalue 1. Returns the table in a userdata

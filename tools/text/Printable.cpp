@@ -131,19 +131,23 @@ std::string ValidUtf8(std::string_view text) {
 }
 
 std::string Printable(std::string_view text) {
+    return Printable(text, std::string::npos);
+}
+
+std::string Printable(std::string_view text, std::size_t longest) {
     std::string const valid = ValidUtf8(text);
     std::string result;
     for (std::size_t place = 0; place < valid.size();) {
         Character const character = CharacterAt(valid, place);
-        bool const control = IsControl(character.codePoint);
-        result.append(control ? Escape(character.codePoint) : valid.substr(place, character.length));
+        std::string const shown = IsControl(character.codePoint) ? Escape(character.codePoint)
+                                                                 : valid.substr(place, character.length);
+        if (shown.size() > longest - result.size()) {
+            return result + "...";
+        }
+        result.append(shown);
         place += character.length;
     }
     return result;
-}
-
-std::string Printable(std::string_view text, std::size_t longest) {
-    return Printable(text.substr(0, longest)) + (text.size() > longest ? "..." : "");
 }
 
 std::string Quoted(std::string_view text) {

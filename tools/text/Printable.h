@@ -12,7 +12,7 @@ namespace tools {
 // The text as valid UTF-8 without control characters: "\n" and the like are written as escapes, "\x1B" for
 // others, and octets that are not UTF-8 become U+FFFD.
 std::string Printable(std::string_view text);
-// The same of the first octets of a longer text, and "..." after them.
+// The same, in at most `longest` octets, or as many of its characters as these hold and "..." after them.
 std::string Printable(std::string_view text, std::size_t longest);
 
 // The printable text in quotation marks, for a message, cut after 60 octets.

@@ -83,6 +83,18 @@ TEST(Variant, CopiesAreDeep) {
     EXPECT_NE(copy, original);
 }
 
+TEST(Variant, ACopyOfANullTextIsEmpty) {
+    char octet = 'x';
+    for (OpcUa_Octets const octets : {OpcUa_Octets{nullptr, -1}, {nullptr, 3}, {&octet, -1}}) {
+        OpcUa_Variant source{};
+        source.Datatype = OpcUaType_String;
+        source.Value.Octets = octets;
+        OpcUa_VariantHlp copy;
+        OpcUa_VariantHlp::CopyVariants(&copy, &source);
+        EXPECT_EQ(copy, Text(""));
+    }
+}
+
 TEST(Variant, SurvivesAssignmentToItself) {
     OpcUa_VariantHlp value = Text("text");
     OpcUa_VariantHlp& same = value;

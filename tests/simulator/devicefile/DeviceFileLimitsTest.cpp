@@ -57,6 +57,7 @@ TEST(DeviceFileLimits, AMessageIsOneLineThatSteersNoTerminal) {
 
 TEST(DeviceFileLimits, AMessageIsShort) {
     EXPECT_EQ(MistakeOf(LongText + "error(s)").size(), 503u);
+    EXPECT_LE(MistakeOf("local s = '\\27' for i = 1, 12 do s = s .. s end error(s)").size(), 503u);
 }
 
 TEST(DeviceFileLimits, AFolderIsNoDeviceFile) {

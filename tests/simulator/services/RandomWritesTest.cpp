@@ -1,3 +1,4 @@
+#include "Printable.h"
 #include "RandomOctets.h"
 #include "WriteFixture.h"
 
@@ -23,9 +24,7 @@ protected:
 
     void Check(std::string const& line) {
         ++lines;
-        for (unsigned char const c : line) {
-            ASSERT_TRUE(c >= ' ' && c != 0x7F) << line;
-        }
+        ASSERT_EQ(tools::Printable(line), line);
     }
 
     void Send(Octets const& request) {

@@ -40,10 +40,14 @@ TEST_F(PrintableText, ReplacesWhatIsNoUtf8) {
     EXPECT_EQ(Printable("\xF5\x80\x80\x80"), mark + mark + mark + mark);
 }
 
-TEST_F(PrintableText, IsCutAfterSoManyOctetsOfTheText) {
+TEST_F(PrintableText, IsCutAfterTheLastWholeCharacterThatFits) {
     EXPECT_EQ(Printable("abc", 3), "abc");
     EXPECT_EQ(Printable("abcd", 3), "abc...");
-    EXPECT_EQ(Printable("\n\n\n", 2), "\\n\\n...");
+    EXPECT_EQ(Printable("\n\n\n", 5), "\\n\\n...");
+    EXPECT_EQ(Printable("a\x1B[2J", 4), "a...");
+    EXPECT_EQ(Printable("aä€", 3), "aä...");
+    EXPECT_EQ(Printable("aä€", 6), "aä€");
+    EXPECT_EQ(Printable("a", 0), "...");
 }
 
 TEST_F(PrintableText, IsQuotedInAMessageAndCutAfter60Octets) {

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr MessageRow Reasons[] = {
+constexpr MessageRow AbortReasons[] = {
     {0, "Other"},
     {1, "Buffer overflow"},
     {2, "Invalid apdu in this state"},
@@ -50,7 +50,7 @@ bool AbortPdu::Equals(AbortPdu& other) const {
 }
 
 std::string AbortPdu::Message(AbortReasonEnum why) {
-    return FindMessage(Reasons, static_cast<int>(why));
+    return FindMessage(AbortReasons, static_cast<int>(why));
 }
 
 std::unique_ptr<PDU> AbortPduParser::Parse(char, IStreamBase& stream) const {

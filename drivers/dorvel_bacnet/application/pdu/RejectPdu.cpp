@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr MessageRow Reasons[] = {
+constexpr MessageRow RejectReasons[] = {
     {0, "Other"},
     {1, "BufferOverflow"},
     {2, "InconsistentParameters"},
@@ -44,7 +44,7 @@ bool RejectPdu::Equals(RejectPdu& other) const {
 }
 
 std::string RejectPdu::Message(ReasonEnum why) {
-    return FindMessage(Reasons, static_cast<int>(why));
+    return FindMessage(RejectReasons, static_cast<int>(why));
 }
 
 std::unique_ptr<PDU> RejectPduParser::Parse(char, IStreamBase& stream) const {
