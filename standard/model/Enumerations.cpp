@@ -1,5 +1,7 @@
 #include "Enumerations.h"
 
+#include "UnitNames.h"
+
 namespace standard {
 
 namespace {
@@ -40,147 +42,6 @@ constexpr char const* RestartReasonNames[] = {
     "unknown",           "coldstart",         "warmstart", "detected-power-lost", "detected-powered-off",
     "hardware-watchdog", "software-watchdog", "suspended"};
 
-// The first 137 of BACnetEngineeringUnits; others are given by their number.
-constexpr char const* UnitsNames[] = {
-    "square-meters",
-    "square-feet",
-    "milliamperes",
-    "amperes",
-    "ohms",
-    "volts",
-    "kilovolts",
-    "megavolts",
-    "volt-amperes",
-    "kilovolt-amperes",
-    "megavolt-amperes",
-    "volt-amperes-reactive",
-    "kilovolt-amperes-reactive",
-    "megavolt-amperes-reactive",
-    "degrees-phase",
-    "power-factor",
-    "joules",
-    "kilojoules",
-    "watt-hours",
-    "kilowatt-hours",
-    "btus",
-    "therms",
-    "ton-hours",
-    "joules-per-kilogram-dry-air",
-    "btus-per-pound-dry-air",
-    "cycles-per-hour",
-    "cycles-per-minute",
-    "hertz",
-    "grams-of-water-per-kilogram-dry-air",
-    "percent-relative-humidity",
-    "millimeters",
-    "meters",
-    "inches",
-    "feet",
-    "watts-per-square-foot",
-    "watts-per-square-meter",
-    "lumens",
-    "luxes",
-    "foot-candles",
-    "kilograms",
-    "pounds-mass",
-    "tons",
-    "kilograms-per-second",
-    "kilograms-per-minute",
-    "kilograms-per-hour",
-    "pounds-mass-per-minute",
-    "pounds-mass-per-hour",
-    "watts",
-    "kilowatts",
-    "megawatts",
-    "btus-per-hour",
-    "horsepower",
-    "tons-refrigeration",
-    "pascals",
-    "kilopascals",
-    "bars",
-    "pounds-force-per-square-inch",
-    "centimeters-of-water",
-    "inches-of-water",
-    "millimeters-of-mercury",
-    "centimeters-of-mercury",
-    "inches-of-mercury",
-    "degrees-celsius",
-    "degrees-kelvin",
-    "degrees-fahrenheit",
-    "degree-days-celsius",
-    "degree-days-fahrenheit",
-    "years",
-    "months",
-    "weeks",
-    "days",
-    "hours",
-    "minutes",
-    "seconds",
-    "meters-per-second",
-    "kilometers-per-hour",
-    "feet-per-second",
-    "feet-per-minute",
-    "miles-per-hour",
-    "cubic-feet",
-    "cubic-meters",
-    "imperial-gallons",
-    "liters",
-    "us-gallons",
-    "cubic-feet-per-minute",
-    "cubic-meters-per-second",
-    "imperial-gallons-per-minute",
-    "liters-per-second",
-    "liters-per-minute",
-    "us-gallons-per-minute",
-    "degrees-angular",
-    "degrees-celsius-per-hour",
-    "degrees-celsius-per-minute",
-    "degrees-fahrenheit-per-hour",
-    "degrees-fahrenheit-per-minute",
-    "no-units",
-    "parts-per-million",
-    "parts-per-billion",
-    "percent",
-    "percent-per-second",
-    "per-minute",
-    "per-second",
-    "psi-per-degree-fahrenheit",
-    "radians",
-    "revolutions-per-minute",
-    "currency1",
-    "currency2",
-    "currency3",
-    "currency4",
-    "currency5",
-    "currency6",
-    "currency7",
-    "currency8",
-    "currency9",
-    "currency10",
-    "square-inches",
-    "square-centimeters",
-    "btus-per-pound",
-    "centimeters",
-    "pounds-mass-per-second",
-    "delta-degrees-fahrenheit",
-    "delta-degrees-kelvin",
-    "kilohms",
-    "megohms",
-    "millivolts",
-    "kilojoules-per-kilogram",
-    "megajoules",
-    "joules-per-degree-kelvin",
-    "joules-per-kilogram-degree-kelvin",
-    "kilohertz",
-    "megahertz",
-    "per-hour",
-    "milliwatts",
-    "hectopascals",
-    "millibars",
-    "cubic-meters-per-hour",
-    "liters-per-hour",
-};
-
 struct Enumeration {
     Datatype datatype;
     char const* const* names;
@@ -197,7 +58,7 @@ constexpr Enumeration Enumerations[] = {
     MakeEnumeration(Datatype::Polarity, PolarityNames),
     MakeEnumeration(Datatype::EventState, EventStateNames),
     MakeEnumeration(Datatype::Reliability, ReliabilityNames),
-    MakeEnumeration(Datatype::Units, UnitsNames),
+    MakeEnumeration(Datatype::Units, UnitNames),
     MakeEnumeration(Datatype::NotifyType, NotifyTypeNames),
     MakeEnumeration(Datatype::Action, ActionNames),
     MakeEnumeration(Datatype::LightingInProgress, LightingInProgressNames),
@@ -205,6 +66,33 @@ constexpr Enumeration Enumerations[] = {
     MakeEnumeration(Datatype::Segmentation, SegmentationNames),
     MakeEnumeration(Datatype::DeviceStatus, DeviceStatusNames),
     MakeEnumeration(Datatype::RestartReason, RestartReasonNames),
+};
+
+// Numbers that protocol revision 14 does not have, or that are far from the others.
+struct LaterName {
+    Datatype datatype;
+    std::uint32_t number;
+    char const* name;
+};
+
+constexpr LaterName LaterNames[] = {
+    {Datatype::Reliability, 16, "lamp-failure"},
+    {Datatype::Reliability, 17, "activation-failure"},
+    {Datatype::Reliability, 18, "renew-dhcp-failure"},
+    {Datatype::Reliability, 19, "renew-fd-registration-failure"},
+    {Datatype::Reliability, 20, "restart-auto-negotiation-failure"},
+    {Datatype::Reliability, 21, "restart-failure"},
+    {Datatype::Reliability, 22, "proprietary-command-failure"},
+    {Datatype::Reliability, 23, "faults-listed"},
+    {Datatype::Reliability, 24, "referenced-object-fault"},
+    {Datatype::RestartReason, 8, "activate-changes"},
+    {Datatype::Units, 47808, "standard-cubic-feet-per-day"},
+    {Datatype::Units, 47809, "million-standard-cubic-feet-per-day"},
+    {Datatype::Units, 47810, "thousand-cubic-feet-per-day"},
+    {Datatype::Units, 47811, "thousand-standard-cubic-feet-per-day"},
+    {Datatype::Units, 47812, "pounds-mass-per-day"},
+    {Datatype::Units, 47814, "millirems"},
+    {Datatype::Units, 47815, "millirems-per-hour"},
 };
 
 Enumeration const* Find(Datatype datatype) {
@@ -232,6 +120,19 @@ std::optional<std::uint32_t> EnumeratedOfName(Datatype datatype, std::string_vie
     for (std::uint32_t i = 0; row && i < row->count; ++i) {
         if (row->names[i] && row->names[i] == name) {
             return i;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string_view> NameOfEnumerated(Datatype datatype, std::uint32_t number) {
+    Enumeration const* const row = Find(datatype);
+    if (row && number < row->count && row->names[number]) {
+        return row->names[number];
+    }
+    for (LaterName const& later : LaterNames) {
+        if (later.datatype == datatype && later.number == number) {
+            return later.name;
         }
     }
     return std::nullopt;

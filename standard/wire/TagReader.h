@@ -54,6 +54,8 @@ public:
     bool AtEnd() const { return reader.AtEnd(); }
     // The index of the next tag in the octets.
     std::size_t Position() const { return reader.Position(); }
+    // Returns to an earlier position of this reader.
+    void Rewind(std::size_t earlier) { reader.Rewind(earlier); }
     // To be called after the last parameter. Throws a Reject if octets are left.
     void ExpectEnd() const;
 
