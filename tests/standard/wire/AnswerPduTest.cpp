@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "Answers.h"
 #include "Hex.h"
 
 using namespace standard;

@@ -10,7 +10,7 @@
 #include <system_error>
 #include <utility>
 
-namespace simulator {
+namespace standard {
 
 namespace {
 
@@ -76,4 +76,4 @@ void UdpSocket::Send(Datagram const& datagram) {
     }
 }
 
-}  // namespace simulator
+}  // namespace standard

@@ -3,9 +3,8 @@
 #include <optional>
 
 #include "Endpoint.h"
-#include "Standard.h"
 
-namespace simulator {
+namespace standard {
 
 // An IPv4 UDP socket, which the object owns.
 class UdpSocket {
@@ -29,4 +28,4 @@ private:
     int handle;
 };
 
-}  // namespace simulator
+}  // namespace standard
