@@ -44,11 +44,12 @@ std::optional<SegmentCollector::Ack> SegmentCollector::OutOfOrder(std::uint8_t s
         ++repeated;
         return std::nullopt;
     }
-    // The larger half of the distances are segments before the last one.
-    std::uint8_t const ahead = Distance(last, sequenceNumber);
-    ++(ahead > 1 && ahead < 128 ? gaps : repeated);
+    // From the missing segment on. The larger half of the distances are segments before it.
+    std::uint8_t const missing = static_cast<std::uint8_t>(last + 1);
+    std::uint8_t const ahead = Distance(missing, sequenceNumber);
+    ++(ahead < 128 ? gaps : repeated);
     // One negative SegmentACK for a series of them; the next one when the device repeats the series.
-    bool const isInSeries = outOfOrder && ahead > Distance(last, *outOfOrder);
+    bool const isInSeries = outOfOrder && ahead > Distance(missing, *outOfOrder);
     outOfOrder = sequenceNumber;
     if (isInSeries) {
         return std::nullopt;

@@ -32,7 +32,7 @@ public:
     }
 
     // A datagram that nothing sent causes.
-    void Deliver(Reply const& reply) { arriving.emplace(now + reply.after, Datagram(reply)); }
+    void Deliver(Reply const& reply) { arriving.emplace(now + reply.after, Recorded(reply)); }
 
     void Send(standard::Datagram const& datagram) override {
         RecordDatagram(datagram.octets);
@@ -83,7 +83,7 @@ protected:
     virtual void OnSend(standard::Datagram const&) {}
 
 private:
-    static standard::Datagram Datagram(Reply const& reply) {
+    static standard::Datagram Recorded(Reply const& reply) {
         RecordDatagram(reply.octets);
         return {reply.from, reply.octets};
     }
