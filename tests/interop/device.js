@@ -39,6 +39,16 @@ function main(argv) {
     }
     client.readPropertyMultipleResponse(header.sender, invokeId, payload.properties.map(answerFor))
   })
+  client.on('readProperty', ({ header, invokeId, service, payload: { objectId, property } }) => {
+    const object = objects.get(`${objectId.type},${objectId.instance}`)
+    if (!object) {
+      client.errorResponse(header.sender, service, invokeId, ErrorClass.OBJECT, ErrorCode.UNKNOWN_OBJECT)
+    } else if (!object[property.id]) {
+      client.errorResponse(header.sender, service, invokeId, ErrorClass.PROPERTY, ErrorCode.UNKNOWN_PROPERTY)
+    } else {
+      client.readPropertyResponse(header.sender, invokeId, objectId, property, object[property.id])
+    }
+  })
   // Every written value is accepted and printed as it was decoded; reading it back gives the same value.
   client.on('writeProperty', ({ header, invokeId, service, payload: { objectId, value } }) => {
     const object = objects.get(`${objectId.type},${objectId.instance}`)

@@ -7,6 +7,7 @@ import subprocess
 import unittest
 
 from programs import TASK, EndToEnd, Server, block, variable
+from reading import TYPES, read_device
 
 FOLDER = os.path.dirname(os.path.abspath(__file__))
 
@@ -137,3 +138,55 @@ class Interop(EndToEnd):
         for state in states:
             self.assertFalse(state["fault"], state)
             self.assert_good(state, "value", 21.5)
+
+
+PROPERTIES = {
+    "present-value": 85, "description": 28, "units": 117, "out-of-service": 81, "reliability": 103, "event-state": 36,
+    "status-flags": 111, "polarity": 84, "setpoint": 108, "proportional-constant": 93, "integral-constant": 49,
+    "derivative-constant": 26, "minimum-value": 136, "average-value": 125, "maximum-value": 135, "window-interval": 147,
+    "window-samples": 148, "scale-factor": 188, "adjust-value": 176,
+}
+
+# What the client by the standard prints, where it is not the value as a number.
+TEXTS = {
+    "its description": "Supply air", "its units": "degrees-celsius", "its reliability": "no-fault-detected",
+    "its event state": "normal", "its status flags": "none", "its polarity": "reverse", "binary input": "active",
+    "binary output": "inactive", "binary value": "active", "largest number": "3.4028235e+38", "time": "13:30:15.50",
+    "its out-of-service": "false",
+}
+
+
+@unittest.skipIf(REASON, REASON)
+class InteropOfTheClient(EndToEnd):
+    """The client by the standard reads the same device."""
+
+    def setUp(self):
+        super().setUp()
+        self.other = Server("node", "device.js", cwd=FOLDER)
+        self.addCleanup(self.other.stop)
+
+    def assert_values(self, *options):
+        reads = [f"{TYPES[kind][0]},{number},{PROPERTIES[prop]}" for _, kind, number, _, prop, _ in VALUES]
+        rows, _ = read_device(self.other.address, *options, *reads)
+        self.assertEqual(len(rows), len(VALUES))
+        for (name, kind, number, _, prop, value), (reference, _, text) in zip(VALUES, rows):
+            with self.subTest(name):
+                self.assertEqual(reference, f"{kind} {number} {prop}")
+                self.assertEqual(text, TEXTS.get(name, f"{value:.15g}" if isinstance(value, float) else str(value)))
+
+    def test_every_value_is_read_in_lists(self):
+        self.assert_values()
+
+    def test_every_value_is_read_singly(self):
+        self.assert_values("--singly")
+
+    def test_dates_are_those_of_the_device(self):
+        rows, _ = read_device(self.other.address, "42,1,85", "44,1,85", "0,2,111")
+        self.assertEqual([row[1:] for row in rows], [
+            ["date", "2024-03-15"], ["date time", "2024-03-15 13:30:15.50"], ["bits", "in-alarm, fault"]])
+
+    def test_errors_are_kept_apart_from_values(self):
+        for options in ([], ["--singly"]):
+            rows, _ = read_device(self.other.address, *options, "0,1,85", "0,1,65", "0,99,85")
+            self.assertEqual([row[1:] for row in rows], [
+                ["real", "21.5"], ["failure", "property: unknown-property"], ["failure", "object: unknown-object"]])
