@@ -42,7 +42,13 @@ Ack Transaction::SendAndWait(Octets const& request) {
         sent = link.Now();
         Send(request, true);
         Link::Time const deadline = std::min(sent + settings.timeout, end);
-        if (auto const answer = Next(deadline)) {
+        auto answer = Next(deadline);
+        // A segment from the middle of an answer is not the beginning of one.
+        while (answer && answer->pdu.isSegmented && answer->pdu.sequenceNumber != 0) {
+            ++exchange.foreignCount;
+            answer = Next(deadline);
+        }
+        if (answer) {
             exchange.answeredBy = device;
             return Finish(*answer);
         }
@@ -92,15 +98,19 @@ Ack Transaction::CollectSegments(Received const& first) {
     return Unanswered("the segments stopped after " + std::to_string(collector.Count()));
 }
 
-Ack Transaction::Unanswered(std::string const& detail) const {
+Ack Transaction::Unanswered(std::string detail) const {
     if (link.IsStopped()) {
         return Failed(Failure::Kind::Stopped, {});
     }
     if (datagrams >= settings.mostDatagrams) {
-        return Failed(Failure::Kind::Silent,
-                      std::to_string(datagrams) + " datagrams, but no complete answer among them");
+        detail = std::to_string(datagrams) + " datagrams, but no complete answer among them";
+    } else if (detail.empty() && exchange.routerReject) {
+        detail = "the router does not reach network " + std::to_string(device.remote->network) + ", reason " +
+                 std::to_string(*exchange.routerReject);
+    } else if (detail.empty() && !exchange.others.empty()) {
+        detail = "another station answers: " + exchange.others.front().Text();
     }
-    return Failed(Failure::Kind::Silent, detail);
+    return Failed(Failure::Kind::Silent, std::move(detail));
 }
 
 std::optional<Transaction::Received> Transaction::Next(Link::Time deadline) {

@@ -47,7 +47,8 @@ private:
     void NoteOther(Peer const& from, AnswerPdu const& answer);
     void NoteRouter(Endpoint const& from, Octets const& message);
     void Send(Octets const& apdu, bool expectsReply);
-    Ack Unanswered(std::string const& detail) const;
+    // The detail is empty if nothing is known but that there was no answer.
+    Ack Unanswered(std::string detail) const;
 
     Link& link;
     ClientSettings const& settings;

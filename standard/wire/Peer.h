@@ -7,10 +7,14 @@
 
 namespace standard {
 
-// The client of a request: a station on the link, or one behind a router on the link.
+// The other side of a request, client or device: a station on the link, or one on another network behind a
+// router on the link.
 struct Peer {
     Endpoint endpoint;
     std::optional<NetworkAddress> remote;
+
+    // "10.0.0.1:47808", or "station 0b of network 5 behind 10.0.0.1:47808".
+    std::string Text() const;
 };
 
 inline bool operator==(Peer const& left, Peer const& right) {

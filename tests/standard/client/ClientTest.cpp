@@ -208,7 +208,8 @@ TEST(Client, TheRouterDoesNotAnswerInPlaceOfTheDevice) {
     rig.link.Then(
         {Reply(Answer72), {Hex("81 0A 00 0A 01 80 03 01 00 05")}, {Hex("81 0A 00 0A 01 80 03 02 00 06")}});
     Client client = rig.Made();
-    EXPECT_EQ(FailureText(client.Read(rig.device, PresentValue).failure.value()), "no answer");
+    EXPECT_EQ(FailureText(client.Read(rig.device, PresentValue).failure.value()),
+              "no answer (the router does not reach network 5, reason 1)");
     EXPECT_EQ(client.LastExchange().others.at(0), (Peer{test::DeviceEndpoint, std::nullopt}));
     EXPECT_EQ(client.LastExchange().routerReject, 1u);
 }
@@ -235,4 +236,15 @@ TEST(Client, InvokeIdsWrap) {
         ASSERT_FALSE(client.Read(rig.device, PresentValue).failure) << i;
     }
     EXPECT_EQ(rig.link.SentApdus().back().substr(0, 11), "02 75 2C 0C");
+}
+
+TEST(Client, NamesTheStationThatAnswersInstead) {
+    Rig rig;
+    rig.settings.retries = 0;
+    test::Octets const fromBehind = Hex("81 0A 00 13 01 08 00 05 01 0B 30 01 0C 0C 00 00 00 05 19");
+    rig.link.Then({{fromBehind}, Reply(Answer72, 20, test::StrangerEndpoint)});
+    Client client = rig.Made();
+    EXPECT_EQ(FailureText(client.Read(rig.device, PresentValue).failure.value()),
+              "no answer (another station answers: station 0b of network 5 behind 10.0.0.1:47808)");
+    EXPECT_EQ(client.LastExchange().others.at(1).Text(), "10.0.0.2:47808");
 }

@@ -139,6 +139,15 @@ TEST(SegmentedAnswer, ThatStopsIsAFailureAfterFourTimeouts) {
     EXPECT_EQ(link.sent.size(), 2u);
 }
 
+TEST(SegmentedAnswer, DoesNotBeginInTheMiddle) {
+    ScriptedLink link;
+    link.Then({Sent(2), Sent(3)}).Then({Sent(0)}).Then({Sent(1), Sent(2), Sent(3)}).Then({Sent(4)});
+    Client client(link, {});
+    EXPECT_FALSE(client.Read(Device, Location).failure);
+    EXPECT_EQ(client.LastExchange().attempts, 2u);
+    EXPECT_EQ(client.LastExchange().foreignCount, 2u);
+}
+
 TEST(SegmentedAnswer, CanEndWithAnAbort) {
     ScriptedLink link;
     link.Then({Sent(0)}).Then({Reply("71 01 0A")});
