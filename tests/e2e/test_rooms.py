@@ -70,6 +70,15 @@ class Rooms(unittest.TestCase):
         self.expect(1, "house contract may not include program; allowed: none",
                     {"include/host/Api.h": '#include "low.h"\n'})
 
+    def test_one_room_may_include_a_house_that_the_others_may_not(self):
+        rooms = "house other other\n.\n" + ROOMS.replace("left right", "left+other right")
+        files = {"tests/structure/rooms.txt": rooms, "other/Other.h": ""}
+        self.expect(0, " 0 wrong includes", {**files, "program/left/left.h": '#include "Other.h"\n'})
+        self.expect(1, "house program may not include other; allowed: contract",
+                    {**files, "program/right/right.h": '#include "Other.h"\n'})
+        self.expect(2, 'no house "nowhere" above this line',
+                    {"tests/structure/rooms.txt": ROOMS.replace("left right", "left+nowhere right")})
+
     def test_a_folder_that_is_not_a_room_is_reported(self):
         self.expect(2, "program/attic/Old.cpp: its folder is not a room of house program", {"program/attic/Old.cpp": ""})
 
