@@ -17,12 +17,13 @@ constexpr char ProgramHelp[] = R"(Examples:
   dorvel-workbench run plant.lua --format json --cycles 10 --fail-on-fault
   dorvel-workbench run plant.lua --set "AHU.Supply air setpoint=21.5"
   dorvel-workbench check plant.lua
+  dorvel-workbench check --strict --format json *.lua
   dorvel-workbench names
 
 Exit codes:
   0  done, also after Ctrl-C
   1  a block was in fault at the end, with --fail-on-fault
-  2  a mistake on the command line or in the project
+  2  a mistake on the command line or in the project; check: an error, or a warning with --strict
   3  the add-in cannot be loaded
   4  something else failed, such as writing the capture file
   130  a second Ctrl-C ended the program at once)";
@@ -36,6 +37,26 @@ A variable with Write = true can be set: with --set, with the key s in the table
 "set Block.Variable = value" on standard input. A value is written in the cycle after the first
 cycle without a fault.)";
 
+constexpr char CheckHelp[] =
+    R"(Reports everything in the projects that is wrong or will surprise, in the order of their lines:
+errors are points and blocks that cannot work, warnings those that work but not always as meant.
+Needs no network and no device, and does not run the driver. Functions of After are not called.
+Each finding has a code; docs/findings.md has its cause, effect and cure.
+
+Text has two lines for each finding. With --format json each finding is one object on one line
+with severity, code, file, line, block, variable, field, message and advice; what a finding does
+not have is null.
+
+Examples:
+  dorvel-workbench check plant.lua
+  dorvel-workbench check plant.lua --define ahu=192.168.1.20:47808
+  dorvel-workbench check --strict --format json *.lua
+
+Exit codes:
+  0  no error, and with --strict no warning
+  2  an error, or with --strict a warning; or a mistake on the command line
+  4  the output cannot be written)";
+
 // Splits "NAME=VALUE". Without a name throws an exception that CLI11 reports.
 std::pair<std::string, std::string> Assignment(std::string const& text, char const* option) {
     std::size_t const equals = text.find('=');
@@ -45,11 +66,7 @@ std::pair<std::string, std::string> Assignment(std::string const& text, char con
     return {text.substr(0, equals), text.substr(equals + 1)};
 }
 
-void AddProjectOptions(CLI::App& command, Options& options) {
-    command.add_option("PROJECT", options.project, "The project, a Lua file")->required();
-    command
-        .add_option("--addin", options.addIn, "The add-in (default: dorvel_bacnet.so beside this program)")
-        ->type_name("FILE");
+void AddDefineOption(CLI::App& command, Options& options) {
     command
         .add_option_function<std::vector<std::string>>(
             "-D,--define",
@@ -61,6 +78,29 @@ void AddProjectOptions(CLI::App& command, Options& options) {
             "Sets Param.NAME for the project; may be repeated")
         ->type_name("NAME=VALUE")
         ->allow_extra_args(false);
+}
+
+void AddProjectOptions(CLI::App& command, Options& options) {
+    command.add_option("PROJECT", options.project, "The project, a Lua file")->required();
+    command
+        .add_option("--addin", options.addIn, "The add-in (default: dorvel_bacnet.so beside this program)")
+        ->type_name("FILE");
+    AddDefineOption(command, options);
+}
+
+void AddCheckOptions(CLI::App& command, Options& options) {
+    static std::map<std::string, OutputFormat> const formats = {{"text", OutputFormat::Auto},
+                                                                {"json", OutputFormat::Json}};
+    command.add_option("PROJECT", options.projects, "The projects, Lua files")->required();
+    AddDefineOption(command, options);
+    command
+        .add_option_function<std::string>(
+            "--format", [&options](std::string const& name) { options.format = formats.at(name); },
+            "text or json (default: text)")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember(formats).description(""));
+    command.add_flag("--strict", options.strict, "Warnings count as errors");
+    command.footer(CheckHelp);
 }
 
 void AddRunOptions(CLI::App& command, Options& options) {
@@ -116,8 +156,8 @@ std::optional<Options> ParseCommandLine(int argc, char const* const* argv, std::
     CLI::App* const run = app.add_subcommand("run", "Runs a project");
     AddProjectOptions(*run, options);
     AddRunOptions(*run, options);
-    CLI::App* const check = app.add_subcommand("check", "Checks a project and does not run it");
-    AddProjectOptions(*check, options);
+    CLI::App* const check = app.add_subcommand("check", "Checks projects without a device");
+    AddCheckOptions(*check, options);
     CLI::App* const names = app.add_subcommand("names", "Lists the names of object types and properties");
 
     try {

@@ -14,14 +14,16 @@ enum class OutputFormat { Auto, Table, Lines, Json };
 
 struct Options {
     Command what = Command::Run;
-    std::string project;
-    std::string addIn;  // empty: the one beside the program
+    std::string project;                // of run
+    std::vector<std::string> projects;  // of check
+    std::string addIn;                  // empty: the one beside the program
     std::map<std::string, std::string> params;
     std::vector<std::string> sets;  // "Block.Variable=value", in order
     OutputFormat format = OutputFormat::Auto;
     unsigned long long cycles = 0;  // 0: no limit
     bool trace = false;
     bool failOnFault = false;
+    bool strict = false;      // warnings count as errors
     std::string captureFile;  // empty: none
     std::optional<bool> summary;
 };

@@ -13,6 +13,7 @@
 #include "LoadedProject.h"
 #include "Operator.h"
 #include "Printable.h"
+#include "ProjectCheck.h"
 #include "RunFigures.h"
 #include "Signals.h"
 
@@ -98,13 +99,12 @@ void SetFromTheStart(LoadedProject& project, std::vector<std::string> const& ass
     }
 }
 
+// What a write does is known before the first one.
 void Warn(LoadedProject const& project, std::ostream& err) {
-    for (BlockConfig const& block : project.Blocks()) {
-        for (VariableConfig const& variable : block.variables) {
-            if (variable.write && !IsWrittenItself(variable)) {
-                err << "warning: " << tools::Printable(FullName(block, variable)) << ": the driver reads "
-                    << variable.property->name << " and writes to present-value\n";
-            }
+    for (Finding const& finding : FindWritesOf(project.Blocks())) {
+        if (finding.code == FindingCode::WriteOtherProperty || finding.code == FindingCode::WriteRefused) {
+            err << "warning: " << tools::Printable(finding.block + "." + finding.variable) << ": "
+                << finding.message << "\n";
         }
     }
     for (std::string const& name : project.UnusedParams()) {
@@ -169,21 +169,6 @@ int RunProject(Options const& options, RunStreams const& streams) {
         throw std::runtime_error("standard output cannot be written");
     }
     return options.failOnFault && figures.AnyFault() ? tools::WorkbenchExit::Fault : tools::WorkbenchExit::Ok;
-}
-
-int CheckProject(Options const& options, RunStreams const& streams) {
-    LogBuffer log(&streams.err);
-    HostScope const host(log, false, "");
-    LoadedProject project(options.project, options.params);
-    project.Load(SourceText::FromFile(options.project));
-    Warn(project, streams.err);
-    std::size_t variables = 0;
-    for (BlockConfig const& block : project.Blocks()) {
-        variables += block.variables.size();
-    }
-    streams.out << options.project << ": no mistake (blocks: " << project.Blocks().size()
-                << ", variables: " << variables << ", tasks: " << project.Tasks().size() << ")\n";
-    return tools::WorkbenchExit::Ok;
 }
 
 }  // namespace workbench

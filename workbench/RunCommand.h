@@ -19,7 +19,4 @@ struct RunStreams {
 // first. Throws ProjectError, AddInError, and std::runtime_error for a file that cannot be written.
 int RunProject(Options const& options, RunStreams const& streams);
 
-// Loads the project, prints its size and returns the exit code. Throws ProjectError and AddInError.
-int CheckProject(Options const& options, RunStreams const& streams);
-
 }  // namespace workbench

@@ -10,6 +10,7 @@
 #include <ostream>
 
 #include "AddIn.h"
+#include "CheckCommand.h"
 #include "CommandLine.h"
 #include "ExitCode.h"
 #include "NameTable.h"
@@ -40,8 +41,11 @@ int RunCommand(Options const& options, RunStreams const& streams) {
     if (options.what == Command::Names) {
         return ListNames(streams.out);
     }
+    if (options.what == Command::Check) {
+        return CheckProjects(options, streams.out, streams.outIsTerminal);
+    }
     LoadAddIn(options.addIn.empty() ? DefaultAddIn() : options.addIn);
-    return options.what == Command::Check ? CheckProject(options, streams) : RunProject(options, streams);
+    return RunProject(options, streams);
 }
 
 int Fail(std::ostream& err, std::exception const& reason, tools::WorkbenchExit::Code code) {

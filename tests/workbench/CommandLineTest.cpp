@@ -81,7 +81,13 @@ TEST_F(CommandLine, OptionsMayPrecedeTheProject) {
 }
 
 TEST_F(CommandLine, CheckAndNamesAreCommands) {
-    EXPECT_EQ(Parse({"check", "plant.lua"})->what, Command::Check);
+    auto const check =
+        Parse({"check", "plant.lua", "rooms.lua", "--strict", "--format", "json", "-D", "a=1"});
+    EXPECT_EQ(check->what, Command::Check);
+    EXPECT_EQ(check->projects, (std::vector<std::string>{"plant.lua", "rooms.lua"}));
+    EXPECT_TRUE(check->strict);
+    EXPECT_EQ(check->format, OutputFormat::Json);
+    EXPECT_EQ(check->params.at("a"), "1");
     EXPECT_EQ(Parse({"names"})->what, Command::Names);
 }
 
@@ -99,6 +105,9 @@ TEST_F(CommandLine, AMistakeIsReportedWithItsArgument) {
     ExpectMistake({"run", "a.lua", "--define", "=5"}, "\"=5\" is not of the form NAME=VALUE");
     ExpectMistake({"run", "a.lua", "--define"}, "--define");
     ExpectMistake({"check", "a.lua", "--cycles", "5"}, "--cycles");
+    ExpectMistake({"check", "a.lua", "--addin", "x.so"}, "--addin");
+    ExpectMistake({"check", "a.lua", "--format", "table"}, "--format");
+    ExpectMistake({"check"}, "PROJECT");
 }
 
 TEST_F(CommandLine, HelpHasExamplesAndExitCodes) {

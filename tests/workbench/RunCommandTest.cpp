@@ -257,12 +257,6 @@ TEST_F(RunCommand, AnUnusedParamIsAWarning) {
     EXPECT_EQ(err.str(), "warning: --define ahuu: the project does not use Param.ahuu\n");
 }
 
-TEST_F(RunCommand, CheckPrintsTheSizeOfTheProject) {
-    addIn.onCycle = [](FakeDriver&) { FAIL() << "polled"; };
-    EXPECT_EQ(CheckProject(options, {out, err, false, false}), tools::WorkbenchExit::Ok);
-    EXPECT_EQ(out.str(), options.project + ": no mistake (blocks: 1, variables: 1, tasks: 1)\n");
-}
-
 TEST_F(RunCommand, AValueFromTheCommandLineIsWritten) {
     MakeWritable();
     options.sets = {"AHU.T=21.5"};
@@ -326,8 +320,23 @@ TEST_F(RunCommand, AWriteToAnotherPropertyIsAWarning) {
         folder.Write("name.lua", Block(R"(Name="AHU", Address="1.2.3.4:47808")",
                                        "{Name='N', Type='String', ObjectType='analog-value', "
                                        "ObjectProperties='description', ObjectNumber=1, Write=true}"));
-    EXPECT_EQ(CheckProject(options, {out, err, false, false}), tools::WorkbenchExit::Ok);
+    options.cycles = 1;
+    Run();
     EXPECT_EQ(err.str(), "warning: AHU.N: the driver reads description and writes to present-value\n");
+}
+
+TEST_F(RunCommand, AWriteThatIsAlwaysRefusedIsAWarning) {
+    MakeWritable();
+    options.project =
+        folder.Write("units.lua", Block(R"(Name="AHU", Address="1.2.3.4:47808")",
+                                        "{Name='N', Type='Double', ObjectType='analog-value', "
+                                        "ObjectProperties='units', ObjectNumber=1, Write=true}"));
+    options.cycles = 1;
+    Run();
+    EXPECT_EQ(
+        err.str(),
+        "warning: AHU.N: the driver cannot write units of analog-value: every write ends with \"Property "
+        "Type not supported\"\n");
 }
 
 }  // namespace

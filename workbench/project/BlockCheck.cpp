@@ -1,4 +1,5 @@
 #include <climits>
+#include <cstddef>
 #include <set>
 #include <string>
 #include <vector>
@@ -53,9 +54,9 @@ std::vector<std::string> const& BlockFields() {
     return fields;
 }
 
-void RefuseMistake(char const* name, std::string const& mistake) {
+void RefuseAddress(char const* name, std::string const& mistake) {
     if (!mistake.empty()) {
-        FieldReader::Refuse(name, tools::Printable(mistake));
+        FieldReader::Refuse(FindingCode::BadAddress, name, tools::Printable(mistake));
     }
 }
 
@@ -70,7 +71,7 @@ BlockConfig::FieldValue DriverValue(FieldReader const& fields, DriverField const
     }
     bool const peer = field.kind == DriverField::Peer;
     std::string text = peer ? fields.Text(field.name) : *fields.OptionalText(field.name);
-    RefuseMistake(field.name, peer ? MistakeInPeer(text) : MistakeInDeviceAddress(text));
+    RefuseAddress(field.name, peer ? MistakeInPeer(text) : MistakeInDeviceAddress(text));
     return text;
 }
 
@@ -86,90 +87,134 @@ long long WriteCondition(FieldReader const& fields) {
         }
     }
     std::vector<std::string> const names(std::begin(WriteConditions), std::end(WriteConditions));
-    FieldReader::Refuse(name, value.Describe() +
-                                  " is not a write condition; allowed are OnChange, Always and OnTrigger" +
-                                  tools::DidYouMean(value.text, names));
+    FieldReader::Refuse(FindingCode::UnknownName, name,
+                        value.Describe() +
+                            " is not a write condition; allowed are OnChange, Always and OnTrigger" +
+                            tools::DidYouMean(value.text, names));
 }
 
 std::vector<tools::ScriptValue> const& Entries(tools::ScriptValue const& list) {
     bool const isEmpty = list.list.empty() && list.fields.empty();
     if (!list.IsTable() || isEmpty) {
-        FieldReader::Refuse("Vars", "expected a list of variables, got " +
-                                        (list.IsTable() ? "an empty table" : list.Describe()));
+        FieldReader::Refuse(
+            FindingCode::WrongKind, "Vars",
+            "expected a list of variables, got " + (list.IsTable() ? "an empty table" : list.Describe()));
     }
     if (!list.fields.empty()) {
-        FieldReader::Refuse("Vars", "key " + tools::Quoted(list.fields.front().name) +
-                                        " is not an index of the list; remove other keys and gaps");
+        FieldReader::Refuse(FindingCode::UnreadableTable, "Vars",
+                            "key " + tools::Quoted(list.fields.front().name) +
+                                " is not an index of the list; remove other keys and gaps");
     }
     return list.list;
 }
 
-VariableConfig Variable(tools::ScriptValue const& entry, bool taken) {
-    if (taken) {
-        throw ProjectError("the name is already taken; each variable of a block needs its own");
+// Completes the mistakes of a variable, which begin at that index of the list.
+void Attribute(Findings& mistakes, std::size_t first, std::string const& name, std::size_t index,
+               SourcePlace const& where) {
+    for (std::size_t i = first; i < mistakes.size(); ++i) {
+        mistakes[i].variable = name;
+        mistakes[i].subject = name.empty() ? "variable " + std::to_string(index + 1) : "";
+        mistakes[i].where = where.Of(mistakes[i].field);
     }
-    return CheckVariable(entry);
 }
 
-std::vector<VariableConfig> Variables(FieldReader const& fields) {
-    std::vector<VariableConfig> variables;
+void ReadVariables(FieldReader const& fields, BlockSource const& source, BlockConfig& block,
+                   Findings& mistakes) {
     std::set<std::string> names;
-    for (tools::ScriptValue const& entry : Entries(fields.Required("Vars"))) {
-        std::string const name = NameOf(entry);
-        bool const taken = !name.empty() && !names.insert(name).second;
-        try {
-            variables.push_back(Variable(entry, taken));
-        } catch (ProjectError const& mistake) {
-            std::string const which =
-                name.empty() ? std::to_string(variables.size() + 1) : tools::Quoted(name);
-            throw ProjectError("variable " + which + ": " + mistake.what(), name, taken ? 2 : 1);
+    std::vector<tools::ScriptValue> const& entries = Entries(fields.Required("Vars"));
+    for (std::size_t i = 0; i < entries.size(); ++i) {
+        std::string const name = NameOf(entries[i]);
+        std::size_t const before = mistakes.size();
+        if (!name.empty() && !names.insert(name).second) {
+            Note(mistakes, [] {
+                FieldReader::Refuse(FindingCode::NameTaken, "Name",
+                                    "the name is already taken; each variable of a block needs its own");
+            });
+        }
+        VariableConfig variable = CheckVariable(entries[i], mistakes);
+        variable.where = source.Variable(i);
+        Attribute(mistakes, before, name, i, variable.where);
+        if (mistakes.size() == before) {
+            block.variables.push_back(std::move(variable));
         }
     }
-    return variables;
 }
 
-BlockConfig Block(FieldReader const& fields) {
-    BlockConfig block;
-    block.name = fields.Text("Name");
-    block.task = fields.Find("Task") ? fields.Text("Task") : "";
-    for (char const* const item : ItemFields) {
-        if (fields.Find(item)) {
-            FieldReader::Refuse(
-                item, "is for controllers, and the workbench has no variables of a controller; remove it");
-        }
-    }
-    block.address = fields.Text("Address");
+void ReadDriverFields(FieldReader const& fields, BlockConfig& block, Findings& mistakes) {
     for (DriverField const& field : DriverFields) {
-        if (fields.Find(field.name)) {
-            block.fields.emplace_back(field.name, DriverValue(fields, field));
+        if (field.kind == DriverField::Peer || fields.Find(field.name)) {
+            Note(mistakes, [&] { block.fields.emplace_back(field.name, DriverValue(fields, field)); });
+        }
+        if (field.kind == DriverField::Peer && !block.fields.empty()) {
+            block.address = std::get<std::string>(block.fields.back().second);
         }
     }
     if (fields.Find("WriteCondition")) {
-        long long const condition = WriteCondition(fields);
-        block.writeCondition = static_cast<ProtocolWriteCondition>(condition);
-        block.fields.emplace_back("WriteCondition", condition);
+        Note(mistakes, [&] {
+            long long const condition = WriteCondition(fields);
+            block.writeCondition = static_cast<ProtocolWriteCondition>(condition);
+            block.fields.emplace_back("WriteCondition", condition);
+        });
     }
-    block.variables = Variables(fields);
-    return block;
+}
+
+void ReadBlock(FieldReader const& fields, BlockSource const& source, BlockConfig& block, Findings& mistakes) {
+    fields.FindUnknown(BlockFields(), mistakes);
+    Note(mistakes, [&] { block.name = fields.Text("Name"); });
+    Note(mistakes, [&] { block.task = fields.Find("Task") ? fields.Text("Task") : ""; });
+    for (char const* const item : ItemFields) {
+        if (fields.Find(item)) {
+            Note(mistakes, [&] {
+                FieldReader::Refuse(
+                    FindingCode::ControllerField, item,
+                    "is for controllers, and the workbench has no variables of a controller; remove it");
+            });
+        }
+    }
+    ReadDriverFields(fields, block, mistakes);
+    Note(mistakes, [&] { ReadVariables(fields, source, block, mistakes); });
 }
 
 }  // namespace
 
-TaskConfig CheckTask(tools::ScriptValue const& value) {
-    return InContext("task: ", [&] {
-        FieldReader const fields(value, {"Name", "Period"});
-        TaskConfig task;
-        task.name = fields.Text("Name");
-        task.period =
-            static_cast<int>(fields.OptionalInteger("Period", 1, LongestPeriod).value_or(task.period));
-        return task;
+TaskConfig CheckTask(tools::ScriptValue const& value, Place const& where, Findings& mistakes) {
+    std::size_t const first = mistakes.size();
+    TaskConfig task;
+    task.where = where;
+    Note(mistakes, [&] {
+        FieldReader const fields(value);
+        fields.FindUnknown({"Name", "Period"}, mistakes);
+        Note(mistakes, [&] { task.name = fields.Text("Name"); });
+        Note(mistakes, [&] {
+            task.period =
+                static_cast<int>(fields.OptionalInteger("Period", 1, LongestPeriod).value_or(task.period));
+        });
     });
+    for (std::size_t i = first; i < mistakes.size(); ++i) {
+        mistakes[i].subject = "task";
+        mistakes[i].where = where;
+    }
+    return task;
 }
 
-BlockConfig CheckBlock(tools::ScriptValue const& value) {
+BlockConfig CheckBlock(tools::ScriptValue const& value, BlockSource const& source, Findings& mistakes) {
+    std::size_t const first = mistakes.size();
+    BlockConfig block;
+    block.where = source.block;
+    Note(mistakes, [&] { ReadBlock(FieldReader(value), source, block, mistakes); });
     std::string const name = NameOf(value);
-    std::string const context = name.empty() ? "block: " : "block " + tools::Quoted(name) + ": ";
-    return InContext(context, [&] { return Block(FieldReader(value, BlockFields())); });
+    for (std::size_t i = first; i < mistakes.size(); ++i) {
+        Finding& mistake = mistakes[i];
+        mistake.block = name;
+        bool const isOfBlock = mistake.variable.empty() && mistake.subject.empty();
+        if (name.empty()) {
+            mistake.subject = mistake.subject.empty() ? "block" : "block: " + mistake.subject;
+        }
+        if (isOfBlock) {
+            mistake.where = source.block.Of(mistake.field);
+        }
+    }
+    return block;
 }
 
 }  // namespace workbench

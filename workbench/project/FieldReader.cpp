@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "Printable.h"
 #include "Suggestion.h"
 
 namespace workbench {
@@ -32,22 +31,29 @@ std::string NameOf(ScriptValue const& value) {
     return name.IsText() ? name.text : std::string();
 }
 
-FieldReader::FieldReader(ScriptValue const& value, std::vector<std::string> const& known) : table(&value) {
+FieldReader::FieldReader(ScriptValue const& value) : table(&value) {
     if (!value.IsTable()) {
-        throw ProjectError("expected a table, got " + value.Describe());
+        Refuse(FindingCode::WrongKind, "", "expected a table, got " + value.Describe());
     }
-    if (!value.list.empty()) {
-        throw ProjectError("entry 1 has no field name; write Field = value");
+}
+
+void FieldReader::FindUnknown(std::vector<std::string> const& known, Findings& mistakes) const {
+    if (!table->list.empty()) {
+        Note(mistakes,
+             [] { Refuse(FindingCode::UnnamedEntry, "", "entry 1 has no field name; write Field = value"); });
     }
-    for (tools::ScriptField const& field : value.fields) {
+    for (tools::ScriptField const& field : table->fields) {
         if (std::find(known.begin(), known.end(), field.name) == known.end()) {
-            Refuse(tools::Printable(field.name), "unknown" + tools::DidYouMean(field.name, known));
+            Note(mistakes, [&] {
+                Refuse(FindingCode::UnknownField, field.name,
+                       "unknown" + tools::DidYouMean(field.name, known));
+            });
         }
     }
 }
 
-void FieldReader::Refuse(std::string_view name, std::string const& mistake) {
-    throw ProjectError("field \"" + std::string(name) + "\": " + mistake);
+void FieldReader::Refuse(FindingCode code, std::string_view name, std::string const& mistake) {
+    throw FieldError(code, std::string(name), mistake);
 }
 
 ScriptValue const* FieldReader::Find(std::string_view name) const {
@@ -58,7 +64,7 @@ ScriptValue const* FieldReader::Find(std::string_view name) const {
 ScriptValue const& FieldReader::Required(std::string_view name) const {
     ScriptValue const* const value = Find(name);
     if (!value) {
-        Refuse(name, "missing");
+        Refuse(FindingCode::MissingField, name, "missing");
     }
     return *value;
 }
@@ -69,7 +75,7 @@ std::optional<std::string> FieldReader::OptionalText(std::string_view name) cons
         return std::nullopt;
     }
     if (!value->IsText()) {
-        Refuse(name, "expected a text, got " + value->Describe());
+        Refuse(FindingCode::WrongKind, name, "expected a text, got " + value->Describe());
     }
     return value->text;
 }
@@ -78,7 +84,7 @@ std::string FieldReader::Text(std::string_view name) const {
     Required(name);
     std::string text = *OptionalText(name);
     if (text.empty()) {
-        Refuse(name, "must not be empty");
+        Refuse(FindingCode::EmptyText, name, "must not be empty");
     }
     return text;
 }
@@ -91,11 +97,12 @@ std::optional<long long> FieldReader::OptionalInteger(std::string_view name, lon
     }
     auto const number = WholeNumber(*value);
     if (!number) {
-        Refuse(name, "expected a whole number, got " + value->Describe());
+        Refuse(FindingCode::WrongKind, name, "expected a whole number, got " + value->Describe());
     }
     if (*number < low || *number > high) {
-        Refuse(name, std::to_string(*number) + " is out of range; allowed is " + std::to_string(low) +
-                         " to " + std::to_string(high));
+        Refuse(FindingCode::OutOfRange, name,
+               std::to_string(*number) + " is out of range; allowed is " + std::to_string(low) + " to " +
+                   std::to_string(high));
     }
     return number;
 }
@@ -111,7 +118,7 @@ std::optional<bool> FieldReader::OptionalBoolean(std::string_view name) const {
         return std::nullopt;
     }
     if (!value->IsBoolean()) {
-        Refuse(name, "expected true or false, got " + value->Describe());
+        Refuse(FindingCode::WrongKind, name, "expected true or false, got " + value->Describe());
     }
     return value->boolean;
 }
@@ -122,18 +129,20 @@ NameRow const* FieldReader::Name(std::string_view name, NameTable const& names, 
         NameRow const* const row = names.FindName(value.text);
         if (!row) {
             std::string const suggestion = tools::DidYouMean(value.text, names.Names());
-            Refuse(name,
+            Refuse(FindingCode::UnknownName, name,
                    value.Describe() + " is not " + what + (suggestion.empty() ? NamesHint : suggestion));
         }
         return row;
     }
     auto const code = WholeNumber(value);
     if (!code) {
-        Refuse(name, std::string("expected a name or a code, got ") + value.Describe());
+        Refuse(FindingCode::WrongKind, name,
+               std::string("expected a name or a code, got ") + value.Describe());
     }
     NameRow const* const row = names.FindCode(*code);
     if (!row) {
-        Refuse(name, std::to_string(*code) + " is not the code of " + what + NamesHint);
+        Refuse(FindingCode::UnknownName, name,
+               std::to_string(*code) + " is not the code of " + what + NamesHint);
     }
     return row;
 }

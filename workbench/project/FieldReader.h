@@ -5,19 +5,21 @@
 #include <string_view>
 #include <vector>
 
+#include "Finding.h"
 #include "NameTable.h"
 #include "ProjectError.h"
 #include "ScriptValue.h"
 
 namespace workbench {
 
-// Reads the named fields of a table of a project. Every mistake is a ProjectError that begins with "field
-// \"Name\": "; InContext puts the block or variable in front.
+// Reads the named fields of a table of a project. Every mistake is a FieldError.
 class FieldReader {
 public:
-    // ProjectError for a value that is not a table, a key that is not a text and a field that is not a known
-    // one. The value must outlive the reader.
-    FieldReader(tools::ScriptValue const& value, std::vector<std::string> const& known);
+    // FieldError for a value that is not a table. The value must outlive the reader.
+    explicit FieldReader(tools::ScriptValue const& value);
+
+    // Adds entries without a name and fields that are not known ones to the mistakes.
+    void FindUnknown(std::vector<std::string> const& known, Findings& mistakes) const;
 
     tools::ScriptValue const* Find(std::string_view name) const;  // null when absent
 
@@ -32,7 +34,7 @@ public:
     NameRow const* Name(std::string_view name, NameTable const& table, char const* what) const;
     tools::ScriptValue const& Required(std::string_view name) const;
 
-    [[noreturn]] static void Refuse(std::string_view name, std::string const& mistake);
+    [[noreturn]] static void Refuse(FindingCode code, std::string_view name, std::string const& mistake);
 
 private:
     tools::ScriptValue const* table;
@@ -41,13 +43,26 @@ private:
 // The field "Name" of a table; empty when it is missing or not a text.
 std::string NameOf(tools::ScriptValue const& value);
 
+// Runs the function and returns true. A FieldError from it goes to the mistakes instead, so that the next
+// field can be read.
+template <typename Function>
+bool Note(Findings& mistakes, Function function) {
+    try {
+        function();
+        return true;
+    } catch (FieldError const& mistake) {
+        mistakes.push_back({mistake.Code(), {}, {}, {}, {}, mistake.Field(), mistake.what(), {}});
+        return false;
+    }
+}
+
 // Runs the function; puts context in front of a ProjectError from it.
 template <typename Function>
 auto InContext(std::string const& context, Function function) -> decltype(function()) {
     try {
         return function();
     } catch (ProjectError const& mistake) {
-        throw ProjectError(context + mistake.what(), mistake.Variable(), mistake.Occurrence());
+        throw ProjectError(context + mistake.what());
     }
 }
 

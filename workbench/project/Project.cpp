@@ -2,11 +2,8 @@
 
 namespace workbench {
 
-std::string Prefix(Place const& place) {
-    if (place.file.empty()) {
-        return {};
-    }
-    return place.file + (place.line > 0 ? ":" + std::to_string(place.line) : "") + ": ";
+std::string ObjectText(VariableConfig const& variable) {
+    return std::string(variable.objectType->name) + " " + std::to_string(variable.objectNumber);
 }
 
 }  // namespace workbench

@@ -6,20 +6,17 @@
 #include <vector>
 
 #include "NameTable.h"
+#include "Place.h"
+#include "SourceTable.h"
 #include "dorvel/ScadaProtocol.h"
 #include "opcua/OpcUa_BuiltInType.h"
 
 namespace workbench {
 
-// A place in a script, for messages; line 0 when the line is unknown.
-struct Place {
-    std::string file;
-    int line = 0;
-};
-
 struct TaskConfig {
     std::string name;
     int period = 1000;  // milliseconds
+    Place where = {};
 };
 
 struct VariableConfig {
@@ -31,6 +28,7 @@ struct VariableConfig {
     long long readId = 0;   // the variable in the runtime's store
     long long writeId = 0;  // the variable that is written to the device; 0 without Write
     bool write = false;
+    SourcePlace where = {};
 };
 
 // One block of a project, checked.
@@ -44,11 +42,11 @@ struct BlockConfig {
     std::vector<VariableConfig> variables;
     ProtocolWriteCondition writeCondition = ProtocolWriteCondition::OnChange;
     long long writeItemId = 0;  // the trigger, for OnTrigger and a writable variable
-    Place where;
+    SourcePlace where = {};
     ScadaProtocol* protocol = nullptr;  // the driver's object, owned by the Lua state
 };
 
-// "file:line: ", "file: " without a line, "" without a file.
-std::string Prefix(Place const& place);
+// "analog-input 1".
+std::string ObjectText(VariableConfig const& variable);
 
 }  // namespace workbench

@@ -1,19 +1,22 @@
 #pragma once
 
+#include "Finding.h"
 #include "Project.h"
 #include "ScriptValue.h"
 
 namespace workbench {
 
-// Convert the tables of a project to configuration, or throw ProjectError. They need no Lua state.
+// Convert the tables of a project to configuration. They need no Lua state. Each adds every mistake that it
+// finds to the list, in the order of the fields, and goes on with the next field; what has a mistake keeps
+// its default.
 
 // Task{ Name=..., Period=milliseconds }.
-TaskConfig CheckTask(tools::ScriptValue const& value);
+TaskConfig CheckTask(tools::ScriptValue const& value, Place const& where, Findings& mistakes);
 
-// BACnet.new{ ... }. The message begins with "block \"Name\": " as soon as the name is known.
-BlockConfig CheckBlock(tools::ScriptValue const& value);
+// BACnet.new{ ... }. Variables with mistakes are left out.
+BlockConfig CheckBlock(tools::ScriptValue const& value, BlockSource const& source, Findings& mistakes);
 
-// One entry of Vars; the message begins with its first field.
-VariableConfig CheckVariable(tools::ScriptValue const& value);
+// One entry of Vars. The mistakes name neither block nor variable.
+VariableConfig CheckVariable(tools::ScriptValue const& value, Findings& mistakes);
 
 }  // namespace workbench

@@ -2,23 +2,29 @@
 
 #include <stdexcept>
 #include <string>
-#include <utility>
+
+#include "FindingCode.h"
 
 namespace workbench {
 
-// A mistake in a project, as one line for its author. For a mistake in a variable, its name and its
-// occurrence among the variables of that name in the block (from 1), to find the line in the source.
+// A mistake in a project, as one line for its author.
 class ProjectError : public std::runtime_error {
 public:
-    explicit ProjectError(std::string const& text, std::string variableName = {}, int variableOccurrence = 1)
-        : std::runtime_error(text), variable(std::move(variableName)), occurrence(variableOccurrence) {}
+    using std::runtime_error::runtime_error;
+};
 
-    std::string const& Variable() const { return variable; }
-    int Occurrence() const { return occurrence; }
+// A mistake in one field of a table, or in the table if the name of the field is empty.
+class FieldError : public ProjectError {
+public:
+    FieldError(FindingCode findingCode, std::string const& fieldName, std::string const& text)
+        : ProjectError(text), code(findingCode), field(fieldName) {}
+
+    FindingCode Code() const { return code; }
+    std::string const& Field() const { return field; }
 
 private:
-    std::string variable;
-    int occurrence;
+    FindingCode code;
+    std::string field;
 };
 
 }  // namespace workbench

@@ -4,7 +4,7 @@
 #include <lua.hpp>
 
 #include "DriverTable.h"
-#include "ProjectChecks.h"
+#include "FieldReader.h"
 #include "ProjectError.h"
 #include "ScriptReader.h"
 #include "ScriptState.h"
@@ -28,19 +28,18 @@ std::string TextOf(tools::ScriptValue const& value) {
     throw ProjectError("expected a number, a text or a boolean, got " + value.Describe());
 }
 
-// Runs the body; puts words in front of the text of an exception.
-template <class Body>
-void Under(std::string const& words, Body const& body) {
-    try {
-        body();
-    } catch (std::exception const& reason) {
-        throw ProjectError(words + reason.what());
-    }
+Finding InScript(FindingCode code, ScriptCall const& call, char const* subject, std::string const& message) {
+    return {code, call.place, {}, subject, {}, {}, message, {}};
 }
 
 }  // namespace
 
 bool ScriptBinding::Install(lua_State* L) {
+    lua_settop(L, 0);
+    lua_getglobal(L, "pcall");
+    lua_getglobal(L, "xpcall");
+    catchers[0] = lua_tocfunction(L, 1);
+    catchers[1] = lua_tocfunction(L, 2);
     lua_settop(L, 0);
     lua_pushcfunction(L, InstallNames);
     lua_pushlightuserdata(L, this);
@@ -155,46 +154,78 @@ bool ScriptBinding::Accept(Body const& body) {
     return false;
 }
 
+// What a coroutine raises goes to the function that resumes it.
+bool ScriptBinding::IsCaught(lua_State* L) const {
+    if (lua_checkstack(L, 1) == 0) {
+        return true;
+    }
+    bool isCaught = lua_pushthread(L) == 0;
+    lua_pop(L, 1);
+    lua_Debug activation;
+    for (int level = 1; !isCaught && lua_getstack(L, level, &activation) != 0; ++level) {
+        lua_getinfo(L, "f", &activation);
+        lua_CFunction const function = lua_tocfunction(L, -1);
+        isCaught = function && (function == catchers[0] || function == catchers[1]);
+        lua_pop(L, 1);
+    }
+    return isCaught;
+}
+
+ScriptCall ScriptBinding::CallOf(lua_State* L) const {
+    return {L, ScriptState::CurrentPlace(L), IsCaught(L)};
+}
+
 bool ScriptBinding::AcceptSet(lua_State* L) {
     return Accept([&] {
-        Place const place = ScriptState::CurrentPlace(L);
-        Under(Prefix(place) + "Set: ", [&] {
+        ScriptCall const call = CallOf(L);
+        std::string mistakeInSet;
+        try {
             tools::ScriptValue const name = tools::ReadValue(L, 1, 0, room);
             if (!name.IsText()) {
                 throw ProjectError("expected \"Block.Variable\", got " + name.Describe());
             }
-            receiver.SetVariable(name.text, TextOf(tools::ReadValue(L, 2, 0, room)), place);
-        });
+            receiver.SetVariable(name.text, TextOf(tools::ReadValue(L, 2, 0, room)), call.place);
+        } catch (std::exception const& reason) {
+            mistakeInSet = reason.what();
+        }
+        if (!mistakeInSet.empty()) {
+            receiver.Report({InScript(FindingCode::BadSet, call, "Set", mistakeInSet)}, call);
+        }
     });
 }
 
 bool ScriptBinding::AcceptAfter(double seconds, int reference) {
-    return Accept([&] { Under("After: ", [&] { receiver.CallAfter(seconds, reference); }); });
+    return Accept([&] { InContext("After: ", [&] { receiver.CallAfter(seconds, reference); }); });
 }
 
 bool ScriptBinding::AcceptTask(lua_State* L) {
     return Accept([&] {
-        Place const place = ScriptState::CurrentPlace(L);
-        Under(Prefix(place), [&] { receiver.AddTask(CheckTask(tools::ReadValue(L, 1, TaskDepth, room))); });
+        ScriptCall const call = CallOf(L);
+        if (auto const task = ReadTable(call, TaskDepth)) {
+            receiver.AddTask(*task, call);
+        }
     });
 }
 
+// The argument; without a value if it cannot be read and the script goes on.
+std::optional<tools::ScriptValue> ScriptBinding::ReadTable(ScriptCall const& call, int depth) {
+    std::string unreadable;
+    try {
+        return tools::ReadValue(call.L, 1, depth, room);
+    } catch (std::exception const& reason) {
+        unreadable = reason.what();
+    }
+    receiver.Report({InScript(FindingCode::UnreadableTable, call, "", unreadable)}, call);
+    return std::nullopt;
+}
+
 BlockConfig const* ScriptBinding::AcceptBlock(lua_State* L) {
+    static BlockConfig const none;
     BlockConfig const* accepted = nullptr;
     Accept([&] {
-        Place place = ScriptState::CurrentPlace(L);
-        try {
-            BlockConfig block = CheckBlock(tools::ReadValue(L, 1, BlockDepth, room));
-            block.where = place;
-            accepted = &receiver.AddBlock(std::move(block));
-        } catch (ProjectError const& reason) {
-            if (!reason.Variable().empty()) {
-                place.line = receiver.LineOfVariable(place, reason.Variable(), reason.Occurrence());
-            }
-            throw ProjectError(Prefix(place) + reason.what());
-        } catch (std::exception const& reason) {
-            throw ProjectError(Prefix(place) + reason.what());
-        }
+        ScriptCall const call = CallOf(L);
+        auto const block = ReadTable(call, BlockDepth);
+        accepted = block ? &receiver.AddBlock(*block, call) : &none;
     });
     return accepted;
 }

@@ -1,25 +1,36 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 
+#include "Finding.h"
 #include "Project.h"
+#include "ScriptValue.h"
 
 struct lua_State;
 
 namespace workbench {
 
+// A call of a script's function.
+struct ScriptCall {
+    lua_State* L;
+    Place place;
+    bool isCaught;  // an error that is raised goes to a function of the script, such as pcall, not to its end
+};
+
 // The functions of a project's script: Task{...}, BACnet.new{...}, Set(name, value), After(seconds, function)
-// and Param.NAME. Checks the arguments and passes them to the receiver. A ProjectError becomes a Lua error
-// that begins with file and line.
+// and Param.NAME. Passes what they get to the receiver. An exception of the receiver becomes a Lua error.
 class ScriptBinding {
 public:
     class Receiver {
     public:
         virtual ~Receiver() = default;
-        virtual void AddTask(TaskConfig task) = 0;
+        // Throws a mistake, or keeps it, and then the script goes on.
+        virtual void Report(Findings mistakes, ScriptCall const& call) = 0;
+        virtual void AddTask(tools::ScriptValue const& task, ScriptCall const& call) = 0;
         // Keeps the block until BlockMade; the result is passed to the driver.
-        virtual BlockConfig const& AddBlock(BlockConfig block) = 0;
+        virtual BlockConfig const& AddBlock(tools::ScriptValue const& block, ScriptCall const& call) = 0;
         // Called after the driver has made its object. False when it has not.
         virtual bool BlockMade() = 0;
         // "Block.Variable" and the value's text.
@@ -28,8 +39,6 @@ public:
         virtual void CallAfter(double seconds, int reference) = 0;
         // The value of Param.NAME, null when there is none.
         virtual std::string const* Param(char const* name) = 0;
-        // The line of a variable's name within the block, or the line of the block.
-        virtual int LineOfVariable(Place const& block, std::string const& name, int occurrence) const = 0;
     };
 
     // The receiver must outlive the Lua state.
@@ -62,10 +71,14 @@ private:
     bool AcceptAfter(double seconds, int reference);
     BlockConfig const* AcceptBlock(lua_State* L);
     bool AcceptMade();
+    bool IsCaught(lua_State* L) const;
+    ScriptCall CallOf(lua_State* L) const;
+    std::optional<tools::ScriptValue> ReadTable(ScriptCall const& call, int depth);
 
     Receiver& receiver;
     std::string mistake;
     std::size_t room = 0;
+    int (*catchers[2])(lua_State*) = {};  // pcall and xpcall
 };
 
 }  // namespace workbench

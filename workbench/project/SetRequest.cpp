@@ -1,7 +1,7 @@
 #include "SetRequest.h"
 
 #include <algorithm>
-#include <iterator>
+#include <cstddef>
 #include <utility>
 
 #include "Printable.h"
@@ -43,13 +43,12 @@ std::vector<std::string> NamesIf(std::deque<BlockConfig> const& blocks, Predicat
     return names;
 }
 
-// The properties that the driver writes themselves: BACnet's numbers of object type and property.
-constexpr std::pair<int, int> OwnProperties[] = {{12, 93}, {12, 49}, {12, 26}, {17, 123}, {17, 38}};
-constexpr int PresentValue = 85;
-
 Found FindFullName(std::deque<BlockConfig> const& blocks, std::string const& name) {
     return FindVariable(blocks, [&](BlockConfig const& block, VariableConfig const& variable) {
-        return FullName(block, variable) == name;
+        std::size_t const length = block.name.size();
+        return name.size() == length + 1 + variable.name.size() && name[length] == '.' &&
+               name.compare(0, length, block.name) == 0 &&
+               name.compare(length + 1, name.npos, variable.name) == 0;
     });
 }
 
@@ -130,12 +129,6 @@ std::string FullName(BlockConfig const& block, VariableConfig const& variable) {
 
 std::vector<std::string> WritableNames(std::deque<BlockConfig> const& blocks) {
     return NamesIf(blocks, [](VariableConfig const& variable) { return variable.write; });
-}
-
-bool IsWrittenItself(VariableConfig const& variable) {
-    std::pair<int, int> const own(variable.objectType->bacnetNumber, variable.property->bacnetNumber);
-    return own.second == PresentValue ||
-           std::find(std::begin(OwnProperties), std::end(OwnProperties), own) != std::end(OwnProperties);
 }
 
 SetRequest MakeSetRequest(std::deque<BlockConfig> const& blocks, std::string const& name,

@@ -25,10 +25,6 @@ std::string FullName(BlockConfig const& block, VariableConfig const& variable);
 // The full names of the variables that can be set.
 std::vector<std::string> WritableNames(std::deque<BlockConfig> const& blocks);
 
-// True when a write goes to the property that the variable reads. The driver writes the constants of a loop
-// and the schedules of a schedule to their own properties, and everything else to the present value.
-bool IsWrittenItself(VariableConfig const& variable);
-
 // name is "Block.Variable", text the value in its lexical form. ProjectError for an unknown variable, one
 // without Write = true, and a text that is not a value of its type; with a suggestion where one is near.
 SetRequest MakeSetRequest(std::deque<BlockConfig> const& blocks, std::string const& name,

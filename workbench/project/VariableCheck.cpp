@@ -36,47 +36,63 @@ _OpcUa_BuiltInType Type(FieldReader const& fields, char const* name) {
     if (value.IsText()) {
         auto const type = FindType(value.text);
         if (!type) {
-            FieldReader::Refuse(name, value.Describe() + " is not a type" + TypeSuggestion(value.text));
+            FieldReader::Refuse(FindingCode::UnknownName, name,
+                                value.Describe() + " is not a type" + TypeSuggestion(value.text));
         }
         return *type;
     }
     auto const type = FindType(fields.Integer(name, 0, 25));
     if (!type) {
-        FieldReader::Refuse(name, value.Describe() + " is not the number of a type that variables can have");
+        FieldReader::Refuse(FindingCode::UnknownName, name,
+                            value.Describe() + " is not the number of a type that variables can have");
     }
     return *type;
 }
 
-OpcUa_BuiltInTypeHlp FullType(FieldReader const& fields) {
-    _OpcUa_BuiltInType const type = Type(fields, "Type");
-    bool const hasElement = fields.Find("ElementType") != nullptr;
-    if (type != OpcUaType_DataValue) {
-        if (hasElement) {
-            FieldReader::Refuse("ElementType", "is allowed only with the type DataValue");
-        }
-        return {type};
+void RefuseElement(char const* mistake) {
+    FieldReader::Refuse(FindingCode::WrongElementType, "ElementType", mistake);
+}
+
+_OpcUa_BuiltInType ElementType(FieldReader const& fields, _OpcUa_BuiltInType type) {
+    bool const isPresent = fields.Find("ElementType") != nullptr;
+    if (isPresent && type != OpcUaType_DataValue) {
+        RefuseElement("is allowed only with the type DataValue");
     }
-    if (!hasElement) {
-        FieldReader::Refuse("ElementType", "missing; the type DataValue needs it");
+    if (!isPresent && type == OpcUaType_DataValue) {
+        RefuseElement("missing; the type DataValue needs it");
     }
-    _OpcUa_BuiltInType const element = Type(fields, "ElementType");
+    _OpcUa_BuiltInType const element = isPresent ? Type(fields, "ElementType") : OpcUaType_Null;
     if (element == OpcUaType_DataValue) {
-        FieldReader::Refuse("ElementType", "a DataValue cannot contain a DataValue");
+        RefuseElement("a DataValue cannot contain a DataValue");
     }
-    return {type, element};
+    return element;
+}
+
+// With a mistake in Type, nothing is known of ElementType.
+void ReadType(FieldReader const& fields, OpcUa_BuiltInTypeHlp& type, Findings& mistakes) {
+    if (Note(mistakes, [&] { type.Type = Type(fields, "Type"); })) {
+        Note(mistakes, [&] { type.ElementType = ElementType(fields, type.Type); });
+    }
 }
 
 }  // namespace
 
-VariableConfig CheckVariable(tools::ScriptValue const& value) {
-    FieldReader const fields(value, VariableFields());
+VariableConfig CheckVariable(tools::ScriptValue const& value, Findings& mistakes) {
     VariableConfig variable;
-    variable.name = fields.Text("Name");
-    variable.type = FullType(fields);
-    variable.objectType = fields.Name("ObjectType", ObjectTypes(), "an object type");
-    variable.property = fields.Name("ObjectProperties", Properties(), "a property");
-    variable.objectNumber = static_cast<int>(fields.Integer("ObjectNumber", 0, LargestInstance));
-    variable.write = fields.OptionalBoolean("Write").value_or(false);
+    Note(mistakes, [&] {
+        FieldReader const fields(value);
+        fields.FindUnknown(VariableFields(), mistakes);
+        Note(mistakes, [&] { variable.name = fields.Text("Name"); });
+        ReadType(fields, variable.type, mistakes);
+        Note(mistakes,
+             [&] { variable.objectType = fields.Name("ObjectType", ObjectTypes(), "an object type"); });
+        Note(mistakes,
+             [&] { variable.property = fields.Name("ObjectProperties", Properties(), "a property"); });
+        Note(mistakes, [&] {
+            variable.objectNumber = static_cast<int>(fields.Integer("ObjectNumber", 0, LargestInstance));
+        });
+        Note(mistakes, [&] { variable.write = fields.OptionalBoolean("Write").value_or(false); });
+    });
     return variable;
 }
 

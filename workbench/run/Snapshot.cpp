@@ -52,8 +52,4 @@ std::string StateText(BlockSnapshot const& block) {
     return IsFault(block) ? "FAULT " + tools::Printable(FaultText(block)) : "OK";
 }
 
-std::string ObjectText(VariableConfig const& variable) {
-    return std::string(variable.objectType->name) + " " + std::to_string(variable.objectNumber);
-}
-
 }  // namespace workbench

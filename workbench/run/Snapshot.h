@@ -41,7 +41,4 @@ std::string FaultText(BlockSnapshot const& block);
 // "OK", "FAULT No connection", or "waiting" before the first cycle.
 std::string StateText(BlockSnapshot const& block);
 
-// "analog-input 1".
-std::string ObjectText(VariableConfig const& variable);
-
 }  // namespace workbench

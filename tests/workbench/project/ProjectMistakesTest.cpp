@@ -186,12 +186,13 @@ TEST_F(ProjectMistakes, TheObjectNumberIsChecked) {
 
 TEST_F(ProjectMistakes, NamesAreUnique) {
     EXPECT_EQ(MistakeIn(OneBlock + OneBlock),
-              "p.lua:2: block \"AHU\": the name is already taken; each block needs its own");
+              "p.lua:2: block \"AHU\": field \"Name\": the name is already taken; each block needs its own");
     EXPECT_EQ(MistakeIn("Task{Name='a'}\nTask{Name='a'}"),
-              "p.lua:2: task \"a\": the name is already taken; each task needs its own");
-    EXPECT_EQ(MistakeIn("BACnet.new{" + Named + ", Vars={\n" + Temperature + ",\n" + Temperature + "}}"),
-              "p.lua:3: block \"AHU\": variable \"T\": the name is already taken; each variable of a block "
-              "needs its own");
+              "p.lua:2: task \"a\": field \"Name\": the name is already taken; each task needs its own");
+    EXPECT_EQ(
+        MistakeIn("BACnet.new{" + Named + ", Vars={\n" + Temperature + ",\n" + Temperature + "}}"),
+        "p.lua:3: block \"AHU\": variable \"T\": field \"Name\": the name is already taken; each variable "
+        "of a block needs its own");
 }
 
 TEST_F(ProjectMistakes, TasksAreChecked) {
@@ -213,7 +214,7 @@ TEST_F(ProjectMistakes, AMistakeInAVariableHasItsLine) {
               "p.lua:4: block \"AHU\": variable \"U\": field \"ObjectType\": \"x\" is not an object type; "
               "\"dorvel-workbench names\" lists them");
     EXPECT_EQ(MistakeIn("local vars={\n" + bad + "}\nBACnet.new{" + Named + ", Vars=vars}"),
-              "p.lua:3: block \"AHU\": variable \"U\": field \"ObjectType\": \"x\" is not an object type; "
+              "p.lua:2: block \"AHU\": variable \"U\": field \"ObjectType\": \"x\" is not an object type; "
               "\"dorvel-workbench names\" lists them");
 }
 

@@ -47,13 +47,6 @@ protected:
         return "taken";
     }
 
-    bool Written(char const* type, char const* property) {
-        VariableConfig variable = blocks[0].variables[0];
-        variable.objectType = ObjectTypes().FindName(type);
-        variable.property = Properties().FindName(property);
-        return IsWrittenItself(variable);
-    }
-
     std::deque<BlockConfig> blocks;
 };
 
@@ -112,18 +105,6 @@ TEST_F(Setting, AValueThatDoesNotFitTheTypeIsReported) {
 TEST_F(Setting, OnlyWritableNamesAreOffered) {
     EXPECT_EQ(WritableNames(blocks), (std::vector<std::string>{"AHU.Setpoint", "AHU.Fan", "AHU.Stage",
                                                                "AHU.Note", "AHU.At", "Roof.East.a=b"}));
-}
-
-TEST_F(Setting, WritesToAnotherPropertyAreKnown) {
-    EXPECT_TRUE(Written("analog-value", "present-value"));
-    EXPECT_FALSE(Written("analog-value", "description"));
-    EXPECT_TRUE(Written("loop", "proportional-constant"));
-    EXPECT_TRUE(Written("loop", "integral-constant"));
-    EXPECT_TRUE(Written("loop", "derivative-constant"));
-    EXPECT_FALSE(Written("loop", "setpoint"));
-    EXPECT_TRUE(Written("schedule", "weekly-schedule"));
-    EXPECT_TRUE(Written("schedule", "exception-schedule"));
-    EXPECT_FALSE(Written("analog-value", "weekly-schedule"));
 }
 
 TEST_F(Setting, AnyTextIsARequestOrAMistake) {

@@ -1,0 +1,170 @@
+"""The command check, and its findings compared with what the driver does."""
+
+import json
+import os
+import pty
+import re
+import subprocess
+
+from programs import LONGEST, ROOT, TASK, WORKBENCH, EndToEnd, block, variable
+
+GOOD = block("B", "192.0.2.1:47808", [variable("V", "analog-input", 1)])
+
+
+def names(heading):
+    """The names that the workbench lists below a heading."""
+    output = subprocess.run([WORKBENCH, "names"], stdout=subprocess.PIPE, text=True, timeout=LONGEST, check=True).stdout
+    part = re.split(r"^(\S+)$", output, flags=re.MULTILINE)
+    return re.findall(r"^ +\d+ +\d+ +(\S+)", part[part.index(heading) + 1], re.MULTILINE)
+
+
+class Check(EndToEnd):
+    def check(self, *arguments, code=None, environment=None):
+        result = subprocess.run([WORKBENCH, "check", *arguments], stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True,
+                                timeout=LONGEST, check=False, env={**os.environ, **(environment or {})}, cwd=self.folder)
+        if code is not None:
+            self.assertEqual((result.returncode, result.stderr), (code, ""), result.stdout)
+        return result.stdout
+
+    def findings(self, *arguments):
+        return [json.loads(line) for line in self.check(*arguments, "--format", "json").splitlines()]
+
+    def good(self, name="good.lua"):
+        return self.file(name, GOOD)
+
+    def test_a_clean_project_has_no_mistake(self):
+        project = self.good()
+        self.assertEqual(self.check(project, code=0), f"{project}: no mistake (blocks: 1, variables: 1, tasks: 1)\n")
+        self.assertEqual(self.check(project, "--strict", code=0, environment={"PATH": "/nowhere"}).count("no mistake"), 1)
+        self.assertEqual(self.check(project, "--format", "json", code=0), "")
+
+    def test_errors_have_exit_code_2_and_warnings_only_with_strict(self):
+        warning = self.file("warning.lua", block("B", "192.0.2.1:47808", [variable("V", "analog-input", 1)], "Timeout = 5,"))
+        self.assertIn(f"{warning}:1: warning: ", self.check(warning, code=0))
+        self.check(warning, "--strict", code=2)
+        error = self.file("error.lua", block("B", "192.0.2.1:47808", [variable("V", "analog-input", 1, prop="bias")]))
+        self.assertIn(f"{error}: 1 error, 0 warnings", self.check(error, code=2))
+
+    def test_several_projects_are_checked_in_one_run(self):
+        error = self.file("error.lua", "BACnet.new{}")
+        output = self.check(error, self.good(), self.file("missing.lua"), code=2)
+        self.assertRegex(output, r"error\.lua:1: error: .*\n(.*\n)*.*good\.lua: no mistake .*\n.*missing\.lua: error: cannot be read")
+        self.assertTrue(output.endswith("3 projects: 4 errors, 0 warnings\n"), output)
+
+    def test_json_has_exactly_the_fields_of_the_manual(self):
+        project = self.file("p.lua", "Set('X.Y', 1)\n" + block("Block", "192.0.2.1:47808", [variable("V\\n", "loop", 1, prop="bias")]).replace("Block", "Bl\u00f6ck"))
+        first, second = self.findings(project)
+        for finding in (first, second):
+            self.assertEqual(list(finding), ["severity", "code", "file", "line", "block", "variable", "field", "message", "advice"])
+        self.assertEqual((first["code"], first["line"], first["block"], first["field"]), ("bad-set", 1, None, None))
+        self.assertEqual((second["severity"], second["code"], second["file"], second["line"], second["block"], second["variable"]),
+                         ("error", "not-decoded", project, 4, "Bl\u00f6ck", "V\n"))
+
+    def test_a_required_file_is_found_from_any_directory(self):
+        self.file("rooms.lua", "return {\n" + variable("V", "loop", 1, prop="bias") + "}")
+        project = self.file("main.lua", 'BACnet.new{ Name = "B", Address = "192.0.2.1:47808", Vars = require "rooms" }')
+        for name in (project, "main.lua", "./main.lua"):
+            finding, = self.findings(name)
+            self.assertEqual((os.path.basename(finding["file"]), finding["line"]), ("rooms.lua", 2))
+        self.addCleanup(os.chdir, os.getcwd())
+        os.chdir("/")
+        self.assertEqual(len(self.findings(project)), 1)
+
+    def test_a_define_that_no_project_uses_is_a_warning(self):
+        project = self.file("p.lua", "local x = Param.used\n" + GOOD)
+        self.assertEqual(self.findings(project, "-D", "used=1"), [])
+        self.assertEqual(self.findings(self.good(), project, "-D", "used=1"), [])
+        self.assertEqual([finding["code"] for finding in self.findings(project, "-D", "usd=1")], ["unused-define"])
+
+    def test_colours_are_for_terminals_without_no_color(self):
+        project = self.file("p.lua", "BACnet.new{}")
+        for environment, coloured in (({"TERM": "xterm", "NO_COLOR": ""}, True), ({"TERM": "xterm", "NO_COLOR": "1"}, False),
+                                      ({"TERM": "dumb", "NO_COLOR": ""}, False)):
+            master, slave = pty.openpty()
+            subprocess.run([WORKBENCH, "check", project], stdout=slave, timeout=LONGEST, check=False,
+                           env={**os.environ, **environment})
+            os.close(slave)
+            output = os.read(master, 65536).decode()
+            os.close(master)
+            self.assertEqual("\x1b[31merror" in output, coloured, environment)
+        self.assertNotIn("\x1b", self.check(project))
+
+    def test_a_closed_output_is_a_failure(self):
+        with open("/dev/full", "w", encoding="utf-8") as full:
+            code = subprocess.run([WORKBENCH, "check", self.good()], stdout=full, stderr=subprocess.DEVNULL, timeout=LONGEST,
+                                  check=False).returncode
+        self.assertEqual(code, 4)
+
+    def test_the_examples_have_only_warnings(self):
+        for name in ("first-steps", "plant"):
+            findings = self.findings(os.path.join(ROOT, "examples", name + ".lua"))
+            self.assertEqual({finding["severity"] for finding in findings}, {"warning"})
+
+    # The findings and the driver.
+
+    def never_read(self, project, blocks):
+        """The variables of a run that have no value after two cycles without a fault, and the faulty blocks."""
+        run = self.workbench(TASK + project, cycles=2)
+        last = {state["block"]: state for state in run.states}
+        self.assertEqual(set(last), set(blocks), run.errors)
+        empty = {(name, entry["name"]) for name, state in last.items() if not state["fault"]
+                 for entry in state["variables"] if entry["value"] is None}
+        return empty, {name for name, state in last.items() if state["fault"]}
+
+    def reported(self, project, *codes):
+        return {(finding["block"], finding["variable"]) for finding in self.findings(self.file("checked.lua", project))
+                if finding["code"] in codes}
+
+    def test_of_all_pairs_those_are_reported_that_the_driver_never_reads(self):
+        types, properties = names("ObjectType"), names("ObjectProperties")
+        with open(os.path.join(ROOT, "docs", "simulator.md"), encoding="utf-8") as manual:
+            simulated = re.search(r"^The object types are (.*)\.$", manual.read(), re.MULTILINE).group(1)
+        objects = "".join(f"{name}{{instance = 1}}, " for name in re.findall(r"`(\w+)`", simulated))
+        device = self.device(f'device{{ name = "D", instance = 1, objects = {{ {objects} }} }}')
+        never = ("not-decoded", "lighting-output", "averaging-present-value", "sent-as-other-property")
+        count = 0
+        for first in range(0, len(types), 6):
+            pairs = [(name, prop) for name in types[first:first + 6] for prop in properties]
+            blocks = {f"{name} {prop}": (name, prop) for name, prop in pairs}
+            project = "".join(block(title, device.address, [variable("V", name, 1, "String", prop)], "CountRepeat = 1,")
+                              for title, (name, prop) in blocks.items())
+            empty, faulty = self.never_read(project, blocks)
+            reported = {pair for pair in self.reported(project, *never) if pair[0] not in faulty}
+            self.assertEqual(reported, empty)
+            count += len(empty)
+        self.assertGreater(count, 500)
+
+    def test_what_is_taken_along_gets_no_value_either(self):
+        device = self.device('device{ name = "D", instance = 1, objects = { analog_input{instance = 1}, analog_input{instance = 2}, '
+                             'analog_input{instance = 3}, analog_value{instance = 1} } }')
+        pairs = [variable("Good", "analog-input", 1), variable("Limit", "analog-input", 1, prop="low-limit"),
+                 variable("Units", "analog-input", 2, "UInt32", prop="units"),
+                 variable("Blink", "analog-input", 2, prop="blink-warn-enable"),
+                 variable("Other", "analog-input", 3), variable("Power", "analog-input", 3, prop="power"),
+                 variable("First", "analog-value", 1), variable("Second", "analog-value", 1, "Double")]
+        project = block("B", device.address, pairs)
+        empty, faulty = self.never_read(project, ["B"])
+        self.assertEqual(faulty, set())
+        self.assertEqual({name for _, name in empty}, {"Good", "Limit", "Blink", "Other", "Power", "Second"})
+        messages = {finding["variable"]: finding["message"] for finding in self.findings(self.file("checked.lua", project))}
+        self.assertEqual(set(messages), {"Limit", "Blink", "Power", "Second"})
+        self.assertIn('nor "Good" ever gets', messages["Limit"])
+        self.assertIn('nor "Other" ever gets', messages["Power"])
+        self.assertNotIn("Units", messages["Blink"])
+
+    def test_a_conversion_that_never_succeeds_leaves_the_variable_empty(self):
+        device = self.device('device{ name = "D", instance = 1, objects = { analog_input{instance = 1, present_value = 21.5}, '
+                             'accumulator{instance = 1, present_value = 300}, multi_state_value{instance = 1, number_of_states = 9, '
+                             'present_value = 5} } }')
+        project = block("B", device.address, [
+            variable("Date", "analog-input", 1, "DateTime"), variable("Octet", "accumulator", 1, "Byte"),
+            variable("State", "multi-state-value", 1, "Boolean")])
+        empty, _ = self.never_read(project, ["B"])
+        self.assertEqual({name for _, name in empty}, {"Date", "Octet"})
+        codes = {finding["variable"]: finding["code"] for finding in self.findings(self.file("checked.lua", project))}
+        self.assertEqual(codes, {"Date": "never-converts", "Octet": "may-not-convert", "State": "loses-information"})
+
+
+if __name__ == "__main__":
+    import unittest
+    unittest.main()

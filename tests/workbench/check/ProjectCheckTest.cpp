@@ -1,0 +1,271 @@
+#include "ProjectCheck.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+#include <regex>
+#include <set>
+
+#include "CheckedText.h"
+#include "TemporaryFolder.h"
+
+using namespace test;
+using namespace workbench;
+
+namespace {
+
+std::string const Good = ProjectOf(Local, {Variable("V", "Float", "analog-input", 1)});
+
+// "file:line code" of each finding, without the folder.
+Lines Places(ProjectReport const& report, std::string const& folder) {
+    Lines places;
+    for (Finding const& finding : report.findings) {
+        std::string const file = finding.where.file.compare(0, folder.size(), folder) == 0
+                                     ? finding.where.file.substr(folder.size() + 1)
+                                     : finding.where.file;
+        places.push_back(file + ":" + std::to_string(finding.where.line) + " " + RowOf(finding.code).name);
+    }
+    return places;
+}
+
+TEST(ProjectCheck, CountsWhatAGoodProjectHas) {
+    ProjectReport const report = Check(Good);
+    EXPECT_TRUE(report.findings.empty());
+    EXPECT_EQ(report.blocks, 1u);
+    EXPECT_EQ(report.variables, 1u);
+    EXPECT_EQ(report.tasks, 1u);
+    EXPECT_EQ(SummaryText(report), "p.lua: no mistake (blocks: 1, variables: 1, tasks: 1)\n");
+}
+
+TEST(ProjectCheck, AMistakeDoesNotHideTheNextOnes) {
+    EXPECT_EQ(
+        Found("Task{Name='a', Period=0, Cycle=1}\n"
+              "BACnet.new{Name='B', Address='1.2.3.4', MAC=5, Priority=17, Colour=1, Task='none', Vars={\n"
+              "{Name='T', Type='Flaot', ObjectType='analog', ObjectNumber=-1},\n"
+              "{Name='U', Type='DataValue', ObjectType=1, ObjectNumber=1, ObjectProperties=0},\n"
+              "5,\n"
+              "{" +
+              Variable("T", "Float", "analog-input", 1) +
+              "},\n"
+              "{" +
+              Variable("V", "Float", "analog-input", 1, "bias") +
+              "}}}\n"
+              "BACnet.new{Name='B', Address='1.2.3.4:5', Vars={}}\n"
+              "Set('B.X', 1)\n"
+              "error('late')"),
+        (Lines{"unknown-field 1  Cycle", "out-of-range 1  Period", "unknown-field 2 B Colour",
+               "bad-address 2 B Address", "wrong-kind 2 B MAC", "out-of-range 2 B Priority",
+               "wrong-kind 2 B ", "unknown-name 2 B Task", "unknown-name 3 B.T Type",
+               "unknown-name 3 B.T ObjectType", "missing-field 3 B.T ObjectProperties",
+               "out-of-range 3 B.T ObjectNumber", "wrong-element-type 4 B.U ElementType",
+               "name-taken 6 B.T Name", "not-decoded 7 B.V ObjectProperties", "wrong-kind 8 B Vars",
+               "name-taken 8 B Name", "bad-set 9  ", "script-error 10  "}));
+}
+
+TEST(ProjectCheck, WhatTheScriptCatchesIsNoMistake) {
+    EXPECT_EQ(Found("assert(not pcall(BACnet.new, {Name='A'}))\n" + Good), Lines());
+    EXPECT_EQ(Found("local ok = pcall(Set, {}, 1) assert(not ok)\n" + Good), Lines());
+}
+
+TEST(ProjectCheck, AMistakeThatTheScriptRaisesAgainKeepsItsCode) {
+    EXPECT_EQ(Found("local ok, m = pcall(BACnet.new, {Name='A', Address='x', Vars=5}) error(m, 0)"),
+              (Lines{"bad-address 1 A Address", "wrong-kind 1 A Vars"}));
+}
+
+TEST(ProjectCheck, AVariableWithAMistakeCanBeSet) {
+    EXPECT_EQ(Found("Set('B.V', 1)\n" + ProjectOf(Local, {"Name='V', Type='Float'"})).size(), 3U);
+}
+
+TEST(ProjectCheck, ABlockIsAnObjectWithoutFields) {
+    EXPECT_EQ(Found("local b = " + Good + "assert(type(b) == 'userdata' and getmetatable(b) == false)"),
+              Lines());
+    EXPECT_EQ(MessageOf(FindingCode::ScriptError, "local b = " + Good + "b.Address = 5"),
+              "attempt to index a BACnet value (local 'b')");
+}
+
+TEST(ProjectCheck, AProjectWithoutBlocksIsAMistake) {
+    EXPECT_EQ(Found("Task{Name='a'}"), Lines{"no-block 0  "});
+}
+
+TEST(ProjectCheck, AFileThatCannotBeReadIsAFinding) {
+    ProjectReport const report = CheckProject("no/such/file.lua", {});
+    ASSERT_EQ(report.findings.size(), 1u);
+    EXPECT_EQ(report.findings[0].code, FindingCode::UnreadableFile);
+    EXPECT_EQ(report.findings[0].where.file, "no/such/file.lua");
+    EXPECT_EQ(report.findings[0].message, "cannot be read: No such file or directory");
+}
+
+TEST(ProjectCheck, AnEndlessScriptIsAFinding) {
+    tools::LuaLimits limits;
+    limits.time = std::chrono::milliseconds(50);
+    ProjectReport const report = CheckProjectText("p.lua", Good + "while true do end", {}, limits);
+    ASSERT_EQ(report.findings.size(), 1u);
+    EXPECT_EQ(report.findings[0].code, FindingCode::ScriptError);
+    EXPECT_EQ(report.findings[0].where.line, 3);
+}
+
+TEST(ProjectCheck, ParamsReachTheProject) {
+    std::string const text =
+        "BACnet.new{Name='B', Address=Param.ahu, Vars={{" + Variable("V", "Float", "analog-input", 1) + "}}}";
+    EXPECT_EQ(Found(text), Lines{"missing-field 1 B Address"});
+    ProjectReport const report = CheckProjectText("p.lua", text, {{"ahu", Device}, {"x", "1"}});
+    EXPECT_TRUE(report.findings.empty());
+    EXPECT_EQ(report.unusedParams, Lines{"x"});
+}
+
+// Projects of several files.
+class SeveralFiles : public testing::Test {
+protected:
+    std::string Write(char const* name, std::string const& text) { return folder.Write(name, text); }
+    Lines CheckFile(std::string const& path) { return Places(CheckProject(path, {}), folder.Path()); }
+
+    std::string const bad = "{" + Variable("V", "Float", "analog-input", 1, "bias") + "}";
+    std::string const start = std::string("BACnet.new{Name='B', Address='") + Device + "', Vars=";
+    TemporaryFolder folder;
+};
+
+TEST_F(SeveralFiles, ABlockInARequiredFileHasItsFileAndLine) {
+    Write("rooms.lua", "\n\n" + start + "{\n" + bad + "}, Timeout=5}");
+    EXPECT_EQ(CheckFile(Write("main.lua", "require 'rooms'")),
+              (Lines{"rooms.lua:4 not-decoded", "rooms.lua:4 field-without-effect"}));
+}
+
+TEST_F(SeveralFiles, VariablesInARequiredFileHaveTheirFileAndLine) {
+    Write("points.lua", "return {\n" + bad + "}");
+    EXPECT_EQ(CheckFile(Write("main.lua", "\n" + start + "require 'points', Timeout=5}")),
+              (Lines{"main.lua:2 field-without-effect", "points.lua:2 not-decoded"}));
+}
+
+TEST_F(SeveralFiles, ListsWithEqualNamesAreToldApart) {
+    auto const list = [](char const* property) {
+        return "return {\n\n{" + Variable("V", "Float", "analog-input", 1, property) + "}}";
+    };
+    Write("first.lua", list("present-value"));
+    Write("second.lua", list("bias"));
+    std::string const text =
+        "Task{Name='a'} Task{Name='b'} BACnet.new{Name='A', Task='a', Address='1.2.3.4:5', "
+        "Vars=require 'first'}\nBACnet.new{Name='B', Task='b', Address='1.2.3.5:5', "
+        "Vars=require 'second'}";
+    EXPECT_EQ(CheckFile(Write("main.lua", text)), Lines{"second.lua:3 not-decoded"});
+}
+
+TEST_F(SeveralFiles, DofileIsBesideTheProjectToo) {
+    Write("rooms.lua", start + "{" + bad + "}}");
+    EXPECT_EQ(CheckFile(Write("main.lua", "dofile 'rooms.lua'")), Lines{"rooms.lua:1 not-decoded"});
+    EXPECT_EQ(CheckFile(Write("main.lua", "assert(loadfile('rooms.lua'))()")),
+              Lines{"rooms.lua:1 not-decoded"});
+}
+
+TEST_F(SeveralFiles, AnErrorInARequiredFileHasItsFileAndLine) {
+    Write("rooms.lua", "\nlocal x = nil + 1");
+    EXPECT_EQ(CheckFile(Write("main.lua", "require 'rooms'")), Lines{"rooms.lua:2 script-error"});
+}
+
+TEST_F(SeveralFiles, AMistakeOfTheCheckInARequiredFileHasItsFileAndLine) {
+    Write("rooms.lua",
+          start + "{\n{Name='V',\nType='Flaot', ObjectType=1, ObjectNumber=1,\nObjectProperties=99}}}");
+    EXPECT_EQ(CheckFile(Write("main.lua", "require 'rooms'")),
+              (Lines{"rooms.lua:3 unknown-name", "rooms.lua:4 unknown-name"}));
+}
+
+TEST_F(SeveralFiles, AFunctionOfAnotherFileMakesVariablesOfThisOne) {
+    Write("tools.lua",
+          "return function(name, property) return {Name=name, Type='DataValue', ElementType='Float',\n"
+          "ObjectType='analog-input', ObjectNumber=1, ObjectProperties=property} end");
+    EXPECT_EQ(CheckFile(Write("main.lua", "local value = require 'tools'\n" + start +
+                                              "{\nvalue('T', 'present-value'),\nvalue('V', 'bias')}}")),
+              Lines{"main.lua:4 not-decoded"});
+}
+
+TEST(SourcePlaces, OfComputedNamesAreThoseOfTheBlock) {
+    EXPECT_EQ(Found("local vars = {}\nfor i = 1, 2 do vars[i] = {Name='V' .. i, Type='DataValue', "
+                    "ElementType='Float', "
+                    "ObjectType='analog-input', ObjectNumber=i, ObjectProperties='bias'} end\n"
+                    "BACnet.new{Name='B', Address='1.2.3.4:5', Vars=vars}"),
+              (Lines{"not-decoded 3 B.V1 ObjectProperties", "not-decoded 3 B.V2 ObjectProperties"}));
+}
+
+TEST(SourcePlaces, CommentsAndLongTextsAreNotTables) {
+    EXPECT_EQ(Found("--[[ {Name='V'} \n ]] local text = [==[\n{Name='V', [[x]] } ]==] -- {Name='V'\n" +
+                    ProjectOf(Local, {"Name = \"V\" ; ['Type']='Float', ObjectType=1,\n ObjectNumber = 0x1, "
+                                      "ObjectProperties = 99"})),
+              Lines{"unknown-name 6 B.V ObjectProperties"});
+}
+
+TEST(SourcePlaces, EqualNamesOfTwoBlocksAreToldApart) {
+    std::string const block =
+        ", Address='1.2.3.4:5', Vars={\n{" + Variable("V", "Float", "analog-input", 1, "bias") + "}}}\n";
+    EXPECT_EQ(Found("BACnet.new{Name='A'" + block + "BACnet.new({Name='B'" + block + ")"),
+              (Lines{"not-decoded 2 A.V ObjectProperties", "not-decoded 4 B.V ObjectProperties",
+                     "object-polled-twice 4 B.V ObjectNumber"}));
+}
+
+TEST(FindingJson, HasExactlyTheseFields) {
+    ProjectReport const report =
+        Check("Task{Name='a', Period=0}\n" + ProjectOf(Local, {Variable("V", "Float", "loop", 1, "bias")}));
+    ASSERT_EQ(report.findings.size(), 2u);
+    EXPECT_EQ(
+        FindingJson(report.findings[0]),
+        R"({"severity":"error","code":"out-of-range","file":"p.lua","line":1,"block":null,"variable":null,)"
+        R"("field":"Period","message":"task: 0 is out of range; allowed is 1 to 86400000",)"
+        R"("advice":"Use a number of the range that is allowed."})");
+    EXPECT_EQ(
+        FindingJson(report.findings[1]),
+        R"({"severity":"error","code":"not-decoded","file":"p.lua","line":3,"block":"B","variable":"V",)"
+        R"("field":"ObjectProperties","message":"the driver cannot decode bias of loop: it drops every answer of )"
+        R"(loop 1, without a fault, and the variable never gets a value","advice":"Remove the variable."})");
+}
+
+TEST(FindingText, HasPlaceSeverityCodeAndAdvice) {
+    Finding const finding =
+        Check(ProjectOf(Local + ", Timeout=5", {Variable("V", "Float", "loop", 1)})).findings.at(0);
+    std::string const text =
+        "block \"B\": field \"Timeout\": has no effect: the driver always waits 1000 ms for an "
+        "answer [field-without-effect]\n    Remove the field.\n";
+    EXPECT_EQ(FindingText(finding, false), "p.lua:1: warning: " + text);
+    EXPECT_EQ(FindingText(finding, true), "\x1B[1mp.lua:1: \x1B[0m\x1B[33mwarning\x1B[0m: " + text);
+}
+
+TEST(FindingCodes, AreInTheOrderOfTheirTableAndUnlike) {
+    std::set<std::string> names;
+    for (std::size_t i = 0; i < FindingRows().size(); ++i) {
+        FindingRow const& row = FindingRows()[i];
+        EXPECT_EQ(static_cast<std::size_t>(row.code), i) << row.name;
+        EXPECT_TRUE(std::regex_match(row.name, std::regex("[a-z]+(-[a-z]+)*"))) << row.name;
+        EXPECT_TRUE(names.insert(row.name).second) << row.name;
+    }
+    EXPECT_EQ(FindingRows().back().code, FindingCode::UnusedDefine);
+}
+
+TEST(FindingCodes, HaveASectionEachInTheDocument) {
+    std::ifstream document(FINDINGS_DOCUMENT);
+    std::string const text{std::istreambuf_iterator<char>(document), {}};
+    std::set<std::string> sections;
+    std::regex const heading("\n### `([a-z-]+)`\\n\\n(Error|Warning)\\. ");
+    for (std::sregex_iterator found(text.begin(), text.end(), heading), end; found != end; ++found) {
+        EXPECT_TRUE(sections.insert((*found)[1]).second) << (*found)[1];
+        for (FindingRow const& row : FindingRows()) {
+            if (row.name == (*found)[1]) {
+                EXPECT_EQ((*found)[2], row.severity == Severity::Error ? "Error" : "Warning") << row.name;
+            }
+        }
+    }
+    std::set<std::string> codes;
+    for (FindingRow const& row : FindingRows()) {
+        codes.insert(row.name);
+    }
+    EXPECT_EQ(sections, codes);
+}
+
+TEST(Examples, HaveOnlyTheWarningsThatAreTrue) {
+    std::string const folder = EXAMPLES_FOLDER;
+    EXPECT_EQ(Places(CheckProject(folder + "/first-steps.lua", {}), folder),
+              Lines{"first-steps.lua:29 no-quality"});
+    EXPECT_EQ(
+        Places(CheckProject(folder + "/plant.lua", {}), folder),
+        (Lines{"plant.lua:64 priority-on-schedule", "plant.lua:65 priority-on-schedule",
+               "plant.lua:82 sign-not-read", "plant.lua:104 shared-task", "plant.lua:107 shared-task"}));
+}
+
+}  // namespace

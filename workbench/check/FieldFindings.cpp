@@ -1,0 +1,83 @@
+#include "BlockView.h"
+#include "FindingFamilies.h"
+#include "Printable.h"
+
+namespace workbench {
+
+namespace {
+
+constexpr long long AllNetworks = 65535;      // ASHRAE 135 clause 6.2.2
+constexpr long long LongestSilence = 60'000;  // milliseconds
+
+void FindWithoutEffect(BlockConfig const& block, Findings& findings) {
+    if (FieldOf(block, "Timeout")) {
+        findings.push_back(OfBlock(
+            FindingCode::FieldWithoutEffect, block, "Timeout",
+            "has no effect: the driver always waits " + std::to_string(AnswerTime()) + " ms for an answer"));
+    }
+    if (FieldOf(block, "AddressNumber")) {
+        findings.push_back(OfBlock(FindingCode::FieldWithoutEffect, block, "AddressNumber",
+                                   "has no effect: the driver does not use it"));
+    }
+}
+
+void FindLongSilence(BlockConfig const& block, Findings& findings) {
+    long long const silence = SilenceOf(block);
+    if (silence > LongestSilence) {
+        findings.push_back(OfBlock(
+            FindingCode::LongSilence, block, "CountRepeat",
+            "a silent device holds the task of the block for " + Seconds(silence) + " in every cycle"));
+    }
+}
+
+void FindLocal(BlockConfig const& block, Findings& findings) {
+    if (!FieldOf(block, "MAC") || block.address.empty()) {
+        return;
+    }
+    std::string const mac = TextOf(block, "MAC");
+    std::vector<char> const octets = AddressOctets(mac);
+    if (octets != DefaultMacOctets() && octets != AddressOctets(block.address)) {
+        findings.push_back(OfBlock(FindingCode::MacDiffers, block, "MAC",
+                                   tools::Quoted(mac) +
+                                       " has no effect without a NetworkNumber: every datagram goes to "
+                                       "Address, " +
+                                       tools::Quoted(block.address)));
+    }
+}
+
+void FindRemote(BlockConfig const& block, long long network, Findings& findings) {
+    bool const hasMac = FieldOf(block, "MAC") != nullptr;
+    if (network == AllNetworks) {
+        findings.push_back(
+            OfBlock(FindingCode::BroadcastAddress, block, "NetworkNumber",
+                    "65535 means all networks: routers send every request, writes too, to all of them",
+                    "Set NetworkNumber to the network of the device."));
+    } else if (!hasMac) {
+        findings.push_back(
+            OfBlock(FindingCode::MacMissing, block, "NetworkNumber",
+                    "a device behind a router needs a MAC: without one the driver requests from "
+                    "255.255.255.255:47808 on network " +
+                        std::to_string(network) + ", which is not the address of a device"));
+    }
+    if (hasMac && AddressOctets(TextOf(block, "MAC")).empty()) {
+        findings.push_back(
+            OfBlock(FindingCode::BroadcastAddress, block, "MAC",
+                    "the empty address means every device of network " + std::to_string(network) +
+                        ": all of them receive every request, writes too, and the first answer counts"));
+    }
+}
+
+}  // namespace
+
+void FindFields(BlockConfig const& block, Findings& findings) {
+    FindWithoutEffect(block, findings);
+    FindLongSilence(block, findings);
+    long long const network = NumberOf(block, "NetworkNumber", 0);
+    if (network == 0) {
+        FindLocal(block, findings);
+    } else {
+        FindRemote(block, network, findings);
+    }
+}
+
+}  // namespace workbench

@@ -1,0 +1,82 @@
+#include "FindingCode.h"
+
+#include <cstddef>
+
+namespace workbench {
+
+namespace {
+
+using Code = FindingCode;
+
+constexpr Severity Error = Severity::Error;
+constexpr Severity Warning = Severity::Warning;
+
+}  // namespace
+
+std::vector<FindingRow> const& FindingRows() {
+    static std::vector<FindingRow> const rows = {
+        {Code::UnreadableFile, Error, "unreadable-file", "Check the path and the rights of the file."},
+        {Code::ScriptError, Error, "script-error", "Correct the script at this line."},
+        {Code::NoBlock, Error, "no-block", "Make a block with BACnet.new{...}."},
+        {Code::WrongKind, Error, "wrong-kind", "Give the field a value of the kind that it needs."},
+        {Code::UnreadableTable, Error, "unreadable-table", "Write the table as { Field = value, ... }."},
+        {Code::UnnamedEntry, Error, "unnamed-entry", "Write Field = value."},
+        {Code::UnknownField, Error, "unknown-field", "Correct the name of the field, or remove it."},
+        {Code::MissingField, Error, "missing-field", "Add the field."},
+        {Code::EmptyText, Error, "empty-text", "Give the field a text."},
+        {Code::OutOfRange, Error, "out-of-range", "Use a number of the range that is allowed."},
+        {Code::BadAddress, Error, "bad-address", "Correct the address."},
+        {Code::UnknownName, Error, "unknown-name", "Use one of the names that exist."},
+        {Code::WrongElementType, Error, "wrong-element-type",
+         "Use ElementType with Type = \"DataValue\", and only there."},
+        {Code::ControllerField, Error, "controller-field", "Remove the field."},
+        {Code::NameTaken, Error, "name-taken", "Choose another name."},
+        {Code::BadSet, Error, "bad-set", "Correct the name or the value."},
+        {Code::NotDecoded, Error, "not-decoded", "Remove the variable."},
+        {Code::LightingOutput, Error, "lighting-output",
+         "Remove the variable, or read the lamp from an object of another type of the device."},
+        {Code::AveragingPresentValue, Error, "averaging-present-value",
+         "Read minimum-value, average-value or maximum-value."},
+        {Code::SentAsOtherProperty, Error, "sent-as-other-property", "Remove the variable."},
+        {Code::DuplicateProperty, Error, "duplicate-property",
+         "Use the first variable in both places, and remove this one."},
+        {Code::MisreadFeedback, Warning, "misread-feedback",
+         "Read the feedback from a Binary Input of the device."},
+        {Code::SignNotRead, Warning, "sign-not-read",
+         "Use an Analog Value for values below zero, or correct the sign in the application."},
+        {Code::NeverConverts, Error, "never-converts", "Declare a type that takes the value."},
+        {Code::MayNotConvert, Warning, "may-not-convert", "Declare a type that takes every value."},
+        {Code::LosesInformation, Warning, "loses-information", "Declare a type that holds the value."},
+        {Code::CountCut, Warning, "count-cut",
+         "Declare UInt32 or Int32, so that the limit shows, and expect the count to begin again at 0."},
+        {Code::NoQuality, Warning, "no-quality",
+         "Declare Type = \"DataValue\" and this type as ElementType."},
+        {Code::WriteRefused, Error, "write-refused", "Remove Write = true."},
+        {Code::WriteOtherProperty, Warning, "write-other-property",
+         "Remove Write = true, and write through a variable on present-value."},
+        {Code::WriteSign, Warning, "write-sign",
+         "Write only values below 128, or use an object of another type."},
+        {Code::WriteText, Warning, "write-text", "Declare a number, a Boolean or a time."},
+        {Code::PriorityWithoutEffect, Warning, "priority-on-schedule",
+         "Put the variable into a block of its own without Priority."},
+        {Code::MacMissing, Warning, "mac-missing", "Set MAC to the address of the device on its network."},
+        {Code::MacDiffers, Warning, "mac-differs",
+         "Set Address to the device, or NetworkNumber if it is behind a router."},
+        {Code::BroadcastAddress, Warning, "broadcast-address", "Set MAC to the address of one device."},
+        {Code::FieldWithoutEffect, Warning, "field-without-effect", "Remove the field."},
+        {Code::LongSilence, Warning, "long-silence", "Use a CountRepeat from 1 to 60; 3 is the default."},
+        {Code::SharedTask, Warning, "shared-task", "Give each device a task of its own."},
+        {Code::ShortPeriod, Warning, "short-period", "Make the period longer, or use more tasks."},
+        {Code::ObjectPolledTwice, Warning, "object-polled-twice",
+         "Put all variables of an object into one block."},
+        {Code::SimilarNames, Warning, "similar-names", "Give them names that differ more."},
+        {Code::UnusedDefine, Warning, "unused-define", "Correct the name, or remove the option."},
+    };
+    return rows;
+}
+
+FindingRow const& RowOf(FindingCode code) {
+    return FindingRows().at(static_cast<std::size_t>(code));
+}
+
+}  // namespace workbench

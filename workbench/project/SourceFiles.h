@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "LuaTokens.h"
+#include "ScriptValue.h"
+#include "SourceTable.h"
+
+namespace workbench {
+
+// The sources of a project, in which the places of its blocks and variables are found. A place that cannot be
+// found, because the project computes the name, is that of the block. Adding a source reads it once; finding
+// a variable does not read it again.
+class SourceFiles {
+public:
+    // A file under the path by which Lua loads it.
+    void Add(std::string const& path, std::string sourceText);
+    bool Has(std::string const& path) const;
+
+    // Where the block is that a call at this place makes of this table, and its variables. In this order:
+    //
+    // - the n-th variable of a name is the n-th table in the block with that Name;
+    // - or the n-th text in the block that is the name, such as the argument of a function;
+    // - or a table with that Name, and no other field that differs, outside of any block of any source. A
+    //   table is found once before one is found again, so lists with equal names go to blocks in order.
+    BlockSource Locate(Place const& call, tools::ScriptValue const& block);
+
+private:
+    struct Text {
+        std::size_t file;
+        std::size_t position;
+        int line;
+    };
+
+    struct Source {
+        std::string path;
+        std::string text;
+    };
+
+    // The tables with one Name, in the order of the sources.
+    struct Named {
+        std::vector<SourceTable*> tables;
+        std::size_t taken = 0;  // so many at the beginning are taken or in a block
+    };
+
+    struct Reading;
+
+    void ReadTables(std::size_t file);
+    void ReadField(Reading& reading, LuaToken const& value);
+    void CloseTable(Reading& reading, LuaToken const& token);
+    SourceTable* BlockAt(Place const& call, std::string const& name);
+    SourcePlace VariableAt(SourcePlace const& block, tools::ScriptValue const& variable, int occurrence);
+    SourceTable* Outside(std::string const& name, tools::ScriptValue const& variable);
+    SourcePlace PlaceOf(SourceTable const& table) const;
+
+    std::deque<Source> sources;
+    std::map<std::string, std::size_t, std::less<>> indices;
+    std::deque<SourceTable> tables;
+    std::map<std::string, Named> named;
+    std::map<std::string, std::vector<Text>> texts;
+    std::map<std::pair<std::size_t, int>, std::vector<SourceTable*>> calls;  // by file and line
+};
+
+}  // namespace workbench

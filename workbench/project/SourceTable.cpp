@@ -1,0 +1,18 @@
+#include "SourceTable.h"
+
+#include <algorithm>
+
+namespace workbench {
+
+SourceField const* SourceTable::Find(std::string_view name) const {
+    auto const field = std::find_if(fields.begin(), fields.end(),
+                                    [&](SourceField const& candidate) { return candidate.name == name; });
+    return field == fields.end() ? nullptr : &*field;
+}
+
+Place SourcePlace::Of(std::string_view field) const {
+    SourceField const* const found = table ? table->Find(field) : nullptr;
+    return found ? Place{place.file, found->line} : place;
+}
+
+}  // namespace workbench
