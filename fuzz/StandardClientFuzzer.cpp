@@ -21,6 +21,8 @@ using test::Hex;
 
 namespace {
 
+constexpr int MostRounds = 4;
+
 Endpoint const Router{0x0A000001, 47808};
 Endpoint const Stranger{0x0A000002, 47808};
 NetworkAddress const Remote{5, {'\x0B'}};
@@ -162,7 +164,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     Peer const device{Router, isRouted ? std::optional(Remote) : std::nullopt};
     ClientSettings const settings = Settings();
     Client client(link, settings);
-    while (!input.IsEmpty()) {
+    for (int round = 0; round < MostRounds && !input.IsEmpty(); ++round) {
         link.StopRepeating();
         Link::Time const begin = link.Now();
         std::size_t const before = client.RequestCount();

@@ -84,10 +84,11 @@ bool ReadReal(Datum& datum, Octets const& content) {
 
 bool ReadText(Datum& datum, Octets const& content) {
     auto text = datum.kind == DatumKind::BitString ? BitsOf(content) : TextOfCharacterString(content);
-    if (text) {
-        datum.text = *std::move(text);
+    if (!text) {
+        return false;
     }
-    return text.has_value();
+    datum.text = *std::move(text);
+    return true;
 }
 
 bool ReadFour(Datum& datum, Octets const& content) {
