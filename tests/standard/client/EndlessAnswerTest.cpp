@@ -50,6 +50,15 @@ private:
     milliseconds interval;
 };
 
+// A link that always has a datagram, also at the deadline.
+class OverdueLink : public ScriptedLink {
+public:
+    std::optional<standard::Datagram> Receive(Time) override {
+        Deliver({test::Local(test::Hex("30 63 0C 00")), milliseconds(7), test::StrangerEndpoint});
+        return ScriptedLink::Receive(Time::max());
+    }
+};
+
 test::Octets SegmentOf(unsigned number, std::size_t octets) {
     test::Octets apdu{0x3C, 1, static_cast<char>(number), 16, 12};
     apdu.resize(5 + octets);
@@ -110,6 +119,14 @@ TEST(EndlessAnswer, AFloodEndsAtTheTimeOut) {
     EXPECT_EQ(FailureText(client.Read(Device, PresentValue).failure.value()), "no answer");
     EXPECT_LE(link.Elapsed(), milliseconds(12010));
     EXPECT_GT(link.received, 10000u);
+}
+
+TEST(EndlessAnswer, ADatagramAtTheDeadlineDoesNotExtendIt) {
+    OverdueLink link;
+    Client client(link, {});
+    EXPECT_EQ(FailureText(client.Read(Device, PresentValue).failure.value()), "no answer");
+    EXPECT_EQ(link.sent.size(), 4u);
+    EXPECT_LE(link.Elapsed(), milliseconds(12000 + 4 * 7));
 }
 
 TEST(EndlessAnswer, AFloodWithoutPauseEndsAtTheNumberOfDatagrams) {

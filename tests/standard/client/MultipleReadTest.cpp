@@ -173,6 +173,27 @@ TEST(MultipleRead, OnePropertyWithoutAnswerDoesNotEndTheList) {
     EXPECT_FALSE(results[3].failure);
 }
 
+TEST(MultipleRead, OnlySilenceInSuccessionEndsTheList) {
+    Device device;
+    device.failureOfOne = [](std::uint32_t i) {
+        return i % 2 == 1 ? std::optional(Failure()) : std::nullopt;
+    };
+    auto const results = device.Made(480, false).Run(Inputs(7));
+    EXPECT_EQ(device.log.size(), 7u);
+    EXPECT_FALSE(results[6].failure);
+}
+
+TEST(MultipleRead, OneListWithoutAnswerDoesNotEndTheLists) {
+    Device device;
+    device.failureOfList = [](References const& list) {
+        return list.front().object.instance == 4 ? std::optional(Failure()) : std::nullopt;
+    };
+    MultipleRead read = device.Made(40);
+    ExpectAll(read.Run(Inputs(12)), 12);
+    EXPECT_EQ(device.log, (Log{"list 4", "list 4", "one 4", "one 5", "one 6", "one 7", "list 4"}));
+    EXPECT_FALSE(read.IsWithoutLists());
+}
+
 TEST(MultipleRead, StopsWhenItIsStopped) {
     Device device;
     device.failureOfOne = [](std::uint32_t i) {

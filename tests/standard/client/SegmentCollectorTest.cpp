@@ -86,6 +86,14 @@ TEST(SegmentCollector, AGapThatIsRepeatedIsReportedAgain) {
     EXPECT_EQ(segments.Take(1), "");
 }
 
+TEST(SegmentCollector, EachGapIsReported) {
+    Segments segments(8);
+    segments.Take(0);
+    EXPECT_EQ(segments.Take(2), "nak 0 of 4");
+    EXPECT_EQ(segments.Take(1), "");
+    EXPECT_EQ(segments.Take(3), "nak 1 of 4");
+}
+
 TEST(SegmentCollector, ARepeatedSegmentOfTheWindowIsDropped) {
     Segments segments(4);
     segments.Take(0);

@@ -41,5 +41,5 @@ TEST(UdpLink, StopEndsTheWait) {
 }
 
 TEST(UdpLink, AnAddressOfAnotherMachineCannotBeBound) {
-    EXPECT_THROW(UdpLink({0x08080808, 0}), std::system_error);
+    EXPECT_THROW(UdpLink({0xC0000201, 0}), std::system_error);
 }
