@@ -35,7 +35,7 @@ bool Uses(ProjectReport const& report, std::string const& param) {
 }
 
 // A --define that no project uses is a finding about the first one.
-void AddUnusedDefines(Options const& options, std::vector<ProjectReport>& reports) {
+Findings UnusedDefines(Options const& options, std::vector<ProjectReport> const& reports) {
     Findings unused;
     for (auto const& param : options.params) {
         std::string const& name = param.first;
@@ -52,42 +52,61 @@ void AddUnusedDefines(Options const& options, std::vector<ProjectReport>& report
                  {}});
         }
     }
-    Findings& findings = reports.front().findings;
-    findings.insert(findings.begin(), unused.begin(), unused.end());
+    return unused;
 }
 
-void Print(ProjectReport const& report, Options const& options, std::ostream& out, bool colours) {
-    for (Finding const& finding : report.findings) {
-        if (options.format == OutputFormat::Json) {
-            out << FindingJson(finding) << "\n";
-        } else {
-            out << FindingText(finding, colours);
+// Prints findings as they come: a project that does not end ends the process.
+class Printer {
+public:
+    Printer(Options const& checkOptions, std::ostream& output, bool isTerminal)
+        : options(checkOptions), out(output), colours(WantsColours(isTerminal)) {}
+
+    void Print(Findings const& findings) {
+        for (Finding const& finding : findings) {
+            out << (IsJson() ? FindingJson(finding) + "\n" : FindingText(finding, colours));
+        }
+        FindingCounts const counts = CountsOf(findings);
+        sum.errors += counts.errors;
+        sum.warnings += counts.warnings;
+        if (!out.flush()) {
+            throw std::runtime_error("standard output cannot be written");
         }
     }
-    if (options.format != OutputFormat::Json) {
-        out << SummaryText(report);
+
+    void Print(std::string const& line) {
+        if (!IsJson()) {
+            out << line << std::flush;
+        }
     }
-}
+
+    FindingCounts const& Sum() const { return sum; }
+
+private:
+    bool IsJson() const { return options.format == OutputFormat::Json; }
+
+    Options const& options;
+    std::ostream& out;
+    bool colours;
+    FindingCounts sum;
+};
 
 }  // namespace
 
 int CheckProjects(Options const& options, std::ostream& out, bool outIsTerminal) {
+    Printer printer(options, out, outIsTerminal);
     std::vector<ProjectReport> reports;
     for (std::string const& project : options.projects) {
         reports.push_back(CheckProject(project, options.params));
+        printer.Print(reports.back().findings);
+        printer.Print(SummaryText(reports.back()));
     }
-    AddUnusedDefines(options, reports);
-    FindingCounts sum;
-    for (ProjectReport const& report : reports) {
-        Print(report, options, out, WantsColours(outIsTerminal));
-        FindingCounts const counts = CountsOf(report.findings);
-        sum.errors += counts.errors;
-        sum.warnings += counts.warnings;
+    Findings const unused = UnusedDefines(options, reports);
+    printer.Print(unused);
+    FindingCounts const& sum = printer.Sum();
+    if (reports.size() > 1 || !unused.empty()) {
+        printer.Print(CountsText(reports.size(), sum));
     }
-    if (reports.size() > 1 && options.format != OutputFormat::Json) {
-        out << reports.size() << " projects: " << CountsText(sum) << "\n";
-    }
-    if (!out.flush()) {
+    if (!out) {
         throw std::runtime_error("standard output cannot be written");
     }
     bool const failed = sum.errors > 0 || (options.strict && sum.warnings > 0);

@@ -3,6 +3,8 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
+#include <cctype>
+
 #include "Printable.h"
 
 namespace workbench {
@@ -26,6 +28,10 @@ char const* SeverityName(Finding const& finding) {
 
 std::string Counted(std::size_t count, char const* noun) {
     return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
+
+std::string CountsText(FindingCounts const& counts) {
+    return Counted(counts.errors, "error") + ", " + Counted(counts.warnings, "warning");
 }
 
 void WriteText(Writer& writer, char const* name, std::string const& text) {
@@ -53,8 +59,13 @@ std::string FindingText(Finding const& finding, bool colours) {
         place = Bold + place + Plain;
         severity = (IsError(finding) ? Red : Yellow) + severity + Plain;
     }
-    return place + severity + ": " + finding.Text() + " [" + RowOf(finding.code).name + "]\n    " +
-           finding.Advice() + "\n";
+    std::string text = place + severity + ": " + finding.Text() + " [" + RowOf(finding.code).name + "]\n";
+    std::string effect = RowOf(finding.code).effect;
+    if (!effect.empty()) {
+        effect.front() = static_cast<char>(std::toupper(static_cast<unsigned char>(effect.front())));
+        text += "    " + effect + ".\n";
+    }
+    return text + "    " + finding.Advice() + "\n";
 }
 
 std::string FindingJson(Finding const& finding) {
@@ -73,7 +84,8 @@ std::string FindingJson(Finding const& finding) {
     WriteName(writer, "block", finding.block);
     WriteName(writer, "variable", finding.variable);
     WriteName(writer, "field", finding.field);
-    WriteText(writer, "message", (finding.subject.empty() ? "" : finding.subject + ": ") + finding.message);
+    WriteText(writer, "message",
+              (finding.subject.empty() ? "" : finding.subject + ": ") + finding.FullMessage());
     WriteText(writer, "advice", finding.Advice());
     writer.EndObject();
     return buffer.GetString();
@@ -87,8 +99,8 @@ FindingCounts CountsOf(Findings const& findings) {
     return counts;
 }
 
-std::string CountsText(FindingCounts const& counts) {
-    return Counted(counts.errors, "error") + ", " + Counted(counts.warnings, "warning");
+std::string CountsText(std::size_t projects, FindingCounts const& counts) {
+    return Counted(projects, "project") + ": " + CountsText(counts) + "\n";
 }
 
 std::string SummaryText(ProjectReport const& report) {

@@ -8,7 +8,8 @@
 
 namespace workbench {
 
-// A finding for people, in two lines: file:line: severity: what is wrong [code], and what to do.
+// A finding for people: file:line: severity: what is wrong [code]; below it the effect, if that line does not
+// state it, and what to do.
 std::string FindingText(Finding const& finding, bool colours);
 
 // A finding as a JSON object on one line. What a finding does not have is null.
@@ -23,7 +24,7 @@ struct FindingCounts {
 };
 FindingCounts CountsOf(Findings const& findings);
 
-// "2 errors, 1 warning".
-std::string CountsText(FindingCounts const& counts);
+// The last line about so many projects.
+std::string CountsText(std::size_t projects, FindingCounts const& counts);
 
 }  // namespace workbench

@@ -18,4 +18,9 @@ std::string Finding::Text() const {
     return text + message;
 }
 
+std::string Finding::FullMessage() const {
+    std::string const effect = RowOf(code).effect;
+    return message + (effect.empty() ? "" : ": " + effect);
+}
+
 }  // namespace workbench

@@ -22,6 +22,8 @@ struct Finding {
 
     // Everything but the place, as one line: block "B": variable "V": field "F": message.
     std::string Text() const;
+    // The message with the effect, if it is of the code.
+    std::string FullMessage() const;
     std::string Advice() const { return advice.empty() ? RowOf(code).advice : advice; }
 };
 

@@ -31,6 +31,10 @@ std::string LineOf(Finding const& finding) {
     return Prefix(finding.where) + finding.Text();
 }
 
+bool EndsWith(std::string const& text, std::string const& end) {
+    return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
+}
+
 }  // namespace
 
 ProjectScript::ProjectScript(std::string projectPath, std::map<std::string, std::string> const& paramValues,
@@ -61,6 +65,9 @@ void ProjectScript::Read(SourceText projectSource, Maker* blockMaker) {
     maker = blockMaker;
     RunScript();
     DropUnmadeBlocks();
+    if (blocks.empty() && onMistake == OnMistake::Collect && mistakes.empty()) {
+        mistakes = raised;  // caught, but nothing came after it
+    }
     if (blocks.empty() && mistakes.empty()) {
         Report({FindingCode::NoBlock,
                 {path, 0},
@@ -100,15 +107,12 @@ std::string ProjectScript::Call(int reference) {
     return mistake;
 }
 
-// A mistake that the bindings have raised keeps its code.
+// A mistake that the bindings have raised keeps its code. A coroutine puts its own place in front.
 void ProjectScript::ReportScriptError(std::string const& message) {
-    if (!raised.empty() && LineOf(raised.front()) == message) {
-        if (onMistake == OnMistake::Collect) {
-            mistakes.insert(mistakes.end(), raised.begin(), raised.end());
-            return;
-        }
-        Finding first = raised.front();
-        Report(std::move(first));
+    bool const isRaised = !raised.empty() && EndsWith(message, LineOf(raised.front()));
+    if (isRaised && onMistake == OnMistake::Collect) {
+        mistakes.insert(mistakes.end(), raised.begin(), raised.end());
+        return;
     }
     AddLoadedFiles(State());
     Report(ScriptError(message));

@@ -24,7 +24,7 @@ namespace workbench {
 class ProjectScript : private ScriptBinding::Receiver {
 public:
     // Throw ends the reading at the first mistake, with a ProjectError. Collect keeps the mistakes and reads
-    // on: the next field, variable and block. A mistake that the script itself catches is none of either.
+    // on: the next field, variable and block. A mistake that the script itself catches is not kept.
     enum class OnMistake { Throw, Collect };
 
     // Makes what a block needs to run.

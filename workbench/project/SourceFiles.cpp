@@ -44,9 +44,10 @@ auto InTable(Items& items, SourceTable const& table, int occurrence, Place place
 // The state of reading one source.
 struct SourceFiles::Reading {
     std::size_t file;
-    std::vector<SourceTable*> open;  // null for an opening parenthesis or bracket
-    LuaToken last[4];                // the newest first
-    int blocks = 0;                  // open tables that are blocks
+    std::vector<SourceTable*> open;     // null for an opening parenthesis or bracket
+    LuaToken last[4];                   // the newest first
+    int blocks = 0;                     // open tables that are blocks
+    SourceTable* unfinished = nullptr;  // the value of its last field may have more tokens
 };
 
 void SourceFiles::Add(std::string const& path, std::string sourceText) {
@@ -71,8 +72,13 @@ int CallLine(LuaToken const* last) {
 
 }  // namespace
 
-// After Name = in a table, with its value as the token.
+// A field begins with Name = in a table; the token is then the first of its value. A second one makes the
+// value more than a literal.
 void SourceFiles::ReadField(Reading& reading, LuaToken const& value) {
+    if (reading.unfinished && !value.Is(",") && !value.Is(";") && !value.Is("}")) {
+        reading.unfinished->fields.back().kind = SourceField::Literal::None;
+    }
+    reading.unfinished = nullptr;
     SourceTable* const table = reading.open.empty() ? nullptr : reading.open.back();
     LuaToken const* const last = reading.last;
     bool const isField = table && last[0].Is("=") && last[1].kind == Kind::Name &&
@@ -89,6 +95,7 @@ void SourceFiles::ReadField(Reading& reading, LuaToken const& value) {
         field.literal = std::string(value.source);
     }
     table->fields.push_back(std::move(field));
+    reading.unfinished = table;
 }
 
 void SourceFiles::CloseTable(Reading& reading, LuaToken const& token) {
@@ -106,7 +113,7 @@ void SourceFiles::CloseTable(Reading& reading, LuaToken const& token) {
 
 void SourceFiles::ReadTables(std::size_t file) {
     LuaTokens tokens(sources[file].text);
-    Reading reading{file, {}, {}, 0};
+    Reading reading{file, {}, {}, 0, nullptr};
     std::size_t const first = tables.size();
     for (LuaToken token = tokens.Next(); token.kind != Kind::End; token = tokens.Next()) {
         ReadField(reading, token);

@@ -73,6 +73,16 @@ TEST(ProjectCheck, AMistakeThatTheScriptRaisesAgainKeepsItsCode) {
               (Lines{"bad-address 1 A Address", "wrong-kind 1 A Vars"}));
 }
 
+TEST(ProjectCheck, AMistakeInACoroutineKeepsItsCode) {
+    EXPECT_EQ(Found("coroutine.wrap(function() BACnet.new{Name='A', Address='x', Vars=5} end)()"),
+              (Lines{"bad-address 1 A Address", "wrong-kind 1 A Vars"}));
+}
+
+TEST(ProjectCheck, AMistakeThatLeavesNoBlockIsReportedThoughItIsCaught) {
+    EXPECT_EQ(Found("pcall(function() BACnet.new{Name='A', Address='x', Vars=5} end)"),
+              (Lines{"bad-address 1 A Address", "wrong-kind 1 A Vars"}));
+}
+
 TEST(ProjectCheck, AVariableWithAMistakeCanBeSet) {
     EXPECT_EQ(Found("Set('B.V', 1)\n" + ProjectOf(Local, {"Name='V', Type='Float'"})).size(), 3U);
 }
@@ -186,6 +196,14 @@ TEST(SourcePlaces, OfComputedNamesAreThoseOfTheBlock) {
               (Lines{"not-decoded 3 B.V1 ObjectProperties", "not-decoded 3 B.V2 ObjectProperties"}));
 }
 
+TEST(SourcePlaces, AComputedNumberIsNotCompared) {
+    EXPECT_EQ(Found("local n = 1 local vars = {\n{Name='V', Type='DataValue', ElementType='Float', "
+                    "ObjectType='loop', "
+                    "ObjectNumber=1 + n, ObjectProperties='bias'}}\n"
+                    "BACnet.new{Name='B', Address='1.2.3.4:5', Vars=vars}"),
+              Lines{"not-decoded 2 B.V ObjectProperties"});
+}
+
 TEST(SourcePlaces, CommentsAndLongTextsAreNotTables) {
     EXPECT_EQ(Found("--[[ {Name='V'} \n ]] local text = [==[\n{Name='V', [[x]] } ]==] -- {Name='V'\n" +
                     ProjectOf(Local, {"Name = \"V\" ; ['Type']='Float', ObjectType=1,\n ObjectNumber = 0x1, "
@@ -208,7 +226,7 @@ TEST(FindingJson, HasExactlyTheseFields) {
     EXPECT_EQ(
         FindingJson(report.findings[0]),
         R"({"severity":"error","code":"out-of-range","file":"p.lua","line":1,"block":null,"variable":null,)"
-        R"("field":"Period","message":"task: 0 is out of range; allowed is 1 to 86400000",)"
+        R"("field":"Period","message":"task: 0 is out of range; allowed is 1 to 86400000: a controller cuts the number, or works as if it were missing",)"
         R"("advice":"Use a number of the range that is allowed."})");
     EXPECT_EQ(
         FindingJson(report.findings[1]),
@@ -224,6 +242,10 @@ TEST(FindingText, HasPlaceSeverityCodeAndAdvice) {
         "block \"B\": field \"Timeout\": has no effect: the driver always waits 1000 ms for an "
         "answer [field-without-effect]\n    Remove the field.\n";
     EXPECT_EQ(FindingText(finding, false), "p.lua:1: warning: " + text);
+    EXPECT_EQ(FindingText(Check("Task{}").findings.at(0), false),
+              "p.lua:1: error: task: field \"Name\": missing [missing-field]\n    A controller takes its "
+              "default.\n    "
+              "Add the field.\n");
     EXPECT_EQ(FindingText(finding, true), "\x1B[1mp.lua:1: \x1B[0m\x1B[33mwarning\x1B[0m: " + text);
 }
 
