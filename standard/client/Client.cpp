@@ -92,6 +92,9 @@ Ack Client::Request(Peer const& device, ServiceChoice service, PropertyReference
     Link::Time const sentAt = link.Now();
     Ack ack = Transaction(link, settings, past, device, lastExchange).Run(invokeId, service, form(invokeId));
     past.Add({invokeId, device, first, sentAt, lastExchange.answeredBy.has_value()});
+    if (observer) {
+        observer(lastExchange);
+    }
     return ack;
 }
 

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <utility>
 #include <vector>
 
 #include "MultipleRead.h"
@@ -29,6 +30,11 @@ public:
     std::vector<ReadResult> ReadMultiple(Peer const& device,
                                          std::vector<PropertyReference> const& references);
 
+    // Is called after each request, also those of ReadMultiple: for progress, and for the time of each
+    // answer.
+    using Observer = std::function<void(Exchange const&)>;
+    void OnExchange(Observer exchangeObserver) { observer = std::move(exchangeObserver); }
+
     // The last request: of ReadMultiple, its last one.
     Exchange const& LastExchange() const { return lastExchange; }
     // Requests since the construction, without their retries.
@@ -44,6 +50,7 @@ private:
     Link& link;
     ClientSettings const settings;
     PastRequests past;
+    Observer observer;
     Exchange lastExchange;
     std::uint8_t nextInvokeId = 1;
     std::size_t requestCount = 0;

@@ -153,6 +153,7 @@ TEST_F(ObjectTypes, ValuesGiven) {
     EXPECT_EQ(Read("large_analog_value", 85, "present_value = 1.25"), "55 08 3F F4 00 00 00 00 00 00");
     EXPECT_EQ(Read("analog_input", 85, "present_value = 1/0"), "44 7F 80 00 00");
     EXPECT_EQ(Read("analog_input", 117, "units = 'degrees-celsius'"), "91 3E");
+    EXPECT_EQ(Read("analog_input", 117, "units = 'megawatt-hours'"), "91 92");
     EXPECT_EQ(Read("analog_input", 117, "units = 200"), "91 C8");
     EXPECT_EQ(Read("analog_input", 130, "event_time_stamps = {'*', 5}"),
               "2E A4 FF FF FF FF B4 FF FF FF FF 2F 19 05");

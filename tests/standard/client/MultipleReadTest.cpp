@@ -217,6 +217,19 @@ TEST(ReadMultiple, KeepsErrorsApartFromValues) {
     EXPECT_EQ(results.at(1).reference.property, 103u);
 }
 
+TEST(ReadMultiple, ReportsEachExchange) {
+    ScriptedLink link;
+    link.Then({Reply("60 01 09", 25)})
+        .Then({Reply("50 02 0C 91 01 91 1F", 50)})
+        .Then({Reply("50 03 0C 91 01 91 1F", 75)});
+    Client client(link, {});
+    std::vector<std::chrono::microseconds::rep> milliseconds;
+    client.OnExchange(
+        [&](Exchange const& exchange) { milliseconds.push_back(exchange.duration.count() / 1000); });
+    client.ReadMultiple({test::DeviceEndpoint, {}}, Inputs(2));
+    EXPECT_EQ(milliseconds, (std::vector<std::chrono::microseconds::rep>{25, 50, 75}));
+}
+
 TEST(ReadMultiple, RemembersADeviceWithoutTheService) {
     ScriptedLink link;
     link.Then({Reply("60 01 09")})
