@@ -13,11 +13,12 @@ struct ClientSettings {
     std::chrono::milliseconds timeout{3000};
     // Number_Of_APDU_Retries: sendings after the first one.
     unsigned retries = 3;
-    // APDU_Segment_Timeout. Four of them without a new segment end a segmented answer (clause 5.4.4.3).
+    // APDU_Segment_Timeout. Four of them without a segment end a segmented answer (clause 5.4.4.3).
     std::chrono::milliseconds segmentTimeout{2000};
-    // The largest window of segments, 1 to 127; a device that proposes less has its way.
+    // The largest window of segments, 1 to 127. The window that a device proposes counts if it is smaller.
     std::uint8_t windowSize = 16;
-    // Octets of a ReadPropertyMultiple request; longer lists are several requests. 480 fits every data link.
+    // Octets of a ReadPropertyMultiple request; longer lists are several requests. MS/TP devices accept 480.
+    // A device that accepts less aborts, and gets shorter lists.
     std::size_t longestRequest = 480;
 
     std::chrono::milliseconds longestExchange{60000};
