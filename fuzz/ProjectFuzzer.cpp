@@ -1,5 +1,7 @@
 // The workbench's loader of projects, with the real add-in: a text is a project, or loading it ends in a
-// message of one line with the position of the mistake.
+// message of one line with the position of the mistake. Its check of the same text: every finding is of this
+// text, on one line, and the place is in it.
+#include <algorithm>
 #include <cctype>
 #include <cstddef>
 #include <cstdint>
@@ -7,7 +9,9 @@
 #include <string_view>
 
 #include "Addin.h"
+#include "FindingFormat.h"
 #include "LoadedProject.h"
+#include "ProjectCheck.h"
 #include "ProjectError.h"
 #include "Require.h"
 #include "SourceText.h"
@@ -61,6 +65,20 @@ void RequireMessage(std::string const& message) {
     Require(!isCheck || HasLine(message), "a mistake in a table has its line");
 }
 
+void Check(std::string const& text) {
+    auto const lines = std::count(text.begin(), text.end(), '\n') + 1;
+    auto const report = workbench::CheckProjectText("p", text, {{"host", "192.168.1.20:47808"}}, Limits());
+    for (workbench::Finding const& finding : report.findings) {
+        std::string const line = workbench::FindingText(finding, false);
+        Require(finding.where.line >= 0 && finding.where.line <= lines, "the line is in the text");
+        Require(line.find('\n') < line.size() - 1 && line.back() == '\n', "a finding has its lines");
+        std::string const json = workbench::FindingJson(finding);
+        for (unsigned char const c : json) {
+            Require(c >= 0x20, "a finding in JSON is one line");
+        }
+    }
+}
+
 void Load(std::string const& text) {
     workbench::LoadedProject project("p", {{"host", "192.168.1.20:47808"}}, Limits());
     try {
@@ -88,6 +106,8 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     static DeadNetwork network;
     dorvel::SetEnvironment(&network);
     dorvel::SetLogSink([](std::string_view) {});
-    Load(std::string(reinterpret_cast<char const*>(data), size));
+    std::string const text(reinterpret_cast<char const*>(data), size);
+    Load(text);
+    Check(Fence + text);
     return 0;
 }

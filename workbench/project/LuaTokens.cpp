@@ -89,7 +89,12 @@ void LuaTokens::SkipBlanks() {
 std::size_t LuaTokens::QuotedEnd(std::size_t start) const {
     std::size_t end = start + 1;
     while (end < text.size() && text[end] != text[start] && text[end] != '\n') {
-        end += text[end] == '\\' ? 2 : 1;
+        bool const isEscape = text[end] == '\\';
+        bool const skipsBlanks = text.compare(end, 2, "\\z") == 0;
+        end += isEscape ? 2 : 1;
+        while (skipsBlanks && end < text.size() && std::isspace(static_cast<unsigned char>(text[end])) != 0) {
+            ++end;
+        }
     }
     return std::min(end + 1, text.size());
 }

@@ -293,12 +293,13 @@ void ProjectScript::CheckSets() {
     for (Finding const& mistake : mistakes) {
         faulty.insert(mistake.block + "." + mistake.variable);
     }
+    VariableIndex const index(blocks);
     for (NamedSet const& set : namedSets) {
         if (faulty.count(set.name) > 0) {
             continue;
         }
         try {
-            sets.push_back(MakeSetRequest(blocks, set.name, set.text));
+            sets.push_back(index.MakeSetRequest(set.name, set.text));
         } catch (ProjectError const& mistake) {
             Report({FindingCode::BadSet, set.where, {}, "Set", {}, {}, mistake.what(), {}});
         }

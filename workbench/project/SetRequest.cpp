@@ -131,9 +131,10 @@ std::vector<std::string> WritableNames(std::deque<BlockConfig> const& blocks) {
     return NamesIf(blocks, [](VariableConfig const& variable) { return variable.write; });
 }
 
-SetRequest MakeSetRequest(std::deque<BlockConfig> const& blocks, std::string const& name,
-                          std::string const& text) {
-    Found const found = FindFullName(blocks, name);
+namespace {
+
+SetRequest Request(std::deque<BlockConfig> const& blocks, Found const& found, std::string const& name,
+                   std::string const& text) {
     if (!found.variable) {
         throw ProjectError(tools::Quoted(name) + " is not a variable of the project" +
                            NameSuggestion(blocks, name));
@@ -149,6 +150,28 @@ SetRequest MakeSetRequest(std::deque<BlockConfig> const& blocks, std::string con
                            TypeName(type) + "; expected " + Example(type) + ValueSuggestion(text, type));
     }
     return request;
+}
+
+}  // namespace
+
+VariableIndex::VariableIndex(std::deque<BlockConfig> const& allBlocks) : blocks(allBlocks) {
+    for (BlockConfig const& block : blocks) {
+        for (VariableConfig const& variable : block.variables) {
+            variables.emplace(FullName(block, variable), std::make_pair(&block, &variable));
+        }
+    }
+}
+
+SetRequest VariableIndex::MakeSetRequest(std::string const& name, std::string const& text) const {
+    auto const found = variables.find(name);
+    return found == variables.end()
+               ? Request(blocks, {}, name, text)
+               : Request(blocks, {found->second.first, found->second.second}, name, text);
+}
+
+SetRequest MakeSetRequest(std::deque<BlockConfig> const& blocks, std::string const& name,
+                          std::string const& text) {
+    return Request(blocks, FindFullName(blocks, name), name, text);
 }
 
 SetRequest ReadAssignment(std::deque<BlockConfig> const& blocks, std::string_view assignment) {

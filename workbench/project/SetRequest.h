@@ -3,6 +3,8 @@
 #include <deque>
 #include <string>
 #include <string_view>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "Project.h"
@@ -24,6 +26,19 @@ std::string FullName(BlockConfig const& block, VariableConfig const& variable);
 
 // The full names of the variables that can be set.
 std::vector<std::string> WritableNames(std::deque<BlockConfig> const& blocks);
+
+// The variables by their full names, for many requests. The blocks must outlive it and stay as they are.
+class VariableIndex {
+public:
+    explicit VariableIndex(std::deque<BlockConfig> const& allBlocks);
+
+    // As the function below.
+    SetRequest MakeSetRequest(std::string const& name, std::string const& text) const;
+
+private:
+    std::deque<BlockConfig> const& blocks;
+    std::unordered_map<std::string, std::pair<BlockConfig const*, VariableConfig const*>> variables;
+};
 
 // name is "Block.Variable", text the value in its lexical form. ProjectError for an unknown variable, one
 // without Write = true, and a text that is not a value of its type; with a suggestion where one is near.
