@@ -4,7 +4,9 @@ import json
 import os
 import pty
 import re
+import socket
 import subprocess
+import time
 
 from programs import LONGEST, ROOT, TASK, WORKBENCH, EndToEnd, block, variable
 
@@ -163,6 +165,84 @@ class Check(EndToEnd):
         self.assertEqual({name for _, name in empty}, {"Date", "Octet"})
         codes = {finding["variable"]: finding["code"] for finding in self.findings(self.file("checked.lua", project))}
         self.assertEqual(codes, {"Date": "never-converts", "Octet": "may-not-convert", "State": "loses-information"})
+
+    def test_values_are_misread_as_the_findings_say(self):
+        device = self.device('device{ name = "D", instance = 1, objects = { integer_value{instance = 1, present_value = -5}, '
+                             'positive_integer_value{instance = 1, present_value = 4294967301}, '
+                             'binary_output{instance = 1, present_value = 1, feedback_value = 1} } }')
+        project = block("B", device.address, [
+            variable("Sign", "integer-value", 1, "Int32"), variable("Count", "positive-integer-value", 1, "UInt64"),
+            variable("Feedback", "binary-output", 1, prop="feedback-value")])
+        self.assertEqual(set(self.messages(project)),
+                         {("Sign", "sign-not-read"), ("Count", "count-cut"), ("Feedback", "misread-feedback")})
+        values, _ = self.last(project, cycles=1)
+        self.assertEqual((values["Sign"]["value"], values["Count"]["value"]), (251, 5))
+        self.assertLess(abs(values["Feedback"]["value"]), 1e-40)
+
+    def messages(self, project):
+        return {(finding["variable"], finding["code"]): finding["message"]
+                for finding in self.findings(self.file("checked.lua", project))}
+
+    def last(self, project, *options, cycles=4):
+        """The variables of the only block after a run."""
+        run = self.workbench(TASK + project, *options, cycles=cycles)
+        self.assertEqual(run.code, 0, run.errors)
+        state = [json.loads(line) for line in run.output.splitlines() if not line.startswith('{"set"')][-1]
+        self.assertFalse(state["fault"])
+        return {entry["name"]: entry for entry in state["variables"]}, run.errors
+
+    def test_writes_end_as_the_findings_say(self):
+        device = self.device('device{ name = "D", instance = 1, objects = { analog_value{instance = 1, present_value = 5}, '
+                             'analog_value{instance = 2, present_value = 5}, loop{instance = 1} } }')
+        project = block("B", device.address, [
+            variable("Units", "analog-value", 1, "UInt32", "units", write=True),
+            variable("Text", "analog-value", 2, "String", write=True),
+            variable("Setpoint", "loop", 1, prop="setpoint", write=True), variable("Output", "loop", 1)])
+        found = self.messages(project)
+        self.assertEqual(set(found), {("Units", "write-refused"), ("Text", "write-text"), ("Setpoint", "write-other-property")})
+        options = ("--set", "B.Units=62", "--set", "B.Text=21,5", "--set", "B.Setpoint=33")
+        after, errors = self.last(project, *options)
+        reason = re.search('every write ends with "(.*)"', found["Units", "write-refused"]).group(1)
+        self.assertEqual((after["Units"]["write"]["state"], after["Units"]["write"]["reason"]), ("refused", reason))
+        self.assertEqual(after["Text"]["value"], "0")
+        self.assertEqual(found["Setpoint", "write-other-property"], "the driver reads setpoint and writes to present-value")
+        self.assertNotEqual(after["Setpoint"]["value"], 33)
+        self.assertEqual({line for line in errors.splitlines() if line.startswith("warning: ")},
+                         {"warning: B.Units: " + found["Units", "write-refused"],
+                          "warning: B.Setpoint: " + found["Setpoint", "write-other-property"]})
+
+    def test_a_write_in_every_cycle_takes_the_second_of_the_finding(self):
+        device = self.device('device{ name = "D", instance = 1, objects = { analog_value{instance = 1, present_value = 5} } }')
+        project = block("B", device.address, [variable("V", "analog-value", 1, write=True)], 'WriteCondition = "Always",')
+        (_, code), = self.messages(TASK + project)
+        self.assertEqual(code, "short-period")
+        begin = time.monotonic()
+        self.last(project, "--set", "B.V=6", cycles=4)
+        # The value waits for the first cycle.
+        self.assertGreaterEqual(time.monotonic() - begin, 2.9)
+
+    def test_a_network_without_a_mac_is_in_fault(self):
+        device = self.device('device{ name = "D", instance = 1, objects = { analog_value{instance = 1} }, '
+                             'router = { network = 5, mac = "0A" } }')
+        project = ('BACnet.new{ Name = "B", Address = "%s", NetworkNumber = 5, CountRepeat = 1, %s\n Vars = {%s} }\n')
+        point = variable("V", "analog-value", 1)
+        for mac, codes, fault in (("", {"mac-missing"}, True), ('MAC = "10",', set(), False)):
+            text = project % (device.address, mac, point)
+            self.assertEqual({code for _, code in self.messages(text)}, codes)
+            states = self.workbench(TASK + text).states
+            self.assertEqual(states[-1]["fault"], fault, mac)
+
+    def test_a_silent_device_delays_the_others_of_its_task_as_long_as_the_finding_says(self):
+        device = self.device('device{ name = "D", instance = 1, objects = { analog_value{instance = 1} } }')
+        with socket.socket(socket.AF_INET, socket.SOCK_DGRAM) as silent:
+            silent.bind(("127.0.0.1", 0))
+            project = (block("Silent", "127.0.0.1:%d" % silent.getsockname()[1], [variable("V", "analog-value", 1)], "CountRepeat = 2,") +
+                       block("Good", device.address, [variable("V", "analog-value", 1)], "CountRepeat = 1,"))
+            message = self.messages(project)[None, "shared-task"]
+            self.assertIn("delays the others by up to 2 s in every cycle", message)
+            begin = time.monotonic()
+            self.workbench(TASK + project, cycles=2)
+            self.assertGreaterEqual(time.monotonic() - begin, 3.9)
 
 
 if __name__ == "__main__":
