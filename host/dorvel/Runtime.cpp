@@ -129,6 +129,10 @@ void Runtime::InitBlock(ScadaProtocol& block) {
     block.InitedInternal(impl->L);
 }
 
+void Runtime::SetBeginObserver(BeginObserver observer) {
+    impl->onBegin = std::move(observer);
+}
+
 void Runtime::SetCycleObserver(CycleObserver observer) {
     impl->observer = std::move(observer);
 }

@@ -31,6 +31,7 @@ struct __attribute__((visibility("hidden"))) Runtime::Impl {
     std::shared_ptr<VariableStore> store = std::make_shared<VariableStore>();
     std::vector<std::unique_ptr<STTask>> tasks;
     std::vector<std::unique_ptr<BlockEntry>> blocks;
+    BeginObserver onBegin;
     CycleObserver observer;
     WriteObserver onWrite;
 

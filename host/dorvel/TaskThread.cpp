@@ -24,6 +24,9 @@ Clock::time_point NextStart(Clock::time_point start, std::chrono::milliseconds p
 }  // namespace
 
 void Runtime::Impl::RunBlock(BlockEntry& entry) {
+    if (onBegin) {
+        onBegin(*entry.block);
+    }
     bool const ran = entry.block->Cycle();
     ++entry.cycles;
     if (observer) {

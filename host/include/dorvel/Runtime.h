@@ -22,6 +22,9 @@ namespace dorvel {
 // and RequestStop may be called from any thread.
 class DORVEL_HOST_API Runtime {
 public:
+    // Called before every cycle of a block, on the thread of its task.
+    using BeginObserver = std::function<void(ScadaProtocol& block)>;
+
     // Called after every cycle of a block, on the thread of its task. cycle counts from 1; ran is false when
     // Execute was not called.
     using CycleObserver = std::function<void(ScadaProtocol& block, unsigned long long cycle, bool ran)>;
@@ -56,6 +59,7 @@ public:
     // unchanged. std::logic_error for a block that is unknown, without a task or initialised already.
     void InitBlock(ScadaProtocol& block);
 
+    void SetBeginObserver(BeginObserver observer);
     void SetCycleObserver(CycleObserver observer);
     void SetWriteObserver(WriteObserver observer);
     // Makes the next check of the variable by the condition OnChange pass, whatever was written last.

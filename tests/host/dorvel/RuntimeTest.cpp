@@ -245,6 +245,18 @@ TEST_F(RuntimeTest, TheObserverSeesEveryCycle) {
     EXPECT_EQ(runs.executeCalls, 2);
 }
 
+TEST_F(RuntimeTest, TheBeginObserverIsCalledBeforeEveryCycle) {
+    runtime.AddTask("main", LongPeriod);
+    std::string seen;
+    TestBlock& one = MakeReadyBlock("one");
+    one.onExecute = [&] { seen += "runs "; };
+    runtime.SetBeginObserver(
+        [&](ScadaProtocol& block) { seen += static_cast<TestBlock&>(block).name + " "; });
+    runtime.SetCycleObserver([&](ScadaProtocol&, unsigned long long, bool) { seen += "ends "; });
+    runtime.RunOnce();
+    EXPECT_EQ(seen, "one runs ends ");
+}
+
 TEST_F(RuntimeTest, StartWithCyclesEndsByItself) {
     runtime.AddTask("first", 1ms);
     STTask& second = runtime.AddTask("second", 0ms);
