@@ -22,7 +22,7 @@ constexpr char ProgramHelp[] = R"(Examples:
 
 Exit codes:
   0  done, also after Ctrl-C
-  1  a block was in fault at the end, with --fail-on-fault
+  1  a condition of --fail-on was met, or a block was in fault at the end, with --fail-on-fault
   2  a mistake on the command line or in the project; check: an error, or a warning with --strict
   3  the add-in cannot be loaded
   4  something else failed, such as writing the capture file
@@ -35,7 +35,13 @@ between the columns. Ctrl-C ends the run.
 
 A variable with Write = true can be set: with --set, with the key s in the table, and with lines
 "set Block.Variable = value" on standard input. A value is written in the cycle after the first
-cycle without a fault.)";
+cycle without a fault.
+
+Below a block is why it is in its state, as the datagrams show it. A value that the driver has read
+from an error of the device is marked as suspect.
+
+--standby, and the lines "standby on" and "standby off" on standard input, play the standby of a
+redundant pair: only blocks with ExecuteOnSlave are polled, and only those with WriteOnSlave write.)";
 
 constexpr char CheckHelp[] =
     R"(Reports everything in the projects that is wrong or will surprise, in the order of their lines:
@@ -103,6 +109,38 @@ void AddCheckOptions(CLI::App& command, Options& options) {
     command.footer(CheckHelp);
 }
 
+void AddLogOptions(CLI::App& command, Options& options) {
+    static std::map<std::string, LogFormat> const formats = {{"text", LogFormat::Text},
+                                                             {"json", LogFormat::Json}};
+    command
+        .add_option_function<std::string>(
+            "--log-format", [&options](std::string const& name) { options.logFormat = formats.at(name); },
+            "Form of the log on standard error: text or json (default: text)")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember(formats).description(""));
+    command.add_flag("--trace", options.trace, "Shows what the driver does, step by step");
+}
+
+void AddFailOptions(CLI::App& command, Options& options) {
+    command
+        .add_option_function<std::vector<std::string>>(
+            "--fail-on",
+            [&options](std::vector<std::string> const& names) {
+                for (std::string const& name : names) {
+                    options.failOn.insert(TroubleOfName(name).value());
+                }
+            },
+            "Exit code 1 when one of these is true at the end, with commas between them: " +
+                CLI::detail::join(TroubleNames(), ", "))
+        ->type_name("CONDITIONS")
+        ->delimiter(',')
+        ->allow_extra_args(false)
+        ->check(CLI::IsMember(TroubleNames()).description(""));
+    command.add_flag_callback(
+        "--fail-on-fault", [&options] { options.failOn.insert(Trouble::Fault); },
+        "The same as --fail-on fault");
+}
+
 void AddRunOptions(CLI::App& command, Options& options) {
     static std::map<std::string, OutputFormat> const formats = {{"auto", OutputFormat::Auto},
                                                                 {"table", OutputFormat::Table},
@@ -131,9 +169,9 @@ void AddRunOptions(CLI::App& command, Options& options) {
         ->allow_extra_args(false);
     command.add_option("--pcap", options.captureFile, "Records every datagram in a capture file")
         ->type_name("FILE");
-    command.add_flag("--trace", options.trace, "Shows what the driver does, step by step");
-    command.add_flag("--fail-on-fault", options.failOnFault,
-                     "Exit code 1 when a block is in fault at the end");
+    AddLogOptions(command, options);
+    AddFailOptions(command, options);
+    command.add_flag("--standby", options.standby, "Begins as the standby of a redundant pair");
     command.add_flag_callback(
         "--summary", [&options] { options.summary = true; },
         "Prints figures at the end (default in a terminal)");

@@ -3,8 +3,12 @@
 #include <iosfwd>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
+
+#include "LogBuffer.h"
+#include "RunFigures.h"
 
 namespace workbench {
 
@@ -22,7 +26,9 @@ struct Options {
     OutputFormat format = OutputFormat::Auto;
     unsigned long long cycles = 0;  // 0: no limit
     bool trace = false;
-    bool failOnFault = false;
+    std::set<Trouble> failOn;  // each makes the exit code 1
+    bool standby = false;
+    LogFormat logFormat = LogFormat::Text;
     bool strict = false;      // warnings count as errors
     std::string captureFile;  // empty: none
     std::optional<bool> summary;

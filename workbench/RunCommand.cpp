@@ -2,10 +2,12 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <ostream>
 #include <stdexcept>
 
+#include "CycleWatch.h"
 #include "Display.h"
 #include "ExitCode.h"
 #include "FieldReader.h"
@@ -113,23 +115,47 @@ void Warn(LoadedProject const& project, std::ostream& err) {
     }
 }
 
-BlockConfig const& ConfigOf(LoadedProject const& project, ScadaProtocol const& protocol) {
-    for (BlockConfig const& block : project.Blocks()) {
-        if (block.protocol == &protocol) {
-            return block;
-        }
+// Plays the standby from the start of a run, and ends that with the run, whatever was typed meanwhile.
+struct StandbyScope {
+    explicit StandbyScope(bool isOn) { dorvel::SetStandby(isOn); }
+    StandbyScope(StandbyScope const&) = delete;
+    StandbyScope& operator=(StandbyScope const&) = delete;
+    ~StandbyScope() { dorvel::SetStandby(false); }
+};
+
+void PrintSummary(Options const& options, RunStreams const& streams, std::string const& summary) {
+    if (options.summary.value_or(ShowsTable(options, streams))) {
+        // With JSON, standard output has nothing but JSON lines.
+        std::ostream& out = options.format == OutputFormat::Json ? streams.err : streams.out;
+        out << summary << std::flush;
     }
-    throw std::logic_error("the runtime ran a block that is not part of the project");
+}
+
+void CheckOutputs(Options const& options, HostScope const& host, Display const& display) {
+    if (!host.CaptureGood()) {
+        throw std::runtime_error("the capture file " + options.captureFile +
+                                 " is incomplete: writing failed");
+    }
+    if (display.Failed()) {
+        throw std::runtime_error("standard output cannot be written");
+    }
+}
+
+int ExitCodeOf(Options const& options, RunFigures const& figures) {
+    bool const failed = std::any_of(options.failOn.begin(), options.failOn.end(),
+                                    [&](Trouble trouble) { return figures.Has(trouble); });
+    return failed ? tools::WorkbenchExit::Fault : tools::WorkbenchExit::Ok;
 }
 
 }  // namespace
 
 int RunProject(Options const& options, RunStreams const& streams) {
-    LogBuffer log(LogStream(options, streams));
+    LogBuffer log(LogStream(options, streams), options.logFormat);
     HostScope const host(log, options.trace, options.captureFile);
     LoadedProject project(options.project, options.params);
     project.Load(SourceText::FromFile(options.project));
     Warn(project, streams.err);
+    StandbyScope const standby(options.standby);
     ValueSetter setter(project.Runtime(), log);
     SetFromTheStart(project, options.sets, setter);
     RunFigures figures;
@@ -142,33 +168,20 @@ int RunProject(Options const& options, RunStreams const& streams) {
     bool const table = ShowsTable(options, streams);
     Operator person(project, setter, *display, prompt, terminal,
                     table && isatty(streams.in) ? -1 : streams.in);
-    dorvel::Runtime& runtime = project.Runtime();
-    runtime.SetCycleObserver([&](ScadaProtocol& protocol, unsigned long long cycle, bool) {
+    CycleWatch const watch(project, [&](BlockSnapshot& snapshot) {
         if (signals.IsStopRequested()) {
             return;  // the signal interrupted this cycle, which is not a fault
         }
-        BlockSnapshot snapshot = TakeSnapshot(ConfigOf(project, protocol), cycle, runtime.Variables());
-        setter.AfterCycle(*snapshot.config, IsFault(snapshot));
+        setter.AfterCycle(*snapshot.config, IsFault(snapshot) || snapshot.isStandby);
         setter.Show(snapshot);
         figures.Count(snapshot);
         display->Cycle(snapshot);
     });
-    RunUntilEnd(runtime, *display, terminal, signals, person, options, table);
+    RunUntilEnd(project.Runtime(), *display, terminal, signals, person, options, table);
     terminal.End();
-
-    if (options.summary.value_or(table)) {
-        // With JSON, standard output has nothing but JSON lines.
-        std::ostream& out = options.format == OutputFormat::Json ? streams.err : streams.out;
-        out << figures.Summary(host.Figures()) << std::flush;
-    }
-    if (!host.CaptureGood()) {
-        throw std::runtime_error("the capture file " + options.captureFile +
-                                 " is incomplete: writing failed");
-    }
-    if (display->Failed()) {
-        throw std::runtime_error("standard output cannot be written");
-    }
-    return options.failOnFault && figures.AnyFault() ? tools::WorkbenchExit::Fault : tools::WorkbenchExit::Ok;
+    PrintSummary(options, streams, figures.Summary(host.Figures()));
+    CheckOutputs(options, host, *display);
+    return ExitCodeOf(options, figures);
 }
 
 }  // namespace workbench

@@ -45,7 +45,9 @@ TEST_F(CommandLine, AProjectIsTheOnlyRequiredArgument) {
     EXPECT_EQ(options->format, OutputFormat::Auto);
     EXPECT_EQ(options->cycles, 0u);
     EXPECT_FALSE(options->trace);
-    EXPECT_FALSE(options->failOnFault);
+    EXPECT_TRUE(options->failOn.empty());
+    EXPECT_FALSE(options->standby);
+    EXPECT_EQ(options->logFormat, LogFormat::Text);
     EXPECT_FALSE(options->summary);
 }
 
@@ -61,8 +63,21 @@ TEST_F(CommandLine, EveryOptionIsRead) {
     EXPECT_EQ(options->cycles, 10u);
     EXPECT_EQ(options->captureFile, "p.pcap");
     EXPECT_TRUE(options->trace);
-    EXPECT_TRUE(options->failOnFault);
+    EXPECT_EQ(options->failOn, (std::set<Trouble>{Trouble::Fault}));
     EXPECT_EQ(options->summary, true);
+}
+
+TEST_F(CommandLine, ConditionsOfFailureAreAListWithCommas) {
+    auto const options = Parse({"run", "--fail-on", "refused,suspect", "plant.lua", "--fail-on", "overrun",
+                                "--fail-on-fault", "--standby", "--log-format", "json"});
+    ASSERT_TRUE(options) << err.str();
+    EXPECT_EQ(options->failOn,
+              (std::set<Trouble>{Trouble::Fault, Trouble::Refused, Trouble::Suspect, Trouble::Overrun}));
+    EXPECT_EQ(options->project, "plant.lua");
+    EXPECT_TRUE(options->standby);
+    EXPECT_EQ(options->logFormat, LogFormat::Json);
+    ExpectMistake({"run", "a.lua", "--fail-on", "fault,rain"}, "rain");
+    ExpectMistake({"run", "a.lua", "--log-format", "xml"}, "xml");
 }
 
 TEST_F(CommandLine, ValuesToSetKeepTheirOrder) {

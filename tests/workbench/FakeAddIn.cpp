@@ -27,6 +27,8 @@ void ReadField(lua_State* L, FakeDriver& driver) {
         driver.address = lua_tostring(L, -1);
     } else if (lua_isinteger(L, -1)) {
         driver.numbers[name] = lua_tointeger(L, -1);
+    } else if (lua_isboolean(L, -1)) {
+        driver.numbers[name] = lua_toboolean(L, -1);
     }
 }
 
@@ -41,6 +43,8 @@ int New(lua_State* L) {
     }
     driver->WriteCondition = static_cast<ProtocolWriteCondition>(driver->Number("WriteCondition"));
     driver->WriteItemId = driver->Number("WriteItemId");
+    driver->ExecuteOnSlave = driver->Number("ExecuteOnSlave") != 0;
+    driver->WriteOnSlave = driver->Number("WriteOnSlave") != 0;
     driver->Init(L);
     return 1;
 }

@@ -133,7 +133,7 @@ TEST_F(RunCommand, AFaultSetsTheExitCodeOnlyWithFailOnFault) {
     addIn.onCycle = Fail;
     EXPECT_EQ(Run(), tools::WorkbenchExit::Ok);
     EXPECT_NE(out.str().find("\"fault\":true,\"error\":\"No connection\""), std::string::npos);
-    options.failOnFault = true;
+    options.failOn = {Trouble::Fault};
     EXPECT_EQ(Run(), tools::WorkbenchExit::Fault);
     addIn.onCycle = Poll;
     EXPECT_EQ(Run(), tools::WorkbenchExit::Ok);
@@ -141,10 +141,10 @@ TEST_F(RunCommand, AFaultSetsTheExitCodeOnlyWithFailOnFault) {
 
 TEST_F(RunCommand, ABlockThatTheDriverDoesNotPollIsAFault) {
     addIn.onCycle = [](FakeDriver&) { logMsg("Error create device for poll\n"); };
-    options.failOnFault = true;
+    options.failOn = {Trouble::Fault};
     options.cycles = 1;
     EXPECT_EQ(Run(), tools::WorkbenchExit::Fault);
-    EXPECT_EQ(err.str(), "Error create device for poll\n");
+    EXPECT_EQ(err.str(), "2024-03-15T12:34:56.000+01:00 [AHU] Error create device for poll\n");
     EXPECT_NE(out.str().find("\"fault\":true,\"error\":\"not polled\""), std::string::npos);
 }
 
@@ -156,7 +156,7 @@ TEST_F(RunCommand, TheTraceIsOnOnlyDuringTheRun) {
     options.cycles = 1;
     options.trace = true;
     EXPECT_EQ(Run(), tools::WorkbenchExit::Ok);
-    EXPECT_EQ(err.str(), "traced\n");
+    EXPECT_EQ(err.str(), "2024-03-15T12:34:56.000+01:00 [AHU] traced\n");
     EXPECT_FALSE(IsEnableUserTrace());
 }
 
@@ -233,7 +233,7 @@ TEST_F(RunCommand, AnInterruptEndsARunWithoutEnd) {
 TEST_F(RunCommand, AnInterruptedCycleIsNotAFault) {
     addIn.onCycle = [](FakeDriver&) { raise(SIGINT); };
     options.project = folder.Write("slow.lua", "Task{Name='slow', Period=60000}\n" + OneBlock);
-    options.failOnFault = true;
+    options.failOn = {Trouble::Fault};
     EXPECT_EQ(Run(), tools::WorkbenchExit::Ok);
     EXPECT_EQ(out.str(), "");
 }
@@ -307,11 +307,101 @@ TEST_F(RunCommand, ValuesFromLinesAreAnsweredOnStandardErrorWithoutJson) {
     options.format = OutputFormat::Lines;
     EXPECT_EQ(RunWith("set AHU.T = 22\nset AHU.Q = 1\n"), tools::WorkbenchExit::Ok);
     EXPECT_EQ(err.str(),
-              "AHU.T = 22: pending\n\"AHU.Q\" is not a variable of the project (did you mean \"AHU.T\"?)\n");
+              "2024-03-15T12:34:56.000+01:00 AHU.T = 22: pending\n"
+              "2024-03-15T12:34:56.000+01:00 \"AHU.Q\" is not a variable of the project (did you mean "
+              "\"AHU.T\"?)\n");
     auto const lines = OutLines();
     ASSERT_EQ(lines.size(), 5u);
-    EXPECT_EQ(lines[1].substr(lines[1].rfind('\t')), "\t22 pending");
-    EXPECT_EQ(lines[3].substr(lines[3].rfind('\t')), "\t22 written");
+    EXPECT_NE(lines[1].find("\t22 pending\t-\t-\t"), std::string::npos) << lines[1];
+    EXPECT_NE(lines[3].find("\t22 written\t-\t-\t"), std::string::npos) << lines[3];
+}
+
+TEST_F(RunCommand, AStandbyPollsOnlyBlocksThatPollOnTheStandby) {
+    std::string const blocks = Block(R"(Name="A", Address="1.2.3.4:47808")") +
+                               Block(R"(Name="B", Address="1.2.3.4:47808", ExecuteOnSlave=true)");
+    options.project = folder.Write("two.lua", "Task{Name='fast', Period=1}\n" + blocks);
+    options.standby = true;
+    options.failOn = {Trouble::Fault};
+    options.cycles = 1;
+    EXPECT_EQ(Run(), tools::WorkbenchExit::Ok);
+    EXPECT_FALSE(dorvel::IsStandby());
+    EXPECT_NE(OutLines()[0].find("\"block\":\"A\""), std::string::npos);
+    EXPECT_NE(OutLines()[0].find("\"standby\":true"), std::string::npos);
+    EXPECT_NE(OutLines()[1].find("\"standby\":false"), std::string::npos);
+    EXPECT_NE(OutLines()[1].find("\"value\":21.5"), std::string::npos);
+}
+
+TEST_F(RunCommand, LinesSwitchTheStandbyOnAndOff) {
+    MakeWritable();
+    EXPECT_EQ(RunWith("standby on\nset AHU.T = 22\nstandby maybe\nstandby off\nstandby  on\n"),
+              tools::WorkbenchExit::Ok);
+    EXPECT_FALSE(dorvel::IsStandby());
+    auto const lines = OutLines();
+    EXPECT_EQ(lines[0], R"({"standby":true})");
+    EXPECT_NE(
+        lines[2].find("is not a command; expected set Block.Variable = value, standby on or standby off"),
+        std::string::npos);
+    EXPECT_EQ(lines[3], R"({"standby":false})");
+    EXPECT_EQ(lines[4], R"({"standby":true})");
+    EXPECT_EQ(States(), "pending pending pending pending ");
+    EXPECT_EQ(device, Float(20));
+}
+
+TEST_F(RunCommand, AStandbyWritesOnlyWhereItMay) {
+    MakeWritable();
+    options.standby = true;
+    options.sets = {"AHU.T=22"};
+    auto const run = [this](std::string const& fields) {
+        std::string variable = Temperature;
+        variable.insert(variable.size() - 1, ", Write=true");
+        options.project = folder.Write(
+            "standby.lua", "Task{Name='fast', Period=1}\n" +
+                               Block(R"(Name="AHU", Address="1.2.3.4:47808")" + fields, variable));
+        out.str("");
+        EXPECT_EQ(Run(), tools::WorkbenchExit::Ok);
+        return States();
+    };
+    EXPECT_EQ(run(", ExecuteOnSlave=true"), "pending pending pending pending ");
+    EXPECT_EQ(device, Float(20));
+    EXPECT_EQ(run(", ExecuteOnSlave=true, WriteOnSlave=true"), "pending pending written written ");
+    EXPECT_EQ(device, Float(22));
+}
+
+TEST_F(RunCommand, AValueThatStaysPendingCanBeAFailure) {
+    MakeWritable();
+    options.sets = {"AHU.T=21.5"};
+    options.failOn = {Trouble::Refused, Trouble::Pending};
+    EXPECT_EQ(Run(), tools::WorkbenchExit::Ok);
+    options.cycles = 1;
+    EXPECT_EQ(Run(), tools::WorkbenchExit::Fault);
+}
+
+TEST_F(RunCommand, ACycleThatIsLongerThanThePeriodIsAnOverrun) {
+    addIn.onCycle = [this](FakeDriver& driver) {
+        world.time += 15000;
+        Poll(driver);
+    };
+    options.failOn = {Trouble::Overrun};
+    options.summary = true;
+    EXPECT_EQ(Run(), tools::WorkbenchExit::Fault);
+    EXPECT_NE(OutLines()[2].find(R"("cycle_ms":{"last":1.5,"median":1.5,"maximum":1.5},"overruns":3)"),
+              std::string::npos)
+        << OutLines()[2];
+    EXPECT_NE(err.str().find("AHU: cycle 1.5 ms median, 1.5 ms maximum, 3 overruns\n"), std::string::npos);
+}
+
+TEST_F(RunCommand, TheLogCanBeJson) {
+    addIn.onCycle = [](FakeDriver& driver) {
+        logMsg("0-1 std::bad_cast\n");
+        Poll(driver);
+    };
+    options.cycles = 1;
+    options.logFormat = LogFormat::Json;
+    EXPECT_EQ(Run(), tools::WorkbenchExit::Ok);
+    EXPECT_EQ(err.str(),
+              R"({"time":"2024-03-15T12:34:56.000+01:00","block":"AHU","object":null,"variable":null,)"
+              R"("text":"0-1 std::bad_cast"})"
+              "\n");
 }
 
 TEST_F(RunCommand, AWriteToAnotherPropertyIsAWarning) {

@@ -1,10 +1,8 @@
 #include "JsonFormat.h"
 
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
-
 #include <cmath>
 
+#include "JsonFields.h"
 #include "NumberText.h"
 #include "Printable.h"
 #include "QualityText.h"
@@ -16,20 +14,9 @@ namespace workbench {
 
 namespace {
 
-using Writer = rapidjson::Writer<rapidjson::StringBuffer>;
-
-void WriteText(Writer& writer, std::string const& text) {
-    writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
-}
-
-void WriteField(Writer& writer, char const* name, std::string const& text) {
-    writer.Key(name);
-    WriteText(writer, text);
-}
-
 // Writes the shortest text of the number; RapidJSON would write a float with the digits of a double.
 template <typename Number>
-void WriteNumber(Writer& writer, Number value) {
+void WriteNumber(JsonWriter& writer, Number value) {
     std::string const text = tools::NumberText(value);
     if (std::isfinite(value)) {
         writer.RawValue(text.data(), text.size(), rapidjson::kNumberType);
@@ -38,7 +25,7 @@ void WriteNumber(Writer& writer, Number value) {
     }
 }
 
-void WriteValue(Writer& writer, OpcUa_Variant const& value, long long localDiff) {
+void WriteValue(JsonWriter& writer, OpcUa_Variant const& value, long long localDiff) {
     switch (value.Datatype) {
         case OpcUaType_Null:
             writer.Null();
@@ -72,7 +59,7 @@ void WriteValue(Writer& writer, OpcUa_Variant const& value, long long localDiff)
     }
 }
 
-void WriteProgress(Writer& writer, WriteState const& write, long long localDiff) {
+void WriteProgress(JsonWriter& writer, WriteState const& write, long long localDiff) {
     writer.StartObject();
     WriteField(writer, "state", StageName(write.stage));
     writer.Key("value");
@@ -83,7 +70,7 @@ void WriteProgress(Writer& writer, WriteState const& write, long long localDiff)
     writer.EndObject();
 }
 
-void WriteVariable(Writer& writer, VariableSnapshot const& variable, long long localDiff) {
+void WriteVariable(JsonWriter& writer, VariableSnapshot const& variable, long long localDiff) {
     VariableState const& state = variable.state;
     writer.StartObject();
     WriteField(writer, "name", tools::ValidUtf8(variable.config->name));
@@ -104,14 +91,49 @@ void WriteVariable(Writer& writer, VariableSnapshot const& variable, long long l
         writer.Key("write");
         WriteProgress(writer, variable.write, localDiff);
     }
+    if (!variable.suspect.empty()) {
+        WriteField(writer, "suspect", tools::ValidUtf8(variable.suspect));
+    }
     writer.EndObject();
+}
+
+void WriteMilliseconds(JsonWriter& writer, char const* name, long long duration) {
+    writer.Key(name);
+    WriteNumber(writer, static_cast<double>(duration) / 1e4);
+}
+
+void WriteTimes(JsonWriter& writer, CycleFigures const& times) {
+    writer.Key("cycle_ms");
+    writer.StartObject();
+    WriteMilliseconds(writer, "last", times.last);
+    WriteMilliseconds(writer, "median", times.median);
+    WriteMilliseconds(writer, "maximum", times.maximum);
+    writer.EndObject();
+    writer.Key("overruns");
+    writer.Uint64(times.overruns);
+}
+
+void WriteCauses(JsonWriter& writer, BlockSnapshot const& block) {
+    writer.Key("causes");
+    writer.StartArray();
+    for (Cause const& cause : block.causes) {
+        writer.StartObject();
+        WriteField(writer, "cause", CauseName(cause.kind));
+        WriteOptional(writer, "object", cause.object);
+        WriteField(writer, "text", tools::ValidUtf8(cause.text));
+        writer.Key("count");
+        writer.Uint64(cause.count);
+        WriteField(writer, "since", IsoTime(cause.since, block.localDiff));
+        writer.EndObject();
+    }
+    writer.EndArray();
 }
 
 }  // namespace
 
 std::string FormatJson(BlockSnapshot const& block) {
     rapidjson::StringBuffer buffer;
-    Writer writer(buffer);
+    JsonWriter writer(buffer);
     writer.StartObject();
     WriteField(writer, "time", IsoTime(block.time, block.localDiff));
     WriteField(writer, "block", tools::ValidUtf8(block.config->name));
@@ -126,13 +148,27 @@ std::string FormatJson(BlockSnapshot const& block) {
         WriteVariable(writer, variable, block.localDiff);
     }
     writer.EndArray();
+    writer.Key("standby");
+    writer.Bool(block.isStandby);
+    WriteTimes(writer, block.times);
+    WriteCauses(writer, block);
     writer.EndObject();
-    return std::string(buffer.GetString(), buffer.GetSize()) + "\n";
+    return JsonLine(buffer);
+}
+
+std::string FormatStandby(bool isOn) {
+    rapidjson::StringBuffer buffer;
+    JsonWriter writer(buffer);
+    writer.StartObject();
+    writer.Key("standby");
+    writer.Bool(isOn);
+    writer.EndObject();
+    return JsonLine(buffer);
 }
 
 std::string FormatJson(SetAnswer const& answer, long long localDiff) {
     rapidjson::StringBuffer buffer;
-    Writer writer(buffer);
+    JsonWriter writer(buffer);
     writer.StartObject();
     WriteField(writer, "set", tools::ValidUtf8(answer.target));
     if (answer.mistake.empty()) {
@@ -144,7 +180,7 @@ std::string FormatJson(SetAnswer const& answer, long long localDiff) {
         WriteField(writer, "reason", tools::ValidUtf8(answer.mistake));
     }
     writer.EndObject();
-    return std::string(buffer.GetString(), buffer.GetSize()) + "\n";
+    return JsonLine(buffer);
 }
 
 }  // namespace workbench

@@ -20,9 +20,10 @@ struct Concession {
     std::size_t width;
 };
 
-constexpr Concession Concessions[] = {
-    {Type, 0},     {Time, 0},  {Value, 14}, {Property, 8}, {Variable, 14}, {Quality, 6}, {Object, 10},
-    {Property, 4}, {Value, 6}, {Write, 12}, {Variable, 6}, {Quality, 2},   {Object, 5}};
+constexpr Concession Concessions[] = {{Type, 0},      {Time, 0},    {Value, 14},  {Property, 8},
+                                      {Variable, 14}, {Quality, 6}, {Object, 10}, {Suspect, 16},
+                                      {Property, 4},  {Value, 6},   {Write, 12},  {Variable, 6},
+                                      {Suspect, 7},   {Quality, 2}, {Object, 5}};
 
 std::size_t Total(Widths const& widths) {
     std::size_t total = Indent;
@@ -37,10 +38,10 @@ std::string WriteCell(VariableSnapshot const& variable, long long localDiff) {
     return isSet ? WriteText(variable.write, localDiff, false) : variable.config->write ? "-" : "";
 }
 
-// The column Write is shown only when a variable can be written.
+// The column Write is shown only when a variable can be written, and Suspect when one is.
 bool IsLeftOut(std::size_t column, std::vector<Row> const& rows) {
-    return column == Write &&
-           std::all_of(rows.begin(), rows.end(), [](Row const& row) { return row[Write].empty(); });
+    return (column == Write || column == Suspect) &&
+           std::all_of(rows.begin(), rows.end(), [=](Row const& row) { return row[column].empty(); });
 }
 
 std::string ObjectCell(std::string const& text, std::size_t width) {
@@ -55,7 +56,7 @@ std::string ObjectCell(std::string const& text, std::size_t width) {
 }  // namespace
 
 Row HeaderRow() {
-    return {"Variable", "Object", "Property", "Value", "Type", "Quality", "Time", "Age", "Write"};
+    return {"Variable", "Object", "Property", "Value", "Type", "Quality", "Suspect", "Time", "Age", "Write"};
 }
 
 Row VariableRow(VariableSnapshot const& variable, BlockSnapshot const& block, long long now) {
@@ -68,6 +69,7 @@ Row VariableRow(VariableSnapshot const& variable, BlockSnapshot const& block, lo
             ValueText(state.Value, block.localDiff),
             TypeName(config.type),
             QualityText(state.Status),
+            tools::Printable(variable.suspect),
             timed ? ClockTime(state.Time, block.localDiff) : "-",
             timed ? AgeText(state.Time, now) : "-",
             WriteCell(variable, block.localDiff)};

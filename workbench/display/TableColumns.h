@@ -11,7 +11,19 @@ namespace workbench {
 
 // The columns of the table: their contents and widths.
 
-enum Column : std::size_t { Variable, Object, Property, Value, Type, Quality, Time, Age, Write, ColumnCount };
+enum Column : std::size_t {
+    Variable,
+    Object,
+    Property,
+    Value,
+    Type,
+    Quality,
+    Suspect,
+    Time,
+    Age,
+    Write,
+    ColumnCount
+};
 
 constexpr std::size_t Indent = 2;  // before the first column
 constexpr std::size_t Gap = 2;     // between two columns

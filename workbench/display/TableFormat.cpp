@@ -6,6 +6,7 @@
 #include "QualityText.h"
 #include "TableColumns.h"
 #include "TableLine.h"
+#include "TimeText.h"
 
 namespace workbench {
 
@@ -30,6 +31,7 @@ Colour WriteColour(WriteStage stage) {
         case WriteStage::Written:
             return Colour::Green;
         case WriteStage::Refused:
+        case WriteStage::Differs:
             return Colour::Red;
         case WriteStage::None:
             return Colour::None;
@@ -50,6 +52,9 @@ RowColours ColoursOf(VariableSnapshot const& variable) {
     RowColours colours = Plain(Colour::None);
     colours[Quality] = QualityColour(variable.state.Status);
     colours[Write] = WriteColour(variable.write.stage);
+    if (!variable.suspect.empty()) {
+        colours[Value] = colours[Suspect] = Colour::Red;
+    }
     return colours;
 }
 
@@ -67,13 +72,39 @@ std::string RowLine(Row const& row, Widths const& widths, Screen const& screen, 
 }
 
 std::string Headline(BlockSnapshot const& block, Screen const& screen) {
-    Colour const state = block.cycle == 0 ? Colour::Dim : IsFault(block) ? Colour::Red : Colour::Green;
+    bool const idle = block.cycle == 0 || block.isStandby;
+    Colour const state = idle ? Colour::Dim : IsFault(block) ? Colour::Red : Colour::Green;
     TableLine line(screen.width, screen.colour);
     line.Add(tools::Printable(block.config->name), Colour::Bold);
     line.Add("  ");
     line.Add(StateText(block), state);
     line.Add("  " + block.config->address + "  cycle " + std::to_string(block.cycle));
+    CycleFigures const& times = block.times;
+    if (times.count > 0) {
+        line.Add("  " + DurationText(times.last) + " (median " + DurationText(times.median) + ", max " +
+                 DurationText(times.maximum) + ")");
+    }
+    if (times.overruns > 0) {
+        line.Add("  overruns " + std::to_string(times.overruns), Colour::Yellow);
+    }
     return line.Text();
+}
+
+// Why the block is in this state, below its headline.
+void AddCauses(BlockSnapshot const& block, Screen const& screen, std::vector<std::string>& lines) {
+    constexpr std::size_t most = 3;
+    Colour const colour = IsFault(block) ? Colour::Red : Colour::Yellow;
+    std::size_t const shown = block.causes.size() > most ? most - 1 : block.causes.size();
+    for (std::size_t i = 0; i < shown; ++i) {
+        TableLine line(screen.width, screen.colour);
+        line.Add("  > " + tools::Printable(block.causes[i].text), colour);
+        lines.push_back(line.Text());
+    }
+    if (shown < block.causes.size()) {
+        TableLine line(screen.width, screen.colour);
+        line.Add("  > and " + std::to_string(block.causes.size() - shown) + " more causes", colour);
+        lines.push_back(line.Text());
+    }
 }
 
 // The log: a heading and the newest lines, at most a third of the screen.
@@ -124,6 +155,7 @@ std::vector<std::string> FormatTable(std::vector<BlockSnapshot> const& blocks,
     auto row = rows.begin();
     for (BlockSnapshot const& block : blocks) {
         lines.push_back(Headline(block, screen));
+        AddCauses(block, screen, lines);
         for (VariableSnapshot const& variable : block.variables) {
             lines.push_back(RowLine(*row++, widths, screen, ColoursOf(variable)));
         }

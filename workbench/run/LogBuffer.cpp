@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "Printable.h"
+#include "Whereabouts.h"
 
 namespace workbench {
 
@@ -22,18 +23,19 @@ void LogBuffer::Add(std::string_view text) {
     }
 }
 
-void LogBuffer::AddLine(std::string_view line) {
-    if (line.empty()) {
+void LogBuffer::AddLine(std::string_view text) {
+    if (text.empty()) {
         return;
     }
-    std::string text = tools::Printable(line);
+    FollowTrace(text);
+    LogLine const line = MakeLogLine(std::string(text));
     if (stream) {
-        *stream << text << std::endl;
+        *stream << (format == LogFormat::Json ? LogJson(line) : LogText(line) + "\n") << std::flush;
     }
     if (listener) {
-        listener(text);
+        listener(tools::Printable(text));
     }
-    lines.push_back(std::move(text));
+    lines.push_back(ShortLogText(line));
     if (lines.size() > KeptLines) {
         lines.pop_front();
     }

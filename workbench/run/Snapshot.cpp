@@ -35,7 +35,7 @@ BlockSnapshot TakeSnapshot(BlockConfig const& block, unsigned long long cycle, V
 }
 
 bool IsFault(BlockSnapshot const& block) {
-    return block.cycle > 0 && (!block.isReported || block.fault);
+    return block.cycle > 0 && !block.isStandby && (!block.isReported || block.fault);
 }
 
 std::string FaultText(BlockSnapshot const& block) {
@@ -48,6 +48,9 @@ std::string FaultText(BlockSnapshot const& block) {
 std::string StateText(BlockSnapshot const& block) {
     if (block.cycle == 0) {
         return "waiting";
+    }
+    if (block.isStandby) {
+        return "STANDBY";
     }
     return IsFault(block) ? "FAULT " + tools::Printable(FaultText(block)) : "OK";
 }

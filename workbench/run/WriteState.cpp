@@ -13,6 +13,8 @@ char const* StageName(WriteStage stage) {
             return "written";
         case WriteStage::Unconfirmed:
             return "unconfirmed";
+        case WriteStage::Differs:
+            return "differs";
         case WriteStage::Refused:
             return "refused";
         default:

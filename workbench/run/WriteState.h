@@ -11,17 +11,18 @@ enum class WriteStage {
     None,         // nothing has been set
     Pending,      // waits for the write phase, or for the cycle that reads it back
     Written,      // the variable has been read since and had the value
-    Unconfirmed,  // the driver reported no failure, but the value read since is another one
-    Refused       // the driver reported a failure
+    Unconfirmed,  // no failure was reported, but the value read since is another one
+    Differs,      // the device holds another value than the one that was set, because that was sent to it
+    Refused       // the driver reported a failure, or the device aborted
 };
 
 struct WriteState {
     WriteStage stage = WriteStage::None;
     OpcUa_VariantHlp value;
-    std::string reason;  // for Refused the driver's text, for Unconfirmed the value read, otherwise empty
+    std::string reason;  // the driver's or the device's reason, or both values; empty for Written
 };
 
-// "pending", "written", "unconfirmed", "refused"; empty for None.
+// "pending", "written", "unconfirmed", "differs", "refused"; empty for None.
 char const* StageName(WriteStage stage);
 
 // "21.5 pending", with withReason followed by the reason in brackets; empty for None.

@@ -3,8 +3,13 @@
 #include "Printable.h"
 #include "TableLine.h"
 #include "dorvelshare/HostEnvironment.h"
+#include "dorvelshare/Trace.h"
 
 namespace workbench {
+
+void Display::Standby(bool isOn) {
+    logMsgLn(isOn ? "standby on" : "standby off");
+}
 
 void TextDisplay::Cycle(BlockSnapshot const& block) {
     Write(format(block));
@@ -26,6 +31,10 @@ void LinesDisplay::Answer(SetAnswer const& answer) {
 
 void JsonDisplay::Answer(SetAnswer const& answer) {
     Write(FormatJson(answer, dorvel::Environment().LocalTimeDiff()));
+}
+
+void JsonDisplay::Standby(bool isOn) {
+    Write(FormatStandby(isOn));
 }
 
 TableDisplay::TableDisplay(Terminal& tableTerminal, LogBuffer const& tableLog, ValueSetter const& tableSetter,

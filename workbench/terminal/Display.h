@@ -25,6 +25,8 @@ public:
     virtual void Cycle(BlockSnapshot const& block) = 0;
     // Called on the main thread with the answer to a value that the user sets.
     virtual void Answer(SetAnswer const& answer) = 0;
+    // Called on the main thread when the host has become the standby of a redundant pair, or is no longer.
+    virtual void Standby(bool isOn);
     // Called on the main thread several times a second and once at the end.
     virtual void Refresh() = 0;
     // True when the output cannot be written any more.
@@ -69,6 +71,7 @@ public:
     explicit JsonDisplay(std::ostream& outputStream) : TextDisplay(outputStream, FormatJson) {}
 
     void Answer(SetAnswer const& answer) override;
+    void Standby(bool isOn) override;
 };
 
 // Keeps the newest cycle of each block in a table on a terminal, with the log and the line for setting

@@ -1,10 +1,12 @@
 #include "Operator.h"
 
+#include <sstream>
 #include <string_view>
 
 #include "Printable.h"
 #include "ProjectError.h"
 #include "SetRequest.h"
+#include "dorvel/ScadaProtocol.h"
 
 namespace workbench {
 
@@ -25,7 +27,9 @@ Operator::Operator(LoadedProject& loadedProject, ValueSetter& valueSetter, Displ
 
 void Operator::Serve() {
     for (std::string const& line : prompt.Feed(terminal.Keys())) {
-        Assign(line);
+        if (!PlaysStandby(line)) {
+            Assign(line);
+        }
     }
     ServeLines();
     project.CallDue();
@@ -50,6 +54,20 @@ void Operator::Assign(std::string const& assignment) {
     }
 }
 
+bool Operator::PlaysStandby(std::string const& line) {
+    std::istringstream words(line);
+    std::string command;
+    std::string state;
+    std::string more;
+    words >> command >> state;
+    if (command != "standby" || (state != "on" && state != "off") || words >> more) {
+        return false;
+    }
+    dorvel::SetStandby(state == "on");
+    display.Standby(state == "on");
+    return true;
+}
+
 void Operator::Command(std::string const& line) {
     std::size_t const begin = line.find_first_not_of(Blanks);
     if (begin == std::string::npos || line[begin] == '#') {
@@ -60,8 +78,13 @@ void Operator::Command(std::string const& line) {
         Assign(line.substr(end + 1));
         return;
     }
-    display.Answer(
-        {line, {}, tools::Quoted(line) + " is not a command; expected set Block.Variable = value"});
+    if (!PlaysStandby(line)) {
+        display.Answer(
+            {line,
+             {},
+             tools::Quoted(line) +
+                 " is not a command; expected set Block.Variable = value, standby on or standby off"});
+    }
 }
 
 }  // namespace workbench

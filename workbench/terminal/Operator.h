@@ -26,10 +26,14 @@ public:
 
     // "Block.Variable = value".
     void Assign(std::string const& assignment);
-    // "set Block.Variable = value"; empty lines and lines that begin with "#" are ignored.
+    // "set Block.Variable = value", "standby on", "standby off"; empty lines and lines that begin with "#"
+    // are ignored.
     void Command(std::string const& line);
 
 private:
+    // True if the line is a standby command, which is then carried out.
+    bool PlaysStandby(std::string const& line);
+
     LoadedProject& project;
     ValueSetter& setter;
     Display& display;

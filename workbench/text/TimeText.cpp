@@ -94,4 +94,12 @@ std::string AgeText(long long fileTime, long long now) {
     return seconds < 2 * 86400.0 ? Format("%.0f h", seconds / 3600) : Format("%.0f d", seconds / 86400);
 }
 
+std::string DurationText(long long duration) {
+    double const milliseconds = static_cast<double>(duration) / static_cast<double>(UnitsPerMillisecond);
+    if (milliseconds < 999.5) {
+        return Format(milliseconds < 9.95 ? "%.1f ms" : "%.0f ms", milliseconds);
+    }
+    return Format("%.2f s", milliseconds / 1000);
+}
+
 }  // namespace workbench

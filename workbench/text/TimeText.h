@@ -19,4 +19,7 @@ std::string ClockTime(long long fileTime, long long localDiff);
 // The age in a suitable unit: "0.4 s", "12 s", "3 min", "2 h", "5 d". "0.0 s" for a time in the future.
 std::string AgeText(long long fileTime, long long now);
 
+// A duration in 100-nanosecond units: "0.4 ms", "120 ms", "1.04 s".
+std::string DurationText(long long duration);
+
 }  // namespace workbench

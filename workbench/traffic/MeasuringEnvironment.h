@@ -3,8 +3,8 @@
 #include <map>
 #include <mutex>
 
+#include "Durations.h"
 #include "ForwardingEnvironment.h"
-#include "RoundTrips.h"
 
 namespace workbench {
 

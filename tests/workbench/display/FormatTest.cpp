@@ -53,21 +53,70 @@ protected:
 
 TEST_F(Format, ACycleIsALinePerVariable) {
     std::string const start = "2024-03-15T12:34:56.789+01:00\tAHU\t3\tOK\t";
+    std::string const end = "\t-\t-\t0.000\t0\n";
     EXPECT_EQ(FormatLines(*block),
               start +
                   "Supply\tanalog-input 1\tpresent-value\t21.1\tDataValue(Float)\tGood\t0x00000000\t"
-                  "2024-03-15T12:34:56.789+01:00\t-\n" +
-                  start +
+                  "2024-03-15T12:34:56.789+01:00\t-" +
+                  end + start +
                   "Name\tanalog-input 2\tpresent-value\ta \"b\"\\tc\tString\tSensor failure\t0x808C0000\t"
-                  "2024-03-15T12:34:55.789+01:00\t-\n" +
-                  start +
-                  "Never\tanalog-input 3\tpresent-value\t-\tDataValue(Boolean)\tNo data\t0x809B0000\t-\t-\n");
+                  "2024-03-15T12:34:55.789+01:00\t-" +
+                  end + start +
+                  "Never\tanalog-input 3\tpresent-value\t-\tDataValue(Boolean)\tNo data\t0x809B0000\t-\t-" +
+                  end);
 }
 
 TEST_F(Format, EveryLineHasTheColumnsOfTheHeader) {
     auto const tabs = [](std::string const& text) { return std::count(text.begin(), text.end(), '\t'); };
-    EXPECT_EQ(tabs(LinesHeader()), 12);
-    EXPECT_EQ(tabs(FormatLines(*block)), 3 * 12);
+    EXPECT_EQ(tabs(LinesHeader()), 16);
+    EXPECT_EQ(tabs(FormatLines(*block)), 3 * 16);
+}
+
+TEST_F(Format, TheNewestColumnsAreTheLastOnes) {
+    block->variables[0].suspect = "device: unknown-object";
+    block->causes = {{CauseKind::Silent, "", "no answer\tsince noon", 3, Noon},
+                     {CauseKind::PropertyError, "analog-input 1", "analog-input 1: x", 1, Noon}};
+    block->times = {3, 12345, 1, 2, 7};
+    std::string const lines = FormatLines(*block);
+    std::string const end = "\tno answer\\tsince noon; analog-input 1: x\t1.234\t7\n";
+    EXPECT_NE(lines.find("\t-\tdevice: unknown-object" + end), std::string::npos) << lines;
+    EXPECT_EQ(lines.substr(lines.size() - end.size()), end);
+    EXPECT_EQ(LinesHeader(),
+              "#time\tblock\tcycle\tstate\tvariable\tobject\tproperty\tvalue\ttype\tquality\tstatus\t"
+              "value time\twrite\tsuspect\twhy\tcycle ms\toverruns\n");
+}
+
+TEST_F(Format, JsonHasTheCausesTheTimesAndTheSuspectValues) {
+    block->variables[1].suspect = "device: unknown-object";
+    block->causes = {{CauseKind::Silent, "", "no answer since noon", 3, Noon},
+                     {CauseKind::PropertyError, "analog-input 2", "text", 1, Noon - Second}};
+    block->times = {3, 12345, 10000, 200000, 7};
+    auto const document = Parsed();
+    EXPECT_FALSE(document["standby"].GetBool());
+    EXPECT_EQ(document["cycle_ms"]["last"].GetDouble(), 1.2345);
+    EXPECT_EQ(document["cycle_ms"]["median"].GetDouble(), 1);
+    EXPECT_EQ(document["cycle_ms"]["maximum"].GetDouble(), 20);
+    EXPECT_EQ(document["overruns"].GetUint(), 7u);
+    EXPECT_FALSE(document["variables"][0].HasMember("suspect"));
+    EXPECT_STREQ(document["variables"][1]["suspect"].GetString(), "device: unknown-object");
+    auto const& causes = document["causes"];
+    ASSERT_EQ(causes.Size(), 2u);
+    EXPECT_STREQ(causes[0]["cause"].GetString(), "silent");
+    EXPECT_TRUE(causes[0]["object"].IsNull());
+    EXPECT_STREQ(causes[0]["text"].GetString(), "no answer since noon");
+    EXPECT_EQ(causes[0]["count"].GetUint(), 3u);
+    EXPECT_STREQ(causes[0]["since"].GetString(), "2024-03-15T12:34:56.789+01:00");
+    EXPECT_STREQ(causes[1]["cause"].GetString(), "property-error");
+    EXPECT_STREQ(causes[1]["object"].GetString(), "analog-input 2");
+}
+
+TEST_F(Format, AStandbyIsNotAFault) {
+    block->isStandby = true;
+    block->isReported = false;
+    EXPECT_NE(FormatLines(*block).find("\t3\tSTANDBY\tSupply\t"), std::string::npos);
+    auto const document = Parsed();
+    EXPECT_TRUE(document["standby"].GetBool());
+    EXPECT_FALSE(document["fault"].GetBool());
 }
 
 TEST_F(Format, LinesHaveTheFault) {
@@ -82,9 +131,9 @@ TEST_F(Format, LinesHaveTheStateOfAWrite) {
     block->variables[0].write = {WriteStage::Pending, Float(22.5f), ""};
     block->variables[1].write = {WriteStage::Refused, Text("b"), "no\tway"};
     std::string const lines = FormatLines(*block);
-    EXPECT_NE(lines.find("+01:00\t22.5 pending\n"), std::string::npos) << lines;
-    EXPECT_NE(lines.find("+01:00\tb refused (no\\tway)\n"), std::string::npos) << lines;
-    EXPECT_NE(lines.find("\t-\t-\n"), std::string::npos) << lines;
+    EXPECT_NE(lines.find("+01:00\t22.5 pending\t-\t-\t"), std::string::npos) << lines;
+    EXPECT_NE(lines.find("+01:00\tb refused (no\\tway)\t-\t-\t"), std::string::npos) << lines;
+    EXPECT_NE(lines.find("\t-\t-\t-\t-\t"), std::string::npos) << lines;
 }
 
 TEST_F(Format, JsonHasTheStateOfAWrite) {
@@ -118,7 +167,8 @@ TEST_F(Format, JsonHasExactlyTheseFields) {
         "\"\","
         "\"variables\":[{\"name\":\"Supply\",\"object\":\"analog-input 1\",\"property\":\"present-value\","
         "\"type\":\"DataValue(Float)\",\"value\":21.1,\"quality\":\"Good\",\"status\":\"0x00000000\","
-        "\"time\":\"2024-03-15T12:34:56.789+01:00\"}]}\n");
+        "\"time\":\"2024-03-15T12:34:56.789+01:00\"}],\"standby\":false,"
+        "\"cycle_ms\":{\"last\":0,\"median\":0,\"maximum\":0},\"overruns\":0,\"causes\":[]}\n");
 }
 
 TEST_F(Format, JsonCanBeParsed) {

@@ -2,12 +2,36 @@
 
 #include <gtest/gtest.h>
 
+#include <rapidjson/document.h>
+
 #include <sstream>
 #include <thread>
 
+#include "FakeEnvironment.h"
+#include "Snapshots.h"
+#include "Whereabouts.h"
+
+using namespace test;
 using namespace workbench;
 
 namespace {
+
+// A log at noon, by a clock that stands still.
+class LogAtNoon : public testing::Test {
+protected:
+    LogAtNoon() {
+        world.time = Noon;
+        dorvel::SetEnvironment(&world);
+    }
+    ~LogAtNoon() override {
+        Here() = {};
+        dorvel::SetEnvironment(nullptr);
+    }
+
+    static std::string At(std::string const& text) { return "12:34:56 " + text; }
+
+    FakeEnvironment world;
+};
 
 using Lines = std::vector<std::string>;
 
@@ -21,40 +45,40 @@ TEST(LogBuffer, AListenerGetsEveryLine) {
     EXPECT_EQ(heard, (std::vector<std::string>{"one", "two"}));
 }
 
-TEST(LogBuffer, ATextIsALineHoweverItEnds) {
+TEST_F(LogAtNoon, ATextIsALineHoweverItEnds) {
     LogBuffer log(nullptr);
     log.Add("read start\n");
     log.Add("value : 5\n\r");
     log.Add("Incorrect IP address");
     log.Add("Error create device for poll\n");
-    EXPECT_EQ(log.Lines(),
-              (Lines{"read start", "value : 5", "Incorrect IP address", "Error create device for poll"}));
+    EXPECT_EQ(log.Lines(), (Lines{At("read start"), At("value : 5"), At("Incorrect IP address"),
+                                  At("Error create device for poll")}));
 }
 
-TEST(LogBuffer, ATextMayHaveSeveralLines) {
+TEST_F(LogAtNoon, ATextMayHaveSeveralLines) {
     LogBuffer log(nullptr);
     log.Add("one\r\ntwo\n\nthree");
     log.Add("");
     log.Add("\n");
-    EXPECT_EQ(log.Lines(), (Lines{"one", "two", "three"}));
+    EXPECT_EQ(log.Lines(), (Lines{At("one"), At("two"), At("three")}));
 }
 
-TEST(LogBuffer, EachLineGoesToTheStreamAsOneLine) {
+TEST_F(LogAtNoon, EachLineGoesToTheStreamAsOneLine) {
     std::ostringstream stream;
     LogBuffer log(&stream);
     log.Add("a\x1B[2Jb");
     log.Add("c\n");
-    EXPECT_EQ(stream.str(), "a\\x1B[2Jb\nc\n");
+    EXPECT_EQ(stream.str(), "2024-03-15T12:34:56.789+01:00 a\\x1B[2Jb\n2024-03-15T12:34:56.789+01:00 c\n");
 }
 
-TEST(LogBuffer, KeepsTheNewestLines) {
+TEST_F(LogAtNoon, KeepsTheNewestLines) {
     LogBuffer log(nullptr);
     for (int i = 0; i < 1000; ++i) {
         log.Add(std::to_string(i));
     }
     EXPECT_EQ(log.Lines().size(), 50u);
-    EXPECT_EQ(log.Lines().front(), "950");
-    EXPECT_EQ(log.Lines().back(), "999");
+    EXPECT_EQ(log.Lines().front(), At("950"));
+    EXPECT_EQ(log.Lines().back(), At("999"));
 }
 
 TEST(LogBuffer, ThreadsDoNotTearLines) {
@@ -71,9 +95,55 @@ TEST(LogBuffer, ThreadsDoNotTearLines) {
     std::istringstream lines(stream.str());
     int count = 0;
     for (std::string line; std::getline(lines, line); ++count) {
-        EXPECT_EQ(line, "a whole line");
+        std::string const end = "00 a whole line";
+        ASSERT_GT(line.size(), end.size());
+        EXPECT_EQ(line.substr(line.size() - end.size()), end);
     }
     EXPECT_EQ(count, 400);
+}
+
+TEST_F(LogAtNoon, ALineNamesBlockObjectAndVariableWhereTheyAreKnown) {
+    test::Plant plant;
+    BlockSnapshot const& block = plant.AddBlock("AHU");
+    plant.AddVariable("Supply air", OpcUaType_Float, {});
+    std::ostringstream stream;
+    LogBuffer log(&stream);
+    Here().block = block.config;
+    log.Add("one");
+    Here().object = block.variables[0].config;
+    log.Add("two\n");
+    Here().variable = block.variables[0].config;
+    log.Add("0-1 std::bad_cast\n");
+    EXPECT_EQ(stream.str(),
+              "2024-03-15T12:34:56.789+01:00 [AHU] one\n"
+              "2024-03-15T12:34:56.789+01:00 [AHU, analog-input 1] two\n"
+              "2024-03-15T12:34:56.789+01:00 [AHU, analog-input 1, Supply air] 0-1 std::bad_cast\n");
+    EXPECT_EQ(log.Lines().back(), At("[AHU, analog-input 1, Supply air] 0-1 std::bad_cast"));
+}
+
+TEST_F(LogAtNoon, ALineIsAnObjectForPrograms) {
+    test::Plant plant;
+    BlockSnapshot const& block = plant.AddBlock("A \"B\"");
+    plant.AddVariable("Supply air", OpcUaType_Float, {});
+    std::ostringstream stream;
+    LogBuffer log(&stream, LogFormat::Json);
+    log.Add("no block\t\x1B\n");
+    Here() = {block.config, block.variables[0].config, block.variables[0].config};
+    log.Add("0-1 std::bad_cast\n");
+    std::istringstream lines(stream.str());
+    std::string line;
+    rapidjson::Document document;
+    std::getline(lines, line);
+    ASSERT_FALSE(document.Parse(line.c_str()).HasParseError()) << line;
+    EXPECT_STREQ(document["time"].GetString(), "2024-03-15T12:34:56.789+01:00");
+    EXPECT_TRUE(document["block"].IsNull() && document["object"].IsNull() && document["variable"].IsNull());
+    EXPECT_STREQ(document["text"].GetString(), "no block\t\x1B");
+    std::getline(lines, line);
+    ASSERT_FALSE(document.Parse(line.c_str()).HasParseError()) << line;
+    EXPECT_STREQ(document["block"].GetString(), "A \"B\"");
+    EXPECT_STREQ(document["object"].GetString(), "analog-input 1");
+    EXPECT_STREQ(document["variable"].GetString(), "Supply air");
+    EXPECT_STREQ(document["text"].GetString(), "0-1 std::bad_cast");
 }
 
 }  // namespace

@@ -11,7 +11,7 @@ namespace {
 
 TEST(RunFigures, AreZeroBeforeTheFirstCycle) {
     RunFigures const figures;
-    EXPECT_FALSE(figures.AnyFault());
+    EXPECT_FALSE(figures.Has(Trouble::Fault));
     EXPECT_EQ(figures.Summary({}),
               "cycles                0\n"
               "faults                0  (cycles of a block that ended in fault)\n"
@@ -23,6 +23,7 @@ TEST(RunFigures, AreZeroBeforeTheFirstCycle) {
 
 TEST(RunFigures, CountCyclesFaultsAndObjects) {
     BlockConfig config;
+    config.name = "AHU";
     NameRow const* const input = ObjectTypes().FindCode(1);
     NameRow const* const output = ObjectTypes().FindCode(2);
     NameRow const* const property = Properties().FindCode(0);
@@ -34,14 +35,15 @@ TEST(RunFigures, CountCyclesFaultsAndObjects) {
     block.config = &config;
     block.cycle = 1;
     block.isReported = true;
+    block.times = {3, 5000, 4000, 31000, 2};
 
     RunFigures figures;
     figures.Count(block);
     figures.Count(block);
-    EXPECT_FALSE(figures.AnyFault());
+    EXPECT_FALSE(figures.Has(Trouble::Fault));
     block.fault = true;
     figures.Count(block);
-    EXPECT_TRUE(figures.AnyFault());
+    EXPECT_TRUE(figures.Has(Trouble::Fault));
 
     TrafficFigures traffic;
     traffic.requests = 8;
@@ -54,7 +56,8 @@ TEST(RunFigures, CountCyclesFaultsAndObjects) {
               "objects polled        6  (in cycles without fault)\n"
               "requests              8\n"
               "answers               6\n"
-              "round trip        1.143 ms median, 1.873 ms maximum\n");
+              "round trip        1.143 ms median, 1.873 ms maximum\n"
+              "AHU: cycle 0.4 ms median, 3.1 ms maximum, 2 overruns\n");
 }
 
 TEST(RunFigures, EndWithTheStatesOfTheValuesThatWereSet) {
@@ -77,6 +80,62 @@ TEST(RunFigures, EndWithTheStatesOfTheValuesThatWereSet) {
     EXPECT_EQ(text.find("pending"), std::string::npos);
 }
 
+TEST(RunFigures, ListCausesAndSuspectValues) {
+    Plant plant;
+    BlockSnapshot& block = plant.AddBlock("AHU");
+    plant.AddVariable("air", OpcUaType_Float, {});
+    plant.AddVariable("sun", OpcUaType_Float, {});
+    block.causes = {{CauseKind::Silent, "", "no answer since 12:34:56 (3 requests)", 3, Noon}};
+    block.variables[1].suspect = "device: unknown-object";
+    RunFigures figures;
+    figures.Count(block);
+    std::string const text = figures.Summary({});
+    std::string const end =
+        "AHU: no answer since 12:34:56 (3 requests)\nAHU.sun: suspect, device: unknown-object\n";
+    EXPECT_EQ(text.substr(text.size() - end.size()), end) << text;
+}
+
+TEST(RunFigures, HaveATroubleAsLongAsABlockHasIt) {
+    Plant plant;
+    BlockSnapshot& block = plant.AddBlock("AHU");
+    plant.AddVariable("air", OpcUaType_Float, {});
+    RunFigures figures;
+    figures.Count(block);
+    for (std::string const& name : TroubleNames()) {
+        EXPECT_FALSE(figures.Has(*TroubleOfName(name))) << name;
+    }
+    std::pair<Trouble, WriteStage> const stages[] = {{Trouble::Refused, WriteStage::Refused},
+                                                     {Trouble::Pending, WriteStage::Pending},
+                                                     {Trouble::Differs, WriteStage::Differs},
+                                                     {Trouble::Unconfirmed, WriteStage::Unconfirmed}};
+    for (auto const& [trouble, stage] : stages) {
+        block.variables[0].write.stage = stage;
+        figures.Count(block);
+        EXPECT_TRUE(figures.Has(trouble)) << StageName(stage);
+        EXPECT_FALSE(figures.Has(Trouble::Suspect));
+    }
+    block.variables[0].write.stage = WriteStage::Written;
+    block.variables[0].suspect = "device: unknown-property";
+    block.times.overruns = 1;
+    figures.Count(block);
+    EXPECT_TRUE(figures.Has(Trouble::Suspect));
+    EXPECT_TRUE(figures.Has(Trouble::Overrun));
+    EXPECT_FALSE(figures.Has(Trouble::Unconfirmed));
+    EXPECT_FALSE(TroubleOfName("trouble"));
+}
+
+TEST(RunFigures, AStandbyIsNotInFaultAndPollsNothing) {
+    Plant plant;
+    BlockSnapshot& block = plant.AddBlock("AHU");
+    plant.AddVariable("air", OpcUaType_Float, {});
+    block.isReported = false;
+    block.isStandby = true;
+    RunFigures figures;
+    figures.Count(block);
+    EXPECT_FALSE(figures.Has(Trouble::Fault));
+    EXPECT_NE(figures.Summary({}).find("objects polled        0"), std::string::npos);
+}
+
 TEST(RunFigures, ABlockThatRecoversIsNotInFault) {
     Plant plant;
     BlockSnapshot& block = plant.AddBlock("B");
@@ -85,7 +144,7 @@ TEST(RunFigures, ABlockThatRecoversIsNotInFault) {
     figures.Count(block);
     block.fault = false;
     figures.Count(block);
-    EXPECT_FALSE(figures.AnyFault());
+    EXPECT_FALSE(figures.Has(Trouble::Fault));
 }
 
 }  // namespace

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
+#include <string>
+
+namespace workbench {
+
+// JSON objects of one line.
+
+using JsonWriter = rapidjson::Writer<rapidjson::StringBuffer>;
+
+// A text must be valid UTF-8.
+void WriteText(JsonWriter& writer, std::string const& text);
+void WriteField(JsonWriter& writer, char const* name, std::string const& text);
+// null for an empty text.
+void WriteOptional(JsonWriter& writer, char const* name, std::string const& text);
+
+// The finished object with a line end.
+std::string JsonLine(rapidjson::StringBuffer const& buffer);
+
+}  // namespace workbench
