@@ -11,6 +11,7 @@
 #include "Display.h"
 #include "ExitCode.h"
 #include "FieldReader.h"
+#include "HeldWritesText.h"
 #include "HostScope.h"
 #include "LoadedProject.h"
 #include "Operator.h"
@@ -151,12 +152,12 @@ int ExitCodeOf(Options const& options, RunFigures const& figures) {
 
 int RunProject(Options const& options, RunStreams const& streams) {
     LogBuffer log(LogStream(options, streams), options.logFormat);
-    HostScope const host(log, options.trace, options.captureFile);
+    HostScope host(log, options.trace, options.captureFile);
     LoadedProject project(options.project, options.params);
     project.Load(SourceText::FromFile(options.project));
     Warn(project, streams.err);
     StandbyScope const standby(options.standby);
-    ValueSetter setter(project.Runtime(), log);
+    ValueSetter setter(project.Runtime(), log, &host.Observed());
     SetFromTheStart(project, options.sets, setter);
     RunFigures figures;
 
@@ -168,7 +169,7 @@ int RunProject(Options const& options, RunStreams const& streams) {
     bool const table = ShowsTable(options, streams);
     Operator person(project, setter, *display, prompt, terminal,
                     table && isatty(streams.in) ? -1 : streams.in);
-    CycleWatch const watch(project, [&](BlockSnapshot& snapshot) {
+    CycleWatch const watch(project, host.Observed(), [&](BlockSnapshot& snapshot) {
         if (signals.IsStopRequested()) {
             return;  // the signal interrupted this cycle, which is not a fault
         }
@@ -179,7 +180,8 @@ int RunProject(Options const& options, RunStreams const& streams) {
     });
     RunUntilEnd(project.Runtime(), *display, terminal, signals, person, options, table);
     terminal.End();
-    PrintSummary(options, streams, figures.Summary(host.Figures()));
+    PrintSummary(options, streams,
+                 figures.Summary(host.Figures()) + HeldWritesText(host.Observed(), project.Blocks()));
     CheckOutputs(options, host, *display);
     return ExitCodeOf(options, figures);
 }

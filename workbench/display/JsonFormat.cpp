@@ -67,6 +67,9 @@ void WriteProgress(JsonWriter& writer, WriteState const& write, long long localD
     if (!write.reason.empty()) {
         WriteField(writer, "reason", tools::ValidUtf8(write.reason));
     }
+    if (!write.device.empty()) {
+        WriteField(writer, "device", tools::ValidUtf8(write.device));
+    }
     writer.EndObject();
 }
 

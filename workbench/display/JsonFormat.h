@@ -15,8 +15,9 @@ namespace workbench {
 // Times are texts in ISO 8601; the time of a variable without a value is null. A value is a number, a text, a
 // boolean or null by its type; numbers that JSON does not have are the texts "nan", "inf" and "-inf"; octets
 // that are not UTF-8 become U+FFFD. A variable that has been set has "write" after its time:
-// {"state":"pending","value":...}, or "written", or "unconfirmed", "differs" or "refused" with a "reason". A
-// variable whose value comes from an error of the device has "suspect":"device: unknown-object".
+// {"state":"pending","value":...}, or "written", or "unconfirmed", "differs" or "refused" with a "reason",
+// and "device", the value that the device holds, where it is another one and known. A variable whose value
+// comes from an error of the device has "suspect":"device: unknown-object".
 std::string FormatJson(BlockSnapshot const& block);
 
 // {"set":"Block.Variable","state":"pending","value":...}, or {"set":...,"state":"invalid","reason":...}.

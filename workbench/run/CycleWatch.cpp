@@ -2,15 +2,22 @@
 
 #include <utility>
 
+#include "Printable.h"
 #include "Whereabouts.h"
+#include "dorvelshare/HostEnvironment.h"
 
 namespace workbench {
 
-CycleWatch::CycleWatch(LoadedProject& watchedProject, Follower cycleFollower)
-    : project(watchedProject), follower(std::move(cycleFollower)), times(project.Tasks(), project.Blocks()) {
+CycleWatch::CycleWatch(LoadedProject& watchedProject, Observation& datagrams, Follower cycleFollower)
+    : project(watchedProject),
+      observation(datagrams),
+      follower(std::move(cycleFollower)),
+      times(project.Tasks(), project.Blocks()) {
     for (BlockConfig const& block : project.Blocks()) {
         configs[block.protocol] = &block;
+        begins[&block] = 0;
     }
+    observation.Watch(project.Blocks());
     project.Runtime().SetBeginObserver([this](ScadaProtocol& protocol) { Begin(protocol); });
     project.Runtime().SetCycleObserver(
         [this](ScadaProtocol& protocol, unsigned long long cycle, bool ran) { End(protocol, cycle, ran); });
@@ -24,6 +31,8 @@ CycleWatch::~CycleWatch() {
 void CycleWatch::Begin(ScadaProtocol const& protocol) {
     BlockConfig const& config = ConfigOf(protocol);
     Here() = {&config, nullptr, nullptr};
+    begins.at(&config) = dorvel::Environment().Now();
+    observation.BeginCycle(config);
     times.Begin(config);
 }
 
@@ -34,8 +43,26 @@ void CycleWatch::End(ScadaProtocol const& protocol, unsigned long long cycle, bo
     BlockSnapshot snapshot = TakeSnapshot(config, cycle, project.Runtime().Variables());
     snapshot.isStandby = !ran && dorvel::IsStandby();
     snapshot.times = figures;
+    Explain(snapshot, begins.at(&config));
     follower(snapshot);
     Here() = {};
+}
+
+// Adds what the datagrams show.
+void CycleWatch::Explain(BlockSnapshot& snapshot, long long begin) {
+    BlockObserver* const observer = observation.Of(*snapshot.config);
+    for (VariableSnapshot& variable : snapshot.variables) {
+        PointState const& point = observer->Points().StateOf(*variable.config);
+        variable.suspect = point.suspect;
+        bool const isTaken = variable.state.Time >= begin;
+        if (point.isFresh && point.suspect.empty() && !isTaken && !IsFault(snapshot)) {
+            observer->AddCause(CauseKind::NotTaken, variable.config,
+                               "the driver takes no value for " + tools::Printable(variable.config->name) +
+                                   " from this answer",
+                               observation.Time());
+        }
+    }
+    snapshot.causes = observation.EndCycle(*snapshot.config);
 }
 
 BlockConfig const& CycleWatch::ConfigOf(ScadaProtocol const& protocol) const {

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <functional>
+#include <map>
 
 #include "CycleTimes.h"
 #include "LoadedProject.h"
+#include "Observation.h"
 #include "Snapshot.h"
 
 namespace workbench {
@@ -15,8 +17,9 @@ public:
     // Called after a cycle of a block, on the thread of its task. May complete the snapshot.
     using Follower = std::function<void(BlockSnapshot& snapshot)>;
 
-    // Sets the observers of the runtime. The project must be loaded and outlive the watch.
-    CycleWatch(LoadedProject& watchedProject, Follower cycleFollower);
+    // Sets the observers of the runtime. The project must be loaded; it and the observation must outlive the
+    // watch.
+    CycleWatch(LoadedProject& watchedProject, Observation& datagrams, Follower cycleFollower);
     CycleWatch(CycleWatch const&) = delete;
     CycleWatch& operator=(CycleWatch const&) = delete;
     // The runtime must have stopped.
@@ -27,10 +30,15 @@ private:
     void End(ScadaProtocol const& protocol, unsigned long long cycle, bool ran);
     BlockConfig const& ConfigOf(ScadaProtocol const& protocol) const;
 
+    void Explain(BlockSnapshot& snapshot, long long begin);
+
     LoadedProject& project;
+    Observation& observation;
     Follower follower;
     CycleTimes times;
-    std::map<ScadaProtocol const*, BlockConfig const*> configs;  // not changed after the constructor
+    // The block of each protocol and when its cycle began; the maps do not change after the constructor.
+    std::map<ScadaProtocol const*, BlockConfig const*> configs;
+    std::map<BlockConfig const*, long long> begins;
 };
 
 }  // namespace workbench

@@ -9,7 +9,7 @@
 namespace workbench {
 
 HostScope::HostScope(LogBuffer& log, bool trace, std::string const& captureFile)
-    : before(dorvel::Environment()), measuring(before) {
+    : before(dorvel::Environment()), observation(before), measuring(observation) {
     if (!captureFile.empty()) {
         capture.open(captureFile, std::ios::binary | std::ios::trunc);
         if (!capture) {

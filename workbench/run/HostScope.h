@@ -6,12 +6,13 @@
 
 #include "LogBuffer.h"
 #include "MeasuringEnvironment.h"
+#include "Observation.h"
 #include "RecordingEnvironment.h"
 
 namespace workbench {
 
-// Installs the workbench's observers in the host for a run and removes them at its end: figures and the
-// capture file between the host and its environment, and the sink of the log.
+// Installs the workbench's observers in the host for a run and removes them at its end: figures, the capture
+// file and the observation of the datagrams between the host and its environment, and the sink of the log.
 class HostScope {
 public:
     // An empty captureFile means none; std::runtime_error when the file cannot be written. The log must
@@ -21,12 +22,14 @@ public:
     HostScope& operator=(HostScope const&) = delete;
     ~HostScope();
 
+    Observation& Observed() { return observation; }
     TrafficFigures Figures() const { return measuring.Figures(); }
     // False when writing the capture file has failed.
     bool CaptureGood() const { return !recording || capture.good(); }
 
 private:
     dorvel::HostEnvironment& before;
+    Observation observation;
     MeasuringEnvironment measuring;
     std::ofstream capture;
     std::unique_ptr<RecordingEnvironment> recording;

@@ -1,6 +1,8 @@
 #include "ValueSetter.h"
 
 #include "ValueText.h"
+#include "Whereabouts.h"
+#include "WriteCheck.h"
 #include "dorvelshare/HostEnvironment.h"
 
 namespace workbench {
@@ -19,10 +21,15 @@ bool SameValue(OpcUa_VariantHlp const& set, OpcUa_VariantHlp read) {
            static_cast<float>(set.Value.Double) == static_cast<float>(read.Value.Double);
 }
 
+// The driver writes many properties to the present value.
+bool IsReadBack(PointWrite const& write, VariableConfig const& variable) {
+    return write.property == static_cast<std::uint32_t>(variable.property->bacnetNumber);
+}
+
 }  // namespace
 
-ValueSetter::ValueSetter(dorvel::Runtime& blockRuntime, LogBuffer& runtimeLog)
-    : runtime(blockRuntime), log(runtimeLog) {
+ValueSetter::ValueSetter(dorvel::Runtime& blockRuntime, LogBuffer& runtimeLog, Observation const* datagrams)
+    : runtime(blockRuntime), log(runtimeLog), observation(datagrams) {
     runtime.SetWriteObserver([this](ScadaProtocol&, long long id, OpcUa_Variant const&) { Taken(id); });
     log.SetListener([this](std::string const& line) { Logged(line); });
 }
@@ -35,13 +42,16 @@ ValueSetter::~ValueSetter() {
 void ValueSetter::Set(SetRequest const& request) {
     std::lock_guard<std::mutex> const lock(mutex);
     Entry& entry = entries[request.variable->writeId];
-    entry = {request.block, request.variable, {WriteStage::Pending, request.value, {}}, true};
+    entry = {request.block, request.variable, {WriteStage::Pending, request.value, {}, {}}, true};
 }
 
 void ValueSetter::Taken(long long id) {
     std::lock_guard<std::mutex> const lock(mutex);
     beingWritten.erase(std::this_thread::get_id());
     auto const found = entries.find(id);
+    if (found != entries.end() && Here().block == found->second.block) {
+        Here().object = Here().variable = found->second.variable;
+    }
     if (found == entries.end() || found->second.queued) {
         return;  // the value that is written now is older than the queued one
     }
@@ -75,7 +85,8 @@ void ValueSetter::AfterCycle(BlockConfig const& block, bool fault) {
     std::lock_guard<std::mutex> const lock(mutex);
     beingWritten.erase(std::this_thread::get_id());
     for (auto& entry : entries) {
-        if (entry.second.block == &block && entry.second.inFlight) {
+        if (entry.second.block == &block) {
+            Examine(entry.second);
             Confirm(entry.second, fault);
         }
     }
@@ -84,21 +95,63 @@ void ValueSetter::AfterCycle(BlockConfig const& block, bool fault) {
     }
 }
 
+// Adds what the datagrams of this cycle show of a write. The driver logs no Abort, and no line that says that
+// there was no answer.
+void ValueSetter::Examine(Entry& entry) const {
+    PointTable const* const points = PointsOf(entry);
+    if (!entry.fresh || !points) {
+        return;
+    }
+    PointWrite const& write = points->WriteOf(*entry.variable);
+    if (entry.inFlight && !write.failure.empty()) {
+        entry.inFlight = false;
+        entry.state.stage = WriteStage::Refused;
+        entry.state.reason = write.failure;
+    } else if (!entry.inFlight && entry.state.stage == WriteStage::Refused && write.failure.empty() &&
+               !write.isAcknowledged && !write.values.empty()) {
+        entry.state.reason += "; the device has not answered the write";
+    }
+    entry.fresh = entry.inFlight;
+}
+
 void ValueSetter::Confirm(Entry& entry, bool fault) {
+    if (!entry.inFlight) {
+        return;
+    }
     if (entry.fresh) {
         entry.fresh = false;  // this cycle has read before it has written
         return;
     }
-    if (fault) {
-        return;
+    if (!fault) {
+        entry.state = Judge(entry);
+        entry.inFlight = entry.state.stage != WriteStage::Written;
+    }
+}
+
+WriteState ValueSetter::Judge(Entry const& entry) const {
+    OpcUa_VariantHlp const& meant = entry.state.value;
+    PointTable const* const points = PointsOf(entry);
+    if (points && IsReadBack(points->WriteOf(*entry.variable), *entry.variable)) {
+        auto const state =
+            CheckWrite(meant, points->WriteOf(*entry.variable), points->StateOf(*entry.variable));
+        if (state) {
+            return *state;
+        }
     }
     VariableState read;
     runtime.Variables().Read(entry.variable->readId, "", read);
-    bool const same = SameValue(entry.state.value, read.Value);
-    entry.inFlight = !same;
-    entry.state.stage = same ? WriteStage::Written : WriteStage::Unconfirmed;
-    entry.state.reason =
-        same ? std::string() : "reads back " + ValueText(read.Value, dorvel::Environment().LocalTimeDiff());
+    if (SameValue(meant, read.Value)) {
+        return {WriteStage::Written, meant, {}, {}};
+    }
+    return {WriteStage::Unconfirmed,
+            meant,
+            "reads back " + ValueText(read.Value, dorvel::Environment().LocalTimeDiff()),
+            {}};
+}
+
+PointTable const* ValueSetter::PointsOf(Entry const& entry) const {
+    BlockObserver const* const observer = observation ? observation->Of(*entry.block) : nullptr;
+    return observer ? &observer->Points() : nullptr;
 }
 
 void ValueSetter::Apply(BlockConfig const& block) {

@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "LogBuffer.h"
+#include "Observation.h"
 #include "SetRequest.h"
 #include "Snapshot.h"
 #include "dorvel/Runtime.h"
@@ -20,11 +21,13 @@ namespace workbench {
 //
 // The driver returns no result of a write. The first line that it logs on the block's thread, from the time
 // that the condition passes a value until it passes the next one or the cycle ends, counts as the failure of
-// that write. Without such a line the next values read decide. Thread-safe.
+// that write. Without such a line the next values read decide: those that the device has answered by the
+// standard, where they are observed and can be compared, otherwise those of the driver. Thread-safe.
 class ValueSetter {
 public:
-    // Sets the write observer of the runtime and the listener of the log; both must outlive the setter.
-    ValueSetter(dorvel::Runtime& blockRuntime, LogBuffer& runtimeLog);
+    // Sets the write observer of the runtime and the listener of the log. All references must outlive the
+    // setter. observation may be null.
+    ValueSetter(dorvel::Runtime& blockRuntime, LogBuffer& runtimeLog, Observation const* datagrams = nullptr);
     ValueSetter(ValueSetter const&) = delete;
     ValueSetter& operator=(ValueSetter const&) = delete;
     ~ValueSetter();
@@ -50,12 +53,16 @@ private:
 
     void Taken(long long id);
     void Logged(std::string const& line);
+    void Examine(Entry& entry) const;
     void Confirm(Entry& entry, bool fault);
+    WriteState Judge(Entry const& entry) const;
+    PointTable const* PointsOf(Entry const& entry) const;
     void Apply(BlockConfig const& block);
     void SetTrigger(BlockConfig const& block, bool on);
 
     dorvel::Runtime& runtime;
     LogBuffer& log;
+    Observation const* observation;
     mutable std::mutex mutex;
     std::map<long long, Entry> entries;              // by WriteId
     std::map<std::thread::id, Entry*> beingWritten;  // by the thread that writes

@@ -19,7 +19,8 @@ enum class WriteStage {
 struct WriteState {
     WriteStage stage = WriteStage::None;
     OpcUa_VariantHlp value;
-    std::string reason;  // the driver's or the device's reason, or both values; empty for Written
+    std::string reason;    // the driver's or the device's, or what differs; empty for Written
+    std::string device{};  // the value that the device holds, where it is another one and known
 };
 
 // "pending", "written", "unconfirmed", "differs", "refused"; empty for None.

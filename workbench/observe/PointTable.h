@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "Datum.h"
+#include "ObjectId.h"
+#include "Project.h"
+#include "PropertyServices.h"
+
+namespace workbench {
+
+// What the device has answered for a variable.
+struct PointState {
+    bool isFresh = false;  // in the current cycle
+    // The values of the latest answer without an error.
+    std::vector<standard::Datum> values;
+    // The latest answer is an error: "device: unknown-object".
+    std::string suspect;
+};
+
+// What the driver has sent for a variable, and how the device has answered.
+struct PointWrite {
+    std::vector<standard::Datum> values;  // as they were sent
+    bool isAcknowledged = false;
+    std::string failure;  // Error, Reject or Abort in words: "property: write-access-denied"
+    bool isAborted = false;
+    std::uint32_t property = 0;  // to which it was sent
+};
+
+// The variables of a block by object and property, with what the device answers for each. Memory is bounded
+// by the variables and the length of an answer.
+class PointTable {
+public:
+    // The configuration must outlive the table.
+    explicit PointTable(BlockConfig const& blockConfig);
+
+    // Null if the block has no variable on that object.
+    VariableConfig const* AnyOf(standard::ObjectId const& object) const;
+    // The only variable on that object, null if there are none or several.
+    VariableConfig const* OnlyOf(standard::ObjectId const& object) const;
+
+    void BeginCycle();
+    // Keeps a result for all variables on its property.
+    void Keep(standard::ReadResult const& result);
+
+    PointState const& StateOf(VariableConfig const& variable) const { return states[IndexOf(variable)]; }
+    PointWrite& WriteOf(VariableConfig const& variable) { return writes[IndexOf(variable)]; }
+    PointWrite const& WriteOf(VariableConfig const& variable) const { return writes[IndexOf(variable)]; }
+
+private:
+    std::size_t IndexOf(VariableConfig const& variable) const;
+
+    BlockConfig const& block;
+    std::map<standard::ObjectId, std::vector<std::size_t>> objects;  // indices of variables
+    std::vector<PointState> states;
+    std::vector<PointWrite> writes;
+};
+
+}  // namespace workbench
