@@ -1,6 +1,7 @@
 #include "TableColumns.h"
 
 #include <algorithm>
+#include <string_view>
 
 #include "Printable.h"
 #include "QualityText.h"
@@ -20,10 +21,10 @@ struct Concession {
     std::size_t width;
 };
 
-constexpr Concession Concessions[] = {{Type, 0},      {Time, 0},    {Value, 14},  {Property, 8},
-                                      {Variable, 14}, {Quality, 6}, {Object, 10}, {Suspect, 16},
-                                      {Property, 4},  {Value, 6},   {Write, 12},  {Variable, 6},
-                                      {Suspect, 7},   {Quality, 2}, {Object, 5}};
+constexpr Concession Concessions[] = {{Type, 0},      {Time, 0},     {Value, 14},  {Property, 8},
+                                      {Variable, 14}, {Quality, 6},  {Object, 10}, {Suspect, 14},
+                                      {Property, 4},  {Value, 6},    {Write, 12},  {Variable, 10},
+                                      {Suspect, 8},   {Variable, 6}, {Quality, 2}, {Object, 5}};
 
 std::size_t Total(Widths const& widths) {
     std::size_t total = Indent;
@@ -36,6 +37,13 @@ std::size_t Total(Widths const& widths) {
 std::string WriteCell(VariableSnapshot const& variable, long long localDiff) {
     bool const isSet = variable.write.stage != WriteStage::None;
     return isSet ? WriteText(variable.write, localDiff, false) : variable.config->write ? "-" : "";
+}
+
+// The error alone: the column says what it is.
+std::string SuspectCell(std::string const& suspect) {
+    constexpr std::string_view origin = "device: ";
+    bool const isLong = suspect.compare(0, origin.size(), origin) == 0;
+    return tools::Printable(isLong ? suspect.substr(origin.size()) : suspect);
 }
 
 // The column Write is shown only when a variable can be written, and Suspect when one is.
@@ -69,7 +77,7 @@ Row VariableRow(VariableSnapshot const& variable, BlockSnapshot const& block, lo
             ValueText(state.Value, block.localDiff),
             TypeName(config.type),
             QualityText(state.Status),
-            tools::Printable(variable.suspect),
+            SuspectCell(variable.suspect),
             timed ? ClockTime(state.Time, block.localDiff) : "-",
             timed ? AgeText(state.Time, now) : "-",
             WriteCell(variable, block.localDiff)};

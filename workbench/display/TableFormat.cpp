@@ -80,12 +80,14 @@ std::string Headline(BlockSnapshot const& block, Screen const& screen) {
     line.Add(StateText(block), state);
     line.Add("  " + block.config->address + "  cycle " + std::to_string(block.cycle));
     CycleFigures const& times = block.times;
-    if (times.count > 0) {
-        line.Add("  " + DurationText(times.last) + " (median " + DurationText(times.median) + ", max " +
-                 DurationText(times.maximum) + ")");
-    }
     if (times.overruns > 0) {
         line.Add("  overruns " + std::to_string(times.overruns), Colour::Yellow);
+    }
+    if (times.count > 0) {
+        std::string const last = "  " + DurationText(times.last);
+        std::string const all =
+            last + " (median " + DurationText(times.median) + ", max " + DurationText(times.maximum) + ")";
+        line.Add(tools::DisplayWidth(all) <= line.Left() ? all : last);
     }
     return line.Text();
 }

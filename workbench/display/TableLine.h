@@ -14,6 +14,8 @@ public:
 
     void Add(std::string const& cell, Colour colour = Colour::None);
 
+    // The columns that are left.
+    std::size_t Left() const { return width - used; }
     std::string const& Text() const { return text; }
 
 private:

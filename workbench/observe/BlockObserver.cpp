@@ -45,9 +45,8 @@ void BlockObserver::BeginCycle() {
 std::vector<Cause> BlockObserver::EndCycle(Moment const& now) {
     if (lateCount > 0) {
         causes.Add(CauseKind::Late, "",
-                   "the device answers " + DelayText(delay) + " after the request, later than " +
-                       DurationText(Timeout) +
-                       "; late answers dropped in this cycle: " + std::to_string(lateCount),
+                   "answers come " + DelayText(delay) + " after the request, later than " +
+                       DurationText(Timeout) + "; dropped: " + std::to_string(lateCount),
                    now.wall);
     } else if (unanswered > 0) {
         AddSilence(now);
@@ -56,13 +55,13 @@ std::vector<Cause> BlockObserver::EndCycle(Moment const& now) {
 }
 
 void BlockObserver::AddSilence(Moment const& now) {
-    std::string const count = std::to_string(unanswered) + (unanswered == 1 ? " request" : " requests") +
-                              " without an answer in this cycle, the latest for " +
-                              standard::ObjectText(silentObject);
-    causes.Add(
-        CauseKind::Silent, "",
-        isAnsweredSince ? count : "no answer since " + ClockTime(silentSince, now.localDiff) + "; " + count,
-        isAnsweredSince ? now.wall : silentSince);
+    std::string const requestsText =
+        "in this cycle: " + std::to_string(unanswered) + ", latest: " + standard::ObjectText(silentObject);
+    causes.Add(CauseKind::Silent, "",
+               isAnsweredSince ? "requests without an answer " + requestsText
+                               : "no answer since " + ClockTime(silentSince, now.localDiff) + ", requests " +
+                                     requestsText,
+               isAnsweredSince ? now.wall : silentSince);
 }
 
 void BlockObserver::Enter(ObjectId const& object) {

@@ -54,6 +54,42 @@ TEST_F(Table, ShowsAllColumnsOnAWideScreen) {
     EXPECT_EQ(Lines({120, 24, false}), expected);
 }
 
+TEST_F(Table, ShowsWhyABlockIsInItsStateAndHowLongItsCyclesTake) {
+    Plant other;
+    BlockSnapshot& block = other.AddBlock("AHU");
+    other.AddVariable("Sun", OpcUaType_Float, Float(0));
+    other.AddVariable("Supply", OpcUaType_Float, Float(21.5f));
+    block.variables[0].suspect = "device: unknown-object";
+    block.times = {12, 4000, 3000, 20600000, 1};
+    block.causes = {{CauseKind::OtherStation, "", "10.0.0.9:1 answers in place of 10.0.0.5:1", 2, Noon},
+                    {CauseKind::PropertyError, "analog-input 1", "analog-input 1: x", 1, Noon}};
+    Text const expected = {
+        // clang-format off
+        "  Variable  Object          Property       Value  Type   Quality  Suspect         Time        Age",
+        "AHU  OK  192.168.1.20:47808  cycle 3  overruns 1  0.4 ms (median 0.3 ms, max 2.06 s)",
+        "  > 10.0.0.9:1 answers in place of 10.0.0.5:1",
+        "  > analog-input 1: x",
+        "  Sun       analog-input 1  present-value      0  Float  Good     unknown-object  12:34:56  0.0 s",
+        "  Supply    analog-input 2  present-value   21.5  Float  Good                     12:34:56  0.0 s",
+        // clang-format on
+    };
+    EXPECT_EQ(FormatTable(other.All(), {}, {120, 24, false}, Noon), expected);
+    EXPECT_EQ(FormatTable(other.All(), {}, {80, 24, false}, Noon)[1],
+              "AHU  OK  192.168.1.20:47808  cycle 3  overruns 1  0.4 ms");
+}
+
+TEST_F(Table, CountsTheCausesThatAreNotShown) {
+    Plant other;
+    BlockSnapshot& block = other.AddBlock("AHU");
+    for (char const* const text : {"a", "b", "c", "d"}) {
+        block.causes.push_back({CauseKind::PropertyError, text, text, 1, Noon});
+    }
+    auto const lines = FormatTable(other.All(), {}, {80, 24, false}, Noon);
+    ASSERT_EQ(lines.size(), 5u);
+    EXPECT_EQ(lines[3], "  > b");
+    EXPECT_EQ(lines[4], "  > and 2 more causes");
+}
+
 TEST_F(Table, HasAColumnForWritesWhenAVariableCanBeWritten) {
     Plant other;
     BlockSnapshot& block = other.AddBlock("AHU");

@@ -19,16 +19,15 @@ TEST_F(Timing, ASilentDeviceIsSilentSinceItsFirstRequestWithoutAnAnswer) {
     }
     auto causes = EndCycle();
     ASSERT_EQ(causes.size(), 1u);
-    EXPECT_EQ(causes[0].text,
-              "no answer since 12:34:56; 3 requests without an answer in this cycle, the latest for "
-              "analog-input 1");
+    EXPECT_EQ(causes[0].text, "no answer since 12:34:56, requests in this cycle: 3, latest: analog-input 1");
     EXPECT_EQ(causes[0].since, begin);
     Send(ReadA(5));
     Wait();
     causes = EndCycle();
     ASSERT_EQ(causes.size(), 1u);
     EXPECT_EQ(causes[0].since, begin);
-    EXPECT_EQ(causes[0].text.find("no answer since 12:34:56; 1 request "), 0u) << causes[0].text;
+    EXPECT_EQ(causes[0].text.find("no answer since 12:34:56, requests in this cycle: 1, "), 0u)
+        << causes[0].text;
     Exchange(ReadA(6), AnswerA(6));
     EXPECT_EQ(Why(), "");
     Send(ReadA(7));
@@ -40,7 +39,7 @@ TEST_F(Timing, ALostAnswerIsCounted) {
     Send(ReadA(1));
     Wait();
     Exchange(ReadA(2), AnswerA(2));
-    EXPECT_EQ(Why(), "1 request without an answer in this cycle, the latest for analog-input 1");
+    EXPECT_EQ(Why(), "requests without an answer in this cycle: 1, latest: analog-input 1");
 }
 
 TEST_F(Timing, AnAnswerWithinTheTimeOutIsNotLate) {
@@ -61,9 +60,7 @@ TEST_F(Timing, ALateAnswerIsMeasuredOnTheSocketThatTheDriverHasLeft) {
     EXPECT_EQ(network.time, begin + 1000 * Millisecond) << "the driver waits as long as without the observer";
     auto const causes = EndCycle();
     ASSERT_EQ(causes.size(), 1u);
-    EXPECT_EQ(causes[0].text,
-              "the device answers 1.50 s after the request, later than 1.00 s; late answers dropped in this "
-              "cycle: 1");
+    EXPECT_EQ(causes[0].text, "answers come 1.50 s after the request, later than 1.00 s; dropped: 1");
     EXPECT_STREQ(CauseName(causes[0].kind), "late");
 }
 
@@ -74,9 +71,7 @@ TEST_F(Timing, AnAnswerThatIsDroppedBeforeTheNextRequestIsLate) {
     EXPECT_EQ(Why().find("no answer since"), 0u);
     network.time += 3000 * Millisecond;
     EXPECT_GT(Wait(Handle, 0), 0);
-    EXPECT_EQ(Why(),
-              "the device answers 1.00 s to 4.00 s after the request, later than 1.00 s; "
-              "late answers dropped in this cycle: 1");
+    EXPECT_EQ(Why(), "answers come 1.00 s to 4.00 s after the request, later than 1.00 s; dropped: 1");
 }
 
 TEST_F(Timing, ASocketThatWasLeftIsClosedAfterTenSeconds) {
