@@ -101,10 +101,10 @@ void BlockObserver::ReceivedNothing(Moment const& now) {
     if (!request || expected == Expected::Nothing) {
         return;
     }
-    if (expected == Expected::Segment) {
+    if (expected == Expected::Segment && segments.Count() <= SegmentCollector::Most) {
         AddFor(CauseKind::MissingSegment, request->object, now,
                "segment " + std::to_string(segments.Missing().value_or(0)) + " of the answer does not come");
-    } else {
+    } else if (expected == Expected::Answer) {
         ++unanswered;
         isAnsweredSince = false;
         silentObject = request->object;
