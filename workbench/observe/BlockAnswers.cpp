@@ -78,36 +78,44 @@ void BlockObserver::ReadFailed(SeenRequest const& request, Failure const& failur
 }
 
 void BlockObserver::ReadAnswer(SeenRequest& request, Octets const& apdu, std::size_t at, Moment const& now) {
-    auto const results = standard::parameters::OfReadPropertyMultipleAck(apdu, at);
-    if (results) {
-        Results(request, *results, now);
-    } else {
+    auto results = standard::parameters::OfReadPropertyMultipleAck(apdu, at);
+    if (!results) {
         AddFor(CauseKind::BadAnswer, request.object, now, "the content of the answer cannot be read");
+        return;
+    }
+    for (standard::ReadResult const& result : *results) {
+        CheckResult(request, result, now);
+    }
+    CheckMissing(request, *results, now);
+    points.Keep(*std::move(results));
+}
+
+void BlockObserver::CheckResult(SeenRequest const& request, standard::ReadResult const& result,
+                                Moment const& now) {
+    standard::PropertyReference const& reference = result.reference;
+    if (!(reference.object == request.object)) {
+        AddFor(CauseKind::OtherObject, request.object, now,
+               "the device answers for " + standard::ObjectText(reference.object));
+    } else if (!Contains(request.properties, reference.property)) {
+        AddFor(CauseKind::UnaskedProperty, request.object, now,
+               "the device also answers " + standard::PropertyText(reference.property) +
+                   ", which was not requested");
+    } else if (result.failure) {
+        AddFor(CauseKind::PropertyError, request.object, now,
+               standard::PropertyText(reference.property) + ": " + standard::FailureText(*result.failure));
     }
 }
 
-void BlockObserver::Results(SeenRequest const& request, std::vector<standard::ReadResult> const& results,
-                            Moment const& now) {
-    std::vector<std::uint32_t> missing = request.properties;
-    for (standard::ReadResult const& result : results) {
-        standard::PropertyReference const& reference = result.reference;
-        std::string const property = standard::PropertyText(reference.property);
-        missing.erase(std::remove(missing.begin(), missing.end(), reference.property), missing.end());
-        if (!(reference.object == request.object)) {
-            AddFor(CauseKind::OtherObject, request.object, now,
-                   "the device answers for " + standard::ObjectText(reference.object));
-        } else if (!Contains(request.properties, reference.property)) {
-            AddFor(CauseKind::UnaskedProperty, request.object, now,
-                   "the device also answers " + property + ", which was not requested");
-        } else if (result.failure) {
-            AddFor(CauseKind::PropertyError, request.object, now,
-                   property + ": " + standard::FailureText(*result.failure));
+void BlockObserver::CheckMissing(SeenRequest const& request, std::vector<standard::ReadResult> const& results,
+                                 Moment const& now) {
+    for (std::uint32_t const property : request.properties) {
+        bool const isThere = std::any_of(results.begin(), results.end(), [=](auto const& result) {
+            return result.reference.property == property;
+        });
+        if (!isThere) {
+            AddFor(CauseKind::MissingProperty, request.object, now,
+                   "the answer has nothing for " + standard::PropertyText(property));
         }
-        points.Keep(result);
-    }
-    for (std::uint32_t const property : missing) {
-        AddFor(CauseKind::MissingProperty, request.object, now,
-               "the answer has nothing for " + standard::PropertyText(property));
     }
 }
 

@@ -84,8 +84,9 @@ private:
     void Segment(SeenRequest& request, standard::AnswerPdu const& pdu, standard::Octets const& apdu,
                  Moment const& now);
     void ReadAnswer(SeenRequest& request, standard::Octets const& apdu, std::size_t at, Moment const& now);
-    void Results(SeenRequest const& request, std::vector<standard::ReadResult> const& results,
-                 Moment const& now);
+    void CheckResult(SeenRequest const& request, standard::ReadResult const& result, Moment const& now);
+    void CheckMissing(SeenRequest const& request, std::vector<standard::ReadResult> const& results,
+                      Moment const& now);
     void ReadFailed(SeenRequest const& request, standard::Failure const& failure, Moment const& now);
     void WriteAnswered(SeenRequest const& request, standard::AnswerPdu const& pdu);
     void Hold(SeenRequest const& request, VariableConfig const& variable);

@@ -3,7 +3,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "Datum.h"
@@ -13,11 +15,13 @@
 
 namespace workbench {
 
-// What the device has answered for a variable.
+// What the device has answered for a variable. Variables of an object share the answer.
 struct PointState {
+    using Values = std::vector<standard::Datum>;
+
     bool isFresh = false;  // in the current cycle
-    // The values of the latest answer without an error.
-    std::vector<standard::Datum> values;
+    // Of the latest answer without an error; null before it, and for a variable that cannot be written.
+    std::shared_ptr<Values const> values;
     // The latest answer is an error: "device: unknown-object".
     std::string suspect;
 };
@@ -44,18 +48,24 @@ public:
     VariableConfig const* OnlyOf(standard::ObjectId const& object) const;
 
     void BeginCycle();
-    // Keeps a result for all variables on its property.
-    void Keep(standard::ReadResult const& result);
+    // Keeps each result for all variables on its property.
+    void Keep(std::vector<standard::ReadResult> results);
 
     PointState const& StateOf(VariableConfig const& variable) const { return states[IndexOf(variable)]; }
     PointWrite& WriteOf(VariableConfig const& variable) { return writes[IndexOf(variable)]; }
     PointWrite const& WriteOf(VariableConfig const& variable) const { return writes[IndexOf(variable)]; }
 
 private:
+    // A property of an object, and the index of a variable on it.
+    using Point = std::pair<std::uint32_t, std::size_t>;
+    using Points = std::vector<Point>;
+
     std::size_t IndexOf(VariableConfig const& variable) const;
+    void KeepFor(std::size_t index, standard::ReadResult const& result,
+                 std::shared_ptr<std::vector<standard::ReadResult> const> const& owner);
 
     BlockConfig const& block;
-    std::map<standard::ObjectId, std::vector<std::size_t>> objects;  // indices of variables
+    std::map<standard::ObjectId, Points> objects;  // each in order of the properties
     std::vector<PointState> states;
     std::vector<PointWrite> writes;
 };

@@ -95,18 +95,18 @@ std::optional<WriteState> CheckWrite(OpcUa_VariantHlp const& meant, PointWrite c
     if (!point.suspect.empty()) {
         return WriteState{WriteStage::Unconfirmed, meant, "cannot be read back: " + point.suspect, {}};
     }
-    if (point.values.size() != 1) {
+    if (!point.values || point.values->size() != 1) {
         return std::nullopt;
     }
-    std::optional<bool> const holds = Holds(meant, point.values.front());
+    std::optional<bool> const holds = Holds(meant, point.values->front());
     if (!holds) {
         return std::nullopt;
     }
     if (*holds) {
         return WriteState{WriteStage::Written, meant, {}, {}};
     }
-    std::string const held = standard::DatumText(point.values.front());
-    return write.values == point.values
+    std::string const held = standard::DatumText(point.values->front());
+    return write.values == *point.values
                ? WriteState{WriteStage::Differs, meant, "the driver sent " + held + ", the device holds it",
                             held}
                : WriteState{WriteStage::Unconfirmed, meant, "reads back " + held, held};

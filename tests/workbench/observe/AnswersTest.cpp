@@ -13,8 +13,8 @@ TEST_F(Answers, AGoodExchangeHasNoCause) {
     Exchange(ReadA(1), AnswerA(1));
     Exchange(ReadC(2), AnswerC(2));
     EXPECT_EQ(Why(), "");
-    EXPECT_EQ(Point(0).values.front().real, 21.5);
-    EXPECT_EQ(Point(1).values.front().text, "x");
+    EXPECT_EQ(Point(0).values->front().real, 21.5);
+    EXPECT_EQ(Point(1).values->front().text, "x");
     EXPECT_EQ(Point(0).suspect, "");
 }
 
@@ -83,7 +83,7 @@ TEST_F(Answers, AnotherStationIsNamed) {
     network.Comes(Handle, network.time, AnswerA(1), Address("10.0.0.9", 47809));
     Wait();
     EXPECT_EQ(Why(), "10.0.0.9:47809 answers in place of 10.0.0.5:47808");
-    EXPECT_EQ(Point(0).values.front().real, 21.5) << "the driver takes it too";
+    EXPECT_EQ(Point(0).values->front().real, 21.5) << "the driver takes it too";
 }
 
 TEST_F(Answers, ARouterThatAnswersInPlaceOfTheDeviceIsNamed) {
@@ -119,7 +119,7 @@ TEST_F(Answers, AnAnswerThatIsLongerThanNegotiatedIsNamed) {
     }
     Exchange(ReadA(1), Ack(1, text + " 4F 29 6F 4E 82 04 00 4F 1F"));
     EXPECT_EQ(Why(), "analog-input 1: an answer has 1135 octets, 1024 were negotiated");
-    EXPECT_EQ(Point(1).values.front().text.size(), 1100u);
+    EXPECT_EQ(Point(1).values->front().text.size(), 1100u);
 }
 
 TEST_F(Answers, ADatagramOfAnotherThreadIsNotObserved) {

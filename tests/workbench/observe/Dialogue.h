@@ -53,7 +53,8 @@ private:
 
 // A block with these variables on a device, whose cycle the test plays call by call:
 //   A  analog-input 1 present-value      B  analog-input 1 description
-//   C  analog-input 2 present-value      D  integer-value 1 present-value, can be written
+//   C  analog-input 2 present-value      D  integer-value 1 present-value
+// All but C can be written.
 class Dialogue : public testing::Test {
 protected:
     static constexpr int Handle = 7;
@@ -67,8 +68,8 @@ protected:
         NameRow const* const present = workbench::Properties().FindName("present-value");
         NameRow const* const words = workbench::Properties().FindName("description");
         Block().name = "AHU";
-        Block().variables = {{"A", OpcUaType_Float, input, present, 1},
-                             {"B", OpcUaType_String, input, words, 1},
+        Block().variables = {{"A", OpcUaType_Float, input, present, 1, 0, 0, true},
+                             {"B", OpcUaType_String, input, words, 1, 0, 0, true},
                              {"C", OpcUaType_Float, input, present, 2},
                              {"D", OpcUaType_Int32, integer, present, 1, 0, 0, true}};
         observation.Watch(blocks);

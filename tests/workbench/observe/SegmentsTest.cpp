@@ -31,8 +31,8 @@ TEST_F(Segments, AreJoined) {
     Acknowledge(2);
     Wait();
     EXPECT_EQ(Why(), "");
-    EXPECT_EQ(Point(0).values.front().real, 21.5);
-    EXPECT_EQ(Point(1).values.front().text, "x");
+    EXPECT_EQ(Point(0).values->front().real, 21.5);
+    EXPECT_EQ(Point(1).values->front().text, "x");
 }
 
 TEST_F(Segments, ThatAreMissingAreNamed) {
@@ -71,7 +71,7 @@ TEST_F(Segments, ThatComeTwiceAreNamed) {
     Acknowledge(1);
     Receive(Segment(2, false));
     EXPECT_EQ(Why(), "analog-input 1: segment 0 of the answer comes twice");
-    EXPECT_EQ(Point(0).values.front().real, 21.5);
+    EXPECT_EQ(Point(0).values->front().real, 21.5);
 }
 
 TEST_F(Segments, WithoutEndAreLoggedOnceWhileTheyCome) {

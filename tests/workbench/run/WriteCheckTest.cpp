@@ -47,7 +47,7 @@ OpcUa_VariantHlp Double(double value) {
 std::optional<WriteState> Check(OpcUa_VariantHlp const& meant, Datum const& sent, Datum const& held) {
     PointState point;
     point.isFresh = true;
-    point.values = {held};
+    point.values = std::make_shared<PointState::Values const>(PointState::Values{held});
     return CheckWrite(meant, {{sent}, true, {}, false}, point);
 }
 
@@ -109,7 +109,7 @@ TEST(WriteCheck, IsLeftToTheDriverWhereValuesCannotBeCompared) {
     PointState point;
     EXPECT_FALSE(CheckWrite(Int(5), {}, point)) << "nothing has been answered";
     point.isFresh = true;
-    point.values = {Signed(5), Signed(5)};
+    point.values = std::make_shared<PointState::Values const>(2, Signed(5));
     EXPECT_FALSE(CheckWrite(Int(5), {}, point)) << "a list";
 }
 
