@@ -54,6 +54,11 @@ class Plant(EndToEnd):
                 for variable, before in zip(state["variables"].values(), first["variables"].values()):
                     self.assertGreater(variable["time"], before["time"])
 
+    def test_a_good_plant_has_no_causes_and_no_suspect_values(self):
+        for state in self.run_plant(3).states:
+            self.assertEqual(state["causes"], [], state["block"])
+            self.assertEqual([variable for variable in state["variables"] if "suspect" in variable], [])
+
     def test_a_run_ends_with_a_summary(self):
         with ExamplePlant() as plant:
             run = self.workbench(PLANT_PROJECT, *plant.defines, "--summary", cycles=2)

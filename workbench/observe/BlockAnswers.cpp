@@ -20,6 +20,7 @@ using standard::Octets;
 namespace {
 
 constexpr std::uint32_t PresentValue = 85;
+constexpr std::uint32_t StatusFlags = 111;
 constexpr std::uint32_t DefaultPriority = 16;
 
 // Object types whose present value may have a priority array: outputs and values (clause 19.2). An output
@@ -100,10 +101,17 @@ void BlockObserver::CheckResult(SeenRequest const& request, standard::ReadResult
         AddFor(CauseKind::UnaskedProperty, request.object, now,
                "the device also answers " + standard::PropertyText(reference.property) +
                    ", which was not requested");
-    } else if (result.failure) {
+    } else if (result.failure && Matters(reference)) {
         AddFor(CauseKind::PropertyError, request.object, now,
                standard::PropertyText(reference.property) + ": " + standard::FailureText(*result.failure));
     }
+}
+
+// The driver always requests Status_Flags, which some object types do not have. They decide the quality of
+// the present value.
+bool BlockObserver::Matters(standard::PropertyReference const& reference) const {
+    return reference.property != StatusFlags || points.Has(reference.object, StatusFlags) ||
+           points.Has(reference.object, PresentValue);
 }
 
 void BlockObserver::CheckMissing(SeenRequest const& request, std::vector<standard::ReadResult> const& results,
@@ -112,7 +120,7 @@ void BlockObserver::CheckMissing(SeenRequest const& request, std::vector<standar
         bool const isThere = std::any_of(results.begin(), results.end(), [=](auto const& result) {
             return result.reference.property == property;
         });
-        if (!isThere) {
+        if (!isThere && Matters({request.object, property, {}})) {
             AddFor(CauseKind::MissingProperty, request.object, now,
                    "the answer has nothing for " + standard::PropertyText(property));
         }

@@ -85,6 +85,7 @@ private:
                  Moment const& now);
     void ReadAnswer(SeenRequest& request, standard::Octets const& apdu, std::size_t at, Moment const& now);
     void CheckResult(SeenRequest const& request, standard::ReadResult const& result, Moment const& now);
+    bool Matters(standard::PropertyReference const& reference) const;
     void CheckMissing(SeenRequest const& request, std::vector<standard::ReadResult> const& results,
                       Moment const& now);
     void ReadFailed(SeenRequest const& request, standard::Failure const& failure, Moment const& now);

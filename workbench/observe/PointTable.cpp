@@ -43,6 +43,16 @@ VariableConfig const* PointTable::OnlyOf(standard::ObjectId const& object) const
                : &block.variables[found->second.front().second];
 }
 
+bool PointTable::Has(standard::ObjectId const& object, std::uint32_t property) const {
+    auto const found = objects.find(object);
+    if (found == objects.end()) {
+        return false;
+    }
+    Points const& points = found->second;
+    auto const point = std::lower_bound(points.begin(), points.end(), Point{property, 0});
+    return point != points.end() && point->first == property;
+}
+
 void PointTable::BeginCycle() {
     for (PointState& state : states) {
         state.isFresh = false;

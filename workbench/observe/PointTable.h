@@ -47,6 +47,9 @@ public:
     // The only variable on that object, null if there are none or several.
     VariableConfig const* OnlyOf(standard::ObjectId const& object) const;
 
+    // True if the block has a variable on that property.
+    bool Has(standard::ObjectId const& object, std::uint32_t property) const;
+
     void BeginCycle();
     // Keeps each result for all variables on its property.
     void Keep(std::vector<standard::ReadResult> results);

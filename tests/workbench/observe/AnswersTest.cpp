@@ -42,6 +42,16 @@ TEST_F(Answers, AnErrorOfOnePropertyLeavesTheOthers) {
     EXPECT_EQ(Why(), "analog-input 1: description: property: unknown-property");
 }
 
+TEST_F(Answers, AnErrorOfStatusFlagsMattersOnlyWhereTheyDecideAQuality) {
+    Exchange(ReadC(1), Ack(1, "0C 00000002 1E 29 55 4E 44 41AC0000 4F 29 6F 5E 91 02 91 20 5F 1F"));
+    EXPECT_EQ(Why(), "analog-input 2: status-flags: property: unknown-property");
+    Octets const request = Request(2, "0C 0B400002 1E 09 1C 09 6F 1F");
+    Exchange(request, Ack(2, "0C 0B400002 1E 29 1C 4E 75 02 00 78 4F 29 6F 5E 91 02 91 20 5F 1F"));
+    EXPECT_EQ(Why(), "");
+    Exchange(request, Ack(2, "0C 0B400002 1E 29 1C 4E 75 02 00 78 4F 1F"));
+    EXPECT_EQ(Why().find("status-flags"), std::string::npos);
+}
+
 TEST_F(Answers, ErrorRejectAndAbortAreNamed) {
     Exchange(ReadA(1), Apdu("50 01 0E 91 01 91 1F"));
     EXPECT_EQ(Why(), "analog-input 1: the device answers with error object: unknown-object");
