@@ -18,11 +18,13 @@ constexpr char ProgramHelp[] = R"(Examples:
   dorvel-workbench run plant.lua --set "AHU.Supply air setpoint=21.5"
   dorvel-workbench check plant.lua
   dorvel-workbench check --strict --format json *.lua
+  dorvel-workbench verify plant.lua --report acceptance.html
   dorvel-workbench names
 
 Exit codes:
   0  done, also after Ctrl-C
-  1  a condition of --fail-on was met, or a block was in fault at the end, with --fail-on-fault
+  1  a condition of --fail-on was met, or a block was in fault at the end, with --fail-on-fault;
+     verify: there are findings
   2  a mistake on the command line or in the project; check: an error, or a warning with --strict
   3  the add-in cannot be loaded
   4  something else failed, such as writing the capture file
@@ -180,6 +182,37 @@ void AddRunOptions(CLI::App& command, Options& options) {
     command.footer(RunHelp);
 }
 
+constexpr char VerifyHelp[] =
+    R"(Reads every variable twice: by the driver, and before and after it from the device by the BACnet
+standard. Each gets a verdict, such as agrees, moving, differs or no such object. Nothing is written:
+variables have no write channels, and Set and After have no effect. Ctrl-C ends it with what is done.
+
+Exit code: 0 without findings, 1 with findings.)";
+
+void AddVerifyOptions(CLI::App& command, VerifyOptions& options) {
+    command
+        .add_option_function<std::string>(
+            "--format", [&options](std::string const& name) { options.isJson = name == "json"; },
+            "text or json (default: text)")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember({"text", "json"}).description(""));
+    command.add_option("--report", options.report, "Writes a page for the acceptance")->type_name("FILE.html");
+    command.add_option("--title", options.title, "The title of the page (default: the project's path)")
+        ->type_name("TEXT");
+    command.add_option("--rounds", options.rounds, "Compares all variables N times (default: 1)")
+        ->type_name("N")
+        ->check(CLI::Range(1ULL, 1000000ULL).description(""));
+    command
+        .add_option("--timeout", options.timeout,
+                    "How long a device may take to answer, without the driver (default: 3000)")
+        ->type_name("MS")
+        ->check(CLI::Range(10u, 60000u).description(""));
+    command.add_option("--retries", options.retries, "Repetitions of a request without an answer (default: 1)")
+        ->type_name("N")
+        ->check(CLI::Range(0u, 10u).description(""));
+    command.footer(VerifyHelp);
+}
+
 }  // namespace
 
 std::optional<Options> ParseCommandLine(int argc, char const* const* argv, std::ostream& out,
@@ -196,6 +229,9 @@ std::optional<Options> ParseCommandLine(int argc, char const* const* argv, std::
     AddRunOptions(*run, options);
     CLI::App* const check = app.add_subcommand("check", "Checks projects without a device");
     AddCheckOptions(*check, options);
+    CLI::App* const verify = app.add_subcommand("verify", "Compares the driver's values with the devices");
+    AddProjectOptions(*verify, options);
+    AddVerifyOptions(*verify, options.verify);
     CLI::App* const names = app.add_subcommand("names", "Lists the names of object types and properties");
 
     try {
@@ -204,7 +240,10 @@ std::optional<Options> ParseCommandLine(int argc, char const* const* argv, std::
         exitCode = app.exit(end, out, err) == 0 ? tools::WorkbenchExit::Ok : tools::WorkbenchExit::Usage;
         return std::nullopt;
     }
-    options.what = names->parsed() ? Command::Names : check->parsed() ? Command::Check : Command::Run;
+    options.what = names->parsed()    ? Command::Names
+                   : check->parsed()  ? Command::Check
+                   : verify->parsed() ? Command::Verify
+                                      : Command::Run;
     return options;
 }
 

@@ -12,13 +12,23 @@
 
 namespace workbench {
 
-enum class Command { Run, Check, Names };
+enum class Command { Run, Check, Verify, Names };
 
 enum class OutputFormat { Auto, Table, Lines, Json };
 
+// Of the command verify.
+struct VerifyOptions {
+    bool isJson = false;
+    std::string report;  // empty: none
+    std::string title;   // of the report; empty: the project's path
+    unsigned timeout = 3000;  // milliseconds
+    unsigned retries = 1;
+    unsigned long long rounds = 1;
+};
+
 struct Options {
     Command what = Command::Run;
-    std::string project;                // of run
+    std::string project;                // of run and verify
     std::vector<std::string> projects;  // of check
     std::string addIn;                  // empty: the one beside the program
     std::map<std::string, std::string> params;
@@ -32,6 +42,7 @@ struct Options {
     bool strict = false;      // warnings count as errors
     std::string captureFile;  // empty: none
     std::optional<bool> summary;
+    VerifyOptions verify;
 };
 
 // Reads the command line. Without a value there is nothing to do: help, the version or a mistake has been

@@ -16,6 +16,7 @@
 #include "NameTable.h"
 #include "ProjectError.h"
 #include "RunCommand.h"
+#include "VerifyCommand.h"
 
 namespace workbench {
 
@@ -45,7 +46,7 @@ int RunCommand(Options const& options, RunStreams const& streams) {
         return CheckProjects(options, streams.out, streams.outIsTerminal);
     }
     LoadAddIn(options.addIn.empty() ? DefaultAddIn() : options.addIn);
-    return RunProject(options, streams);
+    return options.what == Command::Verify ? VerifyProject(options, streams) : RunProject(options, streams);
 }
 
 int Fail(std::ostream& err, std::exception const& reason, tools::WorkbenchExit::Code code) {

@@ -24,7 +24,7 @@ void PushValue(lua_State* L, BlockConfig::FieldValue const& value) {
 void PushVariable(lua_State* L, VariableConfig const& variable) {
     lua_createtable(L, 0, 7);
     SetInteger(L, "ReadId", variable.readId);
-    if (variable.write) {
+    if (variable.writeId != 0) {
         SetInteger(L, "WriteId", variable.writeId);
     }
     SetInteger(L, "Type", variable.type.Type);

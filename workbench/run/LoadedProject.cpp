@@ -42,7 +42,7 @@ void LoadedProject::Declare(BlockConfig& block) {
     for (VariableConfig& variable : block.variables) {
         std::string const name = FullName(block, variable);
         variable.readId = store.Declare(name, variable.type);
-        if (variable.write) {
+        if (variable.write && !isReadOnly) {
             variable.writeId = store.Declare(name + " (to write)", variable.type);
             writes = true;
         }

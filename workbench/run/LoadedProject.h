@@ -25,6 +25,9 @@ public:
     LoadedProject(LoadedProject const&) = delete;
     LoadedProject& operator=(LoadedProject const&) = delete;
 
+    // Nothing will be written: variables get no write channels. Before Load.
+    void RemoveWrites() { isReadOnly = true; }
+
     // Runs the text, makes tasks and blocks and passes the variables to the driver. Every mistake is a
     // ProjectError that begins with the path; the object cannot be used after one. Called once.
     void Load(SourceText projectSource);
@@ -53,6 +56,7 @@ private:
 
     void StartBlock(BlockConfig const& block);
 
+    bool isReadOnly = false;
     std::vector<Timer> timers;
     ProjectScript script;
     std::unique_ptr<dorvel::Runtime> runtime;  // destroyed before the script

@@ -1,0 +1,154 @@
+#include "VerifyCommand.h"
+
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <ostream>
+#include <stdexcept>
+
+#include "AddIn.h"
+#include "ExitCode.h"
+#include "HostScope.h"
+#include "LoadedProject.h"
+#include "PollGuard.h"
+#include "Printable.h"
+#include "ReportPage.h"
+#include "Signals.h"
+#include "UdpLink.h"
+#include "VerifyJson.h"
+#include "VerifyRun.h"
+#include "VerifyText.h"
+
+namespace workbench {
+
+namespace {
+
+constexpr std::chrono::milliseconds StopSlice{100};
+
+// A UDP link that a signal stops.
+class StoppableLink : public standard::Link {
+public:
+    explicit StoppableLink(Signals const& stopSignals) : signals(stopSignals), inner(standard::Endpoint{}) {}
+
+    void Send(standard::Datagram const& datagram) override { inner.Send(datagram); }
+    std::optional<standard::Datagram> Receive(Time deadline) override {
+        std::optional<standard::Datagram> datagram;
+        while (!datagram && !IsStopped() && Now() < deadline) {
+            datagram = inner.Receive(std::min(deadline, Now() + StopSlice));
+        }
+        return datagram;
+    }
+    Time Now() const override { return inner.Now(); }
+    bool IsStopped() const override { return signals.IsStopRequested(); }
+
+private:
+    Signals const& signals;
+    standard::UdpLink inner;
+};
+
+// One line on a terminal that is written again and again.
+class ProgressLine {
+public:
+    ProgressLine(std::ostream& lineStream, bool isShownOnTerminal)
+        : stream(lineStream), isShown(isShownOnTerminal) {}
+    ProgressLine(ProgressLine const&) = delete;
+    ProgressLine& operator=(ProgressLine const&) = delete;
+    ~ProgressLine() { Clear(); }
+
+    void Show(std::string const& text) {
+        if (isShown) {
+            stream << "\r\x1B[K" << tools::FitTo(text, std::min(tools::DisplayWidth(text), Width()))
+                   << std::flush;
+        }
+    }
+    void Clear() {
+        if (isShown) {
+            stream << "\r\x1B[K" << std::flush;
+        }
+    }
+    static std::size_t Width(int handle = STDERR_FILENO) {
+        winsize size{};
+        return ioctl(handle, TIOCGWINSZ, &size) == 0 && size.ws_col > 1 ? size.ws_col - 1u : 79u;
+    }
+
+private:
+    std::ostream& stream;
+    bool isShown;
+};
+
+// A page that cannot be written is reported before the devices are asked.
+std::ofstream OpenReport(std::string const& file) {
+    std::ofstream stream;
+    if (!file.empty()) {
+        stream.open(file, std::ios::binary | std::ios::trunc);
+        if (!stream) {
+            throw std::runtime_error("the report " + file + " cannot be written: " + std::strerror(errno));
+        }
+    }
+    return stream;
+}
+
+void WriteReport(std::ofstream& stream, std::string const& file, VerifyReport const& report) {
+    stream << ReportPage(report);
+    stream.close();
+    if (!stream) {
+        throw std::runtime_error("the report " + file + " is incomplete: writing failed");
+    }
+}
+
+TextStyle StyleOf(RunStreams const& streams) {
+    char const* const noColour = std::getenv("NO_COLOR");
+    bool const isPlain = noColour && *noColour != '\0';
+    return {streams.outIsTerminal ? ProgressLine::Width(STDOUT_FILENO) : 0,
+            streams.outIsTerminal && !isPlain};
+}
+
+// The number of findings.
+std::size_t RunAndCount(Options const& options, RunStreams const& streams) {
+    Signals const signals(nullptr);
+    ProgressLine line(streams.err, streams.errIsTerminal);
+    LogBuffer log(nullptr);
+    PollGuard guard(dorvel::Environment(), [&signals] { return signals.IsStopRequested(); });
+    EnvironmentScope const environment(guard);
+    HostScope const host(log, false, "");
+    LoadedProject project(options.project, options.params);
+    project.RemoveWrites();
+    project.Load(SourceText::FromFile(options.project));
+    for (std::string const& name : project.UnusedParams()) {
+        streams.err << "warning: --define " << tools::Printable(name) << ": the project does not use Param."
+                    << tools::Printable(name) << "\n";
+    }
+    StoppableLink link(signals);
+    VerifySettings settings;
+    settings.client.timeout = std::chrono::milliseconds(options.verify.timeout);
+    settings.client.segmentTimeout = std::min(settings.client.timeout, settings.client.segmentTimeout);
+    settings.client.retries = options.verify.retries;
+    settings.rounds = options.verify.rounds;
+    settings.progress = [&line](std::string const& text) { line.Show(text); };
+    std::ofstream stream = OpenReport(options.verify.report);
+    VerifyReport report = Verify(project, guard, log, link, settings);
+    line.Clear();
+    report.title = options.verify.title.empty() ? options.project : options.verify.title;
+    report.project = options.project;
+    report.version = WORKBENCH_VERSION;
+    report.addIn = options.addIn.empty() ? DefaultAddIn() : options.addIn;
+    streams.out << (options.verify.isJson ? VerifyJson(report) : VerifyText(report, StyleOf(streams)))
+                << std::flush;
+    if (!options.verify.report.empty()) {
+        WriteReport(stream, options.verify.report, report);
+    }
+    return FiguresOf(report).findings;
+}
+
+}  // namespace
+
+int VerifyProject(Options const& options, RunStreams const& streams) {
+    return RunAndCount(options, streams) == 0 ? tools::WorkbenchExit::Ok : tools::WorkbenchExit::Fault;
+}
+
+}  // namespace workbench
