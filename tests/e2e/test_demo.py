@@ -57,6 +57,7 @@ class Demo(EndToEnd):
         self.assertRegex(output, "\nAHU.Setpoint programme = 06000000,.* written\n")
         self.assertRegex(output, "\nAHU.Setpoint exceptions = 0,524122027,.* written\n")
         self.assertRegex(output, "\nAHU.Heating valve = 150 refused .*ValueOutOfRange")
+        self.assertRegex(output, r"\n107 points in 4 blocks: .*; no findings\n$")
         self.assert_nothing_is_left()
 
     def test_watching_runs_until_an_interrupt_and_then_ends_with_the_summary(self):

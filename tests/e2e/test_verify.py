@@ -24,6 +24,10 @@ device{
 """ % ("x" * 400, "%s")
 
 
+# scripts/test-long asks for more of them.
+ROUNDS = int(os.environ.get("DORVEL_VERIFY_ROUNDS", "20"))
+
+
 class Verified:
     """The result of a run: exit code, both outputs, and the lines of the format json."""
 
@@ -39,11 +43,11 @@ class Verified:
 
 
 class Verify(EndToEnd):
-    def verify(self, project, *options, style="json"):
+    def verify(self, project, *options, style="json", longest=LONGEST):
         path = project if project.startswith("/") else self.file("project.lua", project)
         return Verified(subprocess.run(
             [WORKBENCH, "verify", path, "--format", style, *options], stdin=subprocess.DEVNULL, capture_output=True,
-            text=True, timeout=LONGEST, check=False))
+            text=True, timeout=longest, check=False))
 
     def one_block(self, device_text, *variables, options=("--timeout", "300"), fields=""):
         device = self.device(device_text)
@@ -60,10 +64,10 @@ class Verify(EndToEnd):
 
     def test_the_example_plant_has_no_findings_in_twenty_rounds(self):
         with ExamplePlant() as plant:
-            result = self.verify(PLANT_PROJECT, *plant.defines, "--rounds", "20")
+            result = self.verify(PLANT_PROJECT, *plant.defines, "--rounds", str(ROUNDS), longest=LONGEST + 5 * ROUNDS)
         self.assertEqual((result.code, result.summary["findings"]), (0, 0),
                          [point for point in result.points.values() if point["finding"]])
-        self.assertEqual((result.summary["rounds"], result.summary["points"]), (20, 107))
+        self.assertEqual((result.summary["rounds"], result.summary["points"]), (ROUNDS, 107))
         self.assertIn("moving", {point["verdict"] for point in result.points.values()})
         self.assertEqual(result.blocks["Chiller"]["device"]["instance"], 2001)
         self.assertIn("network 5, address 0A14", result.blocks["Chiller"]["reachedAt"])
@@ -122,6 +126,18 @@ class Verify(EndToEnd):
                            ("Week", "entries with Null are left out"), ("Date", "unspecified parts")):
             self.assertIn(loss, result.points[name]["explanation"])
 
+    def test_schedules_of_every_datatype_are_compared(self):
+        """The texts agree with the driver's; only what the text cannot hold is lost."""
+        device = os.path.join(ROOT, "examples", "devices", "air-handling-unit.lua")
+        with open(device, encoding="utf-8") as stream:
+            result = self.one_block(stream.read(), variable("Week", "schedule", 2, "String", "weekly-schedule"),
+                                    variable("Days", "schedule", 2, "String", "exception-schedule"))
+        self.assertEqual([result.verdict("Week"), result.verdict("Days")], ["loses information"] * 2)
+        self.assertTrue(result.points["Week"]["explanation"].endswith(
+            ": the sign of a Signed is lost; entries with Null are left out"), result.points["Week"])
+        self.assertTrue(result.points["Days"]["explanation"].endswith(
+            ": the sign of a Signed is lost; unspecified parts of a date become digits"), result.points["Days"])
+
     def test_what_the_driver_cannot_decode_takes_its_object_along(self):
         result = self.one_block(
             """device{name = "D", instance = 7, objects = {
@@ -162,7 +178,8 @@ class Verify(EndToEnd):
                 analog_input{instance = 1, name = "A", present_value = ramp{from = 0, to = 1000000, period = 60}},
             }}""",
             variable("Ramp", "analog-input", 1))
-        self.assertEqual((result.code, result.verdict("Ramp")), (0, "moving"))
+        # Two reads within a millisecond can give the same value.
+        self.assertEqual((result.code, result.verdict("Ramp") in ("moving", "agrees")), (0, True))
 
     FAULTS = {
         "duplicate": {"agrees"}, "silence": {"device silent"}, "delay": {"late"}, "error": {"no such object"},

@@ -51,6 +51,37 @@ TEST_F(CommandLine, AProjectIsTheOnlyRequiredArgument) {
     EXPECT_FALSE(options->summary);
 }
 
+TEST_F(CommandLine, VerifyHasItsOptionsAndTheirDefaults) {
+    auto options = Parse({"verify", "plant.lua"});
+    ASSERT_TRUE(options) << err.str();
+    EXPECT_EQ(options->what, Command::Verify);
+    EXPECT_EQ(options->project, "plant.lua");
+    EXPECT_FALSE(options->verify.isJson);
+    EXPECT_EQ(options->verify.report + options->verify.title, "");
+    EXPECT_EQ(options->verify.timeout, 3000u);
+    EXPECT_EQ(options->verify.retries, 1u);
+    EXPECT_EQ(options->verify.rounds, 1u);
+    options = Parse({"verify", "plant.lua", "--format", "json", "--report", "r.html", "--title", "North",
+                     "--timeout", "500", "--retries", "0", "--rounds", "20", "-D", "a=b", "--addin", "a.so"});
+    ASSERT_TRUE(options) << err.str();
+    EXPECT_TRUE(options->verify.isJson);
+    EXPECT_EQ(options->verify.report, "r.html");
+    EXPECT_EQ(options->verify.title, "North");
+    EXPECT_EQ(options->verify.timeout, 500u);
+    EXPECT_EQ(options->verify.retries, 0u);
+    EXPECT_EQ(options->verify.rounds, 20u);
+    EXPECT_EQ(options->params, (std::map<std::string, std::string>{{"a", "b"}}));
+}
+
+TEST_F(CommandLine, VerifyAllowsNoOtherFormatsAndLimits) {
+    ExpectMistake({"verify"}, "PROJECT");
+    ExpectMistake({"verify", "p.lua", "--format", "table"}, "table");
+    ExpectMistake({"verify", "p.lua", "--timeout", "9"}, "9");
+    ExpectMistake({"verify", "p.lua", "--retries", "11"}, "11");
+    ExpectMistake({"verify", "p.lua", "--rounds", "0"}, "0");
+    ExpectMistake({"verify", "p.lua", "--set", "a=b"}, "--set");
+}
+
 TEST_F(CommandLine, EveryOptionIsRead) {
     auto const options = Parse({"run", "plant.lua", "--addin", "a.so", "--define", "ahu=1.2.3.4:5", "-D",
                                 "x=a=b", "--define", "e=", "--format", "json", "--cycles", "10", "--pcap",

@@ -12,6 +12,9 @@ namespace {
 using standard::Datum;
 using standard::DatumKind;
 
+// How the client describes an answer that ends before its last segment.
+constexpr char SegmentsStopped[] = "the segments stopped";
+
 DeviceKind KindOf(DatumKind kind) {
     switch (kind) {
         case DatumKind::Null:
@@ -101,7 +104,8 @@ ReadProblem::Kind KindOf(standard::Failure const& failure) {
         case standard::Failure::Kind::Malformed:
             return ReadProblem::Kind::Malformed;
         default:
-            return failure.detail.empty() ? ReadProblem::Kind::Silent : ReadProblem::Kind::Malformed;
+            return failure.detail.rfind(SegmentsStopped, 0) == 0 ? ReadProblem::Kind::Malformed
+                                                                 : ReadProblem::Kind::Silent;
     }
 }
 
