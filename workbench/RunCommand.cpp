@@ -103,16 +103,29 @@ void SetFromTheStart(LoadedProject& project, std::vector<std::string> const& ass
 }
 
 // What a write does is known before the first one.
-void Warn(LoadedProject const& project, std::ostream& err) {
+std::vector<std::string> WarningsOf(LoadedProject const& project) {
+    std::vector<std::string> warnings;
     for (Finding const& finding : FindWritesOf(project.Blocks())) {
         if (finding.code == FindingCode::WriteOtherProperty || finding.code == FindingCode::WriteRefused) {
-            err << "warning: " << tools::Printable(finding.block + "." + finding.variable) << ": "
-                << finding.message << "\n";
+            warnings.push_back(tools::Printable(finding.block + "." + finding.variable) + ": " +
+                               finding.message);
         }
     }
     for (std::string const& name : project.UnusedParams()) {
-        err << "warning: --define " << tools::Printable(name) << ": the project does not use Param."
-            << tools::Printable(name) << "\n";
+        warnings.push_back("--define " + tools::Printable(name) + ": the project does not use Param." +
+                           tools::Printable(name));
+    }
+    return warnings;
+}
+
+// A log for programs has the warnings too.
+void Warn(LoadedProject const& project, LogFormat format, LogBuffer& log, std::ostream& err) {
+    for (std::string const& warning : WarningsOf(project)) {
+        if (format == LogFormat::Json) {
+            log.Add("warning: " + warning);
+        } else {
+            err << "warning: " << warning << "\n";
+        }
     }
 }
 
@@ -155,7 +168,7 @@ int RunProject(Options const& options, RunStreams const& streams) {
     HostScope host(log, options.trace, options.captureFile);
     LoadedProject project(options.project, options.params);
     project.Load(SourceText::FromFile(options.project));
-    Warn(project, streams.err);
+    Warn(project, options.logFormat, log, streams.err);
     StandbyScope const standby(options.standby);
     ValueSetter setter(project.Runtime(), log, &host.Observed());
     SetFromTheStart(project, options.sets, setter);

@@ -257,6 +257,17 @@ TEST_F(RunCommand, AnUnusedParamIsAWarning) {
     EXPECT_EQ(err.str(), "warning: --define ahuu: the project does not use Param.ahuu\n");
 }
 
+TEST_F(RunCommand, AWarningIsALineOfAJsonLog) {
+    options.params = {{"ahuu", "1"}};
+    options.cycles = 1;
+    options.logFormat = LogFormat::Json;
+    EXPECT_EQ(Run(), tools::WorkbenchExit::Ok);
+    EXPECT_NE(err.str().find(R"("text":"warning: --define ahuu: the project does not use Param.ahuu"})"),
+              std::string::npos)
+        << err.str();
+    EXPECT_EQ(err.str().front(), '{');
+}
+
 TEST_F(RunCommand, AValueFromTheCommandLineIsWritten) {
     MakeWritable();
     options.sets = {"AHU.T=21.5"};

@@ -28,7 +28,9 @@ std::string WriteText(WriteState const& write, long long localDiff, bool withRea
     }
     std::string const reason =
         withReason && !write.reason.empty() ? " (" + tools::Printable(write.reason) + ")" : std::string();
-    return ValueText(write.value, localDiff) + " " + StageName(write.stage) + reason;
+    bool const hasDevice = !withReason && write.stage == WriteStage::Differs && !write.device.empty();
+    return ValueText(write.value, localDiff) + " " + StageName(write.stage) + reason +
+           (hasDevice ? " (" + tools::Printable(write.device) + ")" : "");
 }
 
 }  // namespace workbench

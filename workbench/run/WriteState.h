@@ -26,7 +26,8 @@ struct WriteState {
 // "pending", "written", "unconfirmed", "differs", "refused"; empty for None.
 char const* StageName(WriteStage stage);
 
-// "21.5 pending", with withReason followed by the reason in brackets; empty for None.
+// "21.5 pending", with withReason followed by the reason in brackets, otherwise "200 differs (-56)" with the
+// device's value; empty for None.
 std::string WriteText(WriteState const& write, long long localDiff, bool withReason);
 
 }  // namespace workbench

@@ -79,6 +79,7 @@ TEST(WriteCheck, AValueThatWasSentAsAnotherOneDiffers) {
     EXPECT_EQ(state->device, "-56");
     EXPECT_EQ(state->value, Int(200));
     EXPECT_EQ(WriteText(*state, 0, true), "200 differs (the driver sent -56, the device holds it)");
+    EXPECT_EQ(WriteText(*state, 0, false), "200 differs (-56)");
     EXPECT_EQ(Stage(Double(21.7), Unsigned(21)), "differs");
     EXPECT_EQ(Stage(Int(-1), Unsigned(0xFFFFFFFF)), "differs");
     EXPECT_EQ(Stage(Boolean(true), Of(ApplicationTag::Enumerated, {0})), "differs");
