@@ -211,6 +211,14 @@ class Check(EndToEnd):
                          {"warning: B.Units: " + found["Units", "write-refused"],
                           "warning: B.Setpoint: " + found["Setpoint", "write-other-property"]})
 
+    def test_a_lighting_output_is_written_though_it_is_never_read(self):
+        device = self.device('device{ name = "D", instance = 1, objects = { lighting_output{instance = 1, present_value = 5} } }')
+        project = block("B", device.address, [variable("Lamp", "lighting-output", 1, write=True)])
+        self.assertEqual(set(self.messages(project)), {("Lamp", "lighting-output")})
+        lamp = self.last(project, "--set", "B.Lamp=40")[0]["Lamp"]
+        self.assertIsNone(lamp["value"])
+        self.assertNotEqual(lamp["write"]["state"], "refused", lamp)
+
     def test_a_write_in_every_cycle_takes_the_second_of_the_finding(self):
         device = self.device('device{ name = "D", instance = 1, objects = { analog_value{instance = 1, present_value = 5} } }')
         project = block("B", device.address, [variable("V", "analog-value", 1, write=True)], 'WriteCondition = "Always",')

@@ -77,10 +77,11 @@ void FindCut(BlockConfig const& block, VariableConfig const& variable, PropertyT
     _OpcUa_BuiltInType const target = ValueType(variable);
     bool const isWide = target == OpcUaType_Int64 || target == OpcUaType_UInt64;
     if (isWide && IsCutTo32Bits(type)) {
+        std::string const first = type == PropertyTypeEnum::Signed ? "2147483648" : "4294967296";
         findings.push_back(OfVariable(FindingCode::CountCut, block, variable, TypeField(variable),
                                       "the driver delivers the low 32 bits of " + Property(variable) +
-                                          ": from 4294967296 on the value is wrong, in " + TypeName(target) +
-                                          " too"));
+                                          ": from " + first + " on the value is wrong, in " +
+                                          TypeName(target) + " too"));
     }
 }
 

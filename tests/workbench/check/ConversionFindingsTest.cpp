@@ -90,6 +90,15 @@ TEST(ConversionFindings, ACountOf64BitsIsCut) {
     EXPECT_EQ(Converted("Int64", "positive-integer-value"), cut);
 }
 
+TEST(ConversionFindings, ASignedCountIsCutAtItsOwnLimit) {
+    EXPECT_NE(MessageOf(FindingCode::CountCut, ProjectOf(Local, {Variable("V", "Int64", "integer-value", 1)}))
+                  .find("from 2147483648 on"),
+              std::string::npos);
+    EXPECT_NE(MessageOf(FindingCode::CountCut, ProjectOf(Local, {Variable("V", "Int64", "accumulator", 1)}))
+                  .find("from 4294967296 on"),
+              std::string::npos);
+}
+
 TEST(ConversionFindings, TheSignOfAnIntegerValueIsNotRead) {
     EXPECT_EQ(Converted("Int32", "integer-value"), Lines{"sign-not-read 2 B.V ObjectType"});
     EXPECT_EQ(Converted("UInt32", "integer-value"),
