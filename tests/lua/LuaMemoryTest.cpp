@@ -18,6 +18,7 @@
 #include "LoadedProject.h"
 #include "LuaSandbox.h"
 #include "Mistake.h"
+#include "ProjectCheck.h"
 #include "ScadaObj.h"
 #include "dorvel/Runtime.h"
 #include "dorvelshare/Trace.h"
@@ -272,6 +273,51 @@ TEST_F(LuaMemory, AProjectsScriptLeaksNothingWhicheverAllocationOfCppFails) {
         ASSERT_EQ(test::HeapBlocks(), before) << allocation;
         if (isLast) {
             EXPECT_GT(allocation, 80);
+            break;
+        }
+    }
+}
+
+// A project with mistakes and other findings.
+std::string const Checked =
+    std::string(Project) +
+    "BACnet.new{ Name = 'third', Address = 5, Timeout = 5, Vars = { { Name = 'x', Type = 'Float', "
+    "ObjectType = 1, ObjectNumber = 1, ObjectProperties = 'bias', Write = true }, {} } }";
+
+// The number of findings, 0 if memory did not suffice.
+std::size_t CountFindings(tools::LuaLimits const& limits) {
+    try {
+        return workbench::CheckProjectText("project.lua", Checked, {}, limits).findings.size();
+    } catch (std::exception const&) {
+        return 0;
+    }
+}
+
+TEST_F(LuaMemory, AProjectIsCheckedAtEveryLimit) {
+    std::size_t const all = CountFindings({});
+    ASSERT_GT(all, 5u);
+    std::size_t found = 0;
+    for (std::size_t limit = 0; found < all; limit += 97) {
+        ASSERT_LT(limit, std::size_t{1} << 20);
+        tools::LuaLimits limits;
+        limits.memory = limit;
+        long long const before = test::HeapBlocks();
+        found = CountFindings(limits);
+        ASSERT_EQ(test::HeapBlocks(), before) << limit;
+    }
+}
+
+TEST_F(LuaMemory, ACheckLeaksNothingWhicheverAllocationOfCppFails) {
+    CountFindings({});  // allocates what is kept
+    for (long long allocation = 1;; ++allocation) {
+        long long const before = test::HeapBlocks();
+        test::FailAllocation(allocation);
+        CountFindings({});
+        bool const isLast = !test::HasFailedAllocation();
+        test::FailAllocation(0);
+        ASSERT_EQ(test::HeapBlocks(), before) << allocation;
+        if (isLast) {
+            EXPECT_GT(allocation, 200);
             break;
         }
     }
