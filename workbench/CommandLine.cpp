@@ -51,9 +51,9 @@ errors are points and blocks that cannot work, warnings those that work but not 
 Needs no network and no device, and does not run the driver. Functions of After are not called.
 Each finding has a code; docs/findings.md has its cause, effect and cure.
 
-Text has two lines for each finding. With --format json each finding is one object on one line
-with severity, code, file, line, block, variable, field, message and advice; what a finding does
-not have is null.
+Text has a line for each finding, and below it what to do. With --format json each finding is one
+object on one line with severity, code, file, line, block, variable, field, message and advice; what
+a finding does not have is null.
 
 Examples:
   dorvel-workbench check plant.lua

@@ -47,19 +47,19 @@ void FindLocal(BlockConfig const& block, Findings& findings) {
 
 void FindRemote(BlockConfig const& block, long long network, Findings& findings) {
     bool const hasMac = FieldOf(block, "MAC") != nullptr;
+    std::vector<char> const mac = hasMac ? AddressOctets(TextOf(block, "MAC")) : DefaultMacOctets();
     if (network == AllNetworks) {
         findings.push_back(
             OfBlock(FindingCode::BroadcastAddress, block, "NetworkNumber",
                     "65535 means all networks: routers send every request, writes too, to all of them",
                     "Set NetworkNumber to the network of the device."));
-    } else if (!hasMac) {
-        findings.push_back(
-            OfBlock(FindingCode::MacMissing, block, "NetworkNumber",
-                    "a device behind a router needs a MAC: without one the driver requests from "
-                    "255.255.255.255:47808 on network " +
-                        std::to_string(network) + ", which is not the address of a device"));
+    } else if (mac == DefaultMacOctets()) {
+        findings.push_back(OfBlock(FindingCode::MacMissing, block, hasMac ? "MAC" : "NetworkNumber",
+                                   "a device behind a router needs its own MAC: the default, "
+                                   "255.255.255.255:47808, is not the address of a device on network " +
+                                       std::to_string(network) + ", and the block is in fault"));
     }
-    if (hasMac && AddressOctets(TextOf(block, "MAC")).empty()) {
+    if (mac.empty()) {
         findings.push_back(
             OfBlock(FindingCode::BroadcastAddress, block, "MAC",
                     "the empty address means every device of network " + std::to_string(network) +

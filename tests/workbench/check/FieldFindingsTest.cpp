@@ -27,6 +27,8 @@ TEST(FieldFindings, AMacWithoutANetworkDiffersFromTheAddress) {
 
 TEST(FieldFindings, ANetworkNeedsAMac) {
     EXPECT_EQ(With("Address='192.168.1.1:47808', NetworkNumber=5"), Lines{"mac-missing 1 B NetworkNumber"});
+    EXPECT_EQ(With("Address='192.168.1.1:47808', NetworkNumber=5, MAC='255.255.255.255'"),
+              Lines{"mac-missing 1 B MAC"});
 }
 
 TEST(FieldFindings, ABroadcastIsReported) {
