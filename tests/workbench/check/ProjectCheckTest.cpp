@@ -87,11 +87,12 @@ TEST(ProjectCheck, AVariableWithAMistakeCanBeSet) {
     EXPECT_EQ(Found("Set('B.V', 1)\n" + ProjectOf(Local, {"Name='V', Type='Float'"})).size(), 3U);
 }
 
-TEST(ProjectCheck, ABlockIsAnObjectWithoutFields) {
-    EXPECT_EQ(Found("local b = " + Good + "assert(type(b) == 'userdata' and getmetatable(b) == false)"),
+TEST(ProjectCheck, ABlockIsAnObjectWithItsFields) {
+    EXPECT_EQ(Found("local b = " + Good +
+                    "assert(type(b) == 'userdata' and getmetatable(b) == false)\n"
+                    "assert(b.Address == '192.168.1.20:47808' and b.Fault == nil) b.Priority = 5\n"
+                    "assert(b.Priority == 5 and b() == false)"),
               Lines());
-    EXPECT_EQ(MessageOf(FindingCode::ScriptError, "local b = " + Good + "b.Address = 5"),
-              "attempt to index a BACnet value (local 'b')");
 }
 
 TEST(ProjectCheck, AProjectWithoutBlocksIsAMistake) {
