@@ -14,7 +14,7 @@ namespace {
 constexpr char ProgramHelp[] = R"(Examples:
   dorvel-workbench run examples/first-steps.lua
   dorvel-workbench run plant.lua --define ahu=192.168.1.20:47808 --pcap plant.pcap
-  dorvel-workbench run plant.lua --format json --cycles 10 --fail-on-fault
+  dorvel-workbench run plant.lua --format json --cycles 10 --fail-on fault,suspect,overrun
   dorvel-workbench run plant.lua --set "AHU.Supply air setpoint=21.5"
   dorvel-workbench check plant.lua
   dorvel-workbench check --strict --format json *.lua

@@ -15,9 +15,8 @@
 #include "HostScope.h"
 #include "LoadedProject.h"
 #include "Operator.h"
-#include "Printable.h"
-#include "ProjectCheck.h"
 #include "RunFigures.h"
+#include "RunWarnings.h"
 #include "Signals.h"
 
 namespace workbench {
@@ -99,33 +98,6 @@ void SetFromTheStart(LoadedProject& project, std::vector<std::string> const& ass
     }
     for (std::string const& assignment : assignments) {
         setter.Set(InContext("--set: ", [&] { return ReadAssignment(project.Blocks(), assignment); }));
-    }
-}
-
-// What a write does is known before the first one.
-std::vector<std::string> WarningsOf(LoadedProject const& project) {
-    std::vector<std::string> warnings;
-    for (Finding const& finding : FindWritesOf(project.Blocks())) {
-        if (finding.code == FindingCode::WriteOtherProperty || finding.code == FindingCode::WriteRefused) {
-            warnings.push_back(tools::Printable(finding.block + "." + finding.variable) + ": " +
-                               finding.message);
-        }
-    }
-    for (std::string const& name : project.UnusedParams()) {
-        warnings.push_back("--define " + tools::Printable(name) + ": the project does not use Param." +
-                           tools::Printable(name));
-    }
-    return warnings;
-}
-
-// A log for programs has the warnings too.
-void Warn(LoadedProject const& project, LogFormat format, LogBuffer& log, std::ostream& err) {
-    for (std::string const& warning : WarningsOf(project)) {
-        if (format == LogFormat::Json) {
-            log.Add("warning: " + warning);
-        } else {
-            err << "warning: " << warning << "\n";
-        }
     }
 }
 

@@ -47,7 +47,7 @@ def general(text):
     """The text without what changes from run to run."""
     text = re.sub(r"\d\d:\d\d:\d\d", "12:00:00", text)
     text = re.sub(r"(127\.0\.0\.\d):\d+", r"\1:47808", text)
-    return re.sub(r"1\.0\d s to [1-4]\.\d\d s", "1.00 s to 2.00 s", text)
+    return re.sub(r"1\.[0-4]\d s to [1-9]\.\d\d s", "1.00 s to 2.00 s", text)
 
 
 def table_in(document, mark):
@@ -154,7 +154,7 @@ class RunExplains(EndToEnd):
         self.assertEqual(cause["cause"], "late")
         delay = float(re.search(r"answers come (\d\.\d\d) s after the request, later than 1.00 s; dropped: 2",
                                 cause["text"]).group(1))
-        self.assertAlmostEqual(delay, 1.5, delta=0.2)
+        self.assertAlmostEqual(delay, 1.5, delta=0.4)
 
     def test_segments_without_end_are_logged_while_the_cycle_lasts(self):
         _, log = self.run_with("endless_segments count=300", LONG, cycles=1)

@@ -373,8 +373,11 @@ TEST_F(RunCommand, AStandbyWritesOnlyWhereItMay) {
         return States();
     };
     EXPECT_EQ(run(", ExecuteOnSlave=true"), "pending pending pending pending ");
+    EXPECT_NE(out.str().find(R"("reason":"this host is the standby, and WriteOnSlave is not set")"),
+              std::string::npos);
     EXPECT_EQ(device, Float(20));
     EXPECT_EQ(run(", ExecuteOnSlave=true, WriteOnSlave=true"), "pending pending written written ");
+    EXPECT_EQ(out.str().find("\"reason\""), std::string::npos);
     EXPECT_EQ(device, Float(22));
 }
 

@@ -21,6 +21,10 @@ bool SameValue(OpcUa_VariantHlp const& set, OpcUa_VariantHlp read) {
            static_cast<float>(set.Value.Double) == static_cast<float>(read.Value.Double);
 }
 
+bool IsHeldBack(BlockConfig const& block) {
+    return dorvel::IsStandby() && block.protocol && !block.protocol->WriteOnSlave;
+}
+
 // The driver writes many properties to the present value.
 bool IsReadBack(PointWrite const& write, VariableConfig const& variable) {
     return write.property == static_cast<std::uint32_t>(variable.property->bacnetNumber);
@@ -190,6 +194,9 @@ void ValueSetter::Show(BlockSnapshot& block) const {
         auto const found = entries.find(variable.config->writeId);
         if (found != entries.end()) {
             variable.write = found->second.state;
+            if (variable.write.stage == WriteStage::Pending && IsHeldBack(*block.config)) {
+                variable.write.reason = "this host is the standby, and WriteOnSlave is not set";
+            }
         }
     }
 }
