@@ -196,7 +196,8 @@ void AddVerifyOptions(CLI::App& command, VerifyOptions& options) {
             "text or json (default: text)")
         ->type_name("FORMAT")
         ->check(CLI::IsMember({"text", "json"}).description(""));
-    command.add_option("--report", options.report, "Writes a page for the acceptance")->type_name("FILE.html");
+    command.add_option("--report", options.report, "Writes a page for the acceptance")
+        ->type_name("FILE.html");
     command.add_option("--title", options.title, "The title of the page (default: the project's path)")
         ->type_name("TEXT");
     command.add_option("--rounds", options.rounds, "Compares all variables N times (default: 1)")
@@ -207,7 +208,8 @@ void AddVerifyOptions(CLI::App& command, VerifyOptions& options) {
                     "How long a device may take to answer, without the driver (default: 3000)")
         ->type_name("MS")
         ->check(CLI::Range(10u, 60000u).description(""));
-    command.add_option("--retries", options.retries, "Repetitions of a request without an answer (default: 1)")
+    command
+        .add_option("--retries", options.retries, "Repetitions of a request without an answer (default: 1)")
         ->type_name("N")
         ->check(CLI::Range(0u, 10u).description(""));
     command.footer(VerifyHelp);

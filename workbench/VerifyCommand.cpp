@@ -108,9 +108,41 @@ TextStyle StyleOf(RunStreams const& streams) {
             streams.outIsTerminal && !isPlain};
 }
 
-// The number of findings.
-std::size_t RunAndCount(Options const& options, RunStreams const& streams) {
-    Signals const signals(nullptr);
+VerifySettings SettingsOf(VerifyOptions const& options, Signals& signals, ProgressLine& line) {
+    VerifySettings settings;
+    settings.client.timeout = std::chrono::milliseconds(options.timeout);
+    settings.client.segmentTimeout = std::min(settings.client.timeout, settings.client.segmentTimeout);
+    settings.client.retries = options.retries;
+    settings.rounds = options.rounds;
+    settings.progress = [&](std::string const& text) {
+        if (signals.TakeSuspendRequest()) {
+            line.Clear();
+            Signals::Suspend();
+        }
+        line.Show(text);
+    };
+    return settings;
+}
+
+void WarnOfUnusedParams(LoadedProject const& project, std::ostream& err) {
+    for (std::string const& name : project.UnusedParams()) {
+        err << "warning: --define " << tools::Printable(name) << ": the project does not use Param."
+            << tools::Printable(name) << "\n";
+    }
+}
+
+void Print(VerifyReport const& report, Options const& options, RunStreams const& streams) {
+    streams.out << (options.verify.isJson ? VerifyJson(report) : VerifyText(report, StyleOf(streams)))
+                << std::flush;
+    if (!streams.out) {
+        throw std::runtime_error("standard output cannot be written");
+    }
+}
+
+}  // namespace
+
+int VerifyProject(Options const& options, RunStreams const& streams) {
+    Signals signals(nullptr);
     ProgressLine line(streams.err, streams.errIsTerminal);
     LogBuffer log(nullptr);
     PollGuard guard(dorvel::Environment(), [&signals] { return signals.IsStopRequested(); });
@@ -119,36 +151,20 @@ std::size_t RunAndCount(Options const& options, RunStreams const& streams) {
     LoadedProject project(options.project, options.params);
     project.RemoveWrites();
     project.Load(SourceText::FromFile(options.project));
-    for (std::string const& name : project.UnusedParams()) {
-        streams.err << "warning: --define " << tools::Printable(name) << ": the project does not use Param."
-                    << tools::Printable(name) << "\n";
-    }
+    WarnOfUnusedParams(project, streams.err);
     StoppableLink link(signals);
-    VerifySettings settings;
-    settings.client.timeout = std::chrono::milliseconds(options.verify.timeout);
-    settings.client.segmentTimeout = std::min(settings.client.timeout, settings.client.segmentTimeout);
-    settings.client.retries = options.verify.retries;
-    settings.rounds = options.verify.rounds;
-    settings.progress = [&line](std::string const& text) { line.Show(text); };
-    std::ofstream stream = OpenReport(options.verify.report);
-    VerifyReport report = Verify(project, guard, log, link, settings);
+    std::ofstream page = OpenReport(options.verify.report);
+    VerifyReport report = Verify(project, guard, log, link, SettingsOf(options.verify, signals, line));
     line.Clear();
     report.title = options.verify.title.empty() ? options.project : options.verify.title;
     report.project = options.project;
     report.version = WORKBENCH_VERSION;
     report.addIn = options.addIn.empty() ? DefaultAddIn() : options.addIn;
-    streams.out << (options.verify.isJson ? VerifyJson(report) : VerifyText(report, StyleOf(streams)))
-                << std::flush;
+    Print(report, options, streams);
     if (!options.verify.report.empty()) {
-        WriteReport(stream, options.verify.report, report);
+        WriteReport(page, options.verify.report, report);
     }
-    return FiguresOf(report).findings;
-}
-
-}  // namespace
-
-int VerifyProject(Options const& options, RunStreams const& streams) {
-    return RunAndCount(options, streams) == 0 ? tools::WorkbenchExit::Ok : tools::WorkbenchExit::Fault;
+    return FiguresOf(report).findings == 0 ? tools::WorkbenchExit::Ok : tools::WorkbenchExit::Fault;
 }
 
 }  // namespace workbench

@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "DriverDecoding.h"
+#include "Printable.h"
 #include "QualityText.h"
 #include "ValueText.h"
 
@@ -15,6 +16,12 @@ namespace {
 // The error codes of ASHRAE 135, clause 18, that say that something does not exist.
 constexpr std::uint32_t UnknownObject = 31;
 constexpr std::uint32_t UnknownProperty = 32;
+
+constexpr std::size_t LongestValue = 80;  // octets of a value in an explanation
+
+std::string Short(std::string const& value) {
+    return tools::Printable(value, LongestValue);
+}
 
 bool HasValue(DriverReading const& driver) {
     return driver.state.Value.GetType() != OpcUaType_Null;
@@ -27,8 +34,8 @@ _OpcUa_BuiltInType DeclaredType(PointFacts const& point) {
 // What the driver makes of an answer that has no value.
 std::string Effect(PointFacts const& point, DriverReading const& driver, ReadProblem const& problem) {
     if (HasValue(driver)) {
-        return "; the driver shows " + ValueText(driver.state.Value, point.localDiff) + " with quality " +
-               QualityText(driver.state.Status) +
+        return "; the driver shows " + Short(ValueText(driver.state.Value, point.localDiff)) +
+               " with quality " + QualityText(driver.state.Status) +
                (problem.kind == ReadProblem::Kind::Error ? ", which is no value of the device" : "");
     }
     if (driver.fault && driver.pollEndedAt == point.object) {
@@ -135,8 +142,11 @@ public:
             return {Verdict::Moving, Change()};
         }
         std::string const loss = Loss(fits);
-        return loss.empty() ? Judgement{Verdict::Differs, Both()}
-                            : Judgement{Verdict::LosesInformation, Both() + ": " + loss};
+        if (loss.empty()) {
+            return {Verdict::Differs, Both()};
+        }
+        // The text of a schedule is the same on both sides, and long.
+        return {Verdict::LosesInformation, after.kind == DeviceKind::Schedule ? loss : Both() + ": " + loss};
     }
 
 private:
@@ -182,11 +192,11 @@ private:
         return false;
     }
 
-    std::string Change() const { return before.shown + " before, " + after.shown + " after"; }
+    std::string Change() const { return Short(before.shown) + " before, " + Short(after.shown) + " after"; }
 
     std::string Both() const {
-        return "the driver has " + ValueText(driver, point.localDiff) + ", the device " +
-               (isMoving ? Change() : after.shown);
+        return "the driver has " + Short(ValueText(driver, point.localDiff)) + ", the device " +
+               (isMoving ? Change() : Short(after.shown));
     }
 
     PointFacts const& point;

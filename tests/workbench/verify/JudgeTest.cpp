@@ -63,6 +63,13 @@ TEST(Judge, AnotherValueThanThatOfTheDeviceDiffersAndBothAreStated) {
     EXPECT_EQ(judgement.explanation, "the driver has 20, the device 21.5");
 }
 
+TEST(Judge, LongValuesAreCutInAnExplanation) {
+    Judgement const judgement = Compare(Point(PropertyTypeEnum::Character_String, OpcUaType_String),
+                                        Text("b"), TextOf(std::string(5000, 'a')));
+    EXPECT_EQ(judgement.verdict, Verdict::Differs);
+    EXPECT_LT(judgement.explanation.size(), 200u);
+}
+
 TEST(Judge, AValueBetweenTwoOthersIsMoving) {
     EXPECT_EQ(Compare(RealPoint, Float(21), RealValueOf(20), RealValueOf(22)).verdict, Verdict::Moving);
     EXPECT_EQ(Compare(RealPoint, Float(20), RealValueOf(20), RealValueOf(22)).verdict, Verdict::Moving);
@@ -195,6 +202,7 @@ TEST(Judge, AScheduleWhoseTextLeavesEntriesOutLosesInformation) {
     EXPECT_EQ(Compare(point, Text(";;;;;;"), schedule).verdict, Verdict::Differs);
     schedule.lost = "entries with Null are left out";
     EXPECT_EQ(Compare(point, Text(";;;;;;;"), schedule).verdict, Verdict::LosesInformation);
+    EXPECT_EQ(Compare(point, Text(";;;;;;;"), schedule).explanation, schedule.lost);
 }
 
 TEST(Judge, AMissingObjectIsNamedWithTheValueThatTheDriverShows) {
