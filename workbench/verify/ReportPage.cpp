@@ -163,8 +163,7 @@ std::string DeviceRow(BlockResult const& block) {
     std::string const instance = device.isKnown ? std::to_string(device.instance) : "unknown";
     std::string const vendor = device.vendorId.empty() ? std::string() : "vendor " + device.vendorId;
     return "<tr>" + Cell("Block", HtmlText(block.block->name)) +
-           Cell("Reached at", HtmlText(block.reachedAt) + Small(device.answersFrom)) +
-           Cell("Device", instance + Small(device.name)) +
+           Cell("Reached at", HtmlText(block.reachedAt)) + Cell("Device", instance + Small(device.name)) +
            Cell("Vendor", HtmlText(device.vendor) + Small(vendor)) + Cell("Model", HtmlText(device.model)) +
            Cell("Firmware", HtmlText(device.firmware)) + Cell("Software", HtmlText(device.software)) +
            Cell("Revision", HtmlText(device.protocolRevision)) + "</tr>\n";
@@ -172,13 +171,13 @@ std::string DeviceRow(BlockResult const& block) {
 
 std::string Devices(VerifyReport const& report) {
     std::string html = "<section><h2>Devices</h2>\n" + Head({{"Block", 12},
-                                                             {"Reached at", 20},
-                                                             {"Device", 15},
-                                                             {"Vendor", 14},
+                                                             {"Reached at", 19},
+                                                             {"Device", 14},
+                                                             {"Vendor", 13},
                                                              {"Model", 14},
                                                              {"Firmware", 9},
                                                              {"Software", 9},
-                                                             {"Revision", 7}});
+                                                             {"Revision", 10}});
     for (BlockResult const& block : report.blocks) {
         html += DeviceRow(block);
     }
