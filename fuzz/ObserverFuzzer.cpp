@@ -4,9 +4,9 @@
 // and length; no exception leaves it.
 //
 // The input is a list of calls, each an octet: its lowest three bits are the call, the next two the socket.
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <deque>
 #include <set>
 #include <string>
@@ -59,7 +59,7 @@ public:
         arrivingOn = -1;
         sender = Address(station);
         std::size_t const length = std::min(arriving.size(), static_cast<std::size_t>(size));
-        std::memcpy(buffer, arriving.data(), length);
+        std::copy_n(arriving.begin(), length, static_cast<char*>(buffer));
         return static_cast<int>(length);
     }
     long long Now() override { return 133485408000000000 + time; }
