@@ -25,7 +25,7 @@ BACnet.new{
         {Name = "Supply fan runs", Type = "DataValue", ElementType = "Boolean",
          ObjectType = "binary-output", ObjectNumber = 1, ObjectProperties = "present-value"},
 
-        -- A plain value keeps its last quality, also when the device stops answering.
+        -- A plain value has no quality: it keeps its last value when the device stops answering.
         {Name = "What it is", Type = "String",
          ObjectType = "analog-input", ObjectNumber = 1, ObjectProperties = "description"},
     },
