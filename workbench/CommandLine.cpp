@@ -185,9 +185,21 @@ void AddRunOptions(CLI::App& command, Options& options) {
 constexpr char VerifyHelp[] =
     R"(Reads every variable twice: by the driver, and before and after it from the device by the BACnet
 standard. Each gets a verdict, such as agrees, moving, differs or no such object. Nothing is written:
-variables have no write channels, and Set and After have no effect. Ctrl-C ends it with what is done.
+variables have no write channels, and Set and After have no effect. Ctrl-C ends the run and prints
+what was done.
 
-Exit code: 0 without findings, 1 with findings.)";
+Examples:
+  dorvel-workbench verify plant.lua
+  dorvel-workbench verify plant.lua --rounds 20 --format json
+  dorvel-workbench verify plant.lua --report acceptance.html --title "North wing, level 2"
+
+Exit codes:
+  0  no findings
+  1  findings, also when Ctrl-C has ended it before all points were compared
+  2  a mistake on the command line or in the project
+  3  the add-in cannot be loaded
+  4  something else failed, such as writing the report
+  130  a second Ctrl-C ended the program at once)";
 
 void AddVerifyOptions(CLI::App& command, VerifyOptions& options) {
     command
@@ -205,11 +217,12 @@ void AddVerifyOptions(CLI::App& command, VerifyOptions& options) {
         ->check(CLI::Range(1ULL, 1000000ULL).description(""));
     command
         .add_option("--timeout", options.timeout,
-                    "How long a device may take to answer, without the driver (default: 3000)")
+                    "How long a device may take to answer, without the driver: 10 to 60000 (default: 3000)")
         ->type_name("MS")
         ->check(CLI::Range(10u, 60000u).description(""));
     command
-        .add_option("--retries", options.retries, "Repetitions of a request without an answer (default: 1)")
+        .add_option("--retries", options.retries,
+                    "Repetitions of a request without an answer: 0 to 10 (default: 1)")
         ->type_name("N")
         ->check(CLI::Range(0u, 10u).description(""));
     command.footer(VerifyHelp);

@@ -89,7 +89,7 @@ class Verify(EndToEnd):
         self.assertEqual(result.code, 1)
         self.assertEqual(result.verdict("T"), "agrees")
         self.assertEqual(result.verdict("X"), "no such object")
-        self.assertIn("the driver shows 1e-45 with quality Good, which is no value of the device",
+        self.assertIn("the driver shows 1e-45 with quality Good, which is not a value of the device",
                       result.points["X"]["explanation"])
         self.assertEqual(result.verdict("P"), "no such object")
 

@@ -36,7 +36,7 @@ std::string Effect(PointFacts const& point, DriverReading const& driver, ReadPro
     if (HasValue(driver)) {
         return "; the driver shows " + Short(ValueText(driver.state.Value, point.localDiff)) +
                " with quality " + QualityText(driver.state.Status) +
-               (problem.kind == ReadProblem::Kind::Error ? ", which is no value of the device" : "");
+               (problem.kind == ReadProblem::Kind::Error ? ", which is not a value of the device" : "");
     }
     if (driver.fault && driver.pollEndedAt == point.object) {
         return "; the driver's poll of the whole block fails on it";

@@ -57,7 +57,7 @@ std::string PointText(VariableConfig const& variable) {
 
 std::string IdentityText(DeviceIdentity const& device) {
     if (!device.isKnown) {
-        return "the device has not said which one it is";
+        return "the device has not identified itself";
     }
     std::string text = "device " + std::to_string(device.instance);
     text += device.name.empty() ? "" : " \"" + device.name + "\"";

@@ -89,9 +89,9 @@ std::size_t FindingsOf(BlockResult const& block);
 
 // "analog-input 1", and the property unless it is the present value: "analog-input 1 units".
 std::string PointText(VariableConfig const& variable);
-// "device 1001 "AHU-1", vendor, model, firmware 1.0"; "no device has answered".
+// "device 1001 "AHU-1", vendor, model, firmware 1.0"; "the device has not identified itself".
 std::string IdentityText(DeviceIdentity const& device);
-// "76 points in 4 blocks: 75 agree, 1 moving; no findings".
+// "76 points in 4 blocks: 75 agrees, 1 moving; no findings".
 std::string SummaryText(VerifyReport const& report);
 
 }  // namespace workbench

@@ -49,7 +49,7 @@ TEST(VerifyReport, CountsVerdictsRemarksAndFindingsOfPointsAndBlocks) {
 }
 
 TEST(VerifyReport, ADeviceThatHasNotAnsweredIsNotGivenAnInstance) {
-    EXPECT_EQ(IdentityText({}), "the device has not said which one it is");
+    EXPECT_EQ(IdentityText({}), "the device has not identified itself");
     SampleReport const sample;
     EXPECT_EQ(
         IdentityText(sample.report.blocks[0].device),

@@ -209,9 +209,9 @@ TEST(Judge, AMissingObjectIsNamedWithTheValueThatTheDriverShows) {
     ReadProblem const missing{ReadProblem::Kind::Error, 1, 31, "object: unknown-object"};
     Judgement const judgement = WithProblem(RealPoint, Holding(Float(1e-45F)), missing);
     EXPECT_EQ(judgement.verdict, Verdict::NoSuchObject);
-    EXPECT_EQ(
-        judgement.explanation,
-        "object: unknown-object; the driver shows 1e-45 with quality Good, which is no value of the device");
+    EXPECT_EQ(judgement.explanation,
+              "object: unknown-object; the driver shows 1e-45 with quality Good, which is not a value of the "
+              "device");
 }
 
 TEST(Judge, AMissingPropertyThatEndsThePollIsNamed) {
