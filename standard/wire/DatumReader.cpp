@@ -155,7 +155,7 @@ Datum UnknownDatum(std::uint8_t tag, bool isContext, Octets content) {
     return datum;
 }
 
-// Reads tags into a tree. The constructed values that are open are on a stack of its own.
+// Reads tags into a tree. The constructed values that are open are on its own stack.
 class TreeReader {
 public:
     explicit TreeReader(Octets const& tags) : reader(tags) {}

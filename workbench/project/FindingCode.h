@@ -65,7 +65,7 @@ struct FindingRow {
     Severity severity;
     char const* name;    // for people and programs; it does not change
     char const* effect;  // of a mistake, on a controller; empty if the message states the effect
-    char const* advice;  // what to do, if the finding has no advice of its own
+    char const* advice;  // what to do, if the finding has none
 };
 
 FindingRow const& RowOf(FindingCode code);
