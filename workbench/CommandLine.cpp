@@ -1,8 +1,10 @@
 #include "CommandLine.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstddef>
 #include <ostream>
+#include <set>
 #include <utility>
 
 #include "ExitCode.h"
@@ -43,7 +45,20 @@ Below a block is why it is in its state, as the datagrams show it. A value that 
 from an error of the device is marked as suspect.
 
 --standby, and the lines "standby on" and "standby off" on standard input, play the standby of a
-redundant pair: only blocks with ExecuteOnSlave are polled, and only those with WriteOnSlave write.)";
+redundant pair: only blocks with ExecuteOnSlave are polled, and only those with WriteOnSlave write.
+
+Examples:
+  dorvel-workbench run plant.lua --define ahu=192.168.1.20:47808 --pcap plant.pcap
+  dorvel-workbench run plant.lua --set "AHU.Supply air setpoint=21.5" --summary
+  dorvel-workbench run plant.lua --format json --cycles 10 --fail-on fault,suspect
+
+Exit codes:
+  0  done, also after Ctrl-C
+  1  a condition of --fail-on was met, or a block was in fault at the end, with --fail-on-fault
+  2  a mistake on the command line or in the project
+  3  the add-in cannot be loaded
+  4  something else failed, such as writing the capture file
+  130  a second Ctrl-C ended the program at once)";
 
 constexpr char CheckHelp[] =
     R"(Reports everything in the projects that is wrong or will surprise, in the order of their lines:
@@ -123,21 +138,39 @@ void AddLogOptions(CLI::App& command, Options& options) {
     command.add_flag("--trace", options.trace, "Shows what the driver does, step by step");
 }
 
+// Conditions with commas between them. CLI11 drops the empty ones.
+std::set<Trouble> Conditions(std::string const& text) {
+    std::set<Trouble> conditions;
+    std::size_t from = 0;
+    while (from <= text.size()) {
+        std::size_t const comma = std::min(text.find(',', from), text.size());
+        std::string const name = text.substr(from, comma - from);
+        auto const condition = TroubleOfName(name);
+        if (!condition) {
+            throw CLI::ValidationError("--fail-on", "\"" + name + "\" is not a condition; allowed are " +
+                                                        CLI::detail::join(TroubleNames(), ", ") +
+                                                        ", with commas between them");
+        }
+        conditions.insert(*condition);
+        from = comma + 1;
+    }
+    return conditions;
+}
+
 void AddFailOptions(CLI::App& command, Options& options) {
     command
         .add_option_function<std::vector<std::string>>(
             "--fail-on",
-            [&options](std::vector<std::string> const& names) {
-                for (std::string const& name : names) {
-                    options.failOn.insert(TroubleOfName(name).value());
+            [&options](std::vector<std::string> const& texts) {
+                for (std::string const& text : texts) {
+                    std::set<Trouble> const conditions = Conditions(text);
+                    options.failOn.insert(conditions.begin(), conditions.end());
                 }
             },
             "Exit code 1 when one of these is true at the end, with commas between them: " +
                 CLI::detail::join(TroubleNames(), ", "))
         ->type_name("CONDITIONS")
-        ->delimiter(',')
-        ->allow_extra_args(false)
-        ->check(CLI::IsMember(TroubleNames()).description(""));
+        ->allow_extra_args(false);
     command.add_flag_callback(
         "--fail-on-fault", [&options] { options.failOn.insert(Trouble::Fault); },
         "The same as --fail-on fault");
@@ -154,7 +187,7 @@ void AddRunOptions(CLI::App& command, Options& options) {
             "auto, table, lines or json (default: auto)")
         ->type_name("FORMAT")
         ->check(CLI::IsMember(formats).description(""));
-    command.add_option("--cycles", options.cycles, "Ends after N cycles of each block")
+    command.add_option("--cycles", options.cycles, "Ends after N cycles of each block (default: at Ctrl-C)")
         ->type_name("N")
         ->check(CLI::Range(1ULL, 1000000000000ULL).description(""));
     command

@@ -107,7 +107,10 @@ TEST_F(CommandLine, ConditionsOfFailureAreAListWithCommas) {
     EXPECT_EQ(options->project, "plant.lua");
     EXPECT_TRUE(options->standby);
     EXPECT_EQ(options->logFormat, LogFormat::Json);
-    ExpectMistake({"run", "a.lua", "--fail-on", "fault,rain"}, "rain");
+    ExpectMistake({"run", "a.lua", "--fail-on", "fault,rain"},
+                  "\"rain\" is not a condition; allowed are fault, ");
+    ExpectMistake({"run", "a.lua", "--fail-on", "fault,"}, "\"\" is not a condition");
+    ExpectMistake({"run", "a.lua", "--fail-on", ""}, "\"\" is not a condition");
     ExpectMistake({"run", "a.lua", "--log-format", "xml"}, "xml");
 }
 
