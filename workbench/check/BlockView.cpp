@@ -36,10 +36,11 @@ std::map<Object, std::vector<VariableConfig const*>> ObjectsOf(BlockConfig const
 }
 
 Device DeviceOf(BlockConfig const& block) {
-    if (block.address.empty()) {
+    long long const network = NumberOf(block, "NetworkNumber", 0);
+    bool const isUnclear = IsRefused(block, "NetworkNumber") || (network != 0 && IsRefused(block, "MAC"));
+    if (block.address.empty() || isUnclear) {
         return {};
     }
-    long long const network = NumberOf(block, "NetworkNumber", 0);
     bool const hasMac = network != 0 && FieldOf(block, "MAC");
     return {AddressOctets(block.address), network,
             hasMac ? AddressOctets(TextOf(block, "MAC")) : std::vector<char>()};

@@ -28,8 +28,8 @@ long long SilenceOf(BlockConfig const& block);
 using Object = std::pair<ObjectTypeEnum, int>;
 std::map<Object, std::vector<VariableConfig const*>> ObjectsOf(BlockConfig const& block);
 
-// The device of a block: where datagrams go, its network, and its address there. Empty if the block has no
-// valid address.
+// The device of a block: where datagrams go, its network, and its address there. Empty if a
+// mistake in the block leaves it open.
 using Device = std::tuple<std::vector<char>, long long, std::vector<char>>;
 Device DeviceOf(BlockConfig const& block);
 bool IsKnown(Device const& device);

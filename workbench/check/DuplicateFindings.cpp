@@ -81,8 +81,11 @@ std::string WithoutCaseAndBlanks(std::string const& name) {
 // Names of one kind; equal ones have been reported already.
 class Names {
 public:
-    // The earlier name that differs only in case or blanks; null without.
+    // The earlier name that differs only in case or blanks; null without. An empty name has a mistake.
     std::string const* Similar(std::string const& name) {
+        if (name.empty()) {
+            return nullptr;
+        }
         auto const [earlier, isNew] = names.emplace(WithoutCaseAndBlanks(name), name);
         return isNew || earlier->second == name ? nullptr : &earlier->second;
     }

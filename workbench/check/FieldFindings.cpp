@@ -47,13 +47,14 @@ void FindLocal(BlockConfig const& block, Findings& findings) {
 
 void FindRemote(BlockConfig const& block, long long network, Findings& findings) {
     bool const hasMac = FieldOf(block, "MAC") != nullptr;
+    bool const isMacKnown = !IsRefused(block, "MAC");
     std::vector<char> const mac = hasMac ? AddressOctets(TextOf(block, "MAC")) : DefaultMacOctets();
     if (network == AllNetworks) {
         findings.push_back(
             OfBlock(FindingCode::BroadcastAddress, block, "NetworkNumber",
                     "65535 means all networks: routers send every request, writes too, to all of them",
                     "Set NetworkNumber to the network of the device."));
-    } else if (mac == DefaultMacOctets()) {
+    } else if (isMacKnown && mac == DefaultMacOctets()) {
         findings.push_back(OfBlock(FindingCode::MacMissing, block, hasMac ? "MAC" : "NetworkNumber",
                                    "a device behind a router needs its own MAC: the default, "
                                    "255.255.255.255:47808, is not the address of a device on network " +
@@ -72,6 +73,9 @@ void FindRemote(BlockConfig const& block, long long network, Findings& findings)
 void FindFields(BlockConfig const& block, Findings& findings) {
     FindWithoutEffect(block, findings);
     FindLongSilence(block, findings);
+    if (IsRefused(block, "NetworkNumber")) {
+        return;
+    }
     long long const network = NumberOf(block, "NetworkNumber", 0);
     if (network == 0) {
         FindLocal(block, findings);

@@ -20,12 +20,14 @@ struct Load {
     std::size_t objects = 0;
     std::size_t writes = 0;  // in every cycle
     long long time = 0;      // milliseconds, if all devices answer
+    bool isSilenceKnown = true;
 
     void Add(BlockConfig const& block) {
         blocks.push_back(&block);
         Device const device = DeviceOf(block);
         if (IsKnown(device)) {
             silences[device] += SilenceOf(block);
+            isSilenceKnown = isSilenceKnown && !IsRefused(block, "CountRepeat");
         }
         std::size_t const polled = ObjectsOf(block).size();
         bool const isRouted = NumberOf(block, "NetworkNumber", 0) != 0;
@@ -49,9 +51,12 @@ struct Load {
 
 // The first block that is on another device than the first one.
 BlockConfig const& OtherDevice(Load const& load) {
-    Device const device = DeviceOf(*load.blocks.front());
-    auto const other = std::find_if(load.blocks.begin(), load.blocks.end(),
-                                    [&](BlockConfig const* block) { return DeviceOf(*block) != device; });
+    Device first;
+    auto const other = std::find_if(load.blocks.begin(), load.blocks.end(), [&](BlockConfig const* block) {
+        Device const device = DeviceOf(*block);
+        first = IsKnown(first) ? first : device;
+        return IsKnown(device) && device != first;
+    });
     return **other;
 }
 
@@ -61,19 +66,22 @@ void FindShared(std::string const& task, Load const& load, Findings& findings) {
     }
     std::vector<std::string> names;
     for (BlockConfig const* const block : load.blocks) {
-        names.push_back(block->name);
+        if (IsKnown(DeviceOf(*block))) {
+            names.push_back(block->name);
+        }
     }
     auto const longest = std::max_element(load.silences.begin(), load.silences.end(),
                                           [](auto const& a, auto const& b) { return a.second < b.second; });
+    std::string const delay = load.isSilenceKnown ? " by up to " + Seconds(longest->second) : "";
     findings.push_back(OfBlock(FindingCode::SharedTask, OtherDevice(load), "Task",
                                "task " + tools::Quoted(task) + " polls " +
                                    std::to_string(load.silences.size()) + " devices one after the other (" +
-                                   Listed(names) + "): one silent device delays the others by up to " +
-                                   Seconds(longest->second) + " in every cycle"));
+                                   Listed(names) + "): one silent device delays the others" + delay +
+                                   " in every cycle"));
 }
 
 void FindOverrun(TaskConfig const& task, Load const& load, Findings& findings) {
-    if (load.time <= task.period) {
+    if (!task.isPeriodKnown || load.time <= task.period) {
         return;
     }
     std::string message =
@@ -92,11 +100,13 @@ void FindOverrun(TaskConfig const& task, Load const& load, Findings& findings) {
 void FindTaskLoads(std::vector<TaskConfig> const& tasks, Blocks const& blocks, Findings& findings) {
     std::map<std::string, Load> loads;
     for (BlockConfig const& block : blocks) {
-        loads[block.task.empty() ? tasks.front().name : block.task].Add(block);
+        if (!IsRefused(block, "Task")) {
+            loads[block.task.empty() ? tasks.front().name : block.task].Add(block);
+        }
     }
     for (TaskConfig const& task : tasks) {
         auto const load = loads.find(task.name);
-        if (load != loads.end()) {
+        if (load != loads.end() && !task.name.empty()) {
             FindShared(task.name, load->second, findings);
             FindOverrun(task, load->second, findings);
         }

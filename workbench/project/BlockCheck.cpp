@@ -54,6 +54,12 @@ std::vector<std::string> const& BlockFields() {
     return fields;
 }
 
+// A name that is no field stands for the one that is near.
+std::string MeantField(Finding const& mistake) {
+    return mistake.code == FindingCode::UnknownField ? tools::Nearest(mistake.field, BlockFields())
+                                                     : mistake.field;
+}
+
 void RefuseAddress(char const* name, std::string const& mistake) {
     if (!mistake.empty()) {
         FieldReader::Refuse(FindingCode::BadAddress, name, tools::Printable(mistake));
@@ -185,7 +191,7 @@ TaskConfig CheckTask(tools::ScriptValue const& value, Place const& where, Findin
         FieldReader const fields(value);
         fields.FindUnknown({"Name", "Period"}, mistakes);
         Note(mistakes, [&] { task.name = fields.Text("Name"); });
-        Note(mistakes, [&] {
+        task.isPeriodKnown = Note(mistakes, [&] {
             task.period =
                 static_cast<int>(fields.OptionalInteger("Period", 1, LongestPeriod).value_or(task.period));
         });
@@ -212,6 +218,7 @@ BlockConfig CheckBlock(tools::ScriptValue const& value, BlockSource const& sourc
         }
         if (isOfBlock) {
             mistake.where = source.block.Of(mistake.field);
+            block.refused.insert(MeantField(mistake));
         }
     }
     return block;

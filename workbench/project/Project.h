@@ -1,6 +1,9 @@
 #pragma once
 
+#include <functional>
+#include <set>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -17,6 +20,7 @@ struct TaskConfig {
     std::string name;
     int period = 1000;  // milliseconds
     Place where = {};
+    bool isPeriodKnown = true;  // false: it is given and has a mistake
 };
 
 struct VariableConfig {
@@ -43,8 +47,11 @@ struct BlockConfig {
     ProtocolWriteCondition writeCondition = ProtocolWriteCondition::OnChange;
     long long writeItemId = 0;  // the trigger, for OnTrigger and a writable variable
     SourcePlace where = {};
-    ScadaProtocol* protocol = nullptr;  // the driver's object, owned by the Lua state
+    std::set<std::string, std::less<>> refused;  // fields with a mistake: nobody knows what is meant
+    ScadaProtocol* protocol = nullptr;           // the driver's object, owned by the Lua state
 };
+
+bool IsRefused(BlockConfig const& block, std::string_view field);
 
 // "analog-input 1".
 std::string ObjectText(VariableConfig const& variable);

@@ -177,9 +177,8 @@ void ProjectScript::AddTask(tools::ScriptValue const& value, ScriptCall const& c
                          "the name is already taken; each task needs its own",
                          {}});
     }
-    bool const isNew = !isTaken && !task.name.empty();
     Report(std::move(found), call);
-    if (isNew) {
+    if (!isTaken) {
         tasks.push_back(std::move(task));
     }
 }
@@ -319,7 +318,9 @@ void ProjectScript::CallAfter(double seconds, int reference) {
 void ProjectScript::CheckTasks() {
     std::vector<std::string> names;
     for (TaskConfig const& task : tasks) {
-        names.push_back(task.name);
+        if (!task.name.empty()) {
+            names.push_back(task.name);
+        }
     }
     for (BlockConfig const& block : blocks) {
         if (!block.task.empty() && std::find(names.begin(), names.end(), block.task) == names.end()) {

@@ -53,6 +53,21 @@ TEST(FieldFindings, ASilentDeviceHoldsItsTaskForMoreThanAMinute) {
     EXPECT_EQ(With(Local + ", CountRepeat=0"), Lines{"out-of-range 1 B CountRepeat"});
 }
 
+TEST(FieldFindings, ARefusedMacIsNotTheDefault) {
+    std::string const remote = "Address='192.168.1.1:47808', NetworkNumber=5, ";
+    EXPECT_EQ(With(remote + "MAC='0A.:14:1E'"), Lines{"bad-address 1 B MAC"});
+    EXPECT_EQ(With(remote + "MAC=10"), Lines{"wrong-kind 1 B MAC"});
+    EXPECT_EQ(With(remote + "Mac='10'"), Lines{"unknown-field 1 B Mac"});
+    EXPECT_EQ(With(remote + "Colour='10'"),
+              (Lines{"unknown-field 1 B Colour", "mac-missing 1 B NetworkNumber"}));
+}
+
+TEST(FieldFindings, ARefusedNetworkNumberIsNotTheLocalNetwork) {
+    std::string const remote = "Address='192.168.1.1:47808', MAC='10', ";
+    EXPECT_EQ(With(remote + "NetworkNumber=70000"), Lines{"out-of-range 1 B NetworkNumber"});
+    EXPECT_EQ(With(remote + "Networknumber=5"), Lines{"unknown-field 1 B Networknumber"});
+}
+
 TEST(FieldFindings, EveryFieldHasItsLine) {
     EXPECT_EQ(
         Found(

@@ -138,4 +138,48 @@ TEST(TaskLoads, AWriteInEveryCycleTakesASecond) {
               Lines());
 }
 
+// With a mistake in a field, nothing is found that takes the default for it.
+
+TEST(RefusedFields, LeaveOpenWhichDeviceABlockIsOn) {
+    std::string const tasks = "Task{Name='a'} Task{Name='b'}\n";
+    std::string const router = "192.168.1.1:47808";
+    for (char const* const mistake : {"NetworkNumber=5, MAC='x'", "NetworkNumber=-1, MAC='2'"}) {
+        EXPECT_EQ(Found(tasks + BlockOf("A", router, Temperature, "Task='a', NetworkNumber=5,") +
+                        BlockOf("B", router, Temperature, std::string("Task='b', ") + mistake + ","))
+                      .size(),
+                  2U)
+            << mistake;
+    }
+    EXPECT_EQ(Found(BlockOf("A", "nowhere", Temperature) + BlockOf("B", Device, Temperature) +
+                    BlockOf("C", "192.168.1.21:47808", Temperature)),
+              (Lines{"bad-address 1 A Address", "shared-task 3 C Task"}));
+}
+
+TEST(RefusedFields, ACountRepeatHasNoDelay) {
+    std::string const text = BlockOf("A", Device, Temperature, "CountRepeat='2',") +
+                             BlockOf("B", "192.168.1.21:47808", Temperature);
+    EXPECT_EQ(Found(text), (Lines{"wrong-kind 1 A CountRepeat", "shared-task 2 B Task"}));
+    EXPECT_EQ(MessageOf(FindingCode::SharedTask, text),
+              "task \"main\" polls 2 devices one after the other (\"A\" and \"B\"): one silent device delays "
+              "the others in every cycle");
+}
+
+TEST(RefusedFields, ATaskIsNotTheFirstOne) {
+    EXPECT_EQ(Found("Task{Name='a', Period=50}\n" + BlockOf("A", Device, Objects(60), "Task=5,")),
+              Lines{"wrong-kind 2 A Task"});
+}
+
+TEST(RefusedFields, APeriodIsNotASecond) {
+    EXPECT_EQ(Found("Task{Name='a', Period='9 s'}\n" + BlockOf("A", Device, Objects(1001))),
+              Lines{"wrong-kind 1  Period"});
+    EXPECT_EQ(Found("Task{Name=5, Period=9000}\n" + BlockOf("A", Device, Objects(1001))),
+              Lines{"wrong-kind 1  Name"});
+}
+
+TEST(RefusedFields, ANameIsLikeNoOther) {
+    EXPECT_EQ(Found("BACnet.new{Name=' ', " + Local + ", Vars={" + Temperature + "}}\nBACnet.new{Name=5, " +
+                    Local + ", Vars={" + In(Variable("T", "Float", "analog-input", 2)) + "}}"),
+              Lines{"wrong-kind 2  Name"});
+}
+
 }  // namespace
