@@ -72,16 +72,23 @@ void FindConversion(BlockConfig const& block, VariableConfig const& variable, Pr
     findings.push_back(OfVariable(code, block, variable, TypeField(variable), message));
 }
 
+// A type of 32 bits or fewer shows the limit itself.
+bool ShowsNoLimit(_OpcUa_BuiltInType type) {
+    return type == OpcUaType_Int64 || type == OpcUaType_UInt64 || type == OpcUaType_Float ||
+           type == OpcUaType_Double || type == OpcUaType_String;
+}
+
 void FindCut(BlockConfig const& block, VariableConfig const& variable, PropertyTypeEnum type,
              Findings& findings) {
     _OpcUa_BuiltInType const target = ValueType(variable);
-    bool const isWide = target == OpcUaType_Int64 || target == OpcUaType_UInt64;
-    if (isWide && IsCutTo32Bits(type)) {
+    bool const isCount =
+        type == PropertyTypeEnum::Signed || LargestOf(AddressOf(variable), type) == LargestUnsigned;
+    if (isCount && ShowsNoLimit(target) && IsCutTo32Bits(type)) {
         std::string const first = type == PropertyTypeEnum::Signed ? "2147483648" : "4294967296";
         findings.push_back(OfVariable(FindingCode::CountCut, block, variable, TypeField(variable),
                                       "the driver delivers the low 32 bits of " + Property(variable) +
-                                          ": from " + first + " on the value is wrong, in " +
-                                          TypeName(target) + " too"));
+                                          ": from " + first + " on the value is another one, and " +
+                                          TypeName(target) + " does not show it"));
     }
 }
 

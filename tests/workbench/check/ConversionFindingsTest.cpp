@@ -25,7 +25,8 @@ TEST(ConversionFindings, TypesThatHoldEveryValueHaveNone) {
              {"Byte", "binary-value", "present-value"},
              {"Int16", "multi-state-value", "present-value"},
              {"UInt32", "accumulator", "present-value"},
-             {"Double", "accumulator", "present-value"},
+             {"UInt32", "positive-integer-value", "present-value"},
+             {"UInt64", "multi-state-value", "present-value"},
              {"UInt16", "analog-input", "units"},
              {"Boolean", "binary-input", "polarity"},
              {"Byte", "analog-input", "status-flags"},
@@ -88,6 +89,20 @@ TEST(ConversionFindings, ACountOf64BitsIsCut) {
     Lines const cut{"count-cut 2 B.V ElementType"};
     EXPECT_EQ(Converted("UInt64", "accumulator"), cut);
     EXPECT_EQ(Converted("Int64", "positive-integer-value"), cut);
+}
+
+TEST(ConversionFindings, ACountInATypeThatShowsNoLimitIsCutToo) {
+    Lines const cut{"count-cut 2 B.V ElementType"};
+    for (char const* const type : {"Double", "String"}) {
+        EXPECT_EQ(Converted(type, "accumulator"), cut) << type;
+        EXPECT_EQ(Converted(type, "positive-integer-value"), cut) << type;
+    }
+    EXPECT_EQ(Converted("Float", "accumulator"),
+              (Lines{"loses-information 2 B.V ElementType", "count-cut 2 B.V ElementType"}));
+    EXPECT_EQ(
+        MessageOf(FindingCode::CountCut, ProjectOf(Local, {Variable("V", "Double", "accumulator", 1)})),
+        "the driver delivers the low 32 bits of present-value of accumulator 1: from 4294967296 on the value "
+        "is another one, and Double does not show it");
 }
 
 TEST(ConversionFindings, ASignedCountIsCutAtItsOwnLimit) {
