@@ -108,7 +108,8 @@ TEST(ProjectCheck, AFileThatCannotBeReadIsAFinding) {
 
 TEST(ProjectCheck, AnEndlessScriptIsAFinding) {
     tools::LuaLimits limits;
-    limits.time = std::chrono::milliseconds(50);
+    limits.time = std::chrono::minutes(1);
+    limits.instructions = 10'000;
     ProjectReport const report = CheckProjectText("p.lua", Good + "while true do end", {}, limits);
     ASSERT_EQ(report.findings.size(), 1u);
     EXPECT_EQ(report.findings[0].code, FindingCode::ScriptError);
@@ -129,6 +130,9 @@ class SeveralFiles : public testing::Test {
 protected:
     std::string Write(char const* name, std::string const& text) { return folder.Write(name, text); }
     Lines CheckFile(std::string const& path) { return Places(CheckProject(path, {}), folder.Path()); }
+    static std::string MessageOfFile(std::string const& path) {
+        return CheckProject(path, {}).findings.at(0).message;
+    }
 
     std::string const bad = "{" + Variable("V", "Float", "analog-input", 1, "bias") + "}";
     std::string const start = std::string("BACnet.new{Name='B', Address='") + Device + "', Vars=";
@@ -170,6 +174,40 @@ TEST_F(SeveralFiles, DofileIsBesideTheProjectToo) {
 TEST_F(SeveralFiles, AnErrorInARequiredFileHasItsFileAndLine) {
     Write("rooms.lua", "\nlocal x = nil + 1");
     EXPECT_EQ(CheckFile(Write("main.lua", "require 'rooms'")), Lines{"rooms.lua:2 script-error"});
+}
+
+TEST_F(SeveralFiles, AFileThatRequiresItselfIsAnError) {
+    std::string const path = Write("a.lua", "\nrequire 'a'");
+    EXPECT_EQ(CheckFile(path), Lines{"a.lua:2 script-error"});
+    EXPECT_EQ(MessageOfFile(path), "a.lua requires itself: a.lua -> a.lua");
+}
+
+TEST_F(SeveralFiles, FilesThatRequireOneAnotherAreAnError) {
+    Write("b.lua", "\n\nreturn require 'c'");
+    Write("c.lua", "local b = require('b')");
+    std::string const main = Write("a.lua", "require 'b'");
+    EXPECT_EQ(CheckFile(main), Lines{"c.lua:1 script-error"});
+    EXPECT_EQ(MessageOfFile(main), "b.lua requires itself: b.lua -> c.lua -> b.lua");
+    Write("b.lua", "\nrequire 'a'");
+    EXPECT_EQ(CheckFile(main), Lines{"b.lua:2 script-error"});
+    EXPECT_EQ(MessageOfFile(main), "a.lua requires itself: a.lua -> b.lua -> a.lua");
+}
+
+TEST_F(SeveralFiles, AFileThatIsRequiredTwiceIsLoadedOnce) {
+    Write("b.lua", "count = (count or 0) + 1 assert(count == 1) return require 'c'");
+    Write("c.lua", "return {}");
+    EXPECT_EQ(CheckFile(Write("a.lua", "assert(require 'b' == require 'c') assert(require 'b')\n" + Good)),
+              Lines());
+}
+
+TEST_F(SeveralFiles, AMissingModuleNamesTheFileBesideTheProject) {
+    std::string const path = Write("a.lua", "\nrequire 'plant.rooms'");
+    EXPECT_EQ(CheckFile(path), Lines{"a.lua:2 script-error"});
+    EXPECT_EQ(MessageOfFile(path), "module 'plant.rooms' not found: there is no file " + folder.Path() +
+                                       "/plant/rooms.lua beside the project");
+    EXPECT_EQ(MessageOfFile(Write("a.lua", "package.path = 'no/?.lua;?' require 'x'")),
+              "module 'x' not found: there is no file no/x.lua");
+    EXPECT_EQ(MessageOfFile(Write("a.lua", "package.path = nil require 'x'")), "package.path is not a text");
 }
 
 TEST_F(SeveralFiles, AMistakeOfTheCheckInARequiredFileHasItsFileAndLine) {
