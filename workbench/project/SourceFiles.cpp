@@ -45,6 +45,8 @@ auto InTable(Items& items, SourceTable const& table, int occurrence, Place place
 struct SourceFiles::Reading {
     std::size_t file;
     std::vector<SourceTable*> open;     // null for an opening parenthesis or bracket
+    std::vector<bool> isCall;           // of each of these, whether it has the arguments of a call
+    int calls = 0;                      // so many of them are calls
     LuaToken last[4];                   // the newest first
     int blocks = 0;                     // open tables that are blocks
     SourceTable* unfinished = nullptr;  // the value of its last field may have more tokens
@@ -68,6 +70,15 @@ namespace {
 int CallLine(LuaToken const* last) {
     LuaToken const* const end = last[0].Is("(") ? last + 1 : last;
     return end[0].Is("new") && end[1].Is(".") && end[2].Is("BACnet") ? end[2].line : 0;
+}
+
+// True if an opening parenthesis, a table or a text after the token is an argument.
+bool IsCalled(LuaToken const& token) {
+    constexpr std::string_view keywords[] = {"and", "do",     "else",   "elseif", "if",    "in",   "not",
+                                             "or",  "repeat", "return", "then",   "until", "while"};
+    bool const isName = token.kind == Kind::Name && std::find(std::begin(keywords), std::end(keywords),
+                                                              token.source) == std::end(keywords);
+    return isName || token.Is(")") || token.Is("]");
 }
 
 }  // namespace
@@ -98,12 +109,38 @@ void SourceFiles::ReadField(Reading& reading, LuaToken const& value) {
     reading.unfinished = table;
 }
 
+// The texts of blocks and tasks themselves do not count.
+void SourceFiles::ReadArgument(Reading const& reading, LuaToken const& text) {
+    SourceTable const* const table = reading.open.empty() ? nullptr : reading.open.back();
+    bool const isOwn = reading.blocks > 0 || (table && table->isTask);
+    if (!isOwn && (reading.calls > 0 || IsCalled(reading.last[0]))) {
+        ++arguments.emplace(std::make_pair(reading.file, ValueOf(text)), Argument{text.line, 0})
+              .first->second.count;
+    }
+}
+
+void SourceFiles::OpenTable(Reading& reading, LuaToken const& token) {
+    SourceTable table;
+    table.file = reading.file;
+    table.begin = token.position;
+    table.end = sources[reading.file].text.size();
+    table.line = token.line;
+    table.callLine = CallLine(reading.last);
+    table.isTask = reading.last[reading.last[0].Is("(") ? 1 : 0].Is("Task");
+    table.inBlock = reading.blocks > 0;
+    reading.blocks += table.callLine > 0 ? 1 : 0;
+    tables.push_back(std::move(table));
+    reading.open.push_back(&tables.back());
+}
+
 void SourceFiles::CloseTable(Reading& reading, LuaToken const& token) {
     if (reading.open.empty()) {
         return;
     }
     SourceTable* const table = reading.open.back();
     reading.open.pop_back();
+    reading.calls -= reading.isCall.back() ? 1 : 0;
+    reading.isCall.pop_back();
     if (!table) {
         return;
     }
@@ -113,32 +150,31 @@ void SourceFiles::CloseTable(Reading& reading, LuaToken const& token) {
 
 void SourceFiles::ReadTables(std::size_t file) {
     LuaTokens tokens(sources[file].text);
-    Reading reading{file, {}, {}, 0, nullptr};
+    Reading reading{file, {}, {}, 0, {}, 0, nullptr};
     std::size_t const first = tables.size();
     for (LuaToken token = tokens.Next(); token.kind != Kind::End; token = tokens.Next()) {
         ReadField(reading, token);
         if (token.kind == Kind::Text) {
             texts[ValueOf(token)].push_back({file, token.position, token.line});
+            ReadArgument(reading, token);
         } else if (token.Is("{")) {
-            SourceTable table;
-            table.file = file;
-            table.begin = token.position;
-            table.end = sources[file].text.size();
-            table.line = token.line;
-            table.callLine = CallLine(reading.last);
-            table.isTask = reading.last[reading.last[0].Is("(") ? 1 : 0].Is("Task");
-            table.inBlock = reading.blocks > 0;
-            reading.blocks += table.callLine > 0 ? 1 : 0;
-            tables.push_back(std::move(table));
-            reading.open.push_back(&tables.back());
+            OpenTable(reading, token);
         } else if (token.Is("(") || token.Is("[")) {
             reading.open.push_back(nullptr);
         } else if (token.Is("}") || token.Is(")") || token.Is("]")) {
             CloseTable(reading, token);
         }
+        if (reading.open.size() > reading.isCall.size()) {
+            reading.isCall.push_back(!token.Is("[") && IsCalled(reading.last[0]));
+            reading.calls += reading.isCall.back() ? 1 : 0;
+        }
         std::move_backward(reading.last, reading.last + 3, reading.last + 4);
         reading.last[0] = token;
     }
+    IndexTables(file, first);
+}
+
+void SourceFiles::IndexTables(std::size_t file, std::size_t first) {
     for (std::size_t i = first; i < tables.size(); ++i) {
         SourceField const* const name = tables[i].Find("Name");
         if (name && name->kind == SourceField::Literal::Text && !tables[i].isTask) {
@@ -207,23 +243,41 @@ SourcePlace SourceFiles::VariableAt(SourcePlace const& block, tools::ScriptValue
         if (table) {
             return PlaceOf(**table);
         }
-        auto const textsOfName = texts.find(name);
-        Text const* const text =
-            textsOfName == texts.end()
-                ? nullptr
-                : InTable(textsOfName->second, *block.table, occurrence,
-                          [](Text const& t) { return std::make_pair(t.file, t.position); });
-        if (text) {
+        if (Text const* const text = TextIn(*block.table, name, occurrence)) {
             return {{block.place.file, text->line}, nullptr};
         }
     }
-    SourceTable const* const table = Outside(name, variable);
-    return table ? PlaceOf(*table) : SourcePlace{block.place, nullptr};
+    if (SourceTable const* const table = Outside(name, variable)) {
+        return PlaceOf(*table);
+    }
+    int const line = ArgumentLine(block.place.file, name);
+    return {{block.place.file, line > 0 ? line : block.place.line}, nullptr};
+}
+
+SourceFiles::Text const* SourceFiles::TextIn(SourceTable const& table, std::string const& text,
+                                             int occurrence) const {
+    auto const found = texts.find(text);
+    return found == texts.end() ? nullptr : InTable(found->second, table, occurrence, [](Text const& place) {
+        return std::make_pair(place.file, place.position);
+    });
+}
+
+int SourceFiles::ArgumentLine(std::string const& file, std::string const& text) const {
+    auto const index = indices.find(file);
+    auto const found = index == indices.end() ? arguments.end() : arguments.find({index->second, text});
+    return found != arguments.end() && found->second.count == 1 ? found->second.line : 0;
+}
+
+SourcePlace SourceFiles::PlaceOfBlock(Place const& call, std::string const& name) {
+    SourceTable const* const table = BlockAt(call, name);
+    bool const isInTable = table && TextIn(*table, name, 1) != nullptr;
+    int const line = isInTable ? 0 : ArgumentLine(call.file, name);
+    return line > 0 ? SourcePlace{{call.file, line}, table, true} : SourcePlace{call, table};
 }
 
 BlockSource SourceFiles::Locate(Place const& call, tools::ScriptValue const& block) {
     BlockSource source;
-    source.block = {call, BlockAt(call, block["Name"].text)};
+    source.block = PlaceOfBlock(call, block["Name"].text);
     std::map<std::string_view, int> occurrences;
     for (tools::ScriptValue const& variable : block["Vars"].list) {
         tools::ScriptValue const& name = variable["Name"];

@@ -11,7 +11,8 @@ SourceField const* SourceTable::Find(std::string_view name) const {
 }
 
 Place SourcePlace::Of(std::string_view field) const {
-    SourceField const* const found = table ? table->Find(field) : nullptr;
+    bool const isInTable = table && !(isNamedHere && field == "Name");
+    SourceField const* const found = isInTable ? table->Find(field) : nullptr;
     return found ? Place{place.file, found->line} : place;
 }
 

@@ -38,6 +38,7 @@ struct SourceTable {
 struct SourcePlace {
     Place place;
     SourceTable const* table = nullptr;
+    bool isNamedHere = false;  // place is that of the name, which is not in the table
 
     // The place of one of its fields, or its own.
     Place Of(std::string_view field) const;

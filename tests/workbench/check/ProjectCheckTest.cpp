@@ -257,6 +257,40 @@ TEST(SourcePlaces, EqualNamesOfTwoBlocksAreToldApart) {
                      "object-polled-twice 4 B.V ObjectNumber"}));
 }
 
+// A function of the project that makes a block, in lines 1 to 4.
+std::string const Helper =
+    "local function block(name, address)\n"
+    "    return BACnet.new{Name = name,\n"
+    "        Timeout = 5,\n"
+    "        Address = address, Vars = {{" +
+    Variable("V", "Float", "analog-input", 1) + "}}} end\n";
+
+TEST(SourcePlaces, OfABlockThatAFunctionMakesIsTheCallWithItsName) {
+    EXPECT_EQ(Found(Helper + "Task{Name='Chiller'} local unused = {'Pump'}\nblock('Pump', '" + Device +
+                    "')\nblock(\n'Chiller', '192.168.1.21:47808')"),
+              (Lines{"field-without-effect 3 Pump Timeout", "field-without-effect 3 Chiller Timeout",
+                     "shared-task 8 Chiller Task"}));
+    EXPECT_EQ(Found(Helper + "Task{Name='a'}\nblock \"Pump\""),
+              (Lines{"field-without-effect 3 Pump Timeout", "missing-field 4 Pump Address"}));
+    EXPECT_EQ(Found(Helper + "block('P', 'x')\nblock('p', 'x')").back(), "similar-names 6 p Name");
+}
+
+TEST(SourcePlaces, OfABlockWhoseNameIsInTwoCallsIsBACnetNew) {
+    EXPECT_EQ(Found(Helper + "Set('B', '1') block('A', '" + Device + "')\nblock('B', '192.168.1.21:47808')"),
+              (Lines{"shared-task 2 B Task", "field-without-effect 3 A Timeout",
+                     "field-without-effect 3 B Timeout", "bad-set 5  "}));
+}
+
+TEST(SourcePlaces, OfAVariableThatAFunctionMakesIsTheCallWithItsName) {
+    EXPECT_EQ(Found("local vars = {} local function add(name, number)\n"
+                    "vars[#vars + 1] = {Name=name, Type='DataValue', ElementType='Float', "
+                    "ObjectType='loop', ObjectNumber=number, ObjectProperties='bias'} end\n"
+                    "add('V', 1)\nadd('W', 2)\nadd('X' .. 1, 3)\n"
+                    "BACnet.new{Name='B', Address='1.2.3.4:5', Vars=vars}"),
+              (Lines{"not-decoded 3 B.V ObjectProperties", "not-decoded 4 B.W ObjectProperties",
+                     "not-decoded 6 B.X1 ObjectProperties"}));
+}
+
 TEST(FindingJson, HasExactlyTheseFields) {
     ProjectReport const report =
         Check("Task{Name='a', Period=0}\n" + ProjectOf(Local, {Variable("V", "Float", "loop", 1, "bias")}));
