@@ -19,8 +19,8 @@ enum class OutputFormat { Auto, Table, Lines, Json };
 // Of the command verify.
 struct VerifyOptions {
     bool isJson = false;
-    std::string report;  // empty: none
-    std::string title;   // of the report; empty: the project's path
+    std::string report;       // empty: none
+    std::string title;        // of the report; empty: the project's path
     unsigned timeout = 3000;  // milliseconds
     unsigned retries = 1;
     unsigned long long rounds = 1;
