@@ -117,6 +117,16 @@ void PrintSummary(Options const& options, RunStreams const& streams, std::string
     }
 }
 
+// Nobody should miss what stays in the devices, even without a summary.
+void PrintHeldWrites(Options const& options, RunStreams const& streams, HostScope& host,
+                     LoadedProject& project, LogBuffer& log) {
+    if (options.summary.value_or(true) && !options.summary.value_or(ShowsTable(options, streams))) {
+        for (std::string const& line : HeldWriteLines(host.Observed(), project.Blocks())) {
+            Warn(line, options.logFormat, log, streams.err);
+        }
+    }
+}
+
 void CheckOutputs(Options const& options, HostScope const& host, Display const& display) {
     if (!host.CaptureGood()) {
         throw std::runtime_error("the capture file " + options.captureFile +
@@ -167,6 +177,7 @@ int RunProject(Options const& options, RunStreams const& streams) {
     terminal.End();
     PrintSummary(options, streams,
                  figures.Summary(host.Figures()) + HeldWritesText(host.Observed(), project.Blocks()));
+    PrintHeldWrites(options, streams, host, project, log);
     CheckOutputs(options, host, *display);
     return ExitCodeOf(options, figures);
 }

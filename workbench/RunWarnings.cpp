@@ -30,11 +30,15 @@ std::vector<std::string> WarningsOf(LoadedProject const& project) {
 
 void Warn(LoadedProject const& project, LogFormat format, LogBuffer& log, std::ostream& err) {
     for (std::string const& warning : WarningsOf(project)) {
-        if (format == LogFormat::Json) {
-            log.Add("warning: " + warning);
-        } else {
-            err << "warning: " << warning << "\n";
-        }
+        Warn(warning, format, log, err);
+    }
+}
+
+void Warn(std::string const& warning, LogFormat format, LogBuffer& log, std::ostream& err) {
+    if (format == LogFormat::Json) {
+        log.Add("warning: " + warning);
+    } else {
+        err << "warning: " << warning << "\n";
     }
 }
 

@@ -12,6 +12,7 @@
 
 #include "ExitCode.h"
 #include "FakeEnvironment.h"
+#include "Hex.h"
 #include "Projects.h"
 #include "TemporaryFolder.h"
 #include "dorvelshare/NLSocket.h"
@@ -186,6 +187,36 @@ TEST_F(RunCommand, TheSummaryIsNotAmongTheJsonLines) {
     EXPECT_EQ(Run(), tools::WorkbenchExit::Ok);
     EXPECT_EQ(out.str().find("objects polled"), std::string::npos) << out.str();
     EXPECT_NE(err.str().find("objects polled"), std::string::npos) << err.str();
+}
+
+TEST_F(RunCommand, WhatStaysInTheDevicesIsSaidWithoutASummary) {
+    MakeWritable();
+    std::string variable = Temperature;
+    variable.replace(variable.find("analog-input"), 12, "analog-value");
+    options.project = folder.Write("held.lua", Block(R"(Name="AHU", Address="1.2.3.4:47808")", variable));
+    auto const poll = addIn.onCycle;
+    addIn.onCycle = [this, poll](FakeDriver& driver) {
+        poll(driver);
+        char buffer[100];
+        sockaddr_in peer = Address("1.2.3.4", 47808);
+        int const handle = dorvel::Environment().Open(0);
+        auto const request = Hex("81 0A 00 18 01 04 00 04 01 0F 0C 00800001 19 55 3E 44 41AC0000 3F 49 08");
+        dorvel::Environment().Send(handle, peer, request.data(), static_cast<int>(request.size()));
+        world.Arrives(peer, std::string("\x81\x0A\x00\x09\x01\x00\x20\x01\x0F", 9));
+        dorvel::Environment().Receive(handle, peer, buffer, sizeof buffer, 1000);
+    };
+    EXPECT_EQ(Run(), tools::WorkbenchExit::Ok);
+    EXPECT_EQ(
+        err.str(),
+        "warning: still in the device: AHU.T: analog-value 1 present-value = 21.5 at priority 8; release: "
+        "WriteProperty analog-value 1 present-value, value Null, priority 8\n");
+    err.str("");
+    options.summary = false;
+    EXPECT_EQ(Run(), tools::WorkbenchExit::Ok);
+    EXPECT_EQ(err.str(), "") << "--no-summary";
+    options.summary = true;
+    EXPECT_EQ(Run(), tools::WorkbenchExit::Ok);
+    EXPECT_EQ(err.str().find("warning: "), std::string::npos) << "the summary has them";
 }
 
 TEST_F(RunCommand, TheCaptureFileIsWritten) {

@@ -32,22 +32,43 @@ bool Contains(std::vector<std::uint32_t> const& properties, std::uint32_t proper
     return std::find(properties.begin(), properties.end(), property) != properties.end();
 }
 
+bool MayBeCommandable(standard::PropertyReference const& reference) {
+    return reference.property == PresentValue && std::find(std::begin(Commandable), std::end(Commandable),
+                                                           reference.object.type) != std::end(Commandable);
+}
+
+WriteTarget TargetOf(SeenRequest const& write) {
+    standard::PropertyReference const& reference = write.write->reference;
+    return {write.peer, write.destination, reference.object, reference.property,
+            write.write->priority.value_or(DefaultPriority)};
+}
+
+// The driver reads with no other service.
+constexpr std::uint32_t UnrecognizedService = 9;
+
+std::string NeedOf(SeenRequest const& request, Failure const& failure) {
+    bool const isUnknown = failure.kind == Failure::Kind::Reject && failure.code == UnrecognizedService;
+    return isUnknown && !request.IsWrite()
+               ? "; it does not support ReadPropertyMultiple, which the driver needs"
+               : "";
+}
+
 }  // namespace
 
 void BlockObserver::Segment(SeenRequest& request, AnswerPdu const& pdu, Octets const& apdu,
                             Moment const& now) {
     std::string const number = "segment " + std::to_string(pdu.sequenceNumber);
     switch (segments.Add(pdu, apdu)) {
-        case SegmentCollector::Arrival::Repeated:
+        case AnswerSegments::Arrival::Repeated:
             AddFor(CauseKind::RepeatedSegment, request.object, now, number + " of the answer comes twice");
             break;
-        case SegmentCollector::Arrival::OutOfOrder:
+        case AnswerSegments::Arrival::OutOfOrder:
             AddFor(CauseKind::SegmentOrder, request.object, now, number + " of the answer comes too late");
             break;
-        case SegmentCollector::Arrival::WithoutEnd:
+        case AnswerSegments::Arrival::WithoutEnd:
             AddFor(CauseKind::EndlessSegments, request.object, now,
-                   "an answer of more than " + std::to_string(SegmentCollector::Most) + " segments");
-            if (segments.Count() == SegmentCollector::Most + 1) {
+                   "an answer of more than " + std::to_string(AnswerSegments::Most) + " segments");
+            if (segments.Count() == AnswerSegments::Most + 1) {
                 // The cycle lasts as long as the segments come, so its end would be too late to say so.
                 logMsgLn("The device sends segments without end; the cycle cannot end before they do");
             }
@@ -57,7 +78,7 @@ void BlockObserver::Segment(SeenRequest& request, AnswerPdu const& pdu, Octets c
     }
     expected = segments.HasEnd() ? Expected::Nothing : Expected::Segment;
     request.isAnswered = request.isAnswered || !pdu.moreFollows;
-    if (pdu.moreFollows || segments.Count() > SegmentCollector::Most) {
+    if (pdu.moreFollows || segments.Count() > AnswerSegments::Most) {
         return;
     }
     if (std::optional<unsigned> const missing = segments.Missing()) {
@@ -75,7 +96,7 @@ void BlockObserver::ReadFailed(SeenRequest const& request, Failure const& failur
                                                                   : CauseKind::BadAnswer;
     AddFor(kind, request.object, now,
            (kind == CauseKind::Error ? "the device answers with error " : "the device answers with ") +
-               standard::FailureText(failure));
+               standard::FailureText(failure) + NeedOf(request, failure));
 }
 
 void BlockObserver::ReadAnswer(SeenRequest& request, Octets const& apdu, std::size_t at, Moment const& now) {
@@ -127,32 +148,32 @@ void BlockObserver::CheckMissing(SeenRequest const& request, std::vector<standar
     }
 }
 
-void BlockObserver::WriteAnswered(SeenRequest const& request, AnswerPdu const& pdu) {
-    if (!written) {
-        return;
-    }
-    PointWrite& write = points.WriteOf(*written);
-    if (pdu.failure) {
-        write.failure = standard::FailureText(*pdu.failure);
-        write.isAborted = pdu.kind == AnswerPdu::Kind::Abort;
-    } else if (pdu.kind == AnswerPdu::Kind::SimpleAck) {
-        write.isAcknowledged = true;
-        Hold(request, *written);
+void BlockObserver::NoteWrite(SeenRequest const& request) {
+    points.WriteOf(*request.variable) = {
+        request.write->values, false, {}, false, request.write->reference.property, request.number};
+    if (MayBeCommandable(request.write->reference)) {
+        held.Sent(TargetOf(request),
+                  {FullName(block, *request.variable), standard::ReferenceText(request.write->reference),
+                   standard::DatumText(request.write->values, request.write->reference),
+                   !request.write->priority, request.number, request.steady, false});
     }
 }
 
-void BlockObserver::Hold(SeenRequest const& request, VariableConfig const& variable) {
-    standard::PropertyReference const& reference = request.write->reference;
-    bool const mayBeCommandable =
-        reference.property == PresentValue && std::find(std::begin(Commandable), std::end(Commandable),
-                                                        reference.object.type) != std::end(Commandable);
-    if (!mayBeCommandable) {
+// Also for a late answer, and for one that comes in place of another.
+void BlockObserver::WriteAnswered(SeenRequest const& request, AnswerPdu const& pdu) {
+    if (!request.variable) {
         return;
     }
-    std::uint32_t const priority = request.write->priority.value_or(DefaultPriority);
-    held[{reference.object.Encoded(), reference.property, priority}] = {
-        FullName(block, variable), standard::ReferenceText(reference),
-        standard::DatumText(request.write->values, reference), priority, !request.write->priority};
+    PointWrite& write = points.WriteOf(*request.variable);
+    bool const isLatest = write.number == request.number;
+    if (pdu.failure) {
+        held.Refused(TargetOf(request), request.number);
+        write.failure = isLatest ? standard::FailureText(*pdu.failure) : write.failure;
+        write.isAborted = isLatest ? pdu.kind == AnswerPdu::Kind::Abort : write.isAborted;
+    } else if (pdu.kind == AnswerPdu::Kind::SimpleAck) {
+        held.Acknowledged(TargetOf(request), request.number);
+        write.isAcknowledged = write.isAcknowledged || isLatest;
+    }
 }
 
 }  // namespace workbench

@@ -37,6 +37,7 @@ BlockObserver::BlockObserver(BlockConfig const& blockConfig) : block(blockConfig
 
 void BlockObserver::BeginCycle() {
     points.BeginCycle();
+    ++cycle;
     unanswered = lateCount = 0;
     delay = {};
     isAnsweredSince = false;
@@ -44,24 +45,41 @@ void BlockObserver::BeginCycle() {
 
 std::vector<Cause> BlockObserver::EndCycle(Moment const& now) {
     if (lateCount > 0) {
-        causes.Add(CauseKind::Late, "",
-                   "answers come " + DelayText(delay) + " after the request, later than " +
-                       DurationText(Timeout) + "; dropped: " + std::to_string(lateCount),
-                   now.wall);
-    } else if (unanswered > 0) {
+        AddLate(now);
+    }
+    if (unanswered > 0) {
         AddSilence(now);
     }
     return causes.Finish();
 }
 
+void BlockObserver::AddLate(Moment const& now) {
+    causes.AddCounted({CauseKind::Late, "",
+                       "answers come " + DelayText(delay) + " after the request, later than " +
+                           DurationText(Timeout) + "; dropped: " + std::to_string(lateCount),
+                       lateCount, now.wall});
+}
+
 void BlockObserver::AddSilence(Moment const& now) {
+    // While answers come late, that of a young request may still come.
+    RequestLog::Open const open =
+        lateCount > 0 ? requests.OpenSince(cycle, now.steady - delay.most) : RequestLog::Open();
+    unsigned long long const count = unanswered - std::min(unanswered, open.count);
+    if (count == 0) {
+        return;
+    }
+    ObjectId const object = open.count > 0 && open.latestOther ? open.latestOther->object : silentObject;
     std::string const requestsText =
-        "in this cycle: " + std::to_string(unanswered) + ", latest: " + standard::ObjectText(silentObject);
-    causes.Add(CauseKind::Silent, "",
-               isAnsweredSince ? "requests without an answer " + requestsText
-                               : "no answer since " + ClockTime(silentSince, now.localDiff) + ", requests " +
-                                     requestsText,
-               isAnsweredSince ? now.wall : silentSince);
+        "in this cycle: " + std::to_string(count) + ", latest: " + standard::ObjectText(object);
+    if (isAnsweredSince || open.count > 0) {
+        causes.AddCounted(
+            {CauseKind::Silent, "", "requests without an answer " + requestsText, count, now.wall});
+    } else {
+        causes.AddCounted(
+            {CauseKind::Silent, "",
+             "no answer since " + ClockTime(silentSince, now.localDiff) + ", requests " + requestsText, count,
+             silentSince, true});
+    }
 }
 
 void BlockObserver::Enter(ObjectId const& object) {
@@ -81,6 +99,7 @@ void BlockObserver::Sent(int handle, standard::Endpoint const& peer, Octets cons
     request->handle = handle;
     request->peer = peer;
     request->steady = now.steady;
+    request->cycle = cycle;
     segments.Clear();
     expected = Expected::Answer;
     // The runtime announces each write, so the variable is known already.
@@ -88,24 +107,24 @@ void BlockObserver::Sent(int handle, standard::Endpoint const& peer, Octets cons
     if (!isKnown) {
         Enter(request->object);
     }
-    written = request->IsWrite() ? Here().variable : nullptr;
-    if (written) {
-        points.WriteOf(*written) = {request->write->values, false, {}, false};
-        points.WriteOf(*written).property = request->write->reference.property;
+    request->variable = request->IsWrite() ? Here().variable : nullptr;
+    SeenRequest const& added = requests.Add(*std::move(request));
+    if (added.variable) {
+        NoteWrite(added);
     }
-    requests.Add(*std::move(request));
 }
 
 void BlockObserver::ReceivedNothing(Moment const& now) {
-    SeenRequest const* const request = requests.Latest();
+    SeenRequest* const request = requests.Latest();
     if (!request || expected == Expected::Nothing) {
         return;
     }
-    if (expected == Expected::Segment && segments.Count() <= SegmentCollector::Most) {
+    if (expected == Expected::Segment && segments.Count() <= AnswerSegments::Most) {
         AddFor(CauseKind::MissingSegment, request->object, now,
                "segment " + std::to_string(segments.Missing().value_or(0)) + " of the answer does not come");
     } else if (expected == Expected::Answer) {
         ++unanswered;
+        request->isTimedOut = true;
         isAnsweredSince = false;
         silentObject = request->object;
         silentSince = silentSince != 0 ? silentSince : now.wall - (now.steady - request->steady);
@@ -137,16 +156,33 @@ void BlockObserver::Received(int handle, standard::Endpoint const& sender, Octet
     }
 }
 
-bool BlockObserver::CheckStation(standard::Endpoint const& sender, standard::Npdu const& npdu,
+void BlockObserver::CheckStation(standard::Endpoint const& sender, standard::Npdu const& npdu,
                                  Moment const& now) {
     SeenRequest const* const request = requests.Latest();
     if (!request || (sender == request->peer && npdu.source == request->destination)) {
-        return true;
+        return;
+    }
+    std::optional<standard::NetworkAddress> const& asked = request->destination;
+    bool const isAnyAsked = asked && asked->mac.empty();
+    if (isAnyAsked && sender == request->peer && npdu.source && npdu.source->network == asked->network) {
+        CheckAnyStation(sender, *npdu.source, now);
+        return;
     }
     Add(CauseKind::OtherStation, now,
         StationText(sender.Text(), npdu.source) + " answers in place of " +
             StationText(request->peer.Text(), request->destination));
-    return false;
+}
+
+// An address without a MAC address is that of the only station on its network.
+void BlockObserver::CheckAnyStation(standard::Endpoint const& sender, standard::NetworkAddress const& source,
+                                    Moment const& now) {
+    if (!station) {
+        station = source;
+    } else if (!(*station == source)) {
+        Add(CauseKind::OtherStation, now,
+            StationText(sender.Text(), source) + " answers too, besides " +
+                StationText(sender.Text(), station) + "; the MAC of the block names neither");
+    }
 }
 
 void BlockObserver::Apdu(int handle, Octets const& apdu, Moment const& now, bool isTaken) {
@@ -162,7 +198,7 @@ void BlockObserver::Apdu(int handle, Octets const& apdu, Moment const& now, bool
     } else if (request->isAnswered && !(pdu->isSegmented && !segments.IsEmpty())) {
         AddFor(CauseKind::Duplicate, request->object, now, "an answer comes twice");
     } else if (!isTaken && expected == Expected::Nothing && segments.IsEmpty()) {
-        Late(*request, now);
+        Late(*request, *pdu, now);
     } else {
         silentSince = 0;
         isAnsweredSince = true;
@@ -179,16 +215,25 @@ void BlockObserver::Stray(int handle, AnswerPdu const& pdu, Moment const& now) {
     } else if (earlier->isAnswered) {
         AddFor(CauseKind::Duplicate, earlier->object, now, "an answer comes twice");
     } else if (earlier->handle == handle && now.steady - earlier->steady > Timeout) {
-        Late(*earlier, now);
+        Late(*earlier, pdu, now);
     } else {
         earlier->isAnswered = true;
+        if (earlier->IsWrite()) {
+            WriteAnswered(*earlier, pdu);
+        }
         AddFor(CauseKind::EarlierAnswer, requests.Latest()->object, now,
                "the device answers the request before (invoke id " + std::to_string(pdu.invokeId) + ")");
     }
 }
 
-void BlockObserver::Late(SeenRequest& request, Moment const& now) {
+void BlockObserver::Late(SeenRequest& request, AnswerPdu const& pdu, Moment const& now) {
     request.isAnswered = true;
+    silentSince = 0;
+    isAnsweredSince = true;
+    unanswered -= request.isTimedOut && request.cycle == cycle ? 1 : 0;
+    if (request.IsWrite()) {
+        WriteAnswered(request, pdu);
+    }
     ++lateCount;
     Delay const late{std::max(now.earliest - request.steady, Timeout), now.steady - request.steady};
     bool const isBetter = late.IsExact() == delay.IsExact() ? late.most > delay.most : late.IsExact();
@@ -236,14 +281,6 @@ void BlockObserver::AddFor(CauseKind kind, ObjectId const& object, Moment const&
                            std::string const& text) {
     std::string const name = standard::ObjectText(object);
     causes.Add(kind, name, name + ": " + text, now.wall);
-}
-
-std::vector<HeldWrite> BlockObserver::HeldWrites() const {
-    std::vector<HeldWrite> writes;
-    for (auto const& write : held) {
-        writes.push_back(write.second);
-    }
-    return writes;
 }
 
 }  // namespace workbench

@@ -1,16 +1,16 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
+#include <optional>
 #include <string>
-#include <tuple>
 #include <vector>
 
 #include "AnswerPdu.h"
+#include "AnswerSegments.h"
 #include "CauseList.h"
 #include "PointTable.h"
 #include "RequestLog.h"
-#include "SegmentCollector.h"
+#include "WriteLedger.h"
 
 namespace workbench {
 
@@ -29,15 +29,6 @@ struct Delay {
     long long least = 0;
     long long most = 0;
     bool IsExact() const { return most - least < 500'000; }
-};
-
-// A value that was written with a priority and stays in the device.
-struct HeldWrite {
-    std::string variable;   // "Block.Variable"
-    std::string reference;  // "analog-value 3 present-value"
-    std::string value;
-    std::uint32_t priority = 0;
-    bool isDefaultPriority = false;  // the request names none
 };
 
 // Follows what a block and its device send each other, by the standard. The functions are called on the
@@ -69,16 +60,19 @@ public:
     PointTable const& Points() const { return points; }
     // A cause that the caller has found.
     void AddCause(CauseKind kind, VariableConfig const* variable, std::string const& text, Moment const& now);
-    std::vector<HeldWrite> HeldWrites() const;
+    // The writes at a priority that the device has not refused.
+    WriteLedger const& Held() const { return held; }
 
 private:
     enum class Expected { Nothing, Answer, Segment };
 
     void Enter(standard::ObjectId const& object);
     void Apdu(int handle, standard::Octets const& apdu, Moment const& now, bool isTaken);
-    bool CheckStation(standard::Endpoint const& sender, standard::Npdu const& npdu, Moment const& now);
+    void CheckStation(standard::Endpoint const& sender, standard::Npdu const& npdu, Moment const& now);
+    void CheckAnyStation(standard::Endpoint const& sender, standard::NetworkAddress const& source,
+                         Moment const& now);
     void Stray(int handle, standard::AnswerPdu const& pdu, Moment const& now);
-    void Late(SeenRequest& request, Moment const& now);
+    void Late(SeenRequest& request, standard::AnswerPdu const& pdu, Moment const& now);
     void Answer(SeenRequest& request, standard::AnswerPdu const& pdu, standard::Octets const& apdu,
                 Moment const& now);
     void Segment(SeenRequest& request, standard::AnswerPdu const& pdu, standard::Octets const& apdu,
@@ -89,29 +83,33 @@ private:
     void CheckMissing(SeenRequest const& request, std::vector<standard::ReadResult> const& results,
                       Moment const& now);
     void ReadFailed(SeenRequest const& request, standard::Failure const& failure, Moment const& now);
+    void NoteWrite(SeenRequest const& request);
     void WriteAnswered(SeenRequest const& request, standard::AnswerPdu const& pdu);
-    void Hold(SeenRequest const& request, VariableConfig const& variable);
     void Add(CauseKind kind, Moment const& now, std::string const& text);
     void AddFor(CauseKind kind, standard::ObjectId const& object, Moment const& now, std::string const& text);
+    void AddLate(Moment const& now);
     void AddSilence(Moment const& now);
 
     BlockConfig const& block;
     PointTable points;
     CauseList causes;
     RequestLog requests;
-    SegmentCollector segments;
+    AnswerSegments segments;
     Expected expected = Expected::Nothing;
-    VariableConfig const* written = nullptr;  // by the latest request, if it is a write
+    // Which station answers for an address without a MAC address.
+    std::optional<standard::NetworkAddress> station;
 
     // Of the current cycle
-    unsigned long long unanswered = 0;
-    bool isAnsweredSince = false;  // an answer has come after the latest request without one
+    unsigned long long cycle = 0;
+    unsigned long long unanswered = 0;  // without those that were answered late
+    bool isAnsweredSince =
+        false;  // an answer, even a late one, has come after the latest request without one
     unsigned long long lateCount = 0;
     Delay delay;                // the longest of a late answer, of those that were measured best
     long long silentSince = 0;  // a file time; 0 while the device answers
     standard::ObjectId silentObject;
 
-    std::map<std::tuple<std::uint32_t, std::uint32_t, std::uint32_t>, HeldWrite> held;
+    WriteLedger held;
 };
 
 }  // namespace workbench

@@ -38,6 +38,7 @@ struct Cause {
     std::string text;              // for people, on one line, with the object: "analog-input 1: ..."
     unsigned long long count = 1;  // how often in the latest cycle
     long long since = 0;           // a file time: since when each cycle has had it
+    bool isDated = false;          // since is known by itself, whatever the cycles before had
 };
 
 // For programs: "silent", "late", ...

@@ -20,13 +20,20 @@ void CauseList::Add(CauseKind kind, std::string const& object, std::string text,
     if (Cause* const known = Find(current, kind, object)) {
         ++known->count;
     } else if (current.size() < Most) {
-        current.push_back({kind, object, std::move(text), 1, time});
+        current.push_back({kind, object, std::move(text), 1, time, false});
+    }
+}
+
+void CauseList::AddCounted(Cause cause) {
+    if (current.size() < Most) {
+        current.push_back(std::move(cause));
     }
 }
 
 std::vector<Cause> CauseList::Finish() {
     for (Cause& cause : current) {
-        if (Cause const* const earlier = Find(before, cause.kind, cause.object)) {
+        Cause const* const earlier = Find(before, cause.kind, cause.object);
+        if (earlier && !cause.isDated) {
             cause.since = earlier->since;
         }
     }

@@ -18,6 +18,9 @@ public:
     // text has the object and no count; of equal causes the first text counts. time is a file time.
     void Add(CauseKind kind, std::string const& object, std::string text, long long time);
 
+    // A cause that occurs once in a cycle, and its count.
+    void AddCounted(Cause cause);
+
     // Ends the cycle. Returns its causes in the order of their kinds. A cause that the cycle before had too
     // keeps its time.
     std::vector<Cause> Finish();

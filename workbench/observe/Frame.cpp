@@ -77,8 +77,9 @@ std::string StationText(std::string const& endpoint, std::optional<standard::Net
     if (!source) {
         return endpoint;
     }
-    return endpoint + ", network " + std::to_string(source->network) + ", station " +
-           tools::HexText(source->mac, tools::HexDigits::Upper);
+    return endpoint + ", network " + std::to_string(source->network) +
+           (source->mac.empty() ? ", any station"
+                                : ", station " + tools::HexText(source->mac, tools::HexDigits::Upper));
 }
 
 }  // namespace workbench

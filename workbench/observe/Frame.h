@@ -19,7 +19,8 @@ std::string FrameMistake(standard::Octets const& datagram);
 // The type of a network-layer message (clause 6.2.4) in words: "Reject-Message-To-Network", "type 0x20".
 std::string NetworkMessageText(standard::Npdu const& npdu);
 
-// "10.0.0.9:47808", with the station behind it "10.0.0.9:47808, network 5, station 0A".
+// "10.0.0.9:47808", with the station behind it "10.0.0.9:47808, network 5, station 0A", or "any station"
+// without a MAC address.
 std::string StationText(std::string const& endpoint, std::optional<standard::NetworkAddress> const& source);
 
 }  // namespace workbench

@@ -32,7 +32,8 @@ struct PointWrite {
     bool isAcknowledged = false;
     std::string failure;  // Error, Reject or Abort in words: "property: write-access-denied"
     bool isAborted = false;
-    std::uint32_t property = 0;  // to which it was sent
+    std::uint32_t property = 0;     // to which it was sent
+    unsigned long long number = 0;  // of the request, in its block; 0: none has been sent
 };
 
 // The variables of a block by object and property, with what the device answers for each. Memory is bounded

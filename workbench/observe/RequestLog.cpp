@@ -61,6 +61,7 @@ std::optional<SeenRequest> SeenRequest::Decode(standard::Octets const& datagram)
 SeenRequest& RequestLog::Add(SeenRequest request) {
     SeenRequest& latest = requests[count++ % Kept];
     latest = std::move(request);
+    latest.number = count;
     return latest;
 }
 
@@ -76,6 +77,22 @@ SeenRequest* RequestLog::FindEarlier(std::uint8_t invokeId) {
         }
     }
     return nullptr;
+}
+
+RequestLog::Open RequestLog::OpenSince(unsigned long long cycle, long long steady) const {
+    Open open;
+    for (std::size_t back = 1; back <= std::min(count, Kept); ++back) {
+        SeenRequest const& request = requests[(count - back) % Kept];
+        if (request.cycle != cycle || !request.isTimedOut || request.isAnswered) {
+            continue;
+        }
+        if (request.steady >= steady) {
+            ++open.count;
+        } else if (!open.latestOther) {
+            open.latestOther = &request;
+        }
+    }
+    return open;
 }
 
 }  // namespace workbench

@@ -8,6 +8,7 @@
 
 #include "Endpoint.h"
 #include "Npdu.h"
+#include "Project.h"
 #include "PropertyServices.h"
 
 namespace workbench {
@@ -24,7 +25,11 @@ struct SeenRequest {
     std::vector<std::uint32_t> properties;           // of a read
     std::optional<standard::WriteParameters> write;  // of a write
     long long steady = 0;                            // when it was sent, by the monotonic clock
+    unsigned long long number = 0;                   // of the requests of the block, from 1
+    unsigned long long cycle = 0;                    // in which it was sent
+    VariableConfig const* variable = nullptr;        // of a write, where it is known
     bool isAnswered = false;
+    bool isTimedOut = false;  // the wait for its answer has ended
 
     bool IsWrite() const { return write.has_value(); }
 
@@ -42,6 +47,13 @@ public:
     SeenRequest* Latest();
     // The latest request before Latest with that invoke id, null for none.
     SeenRequest* FindEarlier(std::uint8_t invokeId);
+    // Of the requests of a cycle that have timed out and have no answer: how many are sent at that time or
+    // later, and the latest of the others, null for none.
+    struct Open {
+        unsigned long long count = 0;
+        SeenRequest const* latestOther = nullptr;
+    };
+    Open OpenSince(unsigned long long cycle, long long steady) const;
 
 private:
     std::array<SeenRequest, Kept> requests;

@@ -1,5 +1,7 @@
 #include "ValueSetter.h"
 
+#include <algorithm>
+
 #include "ValueText.h"
 #include "Whereabouts.h"
 #include "WriteCheck.h"
@@ -61,6 +63,10 @@ void ValueSetter::Taken(long long id) {
     }
     Entry& entry = found->second;
     beingWritten[std::this_thread::get_id()] = &entry;
+    PointTable const* const points = PointsOf(entry);
+    entry.before = points ? points->WriteOf(*entry.variable).number : 0;
+    entry.isTaken = true;
+    entry.inDoubt = false;
     if (!entry.inFlight) {
         entry.inFlight = entry.fresh = true;
         if (entry.state.stage == WriteStage::Refused) {
@@ -92,6 +98,8 @@ void ValueSetter::AfterCycle(BlockConfig const& block, bool fault) {
         if (entry.second.block == &block) {
             Examine(entry.second);
             Confirm(entry.second, fault);
+            Reconsider(entry.second, fault);
+            entry.second.isTaken = false;
         }
     }
     if (!fault) {
@@ -103,19 +111,31 @@ void ValueSetter::AfterCycle(BlockConfig const& block, bool fault) {
 // there was no answer.
 void ValueSetter::Examine(Entry& entry) const {
     PointTable const* const points = PointsOf(entry);
-    if (!entry.fresh || !points) {
+    if (!points) {
         return;
     }
     PointWrite const& write = points->WriteOf(*entry.variable);
-    if (entry.inFlight && !write.failure.empty()) {
+    if (entry.isTaken) {
+        ExamineTaken(entry, write);
+    } else if (entry.inDoubt && !write.failure.empty()) {
+        entry.inDoubt = false;  // the answer is late
+        entry.state.reason = write.failure;
+    }
+}
+
+void ValueSetter::ExamineTaken(Entry& entry, PointWrite const& write) const {
+    bool const isSent = write.number != entry.before;
+    entry.cyclesSent = std::min(entry.cyclesSent + (isSent ? 1U : 0U), 2U);
+    if (entry.inFlight && isSent && !write.failure.empty()) {
         entry.inFlight = false;
         entry.state.stage = WriteStage::Refused;
         entry.state.reason = write.failure;
     } else if (!entry.inFlight && entry.state.stage == WriteStage::Refused && write.failure.empty() &&
-               !write.isAcknowledged && !write.values.empty()) {
-        entry.state.reason += "; the device has not answered the write";
+               isSent) {
+        entry.inDoubt = true;
+        entry.state.reason += write.isAcknowledged ? "" : "; the device has not answered the write";
     }
-    entry.fresh = entry.inFlight;
+    entry.fresh = entry.fresh && entry.inFlight;
 }
 
 void ValueSetter::Confirm(Entry& entry, bool fault) {
@@ -129,6 +149,23 @@ void ValueSetter::Confirm(Entry& entry, bool fault) {
     if (!fault) {
         entry.state = Judge(entry);
         entry.inFlight = entry.state.stage != WriteStage::Written;
+    }
+}
+
+// A write without an answer may have reached the device.
+void ValueSetter::Reconsider(Entry& entry, bool fault) const {
+    PointTable const* const points = PointsOf(entry);
+    // A cycle reads before it writes.
+    bool const isReadSince = !entry.isTaken || entry.cyclesSent > 1;
+    if (!entry.inDoubt || !isReadSince || fault || !points) {
+        return;
+    }
+    WriteState const state = Judge(entry);
+    bool const isAcknowledged = points->WriteOf(*entry.variable).isAcknowledged;
+    if (isAcknowledged || state.stage != WriteStage::Unconfirmed) {
+        entry.state = state;
+        entry.inDoubt = false;
+        entry.inFlight = state.stage != WriteStage::Written;
     }
 }
 

@@ -22,7 +22,8 @@ namespace workbench {
 // The driver returns no result of a write. The first line that it logs on the block's thread, from the time
 // that the condition passes a value until it passes the next one or the cycle ends, counts as the failure of
 // that write. Without such a line the next values read decide: those that the device has answered by the
-// standard, where they are observed and can be compared, otherwise those of the driver. Thread-safe.
+// standard, where they are observed and can be compared, otherwise those of the driver. They decide too when
+// a write fails only because its answer is lost or late. Thread-safe.
 class ValueSetter {
 public:
     // Sets the write observer of the runtime and the listener of the log. All references must outlive the
@@ -48,13 +49,20 @@ private:
         WriteState state;
         bool queued = false;    // not yet stored in the runtime
         bool inFlight = false;  // passed to the driver and not yet confirmed by a value read
-        bool fresh = false;     // passed to the driver in the current cycle
+        bool fresh = false;     // in flight since the current cycle
+        bool isTaken = false;   // passed to the driver in the current cycle, also again
+        // Refused by a line of the driver. The device has not refused it, so it may hold the value.
+        bool inDoubt = false;
+        unsigned long long before = 0;  // the number of the latest write when the driver took the value
+        unsigned cyclesSent = 0;        // in how many cycles the value was sent, 2 for more
     };
 
     void Taken(long long id);
     void Logged(std::string const& line);
     void Examine(Entry& entry) const;
+    void ExamineTaken(Entry& entry, PointWrite const& write) const;
     void Confirm(Entry& entry, bool fault);
+    void Reconsider(Entry& entry, bool fault) const;
     WriteState Judge(Entry const& entry) const;
     PointTable const* PointsOf(Entry const& entry) const;
     void Apply(BlockConfig const& block);

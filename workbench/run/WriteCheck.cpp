@@ -1,6 +1,8 @@
 #include "WriteCheck.h"
 
 #include <cmath>
+#include <locale>
+#include <sstream>
 #include <string>
 
 #include "DatumText.h"
@@ -58,6 +60,26 @@ std::optional<bool> HoldsReal(double meant, Datum const& held) {
     }
 }
 
+bool IsNumber(DatumKind kind) {
+    return kind == DatumKind::Unsigned || kind == DatumKind::Signed || kind == DatumKind::Real ||
+           kind == DatumKind::Double;
+}
+
+// A text may mean a number. "21,5" means none, so no number is it.
+std::optional<bool> HoldsText(std::string const& meant, Datum const& held) {
+    if (held.kind == DatumKind::CharacterString) {
+        return meant == held.text;
+    }
+    if (!IsNumber(held.kind)) {
+        return std::nullopt;
+    }
+    std::istringstream stream(meant);
+    stream.imbue(std::locale::classic());
+    double number = 0;
+    bool const isNumber = stream >> number && (stream >> std::ws).eof();
+    return isNumber ? HoldsReal(number, held) : false;
+}
+
 std::optional<bool> Holds(OpcUa_VariantHlp const& meant, Datum const& held) {
     std::string text;
     switch (meant.GetType()) {
@@ -66,10 +88,7 @@ std::optional<bool> Holds(OpcUa_VariantHlp const& meant, Datum const& held) {
         case OpcUaType_Double:
             return HoldsReal(meant.Value.Double, held);
         case OpcUaType_String:
-            if (held.kind != DatumKind::CharacterString || meant.GetString(text) != OpcUa_Good) {
-                return std::nullopt;
-            }
-            return text == held.text;
+            return meant.GetString(text) == OpcUa_Good ? HoldsText(text, held) : std::nullopt;
         case OpcUaType_Boolean:
         case OpcUaType_SByte:
         case OpcUaType_Byte:

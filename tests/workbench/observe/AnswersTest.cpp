@@ -56,7 +56,9 @@ TEST_F(Answers, ErrorRejectAndAbortAreNamed) {
     Exchange(ReadA(1), Apdu("50 01 0E 91 01 91 1F"));
     EXPECT_EQ(Why(), "analog-input 1: the device answers with error object: unknown-object");
     Exchange(ReadA(2), Apdu("60 02 09"));
-    EXPECT_EQ(Why(), "analog-input 1: the device answers with reject: unrecognized-service");
+    EXPECT_EQ(Why(),
+              "analog-input 1: the device answers with reject: unrecognized-service; it does not support "
+              "ReadPropertyMultiple, which the driver needs");
     Exchange(ReadA(3), Apdu("71 03 04"));
     EXPECT_EQ(Why(), "analog-input 1: the device answers with abort: segmentation-not-supported");
 }
@@ -102,10 +104,28 @@ TEST_F(Answers, ARouterThatAnswersInPlaceOfTheDeviceIsNamed) {
     Receive(Apdu("60 01 09"));
     EXPECT_EQ(Why(),
               "10.0.0.5:47808 answers in place of 10.0.0.5:47808, network 5, station 0A; "
-              "analog-input 1: the device answers with reject: unrecognized-service");
+              "analog-input 1: the device answers with reject: unrecognized-service; it does not support "
+              "ReadPropertyMultiple, which the driver needs");
     Send(Frame(parameters, "01 24 00 05 01 0A FF"));
     Receive(Frame(Hex(std::string("30 01 0E ") + AnswersA), "01 08 00 05 01 0A"));
     EXPECT_EQ(Why(), "");
+}
+
+TEST_F(Answers, AnAddressWithoutAMacIsThatOfAnyStationOfItsNetwork) {
+    Octets const request = Frame(Hex("02 74 01 0E 0C 00000001 1E 09 55 09 1C 09 6F 1F"), "01 24 00 05 00 FF");
+    Octets const answer = Hex(std::string("30 01 0E ") + AnswersA);
+    for (int cycle = 0; cycle < 2; ++cycle) {
+        Exchange(request, Frame(answer, "01 08 00 05 01 0A"));
+        EXPECT_EQ(Why(), "");
+    }
+    Exchange(request, Frame(answer, "01 08 00 05 01 0B"));
+    EXPECT_EQ(Why(),
+              "10.0.0.5:47808, network 5, station 0B answers too, besides 10.0.0.5:47808, network 5, "
+              "station 0A; the MAC of the block names neither");
+    Exchange(request, Frame(answer, "01 08 00 06 01 0A"));
+    EXPECT_EQ(
+        Why(),
+        "10.0.0.5:47808, network 6, station 0A answers in place of 10.0.0.5:47808, network 5, any station");
 }
 
 TEST_F(Answers, AnotherObjectAndAPropertyThatWasNotAskedForAreNamed) {

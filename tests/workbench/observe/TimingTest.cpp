@@ -21,6 +21,7 @@ TEST_F(Timing, ASilentDeviceIsSilentSinceItsFirstRequestWithoutAnAnswer) {
     ASSERT_EQ(causes.size(), 1u);
     EXPECT_EQ(causes[0].text, "no answer since 12:34:56, requests in this cycle: 3, latest: analog-input 1");
     EXPECT_EQ(causes[0].since, begin);
+    EXPECT_EQ(causes[0].count, 3u) << "the requests without an answer";
     Send(ReadA(5));
     Wait();
     causes = EndCycle();
@@ -62,6 +63,57 @@ TEST_F(Timing, ALateAnswerIsMeasuredOnTheSocketThatTheDriverHasLeft) {
     ASSERT_EQ(causes.size(), 1u);
     EXPECT_EQ(causes[0].text, "answers come 1.50 s after the request, later than 1.00 s; dropped: 1");
     EXPECT_STREQ(CauseName(causes[0].kind), "late");
+}
+
+TEST_F(Timing, ADeviceThatWasLateIsSilentSinceItsLastAnswer) {
+    for (unsigned id = 1; id <= 4; ++id) {
+        int const handle = 10 + static_cast<int>(id);
+        Send(ReadA(id), handle);
+        network.Comes(handle, network.time + 1500 * Millisecond, AnswerA(id), device);
+        Wait(handle);
+        observation.Close(handle);
+        network.time += Second;
+        Why();
+    }
+    long long const begin = network.time;
+    Send(ReadA(5), 20);
+    Wait(20);
+    auto const causes = EndCycle();
+    ASSERT_EQ(causes.size(), 1u);
+    EXPECT_EQ(causes[0].text.find("no answer since 12:35:04, "), 0u) << causes[0].text;
+    EXPECT_EQ(causes[0].since, begin);
+}
+
+TEST_F(Timing, SilenceIsNotHiddenByALateAnswer) {
+    Send(ReadA(1), 11);
+    network.Comes(11, network.time + 1500 * Millisecond, AnswerA(1), device);
+    Wait(11);
+    observation.Close(11);
+    for (int handle = 12; handle <= 14; ++handle) {
+        Send(ReadC(static_cast<unsigned>(handle)), handle);
+        Wait(handle);
+        observation.Close(handle);
+    }
+    auto const causes = EndCycle();
+    ASSERT_EQ(causes.size(), 2u);
+    EXPECT_STREQ(CauseName(causes[0].kind), "silent");
+    EXPECT_EQ(causes[0].count, 2u) << "the answer to the third may still come";
+    EXPECT_EQ(causes[0].text, "requests without an answer in this cycle: 2, latest: analog-input 2");
+    EXPECT_EQ(causes[1].text, "answers come 1.50 s after the request, later than 1.00 s; dropped: 1");
+}
+
+TEST_F(Timing, ADeviceThatIsOnlyLateIsNotSilent) {
+    for (int handle = 11; handle <= 13; ++handle) {
+        Send(ReadA(static_cast<unsigned>(handle)), handle);
+        network.Comes(handle, network.time + 1500 * Millisecond, AnswerA(static_cast<unsigned>(handle)),
+                      device);
+        Wait(handle);
+        observation.Close(handle);
+    }
+    auto const causes = EndCycle();
+    ASSERT_EQ(causes.size(), 1u);
+    EXPECT_STREQ(CauseName(causes[0].kind), "late");
+    EXPECT_EQ(causes[0].count, 2u);
 }
 
 TEST_F(Timing, AnAnswerThatIsDroppedBeforeTheNextRequestIsLate) {

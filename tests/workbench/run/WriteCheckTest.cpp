@@ -86,6 +86,18 @@ TEST(WriteCheck, AValueThatWasSentAsAnotherOneDiffers) {
     EXPECT_EQ(Stage(Text("on"), Words("off")), "differs");
 }
 
+TEST(WriteCheck, ATextThatIsNoNumberDiffersFromTheNumberThatWasSent) {
+    auto const state = Check(Text("21,5"), Real(0), Real(0));
+    ASSERT_TRUE(state);
+    EXPECT_EQ(WriteText(*state, 0, true), "21,5 differs (the driver sent 0, the device holds it)");
+    EXPECT_EQ(WriteText(*state, 0, false), "21,5 differs (0)");
+    EXPECT_EQ(Stage(Text("21.5"), Real(21.5f)), "written");
+    EXPECT_EQ(Stage(Text(" 5 "), Unsigned(5)), "written");
+    EXPECT_EQ(Stage(Text("0x5"), Unsigned(0)), "differs");
+    EXPECT_EQ(Stage(Text(""), Signed(0)), "differs");
+    EXPECT_EQ(Stage(Text("active"), Of(ApplicationTag::Enumerated, {1})), "cannot be compared");
+}
+
 TEST(WriteCheck, AnotherValueThanWasSentIsUnconfirmed) {
     auto const state = Check(Int(5), Signed(5), Signed(7));
     ASSERT_TRUE(state);

@@ -10,7 +10,7 @@
 namespace workbench {
 
 // Collects the segments of one answer (clause 5.4), in bounded memory.
-class SegmentCollector {
+class AnswerSegments {
 public:
     // More segments than sequence numbers: the answer has no end that anybody could use.
     static constexpr unsigned long long Most = 256;

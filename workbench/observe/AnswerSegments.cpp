@@ -1,15 +1,14 @@
-#include "SegmentCollector.h"
+#include "AnswerSegments.h"
 
 namespace workbench {
 
-void SegmentCollector::Clear() {
+void AnswerSegments::Clear() {
     parts.clear();
     count = 0;
     hasEnd = false;
 }
 
-SegmentCollector::Arrival SegmentCollector::Add(standard::AnswerPdu const& pdu,
-                                                standard::Octets const& apdu) {
+AnswerSegments::Arrival AnswerSegments::Add(standard::AnswerPdu const& pdu, standard::Octets const& apdu) {
     ++count;
     hasEnd = hasEnd || !pdu.moreFollows;
     if (count > Most) {
@@ -26,7 +25,7 @@ SegmentCollector::Arrival SegmentCollector::Add(standard::AnswerPdu const& pdu,
     return !isNew ? Arrival::Repeated : number < expected ? Arrival::OutOfOrder : Arrival::Next;
 }
 
-std::optional<unsigned> SegmentCollector::Missing() const {
+std::optional<unsigned> AnswerSegments::Missing() const {
     unsigned expected = 0;
     for (auto const& part : parts) {
         if (part.first != expected) {
@@ -37,7 +36,7 @@ std::optional<unsigned> SegmentCollector::Missing() const {
     return hasEnd ? std::nullopt : std::optional(expected);
 }
 
-standard::Octets SegmentCollector::Content() const {
+standard::Octets AnswerSegments::Content() const {
     standard::Octets content;
     for (auto const& part : parts) {
         content.insert(content.end(), part.second.begin(), part.second.end());
