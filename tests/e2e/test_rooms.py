@@ -79,6 +79,14 @@ class Rooms(unittest.TestCase):
         self.expect(2, 'no house "nowhere" above this line',
                     {"tests/structure/rooms.txt": ROOMS.replace("left right", "left+nowhere right")})
 
+    def test_two_headers_with_one_name_on_one_include_path_are_reported(self):
+        self.expect(1, "program/left/Same.h: program/right/Same.h has the same name, on the same include path; rename one",
+                    {"program/left/Same.h": "", "program/right/Same.h": ""})
+        rooms = "house other other\n.\n" + ROOMS
+        self.expect(0, " 0 wrong includes", {"tests/structure/rooms.txt": rooms, "other/Same.h": "", "program/left/Same.h": ""})
+        self.expect(0, " 0 wrong includes", {"program/left/Same.h": "", "program/right/Same.h": "",
+                                             "program/Main.cpp": '#include "right/Same.h"\n'})
+
     def test_a_folder_that_is_not_a_room_is_reported(self):
         self.expect(2, "program/attic/Old.cpp: its folder is not a room of house program", {"program/attic/Old.cpp": ""})
 
