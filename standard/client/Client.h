@@ -21,6 +21,7 @@ public:
     Client(Link& network, ClientSettings const& clientSettings);
 
     // ReadProperty. `device` is a station on the link, or one on another network with the router's endpoint.
+    // With an empty address on that network the first of its stations that answers is the device.
     ReadResult Read(Peer const& device, PropertyReference const& reference);
 
     // ReadPropertyMultiple, for any number of properties; All, Required and Optional are not among them. The

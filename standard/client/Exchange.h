@@ -21,8 +21,10 @@ struct Exchange {
         PropertyReference reference;      // the first property of that request
     };
 
-    unsigned attempts = 0;                   // sendings of the request
-    std::optional<Peer> answeredBy;          // the device, once an answer or its first segment has come
+    unsigned attempts = 0;  // sendings of the request
+    // The station that sent the answer or its first segment: the device, or of an address for all stations of
+    // a network the one that answered first.
+    std::optional<Peer> answeredBy;
     std::chrono::microseconds duration{0};   // from the first sending to the complete answer, or to the end
     std::chrono::microseconds sinceSent{0};  // the same from the last sending
     unsigned segments = 0;                   // of the answer; 0 if it was not segmented

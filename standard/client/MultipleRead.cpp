@@ -14,6 +14,17 @@ constexpr unsigned MostSilentInARow = 2;
 
 using References = std::vector<PropertyReference>;
 
+bool IsWithoutAnswer(Failure const& failure) {
+    return failure.kind == Failure::Kind::Silent || failure.kind == Failure::Kind::Incomplete;
+}
+
+// Of the properties that are left after this failure.
+Failure NotRequested(Failure const& last) {
+    std::string detail = "not requested, since the device did not answer before";
+    detail += last.detail.empty() ? "" : ": " + last.detail;
+    return {Failure::Kind::Silent, 0, 0, std::move(detail)};
+}
+
 bool IsUnrecognizedService(Failure const& failure) {
     return failure.kind == Failure::Kind::Reject &&
            failure.code == static_cast<std::uint32_t>(RejectReason::UnrecognizedService);
@@ -87,6 +98,7 @@ void MultipleRead::AfterFailure(References const& references, Range const& range
             return;
         }
         case Failure::Kind::Silent:
+        case Failure::Kind::Incomplete:
             ++silentInARow;
             ReadSingles(references, range);
             isWithoutLists = isWithoutLists || (!hasListAnswer && !IsOver());
@@ -104,11 +116,11 @@ void MultipleRead::ReadSingles(References const& references, Range const& range)
 }
 
 void MultipleRead::Add(ReadResult result) {
-    bool const isSilent = result.failure && result.failure->kind == Failure::Kind::Silent;
+    bool const isSilent = result.failure && IsWithoutAnswer(*result.failure);
     bool const isStopped = result.failure && result.failure->kind == Failure::Kind::Stopped;
     silentInARow = isSilent ? silentInARow + 1 : 0;
     if (silentInARow >= MostSilentInARow) {
-        end = Failure{Failure::Kind::Silent, 0, 0, "not requested, since the device did not answer before"};
+        end = NotRequested(*result.failure);
     } else if (isStopped) {
         end = result.failure;
     }

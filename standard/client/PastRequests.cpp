@@ -11,9 +11,9 @@ void PastRequests::Add(Request const& request) {
     }
 }
 
-PastRequests::Request const* PastRequests::Find(Peer const& device, std::uint8_t invokeId) const {
+PastRequests::Request const* PastRequests::Find(Peer const& station, std::uint8_t invokeId) const {
     auto const found = std::find_if(requests.begin(), requests.end(), [&](Request const& request) {
-        return request.invokeId == invokeId && request.device == device;
+        return request.invokeId == invokeId && IsAmong(station, request.device);
     });
     return found == requests.end() ? nullptr : &*found;
 }

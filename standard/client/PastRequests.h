@@ -24,7 +24,7 @@ public:
     // Forgets the oldest request if there are more than a few.
     void Add(Request const& request);
     // The request that an answer of that station is for.
-    Request const* Find(Peer const& device, std::uint8_t invokeId) const;
+    Request const* Find(Peer const& station, std::uint8_t invokeId) const;
 
 private:
     static constexpr std::size_t Most = 32;

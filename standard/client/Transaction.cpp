@@ -49,11 +49,11 @@ Ack Transaction::SendAndWait(Octets const& request) {
             answer = Next(deadline);
         }
         if (answer) {
-            exchange.answeredBy = device;
+            exchange.answeredBy = answer->from;
             return Finish(*answer);
         }
     }
-    return Unanswered({});
+    return Unanswered();
 }
 
 Ack Transaction::Finish(Received const& answer) {
@@ -95,20 +95,27 @@ Ack Transaction::CollectSegments(Received const& first) {
             return {std::nullopt, collector.Content()};
         }
     }
-    return Unanswered("the segments stopped after " + std::to_string(collector.Count()));
+    return link.IsStopped() ? Failed(Failure::Kind::Stopped, {})
+                            : Failed(Failure::Kind::Incomplete,
+                                     "the segments stopped after " + std::to_string(collector.Count()));
 }
 
-Ack Transaction::Unanswered(std::string detail) const {
+Ack Transaction::Unanswered() const {
+    std::string detail;
     if (link.IsStopped()) {
         return Failed(Failure::Kind::Stopped, {});
     }
     if (datagrams >= settings.mostDatagrams) {
         detail = std::to_string(datagrams) + " datagrams, but no complete answer among them";
-    } else if (detail.empty() && exchange.routerReject) {
+    } else if (exchange.routerReject) {
         detail = "the router does not reach network " + std::to_string(device.remote->network) + ", reason " +
                  std::to_string(*exchange.routerReject);
-    } else if (detail.empty() && !exchange.others.empty()) {
+    } else if (!exchange.others.empty()) {
         detail = "another station answers: " + exchange.others.front().Text();
+    } else if (exchange.foreignCount > 0) {
+        detail = exchange.foreignCount == 1
+                     ? "a datagram came that is not an answer"
+                     : std::to_string(exchange.foreignCount) + " datagrams came that are not an answer";
     }
     return Failed(Failure::Kind::Silent, std::move(detail));
 }
@@ -150,11 +157,16 @@ std::optional<Transaction::Received> Transaction::Examine(Datagram const& datagr
                             answer->kind == AnswerPdu::Kind::ComplexAck ||
                             answer->kind == AnswerPdu::Kind::Error;
     bool const isOurs = answer->invokeId == id && (!hasService || answer->serviceChoice == serviceChoice);
-    if (!isOurs || !(from == device)) {
+    if (!isOurs || !IsExpected(from)) {
         NoteOther(from, *answer);
         return std::nullopt;
     }
-    return Received{*answer, std::move(npdu->content)};
+    return Received{from, *answer, std::move(npdu->content)};
+}
+
+// The first station that answers sends the whole answer.
+bool Transaction::IsExpected(Peer const& from) const {
+    return exchange.answeredBy ? from == *exchange.answeredBy : IsAmong(from, device);
 }
 
 // An answer that is not the expected one.
@@ -165,7 +177,7 @@ void Transaction::NoteOther(Peer const& from, AnswerPdu const& answer) {
         if (exchange.late.size() < Exchange::MostListed) {
             exchange.late.push_back({Microseconds(link.Now() - earlier->sentAt), earlier->first});
         }
-    } else if (!earlier && answer.invokeId == id && !(from == device)) {
+    } else if (!earlier && answer.invokeId == id && !IsExpected(from)) {
         ++exchange.otherCount;
         bool const isKnown =
             std::find(exchange.others.begin(), exchange.others.end(), from) != exchange.others.end();
@@ -193,7 +205,7 @@ void Transaction::NoteRouter(Endpoint const& from, Octets const& message) {
 void Transaction::Send(Octets const& apdu, bool expectsReply) {
     Npdu npdu;
     npdu.expectsReply = expectsReply;
-    npdu.destination = device.remote;
+    npdu.destination = exchange.answeredBy ? exchange.answeredBy->remote : device.remote;
     npdu.content = apdu;
     link.Send({device.endpoint, bvlc::Unicast(npdu.Encode())});
 }

@@ -35,6 +35,7 @@ public:
 
 private:
     struct Received {
+        Peer from;
         AnswerPdu pdu;
         Octets apdu;
     };
@@ -47,8 +48,9 @@ private:
     void NoteOther(Peer const& from, AnswerPdu const& answer);
     void NoteRouter(Endpoint const& from, Octets const& message);
     void Send(Octets const& apdu, bool expectsReply);
-    // The detail is empty if nothing is known but that there was no answer.
-    Ack Unanswered(std::string detail) const;
+    // Why there was no answer, as far as it is known.
+    Ack Unanswered() const;
+    bool IsExpected(Peer const& from) const;
 
     Link& link;
     ClientSettings const& settings;

@@ -18,6 +18,8 @@ std::string Reason(Failure const& failure) {
             return "abort: " + AbortReasonText(failure.code);
         case Failure::Kind::Malformed:
             return "malformed answer";
+        case Failure::Kind::Incomplete:
+            return "incomplete answer";
         case Failure::Kind::Stopped:
             break;
     }

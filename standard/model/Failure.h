@@ -8,12 +8,13 @@ namespace standard {
 // Why a request, or one property of it, has no value.
 struct Failure {
     enum class Kind {
-        Silent,     // no answer within the time-out and all retries
-        Error,      // errorClass and code
-        Reject,     // code: BACnetRejectReason
-        Abort,      // code: BACnetAbortReason
-        Malformed,  // an answer that is not one to the request, or that is longer than the limits
-        Stopped     // the caller ended it
+        Silent,      // no answer within the time-out and all retries
+        Error,       // errorClass and code
+        Reject,      // code: BACnetRejectReason
+        Abort,       // code: BACnetAbortReason
+        Malformed,   // an answer that is not one to the request, or that is longer than the limits
+        Incomplete,  // the segments of the answer stopped before its end
+        Stopped      // the caller ended it
     };
     Kind kind = Kind::Silent;
     std::uint32_t errorClass = 0;
@@ -27,7 +28,7 @@ inline bool operator==(Failure const& left, Failure const& right) {
 }
 
 // "object: unknown-object", "reject: unrecognized-service", "abort: buffer-overflow", "no answer", "malformed
-// answer", "stopped". The detail follows in parentheses.
+// answer", "incomplete answer", "stopped". The detail follows in parentheses.
 std::string FailureText(Failure const& failure);
 
 }  // namespace standard

@@ -12,4 +12,10 @@ std::string Peer::Text() const {
            std::to_string(remote->network) + " behind " + endpoint.Text();
 }
 
+bool IsAmong(Peer const& station, Peer const& asked) {
+    bool const isAnyOfNetwork = asked.remote && asked.remote->mac.empty() && station.remote &&
+                                station.remote->network == asked.remote->network;
+    return station == asked || (isAnyOfNetwork && station.endpoint == asked.endpoint);
+}
+
 }  // namespace standard

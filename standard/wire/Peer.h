@@ -21,6 +21,10 @@ inline bool operator==(Peer const& left, Peer const& right) {
     return left.endpoint == right.endpoint && left.remote == right.remote;
 }
 
+// Whether `station` can answer what was sent to `asked`: it is that station, or one of the network all of
+// whose stations were asked, behind the same router.
+bool IsAmong(Peer const& station, Peer const& asked);
+
 // An APDU to be sent to a peer.
 struct Answer {
     Peer peer;

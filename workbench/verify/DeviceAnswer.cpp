@@ -12,9 +12,6 @@ namespace {
 using standard::Datum;
 using standard::DatumKind;
 
-// How the client describes an answer that ends before its last segment.
-constexpr char SegmentsStopped[] = "the segments stopped";
-
 DeviceKind KindOf(DatumKind kind) {
     switch (kind) {
         case DatumKind::Null:
@@ -102,10 +99,10 @@ ReadProblem::Kind KindOf(standard::Failure const& failure) {
         case standard::Failure::Kind::Abort:
             return ReadProblem::Kind::Abort;
         case standard::Failure::Kind::Malformed:
+        case standard::Failure::Kind::Incomplete:
             return ReadProblem::Kind::Malformed;
         default:
-            return failure.detail.rfind(SegmentsStopped, 0) == 0 ? ReadProblem::Kind::Malformed
-                                                                 : ReadProblem::Kind::Silent;
+            return ReadProblem::Kind::Silent;
     }
 }
 

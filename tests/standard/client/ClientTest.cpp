@@ -201,6 +201,46 @@ TEST(Client, ADeviceBehindARouterHasItsAddress) {
     EXPECT_EQ(client.LastExchange().answeredBy, rig.device);
 }
 
+TEST(Client, AnyStationOfANetworkAnswersARequestToAllOfThem) {
+    Rig rig;
+    rig.device.remote = NetworkAddress{5, {}};
+    char const* const value = " 30 01 0C 0C 00 00 00 05 19 55 3E 44 42 90 00 00 3F";
+    auto const behind = [&](std::string const& header) { return ScriptedLink::Reply{Hex(header + value)}; };
+    rig.link.Then(
+        {behind("81 0A 00 1B 01 08 00 06 01 0B"), Reply(Answer72), behind("81 0A 00 1B 01 08 00 05 01 0B")});
+    Client client = rig.Made();
+    EXPECT_EQ(client.Read(rig.device, PresentValue).values.at(0).real, 72.0);
+    EXPECT_EQ(test::ToHex(rig.link.sent.at(0).octets),
+              "81 0A 00 15 01 24 00 05 00 FF 02 75 01 0C 0C 00 00 00 05 19 55");
+    EXPECT_EQ(client.LastExchange().answeredBy, (Peer{test::DeviceEndpoint, NetworkAddress{5, {'\x0B'}}}));
+    EXPECT_EQ(client.LastExchange().otherCount, 2u);
+}
+
+TEST(Client, ALateAnswerOfAnyStationOfANetworkIsReported) {
+    Rig rig;
+    rig.settings.timeout = milliseconds(500);
+    rig.settings.retries = 0;
+    rig.device.remote = NetworkAddress{5, {}};
+    rig.link.Then({{Hex("81 0A 00 1B 01 08 00 05 01 0B 30 01 0C 0C 00 00 00 05 19 55 3E 44 42 90 00 00 3F"),
+                    milliseconds(700)}});
+    Client client = rig.Made();
+    EXPECT_TRUE(client.Read(rig.device, PresentValue).failure);
+    EXPECT_TRUE(client.Read(rig.device, PresentValue).failure);
+    ASSERT_EQ(client.LastExchange().lateCount, 1u);
+    EXPECT_EQ(client.LastExchange().late[0].after, milliseconds(700));
+}
+
+TEST(Client, SilenceNamesDatagramsThatAreNoAnswers) {
+    Rig rig;
+    rig.settings.retries = 0;
+    rig.link.Then({{Hex("DE AD")}, {Hex("BE EF")}}).Then({}).Then({{Hex("DE AD")}});
+    Client client = rig.Made();
+    auto const why = [&] { return FailureText(client.Read(rig.device, PresentValue).failure.value()); };
+    EXPECT_EQ(why(), "no answer (2 datagrams came that are not an answer)");
+    EXPECT_EQ(why(), "no answer");
+    EXPECT_EQ(why(), "no answer (a datagram came that is not an answer)");
+}
+
 TEST(Client, TheRouterDoesNotAnswerInPlaceOfTheDevice) {
     Rig rig;
     rig.settings.retries = 0;

@@ -123,8 +123,25 @@ TEST(SegmentedAnswer, FromARouterGoesBackThroughIt) {
     datagram[3] = static_cast<char>(datagram.size());
     link.Then({{datagram}});
     Client client(link, {});
-    EXPECT_EQ(client.Read(remote, Location).failure->kind, Failure::Kind::Silent);
+    EXPECT_EQ(client.Read(remote, Location).failure->kind, Failure::Kind::Incomplete);
     EXPECT_EQ(test::ToHex(link.sent.at(1).octets), "81 0A 00 0F 01 20 00 05 01 0B FF 40 01 00 03");
+}
+
+TEST(SegmentedAnswer, OfAnyStationOfANetworkIsAcknowledgedToTheOneThatSendsIt) {
+    ScriptedLink link;
+    Peer const network{test::DeviceEndpoint, NetworkAddress{5, {}}};
+    auto const behind = [](char const* header, unsigned number) {
+        test::Octets datagram = test::operator+(test::Hex(header), Segment(number));
+        datagram[3] = static_cast<char>(datagram.size());
+        return ScriptedLink::Reply{datagram};
+    };
+    link.Then({behind("81 0A 00 00 01 08 00 05 01 0B", 0), behind("81 0A 00 00 01 08 00 05 01 0C", 1)});
+    Client client(link, {});
+    EXPECT_EQ(client.Read(network, Location).failure->kind, Failure::Kind::Incomplete);
+    EXPECT_EQ(test::ToHex(link.sent.at(1).octets), "81 0A 00 0F 01 20 00 05 01 0B FF 40 01 00 03");
+    EXPECT_EQ(client.LastExchange().answeredBy, (Peer{test::DeviceEndpoint, NetworkAddress{5, {'\x0B'}}}));
+    EXPECT_EQ(client.LastExchange().others.at(0), (Peer{test::DeviceEndpoint, NetworkAddress{5, {'\x0C'}}}));
+    EXPECT_EQ(client.LastExchange().segments, 1u);
 }
 
 TEST(SegmentedAnswer, ThatStopsIsAFailureAfterFourTimeouts) {
@@ -134,7 +151,7 @@ TEST(SegmentedAnswer, ThatStopsIsAFailureAfterFourTimeouts) {
     settings.segmentTimeout = milliseconds(500);
     Client client(link, settings);
     EXPECT_EQ(FailureText(client.Read(Device, Location).failure.value()),
-              "no answer (the segments stopped after 2)");
+              "incomplete answer (the segments stopped after 2)");
     EXPECT_EQ(link.Elapsed(), milliseconds(2020));
     EXPECT_EQ(link.sent.size(), 2u);
 }

@@ -44,6 +44,7 @@ TEST(Failure, TextHasNamesAndDetail) {
     EXPECT_EQ(FailureText({Failure::Kind::Reject, 0, 9, {}}), "reject: unrecognized-service");
     EXPECT_EQ(FailureText({Failure::Kind::Abort, 0, 1, {}}), "abort: buffer-overflow");
     EXPECT_EQ(FailureText({Failure::Kind::Malformed, 0, 0, "too long"}), "malformed answer (too long)");
+    EXPECT_EQ(FailureText({Failure::Kind::Incomplete, 0, 0, {}}), "incomplete answer");
     EXPECT_EQ(FailureText({Failure::Kind::Stopped, 0, 0, {}}), "stopped");
 }
 

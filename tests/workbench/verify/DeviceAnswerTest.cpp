@@ -74,9 +74,15 @@ TEST(DeviceAnswer, EveryFailureIsAProblem) {
     EXPECT_EQ(Problem({Kind::Abort, 0, 1, {}}).kind, ReadProblem::Kind::Abort);
     EXPECT_EQ(Problem({Kind::Malformed, 0, 0, {}}).kind, ReadProblem::Kind::Malformed);
     EXPECT_EQ(Problem({Kind::Silent, 0, 0, {}}).kind, ReadProblem::Kind::Silent);
-    EXPECT_EQ(Problem({Kind::Silent, 0, 0, "another station answers"}).kind, ReadProblem::Kind::Silent);
-    EXPECT_EQ(Problem({Kind::Silent, 0, 0, "the segments stopped after 1"}).kind,
-              ReadProblem::Kind::Malformed);
+    EXPECT_EQ(Problem({Kind::Incomplete, 0, 0, {}}).kind, ReadProblem::Kind::Malformed);
+}
+
+TEST(DeviceAnswer, SilenceIsSilenceWhateverIsSaidOfIt) {
+    for (char const* const detail : {"another station answers", "the segments stopped after 1"}) {
+        ReadProblem const problem = Problem({standard::Failure::Kind::Silent, 0, 0, detail});
+        EXPECT_EQ(problem.kind, ReadProblem::Kind::Silent);
+        EXPECT_EQ(problem.text, std::string("no answer (") + detail + ")");
+    }
 }
 
 TEST(DeviceAnswer, WordsAreEmptyWithoutAValue) {
