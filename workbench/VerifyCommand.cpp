@@ -4,12 +4,11 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdlib>
-#include <cstring>
-#include <fstream>
+#include <optional>
 #include <ostream>
 #include <stdexcept>
+#include <utility>
 
 #include "AddIn.h"
 #include "ExitCode.h"
@@ -17,6 +16,7 @@
 #include "LoadedProject.h"
 #include "PollGuard.h"
 #include "Printable.h"
+#include "ReportFile.h"
 #include "ReportPage.h"
 #include "Signals.h"
 #include "UdpLink.h"
@@ -81,24 +81,13 @@ private:
     bool isShown;
 };
 
-// A page that cannot be written is reported before the devices are asked.
-std::ofstream OpenReport(std::string const& file) {
-    std::ofstream stream;
-    if (!file.empty()) {
-        stream.open(file, std::ios::binary | std::ios::trunc);
-        if (!stream) {
-            throw std::runtime_error("the report " + file + " cannot be written: " + std::strerror(errno));
-        }
+// The page for the acceptance, if one is wanted. One that cannot be written is reported before the devices
+// are asked.
+std::optional<ReportFile> PageOf(Options const& options) {
+    if (options.verify.report.empty()) {
+        return std::nullopt;
     }
-    return stream;
-}
-
-void WriteReport(std::ofstream& stream, std::string const& file, VerifyReport const& report) {
-    stream << ReportPage(report);
-    stream.close();
-    if (!stream) {
-        throw std::runtime_error("the report " + file + " is incomplete: writing failed");
-    }
+    return std::optional<ReportFile>(std::in_place, options.verify.report, options.project);
 }
 
 TextStyle StyleOf(RunStreams const& streams) {
@@ -139,6 +128,20 @@ void Print(VerifyReport const& report, Options const& options, RunStreams const&
     }
 }
 
+// Neither output is lost because the other one cannot be written.
+void Deliver(VerifyReport const& report, std::optional<ReportFile>& page, Options const& options,
+             RunStreams const& streams) {
+    try {
+        if (page) {
+            page->Write(ReportPage(report));
+        }
+    } catch (std::runtime_error const&) {
+        Print(report, options, streams);
+        throw;
+    }
+    Print(report, options, streams);
+}
+
 }  // namespace
 
 int VerifyProject(Options const& options, RunStreams const& streams) {
@@ -153,17 +156,14 @@ int VerifyProject(Options const& options, RunStreams const& streams) {
     project.Load(SourceText::FromFile(options.project));
     WarnOfUnusedParams(project, streams.err);
     StoppableLink link(signals);
-    std::ofstream page = OpenReport(options.verify.report);
+    std::optional<ReportFile> page = PageOf(options);
     VerifyReport report = Verify(project, guard, log, link, SettingsOf(options.verify, signals, line));
     line.Clear();
     report.title = options.verify.title.empty() ? options.project : options.verify.title;
     report.project = options.project;
     report.version = WORKBENCH_VERSION;
     report.addIn = options.addIn.empty() ? DefaultAddIn() : options.addIn;
-    Print(report, options, streams);
-    if (!options.verify.report.empty()) {
-        WriteReport(page, options.verify.report, report);
-    }
+    Deliver(report, page, options, streams);
     return FiguresOf(report).findings == 0 ? tools::WorkbenchExit::Ok : tools::WorkbenchExit::Fault;
 }
 

@@ -49,6 +49,16 @@ int RunCommand(Options const& options, RunStreams const& streams) {
     return options.what == Command::Verify ? VerifyProject(options, streams) : RunProject(options, streams);
 }
 
+// A file or socket that is opened later must not take the number of a closed standard stream. What is written
+// to the stream fails as if it were still closed.
+void OccupyClosedStreams() {
+    for (int handle = 0; handle <= STDERR_FILENO; ++handle) {
+        if (fcntl(handle, F_GETFD) == -1) {
+            open("/dev/null", handle == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+        }
+    }
+}
+
 int Fail(std::ostream& err, std::exception const& reason, tools::WorkbenchExit::Code code) {
     err << reason.what() << "\n";
     return code;
@@ -61,6 +71,9 @@ int Main(int argc, char const* const* argv, std::ostream& out, std::ostream& err
     std::setlocale(LC_CTYPE, "C.UTF-8");
     // Checked before any file is opened: it could take the number of a closed standard input.
     int const in = &out == &std::cout && fcntl(0, F_GETFD) != -1 ? 0 : -1;
+    if (&out == &std::cout) {
+        OccupyClosedStreams();
+    }
     int exitCode = tools::WorkbenchExit::Ok;
     std::optional<Options> const options = ParseCommandLine(argc, argv, out, err, exitCode);
     if (!options) {

@@ -6,6 +6,7 @@ import re
 import signal
 import socket
 import subprocess
+import threading
 import time
 
 from bacnet import FakeDevice, Request
@@ -107,7 +108,7 @@ class Verify(EndToEnd):
         result = self.one_block(
             """device{name = "D", instance = 7, objects = {
                 integer_value{instance = 1, name = "I", present_value = -5},
-                large_analog_value{instance = 1, name = "L", present_value = 0.1},
+                large_analog_value{instance = 1, name = "L", present_value = 123456.789},
                 multi_state_value{instance = 1, name = "M", present_value = 3, number_of_states = 4},
                 analog_input{instance = 1, name = "A", present_value = 21.5},
                 schedule{instance = 1, name = "S", present_value = unsigned(2), schedule_default = unsigned(2),
@@ -281,19 +282,50 @@ class Verify(EndToEnd):
             self.assertGreater(self.services(station).count(write_property), 0)
 
     def test_an_interrupt_prints_what_was_done(self):
-        devices = [self.device(DEVICE % ""), self.device(DEVICE % "fault{'delay', seconds = 0.9}")]
-        project = "".join(block(name, device.address, [variable("T" + name, "analog-input", 1),
-                                                       variable("R" + name, "analog-input", 2)])
-                          for name, device in zip("AB", devices))
-        process = subprocess.Popen([WORKBENCH, "verify", self.file("project.lua", TASK + project), "--format", "json"],
-                                   stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
-        time.sleep(1.5)
-        process.send_signal(signal.SIGINT)
-        output = process.communicate(timeout=10)
+        asked = threading.Event()
+
+        def answer(_):
+            asked.set()
+            return []
+
+        with FakeDevice(answer) as silent:
+            project = "".join(block(name, address, [variable("T" + name, "analog-input", 1),
+                                                    variable("R" + name, "analog-input", 2)])
+                              for name, address in (("A", self.device(DEVICE % "").address), ("B", silent.address)))
+            process = subprocess.Popen(
+                [WORKBENCH, "verify", self.file("project.lua", TASK + project), "--format", "json", "--timeout", "60000"],
+                stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+            self.assertTrue(asked.wait(LONGEST))
+            process.send_signal(signal.SIGINT)
+            output = process.communicate(timeout=LONGEST)
         result = Verified(subprocess.CompletedProcess([], process.returncode, *output))
-        self.assertEqual((result.code, result.summary["interrupted"]), (1, True))
+        self.assertEqual((result.code, result.summary["interrupted"], result.summary["rounds"]), (1, True, 0))
         self.assertEqual([result.verdict(name) for name in ("TA", "RA", "TB", "RB")],
                          ["agrees", "agrees", "not verified", "not verified"])
+
+    def test_the_page_is_written_although_standard_output_cannot_be(self):
+        device = self.device(DEVICE % "")
+        project = self.file("project.lua", TASK + block("B", device.address, [variable("T", "analog-input", 1)]))
+        for name, redirection in (("full", ">/dev/full"), ("closed", ">&-"), ("both", ">&- <&-")):
+            with self.subTest(output=name):
+                page = self.file(name + ".html")
+                result = subprocess.run(["sh", "-c", '"$0" verify "$1" --report "$2" ' + redirection, WORKBENCH, project,
+                                         page], stderr=subprocess.PIPE, text=True, timeout=LONGEST, check=False)
+                self.assertEqual((result.returncode, result.stderr), (4, "standard output cannot be written\n"))
+                with open(page, encoding="utf-8") as stream:
+                    self.assertIn("</html>", stream.read())
+
+    def test_a_page_that_cannot_be_written_leaves_files_and_the_text_of_the_result(self):
+        device = self.device(DEVICE % "")
+        text = TASK + block("B", device.address, [variable("T", "analog-input", 1)])
+        result = self.verify(text, "--report", self.file("project.lua", text))
+        self.assertEqual((result.code, result.output), (4, ""))
+        self.assertIn("this is the project itself", result.errors)
+        with open(self.file("project.lua"), encoding="utf-8") as stream:
+            self.assertEqual(stream.read(), text)
+        result = self.verify(text, "--report", "/dev/full")
+        self.assertEqual((result.code, result.verdict("T")), (4, "agrees"))
+        self.assertIn("--report /dev/full: the page cannot be written: No space left", result.errors)
 
     def test_the_report_is_one_page_and_texts_of_devices_have_no_effect_in_it(self):
         device = self.device("""device{name = "<script>alert(1)</script>", instance = 7, objects = {

@@ -217,6 +217,11 @@ OpcUa_VariantHlp DecodeNumber(std::uint64_t bits, PropertyTypeEnum type) {
     return result;
 }
 
+// A Float has the value of a Double as a whole if both have the same shortest decimal text.
+bool IsNarrowed(OpcUa_VariantHlp const& natural, _OpcUa_BuiltInType declared) {
+    return natural.GetType() == OpcUaType_Double && declared == OpcUaType_Float;
+}
+
 }  // namespace
 
 FaithfulValue Faithful(DeviceValue const& value, PropertyTypeEnum type, _OpcUa_BuiltInType declared,
@@ -232,9 +237,11 @@ FaithfulValue Faithful(DeviceValue const& value, PropertyTypeEnum type, _OpcUa_B
     if (status != OpcUa_Good) {
         return {std::nullopt, NoConversion(value, status, declared)};
     }
+    std::string const text = ValueText(converted, localDiff);
     OpcUa_VariantHlp back = converted;
-    bool const isKept = back.ChangeType(natural.GetType()) == OpcUa_Good && back == natural;
-    return {converted, isKept ? value.lost : ConversionLoss(declared, ValueText(converted, localDiff))};
+    bool const isKept = (back.ChangeType(natural.GetType()) == OpcUa_Good && back == natural) ||
+                        (IsNarrowed(natural, declared) && text == ValueText(natural, localDiff));
+    return {converted, isKept ? value.lost : ConversionLoss(declared, text)};
 }
 
 std::vector<OpcUa_VariantHlp> Decoded(DeviceValue const& value, PropertyTypeEnum type,

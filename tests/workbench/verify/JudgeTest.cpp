@@ -132,10 +132,25 @@ TEST(Judge, FractionsAndDigitsThatTheTypeCannotHoldAreLost) {
               Verdict::LosesInformation);
     EXPECT_EQ(Compare(Point(PropertyTypeEnum::Real, OpcUaType_Int32), Int32(21), RealValueOf(21)).verdict,
               Verdict::Agrees);
-    EXPECT_EQ(Compare(Point(PropertyTypeEnum::Double, OpcUaType_Float), Float(0.1F), DoubleOf(0.1)).verdict,
-              Verdict::LosesInformation);
+    EXPECT_EQ(
+        Compare(Point(PropertyTypeEnum::Double, OpcUaType_Float), Float(123456.789F), DoubleOf(123456.789))
+            .verdict,
+        Verdict::LosesInformation);
     EXPECT_EQ(Compare(Point(PropertyTypeEnum::Double, OpcUaType_Float), Float(0.5F), DoubleOf(0.5)).verdict,
               Verdict::Agrees);
+}
+
+TEST(Judge, ADoubleWhoseDigitsAFloatHasAgrees) {
+    PointFacts const point = Point(PropertyTypeEnum::Double, OpcUaType_Float);
+    for (double const number : {0.1, 12345.678, -12345.678, 1e-3}) {
+        EXPECT_EQ(Compare(point, Float(static_cast<float>(number)), DoubleOf(number)).verdict,
+                  Verdict::Agrees);
+    }
+    for (double const number : {123456.789, 0.123456789, 1e-60}) {
+        EXPECT_EQ(Compare(point, Float(static_cast<float>(number)), DoubleOf(number)).verdict,
+                  Verdict::LosesInformation);
+    }
+    EXPECT_EQ(Compare(point, Float(0.2F), DoubleOf(0.1)).verdict, Verdict::Differs);
 }
 
 TEST(Judge, OctetsOfAnotherDatatypeLoseInformation) {
