@@ -40,7 +40,7 @@ void WriteValue(JsonWriter& writer, OpcUa_Variant const& value, long long localD
             WriteNumber(writer, value.Value.Double);
             break;
         case OpcUaType_String:
-            WriteText(writer, tools::ValidUtf8(View(value.Value.Octets)));
+            WriteText(writer, std::string(View(value.Value.Octets)));
             break;
         case OpcUaType_DateTime:
             WriteText(writer, IsoTime(value.Value.DateTime, localDiff));
@@ -65,10 +65,10 @@ void WriteProgress(JsonWriter& writer, WriteState const& write, long long localD
     writer.Key("value");
     WriteValue(writer, write.value, localDiff);
     if (!write.reason.empty()) {
-        WriteField(writer, "reason", tools::ValidUtf8(write.reason));
+        WriteField(writer, "reason", write.reason);
     }
     if (!write.device.empty()) {
-        WriteField(writer, "device", tools::ValidUtf8(write.device));
+        WriteField(writer, "device", write.device);
     }
     writer.EndObject();
 }
@@ -76,7 +76,7 @@ void WriteProgress(JsonWriter& writer, WriteState const& write, long long localD
 void WriteVariable(JsonWriter& writer, VariableSnapshot const& variable, long long localDiff) {
     VariableState const& state = variable.state;
     writer.StartObject();
-    WriteField(writer, "name", tools::ValidUtf8(variable.config->name));
+    WriteField(writer, "name", variable.config->name);
     WriteField(writer, "object", ObjectText(*variable.config));
     WriteField(writer, "property", variable.config->property->name);
     WriteField(writer, "type", TypeName(variable.config->type));
@@ -95,7 +95,7 @@ void WriteVariable(JsonWriter& writer, VariableSnapshot const& variable, long lo
         WriteProgress(writer, variable.write, localDiff);
     }
     if (!variable.suspect.empty()) {
-        WriteField(writer, "suspect", tools::ValidUtf8(variable.suspect));
+        WriteField(writer, "suspect", variable.suspect);
     }
     writer.EndObject();
 }
@@ -123,7 +123,7 @@ void WriteCauses(JsonWriter& writer, BlockSnapshot const& block) {
         writer.StartObject();
         WriteField(writer, "cause", CauseName(cause.kind));
         WriteOptional(writer, "object", cause.object);
-        WriteField(writer, "text", tools::ValidUtf8(cause.text));
+        WriteField(writer, "text", cause.text);
         writer.Key("count");
         writer.Uint64(cause.count);
         WriteField(writer, "since", IsoTime(cause.since, block.localDiff));
@@ -139,12 +139,12 @@ std::string FormatJson(BlockSnapshot const& block) {
     JsonWriter writer(buffer);
     writer.StartObject();
     WriteField(writer, "time", IsoTime(block.time, block.localDiff));
-    WriteField(writer, "block", tools::ValidUtf8(block.config->name));
+    WriteField(writer, "block", block.config->name);
     writer.Key("cycle");
     writer.Uint64(block.cycle);
     writer.Key("fault");
     writer.Bool(IsFault(block));
-    WriteField(writer, "error", tools::ValidUtf8(FaultText(block)));
+    WriteField(writer, "error", FaultText(block));
     writer.Key("variables");
     writer.StartArray();
     for (VariableSnapshot const& variable : block.variables) {
@@ -173,14 +173,14 @@ std::string FormatJson(SetAnswer const& answer, long long localDiff) {
     rapidjson::StringBuffer buffer;
     JsonWriter writer(buffer);
     writer.StartObject();
-    WriteField(writer, "set", tools::ValidUtf8(answer.target));
+    WriteField(writer, "set", answer.target);
     if (answer.mistake.empty()) {
         WriteField(writer, "state", StageName(WriteStage::Pending));
         writer.Key("value");
         WriteValue(writer, answer.value, localDiff);
     } else {
         WriteField(writer, "state", "invalid");
-        WriteField(writer, "reason", tools::ValidUtf8(answer.mistake));
+        WriteField(writer, "reason", answer.mistake);
     }
     writer.EndObject();
     return JsonLine(buffer);

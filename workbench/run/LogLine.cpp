@@ -51,10 +51,10 @@ std::string LogJson(LogLine const& line) {
     JsonWriter writer(buffer);
     writer.StartObject();
     WriteField(writer, "time", IsoTime(line.time, line.localDiff));
-    WriteOptional(writer, "block", tools::ValidUtf8(line.block));
+    WriteOptional(writer, "block", line.block);
     WriteOptional(writer, "object", line.object);
-    WriteOptional(writer, "variable", tools::ValidUtf8(line.variable));
-    WriteField(writer, "text", tools::ValidUtf8(line.text));
+    WriteOptional(writer, "variable", line.variable);
+    WriteField(writer, "text", line.text);
     writer.EndObject();
     return JsonLine(buffer);
 }

@@ -1,9 +1,12 @@
 #include "JsonFields.h"
 
+#include "Printable.h"
+
 namespace workbench {
 
 void WriteText(JsonWriter& writer, std::string const& text) {
-    writer.String(text.data(), static_cast<rapidjson::SizeType>(text.size()));
+    std::string const valid = tools::ValidUtf8(text);
+    writer.String(valid.data(), static_cast<rapidjson::SizeType>(valid.size()));
 }
 
 void WriteField(JsonWriter& writer, char const* name, std::string const& text) {

@@ -11,7 +11,7 @@ namespace workbench {
 
 using JsonWriter = rapidjson::Writer<rapidjson::StringBuffer>;
 
-// A text must be valid UTF-8.
+// Octets of a text that are not UTF-8 are replaced.
 void WriteText(JsonWriter& writer, std::string const& text);
 void WriteField(JsonWriter& writer, char const* name, std::string const& text);
 // null for an empty text.

@@ -64,6 +64,7 @@ BlockVerifier::BlockVerifier(BlockConfig const& verifiedBlock, standard::Client&
 
 BlockResult const& BlockVerifier::Result() {
     result.notes = NotesOf(device, result.device);
+    result.rounds = device.Rounds() - device.RoundsGivenUp();
     return result;
 }
 
@@ -78,6 +79,7 @@ bool BlockVerifier::Describe() {
         }
         DescribeObject(objects[i]);
     }
+    isDescribed = !device.GivenUp();
     return true;
 }
 
@@ -102,6 +104,13 @@ void BlockVerifier::DescribeObject(ObjectPoints const& object) {
 }
 
 bool BlockVerifier::Round() {
+    device.BeginRound();
+    bool const goesOn = CompareAll();
+    Merge();
+    return goesOn && (isDescribed || device.GivenUp() || Describe());
+}
+
+bool BlockVerifier::CompareAll() {
     round = result.points;
     for (PointResult& point : round) {
         point.judgement = {};
@@ -135,7 +144,6 @@ bool BlockVerifier::Round() {
         }
         which = std::move(again);
     }
-    Merge();
     return goesOn;
 }
 
@@ -241,17 +249,9 @@ standard::PropertyReference BlockVerifier::ReferenceOf(std::size_t index) const 
             static_cast<std::uint32_t>(block.variables[index].property->bacnetNumber), std::nullopt};
 }
 
-// A finding stays; of results without one the latest is kept.
 void BlockVerifier::Merge() {
     for (std::size_t i = 0; i < round.size(); ++i) {
-        bool const isNew = IsFinding(round[i]);
-        bool const wasOpen = result.points[i].judgement.verdict == Verdict::NotVerified;
-        unsigned const findings = result.points[i].findings + (isNew ? 1 : 0);
-        bool const isUndone = round[i].judgement.verdict == Verdict::NotVerified;
-        if (wasOpen || (!isUndone && (isNew || result.points[i].findings == 0))) {
-            result.points[i] = round[i];
-        }
-        result.points[i].findings = isUndone ? result.points[i].findings : findings;
+        AddRound(result.points[i], round[i]);
     }
 }
 

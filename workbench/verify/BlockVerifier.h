@@ -23,13 +23,17 @@ public:
     BlockVerifier(BlockConfig const& verifiedBlock, standard::Client& client, DriverPoll& driverPoll,
                   long long localDiff, Progress progress);
 
-    // Reads which device answers and what it says of the objects. False if the run is to end.
+    // Reads which device answers and what it says of the objects; in a later round again, if the device
+    // stopped answering meanwhile. False if the run is to end.
     bool Describe();
     // Compares every point once, and again what differs while values move. False if the run is to end; then
     // points without a verdict keep "not verified".
     bool Round();
 
-    // The result of all rounds so far: of each point the worst one.
+    // Whether the device answered throughout the last round.
+    bool IsCompared() const { return !device.GivenUp(); }
+
+    // The result of all rounds so far: of each point the worst one, with what the others were.
     BlockResult const& Result();
 
 private:
@@ -51,6 +55,7 @@ private:
     bool IsCauseOfFault(std::size_t index) const;
     std::string StateText(std::size_t index, DeviceValue const& value) const;
     standard::PropertyReference ReferenceOf(std::size_t index) const;
+    bool CompareAll();
     void Merge();
 
     BlockConfig const& block;
@@ -62,6 +67,7 @@ private:
     std::vector<States> states;         // by object
     std::vector<std::size_t> objectOf;  // of each point
     std::vector<PointResult> round;     // of this round
+    bool isDescribed = false;
     BlockResult result;
 };
 

@@ -33,13 +33,22 @@ std::chrono::milliseconds TimeOf(standard::Exchange const& exchange) {
 
 bool IsNoAnswer(standard::ReadResult const& result) {
     return result.failure && (result.failure->kind == standard::Failure::Kind::Silent ||
-                              result.failure->kind == standard::Failure::Kind::Malformed);
+                              result.failure->kind == standard::Failure::Kind::Malformed ||
+                              result.failure->kind == standard::Failure::Kind::Incomplete);
 }
 
 }  // namespace
 
 DeviceSource::DeviceSource(standard::Client& standardClient, standard::Peer devicePeer)
-    : client(standardClient), peer(std::move(devicePeer)) {}
+    : client(standardClient), peer(std::move(devicePeer)), answeredBy(peer) {}
+
+void DeviceSource::BeginRound() {
+    if (++rounds > 1) {
+        givenUp.reset();
+        lateAfter = {};
+    }
+    inSuccession = altogether = 0;
+}
 
 standard::ObjectId DeviceSource::AnyDevice() {
     return {DeviceType, standard::ObjectId::LastInstance};
@@ -53,10 +62,12 @@ std::vector<DeviceAnswerTime> DeviceSource::Read(std::vector<standard::PropertyR
         }
         return answers;
     }
+    slowest = {};
+    client.OnExchange([this](standard::Exchange const& exchange) { Note(exchange); });
     std::vector<standard::ReadResult> results = client.ReadMultiple(peer, references);
-    std::chrono::milliseconds const time = TimeOf(client.LastExchange());
-    Note(client.LastExchange());
+    std::chrono::milliseconds const time = slowest;
     Judge(results);
+    client.OnExchange({});
     for (standard::ReadResult& result : results) {
         std::chrono::milliseconds const elapsed = IsNoAnswer(result) ? lateAfter : time;
         answers.push_back({std::move(result), elapsed});
@@ -65,6 +76,10 @@ std::vector<DeviceAnswerTime> DeviceSource::Read(std::vector<standard::PropertyR
 }
 
 void DeviceSource::Note(standard::Exchange const& exchange) {
+    if (exchange.answeredBy) {
+        answeredBy = *exchange.answeredBy;
+        slowest = std::max(slowest, TimeOf(exchange));
+    }
     for (standard::Peer const& other : exchange.others) {
         others.insert(PeerText(other));
     }
@@ -84,16 +99,19 @@ void DeviceSource::Judge(std::vector<standard::ReadResult> const& results) {
     // A device that does not answer for its Device object may still do so for others.
     bool const isDevice = results.front().reference.object == AnyDevice();
     if (isEnough || (!isDevice && IsNoAnswer(ReadIdentifier()))) {
-        givenUp = results.front().failure;
+        GiveUp(*results.front().failure);
     }
 }
 
+void DeviceSource::GiveUp(standard::Failure const& failure) {
+    givenUp = lastFailure = failure;
+    ++roundsGivenUp;
+}
+
 standard::ReadResult DeviceSource::ReadIdentifier() {
-    standard::ReadResult const result = client.Read(
+    return client.Read(
         peer,
         {AnyDevice(), static_cast<std::uint32_t>(standard::PropertyId::Object_Identifier), std::nullopt});
-    Note(client.LastExchange());
-    return result;
 }
 
 }  // namespace workbench

@@ -61,7 +61,7 @@ DeviceIdentity Identify(DeviceSource& device) {
     for (std::size_t i = 0; i < std::size(Texts); ++i) {
         identity.*Texts[i].text = WordsOf(answers[i + 2].result);
     }
-    identity.answersFrom = identity.isKnown ? PeerText(device.Device()) : std::string();
+    identity.answersFrom = identity.isKnown ? PeerText(device.AnsweredBy()) : std::string();
     return identity;
 }
 
@@ -79,9 +79,13 @@ std::vector<BlockNote> NotesOf(DeviceSource const& device, DeviceIdentity const&
         notes.push_back(
             {true, "the device does not execute ReadPropertyMultiple, by which the driver reads"});
     }
-    if (device.GivenUp()) {
-        notes.push_back({true, "requests in succession had no usable answer (" +
-                                   FailureText(*device.GivenUp()) + "); what was left was not requested"});
+    if (device.RoundsGivenUp() > 0) {
+        std::string const rounds = device.Rounds() > 1
+                                       ? "in " + std::to_string(device.RoundsGivenUp()) + " of " +
+                                             std::to_string(device.Rounds()) + " rounds "
+                                       : std::string();
+        notes.push_back({true, rounds + "requests in succession had no usable answer (" +
+                                   FailureText(device.LastFailure()) + "); what was left was not requested"});
     }
     return notes;
 }

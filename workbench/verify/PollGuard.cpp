@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "AnswerPdu.h"
 #include "ConfirmedRequest.h"
 #include "Npdu.h"
 #include "Refusal.h"
@@ -15,11 +16,9 @@ namespace {
 constexpr long long TicksPerMillisecond = 10'000;
 constexpr int BvlcHeader = 4;
 
-// APDU types of ASHRAE 135, clause 20.1, and the services of a read.
+// APDU types of ASHRAE 135, clause 20.1.
 constexpr int ConfirmedRequestType = 0;
 constexpr int SegmentAckType = 4;
-constexpr std::uint8_t ReadProperty = 12;
-constexpr std::uint8_t ReadPropertyMultiple = 14;
 
 // The APDU of a datagram. The length in its BVLC header is not checked: the driver's is wrong from 256 octets
 // up.
@@ -35,11 +34,16 @@ std::optional<standard::Octets> ApduOf(void const* data, int length) {
     return std::move(npdu->content);
 }
 
+bool IsRead(std::uint8_t serviceChoice) {
+    auto const service = static_cast<standard::ServiceChoice>(serviceChoice);
+    return service == standard::ServiceChoice::ReadProperty ||
+           service == standard::ServiceChoice::ReadPropertyMultiple;
+}
+
 // The object of a read; no value if the request is something else.
 std::optional<standard::ObjectId> ObjectOfRead(standard::Octets const& apdu) {
     auto const request = standard::ConfirmedRequest::Decode(apdu);
-    if (!request || request->isSegmented ||
-        (request->serviceChoice != ReadProperty && request->serviceChoice != ReadPropertyMultiple)) {
+    if (!request || request->isSegmented || !IsRead(request->serviceChoice)) {
         return std::nullopt;
     }
     try {

@@ -67,8 +67,8 @@ std::string VerdictCell(PointResult const& point) {
     if (!point.reliability.empty()) {
         html += Small("reliability " + point.reliability);
     }
-    if (!point.judgement.explanation.empty()) {
-        html += "<span class=\"why\">" + HtmlText(point.judgement.explanation) + "</span>";
+    if (!ExplanationText(point).empty()) {
+        html += "<span class=\"why\">" + HtmlText(ExplanationText(point)) + "</span>";
     }
     return html;
 }
@@ -131,7 +131,7 @@ std::string FindingRow(BlockResult const& block, PointResult const& point) {
            Cell("Variable", HtmlText(point.variable->name)) +
            Cell("Object", HtmlText(PointText(*point.variable)) + Small(point.objectName)) +
            Cell("Verdict", Badge(point.judgement.verdict)) +
-           Cell("Explanation", HtmlText(point.judgement.explanation)) + "</tr>\n";
+           Cell("Explanation", HtmlText(ExplanationText(point))) + "</tr>\n";
 }
 
 std::string Findings(VerifyReport const& report) {

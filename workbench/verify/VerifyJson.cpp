@@ -1,11 +1,8 @@
 #include "VerifyJson.h"
 
-#include <rapidjson/stringbuffer.h>
-#include <rapidjson/writer.h>
-
 #include <cmath>
 
-#include "Printable.h"
+#include "JsonFields.h"
 #include "Snapshot.h"
 #include "TimeText.h"
 #include "TypeName.h"
@@ -15,26 +12,16 @@ namespace workbench {
 
 namespace {
 
-using Writer = rapidjson::Writer<rapidjson::StringBuffer>;
-
-void Write(Writer& writer, std::string const& text) {
-    std::string const valid = tools::ValidUtf8(text);
-    writer.String(valid.data(), static_cast<rapidjson::SizeType>(valid.size()));
-}
-
-void Write(Writer& writer, char const* name, std::string const& text) {
+// How many rounds had which verdict, or points.
+template <class Counts>
+void WriteCounts(JsonWriter& writer, char const* name, Counts const& counts) {
     writer.Key(name);
-    Write(writer, text);
-}
-
-// An empty text is null: the device does not have it.
-void WriteIfAny(Writer& writer, char const* name, std::string const& text) {
-    writer.Key(name);
-    if (text.empty()) {
-        writer.Null();
-    } else {
-        Write(writer, text);
+    writer.StartObject();
+    for (auto const& [which, count] : counts) {
+        writer.Key(RowOf(which).name);
+        writer.Uint64(count);
     }
+    writer.EndObject();
 }
 
 bool IsNumber(OpcUa_Variant const& value) {
@@ -44,7 +31,7 @@ bool IsNumber(OpcUa_Variant const& value) {
     return value.Datatype >= OpcUaType_SByte && value.Datatype <= OpcUaType_Double && std::isfinite(number);
 }
 
-void WriteDriverValue(Writer& writer, PointResult const& point, long long localDiff) {
+void WriteDriverValue(JsonWriter& writer, PointResult const& point, long long localDiff) {
     OpcUa_Variant const& value = point.driverVariant;
     std::string const text = ValueText(value, localDiff);
     if (value.Datatype == OpcUaType_Null) {
@@ -54,13 +41,13 @@ void WriteDriverValue(Writer& writer, PointResult const& point, long long localD
     } else if (IsNumber(value)) {
         writer.RawValue(text.data(), text.size(), rapidjson::kNumberType);
     } else if (value.Datatype == OpcUaType_String) {
-        Write(writer, std::string(View(value.Value.Octets)));
+        WriteText(writer, std::string(View(value.Value.Octets)));
     } else {
-        Write(writer, text);
+        WriteText(writer, text);
     }
 }
 
-void WriteRemarks(Writer& writer, PointResult const& point) {
+void WriteRemarks(JsonWriter& writer, PointResult const& point) {
     writer.Key("remarks");
     writer.StartArray();
     for (Remark const remark : point.remarks) {
@@ -72,41 +59,42 @@ void WriteRemarks(Writer& writer, PointResult const& point) {
 template <class Body>
 std::string Line(char const* kind, Body const& body) {
     rapidjson::StringBuffer buffer;
-    Writer writer(buffer);
+    JsonWriter writer(buffer);
     writer.StartObject();
-    Write(writer, "kind", kind);
+    WriteField(writer, "kind", kind);
     body(writer);
     writer.EndObject();
-    return std::string(buffer.GetString(), buffer.GetSize()) + "\n";
+    return JsonLine(buffer);
 }
 
 std::string PointLine(BlockResult const& block, PointResult const& point, long long localDiff) {
-    return Line("variable", [&](Writer& writer) {
+    return Line("variable", [&](JsonWriter& writer) {
         VariableConfig const& variable = *point.variable;
-        Write(writer, "block", block.block->name);
-        Write(writer, "name", variable.name);
-        Write(writer, "object", ObjectText(variable));
-        Write(writer, "property", variable.property->name);
-        Write(writer, "type", TypeName(variable.type));
-        WriteIfAny(writer, "objectName", point.objectName);
-        WriteIfAny(writer, "description", point.description);
-        WriteIfAny(writer, "units", point.units);
-        WriteIfAny(writer, "stateText", point.stateText);
-        WriteIfAny(writer, "reliability", point.reliability);
+        WriteField(writer, "block", block.block->name);
+        WriteField(writer, "name", variable.name);
+        WriteField(writer, "object", ObjectText(variable));
+        WriteField(writer, "property", variable.property->name);
+        WriteField(writer, "type", TypeName(variable.type));
+        WriteOptional(writer, "objectName", point.objectName);
+        WriteOptional(writer, "description", point.description);
+        WriteOptional(writer, "units", point.units);
+        WriteOptional(writer, "stateText", point.stateText);
+        WriteOptional(writer, "reliability", point.reliability);
         writer.Key("driver");
         WriteDriverValue(writer, point, localDiff);
-        WriteIfAny(writer, "quality", point.quality);
-        WriteIfAny(writer, "device", point.deviceValue == "-" ? std::string() : point.deviceValue);
-        WriteIfAny(writer, "datatype", point.datatype);
-        Write(writer, "verdict", RowOf(point.judgement.verdict).name);
+        WriteOptional(writer, "quality", point.quality);
+        WriteOptional(writer, "device", point.deviceValue == "-" ? std::string() : point.deviceValue);
+        WriteOptional(writer, "datatype", point.datatype);
+        WriteField(writer, "verdict", RowOf(point.judgement.verdict).name);
         writer.Key("finding");
         writer.Bool(IsFinding(point));
-        Write(writer, "explanation", point.judgement.explanation);
+        WriteField(writer, "explanation", ExplanationText(point));
+        WriteCounts(writer, "rounds", point.rounds);
         WriteRemarks(writer, point);
     });
 }
 
-void WriteDevice(Writer& writer, DeviceIdentity const& device) {
+void WriteDevice(JsonWriter& writer, DeviceIdentity const& device) {
     writer.Key("device");
     if (!device.isKnown) {
         writer.Null();
@@ -115,21 +103,21 @@ void WriteDevice(Writer& writer, DeviceIdentity const& device) {
     writer.StartObject();
     writer.Key("instance");
     writer.Uint(device.instance);
-    WriteIfAny(writer, "name", device.name);
-    WriteIfAny(writer, "vendor", device.vendor);
-    WriteIfAny(writer, "vendorId", device.vendorId);
-    WriteIfAny(writer, "model", device.model);
-    WriteIfAny(writer, "firmware", device.firmware);
-    WriteIfAny(writer, "software", device.software);
-    WriteIfAny(writer, "protocolRevision", device.protocolRevision);
+    WriteOptional(writer, "name", device.name);
+    WriteOptional(writer, "vendor", device.vendor);
+    WriteOptional(writer, "vendorId", device.vendorId);
+    WriteOptional(writer, "model", device.model);
+    WriteOptional(writer, "firmware", device.firmware);
+    WriteOptional(writer, "software", device.software);
+    WriteOptional(writer, "protocolRevision", device.protocolRevision);
     writer.EndObject();
 }
 
 std::string BlockLine(BlockResult const& block) {
-    return Line("block", [&](Writer& writer) {
-        Write(writer, "block", block.block->name);
-        Write(writer, "reachedAt", block.reachedAt);
-        WriteIfAny(writer, "answersFrom", block.device.answersFrom);
+    return Line("block", [&](JsonWriter& writer) {
+        WriteField(writer, "block", block.block->name);
+        WriteField(writer, "reachedAt", block.reachedAt);
+        WriteOptional(writer, "answersFrom", block.device.answersFrom);
         WriteDevice(writer, block.device);
         writer.Key("notes");
         writer.StartArray();
@@ -137,10 +125,12 @@ std::string BlockLine(BlockResult const& block) {
             writer.StartObject();
             writer.Key("finding");
             writer.Bool(note.isFinding);
-            Write(writer, "text", note.text);
+            WriteField(writer, "text", note.text);
             writer.EndObject();
         }
         writer.EndArray();
+        writer.Key("rounds");
+        writer.Uint64(block.rounds);
         writer.Key("points");
         writer.Uint64(block.points.size());
         writer.Key("findings");
@@ -149,12 +139,12 @@ std::string BlockLine(BlockResult const& block) {
 }
 
 std::string SummaryLine(VerifyReport const& report) {
-    return Line("summary", [&](Writer& writer) {
+    return Line("summary", [&](JsonWriter& writer) {
         VerifyFigures const figures = FiguresOf(report);
-        Write(writer, "project", report.project);
-        Write(writer, "begun", IsoTime(report.begun, report.localDiff));
-        Write(writer, "ended", IsoTime(report.ended, report.localDiff));
-        Write(writer, "version", report.version);
+        WriteField(writer, "project", report.project);
+        WriteField(writer, "begun", IsoTime(report.begun, report.localDiff));
+        WriteField(writer, "ended", IsoTime(report.ended, report.localDiff));
+        WriteField(writer, "version", report.version);
         writer.Key("rounds");
         writer.Uint64(report.rounds);
         writer.Key("interrupted");
@@ -165,20 +155,8 @@ std::string SummaryLine(VerifyReport const& report) {
         writer.Uint64(figures.points);
         writer.Key("findings");
         writer.Uint64(figures.findings);
-        writer.Key("verdicts");
-        writer.StartObject();
-        for (auto const& [verdict, count] : figures.verdicts) {
-            writer.Key(RowOf(verdict).name);
-            writer.Uint64(count);
-        }
-        writer.EndObject();
-        writer.Key("remarks");
-        writer.StartObject();
-        for (auto const& [remark, count] : figures.remarks) {
-            writer.Key(RowOf(remark).name);
-            writer.Uint64(count);
-        }
-        writer.EndObject();
+        WriteCounts(writer, "verdicts", figures.verdicts);
+        WriteCounts(writer, "remarks", figures.remarks);
     });
 }
 

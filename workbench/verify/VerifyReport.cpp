@@ -12,6 +12,14 @@ void Append(std::string& text, char const* title, std::string const& part) {
     }
 }
 
+// What a verdict counts among those of several rounds.
+int RankOf(Verdict verdict) {
+    return verdict == Verdict::NotVerified    ? 0
+           : !RowOf(verdict).isFinding        ? 1
+           : verdict == Verdict::DeviceSilent ? 2
+                                              : 3;
+}
+
 std::string Counted(std::size_t count, char const* one, char const* many) {
     return std::to_string(count) + " " + (count == 1 ? one : many);
 }
@@ -49,6 +57,35 @@ VerifyFigures FiguresOf(VerifyReport const& report) {
     return figures;
 }
 
+void AddRound(PointResult& all, PointResult const& round) {
+    auto counts = all.rounds;
+    if (round.judgement.verdict != Verdict::NotVerified) {
+        ++counts[round.judgement.verdict];
+    }
+    if (RankOf(round.judgement.verdict) >= RankOf(all.judgement.verdict)) {
+        all = round;
+    }
+    all.rounds = std::move(counts);
+}
+
+std::string ExplanationText(PointResult const& point) {
+    if (point.rounds.size() < 2 || !IsFinding(point)) {
+        return point.judgement.explanation;
+    }
+    unsigned long long compared = 0;
+    std::string others;
+    for (auto const& [verdict, count] : point.rounds) {
+        compared += count;
+        if (verdict != point.judgement.verdict) {
+            others += std::string(", ") + RowOf(verdict).name + " in " + std::to_string(count);
+        }
+    }
+    std::string const& reason = point.judgement.explanation;
+    return reason + (reason.empty() ? "" : "; ") + RowOf(point.judgement.verdict).name + " in " +
+           std::to_string(point.rounds.at(point.judgement.verdict)) + " of " + std::to_string(compared) +
+           " rounds" + others;
+}
+
 std::string PointText(VariableConfig const& variable) {
     constexpr int PresentValue = 85;
     std::string const object = ObjectText(variable);
@@ -74,7 +111,9 @@ std::string SummaryText(VerifyReport const& report) {
     std::string text =
         Counted(figures.points, "point", "points") + " in " + Counted(figures.blocks, "block", "blocks");
     if (report.roundsRequested > 1) {
-        text += ", " + Counted(report.rounds, "round", "rounds");
+        std::string const done =
+            report.rounds == report.roundsRequested ? "" : std::to_string(report.rounds) + " of ";
+        text += ", " + done + Counted(report.roundsRequested, "round", "rounds");
     }
     char const* separator = ": ";
     for (auto const& [verdict, count] : figures.verdicts) {

@@ -28,7 +28,8 @@ struct PointResult {
     std::string datatype;     // of the device's value
     Judgement judgement;
     std::vector<Remark> remarks;
-    unsigned findings = 0;  // rounds that ended in a finding
+    // How many of the rounds that compared the point ended in each verdict.
+    std::map<Verdict, unsigned long long> rounds;
 };
 
 // What is said of a block as a whole.
@@ -56,6 +57,7 @@ struct BlockResult {
     BlockConfig const* block = nullptr;
     std::string reachedAt;  // "127.0.0.1:47808", "127.0.0.1:47808, network 5, address 0A14"
     DeviceIdentity device;
+    unsigned long long rounds = 0;  // throughout which the device answered
     std::vector<BlockNote> notes;
     std::vector<PointResult> points;
 };
@@ -68,7 +70,7 @@ struct VerifyReport {
     long long begun = 0;  // file times
     long long ended = 0;
     long long localDiff = 0;
-    unsigned long long rounds = 0;  // done
+    unsigned long long rounds = 0;  // done, and all devices answered throughout
     unsigned long long roundsRequested = 1;
     bool isInterrupted = false;
     std::vector<BlockResult> blocks;
@@ -86,6 +88,13 @@ struct VerifyFigures {
 VerifyFigures FiguresOf(VerifyReport const& report);
 bool IsFinding(PointResult const& point);
 std::size_t FindingsOf(BlockResult const& block);
+
+// Takes the result of one more round into that of all. A verdict that is a finding stays, and one that says
+// something of the point stays before silence; otherwise the latest counts.
+void AddRound(PointResult& all, PointResult const& round);
+// What explains the verdict; of a finding that not every round had also how many had which:
+// "no answer; device silent in 2 of 20 rounds, agrees in 18".
+std::string ExplanationText(PointResult const& point);
 
 // "analog-input 1", and the property unless it is the present value: "analog-input 1 units".
 std::string PointText(VariableConfig const& variable);

@@ -1,5 +1,6 @@
 #include "VerifyRun.h"
 
+#include <algorithm>
 #include <deque>
 
 #include "BlockVerifier.h"
@@ -52,7 +53,9 @@ VerifyReport Verify(LoadedProject& project, PollGuard& guard, LogBuffer const& l
                 break;
             }
         }
-        report.rounds += report.isInterrupted ? 0 : 1;
+        bool const isWhole = std::all_of(verifiers.begin(), verifiers.end(),
+                                         [](BlockVerifier const& verifier) { return verifier.IsCompared(); });
+        report.rounds += isWhole && !report.isInterrupted ? 1 : 0;
     }
     for (BlockVerifier& verifier : verifiers) {
         report.blocks.push_back(verifier.Result());

@@ -106,9 +106,9 @@ std::string Line(Row const& row, Widths const& widths, char const* resultColour,
 }
 
 std::string Explanation(PointResult const& point, TextStyle const& style) {
-    bool const isWorth = IsFinding(point) && !point.judgement.explanation.empty();
+    bool const isWorth = IsFinding(point) && !ExplanationText(point).empty();
     return isWorth ? std::string(Indent + 2, ' ') +
-                         Coloured(tools::Printable(point.judgement.explanation), Dim, style) + "\n"
+                         Coloured(tools::Printable(ExplanationText(point)), Dim, style) + "\n"
                    : std::string();
 }
 

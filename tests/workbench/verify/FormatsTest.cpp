@@ -72,7 +72,7 @@ TEST(VerifyJson, ValuesHaveTheirTypeAndWhatIsMissingIsNull) {
     std::vector<std::string> const lines = Lines(VerifyJson(sample.report));
     EXPECT_TRUE(Has(lines[0],
                     R"("driver":21.5,"quality":"Good","device":"21.5","datatype":"Real","verdict":"agrees",)"
-                    R"("finding":false,"explanation":"","remarks":["in alarm"]})"))
+                    R"("finding":false,"explanation":"","rounds":{},"remarks":["in alarm"]})"))
         << lines[0];
     EXPECT_TRUE(Has(lines[1], R"("objectName":null)")) << lines[1];
     EXPECT_TRUE(Has(lines[1], R"("device":null)")) << lines[1];
