@@ -1,8 +1,6 @@
 #include "ReportFile.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
-
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -95,14 +93,3 @@ TEST(ReportFile, TheProjectAFolderAndAMissingFolderAreRefusedAtOnce) {
               "--report /nowhere/r.html: the folder /nowhere cannot be written: No such file or directory");
 }
 
-TEST(ReportFile, AFolderThatMayNotBeWrittenIsRefusedAtOnce) {
-    if (geteuid() == 0) {
-        GTEST_SKIP() << "root may write everywhere";
-    }
-    test::TemporaryFolder const folder;
-    fs::permissions(folder.Path(), fs::perms(0500));
-    EXPECT_EQ(Refusal(folder.Path() + "/r.html", "p.lua"), "--report " + folder.Path() +
-                                                               "/r.html: the folder " + folder.Path() +
-                                                               " cannot be written: Permission denied");
-    fs::permissions(folder.Path(), fs::perms(0700));
-}
