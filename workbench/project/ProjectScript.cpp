@@ -287,14 +287,31 @@ void ProjectScript::SetVariable(std::string const& name, std::string const& text
     }
 }
 
+// Blocks of which nobody knows the variables, since their lists have a mistake.
+std::set<std::string> ProjectScript::UnlistedBlocks() const {
+    std::set<std::string> names;
+    for (BlockConfig const& block : blocks) {
+        if (IsRefused(block, "Vars")) {
+            names.insert(block.name);
+        }
+    }
+    for (BlockConfig const& block : blocks) {
+        if (!IsRefused(block, "Vars")) {
+            names.erase(block.name);
+        }
+    }
+    return names;
+}
+
 void ProjectScript::CheckSets() {
     std::set<std::string> faulty;  // variables that have been reported already
     for (Finding const& mistake : mistakes) {
         faulty.insert(mistake.block + "." + mistake.variable);
     }
+    std::set<std::string> const unlisted = UnlistedBlocks();
     VariableIndex const index(blocks);
     for (NamedSet const& set : namedSets) {
-        if (faulty.count(set.name) > 0) {
+        if (faulty.count(set.name) > 0 || unlisted.count(set.name.substr(0, set.name.find('.'))) > 0) {
             continue;
         }
         try {

@@ -99,6 +99,7 @@ private:
     Finding ScriptError(std::string const& message) const;
     void DropUnmadeBlocks();
     void CheckTasks();
+    std::set<std::string> UnlistedBlocks() const;
     void CheckSets();
     void EndProcess(char const* reason) const;
 

@@ -86,6 +86,13 @@ TEST(ProjectCheck, AVariableWithAMistakeCanBeSet) {
     EXPECT_EQ(Found("Set('B.V', 1)\n" + ProjectOf(Local, {"Name='V', Type='Float'"})).size(), 3U);
 }
 
+TEST(ProjectCheck, AVariableOfARefusedListCanBeSet) {
+    EXPECT_EQ(Found("Set('B.V', 1)\n" + ProjectOf(Local, {"Name='V'"}) + "BACnet.new{Name='C', " + Local +
+                    ", Vars=5}\nSet('C.V', 1)\nSet('D.V', 1)")
+                  .size(),
+              6U);
+}
+
 TEST(ProjectCheck, ABlockIsAnObjectWithItsFields) {
     EXPECT_EQ(Found("local b = " + Good +
                     "assert(type(b) == 'userdata' and getmetatable(b) == false)\n"
