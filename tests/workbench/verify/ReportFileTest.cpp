@@ -1,6 +1,7 @@
 #include "ReportFile.h"
 
 #include <gtest/gtest.h>
+
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -92,4 +93,3 @@ TEST(ReportFile, TheProjectAFolderAndAMissingFolderAreRefusedAtOnce) {
     EXPECT_EQ(Refusal("/nowhere/r.html", project),
               "--report /nowhere/r.html: the folder /nowhere cannot be written: No such file or directory");
 }
-
