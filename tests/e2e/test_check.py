@@ -37,7 +37,7 @@ class Check(EndToEnd):
     def test_a_clean_project_has_no_mistake(self):
         project = self.good()
         self.assertEqual(self.check(project, code=0), f"{project}: no mistake (blocks: 1, variables: 1, tasks: 1)\n")
-        self.assertEqual(self.check(project, "--strict", code=0, environment={"PATH": "/nowhere"}).count("no mistake"), 1)
+        self.assertEqual(self.check(project, "--strict", code=0).count("no mistake"), 1)
         self.assertEqual(self.check(project, "--format", "json", code=0), "")
 
     def test_errors_have_exit_code_2_and_warnings_only_with_strict(self):
@@ -207,7 +207,7 @@ class Check(EndToEnd):
         self.assertEqual(after["Text"]["value"], "0")
         self.assertEqual(found["Setpoint", "write-other-property"], "the driver reads setpoint and writes to present-value")
         self.assertNotEqual(after["Setpoint"]["value"], 33)
-        self.assertEqual({line for line in errors.splitlines() if line.startswith("warning: ")},
+        self.assertEqual({line for line in errors.splitlines() if line.startswith("warning: B.")},
                          {"warning: B.Units: " + found["Units", "write-refused"],
                           "warning: B.Setpoint: " + found["Setpoint", "write-other-property"]})
 
