@@ -81,7 +81,7 @@ private:
     bool isShown;
 };
 
-// The page for the acceptance, if one is wanted. One that cannot be written is reported before the devices
+// The page for the acceptance, if one is requested. One that cannot be written is reported before the devices
 // are asked.
 std::optional<ReportFile> PageOf(Options const& options) {
     if (options.verify.report.empty()) {

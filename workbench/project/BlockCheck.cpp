@@ -54,7 +54,7 @@ std::vector<std::string> const& BlockFields() {
     return fields;
 }
 
-// A name that is no field stands for the one that is near.
+// The name of an unknown field stands for the known one that is near.
 std::string MeantField(Finding const& mistake) {
     return mistake.code == FindingCode::UnknownField ? tools::Nearest(mistake.field, BlockFields())
                                                      : mistake.field;

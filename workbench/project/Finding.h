@@ -9,7 +9,7 @@
 namespace workbench {
 
 // One thing that is wrong with a project, or that will surprise its author. Names are as in the project and
-// may have any octets; empty is none.
+// may have any octets; empty means none.
 struct Finding {
     FindingCode code;
     Place where;
