@@ -4,50 +4,18 @@
 #include <unistd.h>
 
 #include <clocale>
-#include <cstdio>
 #include <exception>
 #include <iostream>
 #include <ostream>
 
 #include "AddIn.h"
-#include "CheckCommand.h"
 #include "CommandLine.h"
 #include "ExitCode.h"
-#include "NameTable.h"
 #include "ProjectError.h"
-#include "RunCommand.h"
-#include "VerifyCommand.h"
 
 namespace workbench {
 
 namespace {
-
-void PrintNames(NameTable const& table, char const* title, std::ostream& out) {
-    out << title << "\n  code  BACnet  name\n";
-    for (NameRow const& row : table) {
-        char line[80];
-        std::snprintf(line, sizeof line, "  %4d  %6d  %s\n", row.code, row.bacnetNumber, row.name);
-        out << line;
-    }
-}
-
-int ListNames(std::ostream& out) {
-    PrintNames(ObjectTypes(), "ObjectType", out);
-    out << "\n";
-    PrintNames(Properties(), "ObjectProperties", out);
-    return tools::WorkbenchExit::Ok;
-}
-
-int RunCommand(Options const& options, RunStreams const& streams) {
-    if (options.what == Command::Names) {
-        return ListNames(streams.out);
-    }
-    if (options.what == Command::Check) {
-        return CheckProjects(options, streams.out, streams.outIsTerminal);
-    }
-    LoadAddIn(options.addIn.empty() ? DefaultAddIn() : options.addIn);
-    return options.what == Command::Verify ? VerifyProject(options, streams) : RunProject(options, streams);
-}
 
 // A file or socket that is opened later must not take the number of a closed standard stream. What is written
 // to the stream fails as if it were still closed.
@@ -75,14 +43,14 @@ int Main(int argc, char const* const* argv, std::ostream& out, std::ostream& err
         OccupyClosedStreams();
     }
     int exitCode = tools::WorkbenchExit::Ok;
-    std::optional<Options> const options = ParseCommandLine(argc, argv, out, err, exitCode);
-    if (!options) {
+    CommandBody const command = ReadCommandLine(argc, argv, out, err, exitCode);
+    if (!command) {
         return exitCode;
     }
     bool const outIsTerminal = &out == &std::cout && isatty(1);
     bool const errIsTerminal = &err == &std::cerr && isatty(2);
     try {
-        return RunCommand(*options, {out, err, outIsTerminal, errIsTerminal, in});
+        return command({out, err, outIsTerminal, errIsTerminal, in});
     } catch (ProjectError const& mistake) {
         return Fail(err, mistake, tools::WorkbenchExit::Usage);
     } catch (AddInError const& reason) {

@@ -100,7 +100,7 @@ protected:
     FakeEnvironment world;
     FakeAddIn addIn{Poll};
     TemporaryFolder folder;
-    Options options;
+    RunOptions options;
     std::ostringstream out;
     std::ostringstream err;
 };

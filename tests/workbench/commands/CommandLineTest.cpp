@@ -3,10 +3,15 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include <CLI/CLI.hpp>
+
 #include <filesystem>
 #include <sstream>
 
+#include "CheckCommand.h"
 #include "ExitCode.h"
+#include "RunCommand.h"
+#include "VerifyCommand.h"
 #include "Workbench.h"
 #include "dorvelshare/HostEnvironment.h"
 
@@ -16,16 +21,28 @@ namespace {
 
 class CommandLine : public testing::Test {
 protected:
-    std::optional<Options> Parse(std::vector<char const*> arguments) {
+    bool HasCommand(std::vector<char const*> arguments) {
         arguments.insert(arguments.begin(), "dorvel-workbench");
         out.str("");
         err.str("");
         exitCode = -1;
-        return ParseCommandLine(static_cast<int>(arguments.size()), arguments.data(), out, err, exitCode);
+        return ReadCommandLine(static_cast<int>(arguments.size()), arguments.data(), out, err, exitCode) !=
+               nullptr;
+    }
+
+    // The options of one command, from the words that follow its name.
+    template <class CommandOptions>
+    CommandOptions Parse(void (*define)(CLI::App&, CommandOptions&), std::vector<std::string> words) {
+        CommandOptions options;
+        CLI::App command;
+        define(command, options);
+        std::reverse(words.begin(), words.end());
+        EXPECT_NO_THROW(command.parse(words));
+        return options;
     }
 
     void ExpectMistake(std::vector<char const*> const& arguments, std::string const& words) {
-        EXPECT_FALSE(Parse(arguments));
+        EXPECT_FALSE(HasCommand(arguments));
         EXPECT_EQ(exitCode, tools::WorkbenchExit::Usage);
         EXPECT_NE(err.str().find(words), std::string::npos) << err.str();
         EXPECT_EQ(out.str(), "");
@@ -37,40 +54,36 @@ protected:
 };
 
 TEST_F(CommandLine, AProjectIsTheOnlyRequiredArgument) {
-    auto const options = Parse({"run", "plant.lua"});
-    ASSERT_TRUE(options);
-    EXPECT_EQ(options->what, Command::Run);
-    EXPECT_EQ(options->project, "plant.lua");
-    EXPECT_EQ(options->addIn, "");
-    EXPECT_EQ(options->format, OutputFormat::Auto);
-    EXPECT_EQ(options->cycles, 0u);
-    EXPECT_FALSE(options->trace);
-    EXPECT_TRUE(options->failOn.empty());
-    EXPECT_FALSE(options->standby);
-    EXPECT_EQ(options->logFormat, LogFormat::Text);
-    EXPECT_FALSE(options->summary);
+    auto const options = Parse(DefineRun, {"plant.lua"});
+    EXPECT_EQ(options.project, "plant.lua");
+    EXPECT_EQ(options.addIn, "");
+    EXPECT_EQ(options.format, OutputFormat::Auto);
+    EXPECT_EQ(options.cycles, 0u);
+    EXPECT_FALSE(options.trace);
+    EXPECT_TRUE(options.failOn.empty());
+    EXPECT_FALSE(options.standby);
+    EXPECT_EQ(options.logFormat, LogFormat::Text);
+    EXPECT_FALSE(options.summary);
 }
 
 TEST_F(CommandLine, VerifyHasItsOptionsAndTheirDefaults) {
-    auto options = Parse({"verify", "plant.lua"});
-    ASSERT_TRUE(options) << err.str();
-    EXPECT_EQ(options->what, Command::Verify);
-    EXPECT_EQ(options->project, "plant.lua");
-    EXPECT_FALSE(options->verify.isJson);
-    EXPECT_EQ(options->verify.report + options->verify.title, "");
-    EXPECT_EQ(options->verify.timeout, 3000u);
-    EXPECT_EQ(options->verify.retries, 1u);
-    EXPECT_EQ(options->verify.rounds, 1u);
-    options = Parse({"verify", "plant.lua", "--format", "json", "--report", "r.html", "--title", "North",
-                     "--timeout", "500", "--retries", "0", "--rounds", "20", "-D", "a=b", "--addin", "a.so"});
-    ASSERT_TRUE(options) << err.str();
-    EXPECT_TRUE(options->verify.isJson);
-    EXPECT_EQ(options->verify.report, "r.html");
-    EXPECT_EQ(options->verify.title, "North");
-    EXPECT_EQ(options->verify.timeout, 500u);
-    EXPECT_EQ(options->verify.retries, 0u);
-    EXPECT_EQ(options->verify.rounds, 20u);
-    EXPECT_EQ(options->params, (std::map<std::string, std::string>{{"a", "b"}}));
+    auto options = Parse(DefineVerify, {"plant.lua"});
+    EXPECT_EQ(options.project, "plant.lua");
+    EXPECT_FALSE(options.isJson);
+    EXPECT_EQ(options.report + options.title, "");
+    EXPECT_EQ(options.timeout, 3000u);
+    EXPECT_EQ(options.retries, 1u);
+    EXPECT_EQ(options.rounds, 1u);
+    options = Parse(DefineVerify,
+                    {"plant.lua", "--format", "json", "--report", "r.html", "--title", "North", "--timeout",
+                     "500", "--retries", "0", "--rounds", "20", "-D", "a=b", "--addin", "a.so"});
+    EXPECT_TRUE(options.isJson);
+    EXPECT_EQ(options.report, "r.html");
+    EXPECT_EQ(options.title, "North");
+    EXPECT_EQ(options.timeout, 500u);
+    EXPECT_EQ(options.retries, 0u);
+    EXPECT_EQ(options.rounds, 20u);
+    EXPECT_EQ(options.params, (std::map<std::string, std::string>{{"a", "b"}}));
 }
 
 TEST_F(CommandLine, VerifyAllowsNoOtherFormatsAndLimits) {
@@ -83,30 +96,29 @@ TEST_F(CommandLine, VerifyAllowsNoOtherFormatsAndLimits) {
 }
 
 TEST_F(CommandLine, EveryOptionIsRead) {
-    auto const options = Parse({"run", "plant.lua", "--addin", "a.so", "--define", "ahu=1.2.3.4:5", "-D",
-                                "x=a=b", "--define", "e=", "--format", "json", "--cycles", "10", "--pcap",
-                                "p.pcap", "--trace", "--fail-on-fault", "--summary"});
-    ASSERT_TRUE(options) << err.str();
-    EXPECT_EQ(options->addIn, "a.so");
-    EXPECT_EQ(options->params,
+    auto const options = Parse(DefineRun, {"plant.lua", "--addin", "a.so", "--define", "ahu=1.2.3.4:5", "-D",
+                                           "x=a=b", "--define", "e=", "--format", "json", "--cycles", "10",
+                                           "--pcap", "p.pcap", "--trace", "--fail-on-fault", "--summary"});
+    EXPECT_EQ(options.addIn, "a.so");
+    EXPECT_EQ(options.params,
               (std::map<std::string, std::string>{{"ahu", "1.2.3.4:5"}, {"x", "a=b"}, {"e", ""}}));
-    EXPECT_EQ(options->format, OutputFormat::Json);
-    EXPECT_EQ(options->cycles, 10u);
-    EXPECT_EQ(options->captureFile, "p.pcap");
-    EXPECT_TRUE(options->trace);
-    EXPECT_EQ(options->failOn, (std::set<Trouble>{Trouble::Fault}));
-    EXPECT_EQ(options->summary, true);
+    EXPECT_EQ(options.format, OutputFormat::Json);
+    EXPECT_EQ(options.cycles, 10u);
+    EXPECT_EQ(options.captureFile, "p.pcap");
+    EXPECT_TRUE(options.trace);
+    EXPECT_EQ(options.failOn, (std::set<Trouble>{Trouble::Fault}));
+    EXPECT_EQ(options.summary, true);
 }
 
 TEST_F(CommandLine, ConditionsOfFailureAreAListWithCommas) {
-    auto const options = Parse({"run", "--fail-on", "refused,suspect", "plant.lua", "--fail-on", "overrun",
-                                "--fail-on-fault", "--standby", "--log-format", "json"});
-    ASSERT_TRUE(options) << err.str();
-    EXPECT_EQ(options->failOn,
+    auto const options =
+        Parse(DefineRun, {"--fail-on", "refused,suspect", "plant.lua", "--fail-on", "overrun",
+                          "--fail-on-fault", "--standby", "--log-format", "json"});
+    EXPECT_EQ(options.failOn,
               (std::set<Trouble>{Trouble::Fault, Trouble::Refused, Trouble::Suspect, Trouble::Overrun}));
-    EXPECT_EQ(options->project, "plant.lua");
-    EXPECT_TRUE(options->standby);
-    EXPECT_EQ(options->logFormat, LogFormat::Json);
+    EXPECT_EQ(options.project, "plant.lua");
+    EXPECT_TRUE(options.standby);
+    EXPECT_EQ(options.logFormat, LogFormat::Json);
     ExpectMistake({"run", "a.lua", "--fail-on", "fault,rain"},
                   "\"rain\" is not a condition; allowed are fault, ");
     ExpectMistake({"run", "a.lua", "--fail-on", "fault,"}, "\"\" is not a condition");
@@ -115,29 +127,27 @@ TEST_F(CommandLine, ConditionsOfFailureAreAListWithCommas) {
 }
 
 TEST_F(CommandLine, ValuesToSetKeepTheirOrder) {
-    auto const options = Parse({"run", "--set", "B.y=2", "plant.lua", "--set", "A.x = a=b"});
-    ASSERT_TRUE(options) << err.str();
-    EXPECT_EQ(options->sets, (std::vector<std::string>{"B.y=2", "A.x = a=b"}));
+    auto const options = Parse(DefineRun, {"--set", "B.y=2", "plant.lua", "--set", "A.x = a=b"});
+    EXPECT_EQ(options.sets, (std::vector<std::string>{"B.y=2", "A.x = a=b"}));
     ExpectMistake({"run", "a.lua", "--set", "A.x"}, "\"A.x\" is not of the form NAME=VALUE");
 }
 
 TEST_F(CommandLine, OptionsMayPrecedeTheProject) {
-    auto const options = Parse({"run", "--define", "a=1", "plant.lua", "--no-summary"});
-    ASSERT_TRUE(options) << err.str();
-    EXPECT_EQ(options->project, "plant.lua");
-    EXPECT_EQ(options->params.size(), 1u);
-    EXPECT_EQ(options->summary, false);
+    auto const options = Parse(DefineRun, {"--define", "a=1", "plant.lua", "--no-summary"});
+    EXPECT_EQ(options.project, "plant.lua");
+    EXPECT_EQ(options.params.size(), 1u);
+    EXPECT_EQ(options.summary, false);
 }
 
 TEST_F(CommandLine, CheckAndNamesAreCommands) {
     auto const check =
-        Parse({"check", "plant.lua", "rooms.lua", "--strict", "--format", "json", "-D", "a=1"});
-    EXPECT_EQ(check->what, Command::Check);
-    EXPECT_EQ(check->projects, (std::vector<std::string>{"plant.lua", "rooms.lua"}));
-    EXPECT_TRUE(check->strict);
-    EXPECT_EQ(check->format, OutputFormat::Json);
-    EXPECT_EQ(check->params.at("a"), "1");
-    EXPECT_EQ(Parse({"names"})->what, Command::Names);
+        Parse(DefineCheck, {"plant.lua", "rooms.lua", "--strict", "--format", "json", "-D", "a=1"});
+    EXPECT_EQ(check.projects, (std::vector<std::string>{"plant.lua", "rooms.lua"}));
+    EXPECT_TRUE(check.strict);
+    EXPECT_TRUE(check.isJson);
+    EXPECT_EQ(check.params.at("a"), "1");
+    EXPECT_TRUE(HasCommand({"names"}));
+    EXPECT_TRUE(HasCommand({"check", "plant.lua"}));
 }
 
 TEST_F(CommandLine, AMistakeIsReportedWithItsArgument) {
@@ -160,20 +170,20 @@ TEST_F(CommandLine, AMistakeIsReportedWithItsArgument) {
 }
 
 TEST_F(CommandLine, HelpHasExamplesAndExitCodes) {
-    EXPECT_FALSE(Parse({"--help"}));
+    EXPECT_FALSE(HasCommand({"--help"}));
     EXPECT_EQ(exitCode, tools::WorkbenchExit::Ok);
     EXPECT_EQ(err.str(), "");
     for (char const* const words : {"run", "check", "names", "Examples:", "Exit codes:", "--fail-on-fault"}) {
         EXPECT_NE(out.str().find(words), std::string::npos) << words;
     }
-    EXPECT_FALSE(Parse({"run", "--help"}));
+    EXPECT_FALSE(HasCommand({"run", "--help"}));
     for (char const* const words : {"--pcap", "--define", "--trace", "--cycles", "--format", "--summary"}) {
         EXPECT_NE(out.str().find(words), std::string::npos) << words;
     }
 }
 
 TEST_F(CommandLine, TheVersionIsPrinted) {
-    EXPECT_FALSE(Parse({"--version"}));
+    EXPECT_FALSE(HasCommand({"--version"}));
     EXPECT_EQ(exitCode, tools::WorkbenchExit::Ok);
     EXPECT_EQ(out.str().find("dorvel-workbench "), 0u);
 }

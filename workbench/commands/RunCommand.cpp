@@ -2,11 +2,14 @@
 
 #include <unistd.h>
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <chrono>
+#include <memory>
 #include <ostream>
 #include <stdexcept>
 
+#include "AddIn.h"
 #include "CycleWatch.h"
 #include "Display.h"
 #include "ExitCode.h"
@@ -25,13 +28,13 @@ namespace {
 
 constexpr std::chrono::milliseconds RefreshPeriod{100};
 
-bool ShowsTable(Options const& options, RunStreams const& streams) {
+bool ShowsTable(RunOptions const& options, Streams const& streams) {
     return options.format == OutputFormat::Table ||
            (options.format == OutputFormat::Auto && streams.outIsTerminal);
 }
 
 // Null when the table shows the log: both use the same terminal then.
-std::ostream* LogStream(Options const& options, RunStreams const& streams) {
+std::ostream* LogStream(RunOptions const& options, Streams const& streams) {
     return ShowsTable(options, streams) && streams.errIsTerminal ? nullptr : &streams.err;
 }
 
@@ -43,7 +46,7 @@ std::vector<BlockSnapshot> FirstSnapshots(LoadedProject& project) {
     return snapshots;
 }
 
-std::unique_ptr<Display> MakeDisplay(Options const& options, RunStreams const& streams,
+std::unique_ptr<Display> MakeDisplay(RunOptions const& options, Streams const& streams,
                                      LoadedProject& project, Terminal& terminal, LogBuffer& log,
                                      ValueSetter const& setter, PromptLine const& prompt) {
     if (ShowsTable(options, streams)) {
@@ -77,7 +80,7 @@ struct StopAtEnd {
 };
 
 void RunUntilEnd(dorvel::Runtime& runtime, Display& display, Terminal& terminal, Signals& signals,
-                 Operator& person, Options const& options, bool table) {
+                 Operator& person, RunOptions const& options, bool table) {
     {
         StopAtEnd const stop{runtime};
         person.ServeLines();
@@ -109,7 +112,7 @@ struct StandbyScope {
     ~StandbyScope() { dorvel::SetStandby(false); }
 };
 
-void PrintSummary(Options const& options, RunStreams const& streams, std::string const& summary) {
+void PrintSummary(RunOptions const& options, Streams const& streams, std::string const& summary) {
     if (options.summary.value_or(ShowsTable(options, streams))) {
         // With JSON, standard output has nothing but JSON lines.
         std::ostream& out = options.format == OutputFormat::Json ? streams.err : streams.out;
@@ -118,7 +121,7 @@ void PrintSummary(Options const& options, RunStreams const& streams, std::string
 }
 
 // Nobody should miss what stays in the devices, even without a summary.
-void PrintHeldWrites(Options const& options, RunStreams const& streams, HostScope& host,
+void PrintHeldWrites(RunOptions const& options, Streams const& streams, HostScope& host,
                      LoadedProject& project, LogBuffer& log) {
     if (options.summary.value_or(true) && !options.summary.value_or(ShowsTable(options, streams))) {
         for (std::string const& line : HeldWriteLines(host.Observed(), project.Blocks())) {
@@ -127,7 +130,7 @@ void PrintHeldWrites(Options const& options, RunStreams const& streams, HostScop
     }
 }
 
-void CheckOutputs(Options const& options, HostScope const& host, Display const& display) {
+void CheckOutputs(RunOptions const& options, HostScope const& host, Display const& display) {
     if (!host.CaptureGood()) {
         throw std::runtime_error("the capture file " + options.captureFile +
                                  " is incomplete: writing failed");
@@ -137,7 +140,7 @@ void CheckOutputs(Options const& options, HostScope const& host, Display const& 
     }
 }
 
-int ExitCodeOf(Options const& options, RunFigures const& figures) {
+int ExitCodeOf(RunOptions const& options, RunFigures const& figures) {
     bool const failed = std::any_of(options.failOn.begin(), options.failOn.end(),
                                     [&](Trouble trouble) { return figures.Has(trouble); });
     return failed ? tools::WorkbenchExit::Fault : tools::WorkbenchExit::Ok;
@@ -145,7 +148,7 @@ int ExitCodeOf(Options const& options, RunFigures const& figures) {
 
 }  // namespace
 
-int RunProject(Options const& options, RunStreams const& streams) {
+int RunProject(RunOptions const& options, Streams const& streams) {
     LogBuffer log(LogStream(options, streams), options.logFormat);
     HostScope host(log, options.trace, options.captureFile);
     LoadedProject project(options.project, options.params);
@@ -180,6 +183,18 @@ int RunProject(Options const& options, RunStreams const& streams) {
     PrintHeldWrites(options, streams, host, project, log);
     CheckOutputs(options, host, *display);
     return ExitCodeOf(options, figures);
+}
+
+void AddRunCommand(CLI::App& program, CommandBody& chosen) {
+    auto const options = std::make_shared<RunOptions>();
+    CLI::App* const command = program.add_subcommand("run", "Runs a project");
+    DefineRun(*command, *options);
+    command->callback([options, &chosen] {
+        chosen = [options](Streams const& streams) {
+            LoadAddIn(AddInOf(*options));
+            return RunProject(*options, streams);
+        };
+    });
 }
 
 }  // namespace workbench

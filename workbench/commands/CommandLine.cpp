@@ -1,0 +1,64 @@
+#include "CommandLine.h"
+
+#include <CLI/CLI.hpp>
+
+#include "CheckCommand.h"
+#include "ExitCode.h"
+#include "NamesCommand.h"
+#include "RunCommand.h"
+#include "VerifyCommand.h"
+
+namespace workbench {
+
+namespace {
+
+constexpr char ProgramHelp[] = R"(Examples:
+  dorvel-workbench run examples/first-steps.lua
+  dorvel-workbench run plant.lua --define ahu=192.168.1.20:47808 --pcap plant.pcap
+  dorvel-workbench run plant.lua --format json --cycles 10 --fail-on fault,suspect,overrun
+  dorvel-workbench run plant.lua --set "AHU.Supply air setpoint=21.5"
+  dorvel-workbench check plant.lua
+  dorvel-workbench check --strict --format json *.lua
+  dorvel-workbench verify plant.lua --report acceptance.html
+  dorvel-workbench names
+
+Exit codes:
+  0  done, also after Ctrl-C
+  1  a condition of --fail-on was met, or a block was in fault at the end, with --fail-on-fault;
+     verify: there are findings
+  2  a mistake on the command line or in the project; check: an error, or a warning with --strict
+  3  the add-in cannot be loaded
+  4  something else failed, such as writing the capture file
+  130  a second Ctrl-C ended the program at once)";
+
+// In the order of the help.
+constexpr AddCommand Commands[] = {
+    AddRunCommand,
+    AddCheckCommand,
+    AddVerifyCommand,
+    AddNamesCommand,
+};
+
+}  // namespace
+
+CommandBody ReadCommandLine(int argc, char const* const* argv, std::ostream& out, std::ostream& err,
+                            int& exitCode) {
+    CommandBody chosen;
+    CLI::App app("Runs the BACnet blocks of a project on a PC and shows their variables.",
+                 "dorvel-workbench");
+    app.set_version_flag("--version", "dorvel-workbench " WORKBENCH_VERSION);
+    app.require_subcommand(1);
+    app.footer(ProgramHelp);
+    for (AddCommand const add : Commands) {
+        add(app, chosen);
+    }
+    try {
+        app.parse(argc, argv);
+    } catch (CLI::ParseError const& end) {
+        exitCode = app.exit(end, out, err) == 0 ? tools::WorkbenchExit::Ok : tools::WorkbenchExit::Usage;
+        return {};
+    }
+    return chosen;
+}
+
+}  // namespace workbench

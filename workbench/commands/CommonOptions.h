@@ -1,0 +1,35 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <utility>
+
+namespace CLI {
+class App;
+}
+
+namespace workbench {
+
+// Options that several commands have. The variables must outlive the command.
+
+using Params = std::map<std::string, std::string>;
+
+struct ProjectOptions {
+    std::string project;
+    std::string addIn;  // empty: the one beside the program
+    Params params;
+};
+
+// The add-in's file: the one that is given, or the default one.
+std::string AddInOf(ProjectOptions const& options);
+
+void AddProjectOptions(CLI::App& command, ProjectOptions& options);
+// --define NAME=VALUE.
+void AddDefineOption(CLI::App& command, Params& params);
+// --format text|json.
+void AddFormatOption(CLI::App& command, bool& isJson);
+
+// Splits "NAME=VALUE". Throws an exception that becomes a mistake on the command line if there is no name.
+std::pair<std::string, std::string> Assignment(std::string const& text, char const* option);
+
+}  // namespace workbench

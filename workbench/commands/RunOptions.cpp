@@ -1,0 +1,136 @@
+#include "RunOptions.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cstddef>
+#include <vector>
+
+namespace workbench {
+
+namespace {
+
+constexpr char RunHelp[] =
+    R"(Calls every block of the project once per period of its task. In a terminal a table shows the
+variables and is refreshed in place; elsewhere each variable is one line per cycle, with tabs
+between the columns. Ctrl-C ends the run.
+
+A variable with Write = true can be set: with --set, with the key s in the table, and with lines
+"set Block.Variable = value" on standard input. A value is written in the cycle after the first
+cycle without a fault.
+
+Below a block is why it is in its state, as the datagrams show it. A value that the driver has read
+from an error of the device is marked as suspect.
+
+--standby, and the lines "standby on" and "standby off" on standard input, play the standby of a
+redundant pair: only blocks with ExecuteOnSlave are polled, and only those with WriteOnSlave write.
+
+Examples:
+  dorvel-workbench run plant.lua --define ahu=192.168.1.20:47808 --pcap plant.pcap
+  dorvel-workbench run plant.lua --set "AHU.Supply air setpoint=21.5" --summary
+  dorvel-workbench run plant.lua --format json --cycles 10 --fail-on fault,suspect
+
+Exit codes:
+  0  done, also after Ctrl-C
+  1  a condition of --fail-on was met, or a block was in fault at the end, with --fail-on-fault
+  2  a mistake on the command line or in the project
+  3  the add-in cannot be loaded
+  4  something else failed, such as writing the capture file
+  130  a second Ctrl-C ended the program at once)";
+
+void AddLogOptions(CLI::App& command, RunOptions& options) {
+    static std::map<std::string, LogFormat> const formats = {{"text", LogFormat::Text},
+                                                             {"json", LogFormat::Json}};
+    command
+        .add_option_function<std::string>(
+            "--log-format", [&options](std::string const& name) { options.logFormat = formats.at(name); },
+            "Form of the log on standard error: text or json (default: text)")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember(formats).description(""));
+    command.add_flag("--trace", options.trace, "Shows what the driver does, step by step");
+}
+
+// Conditions with commas between them. CLI11 drops the empty ones.
+std::set<Trouble> Conditions(std::string const& text) {
+    std::set<Trouble> conditions;
+    std::size_t from = 0;
+    while (from <= text.size()) {
+        std::size_t const comma = std::min(text.find(',', from), text.size());
+        std::string const name = text.substr(from, comma - from);
+        auto const condition = TroubleOfName(name);
+        if (!condition) {
+            throw CLI::ValidationError("--fail-on", "\"" + name + "\" is not a condition; allowed are " +
+                                                        CLI::detail::join(TroubleNames(), ", ") +
+                                                        ", with commas between them");
+        }
+        conditions.insert(*condition);
+        from = comma + 1;
+    }
+    return conditions;
+}
+
+void AddFailOptions(CLI::App& command, RunOptions& options) {
+    command
+        .add_option_function<std::vector<std::string>>(
+            "--fail-on",
+            [&options](std::vector<std::string> const& texts) {
+                for (std::string const& text : texts) {
+                    std::set<Trouble> const conditions = Conditions(text);
+                    options.failOn.insert(conditions.begin(), conditions.end());
+                }
+            },
+            "Exit code 1 when one of these is true at the end, with commas between them: " +
+                CLI::detail::join(TroubleNames(), ", "))
+        ->type_name("CONDITIONS")
+        ->allow_extra_args(false);
+    command.add_flag_callback(
+        "--fail-on-fault", [&options] { options.failOn.insert(Trouble::Fault); },
+        "The same as --fail-on fault");
+}
+
+void AddFormOptions(CLI::App& command, RunOptions& options) {
+    static std::map<std::string, OutputFormat> const formats = {{"auto", OutputFormat::Auto},
+                                                                {"table", OutputFormat::Table},
+                                                                {"lines", OutputFormat::Lines},
+                                                                {"json", OutputFormat::Json}};
+    command
+        .add_option_function<std::string>(
+            "--format", [&options](std::string const& name) { options.format = formats.at(name); },
+            "auto, table, lines or json (default: auto)")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember(formats).description(""));
+}
+
+}  // namespace
+
+void DefineRun(CLI::App& command, RunOptions& options) {
+    AddProjectOptions(command, options);
+    AddFormOptions(command, options);
+    command.add_option("--cycles", options.cycles, "Ends after N cycles of each block (default: at Ctrl-C)")
+        ->type_name("N")
+        ->check(CLI::Range(1ULL, 1000000000000ULL).description(""));
+    command
+        .add_option_function<std::vector<std::string>>(
+            "--set",
+            [&options](std::vector<std::string> const& texts) {
+                for (std::string const& text : texts) {
+                    Assignment(text, "--set");
+                    options.sets.push_back(text);
+                }
+            },
+            "Writes a value to the device; may be repeated")
+        ->type_name("BLOCK.VARIABLE=VALUE")
+        ->allow_extra_args(false);
+    command.add_option("--pcap", options.captureFile, "Records every datagram in a capture file")
+        ->type_name("FILE");
+    AddLogOptions(command, options);
+    AddFailOptions(command, options);
+    command.add_flag("--standby", options.standby, "Begins as the standby of a redundant pair");
+    command.add_flag_callback(
+        "--summary", [&options] { options.summary = true; },
+        "Prints figures at the end (default in a terminal)");
+    command.add_flag_callback(
+        "--no-summary", [&options] { options.summary = false; }, "Prints no figures at the end");
+    command.footer(RunHelp);
+}
+
+}  // namespace workbench

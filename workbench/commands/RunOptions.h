@@ -1,0 +1,31 @@
+#pragma once
+
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "CommonOptions.h"
+#include "LogBuffer.h"
+#include "RunFigures.h"
+
+namespace workbench {
+
+enum class OutputFormat { Auto, Table, Lines, Json };
+
+// Of the command run.
+struct RunOptions : ProjectOptions {
+    std::vector<std::string> sets;  // "Block.Variable=value", in order
+    OutputFormat format = OutputFormat::Auto;
+    unsigned long long cycles = 0;  // 0: no limit
+    bool trace = false;
+    std::set<Trouble> failOn;  // each makes the exit code 1
+    bool standby = false;
+    LogFormat logFormat = LogFormat::Text;
+    std::string captureFile;  // empty: none
+    std::optional<bool> summary;
+};
+
+void DefineRun(CLI::App& command, RunOptions& options);
+
+}  // namespace workbench
