@@ -3,8 +3,7 @@
 #include <utility>
 
 #include "DatumReader.h"
-#include "Refusal.h"
-#include "TagReader.h"
+#include "TotalRead.h"
 
 namespace standard::parameters {
 
@@ -27,21 +26,12 @@ std::vector<Datum> ReadValues(TagReader& reader, std::uint8_t number) {
     return *std::move(values);
 }
 
-std::uint32_t ReadEnumerated(TagReader& reader) {
-    Primitive const value = reader.Application();
-    Datum const datum = DatumOfContent(static_cast<std::uint8_t>(value.tag), value.content);
-    if (datum.kind != DatumKind::Enumerated || datum.number > 0xFFFFFFFF) {
-        throw Reject{RejectReason::InvalidTag};
-    }
-    return static_cast<std::uint32_t>(datum.number);
-}
-
 Failure ReadError(TagReader& reader, std::uint8_t number) {
     reader.Opening(number);
     Failure failure;
     failure.kind = Failure::Kind::Error;
-    failure.errorClass = ReadEnumerated(reader);
-    failure.code = ReadEnumerated(reader);
+    failure.errorClass = reader.ApplicationNumber(ApplicationTag::Enumerated);
+    failure.code = reader.ApplicationNumber(ApplicationTag::Enumerated);
     if (!reader.Closes(number)) {
         throw Reject{RejectReason::InvalidTag};
     }
@@ -75,32 +65,14 @@ void ForEachProperty(TagReader& reader, One one) {
     }
 }
 
-template <class Read>
-auto Total(Octets const& content, std::size_t at, Read read)
-    -> std::optional<decltype(read(std::declval<TagReader&>()))> {
-    if (at > content.size()) {
-        return std::nullopt;
-    }
-    try {
-        TagReader reader(content, at);
-        auto result = read(reader);
-        reader.ExpectEnd();
-        return result;
-    } catch (Reject const&) {
-        return std::nullopt;
-    } catch (EndOfOctets const&) {
-        return std::nullopt;
-    }
-}
-
 }  // namespace
 
 std::optional<PropertyReference> OfReadProperty(Octets const& content, std::size_t at) {
-    return Total(content, at, ReadReference);
+    return TotalRead(content, at, ReadReference);
 }
 
 std::optional<std::vector<PropertyReference>> OfReadPropertyMultiple(Octets const& content, std::size_t at) {
-    return Total(content, at, [](TagReader& reader) {
+    return TotalRead(content, at, [](TagReader& reader) {
         std::vector<PropertyReference> references;
         ForEachProperty(reader, [&](ObjectId const& object) {
             std::uint32_t const property = reader.UnsignedNumber(0);
@@ -111,7 +83,7 @@ std::optional<std::vector<PropertyReference>> OfReadPropertyMultiple(Octets cons
 }
 
 std::optional<ReadResult> OfReadPropertyAck(Octets const& content, std::size_t at) {
-    return Total(content, at, [](TagReader& reader) {
+    return TotalRead(content, at, [](TagReader& reader) {
         ReadResult result;
         result.reference = ReadReference(reader);
         result.values = ReadValues(reader, 3);
@@ -120,7 +92,7 @@ std::optional<ReadResult> OfReadPropertyAck(Octets const& content, std::size_t a
 }
 
 std::optional<std::vector<ReadResult>> OfReadPropertyMultipleAck(Octets const& content, std::size_t at) {
-    return Total(content, at, [](TagReader& reader) {
+    return TotalRead(content, at, [](TagReader& reader) {
         std::vector<ReadResult> results;
         ForEachProperty(reader,
                         [&](ObjectId const& object) { results.push_back(ReadOneResult(reader, object)); });
@@ -129,7 +101,7 @@ std::optional<std::vector<ReadResult>> OfReadPropertyMultipleAck(Octets const& c
 }
 
 std::optional<WriteParameters> OfWriteProperty(Octets const& content, std::size_t at) {
-    return Total(content, at, [](TagReader& reader) {
+    return TotalRead(content, at, [](TagReader& reader) {
         WriteParameters written;
         written.reference = ReadReference(reader);
         written.values = ReadValues(reader, 3);

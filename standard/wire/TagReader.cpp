@@ -1,5 +1,7 @@
 #include "TagReader.h"
 
+#include <utility>
+
 #include "Refusal.h"
 
 namespace standard {
@@ -65,6 +67,36 @@ Primitive TagReader::Application() {
         throw Reject{RejectReason::InvalidTag};
     }
     return {static_cast<ApplicationTag>(tag.number), std::move(tag.content)};
+}
+
+Octets TagReader::ApplicationOctets(ApplicationTag tag) {
+    Primitive value = Application();
+    if (value.tag != tag) {
+        throw Reject{RejectReason::InvalidTag};
+    }
+    return std::move(value.content);
+}
+
+std::uint32_t TagReader::ApplicationNumber(ApplicationTag tag) {
+    constexpr std::size_t widest = sizeof(std::uint64_t);
+    Octets const octets = ApplicationOctets(tag);
+    if (octets.empty()) {
+        throw Reject{RejectReason::InvalidParameterDataType};
+    }
+    std::uint64_t const number =
+        octets.size() > widest ? UINT64_MAX : OctetReader(octets).BigEndian(octets.size());
+    if (number > UINT32_MAX) {
+        throw Reject{RejectReason::ParameterOutOfRange};
+    }
+    return static_cast<std::uint32_t>(number);
+}
+
+ObjectId TagReader::ApplicationObject() {
+    Octets const octets = ApplicationOctets(ApplicationTag::ObjectIdentifier);
+    if (octets.size() != sizeof(std::uint32_t)) {
+        throw Reject{RejectReason::InvalidParameterDataType};
+    }
+    return ObjectId::Of(OctetReader(octets).U32());
 }
 
 TagReader::Any TagReader::TakeAny() {

@@ -45,6 +45,11 @@ public:
     // The contents octets of a primitive context tag.
     Octets ContextOctets(std::uint8_t number);
     Primitive Application();
+    // The contents octets of that application tag.
+    Octets ApplicationOctets(ApplicationTag tag);
+    // An Unsigned or an Enumerated of at most 32 bits.
+    std::uint32_t ApplicationNumber(ApplicationTag tag);
+    ObjectId ApplicationObject();
     // The octets between an opening tag and its closing tag: whole tags, in which opening and closing tags
     // match.
     Octets Enclosed(std::uint8_t number);

@@ -2,12 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <random>
 
-#include "Hex.h"
+#include "CutOff.h"
 
 using namespace standard;
+using test::ExpectNoneWhenCutOff;
 using test::Hex;
 
 namespace {
@@ -17,18 +17,6 @@ char const* const MultipleAck =
     "0C 00 00 00 10 1E 29 55 4E 44 42 90 00 00 4F 29 67 5E 91 02 91 20 5F 1F "
     "0C 02 00 00 07 1E 29 4C 39 01 4E C4 02 00 00 07 4F 29 4C 4E 4F 1F";
 char const* const WriteRequest = "0C 00 80 00 01 19 55 3E 44 43 34 00 00 3F 49 08";
-
-// Calls total(octets) with the octets cut off at each length, which must not be the parameters.
-template <class Total>
-void ExpectNoneWhenCutOff(char const* text, std::initializer_list<std::size_t> complete, Total total) {
-    test::Octets octets = Hex(text);
-    EXPECT_TRUE(total(octets));
-    while (!octets.empty()) {
-        octets.pop_back();
-        bool const isComplete = std::find(complete.begin(), complete.end(), octets.size()) != complete.end();
-        EXPECT_EQ(total(octets).has_value(), isComplete) << test::ToHex(octets);
-    }
-}
 
 }  // namespace
 
