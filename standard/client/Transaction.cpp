@@ -3,16 +3,14 @@
 #include <algorithm>
 
 #include "Bvlc.h"
+#include "NetworkMessages.h"
 #include "Npdu.h"
-#include "OctetReader.h"
 #include "ReadRequests.h"
 #include "SegmentCollector.h"
 
 namespace standard {
 
 namespace {
-
-constexpr std::uint8_t RejectMessageToNetwork = 3;
 
 std::chrono::microseconds Microseconds(Link::Time::duration duration) {
     return std::chrono::duration_cast<std::chrono::microseconds>(duration);
@@ -190,16 +188,13 @@ void Transaction::NoteOther(Peer const& from, AnswerPdu const& answer) {
 }
 
 void Transaction::NoteRouter(Endpoint const& from, Octets const& message) {
+    auto const reject = RejectMessageToNetwork::Decode(message);
     bool const isFromRouter = device.remote && from == device.endpoint;
-    if (isFromRouter && message.size() >= 4 && OctetValue(message[0]) == RejectMessageToNetwork) {
-        OctetReader reader(message, 1);
-        unsigned const reason = reader.U8();
-        if (reader.U16() == device.remote->network) {
-            exchange.routerReject = reason;
-            return;
-        }
+    if (reject && isFromRouter && reject->network == device.remote->network) {
+        exchange.routerReject = reject->reason;
+    } else {
+        ++exchange.foreignCount;
     }
-    ++exchange.foreignCount;
 }
 
 void Transaction::Send(Octets const& apdu, bool expectsReply) {
