@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
+#include <string>
 
 #include "Endpoint.h"
 
@@ -28,6 +30,38 @@ Result Receive(Datagram const& datagram);
 
 // An Original-Unicast-NPDU (J.2.11).
 Octets Unicast(Octets const& npdu);
+// An Original-Broadcast-NPDU (J.2.12).
+Octets Broadcast(Octets const& npdu);
+// A Forwarded-NPDU (J.2.5) of a BBMD for that originator.
+Octets Forwarded(Endpoint const& originator, Octets const& npdu);
+
+// Of a foreign device to a BBMD: Register-Foreign-Device (J.2.6) for so many seconds, and
+// Distribute-Broadcast-To-Network (J.2.10).
+Octets RegisterForeignDevice(std::uint16_t seconds);
+Octets DistributeBroadcast(Octets const& npdu);
+
+// The codes of a BVLC-Result (J.2.1).
+enum ResultCode : std::uint16_t {
+    Success = 0x0000,
+    WriteTableNak = 0x0010,
+    ReadTableNak = 0x0020,
+    RegisterForeignDeviceNak = 0x0030,
+    ReadForeignDevicesNak = 0x0040,
+    DeleteForeignDeviceNak = 0x0050,
+    DistributeBroadcastNak = 0x0060
+};
+
+// A BVLC-Result.
+Octets ResultOf(std::uint16_t code);
+// The code of a BVLC-Result. No value if the datagram is another one.
+std::optional<std::uint16_t> ResultCodeOf(Octets const& datagram);
+// "Register-Foreign-Device NAK", or "result code 0x0070".
+std::string ResultText(std::uint16_t code);
+
+// The seconds of a Register-Foreign-Device, and the NPDU of a Distribute-Broadcast-To-Network. No value if
+// the datagram is another one.
+std::optional<std::uint16_t> RegisteredSeconds(Octets const& datagram);
+std::optional<Octets> DistributedNpdu(Octets const& datagram);
 
 }  // namespace bvlc
 
