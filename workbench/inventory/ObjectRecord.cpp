@@ -1,5 +1,7 @@
 #include "ObjectRecord.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace workbench {
@@ -7,6 +9,15 @@ namespace workbench {
 using standard::Datum;
 using standard::DatumKind;
 using standard::PropertyId;
+
+namespace {
+
+// The outputs, the values, Command, Channel and the lighting outputs (clause 12): their Present_Value can be
+// written in service.
+constexpr std::uint16_t TypesToSet[] = {1,  2,  4,  5,  7,  14, 19, 39, 40, 41, 42, 43,
+                                        44, 45, 46, 47, 48, 49, 50, 53, 54, 55, 63, 64};
+
+}  // namespace
 
 std::vector<Datum> const* ObjectRecord::Values(PropertyId property) const {
     auto const found = properties.find(static_cast<std::uint32_t>(property));
@@ -57,6 +68,18 @@ std::vector<std::string> StateTextsOf(ObjectRecord const& object) {
 std::optional<std::uint32_t> UnitsOf(ObjectRecord const& object) {
     auto const units = NumberOf(object, PropertyId::Units);
     return units ? units : NumberOf(object, PropertyId::Output_Units);
+}
+
+bool IsSettable(ObjectRecord const& object) {
+    auto const listed = object.listed.find("settable");
+    if (listed != object.listed.end() && !listed->second.empty()) {
+        return listed->second == "Y" || listed->second == "y";
+    }
+    if (object.Values(PropertyId::Priority_Array)) {
+        return true;
+    }
+    auto const type = std::find(std::begin(TypesToSet), std::end(TypesToSet), object.id.type);
+    return type != std::end(TypesToSet);
 }
 
 }  // namespace workbench

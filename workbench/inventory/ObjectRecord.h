@@ -39,5 +39,9 @@ std::string NameOf(ObjectRecord const& object);
 std::vector<std::string> StateTextsOf(ObjectRecord const& object);
 // The property with the unit of Present_Value: Units, or Output_Units of a Loop.
 std::optional<std::uint32_t> UnitsOf(ObjectRecord const& object);
+// Whether the device is likely to accept a write to Present_Value while the object is in service: by the
+// column "settable" of a point list (Y or N), otherwise if it is commandable (has a Priority_Array) or of a
+// type whose Present_Value is there to be set, such as the value objects. Only the device knows.
+bool IsSettable(ObjectRecord const& object);
 
 }  // namespace workbench
