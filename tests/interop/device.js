@@ -6,9 +6,11 @@
 // that is written to it, it prints a line "wrote JSON".
 'use strict'
 
-const { default: Client, ASN1_ARRAY_ALL, ErrorClass, ErrorCode } = require('@bacnet-js/client')
+const { default: Client, ASN1_ARRAY_ALL, ApplicationTag, ErrorClass, ErrorCode, ObjectType, PropertyIdentifier, Segmentation } = require('@bacnet-js/client')
 const { default: Transport } = require('@bacnet-js/client/dist/lib/transport')
-const { objects } = require('./objects')
+const { objects, device } = require('./objects')
+
+const ANY_INSTANCE = 0x3fffff
 
 // The library reads port 0 as the default port. Here it requests any free port, as for a socket.
 class FreePortTransport extends Transport {
@@ -17,11 +19,29 @@ class FreePortTransport extends Transport {
   }
 }
 
+// Instance 4194303 of a Device object is this device, whatever its instance is.
+function find({ type, instance }) {
+  const isAnyDevice = type === ObjectType.DEVICE && instance === ANY_INSTANCE
+  return objects.get(`${type},${isAnyDevice ? device.instance : instance}`)
+}
+
+// The values of a property, of one element of an array, or the number of its elements (index 0).
+function valuesOf(object, { id, index }) {
+  const values = object[id]
+  if (!values || index === ASN1_ARRAY_ALL) {
+    return values
+  }
+  return index === 0 ? [{ type: ApplicationTag.UNSIGNED_INTEGER, value: values.length }] : values.slice(index - 1, index)
+}
+
 function answerFor({ objectId, properties }) {
-  const object = objects.get(`${objectId.type},${objectId.instance}`)
-  const values = properties.map(({ id }) => ({
-    property: { id, index: ASN1_ARRAY_ALL },
-    value: object[id] ?? [{ value: { type: 'BacnetError', errorClass: ErrorClass.PROPERTY, errorCode: ErrorCode.UNKNOWN_PROPERTY } }],
+  const object = find(objectId)
+  const asked = properties.flatMap((property) => property.id === PropertyIdentifier.ALL
+    ? Object.keys(object).map((id) => ({ id: Number(id), index: ASN1_ARRAY_ALL }))
+    : [property])
+  const values = asked.map((property) => ({
+    property,
+    value: valuesOf(object, property) ?? [{ value: { type: 'BacnetError', errorClass: ErrorClass.PROPERTY, errorCode: ErrorCode.UNKNOWN_PROPERTY } }],
   }))
   return { objectId, values }
 }
@@ -31,8 +51,13 @@ function main(argv) {
   const transport = new FreePortTransport({ interface: bind, broadcastAddress: bind, reuseAddr: false })
   const client = new Client({ transport })
 
+  client.on('whoIs', ({ header, payload: { lowLimit = 0, highLimit = ANY_INSTANCE } }) => {
+    if (lowLimit <= device.instance && device.instance <= highLimit) {
+      client.iAmResponse(header.sender, device.instance, Segmentation.NO_SEGMENTATION, device.vendor)
+    }
+  })
   client.on('readPropertyMultiple', ({ header, invokeId, service, payload }) => {
-    const unknown = payload.properties.find(({ objectId }) => !objects.has(`${objectId.type},${objectId.instance}`))
+    const unknown = payload.properties.find(({ objectId }) => !find(objectId))
     if (unknown) {
       client.errorResponse(header.sender, service, invokeId, ErrorClass.OBJECT, ErrorCode.UNKNOWN_OBJECT)
       return
@@ -40,18 +65,18 @@ function main(argv) {
     client.readPropertyMultipleResponse(header.sender, invokeId, payload.properties.map(answerFor))
   })
   client.on('readProperty', ({ header, invokeId, service, payload: { objectId, property } }) => {
-    const object = objects.get(`${objectId.type},${objectId.instance}`)
+    const object = find(objectId)
     if (!object) {
       client.errorResponse(header.sender, service, invokeId, ErrorClass.OBJECT, ErrorCode.UNKNOWN_OBJECT)
-    } else if (!object[property.id]) {
+    } else if (!valuesOf(object, property)) {
       client.errorResponse(header.sender, service, invokeId, ErrorClass.PROPERTY, ErrorCode.UNKNOWN_PROPERTY)
     } else {
-      client.readPropertyResponse(header.sender, invokeId, objectId, property, object[property.id])
+      client.readPropertyResponse(header.sender, invokeId, objectId, property, valuesOf(object, property))
     }
   })
   // Every written value is accepted and printed as it was decoded; reading it back gives the same value.
   client.on('writeProperty', ({ header, invokeId, service, payload: { objectId, value } }) => {
-    const object = objects.get(`${objectId.type},${objectId.instance}`)
+    const object = find(objectId)
     if (!object) {
       client.errorResponse(header.sender, service, invokeId, ErrorClass.OBJECT, ErrorCode.UNKNOWN_OBJECT)
       return

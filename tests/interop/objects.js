@@ -50,9 +50,28 @@ const rows = [
   [ObjectType.DATETIME_VALUE, 1, { [P.PRESENT_VALUE]: [...date(2024, 3, 15), ...time(13, 30, 15, 50)] }],
 ]
 
+const identifier = (type, instance) => ({ type: ApplicationTag.OBJECTIDENTIFIER, value: { type, instance } })
+const nameOf = (type, instance) => `${ObjectType[type].toLowerCase().replaceAll('_', ' ')} ${instance}`
+
+// The Device object. It sends no segments, so a client has to read its object list in parts if that does not fit.
+const device = { instance: 9001, vendor: 999 }
+const objectList = [[ObjectType.DEVICE, device.instance], ...rows].map(([type, instance]) => identifier(type, instance))
+rows.unshift([ObjectType.DEVICE, device.instance, {
+  [P.VENDOR_IDENTIFIER]: unsigned(device.vendor), [P.VENDOR_NAME]: text('Independent'), [P.MODEL_NAME]: text('device.js'),
+  [P.FIRMWARE_REVISION]: text('3.3.2'), [P.APPLICATION_SOFTWARE_VERSION]: text('1'), [P.SYSTEM_STATUS]: enumerated(0),
+  [P.PROTOCOL_VERSION]: unsigned(1), [P.PROTOCOL_REVISION]: unsigned(14), [P.MAX_APDU_LENGTH_ACCEPTED]: unsigned(1476),
+  [P.SEGMENTATION_SUPPORTED]: enumerated(3), [P.OBJECT_LIST]: objectList,
+}])
+
 const objects = new Map()
 for (const [type, instance, properties] of rows) {
-  objects.set(`${type},${instance}`, { [P.STATUS_FLAGS]: flags(), ...properties })
+  objects.set(`${type},${instance}`, {
+    [P.OBJECT_IDENTIFIER]: [identifier(type, instance)],
+    [P.OBJECT_NAME]: text(nameOf(type, instance)),
+    [P.OBJECT_TYPE]: enumerated(type),
+    ...(type === ObjectType.DEVICE ? {} : { [P.STATUS_FLAGS]: flags() }),
+    ...properties,
+  })
 }
 
-module.exports = { objects }
+module.exports = { objects, device }
