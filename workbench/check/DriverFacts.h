@@ -1,13 +1,10 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 
-#include "ObjectTypeEnum.h"
+#include "DriverTables.h"
 #include "Project.h"
-#include "PropertyIdentifierEnum.h"
-#include "PropertyTypeEnum.h"
 
 namespace workbench {
 
@@ -20,17 +17,10 @@ struct DriverAddress {
 };
 DriverAddress AddressOf(VariableConfig const& variable);
 
-// The type as which the driver reads a property. Without a value it drops the whole answer.
-std::optional<PropertyTypeEnum> DecodedAs(ObjectTypeEnum objectType, PropertyIdentifierEnum property);
-
 // The property that the request of a poll has for the variable.
 PropertyIdentifierEnum SentAs(VariableConfig const& variable);
 
 // What becomes of a write through the variable.
-struct DriverWrite {
-    std::string refusal;  // the driver's text if it never writes; empty otherwise
-    PropertyIdentifierEnum property{};
-};
 DriverWrite WriteOf(VariableConfig const& variable);
 
 // The octets of an address text of a block that the project's checks take.

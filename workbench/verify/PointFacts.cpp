@@ -2,46 +2,23 @@
 
 #include <map>
 
-#include "PropertyNames.h"
+#include "DriverTables.h"
+#include "PointSupport.h"
 #include "Snapshot.h"
-#include "SupportInformation.h"
 
 namespace workbench {
 
 namespace {
 
-constexpr int StatusFlags = 111;
-constexpr int LargestRequested = 255;
-
-std::optional<PropertyTypeEnum> TypeOf(int objectType, int property) {
-    SupportInformation const& table = *SupportInformation::GetInstance();
-    try {
-        PropertyTypeEnum const type = table
-                                          .GetPropertyInfo(static_cast<ObjectTypeEnum>(objectType),
-                                                           static_cast<PropertyIdentifierEnum>(property))
-                                          .type;
-        return table.GetPropertyParser(type) ? std::optional(type) : std::nullopt;
-    } catch (SupportInformationException const&) {
-        return std::nullopt;
-    }
+standard::ObjectId ObjectOf(VariableConfig const& variable) {
+    return {static_cast<std::uint16_t>(variable.objectType->bacnetNumber),
+            static_cast<std::uint32_t>(variable.objectNumber)};
 }
 
 // What of this variable the driver cannot decode; empty for nothing.
 std::string Undecodable(VariableConfig const& variable) {
-    int const type = variable.objectType->bacnetNumber;
-    int const property = variable.property->bacnetNumber;
-    std::string const cannot = "the driver cannot decode ";
-    if (property > LargestRequested) {
-        return std::string("the driver requests ") +
-               standard::PropertyText(static_cast<std::uint32_t>(property & LargestRequested)) +
-               " in place of " + variable.property->name;
-    }
-    if (!TypeOf(type, property)) {
-        return cannot + variable.property->name + " of " + variable.objectType->name;
-    }
-    return TypeOf(type, StatusFlags)
-               ? std::string()
-               : cannot + "status-flags of " + variable.objectType->name + ", which it always requests";
+    return SupportOf(ObjectOf(variable), static_cast<standard::PropertyId>(variable.property->bacnetNumber))
+        .whyNot;
 }
 
 }  // namespace
@@ -50,9 +27,7 @@ std::vector<ObjectPoints> PolledObjects(BlockConfig const& block) {
     std::map<standard::ObjectId, std::vector<std::size_t>> objects;
     for (std::size_t i = 0; i < block.variables.size(); ++i) {
         VariableConfig const& variable = block.variables[i];
-        objects[{static_cast<std::uint16_t>(variable.objectType->bacnetNumber),
-                 static_cast<std::uint32_t>(variable.objectNumber)}]
-            .push_back(i);
+        objects[ObjectOf(variable)].push_back(i);
     }
     std::vector<ObjectPoints> result;
     for (auto& [object, points] : objects) {
@@ -72,7 +47,8 @@ std::vector<PointFacts> FactsOf(BlockConfig const& block, long long localDiff) {
             point.declared = variable.type;
             point.object = ObjectText(variable);
             point.localDiff = localDiff;
-            point.type = TypeOf(variable.objectType->bacnetNumber, variable.property->bacnetNumber);
+            point.type = DecodedAs(static_cast<ObjectTypeEnum>(variable.objectType->bacnetNumber),
+                                   static_cast<PropertyIdentifierEnum>(variable.property->bacnetNumber));
             auto const [reader, isFirst] = readers.emplace(variable.property->bacnetNumber, variable.name);
             point.readBefore = isFirst ? std::string() : reader->second;
             undecodable = undecodable.empty() ? Undecodable(variable) : undecodable;
