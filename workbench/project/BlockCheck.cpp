@@ -49,6 +49,8 @@ std::vector<std::string> const& BlockFields() {
             names.emplace_back(field.name);
         }
         names.insert(names.end(), std::begin(ItemFields), std::end(ItemFields));
+        std::vector<std::string> const& more = WorkbenchFieldsOfBlock();
+        names.insert(names.end(), more.begin(), more.end());
         return names;
     }();
     return fields;
@@ -178,6 +180,7 @@ void ReadBlock(FieldReader const& fields, BlockSource const& source, BlockConfig
         }
     }
     ReadDriverFields(fields, block, mistakes);
+    ReadWorkbenchFields(fields, block, mistakes);
     Note(mistakes, [&] { ReadVariables(fields, source, block, mistakes); });
 }
 

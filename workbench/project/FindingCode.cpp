@@ -39,6 +39,8 @@ std::vector<FindingRow> const& FindingRows() {
         {Code::WrongElementType, Error, "wrong-element-type", "the variable is not made",
          "Use ElementType with Type = \"DataValue\", and only there."},
         {Code::ControllerField, Error, "controller-field", "the project does not run", "Remove the field."},
+        {Code::WorkbenchField, Error, "workbench-field", "the project does not run",
+         "Correct the field, or remove it: no controller has it."},
         {Code::NameTaken, Error, "name-taken", "the project does not run", "Choose another name."},
         {Code::BadSet, Error, "bad-set", "the value is not written", "Correct the name or the value."},
         {Code::NotDecoded, Error, "not-decoded", "", "Remove the variable."},

@@ -24,6 +24,7 @@ enum class FindingCode {
     UnknownName,
     WrongElementType,
     ControllerField,
+    WorkbenchField,
     NameTaken,
     BadSet,
     // What the driver makes of the objects and properties.

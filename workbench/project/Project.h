@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -10,6 +12,7 @@
 
 #include "NameTable.h"
 #include "Place.h"
+#include "PointFields.h"
 #include "SourceTable.h"
 #include "dorvel/ScadaProtocol.h"
 #include "opcua/OpcUa_BuiltInType.h"
@@ -33,6 +36,11 @@ struct VariableConfig {
     long long writeId = 0;  // the variable that is written to the device; 0 without Write
     bool write = false;
     SourcePlace where = {};
+    // For people, and never passed to the driver.
+    std::string unit = {};  // a name of the standard, or the text of a unit that it does not have
+    std::vector<std::string> stateTexts = {};
+    std::string description = {};
+    PointFields point = {};
 };
 
 // One block of a project, checked.
@@ -45,7 +53,8 @@ struct BlockConfig {
     std::vector<std::pair<std::string, FieldValue>> fields;  // as passed to the driver, without Vars
     std::vector<VariableConfig> variables;
     ProtocolWriteCondition writeCondition = ProtocolWriteCondition::OnChange;
-    long long writeItemId = 0;  // the trigger, for OnTrigger and a writable variable
+    std::optional<std::uint32_t> deviceInstance;  // for people, as below
+    long long writeItemId = 0;                    // the trigger, for OnTrigger and a writable variable
     SourcePlace where = {};
     std::set<std::string, std::less<>> refused;  // fields with a mistake: nobody knows what is meant
     ScadaProtocol* protocol = nullptr;           // the driver's object, owned by the Lua state

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <string>
+#include <vector>
+
+#include "FieldReader.h"
 #include "Finding.h"
 #include "Project.h"
 #include "ScriptValue.h"
@@ -18,5 +22,11 @@ BlockConfig CheckBlock(tools::ScriptValue const& value, BlockSource const& sourc
 
 // One entry of Vars. The mistakes name neither block nor variable.
 VariableConfig CheckVariable(tools::ScriptValue const& value, Findings& mistakes);
+
+// The fields of a variable and of a block that only the workbench has (WorkbenchFields.cpp), and their names.
+void ReadWorkbenchFields(FieldReader const& fields, VariableConfig& variable, Findings& mistakes);
+void ReadWorkbenchFields(FieldReader const& fields, BlockConfig& block, Findings& mistakes);
+std::vector<std::string> const& WorkbenchFieldsOfVariable();
+std::vector<std::string> const& WorkbenchFieldsOfBlock();
 
 }  // namespace workbench

@@ -15,7 +15,7 @@ namespace {
 
 constexpr lua_Number LongestDelay = 1e9;  // seconds
 constexpr int TaskDepth = 1;
-constexpr int BlockDepth = 3;  // a block, its list, a variable
+constexpr int BlockDepth = 4;  // a block, its list, a variable, its texts
 
 // The lexical form of a value that a variable can have.
 std::string TextOf(tools::ScriptValue const& value) {

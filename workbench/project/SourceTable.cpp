@@ -12,7 +12,8 @@ SourceField const* SourceTable::Find(std::string_view name) const {
 
 Place SourcePlace::Of(std::string_view field) const {
     bool const isInTable = table && !(isNamedHere && field == "Name");
-    SourceField const* const found = isInTable ? table->Find(field) : nullptr;
+    std::string_view const outer = field.substr(0, field.find_first_of(".["));
+    SourceField const* const found = isInTable ? table->Find(outer) : nullptr;
     return found ? Place{place.file, found->line} : place;
 }
 

@@ -40,7 +40,7 @@ struct SourcePlace {
     SourceTable const* table = nullptr;
     bool isNamedHere = false;  // place is that of the name, which is not in the table
 
-    // The place of one of its fields, or its own.
+    // The place of one of its fields, or its own. "Point.KeyName" and "StateTexts[2]" are inside such fields.
     Place Of(std::string_view field) const;
 };
 

@@ -14,8 +14,13 @@ namespace {
 constexpr long long LargestInstance = 4194302;
 
 std::vector<std::string> const& VariableFields() {
-    static std::vector<std::string> const fields = {
-        "Name", "Type", "ElementType", "ObjectType", "ObjectNumber", "ObjectProperties", "Write"};
+    static std::vector<std::string> const fields = [] {
+        std::vector<std::string> names = {
+            "Name", "Type", "ElementType", "ObjectType", "ObjectNumber", "ObjectProperties", "Write"};
+        std::vector<std::string> const& more = WorkbenchFieldsOfVariable();
+        names.insert(names.end(), more.begin(), more.end());
+        return names;
+    }();
     return fields;
 }
 
@@ -92,6 +97,7 @@ VariableConfig CheckVariable(tools::ScriptValue const& value, Findings& mistakes
             variable.objectNumber = static_cast<int>(fields.Integer("ObjectNumber", 0, LargestInstance));
         });
         Note(mistakes, [&] { variable.write = fields.OptionalBoolean("Write").value_or(false); });
+        ReadWorkbenchFields(fields, variable, mistakes);
     });
     return variable;
 }

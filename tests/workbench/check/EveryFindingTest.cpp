@@ -39,6 +39,7 @@ std::string Two(std::string const& first, std::string const& second) {
 }
 
 std::string const Point = Variable("V", "Float", "analog-input", 1);
+std::string const Mode = Variable("V", "UInt32", "multi-state-value", 1);
 std::string const Start = "Name='V', Type='DataValue', ElementType='Float', ";
 
 std::vector<Way> Mistakes() {
@@ -80,6 +81,15 @@ std::vector<Way> Mistakes() {
         {"wrong-element-type 2 B.V ElementType",
          One("Name='V', Type='DataValue', ObjectType=1, ObjectProperties=0, ObjectNumber=1"), good},
         {"controller-field 1 B FaultItemId", Block(Local + ", FaultItemId=5"), good},
+        {"workbench-field 1 B DeviceInstance", Block(Local + ", DeviceInstance=4194303"),
+         Block(Local + ", DeviceInstance=4194302")},
+        {"workbench-field 2 B.V Unit", One(Point + ", Unit=62"), One(Point + ", Unit='degrees-celsius'")},
+        {"workbench-field 2 B.V StateTexts[2]", One(Mode + ", StateTexts={'off', 5}"),
+         One(Mode + ", StateTexts={'off', 'on'}")},
+        {"workbench-field 2 B.V Description", One(Point + ", Description=5"),
+         One(Point + ", Description='5'")},
+        {"workbench-field 2 B.V Point.Cov", One(Point + ", Point={Cov='Y'}"),
+         One(Point + ", Point={Cov=true}")},
         {"name-taken 3 B.V Name", Two(Point, Variable("V", "Float", "analog-input", 2)),
          Two(Point, Variable("W", "Float", "analog-input", 2))},
         {"bad-set 1  ", "Set('B.V', 1) " + good, "Set('B.V', 1) " + Write("Float", "analog-value")},
