@@ -7,7 +7,6 @@
 #include <array>
 #include <cerrno>
 #include <cstddef>
-#include <system_error>
 #include <utility>
 
 namespace standard {
@@ -28,12 +27,33 @@ Endpoint FromSystem(sockaddr_in const& address) {
     return {ntohl(address.sin_addr.s_addr), ntohs(address.sin_port)};
 }
 
+bool SetOption(int handle, int option, void const* value, std::size_t size) {
+    return setsockopt(handle, SOL_SOCKET, option, value, static_cast<socklen_t>(size)) == 0;
+}
+
+bool SetOptions(int handle, UdpOptions const& options) {
+    int const on = 1;
+    return (!options.sendsBroadcasts || SetOption(handle, SO_BROADCAST, &on, sizeof on)) &&
+           (!options.sharesPort || SetOption(handle, SO_REUSEADDR, &on, sizeof on)) &&
+           (options.interfaceName.empty() || SetOption(handle, SO_BINDTODEVICE, options.interfaceName.c_str(),
+                                                       options.interfaceName.size() + 1));
+}
+
+bool Bind(int handle, Endpoint const& local) {
+    sockaddr_in const address = ToSystem(local);
+    return bind(handle, reinterpret_cast<sockaddr const*>(&address), sizeof address) == 0;
+}
+
+std::error_code LastError() {
+    return {errno, std::generic_category()};
+}
+
 }  // namespace
 
-UdpSocket::UdpSocket(Endpoint const& local) : handle(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0)) {
-    sockaddr_in const address = ToSystem(local);
-    if (handle < 0 || bind(handle, reinterpret_cast<sockaddr const*>(&address), sizeof address) != 0) {
-        std::error_code const code(errno, std::generic_category());
+UdpSocket::UdpSocket(Endpoint const& local, UdpOptions const& options)
+    : handle(socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0)) {
+    if (handle < 0 || !SetOptions(handle, options) || !Bind(handle, local)) {
+        std::error_code const code = LastError();
         if (handle >= 0) {
             close(handle);
         }
@@ -68,11 +88,25 @@ std::optional<Datagram> UdpSocket::Receive() {
     return Datagram{FromSystem(address), Octets(buffer.begin(), buffer.begin() + count)};
 }
 
-void UdpSocket::Send(Datagram const& datagram) {
+std::error_code UdpSocket::Send(Datagram const& datagram) {
     sockaddr_in const address = ToSystem(datagram.peer);
-    if (sendto(handle, datagram.octets.data(), datagram.octets.size(), 0,
-               reinterpret_cast<sockaddr const*>(&address), sizeof address) < 0) {
-        return;
+    bool const isSent = sendto(handle, datagram.octets.data(), datagram.octets.size(), 0,
+                               reinterpret_cast<sockaddr const*>(&address), sizeof address) >= 0;
+    return isSent ? std::error_code() : LastError();
+}
+
+std::optional<std::uint32_t> LocalAddressTowards(std::uint32_t destination) {
+    constexpr std::uint16_t discardPort = 9;  // nothing is sent to it
+    try {
+        UdpOptions options;
+        options.sendsBroadcasts = true;
+        UdpSocket const probe({0, 0}, options);
+        sockaddr_in const address = ToSystem({destination, discardPort});
+        bool const hasRoute =
+            connect(probe.Handle(), reinterpret_cast<sockaddr const*>(&address), sizeof address) == 0;
+        return hasRoute ? std::optional<std::uint32_t>(probe.Local().address) : std::nullopt;
+    } catch (std::system_error const&) {
+        return std::nullopt;
     }
 }
 
