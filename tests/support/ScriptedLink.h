@@ -109,4 +109,10 @@ inline ScriptedLink::Reply Reply(std::string_view apdu, int after = 10,
     return {Local(Hex(apdu)), ScriptedLink::Milliseconds(after), from};
 }
 
+// A whole datagram.
+inline ScriptedLink::Reply Whole(std::string_view datagram, int after = 10,
+                                 standard::Endpoint const& from = DeviceEndpoint) {
+    return {Hex(datagram), ScriptedLink::Milliseconds(after), from};
+}
+
 }  // namespace test
