@@ -15,16 +15,19 @@ constexpr std::uint32_t ShortestApdu = 50;
 constexpr std::uint32_t LongestApdu = 1476;
 constexpr std::uint32_t LongestTime = 60'000;  // milliseconds
 constexpr std::uint32_t MostRetries = 10;
+constexpr std::uint32_t UsualTime = 2000;
+constexpr std::uint32_t UsualRetries = 3;
 constexpr std::uint32_t LargestWindow = 127;
 constexpr std::size_t LongestMac = 18;  // octets of the longest address of any data link (clause 6.2.2)
 
 // BACnetSegmentation
-enum Segmentation : std::uint8_t { SegmentedBoth = 0, SegmentedTransmit = 1 };
+enum Segmentation : std::uint8_t { SegmentedBoth = 0, SegmentedTransmit = 1, NoSegmentation = 3 };
 
 // The fields of device{...} besides the properties of its Device object.
 std::vector<std::string> const& DeviceNames() {
     static std::vector<std::string> const names{
-        "objects", "router", "port", "proposed_window_size", "max_answer_segments", "writes", "faults"};
+        "objects", "object_list", "router", "port", "writes", "proposed_window_size", "max_answer_segments",
+        "faults"};
     return names;
 }
 
@@ -39,8 +42,11 @@ std::uint32_t Within(ScriptValue const& given, char const* name, std::uint32_t l
 }
 
 // The number of a property of the Device object that is a setting of the device.
-std::uint32_t Within(BacnetObject const& device, PropertyId id, std::uint32_t low, std::uint32_t high) {
-    double const value = device.Find(id)->values.front()->Number({});
+// `fallback` if the device does not have it.
+std::uint32_t Within(BacnetObject const& device, PropertyId id, std::uint32_t low, std::uint32_t high,
+                     std::uint32_t fallback) {
+    ValuePtr const found = device.ValueOf(id);
+    double const value = found ? found->Number({}) : fallback;
     if (!(value >= low && value <= high)) {
         throw Mistake(NameOf(id) + ": must be from " + std::to_string(low) + " to " + std::to_string(high));
     }
@@ -78,15 +84,16 @@ bool ReadWrites(ScriptValue const& writes) try {
 DeviceSettings ReadSettings(ScriptValue const& given, BacnetObject const& device) {
     using P = PropertyId;
     DeviceSettings settings;
-    settings.maxApduLength = Within(device, P::Max_APDU_Length_Accepted, ShortestApdu, LongestApdu);
+    settings.maxApduLength =
+        Within(device, P::Max_APDU_Length_Accepted, ShortestApdu, LongestApdu, LongestApdu);
     settings.segmentationSupported =
-        static_cast<std::uint8_t>(Within(device, P::Segmentation_Supported, 0, 3));
+        static_cast<std::uint8_t>(Within(device, P::Segmentation_Supported, 0, 3, NoSegmentation));
     settings.segmentsAnswers = settings.segmentationSupported == SegmentedBoth ||
                                settings.segmentationSupported == SegmentedTransmit;
     settings.segmentTimeout =
-        std::chrono::milliseconds(Within(device, P::APDU_Segment_Timeout, 1, LongestTime));
-    settings.retries = Within(device, P::Number_Of_APDU_Retries, 0, MostRetries);
-    settings.vendorIdentifier = Within(device, P::Vendor_Identifier, 0, 65535);
+        std::chrono::milliseconds(Within(device, P::APDU_Segment_Timeout, 1, LongestTime, UsualTime));
+    settings.retries = Within(device, P::Number_Of_APDU_Retries, 0, MostRetries, UsualRetries);
+    settings.vendorIdentifier = Within(device, P::Vendor_Identifier, 0, 65535, 0);
     if (!given["max_answer_segments"].IsNil()) {
         settings.maxSegments = Within(given, "max_answer_segments", 1, 65535);
     }
@@ -103,17 +110,33 @@ DeviceSettings ReadSettings(ScriptValue const& given, BacnetObject const& device
     return settings;
 }
 
+BacnetObject BuildWith(ObjectBuilder builder) try { return builder.Build(); } catch (Mistake const& mistake) {
+    throw mistake.In(builder.Title());
+}
+
+// object{type = 20, ...}: an object of any type, without a table of its properties.
+BacnetObject BuildFreeObject(ScriptValue const& given, ObjectBuilder::Evaluate const& evaluate) {
+    std::uint16_t code = 0;
+    try {
+        code = checks::ObjectTypeCode(given["type"]);
+    } catch (Mistake const& mistake) {
+        throw mistake.In("object: type");
+    }
+    std::string const name = checks::ObjectTypeName(code);
+    static std::vector<std::string> const names{"type", "priority_array"};
+    ObjectType const type{code, name.c_str(), {}};
+    return BuildWith(ObjectBuilder(type, given, evaluate, names));
+}
+
 BacnetObject BuildObject(ScriptValue const& given, ObjectBuilder::Evaluate const& evaluate) try {
+    if (given.IsMade("object")) {
+        return BuildFreeObject(given, evaluate);
+    }
     ObjectType const* const type = ObjectTypeOfName(given.kind);
     if (!type) {
         throw Mistake("objects: must be objects such as analog_input{...}, not " + given.Describe());
     }
-    ObjectBuilder builder(*type, given, evaluate);
-    try {
-        return builder.Build();
-    } catch (Mistake const& mistake) {
-        throw mistake.In(builder.Title());
-    }
+    return BuildWith(ObjectBuilder(*type, given, evaluate));
 } catch (Mistake const& mistake) {
     throw mistake.At(given.line);
 }
@@ -131,7 +154,7 @@ std::vector<BacnetObject> BuildObjects(ScriptValue const& given, ObjectBuilder::
         if (!ids.insert(objects.back().Id()).second) {
             throw Mistake(title + ": there are two of it", object.line);
         }
-        if (!names.insert(objects.back().Name()).second) {
+        if (!names.insert(objects.back().Name()).second && object["defaults"].IsNil()) {
             throw Mistake(title + ": another object has the name " + tools::Quoted(objects.back().Name()),
                           object.line);
         }
@@ -139,10 +162,25 @@ std::vector<BacnetObject> BuildObjects(ScriptValue const& given, ObjectBuilder::
     return objects;
 }
 
+// An Object_List that is not that of the objects: {{"analog_input", 1}, {300, 2}}
+void AddObjectList(ScriptValue const& given, BacnetObject& device) try {
+    if (given.IsNil()) {
+        return;
+    }
+    std::vector<ValuePtr> identifiers;
+    for (ScriptValue const& object : checks::List(given)) {
+        identifiers.push_back(FixedObjectIdentifier(checks::ObjectIdentifier(object)));
+    }
+    device.Add({PropertyId::Object_List, Shape::Array, true, std::move(identifiers)});
+} catch (Mistake const& mistake) {
+    throw mistake.In("object_list");
+}
+
 }  // namespace
 
 Device BuildDevice(ScriptValue const& given, ObjectBuilder::Evaluate const& evaluate) try {
     BacnetObject device = ObjectBuilder(DeviceObjectType(), given, evaluate, DeviceNames()).Build();
+    AddObjectList(given["object_list"], device);
     DeviceSettings settings = ReadSettings(given, device);
     return Device(std::move(device), BuildObjects(given["objects"], evaluate), std::move(settings));
 } catch (Mistake const& mistake) {

@@ -9,18 +9,19 @@
 #include "Mistake.h"
 #include "PrimitiveReader.h"
 #include "Printable.h"
+#include "RawReader.h"
 #include "SignalReader.h"
 
 namespace simulator {
 
 namespace {
 
-constexpr std::size_t LargestFile = 1;  // MB
+constexpr std::size_t LargestFile = 16;  // MB
 
 // All the functions that a device file can call.
 std::vector<std::string> Constructors() {
-    std::vector<std::string> names{"device", "fault"};
-    for (auto const& more : {SignalConstructors(), PrimitiveConstructors()}) {
+    std::vector<std::string> names{"device", "fault", "object"};
+    for (auto const& more : {SignalConstructors(), PrimitiveConstructors(), RawConstructors()}) {
         names.insert(names.end(), more.begin(), more.end());
     }
     for (ObjectType const& type : AllObjectTypes()) {

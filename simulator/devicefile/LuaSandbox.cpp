@@ -15,7 +15,7 @@ namespace {
 
 constexpr long long MostInstructions = 20'000'000;
 constexpr std::chrono::seconds LongestRun{5};
-constexpr int DeepestTable = 16;
+constexpr int DeepestTable = 32;
 constexpr std::size_t LargestValue = std::size_t{136} << 20;  // octets
 
 // The key of the devices in the registry of a Lua state.
@@ -109,7 +109,8 @@ void LuaSandbox::Execute(std::string const& text, int results) {
 
 ScriptValue LuaSandbox::TakeValue() try {
     std::size_t room = LargestValue;
-    ScriptValue value = tools::ReadValue(state.Get(), lua_gettop(state.Get()), DeepestTable, room);
+    ScriptValue value = tools::ReadValue(state.Get(), lua_gettop(state.Get()), DeepestTable, room,
+                                         {"properties", "priority_array"});
     lua_pop(state.Get(), 1);
     return value;
 } catch (tools::UnreadableValue const& reason) {

@@ -3,8 +3,10 @@
 #include <algorithm>
 
 #include "Mistake.h"
+#include "PrimitiveReader.h"
 #include "Printable.h"
 #include "PropertyReader.h"
+#include "RawReader.h"
 #include "ScriptChecks.h"
 
 namespace simulator {
@@ -12,7 +14,12 @@ namespace simulator {
 namespace {
 
 // The fields of any object besides its properties.
-constexpr std::string_view CommonNames[] = {"instance", "name", "read_only", "writable"};
+constexpr std::string_view CommonNames[] = {"instance", "name",       "read_only",
+                                            "writable", "properties", "defaults"};
+
+// These follow from the other fields.
+constexpr PropertyId Settled[] = {PropertyId::Object_Identifier, PropertyId::Object_Name,
+                                  PropertyId::Object_Type, PropertyId::Property_List};
 
 ValuePtr ValueOf(std::vector<Property> const& properties, PropertyId id) {
     for (Property const& property : properties) {
@@ -34,19 +41,87 @@ std::string ObjectBuilder::Title() const {
 
 BacnetObject ObjectBuilder::Build() {
     CheckNames();
+    usesDefaults = ReadDefaults();
+    free = ReadProperties();
     readOnly = ReadChoice("read_only");
     writable = WritableChoice();
     std::vector<Property> properties;
     for (PropertyRows const& group : type.groups) {
         for (PropertyRow const& row : group) {
-            if (auto found = Values(row)) {
-                properties.push_back(
-                    {row.id, row.shape, row.isRequired, std::move(*found), row.datatype, ReadAccess(row)});
+            if (auto property = OfRow(row)) {
+                properties.push_back(std::move(*property));
             }
         }
     }
+    AddFree(properties);
     auto priorityArray = Priorities(properties);
     return BacnetObject({type.code, Instance()}, Name(), std::move(properties), std::move(priorityArray));
+}
+
+// The property of the type, with the values that "properties" gives if it does.
+std::optional<Property> ObjectBuilder::OfRow(PropertyRow const& row) const {
+    Property property{row.id, row.shape, row.isRequired, {}, row.datatype, ReadAccess(row.id)};
+    if (auto const found = free.find(row.id); found != free.end()) {
+        property.shape = row.shape == Shape::Single ? found->second.shape : row.shape;
+        property.values = found->second.values;
+        return property;
+    }
+    auto found = Values(row);
+    if (!found) {
+        return std::nullopt;
+    }
+    property.values = std::move(*found);
+    return property;
+}
+
+// The properties that are not of the type. With a Relinquish_Default the object is commandable.
+void ObjectBuilder::AddFree(std::vector<Property>& properties) const {
+    for (auto const& [id, found] : free) {
+        if (!type.Find(id)) {
+            properties.push_back({id, found.shape, false, found.values, Datatype::Any, ReadAccess(id)});
+        }
+    }
+    auto const add = [&](PropertyId id, Shape shape, std::vector<ValuePtr> values) {
+        if (!type.Find(id) && free.count(id) == 0) {
+            properties.push_back({id, shape, true, std::move(values), Datatype::Any, ReadAccess(id)});
+        }
+    };
+    if (!type.Find(PropertyId::Relinquish_Default) && IsCommandable()) {
+        add(PropertyId::Present_Value, Shape::Single, {ValueOf(properties, PropertyId::Relinquish_Default)});
+        add(PropertyId::Priority_Array, Shape::Array, {});
+    }
+}
+
+bool ObjectBuilder::ReadDefaults() const try {
+    return given["defaults"].IsNil() || checks::Boolean(given["defaults"]);
+} catch (Mistake const& mistake) {
+    throw mistake.In("defaults");
+}
+
+// properties = {[85] = unsigned(1), units = enumerated(300)}
+std::map<PropertyId, FreeValues> ObjectBuilder::ReadProperties() const try {
+    std::map<PropertyId, FreeValues> found;
+    ScriptValue const& table = given["properties"];
+    if (table.IsNil()) {
+        return found;
+    }
+    if (!table.IsPlainTable()) {
+        throw Mistake("must be a table such as {[85] = unsigned(1)}, not " + table.Describe());
+    }
+    for (ScriptField const& field : table.fields) {
+        PropertyId const id = checks::PropertyKey(field.name);
+        if (std::find(std::begin(Settled), std::end(Settled), id) != std::end(Settled)) {
+            throw Mistake(NameOf(id) + ": cannot be given: it follows from the other fields");
+        }
+        try {
+            found.insert_or_assign(id, ReadFreeValues(field.value));
+        } catch (Mistake const& mistake) {
+            throw mistake.In(NameOf(id));
+        }
+    }
+    return found;
+} catch (Mistake const& mistake) {
+    throw mistake.In("properties");
 }
 
 void ObjectBuilder::CheckNames() const {
@@ -86,13 +161,17 @@ std::string ObjectBuilder::Name() const try {
 // list if the property derives from others.
 std::optional<std::vector<ValuePtr>> ObjectBuilder::Values(PropertyRow const& row) const try {
     ScriptValue const& value = given[NameOf(row.id)];
-    if (!value.IsNil()) {
+    if (row.datatype == Datatype::Priority && !value.IsNil() && !IsDerived(row)) {
+        throw Mistake("needs relinquish_default");
+    }
+    if (row.datatype != Datatype::Priority && !value.IsNil()) {
         return ReadValues(row, value);
     }
     if (IsDerived(row)) {
         return std::vector<ValuePtr>();
     }
-    if (!row.defaultValue) {
+    bool const isNeeded = row.id == PropertyId::Present_Value && IsCommandable();
+    if (!row.defaultValue || (!usesDefaults && !isNeeded)) {
         return std::nullopt;
     }
     return ReadValues(row, evaluate(row.defaultValue));
@@ -100,10 +179,16 @@ std::optional<std::vector<ValuePtr>> ObjectBuilder::Values(PropertyRow const& ro
     throw mistake.In(NameOf(row.id));
 }
 
+bool ObjectBuilder::IsCommandable() const {
+    auto const found = free.find(PropertyId::Relinquish_Default);
+    return !given[NameOf(PropertyId::Relinquish_Default)].IsNil() ||
+           (found != free.end() && !found->second.values.empty());
+}
+
 // If its type allows both, an object is commandable if it has a Relinquish_Default.
 bool ObjectBuilder::IsDerived(PropertyRow const& row) const {
     if (row.datatype == Datatype::Priority) {
-        return row.isRequired || !given[NameOf(PropertyId::Relinquish_Default)].IsNil();
+        return (row.isRequired && usesDefaults) || IsCommandable();
     }
     return row.datatype == Datatype::StatusFlags && row.isRequired;
 }
@@ -111,20 +196,52 @@ bool ObjectBuilder::IsDerived(PropertyRow const& row) const {
 // An object has a Relinquish_Default and a Priority_Array, or neither.
 std::optional<PriorityArray> ObjectBuilder::Priorities(std::vector<Property> const& properties) const {
     for (Property const& property : properties) {
-        if (property.id == PropertyId::Priority_Array) {
-            bool const isGiven = !given[NameOf(PropertyId::Present_Value)].IsNil();
-            return PriorityArray(isGiven ? ValueOf(properties, PropertyId::Present_Value) : nullptr);
+        if (property.id == PropertyId::Priority_Array && property.values.empty()) {
+            bool const isGiven = !given[NameOf(PropertyId::Present_Value)].IsNil() ||
+                                 free.count(PropertyId::Present_Value) != 0;
+            return ReadCommands(isGiven ? ValueOf(properties, PropertyId::Present_Value) : nullptr);
         }
     }
     return std::nullopt;
 }
 
+// priority_array = {[8] = 21.5}; without it, `present` is commanded at the lowest priority.
+PriorityArray ObjectBuilder::ReadCommands(ValuePtr present) const try {
+    ScriptValue const& table = given[NameOf(PropertyId::Priority_Array)];
+    if (table.IsNil()) {
+        return PriorityArray(std::move(present));
+    }
+    if (!table.IsPlainTable()) {
+        throw Mistake("must be a table such as {[8] = 21.5}, not " + table.Describe());
+    }
+    if (present) {
+        throw Mistake("must not be given beside present_value, which is the highest of its values");
+    }
+    PropertyRow const* const row = type.Find(PropertyId::Present_Value);
+    PriorityArray commands(nullptr);
+    for (ScriptField const& field : table.fields) {
+        try {
+            commands.Command(checks::Priority(field.name), row ? ReadValues(*row, field.value).front()
+                                                               : ReadPrimitive(Datatype::Any, field.value));
+        } catch (Mistake const& mistake) {
+            throw mistake.In(field.name);
+        }
+    }
+    return commands;
+} catch (Mistake const& mistake) {
+    throw mistake.In(NameOf(PropertyId::Priority_Array));
+}
+
 // The access of a property by "read_only" and "writable", or its default.
-Access ObjectBuilder::ReadAccess(PropertyRow const& row) const {
-    if (row.id == PropertyId::Priority_Array || readOnly.isAll || readOnly.names.count(row.id) != 0) {
+Access ObjectBuilder::ReadAccess(PropertyId id) const {
+    if (id == PropertyId::Priority_Array || readOnly.isAll || readOnly.names.count(id) != 0) {
         return Access::ReadOnly;
     }
-    return writable.names.count(row.id) != 0 ? Access::Writable : AccessOf(type, row.id);
+    bool const isCommand = id == PropertyId::Present_Value && IsCommandable();
+    if (writable.names.count(id) != 0 || isCommand) {
+        return Access::Writable;
+    }
+    return type.Find(id) ? AccessOf(type, id) : Access::ReadOnly;
 }
 
 // true, or a list of names of properties.
@@ -140,8 +257,8 @@ ObjectBuilder::Choice ObjectBuilder::ReadChoice(char const* name) const try {
     }
     for (ScriptValue const& element : checks::List(value)) {
         PropertyId const id = checks::Property(element);
-        if (!type.Find(id)) {
-            throw Mistake("this type has no property " + tools::Quoted(element.text));
+        if (!type.Find(id) && free.count(id) == 0) {
+            throw Mistake("this type has no property " + tools::Quoted(NameOf(id)));
         }
         choice.names.insert(id);
     }
@@ -157,7 +274,8 @@ ObjectBuilder::Choice ObjectBuilder::WritableChoice() const {
         throw Mistake("writable: must be a list, not true");
     }
     for (PropertyId const id : choice.names) {
-        if (!IsWritableDatatype(type.Find(id)->datatype)) {
+        PropertyRow const* const row = type.Find(id);
+        if (row && !IsWritableDatatype(row->datatype)) {
             throw Mistake("writable: " + NameOf(id) + " cannot be written");
         }
     }

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <set>
 
 #include "BacnetObject.h"
+#include "RawReader.h"
 #include "Script.h"
 
 namespace simulator {
@@ -32,12 +34,18 @@ private:
     };
 
     void CheckNames() const;
+    bool ReadDefaults() const;
+    std::map<PropertyId, FreeValues> ReadProperties() const;
+    std::optional<Property> OfRow(PropertyRow const& row) const;
+    void AddFree(std::vector<Property>& properties) const;
+    bool IsCommandable() const;
+    PriorityArray ReadCommands(ValuePtr present) const;
     std::optional<std::vector<ValuePtr>> Values(PropertyRow const& row) const;
     std::uint32_t Instance() const;
     std::string Name() const;
     bool IsDerived(PropertyRow const& row) const;
     std::optional<PriorityArray> Priorities(std::vector<Property> const& properties) const;
-    Access ReadAccess(PropertyRow const& row) const;
+    Access ReadAccess(PropertyId id) const;
     Choice ReadChoice(char const* name) const;
     Choice WritableChoice() const;
 
@@ -45,6 +53,8 @@ private:
     ScriptValue const& given;
     Evaluate const& evaluate;
     std::vector<std::string> extraNames;
+    bool usesDefaults = true;
+    std::map<PropertyId, FreeValues> free;  // of the field "properties"
     Choice readOnly, writable;
 };
 

@@ -6,6 +6,7 @@
 #include "Enumerations.h"
 #include "Mistake.h"
 #include "Printable.h"
+#include "RawReader.h"
 #include "ScriptChecks.h"
 #include "SignalReader.h"
 
@@ -96,7 +97,7 @@ ValuePtr ReadTyped(ScriptValue const& value) {
         return FixedObjectIdentifier(checks::ObjectIdentifier(value));
     }
     if (value.IsMade("enumerated")) {
-        return FixedEnumerated(checks::UnsignedUpTo(OnlyOne(value), HighestEnumerated));
+        return FixedEnumerated(checks::UnsignedUpTo(OnlyOne(value), 0xFFFFFFFF));
     }
     for (TypedRow const& row : Typed) {
         if (value.IsMade(row.name)) {
@@ -164,6 +165,9 @@ std::vector<std::string> PrimitiveConstructors() {
 }
 
 ValuePtr ReadPrimitive(Datatype datatype, ScriptValue const& value) {
+    if (auto raw = ReadRaw(value)) {
+        return raw;
+    }
     if (auto signal = ReadSignal(value)) {
         return std::make_shared<MovingValue>(std::move(signal), TagOf(datatype));
     }

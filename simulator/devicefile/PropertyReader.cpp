@@ -3,6 +3,7 @@
 #include "ConstructedReader.h"
 #include "Mistake.h"
 #include "PrimitiveReader.h"
+#include "RawReader.h"
 #include "ScheduleReader.h"
 #include "ScriptChecks.h"
 
@@ -11,6 +12,9 @@ namespace simulator {
 namespace {
 
 ValuePtr ReadOne(Datatype datatype, ScriptValue const& value) {
+    if (auto raw = ReadRaw(value)) {
+        return raw;
+    }
     return IsConstructed(datatype) ? ReadConstructed(datatype, value) : ReadPrimitive(datatype, value);
 }
 

@@ -6,12 +6,17 @@
 
 #include "CalendarText.h"
 #include "Mistake.h"
+#include "ObjectNames.h"
 #include "ObjectType.h"
 #include "Printable.h"
 
 namespace simulator::checks {
 
 namespace {
+
+constexpr std::uint16_t LastObjectType = 0x3FF;
+constexpr std::uint16_t LastNamedType = 127;  // those of ASHRAE (clause 23.4.1)
+constexpr std::uint32_t LastProperty = 0x3FFFFF;
 
 [[noreturn]] void Fail(std::string const& wanted, ScriptValue const& value) {
     throw Mistake("must be " + wanted + ", not " + value.Describe());
@@ -36,6 +41,30 @@ unsigned Nibble(char digit) {
 
 bool ConsistsOf(std::string const& text, char const* characters) {
     return text.find_first_not_of(characters) == std::string::npos;
+}
+
+constexpr char const* HexDigits = "0123456789ABCDEFabcdef";
+
+// A date or a time as its four contents octets: "7E0C19FF".
+bool IsFourOctets(std::string const& text) {
+    return text.size() == 8 && ConsistsOf(text, HexDigits);
+}
+
+template <class Calendar>
+Calendar FourOctets(ScriptValue const& value) {
+    Octets const octets = Hexadecimal(value);
+    Calendar calendar{};
+    std::transform(octets.begin(), octets.end(), calendar.begin(),
+                   [](char octet) { return static_cast<std::uint8_t>(octet); });
+    return calendar;
+}
+
+// The name that messages use for an object type without a table: "trend_log", "object_type_300".
+std::string NameOfType(std::uint16_t type) {
+    std::string name = ObjectTypeText(type);
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return c == '-' || c == ' '; }, '_');
+    return name;
 }
 
 }  // namespace
@@ -92,7 +121,7 @@ std::string const& Text(ScriptValue const& value) {
 
 Octets Hexadecimal(ScriptValue const& value) {
     std::string const& digits = Text(value);
-    if (digits.size() % 2 != 0 || !ConsistsOf(digits, "0123456789ABCDEFabcdef")) {
+    if (digits.size() % 2 != 0 || !ConsistsOf(digits, HexDigits)) {
         Fail("pairs of hexadecimal digits", value);
     }
     Octets octets;
@@ -111,6 +140,9 @@ std::string const& Bits(ScriptValue const& value) {
 
 CalendarDate Date(ScriptValue const& value) {
     auto const date = DateOfText(Text(value));
+    if (!date && IsFourOctets(value.text)) {
+        return FourOctets<CalendarDate>(value);
+    }
     if (!date) {
         Fail("a date like \"2024-03-15\"", value);
     }
@@ -119,6 +151,9 @@ CalendarDate Date(ScriptValue const& value) {
 
 TimeOfDay Time(ScriptValue const& value) {
     auto const time = TimeOfText(Text(value));
+    if (!time && IsFourOctets(value.text)) {
+        return FourOctets<TimeOfDay>(value);
+    }
     if (!time) {
         Fail("a time like \"08:00:00\"", value);
     }
@@ -129,20 +164,52 @@ ObjectId ObjectIdentifier(ScriptValue const& value) {
     if (value.list.size() < 2) {
         Fail("an object like {\"analog_input\", 1}", value);
     }
-    std::string const& name = Text(value.list[0]);
-    ObjectType const* type = name == "device" ? &DeviceObjectType() : ObjectTypeOfName(name);
-    if (!type) {
-        throw Mistake("unknown object type " + tools::Quoted(name));
+    return {ObjectTypeCode(value.list[0]), UnsignedUpTo(value.list[1], ObjectId::LastInstance)};
+}
+
+std::uint16_t ObjectTypeCode(ScriptValue const& value) {
+    if (value.IsNumber()) {
+        return static_cast<std::uint16_t>(UnsignedUpTo(value, LastObjectType));
     }
-    return {type->code, UnsignedUpTo(value.list[1], ObjectId::LastInstance)};
+    std::string const& name = Text(value);
+    if (ObjectType const* const type = name == "device" ? &DeviceObjectType() : ObjectTypeOfName(name)) {
+        return type->code;
+    }
+    for (std::uint16_t code = 0; code <= LastNamedType; ++code) {
+        if (name == NameOfType(code)) {
+            return code;
+        }
+    }
+    throw Mistake("unknown object type " + tools::Quoted(name));
+}
+
+std::string ObjectTypeName(std::uint16_t code) {
+    return NameOfType(code);
 }
 
 PropertyId Property(ScriptValue const& value) {
+    if (value.IsNumber()) {
+        return static_cast<PropertyId>(UnsignedUpTo(value, LastProperty));
+    }
     auto const id = PropertyOfName(Text(value));
     if (!id) {
         throw Mistake("unknown property " + tools::Quoted(value.text));
     }
     return *id;
+}
+
+PropertyId PropertyKey(std::string const& key) {
+    bool const isNumber = !key.empty() && key.size() <= 7 && ConsistsOf(key, "0123456789");
+    return Property(isNumber ? ScriptValue::OfInteger(std::stoi(key)) : ScriptValue::OfText(key));
+}
+
+std::uint8_t Priority(std::string const& key) {
+    bool const isNumber = !key.empty() && key.size() <= 2 && ConsistsOf(key, "0123456789");
+    int const priority = isNumber ? std::stoi(key) : 0;
+    if (priority < 1 || priority > 16) {
+        throw Mistake("must be a priority from 1 to 16, not " + tools::Quoted(key));
+    }
+    return static_cast<std::uint8_t>(priority);
 }
 
 void Fields(ScriptValue const& value, std::initializer_list<char const*> names) {

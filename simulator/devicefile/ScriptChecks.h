@@ -29,9 +29,18 @@ Octets Hexadecimal(ScriptValue const& value);
 std::string const& Bits(ScriptValue const& value);
 CalendarDate Date(ScriptValue const& value);
 TimeOfDay Time(ScriptValue const& value);
-// {"analog_input", 1}
+// {"analog_input", 1}, or {20, 1}
 ObjectId ObjectIdentifier(ScriptValue const& value);
+// The code of an object type by its name, "trend_log", or its number, also one without a table.
+std::uint16_t ObjectTypeCode(ScriptValue const& value);
+// That name; "object_type_300" for a number without a name.
+std::string ObjectTypeName(std::uint16_t code);
+// By its name or its number.
 PropertyId Property(ScriptValue const& value);
+// The same for the key of a table, in which a number is a text too.
+PropertyId PropertyKey(std::string const& key);
+// The key of a table of priorities, 1 to 16.
+std::uint8_t Priority(std::string const& key);
 
 // A table with no other contents than these fields.
 void Fields(ScriptValue const& value, std::initializer_list<char const*> names);

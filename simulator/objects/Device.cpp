@@ -6,8 +6,10 @@ namespace simulator {
 
 namespace {
 
+constexpr std::uint16_t LastStandardType = 127;  // others are of vendors (clause 23.4.1)
+
 // One bit for each object type up to the highest number.
-std::string SupportedTypes() {
+std::string SupportedTypes(std::vector<BacnetObject> const& objects) {
     std::string bits(1, '0');
     auto const support = [&bits](std::size_t code) {
         if (bits.size() <= code) {
@@ -18,6 +20,11 @@ std::string SupportedTypes() {
     support(DeviceObjectType().code);
     for (ObjectType const& type : AllObjectTypes()) {
         support(type.code);
+    }
+    for (BacnetObject const& object : objects) {
+        if (object.Id().type <= LastStandardType) {
+            support(object.Id().type);
+        }
     }
     return bits;
 }
@@ -33,9 +40,18 @@ Device::Device(BacnetObject deviceObject, std::vector<BacnetObject> otherObjects
         places.emplace(object.Id(), identifiers.size());
         identifiers.push_back(FixedObjectIdentifier(object.Id()));
     }
-    objects.front().Add({PropertyId::Object_List, Shape::Array, true, std::move(identifiers)});
-    objects.front().Add(
-        {PropertyId::Protocol_Object_Types_Supported, Shape::Single, true, {FixedBits(SupportedTypes())}});
+    AddToDevice({PropertyId::Object_List, Shape::Array, true, std::move(identifiers)});
+    AddToDevice({PropertyId::Protocol_Object_Types_Supported,
+                 Shape::Single,
+                 true,
+                 {FixedBits(SupportedTypes(objects))}});
+}
+
+// A device file can give other values.
+void Device::AddToDevice(Property property) {
+    if (!objects.front().Find(property.id)) {
+        objects.front().Add(std::move(property));
+    }
 }
 
 BacnetObject const* Device::Find(ObjectId wanted) const {

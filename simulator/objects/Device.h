@@ -34,7 +34,8 @@ struct DeviceSettings {
 class Device {
 public:
     // `deviceObject` has the name and the instance of the device. No two objects may have the same
-    // identifier.
+    // identifier. Object_List and Protocol_Object_Types_Supported derive from the objects, unless the device
+    // object has them already.
     Device(BacnetObject deviceObject, std::vector<BacnetObject> otherObjects, DeviceSettings deviceSettings);
 
     std::string const& Name() const { return objects.front().Name(); }
@@ -52,6 +53,8 @@ public:
     WriteObserver const& GetWriteObserver() const { return onWrite; }
 
 private:
+    void AddToDevice(Property property);
+
     std::vector<BacnetObject> objects;
     std::map<ObjectId, std::size_t> places;
     DeviceSettings settings;

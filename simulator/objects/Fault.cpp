@@ -49,11 +49,14 @@ double Seconds(std::chrono::milliseconds time) {
 }
 
 std::string ObjectText(std::optional<ObjectId> const& object) {
-    ObjectType const* found = &DeviceObjectType();
+    std::string const instance = ":" + std::to_string(object->instance);
     for (ObjectType const& type : AllObjectTypes()) {
-        found = type.code == object->type ? &type : found;
+        if (type.code == object->type) {
+            return type.name + instance;
+        }
     }
-    return std::string(found->name) + ":" + std::to_string(object->instance);
+    bool const isDevice = object->type == DeviceObjectType().code;
+    return (isDevice ? DeviceObjectType().name : std::to_string(object->type)) + instance;
 }
 
 void AddParameters(Line& line, unsigned parameters) {

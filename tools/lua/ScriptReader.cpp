@@ -20,7 +20,8 @@ enum MadePart { MadeMark = 1, MadeKind, MadeLine, MadeTable, MadeParts = MadeTab
 
 class Reader {
 public:
-    Reader(lua_State* state, std::size_t& roomLeft) : L(state), room(roomLeft) {}
+    Reader(lua_State* state, std::size_t& roomLeft, std::vector<std::string_view> const& numberedFields)
+        : L(state), room(roomLeft), numbered(numberedFields) {}
 
     ScriptValue Read(int index, int depth) {
         if (++count > MostValues) {
@@ -82,7 +83,8 @@ private:
     void ReadTable(int index, int depth, ScriptValue& value) {
         value.type = ScriptValue::Type::Table;
         int const top = lua_gettop(L);
-        auto const length = static_cast<lua_Integer>(lua_rawlen(L, index));
+        bool const isNumbered = std::exchange(nextIsNumbered, false);
+        lua_Integer const length = isNumbered ? 0 : static_cast<lua_Integer>(lua_rawlen(L, index));
         for (lua_Integer i = 1; i <= length; ++i) {
             lua_rawgeti(L, index, i);
             value.list.push_back(Read(top + 1, depth));
@@ -90,7 +92,11 @@ private:
         }
         lua_pushnil(L);
         while (lua_next(L, index) != 0) {
-            ReadField(top + 1, length, depth, value);
+            if (isNumbered && lua_isinteger(L, top + 1) != 0) {
+                value.fields.push_back({std::to_string(lua_tointeger(L, top + 1)), Read(top + 2, depth)});
+            } else {
+                ReadField(top + 1, length, depth, value);
+            }
             lua_settop(L, top + 1);
         }
         std::sort(value.fields.begin(), value.fields.end(),
@@ -101,7 +107,10 @@ private:
     void ReadField(int key, lua_Integer length, int depth, ScriptValue& value) {
         if (lua_type(L, key) == LUA_TSTRING) {
             std::string name = Text(key);
+            nextIsNumbered = lua_istable(L, key + 1) &&
+                             std::find(numbered.begin(), numbered.end(), name) != numbered.end();
             value.fields.push_back({std::move(name), Read(key + 1, depth)});
+            nextIsNumbered = false;
             return;
         }
         bool const isElement =
@@ -140,15 +149,18 @@ private:
 
     lua_State* L;
     std::size_t& room;
+    std::vector<std::string_view> const& numbered;
+    bool nextIsNumbered = false;
     int count = 0;
 };
 
 }  // namespace
 
-ScriptValue ReadValue(lua_State* L, int index, int depth, std::size_t& room) {
+ScriptValue ReadValue(lua_State* L, int index, int depth, std::size_t& room,
+                      std::vector<std::string_view> const& numbered) {
     int const top = lua_gettop(L);
     try {
-        ScriptValue value = Reader(L, room).Read(index, depth);
+        ScriptValue value = Reader(L, room, numbered).Read(index, depth);
         lua_settop(L, top);
         return value;
     } catch (...) {

@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <stdexcept>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "ScriptValue.h"
 
@@ -28,7 +30,9 @@ private:
 // and the stack is left as it was. The octets that the copy takes are subtracted from `room`: in Lua a text
 // or a table takes memory once, however often it is passed. Throws UnreadableValue when the room or half a
 // million values do not suffice, and for a table with a key that is neither a name nor an element's number.
-ScriptValue ReadValue(lua_State* L, int index, int depth, std::size_t& room);
+// In the tables of the fields `numbered` any whole number is a key: the value has a field of that name.
+ScriptValue ReadValue(lua_State* L, int index, int depth, std::size_t& room,
+                      std::vector<std::string_view> const& numbered = {});
 
 // A lua_CFunction for constructors, NAME{...}, with NAME as its upvalue 1. Returns the table in a userdata
 // that ReadValue reads as a table with its kind and line. Arguments that are not one table are put into one.

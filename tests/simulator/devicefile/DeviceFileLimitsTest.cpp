@@ -65,13 +65,13 @@ TEST(DeviceFileLimits, AFolderIsNoDeviceFile) {
 }
 
 TEST(DeviceFileLimits, AFileWithoutEndIsNoDeviceFile) {
-    EXPECT_EQ(MistakeInFile("/dev/zero"), "/dev/zero: has more than 1 MB");
+    EXPECT_EQ(MistakeInFile("/dev/zero"), "/dev/zero: has more than 16 MB");
 }
 
 TEST(DeviceFileLimits, ALongFileIsNoDeviceFile) {
     test::TemporaryFolder const folder;
-    std::string const path = folder.Write("long.lua", std::string(1024 * 1024 + 1, ' '));
-    EXPECT_EQ(MistakeInFile(path), path + ": has more than 1 MB");
+    std::string const path = folder.Write("long.lua", std::string(16 * 1024 * 1024 + 1, ' '));
+    EXPECT_EQ(MistakeInFile(path), path + ": has more than 16 MB");
 }
 
 TEST(DeviceFileLimits, AFileOfZeroesEndsInAMessage) {

@@ -126,6 +126,25 @@ TEST_F(ScriptReader, KeysAreNamesOrElements) {
               "0: the keys of a table must be names or 1, 2, 3 ..., not a table");
 }
 
+TEST_F(ScriptReader, InNumberedFieldsAnyWholeNumberIsAName) {
+    ASSERT_EQ(state.Run("return ramp{[1] = 7, by = {[1] = 'a', [512] = {'b'}, [-3] = 'c', d = 1}}", "=s", 1),
+              "");
+    ScriptValue const value = ReadValue(state.Get(), 1, 8, room, {"by"});
+    EXPECT_EQ(value.list.size(), 1u);
+    ScriptValue const& by = value["by"];
+    EXPECT_TRUE(by.list.empty());
+    EXPECT_EQ(by.fields.size(), 4u);
+    EXPECT_EQ(by["1"].text, "a");
+    EXPECT_EQ(by["512"].list.at(0).text, "b");
+    EXPECT_EQ(by["-3"].text, "c");
+    EXPECT_EQ(by["d"].integer, 1);
+}
+
+TEST_F(ScriptReader, NumbersAreNamesOnlyInTheTableOfTheFieldItself) {
+    ASSERT_EQ(state.Run("return {by = {x = {[5] = 1}}}", "=s", 1), "");
+    EXPECT_THROW(ReadValue(state.Get(), 1, 8, room, {"by"}), UnreadableValue);
+}
+
 TEST_F(ScriptReader, ALongTextInManyPlacesIsTooMuch) {
     std::string const text = "local s = ('x'):rep(1 << 20) ";
     EXPECT_EQ(Mistake(text + "local t = {} for i = 1, 100 do t[i] = s end return t"),
