@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "DeviceRecord.h"
+
+namespace workbench {
+
+struct ProjectOptions {
+    // What the devices answered; otherwise a point list, which has no values.
+    bool isFromDevices = true;
+    // Variables of objects that the driver can write and whose devices let them be written get Write = true.
+    bool isWritable = false;
+    // The reading was ended, or a device stopped answering: the file says so first.
+    bool isPartial = false;
+};
+
+struct ProjectText {
+    std::string text;  // a Lua source; the same inventory gives the same
+    std::size_t blocks = 0;
+    std::size_t variables = 0;
+    std::size_t written = 0;   // with Write = true
+    std::size_t comments = 0;  // objects that are not read
+    // One line for each device that has no block: "device 2001 "Chiller": its address is not known".
+    std::vector<std::string> leftOut;
+};
+
+// A project with a block and a task for each device, and a variable for each object that the driver can read.
+// Other objects are comments with the reason. Without a device that can be polled it has no block, and cannot
+// be run.
+ProjectText WriteProject(Inventory const& inventory, ProjectOptions const& options);
+
+}  // namespace workbench
