@@ -26,7 +26,7 @@ Failure Malformed(char const* detail) {
 }  // namespace
 
 Client::Client(Link& network, ClientSettings const& clientSettings)
-    : link(network), settings(clientSettings) {}
+    : link(network), settings(clientSettings), pace(settings.spacing, settings.routedSpacing) {}
 
 ReadResult Client::Read(Peer const& device, PropertyReference const& reference) {
     Ack const ack = Request(device, ServiceChoice::ReadProperty, reference, [&](std::uint8_t invokeId) {
@@ -90,7 +90,8 @@ Ack Client::Request(Peer const& device, ServiceChoice service, PropertyReference
     ++requestCount;
     lastExchange = Exchange();
     Link::Time const sentAt = link.Now();
-    Ack ack = Transaction(link, settings, past, device, lastExchange).Run(invokeId, service, form(invokeId));
+    Ack ack =
+        Transaction(link, settings, pace, past, device, lastExchange).Run(invokeId, service, form(invokeId));
     past.Add({invokeId, device, first, sentAt, lastExchange.answeredBy.has_value()});
     if (observer) {
         observer(lastExchange);

@@ -50,6 +50,7 @@ private:
 
     Link& link;
     ClientSettings const settings;
+    Pace pace;
     PastRequests past;
     Observer observer;
     Exchange lastExchange;

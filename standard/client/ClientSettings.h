@@ -21,6 +21,12 @@ struct ClientSettings {
     // A device that accepts less aborts, and gets shorter lists.
     std::size_t longestRequest = 480;
 
+    // The least time between two sendings of requests, retries too, to the same station; and to the stations
+    // behind the same router. A time-out that is shorter is as long as it. SpacingOfRate gives it for a
+    // number of requests a second.
+    std::chrono::microseconds spacing{0};
+    std::chrono::microseconds routedSpacing{0};
+
     std::chrono::milliseconds longestExchange{60000};
     // Octets of an answer, all segments together.
     std::size_t longestAnswer = 1 << 20;

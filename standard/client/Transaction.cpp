@@ -25,6 +25,7 @@ Ack Failed(Failure::Kind kind, std::string detail) {
 Ack Transaction::Run(std::uint8_t invokeId, ServiceChoice service, Octets const& request) {
     id = invokeId;
     serviceChoice = static_cast<std::uint8_t>(service);
+    AwaitTurn();
     begin = sent = link.Now();
     Ack const ack = SendAndWait(request);
     Link::Time const end = link.Now();
@@ -33,13 +34,23 @@ Ack Transaction::Run(std::uint8_t invokeId, ServiceChoice service, Octets const&
     return ack;
 }
 
+// What arrives before the request is not an answer to it.
+void Transaction::AwaitTurn() {
+    Link::Time const turn = pace.NextTurn(device);
+    while (link.Now() < turn && !link.IsStopped() && datagrams < settings.mostDatagrams) {
+        exchange.foreignCount += Next(turn) ? 1 : 0;
+    }
+}
+
 Ack Transaction::SendAndWait(Octets const& request) {
     Link::Time const end = begin + settings.longestExchange;
-    while (exchange.attempts <= settings.retries && !link.IsStopped() && link.Now() < end) {
+    while (exchange.attempts <= settings.retries && !link.IsStopped() && link.Now() < end &&
+           datagrams < settings.mostDatagrams) {
         ++exchange.attempts;
         sent = link.Now();
         Send(request, true);
-        Link::Time const deadline = std::min(sent + settings.timeout, end);
+        pace.NoteSent(device, sent);
+        Link::Time const deadline = std::min(std::max(sent + settings.timeout, pace.NextTurn(device)), end);
         auto answer = Next(deadline);
         // A segment from the middle of an answer is not the beginning of one.
         while (answer && answer->pdu.isSegmented && answer->pdu.sequenceNumber != 0) {
@@ -58,8 +69,12 @@ Ack Transaction::Finish(Received const& answer) {
     if (answer.pdu.failure) {
         return {answer.pdu.failure, {}};
     }
-    if (answer.pdu.kind != AnswerPdu::Kind::ComplexAck) {
-        return Failed(Failure::Kind::Malformed, "an ack without values");
+    bool const isWrite = serviceChoice == static_cast<std::uint8_t>(ServiceChoice::WriteProperty);
+    if (isWrite != (answer.pdu.kind == AnswerPdu::Kind::SimpleAck)) {
+        return Failed(Failure::Kind::Malformed, isWrite ? "an ack with values" : "an ack without values");
+    }
+    if (isWrite) {
+        return {};
     }
     if (answer.pdu.isSegmented) {
         return CollectSegments(answer);

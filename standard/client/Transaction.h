@@ -7,6 +7,7 @@
 #include "ClientSettings.h"
 #include "Exchange.h"
 #include "Link.h"
+#include "Pace.h"
 #include "PastRequests.h"
 
 namespace standard {
@@ -22,15 +23,17 @@ struct Ack {
 class Transaction {
 public:
     // The references must outlive the transaction. Adds what it sees to the exchange.
-    Transaction(Link& network, ClientSettings const& clientSettings, PastRequests const& pastRequests,
-                Peer const& peer, Exchange& exchangeOfRequest)
+    Transaction(Link& network, ClientSettings const& clientSettings, Pace& requestPace,
+                PastRequests const& pastRequests, Peer const& peer, Exchange& exchangeOfRequest)
         : link(network),
           settings(clientSettings),
+          pace(requestPace),
           past(pastRequests),
           device(peer),
           exchange(exchangeOfRequest) {}
 
-    // `request` is the APDU with that invoke id, for a service whose answer is a ComplexACK.
+    // `request` is the APDU with that invoke id. The answer to WriteProperty is a SimpleACK, that to the
+    // other services a ComplexACK.
     Ack Run(std::uint8_t invokeId, ServiceChoice service, Octets const& request);
 
 private:
@@ -40,6 +43,7 @@ private:
         Octets apdu;
     };
 
+    void AwaitTurn();
     Ack SendAndWait(Octets const& request);
     Ack Finish(Received const& answer);
     Ack CollectSegments(Received const& first);
@@ -54,6 +58,7 @@ private:
 
     Link& link;
     ClientSettings const& settings;
+    Pace& pace;
     PastRequests const& past;
     Peer const& device;
     Exchange& exchange;
