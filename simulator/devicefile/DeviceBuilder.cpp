@@ -1,11 +1,13 @@
 #include "DeviceBuilder.h"
 
+#include <algorithm>
 #include <set>
 
 #include "FaultReader.h"
 #include "Mistake.h"
 #include "Printable.h"
 #include "ScriptChecks.h"
+#include "Service.h"
 
 namespace simulator {
 
@@ -27,7 +29,7 @@ enum Segmentation : std::uint8_t { SegmentedBoth = 0, SegmentedTransmit = 1, NoS
 std::vector<std::string> const& DeviceNames() {
     static std::vector<std::string> const names{
         "objects", "object_list", "router", "port", "writes", "proposed_window_size", "max_answer_segments",
-        "faults"};
+        "faults",  "i_am"};
     return names;
 }
 
@@ -53,32 +55,43 @@ std::uint32_t Within(BacnetObject const& device, PropertyId id, std::uint32_t lo
     return static_cast<std::uint32_t>(value);
 }
 
-std::optional<NetworkAddress> ReadRouter(ScriptValue const& router) try {
+void ReadRouter(ScriptValue const& router, DeviceSettings& settings) try {
     if (router.IsNil()) {
-        return std::nullopt;
+        return;
     }
-    checks::Fields(router, {"network", "mac"});
+    checks::Fields(router, {"network", "mac", "name", "own_network"});
+    settings.router.name = router["name"].IsNil() ? "" : checks::Text(router["name"]);
+    if (!router["own_network"].IsNil()) {
+        settings.router.ownNetwork =
+            static_cast<std::uint16_t>(Within(router, "own_network", 1, GlobalBroadcast - 1u));
+    }
     NetworkAddress position{static_cast<std::uint16_t>(Within(router, "network", 1, GlobalBroadcast - 1u)),
                             checks::Hexadecimal(router["mac"])};
     if (position.mac.empty() || position.mac.size() > LongestMac) {
         throw Mistake("mac: must have 1 to 18 octets");
     }
-    return position;
+    if (settings.router.ownNetwork == position.network) {
+        throw Mistake("own_network: must differ from network");
+    }
+    settings.position = std::move(position);
 } catch (Mistake const& mistake) {
     throw mistake.In("router");
 }
 
-// Whether writes are lenient.
-bool ReadWrites(ScriptValue const& writes) try {
-    if (writes.IsNil() || checks::Text(writes) == "strict") {
+// Whether a field has the second of two texts; the first is the default.
+bool ReadOneOf(ScriptValue const& given, char const* name, std::string const& usual,
+               std::string const& other) try {
+    ScriptValue const& value = given[name];
+    if (value.IsNil() || checks::Text(value) == usual) {
         return false;
     }
-    if (writes.text != "lenient") {
-        throw Mistake("must be \"strict\" or \"lenient\", not " + tools::Quoted(writes.text));
+    if (value.text != other) {
+        throw Mistake("must be " + tools::Quoted(usual) + " or " + tools::Quoted(other) + ", not " +
+                      tools::Quoted(value.text));
     }
     return true;
 } catch (Mistake const& mistake) {
-    throw mistake.In("writes");
+    throw mistake.In(name);
 }
 
 DeviceSettings ReadSettings(ScriptValue const& given, BacnetObject const& device) {
@@ -104,9 +117,10 @@ DeviceSettings ReadSettings(ScriptValue const& given, BacnetObject const& device
     if (!given["port"].IsNil()) {
         settings.port = static_cast<std::uint16_t>(Within(given, "port", 0, 65535));
     }
-    settings.isLenient = ReadWrites(given["writes"]);
+    settings.isLenient = ReadOneOf(given, "writes", "strict", "lenient");
     settings.faults = ReadFaults(given["faults"]);
-    settings.position = ReadRouter(given["router"]);
+    settings.broadcastsAnswers = ReadOneOf(given, "i_am", "unicast", "broadcast");
+    ReadRouter(given["router"], settings);
     return settings;
 }
 
@@ -176,12 +190,30 @@ void AddObjectList(ScriptValue const& given, BacnetObject& device) try {
     throw mistake.In("object_list");
 }
 
+// What the device can do, unless the file states it.
+void AddAbilities(ScriptValue const& given, DeviceSettings const& settings, BacnetObject& device) {
+    using P = PropertyId;
+    if (!device.Find(P::Protocol_Services_Supported)) {
+        ValuePtr const revision = device.ValueOf(P::Protocol_Revision);
+        std::string const bits = SupportedServices(
+            revision ? static_cast<unsigned>(std::clamp(revision->Number({}), 0.0, 255.0)) : 0u);
+        device.Add({P::Protocol_Services_Supported, Shape::Single, true, {FixedBits(bits)}});
+    }
+    // A device that segments in any direction has the property. This one accepts no segments.
+    bool const isCopy = !given["defaults"].IsNil() && !given["defaults"].boolean;
+    if (settings.segmentationSupported != NoSegmentation && !isCopy &&
+        !device.Find(P::Max_Segments_Accepted)) {
+        device.Add({P::Max_Segments_Accepted, Shape::Single, false, {FixedUnsigned(1)}});
+    }
+}
+
 }  // namespace
 
 Device BuildDevice(ScriptValue const& given, ObjectBuilder::Evaluate const& evaluate) try {
     BacnetObject device = ObjectBuilder(DeviceObjectType(), given, evaluate, DeviceNames()).Build();
     AddObjectList(given["object_list"], device);
     DeviceSettings settings = ReadSettings(given, device);
+    AddAbilities(given, settings, device);
     return Device(std::move(device), BuildObjects(given["objects"], evaluate), std::move(settings));
 } catch (Mistake const& mistake) {
     ScriptValue const& name = given["name"];

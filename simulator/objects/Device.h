@@ -14,6 +14,13 @@
 
 namespace simulator {
 
+// The router to the network of a device.
+struct RouterSettings {
+    std::string name;                         // devices with the same one are behind one router; or empty
+    std::vector<std::uint16_t> networks;      // all those that it leads to
+    std::optional<std::uint16_t> ownNetwork;  // the number of the IP network
+};
+
 // The settings of a device for its exchanges.
 struct DeviceSettings {
     std::uint32_t maxApduLength = 1476;  // octets, 50 to 1476
@@ -26,6 +33,8 @@ struct DeviceSettings {
     bool isLenient = false;                  // accepts values of wrong datatypes too (WrittenValue.h)
     std::uint8_t segmentationSupported = 0;  // BACnetSegmentation, as I-Am reports it
     std::optional<NetworkAddress> position;  // the address behind a router, if there is one
+    RouterSettings router;                   // of a device with a position
+    bool broadcastsAnswers = false;          // those to Who-Is, Who-Has and about networks
     std::optional<std::uint16_t> port;       // the UDP port that the device file states
     std::vector<Fault> faults;               // for FaultyStation; a Station has none
 };
@@ -41,6 +50,7 @@ public:
     std::string const& Name() const { return objects.front().Name(); }
     ObjectId Id() const { return objects.front().Id(); }
     DeviceSettings const& Settings() const { return settings; }
+    void SetRouter(RouterSettings router) { settings.router = std::move(router); }
     std::vector<BacnetObject> const& Objects() const { return objects; }
     // Null if the device does not have the object. Instance 4194303 of a Device object is this device (clause
     // 12.11).

@@ -6,7 +6,7 @@
 #include "ConfirmedRequest.h"
 #include "OctetReader.h"
 #include "Service.h"
-#include "WhoIs.h"
+#include "UnconfirmedAnswers.h"
 
 namespace simulator {
 

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "Device.h"
 #include "Peer.h"
 #include "Standard.h"
 
@@ -23,11 +24,13 @@ public:
     struct Result {
         std::optional<Indication> indication;
         std::optional<Octets> answer;  // an NPDU of the router for the sender
+        bool isForAll = false;         // the answer may be broadcast too
     };
 
     // `devicePosition` is the address of a device behind a router. Its MAC address must not be empty.
-    explicit NetworkLayer(std::optional<NetworkAddress> devicePosition)
-        : position(std::move(devicePosition)) {}
+    // `deviceRouter` describes the router; its own network has the lowest number that it does not lead to,
+    // unless it states another one.
+    explicit NetworkLayer(std::optional<NetworkAddress> devicePosition, RouterSettings deviceRouter = {});
 
     // `isBroadcast` is true for an NPDU from a broadcast of the link.
     Result Receive(Endpoint const& sender, bool isBroadcast, Octets const& octets) const;
@@ -36,9 +39,12 @@ public:
 
 private:
     Result ReceiveAsRouter(Npdu const& npdu, Indication indication) const;
+    Result ReceiveMessage(Npdu const& npdu) const;
+    bool LeadsTo(std::uint16_t network) const;
     Octets RejectNetwork(Npdu const& npdu) const;
 
     std::optional<NetworkAddress> position;
+    RouterSettings router;
 };
 
 }  // namespace simulator

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "Device.h"
 #include "Standard.h"
 #include "TagReader.h"
@@ -16,6 +18,10 @@ using ConfirmedService = void (*)(TagReader& request, Device& device, Moment con
 // The service of a service choice (clause 21), or null if the device does not have it. A new service is a new
 // row in the table of Service.cpp.
 ConfirmedService FindService(std::uint8_t choice);
+
+// The Protocol_Services_Supported of a device of that protocol revision: one bit for each service that the
+// revision knows (BACnetServicesSupported, clause 21), set for those that the device carries out.
+std::string SupportedServices(unsigned protocolRevision);
 
 // Clause 15.5
 void ReadProperty(TagReader& request, Device& device, Moment const& now, TagWriter& ack);

@@ -4,6 +4,14 @@
 
 namespace simulator {
 
+namespace {
+
+bool IsUnconfirmed(Octets const& apdu) {
+    return !apdu.empty() && OctetValue(apdu[0]) >> 4 == 1;
+}
+
+}  // namespace
+
 std::vector<Datagram> Station::Receive(Datagram const& datagram, Moment const& now) {
     bvlc::Result const link = bvlc::Receive(datagram);
     if (link.answer) {
@@ -15,7 +23,7 @@ std::vector<Datagram> Station::Receive(Datagram const& datagram, Moment const& n
     NetworkLayer::Result const result =
         network.Receive(link.message->source, link.message->isBroadcast, link.message->npdu);
     if (result.answer) {
-        return {{link.message->source, bvlc::Unicast(*result.answer)}};
+        return {RouterAnswer(link.message->source, result)};
     }
     if (!result.indication) {
         return {};
@@ -23,9 +31,21 @@ std::vector<Datagram> Station::Receive(Datagram const& datagram, Moment const& n
     return Framed(application.Receive(*result.indication, now));
 }
 
-std::vector<Datagram> Station::Framed(std::vector<Answer> const& answers) const {
+Datagram Station::RouterAnswer(Endpoint const& sender, NetworkLayer::Result const& result) const {
+    if (result.isForAll && device.Settings().broadcastsAnswers) {
+        return {AllOfLink, bvlc::Broadcast(*result.answer)};
+    }
+    return {sender, bvlc::Unicast(*result.answer)};
+}
+
+std::vector<Datagram> Station::Framed(std::vector<Answer> answers) const {
     std::vector<Datagram> datagrams;
-    for (Answer const& answer : answers) {
+    for (Answer& answer : answers) {
+        if (device.Settings().broadcastsAnswers && IsUnconfirmed(answer.apdu)) {
+            answer.peer.remote = NetworkAddress{GlobalBroadcast, {}};
+            datagrams.push_back({AllOfLink, bvlc::Broadcast(network.Send(answer))});
+            continue;
+        }
         datagrams.push_back({answer.peer.endpoint, bvlc::Unicast(network.Send(answer))});
     }
     return datagrams;

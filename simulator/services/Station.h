@@ -8,12 +8,17 @@
 
 namespace simulator {
 
+// The receiver of a datagram that is a broadcast on the link.
+constexpr Endpoint AllOfLink{0xFFFFFFFF, 0};
+
 // A device on the link, without a socket: it takes datagrams and returns datagrams. No datagram makes it
 // throw or crash. Faults are applied around this class (FaultyStation.h).
 class Station {
 public:
     explicit Station(Device simulatedDevice)
-        : device(std::move(simulatedDevice)), network(device.Settings().position), application(device) {}
+        : device(std::move(simulatedDevice)),
+          network(device.Settings().position, device.Settings().router),
+          application(device) {}
     Station(Station const&) = delete;
     Station& operator=(Station const&) = delete;
 
@@ -27,7 +32,8 @@ public:
     void OnWrite(Device::WriteObserver observer) { device.OnWrite(std::move(observer)); }
 
 private:
-    std::vector<Datagram> Framed(std::vector<Answer> const& answers) const;
+    std::vector<Datagram> Framed(std::vector<Answer> answers) const;
+    Datagram RouterAnswer(Endpoint const& sender, NetworkLayer::Result const& result) const;
 
     Device device;
     NetworkLayer network;

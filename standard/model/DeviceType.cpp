@@ -1,7 +1,7 @@
 #include "ObjectTypeRows.h"
 
-// The Device object (clause 12.11). Object_List and Protocol_Object_Types_Supported are added by the
-// device, which knows them.
+// The Device object (clause 12.11). Object_List, Protocol_Object_Types_Supported,
+// Protocol_Services_Supported and Max_Segments_Accepted are added by the device, which knows them.
 namespace standard {
 
 namespace rows {
@@ -19,8 +19,7 @@ constexpr PropertyRow DeviceRows[] = {
     Optional(P::Description, D::CharacterString, "''"),
     Required(P::Protocol_Version, D::Unsigned, "1"),
     Required(P::Protocol_Revision, D::Unsigned, "14"),
-    // Bit 12 ReadProperty, 14 ReadPropertyMultiple, 15 WriteProperty, 34 Who-Is.
-    Required(P::Protocol_Services_Supported, D::BitString, "'0000000000001011000000000000000000100000'"),
+    Required(P::Protocol_Services_Supported, D::BitString, nullptr),
     Required(P::Max_APDU_Length_Accepted, D::Unsigned, "1476"),
     Required(P::Segmentation_Supported, D::Segmentation, "'segmented-transmit'"),
     Optional(P::Max_Segments_Accepted, D::Unsigned),

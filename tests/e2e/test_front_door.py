@@ -203,10 +203,10 @@ class FrontDoor(EndToEnd):
             # A request without parameters is a Reject in any case; reason 9 is unrecognized-service.
             carried_out = [service for service in range(26) if answer(f"000501{service:02X}") != bytes([0x60, 1, 9])]
             supported = answer("0005010C0C020000641961")  # Protocol_Services_Supported
-        bits = "".join(f"{octet:08b}" for octet in supported[supported.index(b"\x85\x06") + 3:-1])
+        bits = "".join(f"{octet:08b}" for octet in supported[supported.index(b"\x85\x07") + 3:-1])
         self.assertEqual(carried_out, [service for service in range(26) if bits[service] == "1"])
         self.assertEqual(carried_out, [12, 14, 15])
-        self.assertIn("answers ReadProperty, ReadPropertyMultiple, WriteProperty and Who-Is", document("docs/simulator.md"))
+        self.assertIn("answers ReadProperty, ReadPropertyMultiple, WriteProperty, Who-Is and Who-Has", document("docs/simulator.md"))
 
     def test_the_commands_in_the_manual_of_the_simulator_are_answered_as_it_says(self):
         dialogue = document("docs/simulator.md").split("lines typed and their answers:\n\n")[1].split("\n\n")[0]

@@ -233,7 +233,34 @@ TEST_F(ObjectTypes, ClocksShowTheWallClock) {
 TEST_F(ObjectTypes, TheDeviceReportsWhatItSupports) {
     MakeWith("");
     EXPECT_EQ(Answer("02 75 01 0C 0C 02 00 00 64 19 61"),
-              "30 01 0C 0C 02 00 00 64 19 61 3E 85 06 00 00 0B 00 00 20 3F");
+              "30 01 0C 0C 02 00 00 64 19 61 3E 85 07 07 00 0B 00 00 60 00 3F");
     EXPECT_EQ(Answer("02 75 01 0C 0C 02 00 00 64 19 60"),
               "30 01 0C 0C 02 00 00 64 19 60 3E 85 08 01 FC 8E 71 80 01 2F A2 3F");
+}
+
+TEST_F(ObjectTypes, TheServicesOfTheDeviceHaveTheBitsOfItsRevision) {
+    struct Revision {
+        unsigned number;
+        char const* bits;
+    };
+    for (Revision const& revision :
+         {Revision{0, "85 06 05 00 0B 00 00 60"}, Revision{13, "85 06 00 00 0B 00 00 60"},
+          Revision{17, "85 07 07 00 0B 00 00 60 00"}, Revision{19, "85 07 04 00 0B 00 00 60 00"},
+          Revision{24, "85 07 01 00 0B 00 00 60 00"}}) {
+        MakeWith("", "protocol_revision = " + std::to_string(revision.number) + ",");
+        EXPECT_EQ(Answer("02 75 01 0C 0C 02 00 00 64 19 61"),
+                  std::string("30 01 0C 0C 02 00 00 64 19 61 3E ") + revision.bits + " 3F");
+    }
+    MakeWith("", "protocol_services_supported = '1',");
+    EXPECT_EQ(Answer("02 75 01 0C 0C 02 00 00 64 19 61"), "30 01 0C 0C 02 00 00 64 19 61 3E 82 07 80 3F");
+}
+
+TEST_F(ObjectTypes, ADeviceThatSendsSegmentsStatesHowManyItAccepts) {
+    std::string const read = "02 75 01 0C 0C 02 00 00 64 19 A7";
+    MakeWith("");
+    EXPECT_EQ(Answer(read), "30 01 0C 0C 02 00 00 64 19 A7 3E 21 01 3F");
+    MakeWith("", "max_segments_accepted = 32,");
+    EXPECT_EQ(Answer(read), "30 01 0C 0C 02 00 00 64 19 A7 3E 21 20 3F");
+    MakeWith("", "segmentation_supported = 'no-segmentation',");
+    EXPECT_EQ(Answer(read), "50 01 0C 91 02 91 20");
 }

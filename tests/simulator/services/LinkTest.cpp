@@ -40,6 +40,37 @@ TEST_F(Link, WhoIsOfEveryKindIsAnsweredToTheSender) {
     EXPECT_EQ(Send(Hex("81 0B 00 0C 01 20 FF FF 00 FF 10 08")), (Texts{"81 0A 00 15 01 00 " + iAm}));
 }
 
+TEST_F(Link, WhoHasIsAnsweredByIHave) {
+    std::string const iHave =
+        "81 0A 00 23 01 00 10 01 C4 02 00 00 64 C4 00 00 00 01 75 0F 00 61 6E 61 6C 6F 67 "
+        "5F 69 6E 70 75 74 20 31";
+    EXPECT_EQ(Send(Hex("81 0B 00 0D 01 00 10 07 2C 00 00 00 01")), Texts{iHave});
+    EXPECT_EQ(Send(Hex("81 0B 00 13 01 00 10 07 09 64 1A 00 64 2C 00 00 00 01")), Texts{});  // other length
+    EXPECT_EQ(Send(Hex("81 0B 00 12 01 00 10 07 09 64 19 64 2C 00 00 00 01")).size(), 0u);
+    EXPECT_EQ(Send(Hex("81 0B 00 11 01 00 10 07 09 64 19 64 2C 00 00 00 01")), Texts{iHave});
+    EXPECT_EQ(Send(Hex("81 0B 00 11 01 00 10 07 09 65 19 66 2C 00 00 00 01")), Texts{});
+    EXPECT_EQ(
+        Send(Hex("81 0B 00 19 01 00 10 07 3D 0F 00") + Hex("61 6E 61 6C 6F 67 5F 69 6E 70 75 74 20 31")),
+        Texts{iHave});
+    EXPECT_EQ(Send(Hex("81 0B 00 0C 01 00 10 07 3A 00 61 62")), Texts{});
+    EXPECT_EQ(Send(Hex("81 0B 00 0D 01 00 10 07 2C 00 00 00 02")), Texts{});
+    EXPECT_EQ(Send(Hex("81 0B 00 0D 01 00 10 07 2C 02 3F FF FF")), Texts{});
+}
+
+TEST_F(Link, ANameThatDoesNotFitIntoAnIHaveIsNotAnswered) {
+    MakeWith("analog_input{instance = 1, name = '" + std::string(10000, 'x') + "'}");
+    EXPECT_EQ(Send(Hex("81 0B 00 0D 01 00 10 07 2C 00 00 00 01")), Texts{});
+}
+
+TEST_F(Link, AnswersCanBeBroadcast) {
+    MakeWith("", "i_am = 'broadcast',");
+    auto const answers = station->Receive({Client, Hex("81 0A 00 08 01 00 10 08")}, now);
+    EXPECT_EQ(HexOf(answers),
+              (Texts{"81 0B 00 19 01 20 FF FF 00 FF 10 00 C4 02 00 00 64 22 05 C4 91 01 22 03 E7"}));
+    EXPECT_EQ(answers.at(0).peer, simulator::AllOfLink);
+    EXPECT_EQ(Ask("00 04 07 0C 0C 02 00 00 64 19 62"), (Texts{"30 07 0C 0C 02 00 00 64 19 62 3E 21 01 3F"}));
+}
+
 TEST_F(Link, AForwardedWhoIsIsAnsweredToItsOriginator) {
     auto const answers = station->Receive({Client, Hex("81 04 00 0E C0 A8 01 02 BA C0 01 00 10 08")}, now);
     ASSERT_EQ(answers.size(), 1u);

@@ -71,6 +71,42 @@ TEST_F(Router, ARoutedBroadcastOfTheLinkCanCarryARequestToOneStation) {
     EXPECT_EQ(Send(Hex("81 0B 00 17 01 24 00 05 02 0A 14 FF") + Hex(Request)).size(), 1u);
 }
 
+TEST_F(Router, WhoIsRouterToNetworkIsAnsweredByTheRouterToIt) {
+    EXPECT_EQ(Send(Hex("81 0B 00 07 01 80 00")), (Texts{"81 0A 00 09 01 80 01 00 05"}));
+    EXPECT_EQ(Send(Hex("81 0B 00 09 01 80 00 00 05")), (Texts{"81 0A 00 09 01 80 01 00 05"}));
+    EXPECT_EQ(Send(Hex("81 0B 00 09 01 80 00 00 06")), Texts{});
+    EXPECT_EQ(Send(Hex("81 0B 00 0B 01 88 00 07 01 2A 00")), (Texts{"81 0A 00 09 01 80 01 00 05"}));
+    EXPECT_EQ(Send(Hex("81 0A 00 0B 01 A0 00 06 00 FF 00")), Texts{});
+}
+
+TEST_F(Router, ItKnowsTheNumberOfTheIpNetwork) {
+    EXPECT_EQ(Send(Hex("81 0B 00 07 01 80 12")), (Texts{"81 0A 00 0A 01 80 13 00 01 01"}));
+    EXPECT_EQ(Send(Hex("81 0B 00 0B 01 88 00 07 01 2A 12")), Texts{});  // must not be routed
+    MakeWith("", "router = {network = 1, mac = '07'},");
+    EXPECT_EQ(Send(Hex("81 0B 00 07 01 80 12")), (Texts{"81 0A 00 0A 01 80 13 00 02 01"}));
+    MakeWith("", "router = {network = 1, mac = '07', own_network = 300},");
+    EXPECT_EQ(Send(Hex("81 0B 00 07 01 80 12")), (Texts{"81 0A 00 0A 01 80 13 01 2C 01"}));
+}
+
+TEST_F(Router, OtherMessagesOfTheNetworkLayerAreDropped) {
+    EXPECT_EQ(Send(Hex("81 0A 00 09 01 80 01 00 05")), Texts{});
+    EXPECT_EQ(Send(Hex("81 0A 00 0A 01 80 13 00 05 01")), Texts{});
+    EXPECT_EQ(Send(Hex("81 0A 00 06 01 80")), Texts{});
+}
+
+TEST_F(Router, AnswersCanBeBroadcast) {
+    MakeWith("", "i_am = 'broadcast', router = {network = 5, mac = '0A14'},");
+    EXPECT_EQ(Send(Hex("81 0B 00 07 01 80 00")), (Texts{"81 0B 00 09 01 80 01 00 05"}));
+    EXPECT_EQ(
+        Send(Hex("81 0B 00 0C 01 20 FF FF 00 FF 10 08")),
+        (Texts{"81 0B 00 1E 01 28 FF FF 00 00 05 02 0A 14 FF 10 00 C4 02 00 00 64 22 05 C4 91 01 22 03 E7"}));
+    auto const answers = station->Receive({Client, Hex("81 0B 00 07 01 80 12")}, now);
+    ASSERT_EQ(answers.size(), 1u);
+    EXPECT_EQ(answers[0].peer, simulator::AllOfLink);
+    EXPECT_EQ(Send(Hex("81 0A 00 0E 01 24 00 06 02 0A 14 FF 00 04")),
+              (Texts{"81 0A 00 0A 01 80 03 01 00 06"}));
+}
+
 TEST_F(Router, SegmentsAreAcknowledgedThroughTheRouterToo) {
     MakeWith("analog_input{instance = 1}", "router = {network = 5, mac = '0A14'},");
     auto const first = SendNpdu("01 24 00 05 02 0A 14 FF", "02 70 09 0E 0C 00 00 00 01 1E 09 08 1F");
