@@ -22,6 +22,7 @@
 #include "ReportPage.h"
 #include "Signals.h"
 #include "StoppableLink.h"
+#include "UdpLink.h"
 #include "VerifyJson.h"
 #include "VerifyRun.h"
 #include "VerifyText.h"
@@ -121,7 +122,8 @@ int VerifyProject(VerifyOptions const& options, Streams const& streams) {
     project.RemoveWrites();
     project.Load(SourceText::FromFile(options.project));
     WarnOfUnusedParams(project, streams.err);
-    StoppableLink link(signals);
+    standard::UdpLink socket{standard::Endpoint{}};
+    StoppableLink link(socket, [&signals] { return signals.IsStopRequested(); });
     std::optional<ReportFile> page = PageOf(options);
     VerifyReport report = Verify(project, guard, log, link, SettingsOf(options, signals, line));
     line.Clear();

@@ -1,0 +1,126 @@
+#include "BrowsePlant.h"
+
+#include <algorithm>
+#include <atomic>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <thread>
+#include <tuple>
+#include <utility>
+
+#include "AddressArgument.h"
+#include "DeviceBrowser.h"
+#include "StoppableLink.h"
+#include "UdpLink.h"
+
+namespace workbench {
+
+namespace {
+
+constexpr std::size_t MostThreads = 8;
+
+// The devices at one endpoint, which is a device or a router, by their positions among the peers.
+using Group = std::vector<std::size_t>;
+
+std::vector<Group> GroupsOf(std::vector<standard::Peer> const& peers) {
+    std::map<standard::Endpoint, Group> byEndpoint;
+    for (std::size_t i = 0; i < peers.size(); ++i) {
+        byEndpoint[peers[i].endpoint].push_back(i);
+    }
+    std::vector<Group> groups;
+    for (auto& entry : byEndpoint) {
+        groups.push_back(std::move(entry.second));
+    }
+    return groups;
+}
+
+// Reads the groups, each thread one after the other.
+class PlantReading {
+public:
+    PlantReading(std::vector<standard::Peer> const& plantPeers, BrowseSettings const& browseSettings,
+                 std::function<bool()> const& stopFunction,
+                 std::function<void(std::string const&)> const& show)
+        : peers(plantPeers),
+          settings(browseSettings),
+          isStopped(stopFunction),
+          progress(show),
+          groups(GroupsOf(plantPeers)),
+          records(plantPeers.size()) {}
+
+    std::vector<DeviceRecord> Run() {
+        std::vector<std::unique_ptr<standard::UdpLink>> sockets;
+        for (std::size_t i = 0; i < std::min(groups.size(), MostThreads); ++i) {
+            sockets.push_back(std::make_unique<standard::UdpLink>(standard::Endpoint{}));
+        }
+        std::vector<std::thread> threads;
+        for (auto const& socket : sockets) {
+            threads.emplace_back([this, &socket] { Work(*socket); });
+        }
+        for (std::thread& thread : threads) {
+            thread.join();
+        }
+        return std::move(records);
+    }
+
+private:
+    void Work(standard::Link& socket) {
+        StoppableLink link(socket, isStopped);
+        for (std::size_t next = nextGroup++; next < groups.size(); next = nextGroup++) {
+            for (std::size_t const position : groups[next]) {
+                records[position] = Read(link, peers[position]);
+            }
+        }
+    }
+
+    DeviceRecord Read(standard::Link& link, standard::Peer const& peer) {
+        BrowseSettings own = settings;
+        own.progress = [this, &peer](BrowseProgress const& step) {
+            Show(", " + AddressText(peer) + ": " + std::to_string(step.objectsRead) + " of " +
+                 std::to_string(step.objectCount) + " objects");
+        };
+        DeviceRecord record = DeviceBrowser(link, own).Browse(peer);
+        ++finished;
+        Show("");
+        return record;
+    }
+
+    void Show(std::string const& device) {
+        std::lock_guard<std::mutex> const lock(mutex);
+        progress(std::to_string(finished) + " of " + std::to_string(peers.size()) + " devices" + device);
+    }
+
+    std::vector<standard::Peer> const& peers;
+    BrowseSettings const& settings;
+    std::function<bool()> const& isStopped;
+    std::function<void(std::string const&)> const& progress;
+    std::vector<Group> const groups;
+    std::atomic<std::size_t> nextGroup{0};
+    std::atomic<std::size_t> finished{0};
+    std::mutex mutex;
+    std::vector<DeviceRecord> records;
+};
+
+auto KeyOf(DeviceRecord const& record) {
+    standard::Peer const peer = record.peer.value_or(standard::Peer{});
+    standard::NetworkAddress const remote = peer.remote.value_or(standard::NetworkAddress{});
+    return std::make_tuple(record.Instance(), peer.endpoint.address, peer.endpoint.port, remote.network,
+                           remote.mac);
+}
+
+}  // namespace
+
+std::vector<DeviceRecord> BrowsePlant(std::vector<standard::Peer> const& peers,
+                                      BrowseSettings const& settings, std::function<bool()> const& isStopped,
+                                      std::function<void(std::string const&)> const& progress) {
+    return PlantReading(peers, settings, isStopped, progress).Run();
+}
+
+Inventory InventoryOf(std::vector<DeviceRecord> records) {
+    std::stable_sort(records.begin(), records.end(), [](DeviceRecord const& left, DeviceRecord const& right) {
+        return KeyOf(left) < KeyOf(right);
+    });
+    return {std::move(records)};
+}
+
+}  // namespace workbench

@@ -1,0 +1,230 @@
+#include "BrowsedDevice.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <utility>
+
+#include "ObjectNames.h"
+#include "PropertyChoice.h"
+#include "Refusal.h"
+
+namespace workbench {
+
+namespace {
+
+using standard::DatumKind;
+using standard::Failure;
+using standard::ObjectId;
+using standard::PropertyId;
+using standard::PropertyReference;
+using standard::ReadResult;
+
+constexpr std::uint16_t DeviceType = 8;
+// Objects whose Property_List is requested in vain until the device is taken to have none.
+constexpr unsigned MostWithoutPropertyList = 3;
+// Objects that a note lists.
+constexpr std::size_t MostNamed = 5;
+
+PropertyReference Of(ObjectId const& object, PropertyId property) {
+    return {object, static_cast<std::uint32_t>(property), std::nullopt};
+}
+
+bool IsError(ReadResult const& result, standard::ErrorCode code) {
+    return result.failure && result.failure->kind == Failure::Kind::Error &&
+           result.failure->code == static_cast<std::uint32_t>(code);
+}
+
+// "analog-input 1, analog-input 2 and 7 more"
+std::string Named(std::vector<ObjectId> const& objects) {
+    std::string text;
+    for (std::size_t i = 0; i < std::min(objects.size(), MostNamed); ++i) {
+        text += (i == 0 ? "" : ", ") + standard::ObjectText(objects[i]);
+    }
+    return objects.size() <= MostNamed
+               ? text
+               : text + " and " + std::to_string(objects.size() - MostNamed) + " more";
+}
+
+bool AnyIsLost(ObjectRecord const& object) {
+    return std::any_of(object.properties.begin(), object.properties.end(), [](auto const& entry) {
+        auto const& failure = entry.second.failure;
+        return failure &&
+               (failure->kind == Failure::Kind::Silent || failure->kind == Failure::Kind::Malformed ||
+                failure->kind == Failure::Kind::Incomplete);
+    });
+}
+
+template <class Condition>
+bool AllOf(ObjectRecord const& object, Condition const& condition) {
+    return !object.properties.empty() &&
+           std::all_of(object.properties.begin(), object.properties.end(),
+                       [&](auto const& entry) { return condition(entry.second); });
+}
+
+}  // namespace
+
+BrowsedDevice::BrowsedDevice(standard::Link& network, standard::Peer const& peer,
+                             BrowseSettings const& browseSettings)
+    : settings(browseSettings), reader(network, peer, browseSettings) {
+    record.peer = peer;
+    record.device.id = {DeviceType, ObjectId::LastInstance};
+}
+
+bool BrowsedDevice::ReadIdentifier(std::optional<std::uint32_t> knownInstance) {
+    ReadResult result = reader.ReadOne(Of(record.device.id, PropertyId::Object_Identifier));
+    if (IsError(result, standard::ErrorCode::UnknownObject) && knownInstance) {
+        record.device.id.instance = *knownInstance;
+        result = reader.ReadOne(Of(record.device.id, PropertyId::Object_Identifier));
+    }
+    bool const isKnown = result.values.size() == 1 && result.values[0].kind == DatumKind::ObjectIdentifier &&
+                         result.values[0].Object().type == DeviceType;
+    if (isKnown) {
+        record.device.id = result.values[0].Object();
+        Take({Of(record.device.id, PropertyId::Object_Identifier), std::move(result.values), std::nullopt});
+    } else if (!reader.IsOver()) {
+        Incomplete("its Device object cannot be read: " +
+                   (result.failure ? FailureText(*result.failure) : "it has no identifier"));
+    }
+    return isKnown;
+}
+
+void BrowsedDevice::ReadDevice() {
+    References references;
+    if (settings.detail == Detail::Every) {
+        reader.Read({Of(record.device.id, PropertyId::Property_List)},
+                    [this](ReadResult result) { Take(std::move(result)); });
+    }
+    for (std::uint32_t const property : PropertiesOf(record.device)) {
+        references.push_back({record.device.id, property, std::nullopt});
+    }
+    reader.Read(references, [this](ReadResult result) { Take(std::move(result)); });
+}
+
+void BrowsedDevice::ReadObjectList() {
+    std::set<ObjectId> seen = {record.device.id};
+    std::vector<ObjectId> repeated;
+    PropertyReference const list = Of(record.device.id, PropertyId::Object_List);
+    reader.Read({list}, [&](ReadResult const& result) {
+        if (result.failure) {
+            Incomplete("its object list cannot be read: " + FailureText(*result.failure));
+        }
+        for (standard::Datum const& datum : result.values) {
+            bool const isNew = seen.insert(datum.Object()).second;
+            if (isNew) {
+                record.objects.push_back({datum.Object(), {}, {}});
+            } else if (!(datum.Object() == record.device.id)) {
+                repeated.push_back(datum.Object());
+            }
+        }
+    });
+    if (!repeated.empty()) {
+        record.notes.push_back("its object list has objects more than once: " + Named(repeated));
+    }
+}
+
+void BrowsedDevice::ReadObjects() {
+    if (settings.detail == Detail::Every) {
+        ReadPropertyLists();
+    }
+    References const references = ReferencesOf(record.objects);
+    std::size_t at = 0;
+    reader.Read(references, [&](ReadResult result) {
+        while (!(record.objects[at].id == result.reference.object)) {
+            ++at;
+        }
+        record.objects[at].properties[result.reference.property] = std::move(result);
+        ShowProgress(at);
+    });
+    NoteMissing();
+}
+
+void BrowsedDevice::ReadPropertyLists() {
+    unsigned without = 0;
+    for (ObjectRecord& object : record.objects) {
+        if (without >= MostWithoutPropertyList || reader.IsOver()) {
+            return;
+        }
+        reader.Read({Of(object.id, PropertyId::Property_List)}, [&](ReadResult result) {
+            without = IsError(result, standard::ErrorCode::UnknownProperty) ? without + 1 : 0;
+            object.properties[result.reference.property] = std::move(result);
+        });
+    }
+}
+
+std::vector<std::uint32_t> BrowsedDevice::PropertiesOf(ObjectRecord const& object) const {
+    std::vector<standard::Datum> const* const list = object.Values(PropertyId::Property_List);
+    return list && !list->empty() ? PropertiesOfList(*list)
+                                  : PropertiesOfType(object.id.type, settings.detail);
+}
+
+BrowsedDevice::References BrowsedDevice::ReferencesOf(std::vector<ObjectRecord> const& objects) const {
+    References references;
+    for (ObjectRecord const& object : objects) {
+        for (std::uint32_t const property : PropertiesOf(object)) {
+            references.push_back({object.id, property, std::nullopt});
+        }
+    }
+    return references;
+}
+
+void BrowsedDevice::NoteMissing() {
+    std::vector<ObjectId> missing;
+    std::vector<ObjectId> unanswered;
+    for (ObjectRecord const& object : record.objects) {
+        if (AllOf(object, [](ReadResult const& result) {
+                return IsError(result, standard::ErrorCode::UnknownObject);
+            })) {
+            missing.push_back(object.id);
+        } else if (AnyIsLost(object)) {
+            unanswered.push_back(object.id);
+        }
+    }
+    if (!missing.empty()) {
+        record.notes.push_back("it lists objects that it does not have: " + Named(missing));
+    }
+    if (!unanswered.empty() && !reader.IsOver()) {
+        Incomplete("properties without a readable answer in " + Named(unanswered));
+    }
+}
+
+void BrowsedDevice::CompareRevision() {
+    auto const before = NumberOf(record.device, PropertyId::Database_Revision);
+    if (!before || reader.IsOver()) {
+        return;
+    }
+    ReadResult const after = reader.ReadOne(Of(record.device.id, PropertyId::Database_Revision));
+    bool const isKnown = after.values.size() == 1 && after.values[0].kind == DatumKind::Unsigned;
+    if (isKnown && after.values[0].number != *before) {
+        Incomplete("its objects were changed while they were read; read it again");
+    }
+}
+
+void BrowsedDevice::ReadObject(ObjectId const& object) {
+    record.objects.push_back({object, {}, {}});
+    ReadObjects();
+}
+
+void BrowsedDevice::Take(ReadResult result) {
+    record.device.properties[result.reference.property] = std::move(result);
+}
+
+void BrowsedDevice::Incomplete(std::string note) {
+    record.isComplete = false;
+    record.notes.push_back(std::move(note));
+}
+
+void BrowsedDevice::ShowProgress(std::size_t objectsRead) {
+    if (settings.progress) {
+        settings.progress({objectsRead, record.objects.size()});
+    }
+}
+
+DeviceRecord BrowsedDevice::TakeRecord() {
+    if (reader.IsOver()) {
+        Incomplete("not everything was read: " + reader.End());
+    }
+    return std::move(record);
+}
+
+}  // namespace workbench
