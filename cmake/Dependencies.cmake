@@ -31,3 +31,9 @@ target_include_directories(dorvel_boost SYSTEM INTERFACE "${BOOST_FLAT_MAP_INCLU
 
 add_library(dorvel_rapidjson INTERFACE)
 target_include_directories(dorvel_rapidjson SYSTEM INTERFACE "${RAPIDJSON_INCLUDE}")
+
+find_path(CSV_INCLUDE csv.h REQUIRED)
+find_library(CSV_LIBRARY csv REQUIRED)
+add_library(dorvel_csv INTERFACE)
+target_include_directories(dorvel_csv SYSTEM INTERFACE "${CSV_INCLUDE}")
+target_link_libraries(dorvel_csv INTERFACE "${CSV_LIBRARY}")

@@ -1,0 +1,133 @@
+#include "StateTexts.h"
+
+#include <algorithm>
+
+#include "FieldValue.h"
+#include "Printable.h"
+#include "PropertyDatatype.h"
+
+namespace workbench {
+
+using standard::Datum;
+using standard::PropertyId;
+using Effect = ImportLine::Effect;
+
+namespace {
+
+bool HasProperty(ObjectRecord const& object, PropertyId property) {
+    return standard::DatatypeOf(object.id.type, static_cast<std::uint32_t>(property)).has_value();
+}
+
+std::string Trimmed(std::string const& text) {
+    std::size_t const first = text.find_first_not_of(" \t\r\n");
+    return first == std::string::npos ? std::string()
+                                      : text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
+}
+
+// The text without the number of its state: "1=off", "1: off".
+std::string WithoutNumber(std::string const& text) {
+    std::size_t const end = text.find_first_not_of("0123456789");
+    bool const isNumbered = end != std::string::npos && end > 0 && (text[end] == '=' || text[end] == ':');
+    return isNumbered ? Trimmed(text.substr(end + 1)) : text;
+}
+
+// Several texts in one field; none if nothing separates them.
+std::vector<std::string> TextsIn(std::string const& field) {
+    for (char const separator : {'|', ';', '\n', ',', '/'}) {
+        if (field.find(separator) == std::string::npos) {
+            continue;
+        }
+        std::vector<std::string> texts;
+        for (std::size_t begin = 0; begin <= field.size();) {
+            std::size_t const end = std::min(field.find(separator, begin), field.size());
+            texts.push_back(WithoutNumber(Trimmed(field.substr(begin, end - begin))));
+            begin = end + 1;
+        }
+        return texts;
+    }
+    return {};
+}
+
+std::vector<std::string> TextsOfColumns(EdeRow const& row) {
+    std::vector<std::string> texts;
+    for (std::size_t const field : row.layout.stateTexts) {
+        texts.push_back(field < row.row.fields.size() ? row.row.fields[field].text : std::string());
+    }
+    while (!texts.empty() && texts.back().empty()) {
+        texts.pop_back();
+    }
+    return texts;
+}
+
+std::vector<std::string> ReferencedTexts(EdeRow const& row, CodeTexts const& stateTexts) {
+    std::string const& text = row.TextOf(EdeColumn::StateTextReference);
+    auto const number = WholeNumberOf(text, UINT32_MAX - 1);
+    if (!number) {
+        std::vector<std::string> texts = text.empty() ? std::vector<std::string>() : TextsIn(text);
+        if (texts.empty() && !text.empty()) {
+            row.Report(EdeColumn::StateTextReference, Effect::ValueNotUsed,
+                       tools::Quoted(text) +
+                           " is not a reference; allowed are the number of a row of the state "
+                           "texts, and texts with a \"|\" between them");
+        }
+        return texts;
+    }
+    // Some lists have 0 where there is no reference.
+    if (!stateTexts.Has(*number) && *number != 0) {
+        row.Report(EdeColumn::StateTextReference, Effect::ValueNotUsed,
+                   stateTexts.File().empty()
+                       ? "there is no file of state texts with the number " + std::to_string(*number)
+                       : tools::Printable(stateTexts.File()) + " has no row with the number " +
+                             std::to_string(*number));
+    }
+    return stateTexts.Of(*number);
+}
+
+void SetBinary(EdeRow const& row, std::vector<std::string> const& texts, ObjectRecord& object) {
+    object.Set(PropertyId::Inactive_Text, {TextDatum(texts[0])});
+    object.Set(PropertyId::Active_Text, {TextDatum(texts.size() > 1 ? texts[1] : std::string())});
+    if (texts.size() > 2) {
+        row.Report(EdeColumn::StateTextReference, Effect::ValueNotUsed,
+                   "a binary object has two states; the texts after the second are left out");
+    }
+}
+
+void SetMultiState(std::vector<std::string> const& texts, ObjectRecord& object) {
+    std::vector<Datum> values;
+    for (std::string const& text : texts) {
+        values.push_back(TextDatum(text));
+    }
+    object.Set(PropertyId::Number_Of_States, {UnsignedDatum(static_cast<std::uint32_t>(texts.size()))});
+    object.Set(PropertyId::State_Text, std::move(values));
+}
+
+}  // namespace
+
+void SetStateTexts(EdeRow const& row, CodeTexts const& stateTexts, ObjectRecord& object) {
+    bool const isMultiState = HasProperty(object, PropertyId::State_Text);
+    std::string const& reference = row.TextOf(EdeColumn::StateTextReference);
+    if (!isMultiState && !HasProperty(object, PropertyId::Inactive_Text)) {
+        if (!reference.empty()) {
+            object.listed[HeadingOf(EdeColumn::StateTextReference)] = reference;
+        }
+        return;
+    }
+    std::vector<std::string> texts = ReferencedTexts(row, stateTexts);
+    texts = texts.empty() ? TextsOfColumns(row) : std::move(texts);
+    if (!texts.empty()) {
+        isMultiState ? SetMultiState(texts, object) : SetBinary(row, texts, object);
+    }
+}
+
+std::optional<Datum> StateOf(ObjectRecord const& object, std::string const& text) {
+    std::vector<std::string> const texts = StateTextsOf(object);
+    auto const found = std::find(texts.begin(), texts.end(), text);
+    if (found == texts.end() || std::find(found + 1, texts.end(), text) != texts.end()) {
+        return std::nullopt;
+    }
+    auto const index = static_cast<std::uint32_t>(found - texts.begin());
+    bool const isMultiState = object.Values(PropertyId::State_Text) != nullptr;
+    return isMultiState ? UnsignedDatum(index + 1) : EnumeratedDatum(index);
+}
+
+}  // namespace workbench

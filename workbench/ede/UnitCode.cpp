@@ -1,0 +1,67 @@
+#include "UnitCode.h"
+
+#include "Enumerations.h"
+#include "FieldValue.h"
+#include "Printable.h"
+
+namespace workbench {
+
+using standard::Datatype;
+using standard::PropertyId;
+
+namespace {
+
+constexpr std::uint32_t LastUnit = 65535;
+
+std::optional<std::uint32_t> UnitOf(std::string const& text, CodeTexts const& units) {
+    if (auto const number = WholeNumberOf(text, LastUnit)) {
+        return number;
+    }
+    if (auto const datum = DatumOf(text, Datatype::Units)) {
+        return static_cast<std::uint32_t>(datum->number);
+    }
+    auto const listed = units.NumberOf(text);
+    return listed && *listed <= LastUnit ? listed : std::nullopt;
+}
+
+// A Loop has the unit of its output (clause 12.17). Types without a table are expected to have Units.
+std::optional<PropertyId> PropertyOf(std::uint16_t code) {
+    for (standard::ObjectType const& type : standard::AllObjectTypes()) {
+        if (type.code == code) {
+            for (PropertyId const property : {PropertyId::Units, PropertyId::Output_Units}) {
+                if (type.Find(property)) {
+                    return property;
+                }
+            }
+            return std::nullopt;
+        }
+    }
+    return PropertyId::Units;
+}
+
+}  // namespace
+
+void SetUnit(EdeRow const& row, CodeTexts const& units, ObjectRecord& object) {
+    std::string const& text = row.TextOf(EdeColumn::UnitCode);
+    if (text.empty()) {
+        return;
+    }
+    auto const unit = UnitOf(text, units);
+    auto const property = PropertyOf(object.id.type);
+    if (!unit || !property) {
+        object.listed[HeadingOf(EdeColumn::UnitCode)] = text;
+    }
+    if (!unit) {
+        row.Report(EdeColumn::UnitCode, ImportLine::Effect::Note,
+                   tools::Quoted(text) + " is not a unit of the standard: kept as a text");
+        return;
+    }
+    if (property) {
+        object.Set(*property, {EnumeratedDatum(*unit)});
+    }
+    if (!standard::NameOfEnumerated(Datatype::Units, *unit) && !units.Of(*unit).empty()) {
+        object.listed[UnitNameHeading] = units.Of(*unit).front();
+    }
+}
+
+}  // namespace workbench

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "EdeObject.h"
+
+namespace workbench {
+
+// Headings of ObjectRecord::listed for what the files Units and ObjTypes say of numbers that the standard has
+// no name for: units and object types of a vendor.
+constexpr char const* UnitNameHeading = "unit-text";
+constexpr char const* TypeNameHeading = "object-type-text";
+
+// Gives the object its unit: by the code, the name of the standard, a symbol, or a text of the file of units.
+// An object whose type has no unit, or a unit that is not one of the standard, keeps the text.
+void SetUnit(EdeRow const& row, CodeTexts const& units, ObjectRecord& object);
+
+}  // namespace workbench
