@@ -178,6 +178,10 @@ std::optional<EdeLayout> EdeLayout::ByHeading(CsvRow const& row) {
     return layout;
 }
 
+bool EdeLayout::IsHeading(std::string const& text) {
+    return std::find(std::begin(Headings), std::end(Headings), text) != std::end(Headings);
+}
+
 bool EdeLayout::Has(std::size_t field) const {
     auto const isField = [field](std::optional<std::size_t> const& known) { return known == field; };
     return std::any_of(fields.begin(), fields.end(), isField) ||

@@ -53,6 +53,9 @@ struct EdeLayout {
     // device, the object type and the object's instance have to be among them.
     static std::optional<EdeLayout> ByHeading(CsvRow const& row);
 
+    // Whether the text is one of the headings of layout 2.3.
+    static bool IsHeading(std::string const& text);
+
     std::optional<std::size_t> FieldOf(EdeColumn column) const {
         return fields[static_cast<std::size_t>(column)];
     }

@@ -34,8 +34,8 @@ bool IsEmpty(CsvRow const& row) {
 
 // "mandatory;mandatory;optional": a line above the headings in some files.
 bool IsObligation(CsvRow const& row) {
-    std::string const letters = LettersOf(row.fields.front().text);
-    return row.fields.size() > 1 && (letters == "mandatory" || letters == "optional");
+    return row.fields.size() > 1 && LettersOf(row.fields[0].text) == "mandatory" &&
+           LettersOf(row.fields[1].text) == "mandatory";
 }
 
 class EdeReader {
@@ -70,6 +70,9 @@ private:
     }
 
     bool TakeHeadingRow(CsvRow const& row) {
+        if (hasHeadings) {
+            return false;
+        }
         std::string const letters = LettersOf(row.fields.front().text);
         for (HeadingRow const& heading : HeadingRows) {
             if (letters == heading.letters) {
