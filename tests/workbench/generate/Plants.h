@@ -14,9 +14,16 @@ using standard::Datum;
 using standard::DatumKind;
 using standard::PropertyId;
 
-inline Datum Number(DatumKind kind, std::uint64_t number) {
+// The kinds of primitive values are in the order of their application tags.
+inline Datum Of(DatumKind kind) {
     Datum datum;
     datum.kind = kind;
+    datum.tag = static_cast<std::uint8_t>(kind);
+    return datum;
+}
+
+inline Datum Number(DatumKind kind, std::uint64_t number) {
+    Datum datum = Of(kind);
     datum.number = number;
     return datum;
 }
@@ -34,22 +41,19 @@ inline Datum Signed(std::int64_t number) {
 }
 
 inline Datum Real(double real, DatumKind kind = DatumKind::Real) {
-    Datum datum;
-    datum.kind = kind;
+    Datum datum = Of(kind);
     datum.real = real;
     return datum;
 }
 
 inline Datum Text(std::string text, DatumKind kind = DatumKind::CharacterString) {
-    Datum datum;
-    datum.kind = kind;
+    Datum datum = Of(kind);
     datum.text = std::move(text);
     return datum;
 }
 
 inline Datum Calendar(DatumKind kind, std::array<std::uint8_t, 4> const& octets) {
-    Datum datum;
-    datum.kind = kind;
+    Datum datum = Of(kind);
     datum.calendar = octets;
     return datum;
 }
