@@ -93,6 +93,13 @@ constexpr LaterName LaterNames[] = {
     {Datatype::Units, 47812, "pounds-mass-per-day"},
     {Datatype::Units, 47814, "millirems"},
     {Datatype::Units, 47815, "millirems-per-hour"},
+    {Datatype::Units, 47816, "degrees-lovibond"},
+    {Datatype::Units, 47817, "alcohol-by-volume"},
+    {Datatype::Units, 47818, "international-bittering-units"},
+    {Datatype::Units, 47819, "european-bitterness-units"},
+    {Datatype::Units, 47820, "degrees-plato"},
+    {Datatype::Units, 47821, "specific-gravity"},
+    {Datatype::Units, 47822, "european-brewing-convention"},
 };
 
 Enumeration const* Find(Datatype datatype) {
@@ -120,6 +127,11 @@ std::optional<std::uint32_t> EnumeratedOfName(Datatype datatype, std::string_vie
     for (std::uint32_t i = 0; row && i < row->count; ++i) {
         if (row->names[i] && row->names[i] == name) {
             return i;
+        }
+    }
+    for (LaterName const& later : LaterNames) {
+        if (datatype == Datatype::Units && later.datatype == datatype && later.name == name) {
+            return later.number;
         }
     }
     return std::nullopt;
