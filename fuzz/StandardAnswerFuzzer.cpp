@@ -9,6 +9,7 @@
 #include "Content.h"
 #include "DatumReader.h"
 #include "DatumText.h"
+#include "Printable.h"
 #include "PropertyServices.h"
 #include "ReadRequests.h"
 #include "Require.h"
@@ -86,6 +87,7 @@ void CheckValues(std::vector<Datum> const& values, std::size_t octets) {
     constexpr std::size_t charactersPerOctet = 40;
     std::string const text = DatumText(values, {{0, 1}, 85, {}});
     Require(text.size() <= charactersPerOctet * (octets + 1), "a text is in proportion to its octets");
+    Require(tools::ValidUtf8(text) == text, "and is valid UTF-8");
 }
 
 void CheckAnswer(Octets const& apdu) {

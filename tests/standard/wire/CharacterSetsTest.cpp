@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "Hex.h"
+#include <random>
+
+#include "CutOff.h"
+#include "Printable.h"
 
 using standard::TextOfCharacterString;
 using test::Hex;
@@ -53,4 +56,29 @@ TEST(CharacterSets, OtherSetsAreNotTexts) {
     EXPECT_EQ(TextOfCharacterString(Hex("02 30 21")), std::nullopt);
     EXPECT_EQ(TextOfCharacterString(Hex("06 41")), std::nullopt);
     EXPECT_EQ(TextOfCharacterString(Hex("FF 41")), std::nullopt);
+}
+
+TEST(CharacterSets, EveryTextIsValidUtf8AndPrintable) {
+    std::mt19937 random(29);
+    for (unsigned i = 0; i < 30000; ++i) {
+        test::Octets content =
+            test::RandomOctets(random, "00 C3 BC 1B 5B 32 4A ED A0 80 F4 90 80 80 E2 80 AE", 24);
+        if (!content.empty()) {
+            content[0] = static_cast<char>(i % 7);
+        }
+        if (auto const text = TextOfCharacterString(content)) {
+            EXPECT_EQ(tools::ValidUtf8(*text), *text) << test::ToHex(content);
+            std::string const shown = tools::Printable(*text);
+            EXPECT_EQ(tools::Printable(shown), shown) << test::ToHex(content);
+        }
+    }
+}
+
+TEST(CharacterSets, ALongTextIsShownCut) {
+    test::Octets content(10001, 'x');
+    content[0] = 0;
+    auto const text = TextOfCharacterString(content);
+    ASSERT_TRUE(text);
+    EXPECT_EQ(text->size(), 10000u);
+    EXPECT_EQ(tools::Printable(*text, 60).size(), 63u);
 }
