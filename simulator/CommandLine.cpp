@@ -12,13 +12,16 @@ namespace simulator {
 
 namespace {
 
-constexpr char const* HelpText = R"(bacnet-simulator DEVICE-FILE [OPTION...]
+constexpr char const* HelpText = R"(bacnet-simulator DEVICE-FILE... [OPTION...]
 
-A BACnet/IP device on UDP whose objects are described by DEVICE-FILE, which is Lua.
+BACnet/IP devices on UDP. Each DEVICE-FILE, which is Lua, describes one or more devices
+and their objects.
 
   --bind ADDRESS      IPv4 address to listen on (default 127.0.0.1)
   --port N            UDP port of the first device (default 47808); 0 takes any free port.
                       Further devices without their own port take the ports after it.
+  --devices N         make N devices of the only one in the file: name-2, name-3 ... with the
+                      instances, ports and addresses behind a router that follow
   --verbose           log every request to standard error
   --quiet             log no requests (default)
   --duration SECONDS  end after that time
@@ -57,6 +60,17 @@ std::uint16_t ReadPort(std::string const& text) {
     return static_cast<std::uint16_t>(value);
 }
 
+std::uint32_t ReadCount(std::string const& text) {
+    constexpr unsigned long most = 10000;
+    bool const isNumber =
+        !text.empty() && text.size() <= 5 && text.find_first_not_of("0123456789") == std::string::npos;
+    unsigned long const value = isNumber ? std::stoul(text) : 0;
+    if (value == 0 || value > most) {
+        throw std::invalid_argument("--devices: " + tools::Quoted(text) + " is not a number from 1 to 10000");
+    }
+    return static_cast<std::uint32_t>(value);
+}
+
 std::chrono::milliseconds ReadSeconds(std::string const& text) {
     constexpr double longest = 1e9;
     std::size_t end = 0;
@@ -91,6 +105,8 @@ CommandLine CommandLine::Parse(std::vector<std::string> const& arguments) {
             result.bindAddress = ReadAddress(value());
         } else if (name == "--port") {
             result.port = ReadPort(value());
+        } else if (name == "--devices") {
+            result.devices = ReadCount(value());
         } else if (name == "--duration") {
             result.duration = ReadSeconds(value());
         } else if (name == "--verbose" || name == "--quiet") {
@@ -101,13 +117,13 @@ CommandLine CommandLine::Parse(std::vector<std::string> const& arguments) {
             result.wantsHelp = true;
         } else if (name == "--version") {
             result.wantsVersion = true;
-        } else if (name.empty() || name[0] == '-' || !result.deviceFile.empty()) {
+        } else if (name.empty() || name[0] == '-') {
             throw std::invalid_argument("unexpected argument " + tools::Quoted(name));
         } else {
-            result.deviceFile = name;
+            result.deviceFiles.push_back(name);
         }
     }
-    if (result.deviceFile.empty() && !result.wantsHelp && !result.wantsVersion) {
+    if (result.deviceFiles.empty() && !result.wantsHelp && !result.wantsVersion) {
         throw std::invalid_argument("the device file is missing");
     }
     return result;

@@ -10,7 +10,8 @@ namespace simulator {
 
 // The content of the command line.
 struct CommandLine {
-    std::string deviceFile;
+    std::vector<std::string> deviceFiles;  // at least one
+    std::uint32_t devices = 1;             // as many of the one in the files
     std::uint32_t bindAddress = 0x7F000001;
     std::uint16_t port = 47808;
     bool isVerbose = false;

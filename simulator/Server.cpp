@@ -4,10 +4,10 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <ostream>
-#include <system_error>
+#include <iostream>
 
 #include "FaultCommand.h"
+#include "Printable.h"
 #include "RequestLog.h"
 
 namespace simulator {
@@ -16,25 +16,11 @@ namespace {
 
 constexpr int TickMilliseconds = 50;
 constexpr int MostDatagramsInARow = 64;
+constexpr std::size_t LongestName = 200;  // octets of a line
 constexpr short Something = POLLIN | POLLHUP | POLLERR;
 
-// A socket with another address than the device: on a loopback address the next one with the same port,
-// otherwise another port of the same address. No value if neither can be bound.
-std::optional<UdpSocket> OpenElsewhere(Endpoint const& device) {
-    constexpr std::uint32_t loopback = 127;
-    Endpoint const next{device.address + 1, device.port};
-    Endpoint const otherPort{device.address, 0};
-    for (Endpoint const& endpoint : {next, otherPort}) {
-        if (endpoint.port != 0 && (device.address >> 24 != loopback || next.address >> 24 != loopback)) {
-            continue;
-        }
-        try {
-            return UdpSocket(endpoint);
-        } catch (std::system_error const&) {
-            continue;  // tries the other one
-        }
-    }
-    return std::nullopt;
+std::string NameOf(FaultyStation const& station) {
+    return tools::Printable(station.GetDevice().Name(), LongestName);
 }
 
 }  // namespace
@@ -43,56 +29,93 @@ Server::Server(std::vector<Device> devices, CommandLine const& commandLine, Cloc
     : options(commandLine), clock(deviceClock) {
     std::uint16_t next = commandLine.port;
     for (Device& device : devices) {
-        std::uint16_t const port = device.Settings().port.value_or(next);
-        if (!device.Settings().port && next != 0) {
-            ++next;
-        }
-        std::string const name = device.Name();
-        places.emplace_back(std::move(device), Endpoint{commandLine.bindAddress, port});
+        Place& place = PlaceOf(device, next);
+        FaultyStation& station = stations.emplace_back(std::move(device));
+        place.stations.push_back(&station);
+        placeOfStation.push_back(&place);
         if (commandLine.isVerbose) {
-            places.back().station.OnWrite([name](std::string const& line) { LogLine(name, line); });
+            station.OnWrite([name = NameOf(station)](std::string const& line) { LogLine(name, line); });
+        }
+    }
+    MakeTables();
+}
+
+// That of the router with the same name, or a new one.
+Server::Place& Server::PlaceOf(Device const& device, std::uint16_t& nextPort) {
+    std::string const& router = device.Settings().router.name;
+    for (Place& place : places) {
+        if (!router.empty() && place.stations.front()->GetDevice().Settings().router.name == router) {
+            return place;
+        }
+    }
+    std::uint16_t const port = device.Settings().port.value_or(nextPort);
+    if (!device.Settings().port && nextPort != 0) {
+        ++nextPort;
+    }
+    Place& place = places.emplace_back(Endpoint{options.bindAddress, port});
+    for (std::string const& note : place.sockets.Notes()) {
+        std::cerr << "bacnet-simulator: " << note << '\n';
+    }
+    return place;
+}
+
+void Server::MakeTables() {
+    for (Place& place : places) {
+        std::vector<NetworkAddress> addresses;
+        for (FaultyStation const* const station : place.stations) {
+            if (place.stations.size() > 1) {
+                addresses.push_back(*station->GetDevice().Settings().position);
+            }
+        }
+        if (!addresses.empty()) {
+            place.table.emplace(std::move(addresses));
         }
     }
 }
 
 void Server::Announce(std::ostream& out) const {
-    for (Place const& place : places) {
-        out << "ready " << place.station.GetDevice().Name() << ' ' << place.socket.Local().Text() << '\n';
+    for (std::size_t i = 0; i < stations.size(); ++i) {
+        out << "ready " << NameOf(stations[i]) << ' ' << placeOfStation[i]->sockets.Local().Text() << '\n';
     }
     out.flush();
 }
 
 void Server::Run(int stopHandle) {
-    std::vector<pollfd> handles;
-    for (Place const& place : places) {
-        handles.push_back({place.socket.Handle(), POLLIN, 0});
-    }
-    handles.push_back({stopHandle, POLLIN, 0});
     CommandInput input(STDIN_FILENO);
-    handles.push_back({input.Handle(), POLLIN, 0});
+    std::vector<pollfd> handles{{stopHandle, POLLIN, 0}, {input.Handle(), POLLIN, 0}};
+    std::vector<Place*> placeOfHandle(handles.size(), nullptr);
+    for (Place& place : places) {
+        for (int const handle : place.sockets.Handles()) {
+            handles.push_back({handle, POLLIN, 0});
+            placeOfHandle.push_back(&place);
+        }
+    }
     while (!IsOver()) {
-        if (poll(handles.data(), handles.size(), WaitingTime()) > 0) {
-            if ((handles[places.size()].revents & Something) != 0) {
-                return;
-            }
-            if ((handles.back().revents & Something) != 0) {
-                Obey(input.Read());
-                handles.back().fd = input.Handle();
-            }
+        int const ready = poll(handles.data(), handles.size(), WaitingTime());
+        if (ready > 0 && (handles[0].revents & Something) != 0) {
+            return;
+        }
+        if (ready > 0 && (handles[1].revents & Something) != 0) {
+            Obey(input.Read());
+            handles[1].fd = input.Handle();
         }
         if (!input.IsOpen() && options.exitsWithStdin) {
             return;
         }
-        for (Place& place : places) {
-            Serve(place);
+        for (std::size_t i = 2; i < handles.size(); ++i) {
+            bool const isLast = i + 1 == handles.size() || placeOfHandle[i + 1] != placeOfHandle[i];
+            bool const isReadable = ready > 0 && handles[i].revents != 0;
+            if (isReadable || isLast) {
+                Serve(*placeOfHandle[i], isReadable);
+            }
         }
     }
 }
 
 void Server::Obey(std::vector<std::string> const& lines) {
     std::vector<CommandTarget> targets;
-    for (Place& place : places) {
-        targets.push_back({place.station.GetDevice().Name(), &place.station.GetFaults()});
+    for (FaultyStation& station : stations) {
+        targets.push_back({station.GetDevice().Name(), &station.GetFaults()});
     }
     for (std::string const& line : lines) {
         CommandAnswer const answer = RunFaultCommand(line, targets);
@@ -100,22 +123,37 @@ void Server::Obey(std::vector<std::string> const& lines) {
     }
 }
 
+std::vector<FaultyStation*> Server::Receivers(Place const& place, Datagram const& datagram) const {
+    if (!place.table) {
+        return place.stations;
+    }
+    std::vector<FaultyStation*> receivers;
+    for (std::size_t const index : place.table->Receivers(datagram)) {
+        receivers.push_back(place.stations[index]);
+    }
+    return receivers;
+}
+
 // Many datagrams to one device must not delay the others or the end of the program.
-void Server::Serve(Place& place) {
-    for (int i = 0; i < MostDatagramsInARow; ++i) {
-        auto const datagram = place.socket.Receive();
+void Server::Serve(Place& place, bool isReadable) {
+    for (int i = 0; isReadable && i < MostDatagramsInARow; ++i) {
+        auto const datagram = place.sockets.Receive();
         if (!datagram) {
             break;
         }
-        auto answers = place.station.Receive(*datagram, clock.Now());
-        if (options.isVerbose) {
-            LogExchange(place.station.GetDevice().Name(), *datagram, answers);
+        for (FaultyStation* const station : Receivers(place, *datagram)) {
+            auto answers = station->Receive(*datagram, clock.Now());
+            if (options.isVerbose) {
+                LogExchange(NameOf(*station), *datagram, answers);
+            }
+            Send(place, std::move(answers));
         }
-        Send(place, std::move(answers));
     }
-    Send(place, place.station.Tick(clock.Now()));
+    for (FaultyStation* const station : place.stations) {
+        Send(place, station->Tick(clock.Now()));
+    }
     for (Moment const now = clock.Now(); auto const delivery = place.waiting.Next(now);) {
-        SendNow(place, *delivery);
+        place.sockets.Send(delivery->datagram, delivery->fromElsewhere);
     }
 }
 
@@ -124,23 +162,8 @@ void Server::Send(Place& place, std::vector<Delivery> deliveries) {
         if (delivery.delay.count() > 0) {
             place.waiting.Add(std::move(delivery), clock.Now());
         } else {
-            SendNow(place, delivery);
+            place.sockets.Send(std::move(delivery.datagram), delivery.fromElsewhere);
         }
-    }
-}
-
-void Server::SendNow(Place& place, Delivery const& delivery) {
-    if (!delivery.fromElsewhere) {
-        place.socket.Send(delivery.datagram);
-        return;
-    }
-    if (!place.elsewhere) {
-        if (auto opened = OpenElsewhere(place.socket.Local())) {
-            place.elsewhere.emplace(std::move(*opened));
-        }
-    }
-    if (place.elsewhere) {
-        place.elsewhere->Send(delivery.datagram);
     }
 }
 

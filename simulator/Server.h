@@ -2,20 +2,26 @@
 
 #include <deque>
 #include <iosfwd>
+#include <memory>
 
 #include "Clock.h"
 #include "CommandInput.h"
 #include "CommandLine.h"
 #include "DeliveryQueue.h"
+#include "DeviceSockets.h"
 #include "FaultyStation.h"
-#include "UdpSocket.h"
+#include "StationTable.h"
+
+struct pollfd;
 
 namespace simulator {
 
-// The devices of one file on their sockets.
+// The devices of the device files on their sockets.
 class Server {
 public:
-    // Opens a socket for each device; throws std::system_error. The clock must outlive the server.
+    // Opens sockets for each device, or for each router with a name and the devices behind it; throws
+    // std::system_error. Standard error gets a note of each broadcast address that cannot be shared. The
+    // clock must outlive the server.
     Server(std::vector<Device> devices, CommandLine const& commandLine, Clock const& deviceClock);
 
     // One line for each device: ready NAME ADDRESS:PORT
@@ -27,22 +33,26 @@ public:
 
 private:
     struct Place {
-        Place(Device device, Endpoint const& local) : station(std::move(device)), socket(local) {}
+        explicit Place(Endpoint const& local) : sockets(local) {}
 
-        FaultyStation station;
-        UdpSocket socket;
-        std::optional<UdpSocket> elsewhere;  // opened when first needed
+        DeviceSockets sockets;
+        std::vector<FaultyStation*> stations;  // at least one
+        std::optional<StationTable> table;     // of more than one
         DeliveryQueue waiting;
     };
 
-    void Serve(Place& place);
+    Place& PlaceOf(Device const& device, std::uint16_t& nextPort);
+    void MakeTables();
+    std::vector<FaultyStation*> Receivers(Place const& place, Datagram const& datagram) const;
+    void Serve(Place& place, bool isReadable);
     void Send(Place& place, std::vector<Delivery> deliveries);
-    void SendNow(Place& place, Delivery const& delivery);
     void Obey(std::vector<std::string> const& lines);
     int WaitingTime() const;
     bool IsOver() const;
 
-    std::deque<Place> places;  // a station cannot be moved
+    std::deque<FaultyStation> stations;  // in the order of the files; a station cannot be moved
+    std::deque<Place> places;
+    std::vector<Place const*> placeOfStation;
     CommandLine const options;
     Clock const& clock;
 };

@@ -1,3 +1,4 @@
+#include <sys/resource.h>
 #include <sys/signalfd.h>
 #include <unistd.h>
 
@@ -23,12 +24,23 @@ int CatchSignals() {
     return signalfd(-1, &signals, SFD_CLOEXEC);
 }
 
+// A device has up to three sockets.
+void AllowManyFiles() {
+    rlimit limit{};
+    if (getrlimit(RLIMIT_NOFILE, &limit) == 0) {
+        limit.rlim_cur = limit.rlim_max;
+        setrlimit(RLIMIT_NOFILE, &limit);
+    }
+}
+
 int Run(simulator::CommandLine const& options) {
+    AllowManyFiles();
     int const stopHandle = CatchSignals();
     std::signal(SIGPIPE, SIG_IGN);  // the answer to a command is lost if standard output is closed
     std::signal(SIGTTIN, SIG_IGN);  // in the background there are no commands
     simulator::SystemClock const clock;
-    simulator::Server server(simulator::LoadDeviceFile(options.deviceFile), options, clock);
+    simulator::Server server(simulator::LoadDeviceFiles(options.deviceFiles, options.devices), options,
+                             clock);
     server.Announce(std::cout);
     server.Run(stopHandle);
     close(stopHandle);

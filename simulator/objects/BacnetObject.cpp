@@ -156,6 +156,13 @@ void BacnetObject::Add(Property property) {
     WritePropertyList();
 }
 
+void BacnetObject::Rename(ObjectId otherId, std::string otherName) {
+    id = otherId;
+    name = std::move(otherName);
+    SetValue(PropertyId::Object_Identifier, FixedObjectIdentifier(id));
+    SetValue(PropertyId::Object_Name, FixedText(name));
+}
+
 void BacnetObject::WritePropertyList() {
     std::vector<ValuePtr> names;
     for (Property const& property : properties) {

@@ -49,6 +49,8 @@ public:
     // The value of a property, or the first of several; null if the object does not have the property.
     ValuePtr ValueOf(PropertyId propertyId) const;
     void Add(Property property);
+    // Another identifier and name.
+    void Rename(ObjectId otherId, std::string otherName);
 
     bool IsCommandable() const { return priorities.has_value(); }
     bool IsOutOfService(Moment const& now) const;

@@ -8,6 +8,12 @@ namespace {
 
 constexpr std::uint16_t LastStandardType = 127;  // others are of vendors (clause 23.4.1)
 
+Octets EncodedOf(Value const& value) {
+    TagWriter writer;
+    value.Encode(writer, {});
+    return writer.Take();
+}
+
 // One bit for each object type up to the highest number.
 std::string SupportedTypes(std::vector<BacnetObject> const& objects) {
     std::string bits(1, '0');
@@ -45,6 +51,23 @@ Device::Device(BacnetObject deviceObject, std::vector<BacnetObject> otherObjects
                  Shape::Single,
                  true,
                  {FixedBits(SupportedTypes(objects))}});
+}
+
+// In Object_List the device has its new identifier too, at whatever position it is.
+Device Device::Copy(std::uint32_t instance, std::string const& name, DeviceSettings otherSettings) const {
+    Device copy = *this;
+    copy.settings = std::move(otherSettings);
+    BacnetObject& device = copy.objects.front();
+    copy.places.erase(Id());
+    device.Rename({Id().type, instance}, name);
+    copy.places.emplace(device.Id(), 0);
+    std::vector<ValuePtr> list = device.Find(PropertyId::Object_List)->values;
+    Octets const before = EncodedOf(*FixedObjectIdentifier(Id()));
+    for (ValuePtr& element : list) {
+        element = EncodedOf(*element) == before ? FixedObjectIdentifier(device.Id()) : element;
+    }
+    device.Write(PropertyId::Object_List, std::nullopt, std::move(list), {});
+    return copy;
 }
 
 // A device file can give other values.

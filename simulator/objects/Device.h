@@ -47,6 +47,9 @@ public:
     // object has them already.
     Device(BacnetObject deviceObject, std::vector<BacnetObject> otherObjects, DeviceSettings deviceSettings);
 
+    // The same device with another name and instance.
+    Device Copy(std::uint32_t instance, std::string const& name, DeviceSettings otherSettings) const;
+
     std::string const& Name() const { return objects.front().Name(); }
     ObjectId Id() const { return objects.front().Id(); }
     DeviceSettings const& Settings() const { return settings; }

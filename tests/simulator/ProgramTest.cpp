@@ -43,7 +43,8 @@ std::uint16_t PortOf(std::string const& line) {
 
 TEST(CommandLine, Defaults) {
     CommandLine const line = CommandLine::Parse({"plant.lua"});
-    EXPECT_EQ(line.deviceFile, "plant.lua");
+    EXPECT_EQ(line.deviceFiles, std::vector<std::string>{"plant.lua"});
+    EXPECT_EQ(line.devices, 1u);
     EXPECT_EQ(line.bindAddress, 0x7F000001u);
     EXPECT_EQ(line.port, 47808);
     EXPECT_FALSE(line.isVerbose);
@@ -64,9 +65,17 @@ TEST(CommandLine, AllOptions) {
     EXPECT_TRUE(CommandLine::Parse({"--version"}).wantsVersion);
 }
 
+TEST(CommandLine, SeveralDeviceFilesAndDevices) {
+    CommandLine const line = CommandLine::Parse({"a.lua", "--devices", "300", "b.lua"});
+    EXPECT_EQ(line.deviceFiles, (std::vector<std::string>{"a.lua", "b.lua"}));
+    EXPECT_EQ(line.devices, 300u);
+}
+
 TEST(CommandLine, Mistakes) {
     EXPECT_EQ(MistakeOf({}), "the device file is missing");
-    EXPECT_EQ(MistakeOf({"a", "b"}), "unexpected argument \"b\"");
+    EXPECT_EQ(MistakeOf({"a", ""}), "unexpected argument \"\"");
+    EXPECT_EQ(MistakeOf({"a", "--devices", "0"}), "--devices: \"0\" is not a number from 1 to 10000");
+    EXPECT_EQ(MistakeOf({"a", "--devices", "10001"}), "--devices: \"10001\" is not a number from 1 to 10000");
     EXPECT_EQ(MistakeOf({"a", "--fast"}), "unexpected argument \"--fast\"");
     EXPECT_EQ(MistakeOf({"a", "--port"}), "--port: a value is missing");
     EXPECT_EQ(MistakeOf({"a", "--port", "65536"}), "--port: \"65536\" is not a port from 0 to 65535");

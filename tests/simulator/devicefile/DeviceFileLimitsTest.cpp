@@ -21,7 +21,7 @@ std::string MistakeOf(std::string const& text) {
 
 std::string MistakeInFile(std::string const& path) {
     try {
-        simulator::LoadDeviceFile(path);
+        simulator::LoadDeviceFiles({path});
     } catch (simulator::Mistake const& found) {
         return found.what();
     }

@@ -57,7 +57,7 @@ TEST(DeviceFile, AFileWithoutADevice) {
 
 TEST(DeviceFile, AMissingFile) {
     try {
-        simulator::LoadDeviceFile("/no/such/file.lua");
+        simulator::LoadDeviceFiles({"/no/such/file.lua"});
         FAIL();
     } catch (simulator::Mistake const& found) {
         EXPECT_STREQ(found.what(), "/no/such/file.lua: cannot be read: No such file or directory");

@@ -6,7 +6,7 @@
 class ExampleDevices : public test::StationFixture {
 protected:
     static std::vector<simulator::Device> Load(std::string const& name) {
-        return simulator::LoadDeviceFile(std::string(EXAMPLES_FOLDER "/devices/") + name);
+        return simulator::LoadDeviceFiles({std::string(EXAMPLES_FOLDER "/devices/") + name});
     }
 
     static std::vector<simulator::Device> LoadAll() {
