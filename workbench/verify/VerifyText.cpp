@@ -20,20 +20,10 @@ constexpr Widths Longest = {30, 34, 24, 28, 24, 34, 60};
 // What a narrow terminal leaves out, in this order.
 constexpr Column Dispensable[] = {Description, DeviceName};
 
+using namespace colour;
+
 constexpr std::size_t Gap = 2;
 constexpr std::size_t Indent = 2;
-
-// SGR parameters of ECMA-48.
-constexpr char Bold[] = "1";
-constexpr char Dim[] = "2";
-constexpr char Red[] = "31";
-constexpr char Green[] = "32";
-constexpr char Yellow[] = "33";
-
-std::string Coloured(std::string const& text, char const* parameter, TextStyle const& style) {
-    return style.isColoured && !text.empty() ? std::string("\x1B[") + parameter + "m" + text + "\x1B[0m"
-                                             : text;
-}
 
 std::string WithUnits(PointResult const& point) {
     std::string text = point.deviceValue;

@@ -1,17 +1,11 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
 
+#include "TextStyle.h"
 #include "VerifyReport.h"
 
 namespace workbench {
-
-// How the result is shown to people.
-struct TextStyle {
-    std::size_t width = 0;  // of the terminal; 0: no limit
-    bool isColoured = false;
-};
 
 // For each block a heading with its device, one line for each variable, and the explanation of each finding;
 // then the summary.

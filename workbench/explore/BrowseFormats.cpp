@@ -1,0 +1,138 @@
+#include "BrowseFormats.h"
+
+#include <algorithm>
+
+#include "AddressArgument.h"
+#include "ObjectNames.h"
+#include "PointSupport.h"
+#include "Printable.h"
+#include "PropertyLines.h"
+#include "PropertyNames.h"
+#include "TextTable.h"
+#include "ValueWords.h"
+
+namespace workbench {
+
+namespace {
+
+using standard::PropertyId;
+
+// What the driver makes of an object: "read, write", "read", or "no: " and the reason.
+std::string DriverWords(ObjectRecord const& object) {
+    PointSupport const support = SupportOf(object.id);
+    if (!support.canRead) {
+        return "no: " + support.whyNot;
+    }
+    return support.canWrite ? "read, write" : "read";
+}
+
+std::string Identity(ObjectRecord const& device) {
+    std::string text = "device " + std::to_string(device.id.instance);
+    for (PropertyId const property :
+         {PropertyId::Object_Name, PropertyId::Vendor_Name, PropertyId::Model_Name}) {
+        std::string const part = TextOf(device, property);
+        text += part.empty() ? "" : ", " + part;
+    }
+    std::string const firmware = TextOf(device, PropertyId::Firmware_Revision);
+    return text + (firmware.empty() ? "" : ", firmware " + firmware);
+}
+
+std::string CountText(DeviceRecord const& device) {
+    auto const read = std::count_if(device.objects.begin(), device.objects.end(),
+                                    [](ObjectRecord const& object) { return SupportOf(object.id).canRead; });
+    return std::to_string(device.objects.size()) + " objects, of which the driver can read " +
+           std::to_string(read) + (device.isComplete ? "" : " (incomplete)");
+}
+
+std::string Heading(DeviceRecord const& device, TextStyle const& style) {
+    std::string const address = device.peer ? AddressText(*device.peer) : "";
+    return Coloured(address, colour::Bold, style) + "  " + tools::Printable(Identity(device.device), 500) +
+           "\n";
+}
+
+std::string NoteText(std::vector<std::string> const& notes, bool isComplete, TextStyle const& style) {
+    std::string text;
+    for (std::string const& note : notes) {
+        text += "  " +
+                Coloured(tools::Printable(note, 1000), isComplete ? colour::Yellow : colour::Red, style) +
+                "\n";
+    }
+    return text;
+}
+
+TextTable TableOf(DeviceRecord const& device) {
+    TextTable table({{"Object", 30, 0},
+                     {"Name", 36, 0},
+                     {"Value", 36, 0},
+                     {"Flags", 30, 2},
+                     {"Driver", 48, 3},
+                     {"Description", 40, 4}});
+    for (ObjectRecord const& object : device.objects) {
+        std::string const flags = FlagWords(object);
+        table.Add({standard::ObjectText(object.id), NameOf(object), ValueWords(object),
+                   flags == "none" ? "" : flags, DriverWords(object),
+                   TextOf(object, PropertyId::Description)});
+    }
+    return table;
+}
+
+}  // namespace
+
+std::string BrowseText(std::vector<DeviceRecord> const& devices, TextStyle const& style) {
+    std::string text;
+    for (DeviceRecord const& device : devices) {
+        text += Heading(device, style) + NoteText(device.notes, device.isComplete, style);
+        if (!device.objects.empty()) {
+            text += TableOf(device).Text(style) + "  " + CountText(device) + "\n";
+        }
+    }
+    return text;
+}
+
+std::string BrowseLines(std::vector<DeviceRecord> const& devices) {
+    std::string text = TabbedLine({"address", "device", "object", "name", "value", "units", "state", "flags",
+                                   "read", "write", "why not", "description"});
+    for (DeviceRecord const& device : devices) {
+        for (ObjectRecord const& object : device.objects) {
+            PointSupport const support = SupportOf(object.id);
+            text += TabbedLine(
+                {device.peer ? AddressText(*device.peer) : "", std::to_string(device.Instance()),
+                 standard::ObjectText(object.id), NameOf(object), PlainValue(object), UnitWords(object),
+                 StateWords(object), FlagWords(object), support.canRead ? "yes" : "no",
+                 support.canWrite ? "yes" : "no", support.whyNot, TextOf(object, PropertyId::Description)});
+        }
+    }
+    return text;
+}
+
+std::vector<std::string> NotesOf(DeviceRecord const& device) {
+    std::vector<std::string> notes;
+    for (std::string const& note : device.notes) {
+        notes.push_back((device.peer ? AddressText(*device.peer) + ": " : std::string()) + note);
+    }
+    return notes;
+}
+
+std::string OneObjectText(DeviceRecord const& device, DeviceBrowser::OneObject const& one,
+                          TextStyle const& style) {
+    std::string text =
+        Heading(device, style) + "  " + Coloured(standard::ObjectText(one.object.id), colour::Bold, style) +
+        "  " + tools::Printable(NameOf(one.object), 200) + "\n" + NoteText(one.notes, one.isComplete, style);
+    TextTable table({{"Property", 40, 0}, {"Value", 1000, 0}});
+    for (PropertyLine const& line : PropertyLinesOf(one.object)) {
+        table.Add({line.name, line.text});
+    }
+    return text + table.Text(style);
+}
+
+std::string OneObjectLines(DeviceRecord const& device, DeviceBrowser::OneObject const& one) {
+    std::string text = TabbedLine({"address", "device", "object", "property", "value"});
+    for (PropertyLine const& line : PropertyLinesOf(one.object)) {
+        text += TabbedLine({device.peer ? AddressText(*device.peer) : "", std::to_string(device.Instance()),
+                            standard::ObjectText(one.object.id), standard::PropertyText(line.property),
+                            line.text});
+    }
+    return text;
+}
+
+}  // namespace workbench

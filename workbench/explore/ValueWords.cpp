@@ -1,0 +1,123 @@
+#include "ValueWords.h"
+
+#include <iterator>
+
+#include "DatumText.h"
+#include "Enumerations.h"
+#include "Printable.h"
+
+namespace workbench {
+
+namespace {
+
+using standard::Datum;
+using standard::DatumKind;
+using standard::DatumText;
+using standard::PropertyId;
+
+// Table 19-1. The empty ones are available to anybody.
+constexpr char const* PriorityNames[] = {
+    "Manual Life Safety", "Automatic Life Safety", "", "",
+    "Critical Equipment", "Minimum On/Off",        "", "Manual Operator"};
+constexpr std::size_t PriorityNameWidth = 21;
+
+bool IsBinary(std::uint16_t type) {
+    return type == 3 || type == 4 || type == 5;
+}
+
+standard::ReadResult const* ResultOf(ObjectRecord const& object, std::uint32_t property) {
+    auto const found = object.properties.find(property);
+    return found == object.properties.end() ? nullptr : &found->second;
+}
+
+standard::ReadResult const* ResultOf(ObjectRecord const& object, PropertyId property) {
+    return ResultOf(object, static_cast<std::uint32_t>(property));
+}
+
+// A value with the datatype of Present_Value.
+std::string PresentText(ObjectRecord const& object, Datum const& value) {
+    return DatumText(std::vector<Datum>{value},
+                     {object.id, static_cast<std::uint32_t>(PropertyId::Present_Value), std::nullopt});
+}
+
+}  // namespace
+
+std::string UnitWords(ObjectRecord const& object) {
+    auto const units = UnitsOf(object);
+    if (!units) {
+        return {};
+    }
+    auto const name = standard::NameOfEnumerated(standard::Datatype::Units, *units);
+    return name ? std::string(*name == "no-units" ? "" : *name) : "unit " + std::to_string(*units);
+}
+
+std::string StateWords(ObjectRecord const& object) {
+    std::vector<std::string> const texts = StateTextsOf(object);
+    auto const state = NumberOf(object, PropertyId::Present_Value);
+    if (!state || texts.empty()) {
+        return {};
+    }
+    // Binary values begin at 0, states at 1 (clauses 12.6 and 12.18).
+    std::size_t const index = IsBinary(object.id.type) ? *state : std::size_t{*state} - 1;
+    return index < texts.size() ? texts[index] : std::string();
+}
+
+std::string PlainValue(ObjectRecord const& object) {
+    auto const* const values = object.Values(PropertyId::Present_Value);
+    return values ? DatumText(*values, {object.id, static_cast<std::uint32_t>(PropertyId::Present_Value),
+                                        std::nullopt})
+                  : std::string();
+}
+
+std::string ValueWords(ObjectRecord const& object) {
+    standard::ReadResult const* const result = ResultOf(object, PropertyId::Present_Value);
+    if (!result) {
+        return {};
+    }
+    if (result->failure) {
+        return "(" + FailureText(*result->failure) + ")";
+    }
+    std::string const text = DatumText(result->values, result->reference);
+    std::string const unit = UnitWords(object);
+    std::string const state = StateWords(object);
+    return text + (unit.empty() ? "" : " " + unit) + (state.empty() ? "" : " (" + state + ")");
+}
+
+std::string FlagWords(ObjectRecord const& object) {
+    standard::ReadResult const* const result = ResultOf(object, PropertyId::Status_Flags);
+    return result && !result->failure ? DatumText(result->values, result->reference) : std::string();
+}
+
+std::string PropertyWords(ObjectRecord const& object, std::uint32_t property) {
+    standard::ReadResult const* const result = ResultOf(object, property);
+    if (!result) {
+        return {};
+    }
+    if (property == static_cast<std::uint32_t>(PropertyId::Present_Value)) {
+        return ValueWords(object);
+    }
+    return result->failure ? "(" + FailureText(*result->failure) + ")"
+                           : DatumText(result->values, result->reference);
+}
+
+std::string PriorityName(unsigned priority) {
+    return priority >= 1 && priority <= std::size(PriorityNames) ? PriorityNames[priority - 1] : "";
+}
+
+std::vector<std::string> PriorityLines(ObjectRecord const& object, bool isEachShown) {
+    std::vector<std::string> lines;
+    std::vector<Datum> const* const levels = object.Values(PropertyId::Priority_Array);
+    unsigned priority = 0;
+    for (Datum const& level : levels ? *levels : std::vector<Datum>()) {
+        ++priority;
+        if (isEachShown || level.kind != DatumKind::Null) {
+            std::string const number = std::to_string(priority);
+            lines.push_back(tools::FitToRight(number, 2) + "  " +
+                            tools::FitTo(PriorityName(priority), PriorityNameWidth) + "  " +
+                            PresentText(object, level));
+        }
+    }
+    return lines;
+}
+
+}  // namespace workbench
