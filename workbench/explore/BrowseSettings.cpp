@@ -10,4 +10,9 @@ standard::ClientSettings BrowseSettings::GentleClient() {
     return client;
 }
 
+std::string ProgressText(BrowseProgress const& progress) {
+    std::string const count = std::to_string(progress.objectsRead) + " of " + std::to_string(progress.objectCount);
+    return progress.isObjectList ? "object list, " + count : count + " objects";
+}
+
 }  // namespace workbench

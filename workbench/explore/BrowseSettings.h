@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <functional>
 #include <optional>
+#include <string>
 
 #include "ClientSettings.h"
 
@@ -15,11 +16,15 @@ enum class Detail {
     Every   // every property: those of its Property_List, otherwise the known ones of its type
 };
 
-// How far the reading of a device is. The number of its objects is 0 until it is known.
+// How far the reading of a device is.
 struct BrowseProgress {
     std::size_t objectsRead = 0;
     std::size_t objectCount = 0;
+    bool isObjectList = false;  // the list of the objects is read, element by element
 };
+
+// "120 of 500 objects", "object list, 120 of 500"
+std::string ProgressText(BrowseProgress const& progress);
 
 // How a device is asked: one request at a time.
 struct BrowseSettings {
@@ -30,6 +35,8 @@ struct BrowseSettings {
     // The most requests a second, repetitions counted; 100 by default, and 10 for a device behind a router.
     std::optional<unsigned> rate;
     Detail detail = Detail::Every;
+    // Without them, the Device object is read alone.
+    bool hasObjects = true;
     // Waiting for answers that do not come ends after this time, if it is more than half of all the time.
     std::chrono::milliseconds patience{10000};
     // Is called after each request.

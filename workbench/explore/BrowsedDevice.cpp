@@ -1,8 +1,6 @@
 #include "BrowsedDevice.h"
 
 #include <algorithm>
-#include <map>
-#include <set>
 #include <utility>
 
 #include "ObjectNames.h"
@@ -102,24 +100,27 @@ void BrowsedDevice::ReadDevice() {
 }
 
 void BrowsedDevice::ReadObjectList() {
-    std::set<ObjectId> seen = {record.device.id};
-    std::vector<ObjectId> repeated;
-    PropertyReference const list = Of(record.device.id, PropertyId::Object_List);
-    reader.Read({list}, [&](ReadResult const& result) {
-        if (result.failure) {
-            Incomplete("its object list cannot be read: " + FailureText(*result.failure));
-        }
-        for (standard::Datum const& datum : result.values) {
-            bool const isNew = seen.insert(datum.Object()).second;
-            if (isNew) {
-                record.objects.push_back({datum.Object(), {}, {}});
-            } else if (!(datum.Object() == record.device.id)) {
-                repeated.push_back(datum.Object());
+    standard::ObjectListResult const list =
+        reader.ReadObjectList(record.device.id, [this](std::size_t done, std::size_t length) {
+            if (settings.progress) {
+                settings.progress({done, length, true});
             }
+        });
+    for (ObjectId const& object : list.objects) {
+        if (!(object == record.device.id)) {
+            record.objects.push_back({object, {}, {}});
         }
-    });
-    if (!repeated.empty()) {
-        record.notes.push_back("its object list has objects more than once: " + Named(repeated));
+    }
+    if (!list.isComplete && !reader.IsOver()) {
+        Incomplete("its object list is not complete: " + list.reason);
+    }
+    NoteCount(list.repeated, "elements of its object list name an object again");
+    NoteCount(list.withoutObject, "elements of its object list are not objects");
+}
+
+void BrowsedDevice::NoteCount(std::size_t count, char const* what) {
+    if (count > 0) {
+        record.notes.push_back(std::to_string(count) + " " + what);
     }
 }
 

@@ -41,6 +41,7 @@ private:
     References ReferencesOf(std::vector<ObjectRecord> const& objects) const;
     std::vector<std::uint32_t> PropertiesOf(ObjectRecord const& object) const;
     void NoteMissing();
+    void NoteCount(std::size_t count, char const* what);
     void ShowProgress(std::size_t objectsRead);
 
     BrowseSettings const& settings;

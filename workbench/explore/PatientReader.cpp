@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "Pace.h"
 #include "PropertyId.h"
 
 namespace workbench {
@@ -32,6 +33,13 @@ bool IsSilentResult(ReadResult const& result) {
            (result.failure->kind == Failure::Kind::Silent || result.failure->kind == Failure::Kind::Stopped);
 }
 
+standard::ClientSettings Paced(BrowseSettings const& settings) {
+    standard::ClientSettings client = settings.client;
+    client.spacing = standard::SpacingOfRate(settings.rate.value_or(LocalRate));
+    client.routedSpacing = standard::SpacingOfRate(settings.rate.value_or(RemoteRate));
+    return client;
+}
+
 }  // namespace
 
 PatientReader::PatientReader(standard::Link& network, standard::Peer devicePeer,
@@ -39,7 +47,7 @@ PatientReader::PatientReader(standard::Link& network, standard::Peer devicePeer,
     : link(network),
       peer(std::move(devicePeer)),
       settings(browseSettings),
-      client(network, browseSettings.client),
+      client(network, Paced(browseSettings)),
       begin(network.Now()),
       listLength(FirstLength) {
     client.OnExchange([this](standard::Exchange const& exchange) { Note(exchange); });
@@ -70,6 +78,19 @@ ReadResult PatientReader::ReadOne(PropertyReference const& reference) {
     }
     ReadResult result = client.Read(peer, reference);
     Judge({result});
+    return result;
+}
+
+standard::ObjectListResult PatientReader::ReadObjectList(ObjectId const& device, ListProgress const& progress) {
+    if (IsOver()) {
+        return {};
+    }
+    standard::ObjectListReader list(client, peer, device);
+    list.OnProgress(progress);
+    standard::ObjectListResult result = list.Read();
+    if (result.failure) {
+        Judge({{{device, 0, std::nullopt}, {}, result.failure}});
+    }
     return result;
 }
 

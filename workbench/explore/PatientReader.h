@@ -10,6 +10,7 @@
 #include "BrowseSettings.h"
 #include "Client.h"
 #include "Link.h"
+#include "ObjectList.h"
 
 namespace workbench {
 
@@ -25,6 +26,8 @@ public:
     // taken. An array that does not fit an answer is read by its elements.
     void Read(std::vector<standard::PropertyReference> const& references, Taker const& take);
     standard::ReadResult ReadOne(standard::PropertyReference const& reference);
+    using ListProgress = standard::ObjectListReader::Progress;
+    standard::ObjectListResult ReadObjectList(standard::ObjectId const& device, ListProgress const& progress);
 
     // Nothing more is read: the link was stopped, or the device was given up.
     bool IsOver() const { return !end.empty(); }

@@ -5,7 +5,7 @@
 
 #include "PropertyNames.h"
 #include "Refusal.h"
-#include "ScheduleText.h"
+#include "ScheduleLines.h"
 #include "ValueWords.h"
 
 namespace workbench {

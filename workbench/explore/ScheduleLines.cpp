@@ -1,4 +1,4 @@
-#include "ScheduleText.h"
+#include "ScheduleLines.h"
 
 #include <array>
 #include <cstddef>
