@@ -62,11 +62,13 @@ REFUSED = {
         "Name": "7", "Task": '"nowhere"', "Address": '"192.0.2.1:0"', "MAC": '"0A.:14:1E"', "Timeout": "1.5",
         "CountRepeat": "0", "AddressNumber": '"1"', "NetworkNumber": "65536", "Priority": "17", "WriteCondition": "3",
         "ExecuteOnSlave": "1", "WriteOnSlave": "0", "FaultItemId": "1", "ErrorTextItemId": "1", "ConnectItemId": "1",
-        "ExecuteItemId": "1", "WriteItemId": "1", "Vars": "{}",
+        "ExecuteItemId": "1", "WriteItemId": "1", "DeviceInstance": "4194303",
+        "Vars": "{}",
     },
     "variable": {
         "Name": "7", "Type": "14", "ElementType": '"Float"', "ObjectType": "1000", "ObjectProperties": "1000",
         "ObjectNumber": "4194303", "ReadId": "1", "ReadField": '"x"', "WriteId": "1", "WriteField": '"x"', "Write": "1",
+        "Unit": "62", "StateTexts": '"off"', "Description": "1", "Point": "1",
     },
 }
 

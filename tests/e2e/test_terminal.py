@@ -29,9 +29,21 @@ def settable():
     return answers
 
 
-class Terminal(EndToEnd):
+class TerminalBase(EndToEnd):
+    """Runs the workbench in a terminal."""
+
+    columns = 140
+    shown = b"21.5"  # when the screen has a value
+
+    def plant(self):
+        """What answers during the run, as a context with an address."""
+        return FakeDevice(settable())
+
+    def project(self, address):
+        return TASK + block("ahu", address, [variable("supply", "analog-value", 1, write=True)])
+
     def start(self, device, *options, **streams):
-        path = self.file("project.lua", TASK + block("ahu", device.address, [variable("supply", "analog-value", 1, write=True)]))
+        path = self.file("project.lua", self.project(device.address))
         process = subprocess.Popen([WORKBENCH, "run", path, *options], **streams)
         self.addCleanup(lambda: process.poll() is None and process.kill())
         return process
@@ -55,13 +67,13 @@ class Terminal(EndToEnd):
         """Runs until a value is on the screen and calls end. Returns exit code, screen, and the modes before and after."""
         terminal, inside = pty.openpty()
         self.addCleanup(os.close, terminal)
-        fcntl.ioctl(inside, termios.TIOCSWINSZ, struct.pack("HHHH", 30, 140, 0, 0))
+        fcntl.ioctl(inside, termios.TIOCSWINSZ, struct.pack("HHHH", 30, self.columns, 0, 0))
         before = termios.tcgetattr(inside)
-        with FakeDevice(settable()) as device:
+        with self.plant() as device:
             process = self.start(device, stdin=inside, stdout=inside, stderr=inside, start_new_session=True,
                                  preexec_fn=lambda: fcntl.ioctl(0, termios.TIOCSCTTY, 0),
                                  env=dict(os.environ, TERM="xterm-256color"))
-            screen = self.read_until(terminal, b"21.5")
+            screen = self.read_until(terminal, self.shown)
             end(process, terminal)
             while process.poll() is None:
                 if select.select([terminal], [], [], 0.1)[0]:
@@ -80,6 +92,8 @@ class Terminal(EndToEnd):
         for on, off in ((b"\x1b[?25l", b"\x1b[?25h"), (b"\x1b[?1049h", b"\x1b[?1049l")):
             self.assertGreaterEqual(screen.rfind(off), screen.rfind(on))
 
+
+class Terminal(TerminalBase):
     def test_control_c_ends_cleanly_and_restores_the_terminal(self):
         code, screen, before, after = self.run_in_a_terminal(lambda _, terminal: os.write(terminal, b"\x03"))
         self.assertEqual(code, 0, screen)

@@ -33,12 +33,14 @@ public:
         return snapshot;
     }
 
-    void AddVariable(std::string const& name, OpcUa_BuiltInTypeHlp const& type, OpcUa_VariantHlp value,
-                     OpcUa_StatusCode status = OpcUa_Good, long long time = Noon) {
+    workbench::VariableConfig& AddVariable(std::string const& name, OpcUa_BuiltInTypeHlp const& type,
+                                           OpcUa_VariantHlp value, OpcUa_StatusCode status = OpcUa_Good,
+                                           long long time = Noon) {
         variables.push_back({name, type, workbench::ObjectTypes().FindCode(1),
                              workbench::Properties().FindCode(0),
                              static_cast<int>(snapshots.back().variables.size() + 1), 0});
         snapshots.back().variables.push_back({&variables.back(), {std::move(value), status, time}});
+        return variables.back();
     }
 
     std::vector<workbench::BlockSnapshot> All() const { return {snapshots.begin(), snapshots.end()}; }

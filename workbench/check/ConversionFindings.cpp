@@ -2,7 +2,7 @@
 #include "ConversionTrial.h"
 #include "FindingFamilies.h"
 #include "Printable.h"
-#include "SetRequest.h"
+#include "ShownValue.h"
 #include "TypeName.h"
 
 namespace workbench {

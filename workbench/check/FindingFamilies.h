@@ -21,6 +21,8 @@ void FindConversions(BlockConfig const& block, Findings& findings);
 void FindWrites(BlockConfig const& block, Findings& findings);
 // The fields of a block.
 void FindFields(BlockConfig const& block, Findings& findings);
+// Units and state texts that are not shown, or not as meant.
+void FindShown(BlockConfig const& block, Findings& findings);
 // The same thing twice: properties, objects of a device, names.
 void FindDuplicates(Blocks const& blocks, Findings& findings);
 void FindSimilarNames(std::vector<TaskConfig> const& tasks, Blocks const& blocks, Findings& findings);

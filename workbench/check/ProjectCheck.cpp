@@ -42,6 +42,7 @@ ProjectReport Read(std::string const& path, SourceText source,
         FindConversions(block, report.findings);
         FindWrites(block, report.findings);
         FindFields(block, report.findings);
+        FindShown(block, report.findings);
     }
     FindDuplicates(script.Blocks(), report.findings);
     FindSimilarNames(script.Tasks(), script.Blocks(), report.findings);

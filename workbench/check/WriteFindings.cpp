@@ -3,7 +3,7 @@
 #include "BlockView.h"
 #include "BuildValue.h"
 #include "FindingFamilies.h"
-#include "SetRequest.h"
+#include "ShownValue.h"
 
 namespace workbench {
 

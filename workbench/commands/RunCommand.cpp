@@ -161,7 +161,7 @@ int RunProject(RunOptions const& options, Streams const& streams) {
 
     Signals signals(Terminal::EndAtOnce);
     Terminal terminal(1, 0);
-    PromptLine prompt(WritableNames(project.Blocks()));
+    PromptLine prompt(Completions(project.Blocks()));
     std::unique_ptr<Display> const display =
         MakeDisplay(options, streams, project, terminal, log, setter, prompt);
     bool const table = ShowsTable(options, streams);

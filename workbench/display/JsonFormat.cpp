@@ -6,6 +6,7 @@
 #include "NumberText.h"
 #include "Printable.h"
 #include "QualityText.h"
+#include "ShownValue.h"
 #include "TimeText.h"
 #include "TypeName.h"
 #include "ValueText.h"
@@ -59,11 +60,27 @@ void WriteValue(JsonWriter& writer, OpcUa_Variant const& value, long long localD
     }
 }
 
-void WriteProgress(JsonWriter& writer, WriteState const& write, long long localDiff) {
+// The value, and what the project says of it, beside it.
+void WriteShown(JsonWriter& writer, VariableConfig const* variable, OpcUa_Variant const& value,
+                long long localDiff) {
+    writer.Key("value");
+    WriteValue(writer, value, localDiff);
+    if (!variable) {
+        return;
+    }
+    if (HasUnit(*variable)) {
+        WriteField(writer, "unit", variable->unit);
+    }
+    if (auto const text = TextOfState(*variable, value)) {
+        WriteField(writer, "stateText", *text);
+    }
+}
+
+void WriteProgress(JsonWriter& writer, VariableConfig const& variable, WriteState const& write,
+                   long long localDiff) {
     writer.StartObject();
     WriteField(writer, "state", StageName(write.stage));
-    writer.Key("value");
-    WriteValue(writer, write.value, localDiff);
+    WriteShown(writer, &variable, write.value, localDiff);
     if (!write.reason.empty()) {
         WriteField(writer, "reason", write.reason);
     }
@@ -80,8 +97,10 @@ void WriteVariable(JsonWriter& writer, VariableSnapshot const& variable, long lo
     WriteField(writer, "object", ObjectText(*variable.config));
     WriteField(writer, "property", variable.config->property->name);
     WriteField(writer, "type", TypeName(variable.config->type));
-    writer.Key("value");
-    WriteValue(writer, state.Value, localDiff);
+    WriteShown(writer, variable.config, state.Value, localDiff);
+    if (!variable.config->description.empty()) {
+        WriteField(writer, "description", variable.config->description);
+    }
     WriteField(writer, "quality", QualityText(state.Status));
     WriteField(writer, "status", StatusText(state.Status));
     writer.Key("time");
@@ -92,7 +111,7 @@ void WriteVariable(JsonWriter& writer, VariableSnapshot const& variable, long lo
     }
     if (variable.write.stage != WriteStage::None) {
         writer.Key("write");
-        WriteProgress(writer, variable.write, localDiff);
+        WriteProgress(writer, *variable.config, variable.write, localDiff);
     }
     if (!variable.suspect.empty()) {
         WriteField(writer, "suspect", variable.suspect);
@@ -176,8 +195,7 @@ std::string FormatJson(SetAnswer const& answer, long long localDiff) {
     WriteField(writer, "set", answer.target);
     if (answer.mistake.empty()) {
         WriteField(writer, "state", StageName(WriteStage::Pending));
-        writer.Key("value");
-        WriteValue(writer, answer.value, localDiff);
+        WriteShown(writer, answer.variable, answer.value, localDiff);
     } else {
         WriteField(writer, "state", "invalid");
         WriteField(writer, "reason", answer.mistake);

@@ -4,9 +4,9 @@
 
 #include "Printable.h"
 #include "QualityText.h"
+#include "ShownValue.h"
 #include "TimeText.h"
 #include "TypeName.h"
-#include "ValueText.h"
 
 namespace workbench {
 
@@ -21,9 +21,9 @@ std::string VariableColumns(VariableSnapshot const& variable, long long localDif
     VariableState const& state = variable.state;
     std::string const time = state.Time ? IsoTime(state.Time, localDiff) : "-";
     bool const isSet = variable.write.stage != WriteStage::None;
-    std::string const write = isSet ? WriteText(variable.write, localDiff, true) : "-";
+    std::string const write = isSet ? WriteText(config, variable.write, localDiff, true) : "-";
     return tools::Printable(config.name) + "\t" + ObjectText(config) + "\t" + config.property->name + "\t" +
-           ValueText(state.Value, localDiff) + "\t" + TypeName(config.type) + "\t" +
+           ShownValue(config, state.Value, localDiff) + "\t" + TypeName(config.type) + "\t" +
            QualityText(state.Status) + "\t" + StatusText(state.Status) + "\t" + time + "\t" + write + "\t" +
            OrDash(tools::Printable(variable.suspect));
 }

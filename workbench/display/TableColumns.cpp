@@ -5,9 +5,9 @@
 
 #include "Printable.h"
 #include "QualityText.h"
+#include "ShownValue.h"
 #include "TimeText.h"
 #include "TypeName.h"
-#include "ValueText.h"
 
 namespace workbench {
 
@@ -36,7 +36,9 @@ std::size_t Total(Widths const& widths) {
 
 std::string WriteCell(VariableSnapshot const& variable, long long localDiff) {
     bool const isSet = variable.write.stage != WriteStage::None;
-    return isSet ? WriteText(variable.write, localDiff, false) : variable.config->write ? "-" : "";
+    return isSet                    ? WriteText(*variable.config, variable.write, localDiff, false)
+           : variable.config->write ? "-"
+                                    : "";
 }
 
 // The error alone: the column says what it is.
@@ -74,7 +76,7 @@ Row VariableRow(VariableSnapshot const& variable, BlockSnapshot const& block, lo
     return {tools::Printable(config.name),
             ObjectText(config),
             config.property->name,
-            ValueText(state.Value, block.localDiff),
+            ShownValue(config, state.Value, block.localDiff),
             TypeName(config.type),
             QualityText(state.Status),
             SuspectCell(variable.suspect),

@@ -53,6 +53,11 @@ enum class FindingCode {
     BroadcastAddress,
     FieldWithoutEffect,
     LongSilence,
+    // Units and state texts.
+    SimilarUnit,
+    UnitNotShown,
+    StateTextsNotShown,
+    StateTextsMissing,
     // Blocks side by side.
     SharedTask,
     ShortPeriod,

@@ -4,10 +4,11 @@
 #include <cstddef>
 #include <utility>
 
+#include "FieldReader.h"
 #include "Printable.h"
 #include "ProjectError.h"
+#include "SetValue.h"
 #include "Suggestion.h"
-#include "TypeName.h"
 
 namespace workbench {
 
@@ -63,51 +64,6 @@ std::string NameSuggestion(std::deque<BlockConfig> const& blocks, std::string co
                               : suggestion;
 }
 
-// Describes the values of the type.
-char const* Example(_OpcUa_BuiltInType type) {
-    switch (type) {
-        case OpcUaType_Boolean:
-            return "true or false";
-        case OpcUaType_SByte:
-            return "a whole number from -128 to 127";
-        case OpcUaType_Byte:
-            return "a whole number from 0 to 255";
-        case OpcUaType_Int16:
-            return "a whole number from -32768 to 32767";
-        case OpcUaType_UInt16:
-            return "a whole number from 0 to 65535";
-        case OpcUaType_Int32:
-            return "a whole number from -2147483648 to 2147483647";
-        case OpcUaType_UInt32:
-            return "a whole number from 0 to 4294967295";
-        case OpcUaType_Int64:
-        case OpcUaType_UInt64:
-            return "a whole number";
-        case OpcUaType_Float:
-        case OpcUaType_Double:
-            return "a number such as 21.5";
-        case OpcUaType_DateTime:
-            return "a time such as 2024-03-15T12:00:00Z";
-        default:
-            return "a value of that type";
-    }
-}
-
-bool IsOfType(std::string const& text, _OpcUa_BuiltInType type, OpcUa_VariantHlp& value) {
-    value.SetUTF8String(text.data(), static_cast<int>(text.size()));
-    return value.ChangeType(type) == OpcUa_Good;
-}
-
-// Suggests a value for a decimal comma, the wrong letter case or a misspelt word.
-std::string ValueSuggestion(std::string text, _OpcUa_BuiltInType type) {
-    if (type == OpcUaType_Boolean) {
-        return tools::DidYouMean(text, {"true", "false"});
-    }
-    std::replace(text.begin(), text.end(), ',', '.');
-    OpcUa_VariantHlp value;
-    return IsOfType(text, type, value) ? tools::Suggest(text) : std::string();
-}
-
 std::string Trimmed(std::string_view text) {
     constexpr std::string_view blanks = " \t\r\n";
     std::size_t const first = text.find_first_not_of(blanks);
@@ -119,12 +75,24 @@ std::string Trimmed(std::string_view text) {
 
 }  // namespace
 
-_OpcUa_BuiltInType ValueType(VariableConfig const& variable) {
-    return variable.type.Type == OpcUaType_DataValue ? variable.type.ElementType : variable.type.Type;
-}
-
 std::string FullName(BlockConfig const& block, VariableConfig const& variable) {
     return block.name + "." + variable.name;
+}
+
+std::vector<std::string> Completions(std::deque<BlockConfig> const& blocks) {
+    std::vector<std::string> texts;
+    for (BlockConfig const& block : blocks) {
+        for (VariableConfig const& variable : block.variables) {
+            if (variable.write) {
+                std::string const name = FullName(block, variable);
+                texts.push_back(name);
+                for (std::string const& word : SettableWords(variable)) {
+                    texts.push_back(name + " = " + word);
+                }
+            }
+        }
+    }
+    return texts;
 }
 
 std::vector<std::string> WritableNames(std::deque<BlockConfig> const& blocks) {
@@ -143,13 +111,8 @@ SetRequest Request(std::deque<BlockConfig> const& blocks, Found const& found, st
         throw ProjectError(tools::Quoted(name) +
                            " is read-only; to set it, give it Write = true in the project");
     }
-    SetRequest request{found.block, found.variable, {}};
-    _OpcUa_BuiltInType const type = ValueType(*found.variable);
-    if (!IsOfType(text, type, request.value)) {
-        throw ProjectError(tools::Quoted(name) + ": " + tools::Quoted(text) + " is not of type " +
-                           TypeName(type) + "; expected " + Example(type) + ValueSuggestion(text, type));
-    }
-    return request;
+    return {found.block, found.variable,
+            InContext(tools::Quoted(name) + ": ", [&] { return SetValue(*found.variable, text); })};
 }
 
 }  // namespace

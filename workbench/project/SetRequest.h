@@ -19,13 +19,13 @@ struct SetRequest {
     OpcUa_VariantHlp value;  // of the variable's type; of the element's for a DataValue
 };
 
-_OpcUa_BuiltInType ValueType(VariableConfig const& variable);
-
 // "Block.Variable".
 std::string FullName(BlockConfig const& block, VariableConfig const& variable);
 
 // The full names of the variables that can be set.
 std::vector<std::string> WritableNames(std::deque<BlockConfig> const& blocks);
+// What may be typed for them: these names, and "Chiller.Mode = manual" for each state text.
+std::vector<std::string> Completions(std::deque<BlockConfig> const& blocks);
 
 // The variables by their full names, for many requests. The blocks must outlive it and stay as they are.
 class VariableIndex {
@@ -40,8 +40,9 @@ private:
     std::unordered_map<std::string, std::pair<BlockConfig const*, VariableConfig const*>> variables;
 };
 
-// name is "Block.Variable", text the value in its lexical form. ProjectError for an unknown variable, one
-// without Write = true, and a text that is not a value of its type; with a suggestion where one is near.
+// name is "Block.Variable", text the value as SetValue reads it (SetValue.h). ProjectError for an unknown
+// variable, one without Write = true, and a text that is not a value of it; with a suggestion where one is
+// near.
 SetRequest MakeSetRequest(std::deque<BlockConfig> const& blocks, std::string const& name,
                           std::string const& text);
 

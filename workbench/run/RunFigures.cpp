@@ -73,7 +73,7 @@ std::string WriteLines(BlockSnapshot const& block) {
     for (VariableSnapshot const& variable : block.variables) {
         if (variable.write.stage != WriteStage::None) {
             lines += tools::Printable(FullName(*block.config, *variable.config)) + " = " +
-                     WriteText(variable.write, block.localDiff, true) + "\n";
+                     WriteText(*variable.config, variable.write, block.localDiff, true) + "\n";
         }
     }
     return lines;

@@ -1,6 +1,7 @@
 #include "SetAnswer.h"
 
 #include "Printable.h"
+#include "ShownValue.h"
 #include "ValueText.h"
 #include "WriteState.h"
 
@@ -10,8 +11,9 @@ std::string AnswerText(SetAnswer const& answer, long long localDiff) {
     if (!answer.mistake.empty()) {
         return answer.mistake;
     }
-    return tools::Printable(answer.target) + " = " + ValueText(answer.value, localDiff) + ": " +
-           StageName(WriteStage::Pending);
+    std::string const value = answer.variable ? ShownValue(*answer.variable, answer.value, localDiff)
+                                              : ValueText(answer.value, localDiff);
+    return tools::Printable(answer.target) + " = " + value + ": " + StageName(WriteStage::Pending);
 }
 
 }  // namespace workbench

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "ValueText.h"
+#include "ShownValue.h"
 #include "Whereabouts.h"
 #include "WriteCheck.h"
 #include "dorvelshare/HostEnvironment.h"
@@ -186,7 +186,7 @@ WriteState ValueSetter::Judge(Entry const& entry) const {
     }
     return {WriteStage::Unconfirmed,
             meant,
-            "reads back " + ValueText(read.Value, dorvel::Environment().LocalTimeDiff()),
+            "reads back " + ShownValue(*entry.variable, read.Value, dorvel::Environment().LocalTimeDiff()),
             {}};
 }
 

@@ -1,7 +1,7 @@
 #include "WriteState.h"
 
 #include "Printable.h"
-#include "ValueText.h"
+#include "ShownValue.h"
 
 namespace workbench {
 
@@ -22,14 +22,15 @@ char const* StageName(WriteStage stage) {
     }
 }
 
-std::string WriteText(WriteState const& write, long long localDiff, bool withReason) {
+std::string WriteText(VariableConfig const& variable, WriteState const& write, long long localDiff,
+                      bool withReason) {
     if (write.stage == WriteStage::None) {
         return {};
     }
     std::string const reason =
         withReason && !write.reason.empty() ? " (" + tools::Printable(write.reason) + ")" : std::string();
     bool const hasDevice = !withReason && write.stage == WriteStage::Differs && !write.device.empty();
-    return ValueText(write.value, localDiff) + " " + StageName(write.stage) + reason +
+    return ShownValue(variable, write.value, localDiff) + " " + StageName(write.stage) + reason +
            (hasDevice ? " (" + tools::Printable(write.device) + ")" : "");
 }
 

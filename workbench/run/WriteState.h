@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "Project.h"
 #include "opcua/OpcUa_Variant.h"
 
 namespace workbench {
@@ -26,8 +27,9 @@ struct WriteState {
 // "pending", "written", "unconfirmed", "differs", "refused"; empty for None.
 char const* StageName(WriteStage stage);
 
-// "21.5 pending", with withReason followed by the reason in brackets, otherwise "200 differs (-56)" with the
-// device's value; empty for None.
-std::string WriteText(WriteState const& write, long long localDiff, bool withReason);
+// "21.5 °C pending" with the variable's unit or state text, with withReason followed by the reason in
+// brackets, otherwise "200 differs (-56)" with the device's value; empty for None.
+std::string WriteText(VariableConfig const& variable, WriteState const& write, long long localDiff,
+                      bool withReason);
 
 }  // namespace workbench

@@ -97,7 +97,7 @@ std::string TableDisplay::Progress(std::vector<BlockSnapshot> const& now) const 
         for (VariableSnapshot const& variable : block.variables) {
             if (FullName(*block.config, *variable.config) == latest.target) {
                 return tools::Printable(latest.target) + " = " +
-                       WriteText(variable.write, block.localDiff, true);
+                       WriteText(*variable.config, variable.write, block.localDiff, true);
             }
         }
     }

@@ -48,7 +48,7 @@ void Operator::Assign(std::string const& assignment) {
     try {
         SetRequest const request = ReadAssignment(project.Blocks(), assignment);
         setter.Set(request);
-        display.Answer({FullName(*request.block, *request.variable), request.value, {}});
+        display.Answer({FullName(*request.block, *request.variable), request.value, {}, request.variable});
     } catch (ProjectError const& mistake) {
         display.Answer({assignment, {}, mistake.what()});
     }

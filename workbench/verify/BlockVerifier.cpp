@@ -9,8 +9,8 @@
 #include "Identification.h"
 #include "PropertyId.h"
 #include "QualityText.h"
+#include "ShownValue.h"
 #include "Snapshot.h"
-#include "ValueText.h"
 
 namespace workbench {
 
@@ -195,7 +195,7 @@ void BlockVerifier::JudgePoint(std::size_t index, DeviceReading const& before, D
     DriverReading const driver = poll.Reading(*point.variable);
     point.judgement = workbench::Judge(fact, driver, before, after);
     point.driverVariant = driver.state.Value;
-    point.driverValue = ValueText(driver.state.Value, fact.localDiff);
+    point.driverValue = ShownValue(*point.variable, driver.state.Value, fact.localDiff);
     bool const hasValue = driver.state.Value.GetType() != OpcUaType_Null;
     point.quality = hasValue ? QualityText(driver.state.Status) : std::string();
     std::optional<DeviceValue> const& value = after.value ? after.value : before.value;

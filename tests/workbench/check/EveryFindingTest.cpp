@@ -148,6 +148,23 @@ std::vector<Way> Traps() {
     };
 }
 
+std::vector<Way> ShownTraps() {
+    std::string const fan = Variable("V", "Boolean", "binary-value", 1);
+    return {
+        {"similar-unit 2 B.V Unit", One(Point + ", Unit='degree-celsius'"),
+         One(Point + ", Unit='Degrees Celsius'")},
+        {"similar-unit 2 B.V Unit", One(Point + ", Unit='kilowat-hours'"), One(Point + ", Unit='eggs'")},
+        {"unit-not-shown 2 B.V Unit", One(Mode + ", Unit='percent'"), One(Point + ", Unit='percent'")},
+        {"unit-not-shown 2 B.V Unit",
+         One(Variable("V", "String", "analog-input", 1, "description", ", Unit='percent'")), One(Point)},
+        {"state-texts-not-shown 2 B.V StateTexts", One(Point + ", StateTexts={'a', 'b'}"),
+         One(Mode + ", StateTexts={'a', 'b', 'c'}")},
+        {"state-texts-missing 2 B.V StateTexts", One(fan + ", StateTexts={'a'}"),
+         One(fan + ", StateTexts={'a', 'b'}")},
+        {"state-texts-missing 2 B.V StateTexts", One(fan + ", StateTexts={'a', 'b', 'c'}"), One(fan)},
+    };
+}
+
 std::vector<Way> BlockTraps() {
     std::string const tasks = "Task{Name='a', Period=10} Task{Name='b'}\n";
     auto const block = [](char const* name, char const* address, char const* task, int object) {
@@ -186,7 +203,7 @@ std::vector<Way> BlockTraps() {
 
 std::vector<Way> Ways() {
     std::vector<Way> ways = Mistakes();
-    for (std::vector<Way> const& more : {Traps(), BlockTraps()}) {
+    for (std::vector<Way> const& more : {Traps(), ShownTraps(), BlockTraps()}) {
         ways.insert(ways.end(), more.begin(), more.end());
     }
     return ways;

@@ -171,6 +171,44 @@ TEST_F(Format, JsonHasExactlyTheseFields) {
         "\"cycle_ms\":{\"last\":0,\"median\":0,\"maximum\":0},\"overruns\":0,\"causes\":[]}\n");
 }
 
+TEST_F(Format, UnitsAndStateTextsFollowTheValues) {
+    Plant other;
+    BlockSnapshot& one = other.AddBlock("B");
+    other.AddVariable("V", DataValueOf(OpcUaType_Float), Float(21.5f)).unit = "eggs";
+    VariableConfig& release = other.AddVariable("R", DataValueOf(OpcUaType_Boolean), Boolean(true));
+    release.objectType = ObjectTypes().FindName("binary-value");
+    release.stateTexts = {"blocked", "released"};
+    release.description = "of the \"chiller\"";
+    one.variables[0].write = {WriteStage::Pending, Float(22), ""};
+    one.variables[1].write = {WriteStage::Written, Boolean(false), ""};
+    std::string const lines = FormatLines(one);
+    EXPECT_NE(lines.find("\t21.5 eggs\tDataValue(Float)\t"), std::string::npos) << lines;
+    EXPECT_NE(lines.find("\t22 eggs pending\t"), std::string::npos) << lines;
+    EXPECT_NE(lines.find("\ttrue (released)\t"), std::string::npos) << lines;
+    EXPECT_NE(lines.find("\tfalse (blocked) written\t"), std::string::npos) << lines;
+    std::string const json = FormatJson(one);
+    EXPECT_NE(json.find("\"value\":21.5,\"unit\":\"eggs\",\"quality\""), std::string::npos) << json;
+    EXPECT_NE(json.find("\"value\":true,\"stateText\":\"released\",\"description\":\"of the "
+                        "\\\"chiller\\\"\",\"quality\""),
+              std::string::npos)
+        << json;
+    EXPECT_NE(json.find("{\"state\":\"written\",\"value\":false,\"stateText\":\"blocked\"}"),
+              std::string::npos)
+        << json;
+}
+
+TEST_F(Format, TheAnswerToASetValueHasItsText) {
+    Plant other;
+    other.AddBlock("B");
+    VariableConfig& release = other.AddVariable("R", DataValueOf(OpcUaType_Boolean), {});
+    release.objectType = ObjectTypes().FindName("binary-value");
+    release.stateTexts = {"blocked", "released"};
+    SetAnswer const answer{"B.R", Boolean(true), "", &release};
+    EXPECT_EQ(AnswerText(answer, 0), "B.R = true (released): pending");
+    EXPECT_EQ(FormatJson(answer, 0),
+              "{\"set\":\"B.R\",\"state\":\"pending\",\"value\":true,\"stateText\":\"released\"}\n");
+}
+
 TEST_F(Format, JsonCanBeParsed) {
     rapidjson::Document const document = Parsed();
     auto const& variables = document["variables"].GetArray();

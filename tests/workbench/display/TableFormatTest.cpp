@@ -209,4 +209,41 @@ TEST(Snapshot, ABlockIsWaitingInFaultOrOk) {
     EXPECT_EQ(StateText(block), "FAULT No connection");
 }
 
+std::string ValueCell(std::string const& unit, std::size_t width) {
+    Plant one;
+    one.AddBlock("AHU");
+    one.AddVariable("Supply air temperature", DataValueOf(OpcUaType_Float), Float(21.5f)).unit = unit;
+    std::string const line = FormatTable(one.All(), {}, {width, 24, false}, Noon).at(2);
+    EXPECT_LE(tools::DisplayWidth(line), width);
+    return line;
+}
+
+TEST_F(Table, UnitsAreShownWithTheirValues) {
+    EXPECT_NE(ValueCell("\xC2\xB0"
+                        "C",
+                        120)
+                  .find("  21.5 \xC2\xB0"
+                        "C  "),
+              std::string::npos);
+}
+
+TEST_F(Table, AWideUnitIsCutOnANarrowScreenAndTheNumberStays) {
+    std::string const squareKilometres = "\xE5\xB9\xB3\xE6\x96\xB9\xE5\x85\xAC\xE9\x87\x8C";
+    EXPECT_NE(ValueCell(squareKilometres, 120).find("21.5 " + squareKilometres), std::string::npos);
+    std::string const narrow = ValueCell(squareKilometres, 60);
+    EXPECT_NE(narrow.find("21.5"), std::string::npos) << narrow;
+    EXPECT_EQ(narrow.find(squareKilometres), std::string::npos) << narrow;
+    EXPECT_NE(narrow.find("\xE2\x80\xA6"), std::string::npos) << narrow;
+}
+
+TEST_F(Table, AUnitTakesTheColourOfItsValueAlone) {
+    Plant one;
+    one.AddBlock("AHU").cycle = 1;
+    one.AddVariable("T", DataValueOf(OpcUaType_Float), Float(21.5f)).unit = "eggs";
+    std::vector<BlockSnapshot> blocks = one.All();
+    blocks[0].variables[0].suspect = "device: unknown-object";
+    std::string const line = FormatTable(blocks, {}, {120, 24, true}, Noon).at(2);
+    EXPECT_NE(line.find("\x1B[31m21.5 eggs\x1B[0m"), std::string::npos) << line;
+}
+
 }  // namespace

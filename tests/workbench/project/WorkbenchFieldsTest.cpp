@@ -28,10 +28,15 @@ BlockConfig Read(std::string const& text) {
     return script.Blocks().front();
 }
 
+std::string MistakeOf(std::string const& text) {
+    FakeAddIn const addIn;
+    return MistakeIn(text);
+}
+
 // What is wrong with the fields of the variable, after its name.
 std::string MistakeWith(std::string const& fields) {
     static std::string const start = "p.lua:1: block \"AHU\": variable \"T\": ";
-    std::string const mistake = MistakeIn(With(fields));
+    std::string const mistake = MistakeOf(With(fields));
     return mistake.compare(0, start.size(), start) == 0 ? mistake.substr(start.size()) : mistake;
 }
 
@@ -114,7 +119,7 @@ TEST(WorkbenchFields, RefuseWhatIsOutOfRange) {
               "field \"Point.Maximum\": inf is out of range; allowed are finite numbers");
     EXPECT_EQ(MistakeWith("Point = {NotificationClass = -1}"),
               "field \"Point.NotificationClass\": -1 is out of range; allowed is 0 to 4194302");
-    EXPECT_EQ(MistakeIn(With("Unit = \"percent\"", ", DeviceInstance = 4194303")),
+    EXPECT_EQ(MistakeOf(With("Unit = \"percent\"", ", DeviceInstance = 4194303")),
               "p.lua:1: block \"AHU\": field \"DeviceInstance\": 4194303 is out of range; allowed is 0 to "
               "4194302");
     EXPECT_EQ(MistakeWith("Unit = string.rep(\"x\", 256)"),
@@ -134,7 +139,7 @@ TEST(WorkbenchFields, RefuseTextsThatAreNotUtf8) {
 }
 
 TEST(WorkbenchFields, NameTheLineOfTheField) {
-    EXPECT_EQ(MistakeIn(With("\nUnit = \"percent\",\nPoint = {\nCov = 1}")),
+    EXPECT_EQ(MistakeOf(With("\nUnit = \"percent\",\nPoint = {\nCov = 1}")),
               "p.lua:3: block \"AHU\": variable \"T\": field \"Point.Cov\": expected true or false, got 1");
 }
 

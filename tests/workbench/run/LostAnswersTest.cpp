@@ -43,7 +43,7 @@ protected:
         watch = std::make_unique<CycleWatch>(project, observation, [this](BlockSnapshot& snapshot) {
             setter->AfterCycle(*snapshot.config, IsFault(snapshot));
             setter->Show(snapshot);
-            state = WriteText(snapshot.variables[0].write, 0, true);
+            state = WriteText(*snapshot.variables[0].config, snapshot.variables[0].write, 0, true);
         });
         setter->Set(ReadAssignment(project.Blocks(), "AHU.T = 21"));
     }

@@ -77,7 +77,7 @@ protected:
     // The current state, such as "21.5 pending".
     std::string State(std::size_t place = 0) {
         setter->Show(snapshot);
-        return WriteText(snapshot.variables[place].write, 0, true);
+        return WriteText(*snapshot.variables[place].config, snapshot.variables[place].write, 0, true);
     }
 
     FakeEnvironment world;

@@ -16,6 +16,13 @@ using standard::Datum;
 
 namespace {
 
+VariableConfig const Anything = [] {
+    VariableConfig variable;
+    variable.objectType = ObjectTypes().FindCode(1);
+    variable.property = Properties().FindCode(0);
+    return variable;
+}();
+
 Datum Of(ApplicationTag tag, standard::Octets const& content) {
     return standard::DatumOfContent(static_cast<std::uint8_t>(tag), content);
 }
@@ -78,8 +85,8 @@ TEST(WriteCheck, AValueThatWasSentAsAnotherOneDiffers) {
     EXPECT_EQ(state->reason, "the driver sent -56, the device holds it");
     EXPECT_EQ(state->device, "-56");
     EXPECT_EQ(state->value, Int(200));
-    EXPECT_EQ(WriteText(*state, 0, true), "200 differs (the driver sent -56, the device holds it)");
-    EXPECT_EQ(WriteText(*state, 0, false), "200 differs (-56)");
+    EXPECT_EQ(WriteText(Anything, *state, 0, true), "200 differs (the driver sent -56, the device holds it)");
+    EXPECT_EQ(WriteText(Anything, *state, 0, false), "200 differs (-56)");
     EXPECT_EQ(Stage(Double(21.7), Unsigned(21)), "differs");
     EXPECT_EQ(Stage(Int(-1), Unsigned(0xFFFFFFFF)), "differs");
     EXPECT_EQ(Stage(Boolean(true), Of(ApplicationTag::Enumerated, {0})), "differs");
@@ -89,8 +96,8 @@ TEST(WriteCheck, AValueThatWasSentAsAnotherOneDiffers) {
 TEST(WriteCheck, ATextThatIsNoNumberDiffersFromTheNumberThatWasSent) {
     auto const state = Check(Text("21,5"), Real(0), Real(0));
     ASSERT_TRUE(state);
-    EXPECT_EQ(WriteText(*state, 0, true), "21,5 differs (the driver sent 0, the device holds it)");
-    EXPECT_EQ(WriteText(*state, 0, false), "21,5 differs (0)");
+    EXPECT_EQ(WriteText(Anything, *state, 0, true), "21,5 differs (the driver sent 0, the device holds it)");
+    EXPECT_EQ(WriteText(Anything, *state, 0, false), "21,5 differs (0)");
     EXPECT_EQ(Stage(Text("21.5"), Real(21.5f)), "written");
     EXPECT_EQ(Stage(Text(" 5 "), Unsigned(5)), "written");
     EXPECT_EQ(Stage(Text("0x5"), Unsigned(0)), "differs");
