@@ -83,15 +83,6 @@ std::vector<std::string> ReferencedTexts(EdeRow const& row, CodeTexts const& sta
     return stateTexts.Of(*number);
 }
 
-void SetBinary(EdeRow const& row, std::vector<std::string> const& texts, ObjectRecord& object) {
-    object.Set(PropertyId::Inactive_Text, {TextDatum(texts[0])});
-    object.Set(PropertyId::Active_Text, {TextDatum(texts.size() > 1 ? texts[1] : std::string())});
-    if (texts.size() > 2) {
-        row.Report(EdeColumn::StateTextReference, Effect::ValueNotUsed,
-                   "a binary object has two states; the texts after the second are left out");
-    }
-}
-
 void SetMultiState(std::vector<std::string> const& texts, ObjectRecord& object) {
     std::vector<Datum> values;
     for (std::string const& text : texts) {
@@ -103,10 +94,22 @@ void SetMultiState(std::vector<std::string> const& texts, ObjectRecord& object) 
 
 }  // namespace
 
+void SetStateTexts(std::vector<std::string> const& texts, ObjectRecord& object) {
+    if (texts.empty()) {
+        return;
+    }
+    if (HasProperty(object, PropertyId::State_Text)) {
+        SetMultiState(texts, object);
+    } else if (HasProperty(object, PropertyId::Inactive_Text)) {
+        object.Set(PropertyId::Inactive_Text, {TextDatum(texts[0])});
+        object.Set(PropertyId::Active_Text, {TextDatum(texts.size() > 1 ? texts[1] : std::string())});
+    }
+}
+
 void SetStateTexts(EdeRow const& row, CodeTexts const& stateTexts, ObjectRecord& object) {
-    bool const isMultiState = HasProperty(object, PropertyId::State_Text);
+    bool const isBinary = HasProperty(object, PropertyId::Inactive_Text);
     std::string const& reference = row.TextOf(EdeColumn::StateTextReference);
-    if (!isMultiState && !HasProperty(object, PropertyId::Inactive_Text)) {
+    if (!isBinary && !HasProperty(object, PropertyId::State_Text)) {
         if (!reference.empty()) {
             object.listed[HeadingOf(EdeColumn::StateTextReference)] = reference;
         }
@@ -114,9 +117,11 @@ void SetStateTexts(EdeRow const& row, CodeTexts const& stateTexts, ObjectRecord&
     }
     std::vector<std::string> texts = ReferencedTexts(row, stateTexts);
     texts = texts.empty() ? TextsOfColumns(row) : std::move(texts);
-    if (!texts.empty()) {
-        isMultiState ? SetMultiState(texts, object) : SetBinary(row, texts, object);
+    if (isBinary && texts.size() > 2) {
+        row.Report(EdeColumn::StateTextReference, Effect::ValueNotUsed,
+                   "a binary object has two states; the texts after the second are left out");
     }
+    SetStateTexts(texts, object);
 }
 
 std::optional<Datum> StateOf(ObjectRecord const& object, std::string const& text) {

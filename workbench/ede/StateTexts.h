@@ -12,6 +12,9 @@ namespace workbench {
 // State_Text and Number_Of_States, a binary one Inactive_Text and Active_Text.
 void SetStateTexts(EdeRow const& row, CodeTexts const& stateTexts, ObjectRecord& object);
 
+// The same for the texts of a project, which are empty where it has none.
+void SetStateTexts(std::vector<std::string> const& texts, ObjectRecord& object);
+
 // The value of the state that has this text; no value if none or several have it.
 std::optional<standard::Datum> StateOf(ObjectRecord const& object, std::string const& text);
 

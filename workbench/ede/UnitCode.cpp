@@ -12,6 +12,7 @@ using standard::PropertyId;
 namespace {
 
 constexpr std::uint32_t LastUnit = 65535;
+constexpr std::uint32_t NoUnits = 95;
 
 std::optional<std::uint32_t> UnitOf(std::string const& text, CodeTexts const& units) {
     if (auto const number = WholeNumberOf(text, LastUnit)) {
@@ -39,6 +40,16 @@ std::optional<PropertyId> PropertyOf(std::uint16_t code) {
     return PropertyId::Units;
 }
 
+// `unit` is the number of the text.
+void Set(ObjectRecord& object, std::optional<std::uint32_t> unit, std::string const& text) {
+    auto const property = PropertyOf(object.id.type);
+    if (unit && property) {
+        object.Set(*property, {EnumeratedDatum(*unit)});
+    } else if (unit != NoUnits) {
+        object.listed[HeadingOf(EdeColumn::UnitCode)] = text;
+    }
+}
+
 }  // namespace
 
 void SetUnit(EdeRow const& row, CodeTexts const& units, ObjectRecord& object) {
@@ -47,20 +58,20 @@ void SetUnit(EdeRow const& row, CodeTexts const& units, ObjectRecord& object) {
         return;
     }
     auto const unit = UnitOf(text, units);
-    auto const property = PropertyOf(object.id.type);
-    if (!unit || !property) {
-        object.listed[HeadingOf(EdeColumn::UnitCode)] = text;
-    }
+    Set(object, unit, text);
     if (!unit) {
         row.Report(EdeColumn::UnitCode, ImportLine::Effect::Note,
                    tools::Quoted(text) + " is not a unit of the standard: kept as a text");
-        return;
-    }
-    if (property) {
-        object.Set(*property, {EnumeratedDatum(*unit)});
-    }
-    if (!standard::NameOfEnumerated(Datatype::Units, *unit) && !units.Of(*unit).empty()) {
+    } else if (!standard::NameOfEnumerated(Datatype::Units, *unit) && !units.Of(*unit).empty()) {
         object.listed[UnitNameHeading] = units.Of(*unit).front();
+    }
+}
+
+void SetUnit(std::string const& text, ObjectRecord& object) {
+    constexpr std::string_view Numbered = "unit ";
+    if (!text.empty()) {
+        bool const isNumbered = text.compare(0, Numbered.size(), Numbered) == 0;
+        Set(object, UnitOf(isNumbered ? text.substr(Numbered.size()) : text, {}), text);
     }
 }
 

@@ -10,7 +10,10 @@ constexpr char const* UnitNameHeading = "unit-text";
 constexpr char const* TypeNameHeading = "object-type-text";
 
 // Gives the object its unit: by the code, the name of the standard, a symbol, or a text of the file of units.
-// An object whose type has no unit, or a unit that is not one of the standard, keeps the text.
+// An object whose type has no unit, or a unit that is not one of the standard, keeps the text; but "no units"
+// says nothing of an object whose type has none.
 void SetUnit(EdeRow const& row, CodeTexts const& units, ObjectRecord& object);
+// The same for the text of a project: a name of the standard, "unit 300" for a code without one, or any text.
+void SetUnit(std::string const& text, ObjectRecord& object);
 
 }  // namespace workbench
