@@ -89,7 +89,7 @@ TEST(UnitSymbols, OtherSpellingsAreFound) {
     for (Row const& row :
          {Row{"m3/h", "m³/h"},      Row{"m^3/h", "m³/h"},  Row{"M3/H", "m³/h"},   Row{"l/s", "L/s"},
           Row{"degC", "°C"},        Row{"deg C", "°C"},    Row{"DEG C", "°C"},    Row{"ºC", "°C"},
-          Row{"Ohm", "Ω"},          Row{"kOhm", "kΩ"},     Row{"\u2126", "Ω"},    Row{"KWH", "kWh"},
+          Row{"Ohm", "Ω"},          Row{"KOHM", "kΩ"},     Row{"\u2126", "Ω"},    Row{"KWH", "kWh"},
           Row{"kw", "kW"},          Row{"KPA", "kPa"},     Row{"μm", "µm"},       Row{"um", "µm"},
           Row{"W/m2K", "W/(m²·K)"}, Row{"Nm", "N·m"},      Row{"dBA", "dB(A)"},   Row{"% r.H.", "%RH"},
           Row{"%rF", "%RH"},        Row{"MBAR", "mbar"},   Row{"MWH", "MWh"},     Row{"lux", "lx"},
