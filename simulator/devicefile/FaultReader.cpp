@@ -54,7 +54,7 @@ std::size_t OneOf(ScriptValue const& value, char const* const (&names)[Count]) {
 }
 
 FaultScope Scope(ScriptValue const& value) {
-    return static_cast<FaultScope>(OneOf(value, {"any", "read", "write"}));
+    return static_cast<FaultScope>(OneOf(value, {"any", "read", "write", "who_is"}));
 }
 
 FaultHeaders Headers(ScriptValue const& value) {
@@ -142,6 +142,10 @@ Fault ReadFault(ScriptValue const& given) try {
         } catch (Mistake const& mistake) {
             throw mistake.In(row.name);
         }
+    }
+    if (!CanHaveScope(fault.kind, fault.on)) {
+        throw Mistake(std::string(row.name) + ": on: must " + (fault.on == FaultScope::WhoIs ? "not " : "") +
+                      "be \"who_is\"");
     }
     return fault;
 } catch (Mistake const& mistake) {

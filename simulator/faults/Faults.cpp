@@ -7,8 +7,8 @@ namespace simulator {
 namespace {
 
 bool IsInScope(Fault const& fault, Faults::Request const& request) {
-    return (fault.on == FaultScope::Any || fault.on == request.service) &&
-           (!fault.object || fault.object == request.object);
+    bool const isAny = fault.on == FaultScope::Any && request.service != FaultScope::WhoIs;
+    return (isAny || fault.on == request.service) && (!fault.object || fault.object == request.object);
 }
 
 }  // namespace

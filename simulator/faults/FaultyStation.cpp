@@ -6,6 +6,7 @@
 #include "Bvlc.h"
 #include "ConfirmedRequest.h"
 #include "DatagramFaults.h"
+#include "DiscoveryFaults.h"
 
 namespace simulator {
 
@@ -16,7 +17,12 @@ constexpr std::size_t LongestGarbage = 65507;  // octets of a UDP datagram
 constexpr std::uint8_t LargestWindow = 127;
 constexpr std::uint8_t SentByServer = 0x01;
 
-enum PduType : std::uint8_t { ConfirmedRequestPdu = 0, SegmentAckPdu = 4, AbortPdu = 7 };
+enum PduType : std::uint8_t {
+    ConfirmedRequestPdu = 0,
+    UnconfirmedRequestPdu = 1,
+    SegmentAckPdu = 4,
+    AbortPdu = 7
+};
 
 std::uint8_t Octet(Octets const& octets, std::size_t place) {
     return static_cast<std::uint8_t>(octets[place]);
@@ -95,6 +101,9 @@ FaultyStation::Deliveries FaultyStation::Receive(Datagram const& datagram, Momen
         if (type == ConfirmedRequestPdu && !indication->isBroadcast) {
             return ReceiveRequest(datagram, *indication, now);
         }
+        if (type == UnconfirmedRequestPdu) {
+            return ReceiveUnconfirmed(datagram, now);
+        }
         bool const hasInvokeId = indication->apdu.size() >= 2;
         bool const isOfClient = (Octet(indication->apdu, 0) & SentByServer) == 0;
         if (type == SegmentAckPdu && isOfClient && indication->apdu.size() >= 4) {
@@ -158,6 +167,21 @@ FaultyStation::Deliveries FaultyStation::ReceiveRequest(Datagram const& datagram
     return deliveries;
 }
 
+// Only a request that the device answers counts for the faults.
+FaultyStation::Deliveries FaultyStation::ReceiveUnconfirmed(Datagram const& datagram, Moment const& now) {
+    Deliveries deliveries = AsDeliveries(station.Receive(datagram, now));
+    if (deliveries.empty()) {
+        return deliveries;
+    }
+    for (Faults::Hit const& hit : faults.Meet({FaultScope::WhoIs, std::nullopt}, now)) {
+        if (hit.fault.kind == FaultKind::Silence) {
+            return {};
+        }
+        DisturbEach(hit, deliveries, now);
+    }
+    return deliveries;
+}
+
 // The answer of the station, or that of the first fault that replaces it.
 FaultyStation::Deliveries FaultyStation::Serve(Datagram const& datagram,
                                                NetworkLayer::Indication const& indication, Exchange& exchange,
@@ -175,6 +199,9 @@ FaultyStation::Deliveries FaultyStation::Serve(Datagram const& datagram,
             Octets const npdu = refusal ? network.Send({indication.peer, indication.priority, *refusal})
                                         : NetworkMessage(code, NpduOf(datagram), indication.peer);
             return {{{indication.peer.endpoint, bvlc::Unicast(npdu)}}};
+        }
+        if (kind == FaultKind::ChangingObjectList) {
+            station.ChangeObjectList();
         }
         if (kind == FaultKind::UnaskedProperty) {
             apdu = acks::AskingFor(code, apdu);
@@ -295,6 +322,10 @@ void FaultyStation::DisturbEach(Faults::Hit const& hit, Deliveries& deliveries, 
                 break;
             case FaultKind::Garbage:
                 delivery.datagram.octets = Garbage(hit);
+                break;
+            case FaultKind::OtherInstance:
+            case FaultKind::WrongStation:
+                discovery::Spoil(hit.fault, delivery.datagram.octets);
                 break;
             default:
                 datagrams::Spoil(hit.fault, delivery.datagram.octets);

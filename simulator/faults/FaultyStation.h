@@ -15,9 +15,10 @@ struct Delivery {
     bool fromElsewhere = false;
 };
 
-// A station that disturbs its answers to confirmed requests by its faults. Without faults it is the station,
-// and nothing else that it sends, such as I-Am, is disturbed. No datagram makes it throw or crash. Its memory
-// is bounded: it keeps MostExchanges exchanges and as many peers, with one or two datagrams each.
+// A station that disturbs its answers to requests by its faults. Without faults it is the station, and
+// nothing else that it sends, such as the answers of a router, is disturbed. No datagram makes it throw or
+// crash. Its memory is bounded: it keeps MostExchanges exchanges and as many peers, with one or two datagrams
+// each.
 //
 // A fault applies to a whole exchange: the answer, all its segments and their repetitions. Of several faults
 // of an exchange, those of segments act first, the others in the order of Faults::Add.
@@ -71,6 +72,7 @@ private:
 
     Deliveries ReceiveRequest(Datagram const& datagram, NetworkLayer::Indication const& indication,
                               Moment const& now);
+    Deliveries ReceiveUnconfirmed(Datagram const& datagram, Moment const& now);
     Deliveries ReceiveSegmentAck(Datagram const& datagram, NetworkLayer::Indication const& indication,
                                  Moment const& now);
     Deliveries Serve(Datagram const& datagram, NetworkLayer::Indication const& indication, Exchange& exchange,

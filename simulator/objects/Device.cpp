@@ -77,6 +77,22 @@ void Device::AddToDevice(Property property) {
     }
 }
 
+void Device::ChangeObjectList() {
+    BacnetObject& device = objects.front();
+    std::vector<ValuePtr> list = device.Find(PropertyId::Object_List)->values;
+    if (unlisted) {
+        list.push_back(std::exchange(unlisted, nullptr));
+    } else if (!list.empty()) {
+        unlisted = list.back();
+        list.pop_back();
+    }
+    device.Write(PropertyId::Object_List, std::nullopt, std::move(list), {});
+    if (ValuePtr const revision = device.ValueOf(PropertyId::Database_Revision)) {
+        auto const next = static_cast<std::uint64_t>(revision->Number({}) + 1);
+        device.Write(PropertyId::Database_Revision, std::nullopt, {FixedUnsigned(next)}, {});
+    }
+}
+
 BacnetObject const* Device::Find(ObjectId wanted) const {
     if (wanted == ObjectId{DeviceObjectType().code, ObjectId::LastInstance}) {
         return &objects.front();

@@ -60,6 +60,9 @@ public:
     BacnetObject const* Find(ObjectId id) const;
     BacnetObject* Find(ObjectId id);
 
+    // Takes the last object from Object_List, or puts it back, and counts Database_Revision up.
+    void ChangeObjectList();
+
     // The receiver of one line of text for each write.
     using WriteObserver = std::function<void(std::string const&)>;
     void OnWrite(WriteObserver observer) { onWrite = std::move(observer); }
@@ -71,6 +74,7 @@ private:
     std::vector<BacnetObject> objects;
     std::map<ObjectId, std::size_t> places;
     DeviceSettings settings;
+    ValuePtr unlisted;  // what ChangeObjectList has taken
     WriteObserver onWrite;
 };
 

@@ -15,7 +15,7 @@ constexpr double UsualLoss = 0.5;
 constexpr std::size_t UsualGarbage = 200;
 
 constexpr char const* HeaderNames[] = {"bvlc", "npdu", "apdu"};
-constexpr char const* ScopeNames[] = {"any", "read", "write"};
+constexpr char const* ScopeNames[] = {"any", "read", "write", "who_is"};
 
 // All members that differ from those of MakeFault.
 class Line {
@@ -88,6 +88,27 @@ FaultRow const* FaultOfName(std::string_view name) {
     return nullptr;
 }
 
+bool CanHaveScope(FaultKind kind, FaultScope scope) {
+    switch (kind) {
+        case FaultKind::OtherInstance:
+        case FaultKind::WrongStation:
+            return scope == FaultScope::WhoIs;
+        case FaultKind::Silence:
+        case FaultKind::Delay:
+        case FaultKind::Loss:
+        case FaultKind::Duplicate:
+        case FaultKind::OtherAddress:
+        case FaultKind::Truncate:
+        case FaultKind::BvlcFunction:
+        case FaultKind::BvlcType:
+        case FaultKind::BvlcLength:
+        case FaultKind::Garbage:
+            return true;
+        default:
+            return scope != FaultScope::WhoIs;
+    }
+}
+
 Fault MakeFault(FaultKind kind) {
     Fault fault;
     fault.kind = kind;
@@ -97,6 +118,8 @@ Fault MakeFault(FaultKind kind) {
         fault.chance = UsualLoss;
     } else if (kind == FaultKind::Garbage) {
         fault.octets = UsualGarbage;
+    } else if (kind == FaultKind::OtherInstance || kind == FaultKind::WrongStation) {
+        fault.on = FaultScope::WhoIs;
     }
     return fault;
 }

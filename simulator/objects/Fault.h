@@ -12,7 +12,7 @@
 
 namespace simulator {
 
-// The kinds of faults in the answer to a confirmed request. FaultRows describes each.
+// The kinds of faults in answers. FaultRows describes each.
 enum class FaultKind {
     Silence,
     Delay,
@@ -39,15 +39,18 @@ enum class FaultKind {
     EndlessSegments,
     OversizedSegments,
     Garbage,
-    HeadersOnly
+    HeadersOnly,
+    OtherInstance,
+    WrongStation,
+    ChangingObjectList
 };
 
 // The headers that HeadersOnly keeps: that of the link, those of link and network, or that of the APDU too.
 enum class FaultHeaders { Bvlc, Npdu, Apdu };
 
-// The requests to which a fault applies, by their service. Services other than reads and writes are only in
-// Any.
-enum class FaultScope { Any, Read, Write };
+// The requests to which a fault applies, by their service: Any is any confirmed request, WhoIs a Who-Is or a
+// Who-Has.
+enum class FaultScope { Any, Read, Write, WhoIs };
 
 // A fault. A member that its kind does not have (FaultRow::parameters) has no effect.
 struct Fault {
@@ -137,6 +140,12 @@ inline constexpr FaultRow FaultRows[] = {
      "APDUs are longer than was negotiated"},
     {FaultKind::Garbage, "garbage", OctetsParameter, 0, 0, "random octets, at most so many"},
     {FaultKind::HeadersOnly, "headers_only", HeadersParameter, 0, 0, "headers without content"},
+    {FaultKind::OtherInstance, "other_instance", CodeParameter, 4194303, 4194303,
+     "an I-Am states device instance code"},
+    {FaultKind::WrongStation, "wrong_station", CodeParameter, 1, 255,
+     "an I-Am comes from a MAC address that is higher by code"},
+    {FaultKind::ChangingObjectList, "changing_object_list", NoParameter, 0, 0,
+     "the object list loses its last object, then has it again"},
 };
 
 constexpr std::size_t FaultKinds = sizeof FaultRows / sizeof FaultRows[0];
@@ -145,11 +154,19 @@ constexpr FaultRow const& RowOf(FaultKind kind) {
     return FaultRows[static_cast<std::size_t>(kind)];
 }
 
+// Whether the kind is one of discovery: it disturbs nobody who only reads and writes known objects.
+constexpr bool IsOfDiscovery(FaultKind kind) {
+    return kind >= FaultKind::OtherInstance;
+}
+
+// Whether a fault of the kind can have the scope.
+bool CanHaveScope(FaultKind kind, FaultScope scope);
+
 // The row with that name, or null.
 FaultRow const* FaultOfName(std::string_view name);
 
 // A fault with the defaults of its kind: Delay of 2 s, Loss with a chance of one half, Garbage of up to 200
-// octets, otherwise those of Fault.
+// octets, OtherInstance and WrongStation in the scope WhoIs, otherwise those of Fault.
 Fault MakeFault(FaultKind kind);
 
 // The fault in the form of a command: "truncate octet=9 times=1 on=write".

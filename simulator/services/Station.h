@@ -28,6 +28,7 @@ public:
     std::vector<Datagram> Tick(Moment const& now) { return Framed(application.Tick(now)); }
 
     Device const& GetDevice() const { return device; }
+    void ChangeObjectList() { device.ChangeObjectList(); }
     void OnAck(ApplicationLayer::AckFilter filter) { application.OnAck(std::move(filter)); }
     void OnWrite(Device::WriteObserver observer) { device.OnWrite(std::move(observer)); }
 

@@ -24,6 +24,7 @@ CAUSES = {
     "network_message": "network-message", "error": "error", "reject": "reject", "abort": "abort",
     "wrong_object": "other-object", "unasked_property": "unasked-property", "odd_list": "bad-answer",
     "garbage": "bad-frame", "headers_only": "bad-answer",
+    "other_instance": None, "wrong_station": None, "changing_object_list": None,
 }
 SEGMENTED = {
     "lost_segment": "missing-segment", "segments_out_of_order": "missing-segment",

@@ -141,5 +141,5 @@ class SimulatorFaults(EndToEnd):
         for line in iter(simulator.answer, "Room 1: no faults"):
             if match := re.match(r"  ([a-z_]+) +[^(]*(?:\((.*)\))?$", line):
                 listed[match[1]] = match[2].split(", ") if match[2] else []
-        self.assertEqual(len(listed), 26)
+        self.assertEqual(len(listed), 29)
         self.assertEqual(rows, listed)

@@ -192,6 +192,7 @@ class Verify(EndToEnd):
         "oversized_segments": {"agrees"}, "repeated_segment": {"agrees"}, "segments_at_once": {"agrees"},
         "odd_list": {"no value"}, "lost_segment": {"no value", "unreadable answer"},
         "segments_out_of_order": None, "previous_answer": None, "loss": None,
+        "other_instance": {"agrees"}, "wrong_station": {"agrees"}, "changing_object_list": {"agrees"},
     }
 
     def check_faults(self, names):

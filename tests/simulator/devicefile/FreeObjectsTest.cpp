@@ -139,6 +139,21 @@ TEST_F(FreeObjects, TheirPropertiesCanBeWrittenIfTheFileAllowsIt) {
     EXPECT_EQ(Read(Property600, "4B 00 00 01"), "21 05");
 }
 
+TEST_F(FreeObjects, NamesAndTextsHaveAnyOctets) {
+    MakeWith(R"(analog_input{instance = 1, name = "a\n\0\27\xFF\xC3", description = "\xED\xA0\x80"})");
+    EXPECT_EQ(Read("19 4D"), "75 07 00 61 0A 00 1B FF C3");
+    EXPECT_EQ(Read("19 1C"), "74 00 ED A0 80");
+}
+
+TEST_F(FreeObjects, ANameOf10000OctetsIsSentInSegments) {
+    Make(
+        "local s = '' for i = 1, 1000 do s = s .. '0123456789' end "
+        "device{name = s, instance = 100, objects = {analog_input{instance = 1, name = s .. 'x'}}}");
+    std::string const first = Answer("02 75 01 0C 0C 00 00 00 01 19 4D");
+    EXPECT_EQ(first.substr(0, 65), "3C 01 00 10 0C 0C 00 00 00 01 19 4D 3E 75 FE 27 12 00 30 31 32 33");
+    EXPECT_EQ(Answer("00 05 02 0C 0C 00 00 00 01 19 4D"), "71 02 04");
+}
+
 TEST_F(FreeObjects, TwoObjectsCanHaveOneNameIfTheyAreCopies) {
     MakeWith(
         "analog_input{instance = 1, name = 'x'}, analog_input{instance = 2, name = 'x', defaults = false}");

@@ -74,7 +74,7 @@ TEST(FaultFile, EachMistakeNamesLineDeviceAndField) {
         {"{fault{'loss', every = 0}}", "faults: loss: every: must be at least 1"},
         {"{fault{'loss', times = 0}}", "faults: loss: times: must be at least 1"},
         {"{fault{'loss', on = 'reed'}}",
-         "faults: loss: on: must be \"any\", \"read\" or \"write\", not \"reed\""},
+         "faults: loss: on: must be \"any\", \"read\", \"write\" or \"who_is\", not \"reed\""},
         {"{fault{'loss', object = 'pump'}}",
          "faults: loss: object: must be an object like {\"analog_input\", 1}, not \"pump\""},
         {"{fault{'loss', object = {'pump', 1}}}", "faults: loss: object: unknown object type \"pump\""},

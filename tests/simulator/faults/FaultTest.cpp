@@ -17,7 +17,7 @@ TEST(Fault, TheTableIsInTheOrderOfItsKindsAndNamesAreUnlike) {
         EXPECT_LE(row.code, row.highestCode) << row.name;
         EXPECT_EQ((row.parameters & simulator::CodeParameter) != 0, row.highestCode != 0) << row.name;
     }
-    EXPECT_EQ(simulator::FaultKinds, static_cast<std::size_t>(FaultKind::HeadersOnly) + 1);
+    EXPECT_EQ(simulator::FaultKinds, static_cast<std::size_t>(FaultKind::ChangingObjectList) + 1);
     EXPECT_EQ(simulator::FaultOfName("Silence"), nullptr);
     EXPECT_EQ(simulator::FaultOfName(""), nullptr);
 }
