@@ -20,13 +20,13 @@ namespace {
 
 constexpr std::size_t MostThreads = 8;
 
-// The devices at one endpoint, which is a device or a router, by their positions among the peers.
+// The devices at one endpoint, which is a device or a router, by their positions among the targets.
 using Group = std::vector<std::size_t>;
 
-std::vector<Group> GroupsOf(std::vector<standard::Peer> const& peers) {
+std::vector<Group> GroupsOf(std::vector<BrowseTarget> const& targets) {
     std::map<standard::Endpoint, Group> byEndpoint;
-    for (std::size_t i = 0; i < peers.size(); ++i) {
-        byEndpoint[peers[i].endpoint].push_back(i);
+    for (std::size_t i = 0; i < targets.size(); ++i) {
+        byEndpoint[targets[i].peer.endpoint].push_back(i);
     }
     std::vector<Group> groups;
     for (auto& entry : byEndpoint) {
@@ -38,15 +38,15 @@ std::vector<Group> GroupsOf(std::vector<standard::Peer> const& peers) {
 // Reads the groups, each thread one after the other.
 class PlantReading {
 public:
-    PlantReading(std::vector<standard::Peer> const& plantPeers, BrowseSettings const& browseSettings,
+    PlantReading(std::vector<BrowseTarget> const& plantTargets, BrowseSettings const& browseSettings,
                  std::function<bool()> const& stopFunction,
                  std::function<void(std::string const&)> const& show)
-        : peers(plantPeers),
+        : targets(plantTargets),
           settings(browseSettings),
           isStopped(stopFunction),
           progress(show),
-          groups(GroupsOf(plantPeers)),
-          records(plantPeers.size()) {}
+          groups(GroupsOf(plantTargets)),
+          records(plantTargets.size()) {}
 
     std::vector<DeviceRecord> Run() {
         std::vector<std::unique_ptr<standard::UdpLink>> sockets;
@@ -68,18 +68,17 @@ private:
         StoppableLink link(socket, isStopped);
         for (std::size_t next = nextGroup++; next < groups.size(); next = nextGroup++) {
             for (std::size_t const position : groups[next]) {
-                records[position] = Read(link, peers[position]);
+                records[position] = Read(link, targets[position]);
             }
         }
     }
 
-    DeviceRecord Read(standard::Link& link, standard::Peer const& peer) {
+    DeviceRecord Read(standard::Link& link, BrowseTarget const& target) {
         BrowseSettings own = settings;
-        own.progress = [this, &peer](BrowseProgress const& step) {
-            Show(", " + AddressText(peer) + ": " + std::to_string(step.objectsRead) + " of " +
-                 std::to_string(step.objectCount) + " objects");
+        own.progress = [this, &target](BrowseProgress const& step) {
+            Show(", " + AddressText(target.peer) + ": " + ProgressText(step));
         };
-        DeviceRecord record = DeviceBrowser(link, own).Browse(peer);
+        DeviceRecord record = DeviceBrowser(link, own).Browse(target.peer, target.instance);
         ++finished;
         Show("");
         return record;
@@ -87,10 +86,10 @@ private:
 
     void Show(std::string const& device) {
         std::lock_guard<std::mutex> const lock(mutex);
-        progress(std::to_string(finished) + " of " + std::to_string(peers.size()) + " devices" + device);
+        progress(std::to_string(finished) + " of " + std::to_string(targets.size()) + " devices" + device);
     }
 
-    std::vector<standard::Peer> const& peers;
+    std::vector<BrowseTarget> const& targets;
     BrowseSettings const& settings;
     std::function<bool()> const& isStopped;
     std::function<void(std::string const&)> const& progress;
@@ -110,10 +109,10 @@ auto KeyOf(DeviceRecord const& record) {
 
 }  // namespace
 
-std::vector<DeviceRecord> BrowsePlant(std::vector<standard::Peer> const& peers,
+std::vector<DeviceRecord> BrowsePlant(std::vector<BrowseTarget> const& targets,
                                       BrowseSettings const& settings, std::function<bool()> const& isStopped,
                                       std::function<void(std::string const&)> const& progress) {
-    return PlantReading(peers, settings, isStopped, progress).Run();
+    return PlantReading(targets, settings, isStopped, progress).Run();
 }
 
 Inventory InventoryOf(std::vector<DeviceRecord> records) {

@@ -11,7 +11,8 @@ standard::ClientSettings BrowseSettings::GentleClient() {
 }
 
 std::string ProgressText(BrowseProgress const& progress) {
-    std::string const count = std::to_string(progress.objectsRead) + " of " + std::to_string(progress.objectCount);
+    std::string const count =
+        std::to_string(progress.objectsRead) + " of " + std::to_string(progress.objectCount);
     return progress.isObjectList ? "object list, " + count : count + " objects";
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "Discovery.h"
 #include "ObjectNames.h"
 #include "PropertyChoice.h"
 #include "Refusal.h"
@@ -20,7 +21,7 @@ using standard::ReadResult;
 
 constexpr std::uint16_t DeviceType = 8;
 // Objects whose Property_List is requested in vain until the device is taken to have none.
-constexpr unsigned MostWithoutPropertyList = 3;
+constexpr std::size_t MostWithoutPropertyList = 3;
 // Objects that a note lists.
 constexpr std::size_t MostNamed = 5;
 
@@ -64,15 +65,16 @@ bool AllOf(ObjectRecord const& object, Condition const& condition) {
 
 BrowsedDevice::BrowsedDevice(standard::Link& network, standard::Peer const& peer,
                              BrowseSettings const& browseSettings)
-    : settings(browseSettings), reader(network, peer, browseSettings) {
+    : settings(browseSettings), link(network), reader(network, peer, browseSettings) {
     record.peer = peer;
     record.device.id = {DeviceType, ObjectId::LastInstance};
 }
 
 bool BrowsedDevice::ReadIdentifier(std::optional<std::uint32_t> knownInstance) {
+    record.device.id.instance = knownInstance.value_or(ObjectId::LastInstance);
     ReadResult result = reader.ReadOne(Of(record.device.id, PropertyId::Object_Identifier));
-    if (IsError(result, standard::ErrorCode::UnknownObject) && knownInstance) {
-        record.device.id.instance = *knownInstance;
+    if (IsError(result, standard::ErrorCode::UnknownObject)) {
+        record.device.id.instance = knownInstance ? ObjectId::LastInstance : AskInstance();
         result = reader.ReadOne(Of(record.device.id, PropertyId::Object_Identifier));
     }
     bool const isKnown = result.values.size() == 1 && result.values[0].kind == DatumKind::ObjectIdentifier &&
@@ -85,6 +87,25 @@ bool BrowsedDevice::ReadIdentifier(std::optional<std::uint32_t> knownInstance) {
                    (result.failure ? FailureText(*result.failure) : "it has no identifier"));
     }
     return isKnown;
+}
+
+// Devices before protocol revision 4 do not know the instance by which any Device object is read.
+std::uint32_t BrowsedDevice::AskInstance() {
+    standard::DiscoverySettings question;
+    question.way = standard::DiscoverySettings::Way::Unicast;
+    question.target = record.peer->endpoint;
+    question.asksRouters = false;
+    question.timeout = settings.client.timeout;
+    question.rounds = 1;
+    if (record.peer->remote) {
+        question.networks = {record.peer->remote->network};
+    }
+    for (standard::FoundDevice const& found : standard::Discovery(link, question).Run().devices) {
+        if (found.peer == *record.peer) {
+            return found.Instance();
+        }
+    }
+    return ObjectId::LastInstance;
 }
 
 void BrowsedDevice::ReadDevice() {
@@ -140,16 +161,23 @@ void BrowsedDevice::ReadObjects() {
     NoteMissing();
 }
 
+// The first ones alone, since many devices have none.
 void BrowsedDevice::ReadPropertyLists() {
-    unsigned without = 0;
-    for (ObjectRecord& object : record.objects) {
-        if (without >= MostWithoutPropertyList || reader.IsOver()) {
-            return;
-        }
-        reader.Read({Of(object.id, PropertyId::Property_List)}, [&](ReadResult result) {
-            without = IsError(result, standard::ErrorCode::UnknownProperty) ? without + 1 : 0;
-            object.properties[result.reference.property] = std::move(result);
-        });
+    std::size_t const first = std::min(record.objects.size(), MostWithoutPropertyList);
+    References references;
+    for (ObjectRecord const& object : record.objects) {
+        references.push_back(Of(object.id, PropertyId::Property_List));
+    }
+    auto const rest = references.begin() + static_cast<std::ptrdiff_t>(first);
+    std::size_t without = 0;
+    std::size_t at = 0;
+    auto const take = [&](ReadResult result) {
+        without += IsError(result, standard::ErrorCode::UnknownProperty) ? 1 : 0;
+        record.objects[at++].properties[result.reference.property] = std::move(result);
+    };
+    reader.Read({references.begin(), rest}, take);
+    if (without < first) {
+        reader.Read({rest, references.end()}, take);
     }
 }
 

@@ -35,6 +35,7 @@ public:
 private:
     using References = std::vector<standard::PropertyReference>;
 
+    std::uint32_t AskInstance();
     void Take(standard::ReadResult result);
     void Incomplete(std::string note);
     void ReadPropertyLists();
@@ -45,6 +46,7 @@ private:
     void ShowProgress(std::size_t objectsRead);
 
     BrowseSettings const& settings;
+    standard::Link& link;
     PatientReader reader;
     DeviceRecord record;
 };

@@ -11,17 +11,11 @@ DeviceRecord DeviceBrowser::Browse(standard::Peer const& peer, std::optional<std
     BrowsedDevice device(link, peer, settings);
     if (device.ReadIdentifier(instance)) {
         device.ReadDevice();
-        device.ReadObjectList();
-        device.ReadObjects();
-        device.CompareRevision();
-    }
-    return device.TakeRecord();
-}
-
-DeviceRecord DeviceBrowser::Identify(standard::Peer const& peer, std::optional<std::uint32_t> instance) {
-    BrowsedDevice device(link, peer, settings);
-    if (device.ReadIdentifier(instance)) {
-        device.ReadDevice();
+        if (settings.hasObjects) {
+            device.ReadObjectList();
+            device.ReadObjects();
+            device.CompareRevision();
+        }
     }
     return device.TakeRecord();
 }

@@ -26,9 +26,6 @@ public:
     // object is read.
     DeviceRecord Browse(standard::Peer const& peer, std::optional<std::uint32_t> instance = {});
 
-    // The Device object alone.
-    DeviceRecord Identify(standard::Peer const& peer, std::optional<std::uint32_t> instance = {});
-
     // All properties of one object, whatever the detail of the settings.
     struct OneObject {
         ObjectRecord object;

@@ -81,7 +81,8 @@ ReadResult PatientReader::ReadOne(PropertyReference const& reference) {
     return result;
 }
 
-standard::ObjectListResult PatientReader::ReadObjectList(ObjectId const& device, ListProgress const& progress) {
+standard::ObjectListResult PatientReader::ReadObjectList(ObjectId const& device,
+                                                         ListProgress const& progress) {
     if (IsOver()) {
         return {};
     }
