@@ -12,6 +12,7 @@
 #include "AddressArgument.h"
 #include "BrowseSettings.h"
 #include "DeviceRecord.h"
+#include "DiscoveryResult.h"
 
 namespace workbench {
 
@@ -32,40 +33,55 @@ struct DiscoverySettings {
     // How each device that was found is asked for its name, model and vendor.
     BrowseSettings reading;
     std::function<bool()> isStopped = [] { return false; };
-    // One line, such as "4 devices, 2 networks".
+    // Gets one line, such as "4 devices, 2 networks".
     std::function<void(std::string const&)> progress = [](std::string const&) {};
 };
 
 // What is wrong with a device that was found.
 enum class DiscoveryMark {
-    SameInstance,  // another device has its instance
-    AnswersTwice,  // it announces itself from several addresses
-    NotReadable,   // its Device object cannot be read at the address from which it announces itself
-    OtherInstance  // its Device object has another instance than it announces
+    SameInstance,   // another device has its instance
+    AnswersTwice,   // it is found in several ways, or answers more often than it was asked
+    SharedAddress,  // other devices answer from its address
+    NotReadable,    // its Device object cannot be read at the address from which it announces itself
+    OtherInstance,  // its Device object has another instance than it announces
+    NoInstance,     // it announces the instance 4194303, which is none
+    Contradicts     // it announces itself with different properties
 };
+// "same-instance"
+char const* NameOf(DiscoveryMark mark);
 
-struct FoundDevice {
+struct MarkedDevice {
     // With its address, and of its Device object what the I-Am states and what could be read.
     DeviceRecord record;
-    std::vector<DiscoveryMark> marks;
+    std::uint32_t announced = 0;  // the instance of the I-Am
+    // Each with a text for people: "instance 1001 is also at 192.168.1.21:47808".
+    std::vector<std::pair<DiscoveryMark, std::string>> marks;
 };
 
 struct DiscoveredPlant {
     // By instance, those with the same one by address.
-    std::vector<FoundDevice> devices;
+    std::vector<MarkedDevice> devices;
+    // Routers and the networks that they name.
+    std::vector<standard::FoundRouter> routers;
     // What a user has to know besides, one sentence each: an interface that cannot be used, a router that
     // does not answer, a port that another program holds alone.
     std::vector<std::string> notes;
     bool isStopped = false;  // before its end
 };
 
-// Throws DiscoveryFailure.
-DiscoveredPlant DiscoverPlant(DiscoverySettings const& settings);
-
-// Nothing could be asked: no such interface, no socket, or the BBMD does not register this program.
+// Nothing can be asked: no such interface, no socket, or the BBMD does not register this program.
 class DiscoveryFailure : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
+
+// Throws DiscoveryFailure. Asks several interfaces at the same time.
+DiscoveredPlant DiscoverPlant(DiscoverySettings const& settings);
+
+// What the answers of several interfaces are together: each address and instance once, with its marks, before
+// the devices are read.
+DiscoveredPlant PlantOf(std::vector<standard::DiscoveryResult> const& results);
+// Adds what was read of each device, in their order. Without properties it is marked.
+void TakeRecords(DiscoveredPlant& plant, std::vector<DeviceRecord> records);
 
 }  // namespace workbench
