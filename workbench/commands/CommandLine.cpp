@@ -2,7 +2,9 @@
 
 #include <CLI/CLI.hpp>
 
+#include "BrowseCommand.h"
 #include "CheckCommand.h"
+#include "DiscoverCommand.h"
 #include "ExitCode.h"
 #include "NamesCommand.h"
 #include "RunCommand.h"
@@ -20,6 +22,8 @@ constexpr char ProgramHelp[] = R"(Examples:
   dorvel-workbench check plant.lua
   dorvel-workbench check --strict --format json *.lua
   dorvel-workbench verify plant.lua --report acceptance.html
+  dorvel-workbench discover
+  dorvel-workbench browse 192.168.1.20
   dorvel-workbench names
 
 Exit codes:
@@ -33,10 +37,7 @@ Exit codes:
 
 // In the order of the help.
 constexpr AddCommand Commands[] = {
-    AddRunCommand,
-    AddCheckCommand,
-    AddVerifyCommand,
-    AddNamesCommand,
+    AddRunCommand, AddCheckCommand, AddVerifyCommand, AddDiscoverCommand, AddBrowseCommand, AddNamesCommand,
 };
 
 }  // namespace

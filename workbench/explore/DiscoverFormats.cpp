@@ -169,11 +169,11 @@ std::string DiscoverLines(DiscoveredPlant const& plant) {
         for (auto const& mark : marked.marks) {
             marks += (marks.empty() ? "" : ",") + std::string(NameOf(mark.first));
         }
-        text += TabbedLine({std::to_string(marked.announced), AddressText(peer), NetworkText(peer), MacOf(peer),
-                            NameOf(device), NumberText(device, PropertyId::Vendor_Identifier),
+        text += TabbedLine({std::to_string(marked.announced), AddressText(peer), NetworkText(peer),
+                            MacOf(peer), NameOf(device), NumberText(device, PropertyId::Vendor_Identifier),
                             TextOf(device, PropertyId::Vendor_Name), TextOf(device, PropertyId::Model_Name),
-                            NumberText(device, PropertyId::Max_APDU_Length_Accepted), SegmentationName(device),
-                            marks});
+                            NumberText(device, PropertyId::Max_APDU_Length_Accepted),
+                            SegmentationName(device), marks});
     }
     return text;
 }

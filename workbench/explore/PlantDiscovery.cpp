@@ -147,10 +147,11 @@ public:
         }
         DiscoveredPlant plant = PlantOf(results);
         for (std::size_t i = 0; i < questions.size(); ++i) {
-            bool const isFirst = std::none_of(questions.begin(), questions.begin() + static_cast<std::ptrdiff_t>(i),
-                                              [&](Question const& earlier) {
-                                                  return earlier.interface.address == questions[i].interface.address;
-                                              });
+            bool const isFirst =
+                std::none_of(questions.begin(), questions.begin() + static_cast<std::ptrdiff_t>(i),
+                             [&](Question const& earlier) {
+                                 return earlier.interface.address == questions[i].interface.address;
+                             });
             // A second socket of this program on an interface has limits that the first one does not have.
             AddNotes(results[i], isFirst ? links[i]->Limits() : std::vector<std::string>(), plant);
         }

@@ -1,0 +1,137 @@
+#include "DiscoverCommand.h"
+
+#include <CLI/CLI.hpp>
+#include <charconv>
+#include <memory>
+#include <ostream>
+
+#include "DiscoverFormats.h"
+#include "ExitCode.h"
+#include "NetworkCommand.h"
+#include "ObjectId.h"
+#include "PlantDiscovery.h"
+
+namespace workbench {
+
+namespace {
+
+constexpr char Help[] =
+    R"(Asks Who-Is by broadcast on each interface of this machine (on loopback only if it is named with
+--interface or if there is no other one), then in the networks that routers name, and reads name,
+model and vendor of each device that answers. With addresses it asks only these: devices, routers, or
+the broadcast address of another subnet. Nothing is written.
+
+Below a device is what is wrong with it: another one has its instance, it answers more often than it
+was asked, or its Device object cannot be read at its address.
+
+Examples:
+  dorvel-workbench discover
+  dorvel-workbench discover --interface eth1 --range 1000-1999
+  dorvel-workbench discover 192.168.1.20 192.168.2.255
+  dorvel-workbench discover --bbmd 10.0.0.1 --timeout 5000 --format json
+
+Exit codes:
+  0  devices were found, and nothing is wrong with them
+  1  no device was found, something is wrong with one, or Ctrl-C has ended it early
+  2  a mistake on the command line
+  4  something else failed: no interface, no socket, or the BBMD does not register this program
+  130  a second Ctrl-C ended the program at once)";
+
+struct DiscoverOptions : NetworkOptions {
+    std::vector<std::string> addresses;
+    DiscoverySettings settings;
+    unsigned wait = 3000;
+};
+
+std::uint32_t Instance(std::string const& text) {
+    std::uint32_t number = 0;
+    auto const end = text.data() + text.size();
+    auto const result = std::from_chars(text.data(), end, number);
+    if (result.ec != std::errc() || result.ptr != end || number > standard::ObjectId::LastInstance) {
+        throw CLI::ValidationError("--range", "\"" + text + "\" is not an instance; allowed is 0 to 4194303");
+    }
+    return number;
+}
+
+std::pair<std::uint32_t, std::uint32_t> RangeOf(std::string const& text) {
+    std::size_t const dash = text.find('-');
+    std::uint32_t const low = Instance(text.substr(0, dash));
+    std::uint32_t const high = dash == std::string::npos ? low : Instance(text.substr(dash + 1));
+    if (low > high) {
+        throw CLI::ValidationError("--range",
+                                   "\"" + text + "\": the first instance must not be the larger one");
+    }
+    return {low, high};
+}
+
+int Discover(DiscoverOptions const& options, Streams const& streams) {
+    NetworkCommand network(options, streams);
+    DiscoverySettings settings = options.settings;
+    settings.wait = std::chrono::milliseconds(options.wait);
+    settings.reading = network.Settings();
+    settings.isStopped = network.StopFunction();
+    settings.progress = [&network](std::string const& text) { network.Show(text); };
+    network.Show("asking: 0 devices");
+    DiscoveredPlant const plant = DiscoverPlant(settings);
+    OutputFormat const format = network.Format();
+    network.Print(format == OutputFormat::Table   ? DiscoverText(plant, network.Style())
+                  : format == OutputFormat::Lines ? DiscoverLines(plant)
+                                                  : DiscoverJson(plant));
+    if (format == OutputFormat::Lines) {
+        for (std::string const& note : plant.notes) {
+            streams.err << note << "\n";
+        }
+    }
+    bool const isGood = !plant.devices.empty() && !HasMarks(plant) && !plant.isStopped;
+    return isGood ? tools::WorkbenchExit::Ok : tools::WorkbenchExit::Fault;
+}
+
+void Define(CLI::App& command, DiscoverOptions& options) {
+    command.add_option_function<std::vector<std::string>>(
+        "ADDRESS",
+        [&options](std::vector<std::string> const& texts) {
+            for (std::string const& text : texts) {
+                options.settings.addresses.push_back(AddressArgument(text));
+            }
+        },
+        "Asks only these: ADDRESS[:PORT][,NET:MAC]");
+    command
+        .add_option("--interface", options.settings.interfaces,
+                    "The interface to ask on, by name or address; may be repeated (default: each)")
+        ->type_name("NAME|ADDRESS")
+        ->allow_extra_args(false);
+    command
+        .add_option_function<std::string>(
+            "--range", [&options](std::string const& text) { options.settings.range = RangeOf(text); },
+            "Only devices with these instances")
+        ->type_name("LOW-HIGH");
+    command
+        .add_option_function<std::string>(
+            "--bbmd", [&options](std::string const& text) { options.settings.bbmd = EndpointArgument(text); },
+            "Registers with that BBMD as a foreign device, to ask in its networks")
+        ->type_name("ADDRESS[:PORT]");
+    command.add_option("--port", options.settings.port, "The UDP port of the devices (default: 47808)")
+        ->type_name("N")
+        ->check(CLI::Range(1, 65535).description(""));
+    command
+        .add_option("--timeout", options.wait,
+                    "How long devices may take to answer the last question: 100 to 60000 (default: 3000)")
+        ->type_name("MS")
+        ->check(CLI::Range(100u, 60000u).description(""));
+    AddRateOption(command, options);
+    AddOutputOption(command, options);
+    command.footer(Help);
+}
+
+}  // namespace
+
+void AddDiscoverCommand(CLI::App& program, CommandBody& chosen) {
+    auto const options = std::make_shared<DiscoverOptions>();
+    CLI::App* const command = program.add_subcommand("discover", "Finds the devices of a network");
+    Define(*command, *options);
+    command->callback([options, &chosen] {
+        chosen = [options](Streams const& streams) { return Discover(*options, streams); };
+    });
+}
+
+}  // namespace workbench
