@@ -53,10 +53,10 @@ class Demo(EndToEnd):
             self.assertIn(device, output)
         for word in ("objects", "answers", "faults", "median", "maximum"):
             self.assertIn(word, output)
-        self.assertRegex(output, "\nAHU.Supply air setpoint = 22 written\n")
+        self.assertRegex(output, "\nAHU.Supply air setpoint = 22 °C written\n")
         self.assertRegex(output, "\nAHU.Setpoint programme = 06000000,.* written\n")
         self.assertRegex(output, "\nAHU.Setpoint exceptions = 0,524122027,.* written\n")
-        self.assertRegex(output, "\nAHU.Heating valve = 150 refused .*ValueOutOfRange")
+        self.assertRegex(output, "\nAHU.Heating valve = 150 % refused .*ValueOutOfRange")
         self.assertRegex(output, r"\n107 points in 4 blocks: .*; no findings\n$")
         self.assert_nothing_is_left()
 

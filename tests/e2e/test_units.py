@@ -38,7 +38,7 @@ def shown(text, **fields):
 
 def chiller(address):
     return TASK + block("Chiller", address, [
-        shown(variable("Setpoint", "analog-value", 1, write=True), Unit="°C", Description="Chilled water"),
+        shown(variable("Setpoint", "analog-value", 1, write=True), Unit="degrees-celsius", Description="Chilled water"),
         shown(variable("Release", "binary-value", 1, "Boolean", write=True), StateTexts=["blocked", "released"]),
         shown(variable("Mode", "multi-state-value", 1, "UInt32", write=True), StateTexts=["automatic", "manual", "maintenance"]),
     ])
@@ -66,7 +66,7 @@ class Units(EndToEnd):
         run = self.workbench(chiller(self.simulated.address), cycles=2)
         variables = run.of("Chiller")[-1]["variables"]
         self.assertEqual(variables["Setpoint"]["value"], 7)
-        self.assertEqual(variables["Setpoint"]["unit"], "°C")
+        self.assertEqual(variables["Setpoint"]["unit"], "degrees-celsius")
         self.assertEqual(variables["Setpoint"]["description"], "Chilled water")
         self.assertIs(variables["Release"]["value"], True)
         self.assertEqual(variables["Release"]["stateText"], "released")

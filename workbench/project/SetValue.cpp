@@ -4,12 +4,15 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 
 #include "Printable.h"
 #include "ProjectError.h"
 #include "ShownValue.h"
 #include "Suggestion.h"
 #include "TypeName.h"
+#include "UnitSymbols.h"
 #include "Units.h"
 
 namespace workbench {
@@ -129,10 +132,15 @@ std::string Allowed(VariableConfig const& variable, std::vector<std::size_t> con
                        ", by text or value" + tools::DidYouMean(word, SettableWords(variable)));
 }
 
-bool IsUnitOf(VariableConfig const& variable, std::string const& unit) {
+std::optional<std::uint32_t> AnyUnit(std::string const& unit) {
     auto const number = UnitOfName(unit);
+    return number ? number : standard::UnitOfSymbol(unit);
+}
+
+bool IsUnitOf(VariableConfig const& variable, std::string const& unit) {
+    auto const number = AnyUnit(unit);
     return IsSame(unit, UnitText(variable.unit)) || IsSame(unit, variable.unit) ||
-           (number && number == UnitOfName(variable.unit));
+           (number && number == AnyUnit(variable.unit));
 }
 
 [[noreturn]] void RefuseUnit(VariableConfig const& variable, std::string const& unit) {

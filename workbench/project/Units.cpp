@@ -5,6 +5,7 @@
 
 #include "Enumerations.h"
 #include "UnitNames.h"
+#include "UnitSymbols.h"
 
 namespace workbench {
 
@@ -31,7 +32,9 @@ std::vector<std::string> const& UnitsByName() {
 }
 
 std::string UnitText(std::string const& unit) {
-    return unit;
+    auto const number = UnitOfName(unit);
+    auto const symbol = number ? standard::UnitSymbol(*number) : std::nullopt;
+    return symbol ? std::string(*symbol) : unit;
 }
 
 }  // namespace workbench

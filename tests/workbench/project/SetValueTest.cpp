@@ -109,7 +109,26 @@ TEST(SetValue, TakesTheUnitByItsName) {
     EXPECT_EQ(Set(Setpoint("big eggs"), "5 big eggs"), "5");
 }
 
+TEST(SetValue, TakesTheUnitByItsSymbol) {
+    for (char const* text : {"21.5 \xC2\xB0"
+                             "C",
+                             "21.5\xC2\xB0"
+                             "C",
+                             "21.5 degC", "21.5 degrees-celsius"}) {
+        EXPECT_EQ(Set(Setpoint("degrees-celsius"), text), "21.5") << text;
+    }
+    EXPECT_EQ(Set(Setpoint("\xC2\xB0"
+                           "C"),
+                  "21.5 degrees-celsius"),
+              "21.5");
+    EXPECT_EQ(Set(Setpoint("percent"), "50%"), "50");
+}
+
 TEST(SetValue, RefusesAnotherUnit) {
+    EXPECT_EQ(Set(Setpoint("degrees-celsius"), "21.5 K"),
+              "\"K\" is not the unit of the variable; allowed is \"\xC2\xB0"
+              "C\" or \"degrees-celsius\", or the "
+              "number alone");
     EXPECT_EQ(Set(Setpoint("eggs"), "21.5 K"),
               "\"K\" is not the unit of the variable; allowed is \"eggs\", or the number alone");
     EXPECT_EQ(Set(Setpoint("eggs"), "21,5 eggs"),

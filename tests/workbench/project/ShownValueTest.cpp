@@ -122,6 +122,18 @@ TEST(Units, HaveANumberByTheirNames) {
     EXPECT_FALSE(UnitOfName(""));
 }
 
+TEST(Units, OfTheStandardAreShownByTheirSymbols) {
+    EXPECT_EQ(UnitText("degrees-celsius"),
+              "\xC2\xB0"
+              "C");
+    EXPECT_EQ(UnitText("Kilowatt Hours"), "kWh");
+    EXPECT_EQ(UnitText("no-units"), "");
+}
+
+TEST(ShownValue, WithoutAUnitIsTheNumberAlone) {
+    EXPECT_EQ(Shown(WithUnit(Variable("analog-input", OpcUaType_Float), "no-units"), "5"), "5");
+}
+
 TEST(Units, OfAVendorAreShownAsTheyAre) {
     EXPECT_EQ(UnitText("hen's eggs"), "hen's eggs");
 }
