@@ -5,6 +5,8 @@
 #include "BrowseCommand.h"
 #include "CheckCommand.h"
 #include "DiscoverCommand.h"
+#include "CompareCommand.h"
+#include "EdeCommand.h"
 #include "ExitCode.h"
 #include "NamesCommand.h"
 #include "RunCommand.h"
@@ -24,12 +26,14 @@ constexpr char ProgramHelp[] = R"(Examples:
   dorvel-workbench verify plant.lua --report acceptance.html
   dorvel-workbench discover
   dorvel-workbench browse 192.168.1.20
+  dorvel-workbench ede 192.168.1.20 -o plant
+  dorvel-workbench compare plant_EDE.csv plant.lua
   dorvel-workbench names
 
 Exit codes:
   0  done, also after Ctrl-C
   1  a condition of --fail-on was met, or a block was in fault at the end, with --fail-on-fault;
-     verify: there are findings
+     verify: there are findings; compare: there are differences; ede: the list is not whole
   2  a mistake on the command line or in the project; check: an error, or a warning with --strict
   3  the add-in cannot be loaded
   4  something else failed, such as writing the capture file
@@ -38,6 +42,12 @@ Exit codes:
 // In the order of the help.
 constexpr AddCommand Commands[] = {
     AddRunCommand, AddCheckCommand, AddVerifyCommand, AddDiscoverCommand, AddBrowseCommand, AddNamesCommand,
+    AddRunCommand,
+    AddCheckCommand,
+    AddVerifyCommand,
+    AddEdeCommand,
+    AddCompareCommand,
+    AddNamesCommand,
 };
 
 }  // namespace

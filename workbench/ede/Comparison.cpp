@@ -194,7 +194,8 @@ std::string DifferenceText(Difference const& difference) {
     if (difference.listed.empty()) {
         return text;
     }
-    text += (difference.kind == Kind::StateTexts ? " are " : " is ") + tools::Quoted(difference.listed) + " in the list and ";
+    text += (difference.kind == Kind::StateTexts ? " are " : " is ") + tools::Quoted(difference.listed) +
+            " in the list and ";
     return text + (difference.actual.empty() ? "not there" : tools::Quoted(difference.actual)) +
            (difference.actual.empty() ? "" : " there");
 }

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "NumberText.h"
+#include "UnitCode.h"
 
 namespace workbench {
 
@@ -66,11 +67,6 @@ std::string CovOf(ObjectRecord const& object, ObjectRecord const& device) {
     return hasService && isOfType ? "Y" : "N";
 }
 
-std::string UnitOf(ObjectRecord const& object) {
-    auto const unit = UnitsOf(object);
-    return unit ? std::to_string(*unit) : Listed(object, EdeColumn::UnitCode);
-}
-
 }  // namespace
 
 std::string CellText(Datum const& value) {
@@ -120,7 +116,7 @@ std::string CellOf(ObjectRecord const& object, EdeColumn column, ObjectRecord co
         case EdeColumn::LowLimit:
             return ValueOrListed(object, PropertyId::Low_Limit, column);
         case EdeColumn::UnitCode:
-            return UnitOf(object);
+            return UnitCell(object);
         case EdeColumn::NotificationClass:
             return ValueOrListed(object, PropertyId::Notification_Class, column);
         default:

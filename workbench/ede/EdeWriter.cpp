@@ -6,6 +6,7 @@
 
 #include "EdeCells.h"
 #include "Enumerations.h"
+#include "FieldValue.h"
 #include "ObjectNames.h"
 #include "Printable.h"
 #include "UnitCode.h"
@@ -179,17 +180,19 @@ private:
         std::string const typeName = Listed(object, TypeNameHeading);
         references.objectTypes.emplace(
             object.id.type, typeName.empty() ? standard::ObjectTypeText(object.id.type) : typeName);
-        auto const unit = UnitsOf(object);
+        AddUnit(object, UnitCell(object));
+    }
+
+    void AddUnit(ObjectRecord const& object, std::string const& cell) {
+        auto const unit = WholeNumberOf(cell, UINT16_MAX);
         if (unit) {
             auto const name = standard::NameOfEnumerated(Datatype::Units, *unit);
             std::string const text = Listed(object, UnitNameHeading);
             references.units.emplace(*unit, name            ? std::string(*name)
                                             : !text.empty() ? text
                                                             : "unit " + std::to_string(*unit));
-        }
-        std::string const listed = unit ? "" : Listed(object, HeadingOf(EdeColumn::UnitCode));
-        if (listed.find_first_not_of("0123456789") != std::string::npos && textUnits.insert(listed).second) {
-            notes.push_back("the unit " + tools::Quoted(listed) +
+        } else if (!cell.empty() && textUnits.insert(cell).second) {
+            notes.push_back("the unit " + tools::Quoted(cell) +
                             " has no code; the list has its text in the column unit-code");
         }
     }

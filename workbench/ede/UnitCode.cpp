@@ -46,11 +46,22 @@ void Set(ObjectRecord& object, std::optional<std::uint32_t> unit, std::string co
     if (unit && property) {
         object.Set(*property, {EnumeratedDatum(*unit)});
     } else if (unit != NoUnits) {
-        object.listed[HeadingOf(EdeColumn::UnitCode)] = text;
+        auto const name = unit ? standard::NameOfEnumerated(Datatype::Units, *unit) : std::nullopt;
+        object.listed[HeadingOf(EdeColumn::UnitCode)] = name ? std::string(*name) : text;
     }
 }
 
 }  // namespace
+
+std::string UnitCell(ObjectRecord const& object) {
+    auto unit = UnitsOf(object);
+    auto const listed = object.listed.find(HeadingOf(EdeColumn::UnitCode));
+    if (unit || listed == object.listed.end()) {
+        return unit ? std::to_string(*unit) : std::string();
+    }
+    unit = UnitOf(listed->second, {});
+    return unit ? std::to_string(*unit) : listed->second;
+}
 
 void SetUnit(EdeRow const& row, CodeTexts const& units, ObjectRecord& object) {
     std::string const& text = row.TextOf(EdeColumn::UnitCode);

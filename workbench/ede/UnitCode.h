@@ -16,4 +16,7 @@ void SetUnit(EdeRow const& row, CodeTexts const& units, ObjectRecord& object);
 // The same for the text of a project: a name of the standard, "unit 300" for a code without one, or any text.
 void SetUnit(std::string const& text, ObjectRecord& object);
 
+// What the column unit-code of the object has: a code, or a text that has none.
+std::string UnitCell(ObjectRecord const& object);
+
 }  // namespace workbench

@@ -27,23 +27,25 @@ TEST(Comparison, OfEqualPlantsHasNoDifferences) {
 }
 
 TEST(Comparison, NamesMissingAdditionalAndChangedObjects) {
-    Comparison const comparison = Compared(
-        "a;1;A;0;1;;;;;;;;;;62\nb;1;B;3;1;;;;;;;;;1\nc;1;C;0;3\nd;2;D;0;1\n",
-        "a;1;A2;0;1;;;;;;;;;;63\nb;1;B;3;1;;;;;;;;;2\ne;1;E;0;4\nf;3;F;8;3\n");
-    EXPECT_EQ(ComparisonText(comparison),
-              "device 1 analog-input 1 \"A\": the name is \"A\" in the list and \"A2\" there\n"
-              "device 1 analog-input 1 \"A\": the unit is \"degrees-celsius\" in the list and "
-              "\"degrees-kelvin\" there\n"
-              "device 1 analog-input 3 \"C\": is missing: only the list has it\n"
-              "device 1 analog-input 4 \"E\": is additional: the list does not have it\n"
-              "device 1 binary-input 1 \"B\": the state texts are \"off, on\" in the list and \"stop, run\" there\n"
-              "device 2: is missing: only the list has it\n"
-              "device 3 \"F\": is additional: the list does not have it\n"
-              "differences: 7, devices compared: 1, objects compared: 2\n");
+    Comparison const comparison =
+        Compared("a;1;A;0;1;;;;;;;;;;62\nb;1;B;3;1;;;;;;;;;1\nc;1;C;0;3\nd;2;D;0;1\n",
+                 "a;1;A2;0;1;;;;;;;;;;63\nb;1;B;3;1;;;;;;;;;2\ne;1;E;0;4\nf;3;F;8;3\n");
+    EXPECT_EQ(
+        ComparisonText(comparison),
+        "device 1 analog-input 1 \"A\": the name is \"A\" in the list and \"A2\" there\n"
+        "device 1 analog-input 1 \"A\": the unit is \"degrees-celsius\" in the list and "
+        "\"degrees-kelvin\" there\n"
+        "device 1 analog-input 3 \"C\": is missing: only the list has it\n"
+        "device 1 analog-input 4 \"E\": is additional: the list does not have it\n"
+        "device 1 binary-input 1 \"B\": the state texts are \"off, on\" in the list and \"stop, run\" there\n"
+        "device 2: is missing: only the list has it\n"
+        "device 3 \"F\": is additional: the list does not have it\n"
+        "differences: 7, devices compared: 1, objects compared: 2\n");
 }
 
 TEST(Comparison, IgnoresWhatTheListDoesNotSay) {
-    EXPECT_TRUE(Compared("a;1;;0;1\nb;1;B;3;1\n", "a;1;A;0;1;;;;;;;;;;62\nb;1;B;3;1;;;;;;;;;2\n").differences.empty());
+    EXPECT_TRUE(Compared("a;1;;0;1\nb;1;B;3;1\n", "a;1;A;0;1;;;;;;;;;;62\nb;1;B;3;1;;;;;;;;;2\n")
+                    .differences.empty());
     EXPECT_EQ(ComparisonText(Compared("a;1;A;0;1;;;;;;;;;;62\n", "a;1;A;0;1\n")),
               "device 1 analog-input 1 \"A\": the unit is \"degrees-celsius\" in the list and not there\n"
               "differences: 1, devices compared: 1, objects compared: 1\n");
@@ -66,10 +68,11 @@ TEST(Comparison, ReportsNoMissingObjectsOfADeviceThatWasNotReadCompletely) {
 }
 
 TEST(Comparison, IsWrittenAsJson) {
-    EXPECT_EQ(ComparisonJson(Compared("a;1;A;0;1\nd;2;D;0;1\n", "a;1;B;0;1\n")),
-              "{\"difference\":\"name\",\"device\":1,\"object\":\"analog-input 1\",\"name\":\"A\",\"listed\":\"A\","
-              "\"actual\":\"B\"}\n"
-              "{\"difference\":\"missing-device\",\"device\":2,\"object\":null,\"name\":null,\"listed\":null,"
-              "\"actual\":null}\n"
-              "{\"differences\":2,\"devices\":1,\"objects\":1,\"notes\":[]}\n");
+    EXPECT_EQ(
+        ComparisonJson(Compared("a;1;A;0;1\nd;2;D;0;1\n", "a;1;B;0;1\n")),
+        "{\"difference\":\"name\",\"device\":1,\"object\":\"analog-input 1\",\"name\":\"A\",\"listed\":\"A\","
+        "\"actual\":\"B\"}\n"
+        "{\"difference\":\"missing-device\",\"device\":2,\"object\":null,\"name\":null,\"listed\":null,"
+        "\"actual\":null}\n"
+        "{\"differences\":2,\"devices\":1,\"objects\":1,\"notes\":[]}\n");
 }

@@ -28,10 +28,12 @@ EdeHeading const Heading{"Plant", "3", "2026-01-02", "me", "2.2"};
 constexpr char const* Top =
     "#Engineering-Data-Exchange\r\nPROJECT_NAME;Plant\r\nVERSION_OF_REFERENCEFILE;3\r\n"
     "TIMESTAMP_OF_LAST_CHANGE;2026-01-02\r\nAUTHOR_OF_LAST_CHANGE;me\r\nVERSION_OF_LAYOUT;2.3\r\n"
-    "#mandatory;mandatory;mandatory;mandatory;mandatory;optional;optional;optional;optional;optional;optional;"
+    "#mandatory;mandatory;mandatory;mandatory;mandatory;optional;optional;optional;optional;optional;"
+    "optional;"
     "optional;optional;optional;optional;optional;optional\r\n"
     "#keyname;device obj.-instance;object-name;object-type;object-instance;description;present-value-default;"
-    "min-present-value;max-present-value;settable;supports COV;hi-limit;low-limit;state-text-reference;unit-code;"
+    "min-present-value;max-present-value;settable;supports "
+    "COV;hi-limit;low-limit;state-text-reference;unit-code;"
     "vendor-specific-address;notification-class\r\n";
 
 // The rows of the EDE file that is written for these rows.
@@ -77,13 +79,23 @@ TEST(EdeWriter, NumbersEqualStateTextsOnce) {
 }
 
 TEST(EdeWriter, ListsTheUnitsAndObjectTypesThatOccur) {
-    auto const import = ImportOf("a;1;A;0;1;;;;;;;;;;62\nb;1;B;200;1;;;;;;;;;;300\nc;1;C;201;1;;;;;;;;;;301\n", "",
-                                 "300;Nm3/h\n", "200;Meter\n");
+    auto const import =
+        ImportOf("a;1;A;0;1;;;;;;;;;;62\nb;1;B;200;1;;;;;;;;;;300\nc;1;C;201;1;;;;;;;;;;301\n", "",
+                 "300;Nm3/h\n", "200;Meter\n");
     EdeTexts const texts = WriteEde(import.inventory, Heading);
-    EXPECT_EQ(texts.units, "#Encoding of BACnet Engineering Units\r\n#Code;Unit Text\r\n"
-                           "62;degrees-celsius\r\n300;Nm3/h\r\n301;unit 301\r\n");
-    EXPECT_EQ(texts.objectTypes, "#Encoding of BACnet Object Types\r\n#Code;Object Type\r\n"
-                                 "0;analog-input\r\n200;Meter\r\n201;object type 201\r\n");
+    EXPECT_EQ(texts.units,
+              "#Encoding of BACnet Engineering Units\r\n#Code;Unit Text\r\n"
+              "62;degrees-celsius\r\n300;Nm3/h\r\n301;unit 301\r\n");
+    EXPECT_EQ(texts.objectTypes,
+              "#Encoding of BACnet Object Types\r\n#Code;Object Type\r\n"
+              "0;analog-input\r\n200;Meter\r\n201;object type 201\r\n");
+    EXPECT_EQ(Join(texts.notes), "");
+}
+
+TEST(EdeWriter, WritesTheCodeOfAUnitThatTheObjectTypeDoesNotHave) {
+    EdeTexts const texts = WriteEde(ImportOf("a;1;A;3;1;;;;;N;;;;;Percent\n").inventory, Heading);
+    EXPECT_NE(texts.ede.find("a;1;A;3;1;;;;;N;;;;;98;;\r\n"), std::string::npos);
+    EXPECT_NE(texts.units.find("98;percent\r\n"), std::string::npos);
     EXPECT_EQ(Join(texts.notes), "");
 }
 
@@ -114,12 +126,13 @@ TEST(EdeWriter, MakesKeynamesOfAPlant) {
         device.objects[1].Set(PropertyId::Object_Name, {TextDatum("#" + std::to_string(instance))});
         plant.devices.push_back(device);
     }
-    EXPECT_EQ(WriteEde(plant, Heading).ede,
-              std::string(Top) +
-                  "Device 1;1;Device 1;8;1;;;;;;;;;;;;\r\n1.T;1;T;2;1;;;;;Y;;;;;;;\r\n_#1;1;#1;2;2;;;;;Y;;;;;;;\r\n"
-                  "1.analog-value 3;1;;2;3;;;;;Y;;;;;;;\r\n"
-                  "Device 2;2;Device 2;8;2;;;;;;;;;;;;\r\n2.T;2;T;2;1;;;;;Y;;;;;;;\r\n_#2;2;#2;2;2;;;;;Y;;;;;;;\r\n"
-                  "2.analog-value 3;2;;2;3;;;;;Y;;;;;;;\r\n");
+    EXPECT_EQ(
+        WriteEde(plant, Heading).ede,
+        std::string(Top) +
+            "Device 1;1;Device 1;8;1;;;;;;;;;;;;\r\n1.T;1;T;2;1;;;;;Y;;;;;;;\r\n_#1;1;#1;2;2;;;;;Y;;;;;;;\r\n"
+            "1.analog-value 3;1;;2;3;;;;;Y;;;;;;;\r\n"
+            "Device 2;2;Device 2;8;2;;;;;;;;;;;;\r\n2.T;2;T;2;1;;;;;Y;;;;;;;\r\n_#2;2;#2;2;2;;;;;Y;;;;;;;\r\n"
+            "2.analog-value 3;2;;2;3;;;;;Y;;;;;;;\r\n");
 }
 
 TEST(EdeWriter, KnowsFromTheDeviceWhetherItReportsChanges) {
@@ -146,19 +159,21 @@ TEST(EdeWriter, NotesWhatTheListDoesNotHave) {
     plant.devices.push_back(plant.devices[0]);
     plant.devices[0].objects.push_back(plant.devices[0].objects[0]);
     plant.devices[0].objects[0].listed["Colour"] = "red";
-    EXPECT_EQ(Join(WriteEde(plant, Heading).notes),
-              "device 1 lists objects twice; the list has the first ones\n"
-              "device 1 is there twice; the list has the first one, because a list names a device by its instance "
-              "alone\n"
-              "the unit \"furlong\" has no code; the list has its text in the column unit-code\n"
-              "the column \"Colour\" is not one of layout 2.3 and is left out\n");
+    EXPECT_EQ(
+        Join(WriteEde(plant, Heading).notes),
+        "device 1 lists objects twice; the list has the first ones\n"
+        "device 1 is there twice; the list has the first one, because a list names a device by its instance "
+        "alone\n"
+        "the unit \"furlong\" has no code; the list has its text in the column unit-code\n"
+        "the column \"Colour\" is not one of layout 2.3 and is left out\n");
 }
 
 TEST(EdeWriter, WritesTheSameFilesAgainFromWhatItWrote) {
     auto const import = ImportOf(
         "PROJECT_NAME;2001;Gr\xFC\xDF;0;7;\" Sup;ply\";21,5;-50;150;N;Y;80,5;-1e-3;;62;a/b;3\n"
         "K2;2001;B;14;1;;auto;1;3;J;;;;7\nK3;2001;C;4;1;;1;;;Y;;;;4\nK4;7;D;200;1;;;;;;;;;;300\n"
-        "#K5;7;E;0;1\nK6;7;D7;8;7;cellar\nmandatory;7;F;12;1;;;;;;;;;;98\nK7;7;;19;9;;;;5;Y\nK8;7;G;45;1;;;-5;3000000\n",
+        "#K5;7;E;0;1\nK6;7;D7;8;7;cellar\nmandatory;7;F;12;1;;;;;;;;;;98\nK7;7;;19;9;;;;5;Y\nK8;7;G;45;1;;;-"
+        "5;3000000\n",
         "4;off;on\n7;\"a;b\";\"\";auto\n", "300;Nm\xB3/h\n", "200;Meter\n");
     EdeTexts const first = WriteEde(import.inventory, Heading);
     workbench::EdeImport const read = ReadEde({{"e", first.ede},
@@ -175,7 +190,8 @@ TEST(EdeWriter, WritesTheSameFilesAgainFromWhatItWrote) {
 }
 
 TEST(EdeWriter, NamesItsFilesByTheNameOfTheList) {
-    std::vector<std::string> const paths{"a/p_EDE.csv", "a/p_StateTexts.csv", "a/p_Units.csv", "a/p_ObjTypes.csv"};
+    std::vector<std::string> const paths{"a/p_EDE.csv", "a/p_StateTexts.csv", "a/p_Units.csv",
+                                         "a/p_ObjTypes.csv"};
     EXPECT_EQ(EdePaths("a/p"), paths);
     EXPECT_EQ(EdePaths("a/p.csv"), paths);
     EXPECT_EQ(EdePaths("a/p_EDE.csv"), paths);
@@ -195,7 +211,8 @@ TEST(EdeWriter, ReplacesFilesOnlyIfItMay) {
         SaveEde(texts, name, false);
         FAIL();
     } catch (workbench::ProjectError const& error) {
-        EXPECT_EQ(error.what(), name + "_EDE.csv: exists; choose another name with -o, or replace it with --force");
+        EXPECT_EQ(error.what(),
+                  name + "_EDE.csv: exists; choose another name with -o, or replace it with --force");
     }
     SaveEde(texts, name, true);
     EXPECT_THROW(SaveEde(texts, folder.Path() + "/none/p", true), std::runtime_error);
