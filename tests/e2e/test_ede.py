@@ -37,7 +37,8 @@ class Ede(EndToEnd):
 
     def test_a_list_of_the_plant_agrees_with_the_plant_and_is_the_same_when_written_again(self):
         with ExamplePlant() as plant:
-            addresses = [device.address for device in plant.devices.values()]
+            addresses = [device.address + (",5:10:20" if name == "chiller" else "")
+                         for name, device in plant.devices.items()]
             run = self.run_workbench("ede", *addresses, "-o", "plant", "--author", "me", SOURCE_DATE_EPOCH="0")
             self.assertRegex(run.stdout, r"^plant_EDE\.csv: devices: \d+, points: \d+\nplant_StateTexts\.csv\n")
             first = self.list_of("plant")
@@ -48,10 +49,10 @@ class Ede(EndToEnd):
             self.assertRegex(run.stdout, r"^differences: 0, devices compared: \d+, objects compared: \d+\n$")
 
     def test_differences_are_named_and_counted(self):
-        device = self.device("""device{ instance = 7, name = "D",
+        device = self.device("""device{ instance = 7, name = "D", objects = {
             analog_input{ instance = 1, name = "Temperature", units = "degrees-celsius" },
             analog_input{ instance = 2, name = "Pressure", units = "pascals" },
-            multi_state_value{ instance = 1, name = "Mode", state_text = {"off", "on"} } }""")
+            multi_state_value{ instance = 1, name = "Mode", number_of_states = 2, state_text = {"off", "on"} } } }""")
         self.file("p_EDE.csv", HEADINGS + "\nk;7;Temp;0;1;;;;;;;;;;98\nk;7;Flow;0;3\nk;7;Mode;19;1;;;;;;;;;5\nk;8;X;0;1\n")
         self.file("p_StateTexts.csv", "5;off;auto\n")
         run = self.run_workbench("compare", "p_EDE.csv", device.address, code=1)
