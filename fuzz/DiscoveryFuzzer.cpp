@@ -85,7 +85,9 @@ private:
                 npdu.content = IAm{{8, input.Below(8)}, 206 + input.Octet(), 3, 15}.Encode();
                 return bvlc::Broadcast(npdu.Encode());
             case 3:
-                npdu.source = NetworkAddress{static_cast<std::uint16_t>(1 + input.Below(4)), {'\x0B'}};
+                npdu.source.emplace();
+                npdu.source->network = static_cast<std::uint16_t>(1 + input.Below(4));
+                npdu.source->mac = {'\x0B'};
                 npdu.content = IAm{{8, input.Below(8)}, 480, 3, 15}.Encode();
                 return bvlc::Forwarded(Senders[1], npdu.Encode());
             case 4:

@@ -95,7 +95,8 @@ void Discovery::AskDue() {
 void Discovery::Ask(Question const& question) {
     Npdu npdu;
     if (question.network) {
-        npdu.destination = NetworkAddress{*question.network, {}};
+        npdu.destination.emplace();
+        npdu.destination->network = *question.network;
     }
     npdu.isNetworkMessage = question.kind == Question::Kind::WhoIsRouter;
     npdu.content = npdu.isNetworkMessage ? WhoIsRouterToNetwork().Encode() : WhoIs{settings.range}.Encode();
