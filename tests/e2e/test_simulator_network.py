@@ -3,9 +3,12 @@
 import os
 import socket
 import subprocess
+import sys
+import tempfile
 import time
 
 from bacnet import frame
+from namespaces import BROADCAST, DESK, PlantNetwork, device_address
 from programs import LONGEST, ROOT, SIMULATOR, EndToEnd, Server
 
 WHO_IS = b"\x10\x08"
@@ -90,3 +93,55 @@ class SimulatorNetwork(EndToEnd):
                              capture_output=True, text=True, timeout=LONGEST)
         self.assertEqual(run.returncode, 2)
         self.assertEqual(run.stderr, "bacnet-simulator: --devices: multiplies one device, and the device files have 2\n")
+
+
+# Broadcasts a datagram to port 47808 from a local address and port and prints who answers, in order.
+ASK = """
+import socket, sys
+address, port, receiver, datagram = sys.argv[1:]
+with socket.socket(socket.AF_INET, socket.SOCK_DGRAM) as client:
+    client.setsockopt(socket.SOL_SOCKET, socket.SO_BROADCAST, 1)
+    client.bind((address, int(port)))
+    client.settimeout(1)
+    client.sendto(bytes.fromhex(datagram), (receiver, 47808))
+    found = []
+    try:
+        while True:
+            octets, sender = client.recvfrom(1500)
+            if octets != bytes.fromhex(datagram):
+                found.append(f"{sender[0]}:{sender[1]} {octets.hex()}")
+    except socket.timeout:
+        for line in sorted(found):
+            print(line)
+"""
+
+
+class SimulatorsOnANetwork(PlantNetwork):
+    addresses = 3
+
+    def ask(self, datagram, receiver=BROADCAST, address=DESK, port=0):
+        return subprocess.run(["ip", "netns", "exec", self.desk, sys.executable, "-c", ASK, address, str(port), receiver, datagram],
+                              stdout=subprocess.PIPE, text=True, timeout=LONGEST, check=True).stdout.splitlines()
+
+    def start(self, number, text):
+        stream = tempfile.NamedTemporaryFile("w", suffix=".lua")
+        self.addCleanup(stream.close)
+        stream.write(text)
+        stream.flush()
+        return self.simulator(number, stream.name)
+
+    def test_devices_of_one_interface_are_found_by_its_broadcasts(self):
+        self.start(0, device("A", 1))
+        self.start(1, device("B", 2, 'router = {network = 5, mac = "07"}'))
+        first = f"{device_address(0)}:47808 810a001501001000c4020000012205c491012203e7"
+        second = f"{device_address(1)}:47808 810a00190108000501071000c4020000022205c491012203e7"
+        for receiver in (BROADCAST, "255.255.255.255"):
+            self.assertEqual(self.ask("810B0008 0100 1008", receiver), [first])
+            self.assertEqual(self.ask("810B000C 0120FFFF00FF 1008", receiver), [first, second])
+            self.assertEqual(self.ask("810B0007 0180 00", receiver), [f"{device_address(1)}:47808 810a00090180010005"])
+
+    def test_an_i_am_to_all_reaches_port_47808_of_the_network(self):
+        self.start(0, device("A", 1, 'i_am = "broadcast"'))
+        answer = f"{device_address(0)}:47808 810b00190120ffff00ff1000c4020000012205c491012203e7"
+        self.assertEqual(self.ask("810B0008 0100 1008"), [])
+        self.assertEqual(self.ask("810B0008 0100 1008", address="0.0.0.0", port=47808), [answer])
