@@ -9,6 +9,7 @@
 #include "EdeCommand.h"
 #include "ExitCode.h"
 #include "NamesCommand.h"
+#include "ReleaseCommand.h"
 #include "RunCommand.h"
 #include "VerifyCommand.h"
 
@@ -28,6 +29,7 @@ constexpr char ProgramHelp[] = R"(Examples:
   dorvel-workbench browse 192.168.1.20
   dorvel-workbench ede 192.168.1.20 -o plant
   dorvel-workbench compare plant_EDE.csv plant.lua
+  dorvel-workbench release 192.168.1.20 analog-output 1 --priority 8
   dorvel-workbench names
 
 Exit codes:

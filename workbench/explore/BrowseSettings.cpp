@@ -1,5 +1,7 @@
 #include "BrowseSettings.h"
 
+#include "Pace.h"
+
 namespace workbench {
 
 standard::ClientSettings BrowseSettings::GentleClient() {
@@ -7,6 +9,13 @@ standard::ClientSettings BrowseSettings::GentleClient() {
     client.timeout = std::chrono::milliseconds(2000);
     client.retries = 1;
     client.longestExchange = std::chrono::milliseconds(20000);
+    return client;
+}
+
+standard::ClientSettings PacedClient(BrowseSettings const& settings) {
+    standard::ClientSettings client = settings.client;
+    client.spacing = standard::SpacingOfRate(settings.rate.value_or(LocalRate));
+    client.routedSpacing = standard::SpacingOfRate(settings.rate.value_or(RemoteRate));
     return client;
 }
 

@@ -46,4 +46,7 @@ struct BrowseSettings {
 constexpr unsigned LocalRate = 100;
 constexpr unsigned RemoteRate = 10;
 
+// The settings of the client, with the pace of the rate.
+standard::ClientSettings PacedClient(BrowseSettings const& settings);
+
 }  // namespace workbench

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "Pace.h"
 #include "PropertyId.h"
 
 namespace workbench {
@@ -33,13 +32,6 @@ bool IsSilentResult(ReadResult const& result) {
            (result.failure->kind == Failure::Kind::Silent || result.failure->kind == Failure::Kind::Stopped);
 }
 
-standard::ClientSettings Paced(BrowseSettings const& settings) {
-    standard::ClientSettings client = settings.client;
-    client.spacing = standard::SpacingOfRate(settings.rate.value_or(LocalRate));
-    client.routedSpacing = standard::SpacingOfRate(settings.rate.value_or(RemoteRate));
-    return client;
-}
-
 }  // namespace
 
 PatientReader::PatientReader(standard::Link& network, standard::Peer devicePeer,
@@ -47,7 +39,7 @@ PatientReader::PatientReader(standard::Link& network, standard::Peer devicePeer,
     : link(network),
       peer(std::move(devicePeer)),
       settings(browseSettings),
-      client(network, Paced(browseSettings)),
+      client(network, PacedClient(browseSettings)),
       begin(network.Now()),
       listLength(FirstLength) {
     client.OnExchange([this](standard::Exchange const& exchange) { Note(exchange); });

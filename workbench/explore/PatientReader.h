@@ -29,6 +29,7 @@ public:
     using ListProgress = standard::ObjectListReader::Progress;
     standard::ObjectListResult ReadObjectList(standard::ObjectId const& device, ListProgress const& progress);
 
+    standard::Peer const& Device() const { return peer; }
     // Nothing more is read: the link was stopped, or the device was given up.
     bool IsOver() const { return !end.empty(); }
     // Why, as the end of a sentence about the device: "it does not answer".

@@ -104,17 +104,24 @@ std::string PriorityName(unsigned priority) {
     return priority >= 1 && priority <= std::size(PriorityNames) ? PriorityNames[priority - 1] : "";
 }
 
+std::vector<std::string> PriorityValues(ObjectRecord const& object) {
+    std::vector<std::string> values;
+    std::vector<Datum> const* const levels = object.Values(PropertyId::Priority_Array);
+    for (Datum const& level : levels ? *levels : std::vector<Datum>()) {
+        values.push_back(level.kind == DatumKind::Null ? std::string() : PresentText(object, level));
+    }
+    return values;
+}
+
 std::vector<std::string> PriorityLines(ObjectRecord const& object, bool isEachShown) {
     std::vector<std::string> lines;
-    std::vector<Datum> const* const levels = object.Values(PropertyId::Priority_Array);
     unsigned priority = 0;
-    for (Datum const& level : levels ? *levels : std::vector<Datum>()) {
+    for (std::string const& value : PriorityValues(object)) {
         ++priority;
-        if (isEachShown || level.kind != DatumKind::Null) {
-            std::string const number = std::to_string(priority);
-            lines.push_back(tools::FitToRight(number, 2) + "  " +
-                            tools::FitTo(PriorityName(priority), PriorityNameWidth) + "  " +
-                            PresentText(object, level));
+        if (isEachShown || !value.empty()) {
+            std::string const name = tools::FitTo(PriorityName(priority), PriorityNameWidth);
+            lines.push_back(tools::FitToRight(std::to_string(priority), 2) + "  " + name + "  " +
+                            (value.empty() ? "null" : value));
         }
     }
     return lines;

@@ -27,6 +27,8 @@ std::string PropertyWords(ObjectRecord const& object, std::uint32_t property);
 // The name of a level of the priority array, 1 to 16 (clause 19.2): "Manual Operator"; empty for those
 // without one.
 std::string PriorityName(unsigned priority);
+// The values of the levels in words; empty for those that are not commanded.
+std::vector<std::string> PriorityValues(ObjectRecord const& object);
 // The levels of the priority array, each with its name and value: " 8  Manual Operator  40". Only those that
 // are commanded, or all of them.
 std::vector<std::string> PriorityLines(ObjectRecord const& object, bool isEachShown);
