@@ -31,7 +31,7 @@ OpcUa_Variant const& Inner(OpcUa_Variant const& value) {
     return value.Datatype == OpcUaType_DataValue ? value.Value.DataValue->Value : value;
 }
 
-// The state that a number is; none for what is no number from 0 on.
+// The state that a number is; none for another value.
 std::optional<std::uint64_t> NumberOf(OpcUa_Variant const& value) {
     auto const whole = [](auto number) {
         auto const real = static_cast<double>(number);
