@@ -48,18 +48,19 @@ void TakeAnswering(std::vector<DeviceRecord> records, PointPlant& plant, std::os
 }
 
 PointPlant ReadDevices(PointSourceOptions const& options, Streams const& streams) {
-    std::vector<standard::Peer> peers;
+    std::vector<BrowseTarget> targets;
     for (std::string const& address : options.sources) {
-        standard::Peer const peer = ParseAddress(address);
-        if (std::find(peers.begin(), peers.end(), peer) == peers.end()) {
-            peers.push_back(peer);
+        BrowseTarget const target{ParseAddress(address)};
+        if (std::none_of(targets.begin(), targets.end(),
+                         [&](BrowseTarget const& known) { return known.peer == target.peer; })) {
+            targets.push_back(target);
         }
     }
     Signals signals(nullptr);
     ProgressLine line(streams.err, streams.errIsTerminal);
     PointPlant plant;
     std::vector<DeviceRecord> records = BrowsePlant(
-        peers, SettingsOf(options), [&signals] { return signals.IsStopRequested(); },
+        targets, SettingsOf(options), [&signals] { return signals.IsStopRequested(); },
         [&](std::string const& text) {
             if (signals.TakeSuspendRequest()) {
                 line.Clear();
