@@ -142,6 +142,23 @@ TEST(ObjectList, ThatShrinksMeanwhileIsReadAgain) {
     EXPECT_EQ(result.length, 20u);
 }
 
+TEST(ObjectList, ThatWasShortForAMomentIsReadAgain) {
+    ListDevice device(60);
+    device.revision.reset();
+    std::vector<ObjectId> const whole = device.list;
+    device.beforeAnswer = [&] {
+        if (device.requests == 4) {
+            device.list.resize(20);
+        } else if (device.requests == 6) {
+            device.list = whole;
+        }
+    };
+    ObjectListResult const result = Rig().Read(device);
+    EXPECT_TRUE(result.isComplete) << result.reason;
+    EXPECT_EQ(result.objects, whole);
+    EXPECT_EQ(result.changes, 1u);
+}
+
 TEST(ObjectList, ThatAlwaysChangesIsKeptAsIncomplete) {
     ListDevice device(60);
     device.beforeAnswer = [&] { device.list.push_back({19, static_cast<std::uint32_t>(device.requests)}); };
