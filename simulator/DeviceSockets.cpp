@@ -26,6 +26,12 @@ std::optional<Interface> InterfaceOf(std::uint32_t address) {
     return found == all.end() ? std::nullopt : std::optional(*found);
 }
 
+UdpOptions SendingBroadcasts() {
+    UdpOptions options;
+    options.sendsBroadcasts = true;
+    return options;
+}
+
 // A socket with another address than the device: on a loopback address the next one with the same port,
 // otherwise another port of the same address. No value if neither can be bound.
 std::optional<UdpSocket> OpenElsewhere(Endpoint const& device) {
@@ -36,7 +42,7 @@ std::optional<UdpSocket> OpenElsewhere(Endpoint const& device) {
             continue;
         }
         try {
-            return UdpSocket(endpoint);
+            return UdpSocket(endpoint, SendingBroadcasts());
         } catch (std::system_error const&) {
             continue;  // tries the other one
         }
@@ -56,12 +62,6 @@ UdpSocket OpenShared(Endpoint const& local, std::string const& interfaceName) {
         options.interfaceName.clear();
         return UdpSocket(local, options);
     }
-}
-
-UdpOptions SendingBroadcasts() {
-    UdpOptions options;
-    options.sendsBroadcasts = true;
-    return options;
 }
 
 }  // namespace

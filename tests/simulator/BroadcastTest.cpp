@@ -136,6 +136,19 @@ TEST_F(Broadcast, AnAnswerToAllIsHeardOnThePortOfTheDevice) {
     EXPECT_EQ(test::ToHex(heard->octets), "81 0B 00 19 " + IAm("01", "01 20 FF FF 00 FF"));
 }
 
+TEST_F(Broadcast, AnAnswerToAllCanComeFromAnotherAddress) {
+    Start(
+        "device{name = 'A', instance = 1, i_am = 'broadcast', faults = {fault{'other_address', on = "
+        "'who_is'}}}");
+    simulator::UdpOptions shared;
+    shared.sharesPort = true;
+    simulator::UdpSocket listener({LoopbackBroadcast, port}, shared);
+    Answers(Loopback, {WhoIs});
+    auto const heard = listener.Receive();
+    ASSERT_TRUE(heard);
+    EXPECT_EQ(heard->peer, (Endpoint{Loopback + 1, port}));
+}
+
 TEST_F(Broadcast, OneThatAnotherProgramKeepsForItselfIsReported) {
     simulator::UdpSocket const other({LoopbackBroadcast, 0});
     port = other.Local().port;
