@@ -30,6 +30,8 @@ constexpr char ProgramHelp[] = R"(Examples:
   dorvel-workbench ede 192.168.1.20 -o plant
   dorvel-workbench compare plant_EDE.csv plant.lua
   dorvel-workbench release 192.168.1.20 analog-output 1 --priority 8
+  dorvel-workbench new plant.lua --from discover
+  dorvel-workbench release 192.168.1.20 analog-output 1 --priority 8
   dorvel-workbench names
 
 Exit codes:
