@@ -155,12 +155,14 @@ BacnetObject BuildObject(ScriptValue const& given, ObjectBuilder::Evaluate const
     throw mistake.At(given.line);
 }
 
-std::vector<BacnetObject> BuildObjects(ScriptValue const& given, ObjectBuilder::Evaluate const& evaluate) {
+// The objects besides the Device object, which has that identifier.
+std::vector<BacnetObject> BuildObjects(ScriptValue const& given, ObjectBuilder::Evaluate const& evaluate,
+                                       ObjectId device) {
     std::vector<BacnetObject> objects;
     if (given.IsNil()) {
         return objects;
     }
-    std::set<ObjectId> ids;
+    std::set<ObjectId> ids{device};
     std::set<std::string> names;
     for (ScriptValue const& object : checks::List(given)) {
         objects.push_back(BuildObject(object, evaluate));
@@ -214,7 +216,8 @@ Device BuildDevice(ScriptValue const& given, ObjectBuilder::Evaluate const& eval
     AddObjectList(given["object_list"], device);
     DeviceSettings settings = ReadSettings(given, device);
     AddAbilities(given, settings, device);
-    return Device(std::move(device), BuildObjects(given["objects"], evaluate), std::move(settings));
+    auto objects = BuildObjects(given["objects"], evaluate, device.Id());
+    return Device(std::move(device), std::move(objects), std::move(settings));
 } catch (Mistake const& mistake) {
     ScriptValue const& name = given["name"];
     std::string const title = name.IsText() ? "device " + name.text : "device";

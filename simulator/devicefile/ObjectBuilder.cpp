@@ -195,17 +195,22 @@ bool ObjectBuilder::IsDerived(PropertyRow const& row) const {
 
 // An object has a Relinquish_Default and a Priority_Array, or neither.
 std::optional<PriorityArray> ObjectBuilder::Priorities(std::vector<Property> const& properties) const {
+    bool const isDerived = free.count(PropertyId::Priority_Array) == 0;
     for (Property const& property : properties) {
-        if (property.id == PropertyId::Priority_Array && property.values.empty()) {
+        if (property.id == PropertyId::Priority_Array && isDerived) {
             bool const isGiven = !given[NameOf(PropertyId::Present_Value)].IsNil() ||
                                  free.count(PropertyId::Present_Value) != 0;
             return ReadCommands(isGiven ? ValueOf(properties, PropertyId::Present_Value) : nullptr);
         }
     }
+    if (!given[NameOf(PropertyId::Priority_Array)].IsNil()) {
+        throw Mistake(NameOf(PropertyId::Priority_Array) +
+                      (isDerived ? ": needs relinquish_default" : ": must not be given in properties too"));
+    }
     return std::nullopt;
 }
 
-// priority_array = {[8] = 21.5}; without it, `present` is commanded at the lowest priority.
+// priority_array = {[8] = 21.5, [9] = null()}; without it, `present` is commanded at the lowest priority.
 PriorityArray ObjectBuilder::ReadCommands(ValuePtr present) const try {
     ScriptValue const& table = given[NameOf(PropertyId::Priority_Array)];
     if (table.IsNil()) {
@@ -221,8 +226,11 @@ PriorityArray ObjectBuilder::ReadCommands(ValuePtr present) const try {
     PriorityArray commands(nullptr);
     for (ScriptField const& field : table.fields) {
         try {
-            commands.Command(checks::Priority(field.name), row ? ReadValues(*row, field.value).front()
-                                                               : ReadPrimitive(Datatype::Any, field.value));
+            std::uint8_t const priority = checks::Priority(field.name);
+            if (!field.value.IsMade("null")) {
+                commands.Command(priority, row ? ReadValues(*row, field.value).front()
+                                               : ReadPrimitive(Datatype::Any, field.value));
+            }
         } catch (Mistake const& mistake) {
             throw mistake.In(field.name);
         }

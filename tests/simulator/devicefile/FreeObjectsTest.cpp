@@ -132,6 +132,35 @@ TEST_F(FreeObjects, AnObjectWithoutATableIsCommandableByItsRelinquishDefault) {
     EXPECT_EQ(Read("19 57 29 08", object), "00");
 }
 
+TEST_F(FreeObjects, ANullInThePriorityArrayIsNoCommand) {
+    MakeWith(
+        "object{type = 40, instance = 1, properties = {[104] = 'a'}, priority_array = {[8] = null(), [16] = "
+        "'b'}}, analog_output{instance = 1, priority_array = {[1] = null(), [3] = 2}}");
+    EXPECT_EQ(Read("19 55", "0A 00 00 01"), "72 00 62");
+    EXPECT_EQ(Read("19 57 29 08", "0A 00 00 01"), "00");
+    EXPECT_EQ(Read("19 55", "00 40 00 01"), "44 40 00 00 00");
+}
+
+TEST_F(FreeObjects, APriorityArrayNeedsACommandableObject) {
+    auto const mistake = [this](std::string const& fields) -> std::string {
+        try {
+            MakeWith("object{type = 40, instance = 1, " + fields + "}");
+        } catch (simulator::Mistake const& found) {
+            return found.what();
+        }
+        return "no mistake";
+    };
+    std::string const place = "test.lua:1: device D: characterstring_value 1: priority_array: ";
+    EXPECT_EQ(mistake("priority_array = {[8] = 1}"), place + "needs relinquish_default");
+    EXPECT_EQ(mistake("priority_array = {[8] = 1}, properties = {[87] = {}, [104] = 1}"),
+              place + "must not be given in properties too");
+}
+
+TEST_F(FreeObjects, NoneHasTheIdentifierOfTheDevice) {
+    EXPECT_THROW(MakeWith("object{type = 'device', instance = 100}"), simulator::Mistake);
+    EXPECT_NO_THROW(MakeWith("object{type = 'device', instance = 101}"));
+}
+
 TEST_F(FreeObjects, TheirPropertiesCanBeWrittenIfTheFileAllowsIt) {
     MakeWith("object{type = 300, instance = 1, properties = {[85] = 1, [600] = 2}, writable = {600}}");
     EXPECT_EQ(Answer("00 05 01 0F 0C 4B 00 00 01 19 55 3E 21 05 3F"), "50 01 0F 91 02 91 28");
@@ -162,7 +191,8 @@ TEST_F(FreeObjects, TwoObjectsCanHaveOneNameIfTheyAreCopies) {
 
 TEST_F(FreeObjects, EmptyValuesDoNoHarm) {
     for (char const* properties : {"[104] = {}", "[85] = {}", "[111] = {}", "[87] = array{}, [104] = 1",
-                                   "[81] = {}, [103] = {}, [36] = {}", "[74] = {}"}) {
+                                   "[81] = {}, [103] = {}, [36] = {}", "[74] = {}", "[87] = {}",
+                                   "[87] = array{}", "[87] = array{}, [85] = {}"}) {
         MakeWith(std::string("analog_value{instance = 1, properties = {") + properties + "}}, " +
                  "object{type = 40, instance = 1, properties = {" + properties + "}}");
         EXPECT_EQ(Ask("02 75 01 0E 0C 00 80 00 01 1E 09 08 1F").size(), 1u) << properties;
