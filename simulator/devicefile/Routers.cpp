@@ -87,6 +87,7 @@ void SettleRouters(std::vector<Device>& devices) {
         if (shared != routers.end()) {
             settings.networks = shared->second.networks;
             settings.ownNetwork = shared->second.ownNetwork;
+            device.SetPort(shared->second.port);
         } else {
             settings.networks = {device.Settings().position->network};
         }

@@ -54,6 +54,7 @@ public:
     ObjectId Id() const { return objects.front().Id(); }
     DeviceSettings const& Settings() const { return settings; }
     void SetRouter(RouterSettings router) { settings.router = std::move(router); }
+    void SetPort(std::optional<std::uint16_t> port) { settings.port = port; }
     std::vector<BacnetObject> const& Objects() const { return objects; }
     // Null if the device does not have the object. Instance 4194303 of a Device object is this device (clause
     // 12.11).

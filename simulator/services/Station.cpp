@@ -31,6 +31,8 @@ std::vector<Datagram> Station::Receive(Datagram const& datagram, Moment const& n
     return Framed(application.Receive(*result.indication, now));
 }
 
+// The standard has these broadcast (clauses 6.4.2 and 6.4.20). A client whose port is not that of the device
+// would not hear it, so they are unicasts unless the device file demands broadcasts.
 Datagram Station::RouterAnswer(Endpoint const& sender, NetworkLayer::Result const& result) const {
     if (result.isForAll && device.Settings().broadcastsAnswers) {
         return {AllOfLink, bvlc::Broadcast(*result.answer)};

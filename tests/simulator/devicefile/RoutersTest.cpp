@@ -77,6 +77,14 @@ TEST_F(Files, ARouterLeadsToTheNetworksOfAllItsDevices) {
     EXPECT_EQ(test::ToHex(answers[0].octets), "81 0A 00 0B 01 80 01 00 05 00 01");
 }
 
+TEST_F(Files, ARouterHasThePortThatAnyOfItsDevicesStates) {
+    auto const devices =
+        Load({Device("A", 1, OnR1),
+              Device("B", 2, "router = {network = 5, mac = '08', name = 'R1'}, port = 5000")});
+    EXPECT_EQ(devices[0].Settings().port, 5000);
+    EXPECT_EQ(devices[1].Settings().port, 5000);
+}
+
 TEST_F(Files, TwoDevicesCannotHaveOneAddress) {
     EXPECT_EQ(MistakeIn({Device("A", 1, OnR1), Device("B", 2, OnR1)}),
               "the device files: device B: router: device A has the mac \"07\" on network 5 of \"R1\"");
