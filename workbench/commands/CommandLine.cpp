@@ -52,6 +52,8 @@ constexpr AddCommand Commands[] = {
     AddEdeCommand,
     AddCompareCommand,
     AddNamesCommand,
+    AddRunCommand,    AddCheckCommand,   AddVerifyCommand, AddDiscoverCommand,
+    AddBrowseCommand, AddReleaseCommand, AddNamesCommand,
 };
 
 }  // namespace

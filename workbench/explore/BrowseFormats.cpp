@@ -17,13 +17,14 @@ namespace {
 
 using standard::PropertyId;
 
-// What the driver makes of an object: "read, write", "read", or "no: " and the reason.
+// What the driver makes of an object: "read, write" of one that is there to be set, "read", or "no: " and the
+// reason.
 std::string DriverWords(ObjectRecord const& object) {
     PointSupport const support = SupportOf(object.id);
     if (!support.canRead) {
         return "no: " + support.whyNot;
     }
-    return support.canWrite ? "read, write" : "read";
+    return support.canWrite && IsSettable(object) ? "read, write" : "read";
 }
 
 std::string Identity(ObjectRecord const& device) {
@@ -95,11 +96,12 @@ std::string BrowseLines(std::vector<DeviceRecord> const& devices) {
     for (DeviceRecord const& device : devices) {
         for (ObjectRecord const& object : device.objects) {
             PointSupport const support = SupportOf(object.id);
-            text += TabbedLine(
-                {device.peer ? AddressText(*device.peer) : "", std::to_string(device.Instance()),
-                 standard::ObjectText(object.id), NameOf(object), PlainValue(object), UnitWords(object),
-                 StateWords(object), FlagWords(object), support.canRead ? "yes" : "no",
-                 support.canWrite ? "yes" : "no", support.whyNot, TextOf(object, PropertyId::Description)});
+            text += TabbedLine({device.peer ? AddressText(*device.peer) : "",
+                                std::to_string(device.Instance()), standard::ObjectText(object.id),
+                                NameOf(object), PlainValue(object), UnitWords(object), StateWords(object),
+                                FlagWords(object), support.canRead ? "yes" : "no",
+                                support.canWrite && IsSettable(object) ? "yes" : "no", support.whyNot,
+                                TextOf(object, PropertyId::Description)});
         }
     }
     return text;

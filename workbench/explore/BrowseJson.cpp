@@ -122,6 +122,8 @@ std::string ObjectLine(DeviceRecord const& device, ObjectRecord const& object) {
         writer.Bool(support.canRead);
         writer.Key("canWrite");
         writer.Bool(support.canWrite);
+        writer.Key("settable");
+        writer.Bool(IsSettable(object));
         WriteOptional(writer, "elementType", support.elementType);
         WriteOptional(writer, "whyNot", support.whyNot);
     });

@@ -3,8 +3,9 @@
 #include <iterator>
 
 #include "DatumText.h"
-#include "Enumerations.h"
 #include "Printable.h"
+#include "PropertyNames.h"
+#include "UnitSymbols.h"
 
 namespace workbench {
 
@@ -40,6 +41,18 @@ std::string PresentText(ObjectRecord const& object, Datum const& value) {
                      {object.id, static_cast<std::uint32_t>(PropertyId::Present_Value), std::nullopt});
 }
 
+// The names of properties.
+std::string NamesText(std::vector<Datum> const& properties) {
+    std::string text;
+    for (Datum const& property : properties) {
+        text += (text.empty() ? "" : ", ") +
+                (property.number <= UINT32_MAX
+                     ? standard::PropertyText(static_cast<std::uint32_t>(property.number))
+                     : DatumText(property));
+    }
+    return text;
+}
+
 }  // namespace
 
 std::string UnitWords(ObjectRecord const& object) {
@@ -47,8 +60,8 @@ std::string UnitWords(ObjectRecord const& object) {
     if (!units) {
         return {};
     }
-    auto const name = standard::NameOfEnumerated(standard::Datatype::Units, *units);
-    return name ? std::string(*name == "no-units" ? "" : *name) : "unit " + std::to_string(*units);
+    auto const symbol = standard::UnitSymbol(*units);
+    return symbol ? std::string(*symbol) : "unit " + std::to_string(*units);
 }
 
 std::string StateWords(ObjectRecord const& object) {
@@ -95,6 +108,9 @@ std::string PropertyWords(ObjectRecord const& object, std::uint32_t property) {
     }
     if (property == static_cast<std::uint32_t>(PropertyId::Present_Value)) {
         return ValueWords(object);
+    }
+    if (property == static_cast<std::uint32_t>(PropertyId::Property_List) && !result->failure) {
+        return NamesText(result->values);
     }
     return result->failure ? "(" + FailureText(*result->failure) + ")"
                            : DatumText(result->values, result->reference);

@@ -1,0 +1,103 @@
+"""The command browse: devices, objects and one object, in each form; what a device withholds; no write."""
+
+import time
+import unittest
+
+from exploring import AHU, READ_PROPERTY, READ_PROPERTY_MULTIPLE, Exploring, run
+
+
+class Browse(Exploring):
+    def test_lines_show_the_objects_with_their_values(self):
+        device = self.device(AHU)
+        result = run("browse", device.address)
+        self.assertEqual((result.code, result.errors), (0, ""))
+        by_name = {row["name"]: row for row in result.rows}
+        self.assertEqual(len(by_name), 5)
+        supply = by_name["Supply air"]
+        self.assertEqual((supply["object"], supply["value"], supply["units"], supply["flags"], supply["description"]),
+                         ("analog-input 1", "21.5", "°C", "none", "North side"))
+        self.assertEqual((supply["read"], supply["write"]), ("yes", "no"))
+        self.assertEqual(by_name["Mode"]["state"], "automatic")
+        self.assertEqual((by_name["Valve"]["read"], by_name["Valve"]["write"]), ("yes", "yes"))
+        self.assertEqual(by_name["Mean"]["read"], "no")
+        self.assertIn("present-value", by_name["Mean"]["why not"])
+
+    def test_the_table_has_units_and_states_with_the_values(self):
+        device = self.device(AHU)
+        table = run("browse", device.address, "--format", "table").output
+        for text in ("device 1001, AHU-1, Example, X1", "21.5 °C", "2 (automatic)", "read, write", "no: "):
+            self.assertIn(text, table)
+
+    def test_json_has_a_device_and_its_objects(self):
+        device = self.device(AHU)
+        first, *objects = run("browse", device.address, "--format", "json").objects
+        self.assertEqual((first["kind"], first["device"], first["objects"], first["complete"]), ("device", 1001, 5, True))
+        self.assertEqual([o["value"] for o in objects[:3]], [21.5, 40, 2])
+        self.assertEqual(objects[2]["stateTexts"], ["off", "automatic", "hand"])
+
+    def test_one_object_shows_levels_and_schedules_in_words(self):
+        device = self.device(AHU)
+        for words in (("analog-output", "1"), ("analog-output,1",), ("analog-output 1",)):
+            result = run("browse", device.address, *words, "--format", "table")
+            self.assertEqual((result.code, result.errors), (0, ""))
+            self.assertRegex(result.output, r" 8  Manual Operator +null\n")
+            self.assertRegex(result.output, r"16 +40\n")
+        self.assertIn("Monday     08:00 21.5, 17:30 null", run("browse", device.address, "schedule", "1").output)
+
+    def test_nothing_is_written(self):
+        device = self.logged_device(AHU)
+        for words in (("browse", device.address), ("browse", device.address, "analog-output", "1"),
+                      ("discover", device.address, "--timeout", "300")):
+            run(*words)
+        services = device.services()
+        self.assertLess(5, len(services))
+        self.assertLessEqual(set(services), {READ_PROPERTY, READ_PROPERTY_MULTIPLE})
+
+    def test_500_objects_of_a_device_with_short_answers(self):
+        objects = "\n".join(f'analog_input{{instance = {i}, name = "Temperature {i}", present_value = {i}}},'
+                            for i in range(1, 501))
+        device = self.device('device{name = "D", instance = 1, max_apdu_length_accepted = 206, '
+                             f'segmentation_supported = "no-segmentation", objects = {{ {objects} }} }}')
+        result = run("browse", device.address, "--rate", "1000")
+        self.assertEqual((result.code, result.errors), (0, ""))
+        self.assertEqual([row["name"] for row in result.rows], [f"Temperature {i}" for i in range(1, 501)])
+
+    def test_names_can_have_any_octets(self):
+        device = self.device('device{name = "D", instance = 1, objects = {'
+                             f'analog_input{{instance = 1, name = "{"x" * 10000}"}},'
+                             'analog_input{instance = 2, name = "a\\27[2J\\n\\tb"},'
+                             'analog_input{instance = 3, name = "\\255\\254"} } }')
+        for form in ("table", "lines", "json"):
+            result = run("browse", device.address, "--format", form)
+            self.assertEqual(result.code, 0)
+            self.assertNotIn("\x1b", result.output)
+        names = [o["name"] for o in run("browse", device.address, "--format", "json").objects[1:]]
+        self.assertEqual(names[:2], ["x" * 10000, "a\x1b[2J\n\tb"])
+        self.assertTrue(all(len(line) < 300
+                            for line in run("browse", device.address, "--format", "table").output.splitlines()))
+
+    def test_a_silent_device_costs_at_most_ten_seconds(self):
+        device = self.device('device{name = "D", instance = 1, objects = {}, faults = {fault{"silence"}} }')
+        begin = time.monotonic()
+        result = run("browse", device.address)
+        self.assertLess(time.monotonic() - begin, 10)
+        self.assertEqual(result.code, 1)
+        self.assertIn("it does not answer", result.errors)
+
+    def test_what_was_read_of_a_device_that_falls_silent_is_kept(self):
+        objects = "".join(f'analog_input{{instance = {i}, name = "T{i}"}},' for i in range(1, 201))
+        device = self.device(f'device{{name = "D", instance = 1, objects = {{ {objects} }}, '
+                             'faults = {fault{"silence", after = 0.5}} }')
+        result = run("browse", device.address, "--rate", "20", "--timeout", "200", "--retries", "0")
+        self.assertEqual(result.code, 1)
+        self.assertIn("not everything was read: it does not answer any more", result.errors)
+        self.assertTrue(result.rows)
+
+    def test_mistakes_on_the_command_line(self):
+        for words in (("browse",), ("browse", "plant"), ("browse", "127.0.0.1", "analog-inptu", "1"),
+                      ("browse", "127.0.0.1:0"), ("browse", "127.0.0.1", "127.0.0.2", "analog-input,1")):
+            self.assertEqual(run(*words).code, 2, words)
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,58 @@
+"""The command discover on loopback: one address, a range, marks, networks behind routers."""
+
+import unittest
+
+from exploring import AHU, Exploring, run
+
+
+class Discover(Exploring):
+    def test_one_address(self):
+        device = self.device(AHU)
+        result = run("discover", device.address, "--timeout", "300")
+        self.assertEqual(result.code, 0, result.errors)
+        (row,) = result.rows
+        self.assertEqual((row["instance"], row["address"], row["name"], row["vendor"], row["model"], row["max apdu"],
+                          row["segmentation"], row["marks"]),
+                         ("1001", device.address, "AHU-1", "Example", "X1", "1476", "segmented-transmit", ""))
+
+    def test_the_forms_say_the_same(self):
+        device = self.device(AHU)
+        table = run("discover", device.address, "--timeout", "300", "--format", "table").output
+        self.assertRegex(table, r"1001  " + device.address + r"  AHU-1  Example \(\d+\)  X1 +1476  transmit\n1 device\n")
+        found, summary = (o for o in run("discover", device.address, "--timeout", "300", "--format", "json").objects
+                          if o["kind"] in ("device", "summary"))
+        self.assertEqual((found["instance"], found["name"], found["marks"]), (1001, "AHU-1", []))
+        self.assertEqual(summary, {"kind": "summary", "devices": 1, "complete": True})
+
+    def test_a_range_leaves_others_out(self):
+        device = self.device(AHU)
+        self.assertEqual(run("discover", device.address, "--timeout", "300", "--range", "1-1000").code, 1)
+        self.assertEqual(run("discover", device.address, "--timeout", "300", "--range", "1001").code, 0)
+
+    def test_devices_with_the_same_instance_are_marked(self):
+        devices = [self.device(AHU) for _ in range(2)]
+        result = run("discover", *(device.address for device in devices), "--timeout", "300")
+        self.assertEqual(result.code, 1)
+        self.assertEqual([row["marks"] for row in result.rows], ["same-instance"] * 2)
+
+    def test_a_device_whose_address_does_not_work_is_marked(self):
+        device = self.device(AHU.replace("instance = 1001,", 'instance = 1001, faults = {fault{"silence"}},'))
+        result = run("discover", device.address, "--timeout", "300")
+        self.assertEqual(result.code, 1)
+        self.assertEqual([row["marks"] for row in result.rows], ["not-readable"])
+
+    def test_nobody_is_there(self):
+        result = run("discover", "127.0.0.1:9", "--timeout", "200")
+        self.assertEqual((result.code, result.rows), (1, []))
+
+    def test_mistakes_and_failures_have_their_codes(self):
+        self.assertEqual(run("discover", "--range", "9-1").code, 2)
+        self.assertEqual(run("discover", "--range", "4194304").code, 2)
+        self.assertEqual(run("discover", "10.0.0").code, 2)
+        result = run("discover", "--interface", "nosuch0")
+        self.assertEqual(result.code, 4)
+        self.assertIn("lo (127.0.0.1)", result.errors)
+
+
+if __name__ == "__main__":
+    unittest.main()
