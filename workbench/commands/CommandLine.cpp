@@ -4,11 +4,12 @@
 
 #include "BrowseCommand.h"
 #include "CheckCommand.h"
-#include "DiscoverCommand.h"
 #include "CompareCommand.h"
+#include "DiscoverCommand.h"
 #include "EdeCommand.h"
 #include "ExitCode.h"
 #include "NamesCommand.h"
+#include "NewCommand.h"
 #include "ReleaseCommand.h"
 #include "RunCommand.h"
 #include "VerifyCommand.h"
@@ -27,17 +28,17 @@ constexpr char ProgramHelp[] = R"(Examples:
   dorvel-workbench verify plant.lua --report acceptance.html
   dorvel-workbench discover
   dorvel-workbench browse 192.168.1.20
+  dorvel-workbench new plant.lua --from discover
   dorvel-workbench ede 192.168.1.20 -o plant
   dorvel-workbench compare plant_EDE.csv plant.lua
-  dorvel-workbench release 192.168.1.20 analog-output 1 --priority 8
-  dorvel-workbench new plant.lua --from discover
   dorvel-workbench release 192.168.1.20 analog-output 1 --priority 8
   dorvel-workbench names
 
 Exit codes:
   0  done, also after Ctrl-C
   1  a condition of --fail-on was met, or a block was in fault at the end, with --fail-on-fault;
-     verify: there are findings; compare: there are differences; ede: the list is not whole
+     verify: there are findings; new: not everything could be read; compare: there are differences;
+     ede: the list is not whole
   2  a mistake on the command line or in the project; check: an error, or a warning with --strict
   3  the add-in cannot be loaded
   4  something else failed, such as writing the capture file
@@ -54,6 +55,8 @@ constexpr AddCommand Commands[] = {
     AddNamesCommand,
     AddRunCommand,    AddCheckCommand,   AddVerifyCommand, AddDiscoverCommand,
     AddBrowseCommand, AddReleaseCommand, AddNamesCommand,
+    AddRunCommand, AddCheckCommand, AddVerifyCommand,  AddDiscoverCommand, AddBrowseCommand,
+    AddNewCommand, AddEdeCommand,   AddCompareCommand, AddReleaseCommand,  AddNamesCommand,
 };
 
 }  // namespace

@@ -93,7 +93,8 @@ private:
         }
         auto const& remote = *device.peer->remote;
         return std::string(DeviceIndent, ' ') + "router = {network = " + std::to_string(remote.network) +
-               ", mac = \"" + tools::HexText(remote.mac, tools::HexDigits::Upper) + "\"},\n";
+               ", mac = \"" + tools::HexText(remote.mac, tools::HexDigits::Upper) + "\", name = \"" + router +
+               "\"},\n";
     }
 
     std::string Objects() {

@@ -1,5 +1,7 @@
 #include "PointChoice.h"
 
+#include <algorithm>
+
 #include "AddressArgument.h"
 #include "Failure.h"
 #include "PropertyDatatype.h"
@@ -78,9 +80,23 @@ std::string WhyNoValue(ObjectRecord const& object, PropertyId property) {
     return WhyNotValue(object, property, found->second.values);
 }
 
+// Parts that mean any or several; the weekday follows from the date.
+bool HasOpenParts(Datum const& value) {
+    auto const& parts = value.calendar;
+    if (value.kind == DatumKind::Date) {
+        return parts[0] == standard::Unspecified || parts[1] > 12 || parts[2] > 31;
+    }
+    return value.kind == DatumKind::Time &&
+           std::find(parts.begin(), parts.end(), standard::Unspecified) != parts.end();
+}
+
 std::string WhyNotCorrect(ObjectRecord const& object, PropertyId property) {
     if (object.id.type == IntegerValue) {
         return "the driver does not read the sign of a number below zero: -5 is read as 251";
+    }
+    auto const* const values = object.Values(property);
+    if (values && std::any_of(values->begin(), values->end(), HasOpenParts)) {
+        return "its value has parts that mean any or several, which the driver reads as numbers";
     }
     Datum const* const value = object.Value(property);
     bool const isLarge = value && value->kind == DatumKind::Unsigned && value->number > UINT32_MAX;

@@ -45,7 +45,7 @@ std::string ObjectComment(ObjectRecord const& object, std::string const& reason)
 
 class BlockWriter {
 public:
-    BlockWriter(DeviceRecord const& deviceRecord, ProjectOptions const& projectOptions)
+    BlockWriter(DeviceRecord const& deviceRecord, ProjectStyle const& projectOptions)
         : device(deviceRecord), options(projectOptions) {}
 
     Block Write() {
@@ -89,7 +89,7 @@ private:
     }
 
     DeviceRecord const& device;
-    ProjectOptions const& options;
+    ProjectStyle const& options;
     Block block;
 };
 
@@ -99,6 +99,9 @@ std::size_t PeriodOf(DeviceRecord const& device, std::size_t objects) {
 }
 
 std::string Title(DeviceRecord const& device) {
+    if (device.Instance() == standard::ObjectId::LastInstance && device.peer) {
+        return AddressText(*device.peer);
+    }
     std::string const name = NameOf(device.device);
     return "device " + std::to_string(device.Instance()) + (name.empty() ? "" : ' ' + tools::Quoted(name));
 }
@@ -112,7 +115,7 @@ std::string InstanceField(DeviceRecord const& device) {
 
 class Writer {
 public:
-    Writer(Inventory const& plant, ProjectOptions const& projectOptions)
+    Writer(Inventory const& plant, ProjectStyle const& projectOptions)
         : inventory(plant),
           options(projectOptions),
           names(BlockNames(plant)),
@@ -205,7 +208,7 @@ private:
     }
 
     Inventory const& inventory;
-    ProjectOptions const& options;
+    ProjectStyle const& options;
     std::vector<std::string> const names;
     std::vector<std::string> const parameters;
     std::string firstParameter;  // of a device with a block
@@ -216,7 +219,7 @@ private:
 
 }  // namespace
 
-ProjectText WriteProject(Inventory const& inventory, ProjectOptions const& options) {
+ProjectText WriteProject(Inventory const& inventory, ProjectStyle const& options) {
     return Writer(inventory, options).Write();
 }
 

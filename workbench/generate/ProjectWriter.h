@@ -8,7 +8,7 @@
 
 namespace workbench {
 
-struct ProjectOptions {
+struct ProjectStyle {
     // What the devices answered; otherwise a point list, which has no values.
     bool isFromDevices = true;
     // Variables of objects that the driver can write and whose devices let them be written get Write = true.
@@ -30,6 +30,6 @@ struct ProjectText {
 // A project with a block and a task for each device, and a variable for each object that the driver can read.
 // Other objects are comments with the reason. Without a device that can be polled it has no block, and cannot
 // be run.
-ProjectText WriteProject(Inventory const& inventory, ProjectOptions const& options);
+ProjectText WriteProject(Inventory const& inventory, ProjectStyle const& options);
 
 }  // namespace workbench

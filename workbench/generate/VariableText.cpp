@@ -46,8 +46,26 @@ std::string UnitOf(ObjectRecord const& object) {
     return name == std::to_string(*units) ? "unit " + name : name;
 }
 
+bool IsBinary(ObjectRecord const& object) {
+    return object.id.type >= 3 && object.id.type <= 5;  // Binary Input, Output and Value
+}
+
+bool IsMultiState(ObjectRecord const& object) {
+    return object.id.type == 13 || object.id.type == 14 || object.id.type == 19;
+}
+
+// Only quantities have a unit that is shown.
+bool IsQuantity(ObjectRecord const& object, std::string const& elementType) {
+    bool const isNumber = elementType == "Float" || elementType == "Double" || elementType == "UInt32" ||
+                          elementType == "Int32";
+    return isNumber && !IsBinary(object) && !IsMultiState(object);
+}
+
 void AddStateTexts(Fields& fields, ObjectRecord const& object) {
     std::vector<std::string> const texts = StateTextsOf(object);
+    if (!IsMultiState(object) && !(IsBinary(object) && texts.size() == 2)) {
+        return;
+    }
     bool const isUsed =
         std::any_of(texts.begin(), texts.end(), [](auto const& text) { return !text.empty(); });
     if (!isUsed || texts.size() > MostStates) {
@@ -172,7 +190,9 @@ std::string VariableText(ObjectRecord const& object, std::string const& name, Po
     if (isWritten) {
         fields.emplace_back("Write = true");
     }
-    AddText(fields, "Unit", UnitOf(object), LongestUnit);
+    if (IsQuantity(object, choice.support.elementType)) {
+        AddText(fields, "Unit", UnitOf(object), LongestUnit);
+    }
     AddStateTexts(fields, object);
     AddText(fields, "Description", TextOf(object, PropertyId::Description));
     if (std::string point = PointField(object, name); !point.empty()) {

@@ -58,7 +58,7 @@ constexpr char Golden[] = R"(-- A copy of device 1001, made by dorvel-workbench 
 
 device{
     instance = 1001,
-    router = {network = 5, mac = "0A14"},
+    router = {network = 5, mac = "0A14", name = "router-1"},
     name = "AHU \"1\"",
     defaults = false,
     vendor_name = "Cool\x01",
@@ -220,7 +220,7 @@ TEST(DeviceFileWriter, KeepsCommands) {
 TEST(DeviceFileWriter, ACopyOfACopyIsTheSame) {
     std::size_t devices = 0;
     for (auto const& entry : std::filesystem::directory_iterator(EXAMPLES_FOLDER "/devices")) {
-        for (simulator::Device const& device : simulator::LoadDeviceFile(entry.path().string())) {
+        for (simulator::Device const& device : simulator::LoadDeviceFiles({entry.path().string()})) {
             std::string const copy = TextOf(RecordOf(device));
             EXPECT_EQ(CopyOfCopy(RecordOf(device)), copy) << entry.path();
             ++devices;

@@ -106,7 +106,7 @@ TEST(ProjectWriter, WritesABlockAndATaskForEachDevice) {
 
 TEST(ProjectWriter, GivesNothingToBeWrittenUnlessAsked) {
     EXPECT_EQ(WriteProject(Plant(), {}).written, 0u);
-    ProjectOptions options;
+    ProjectStyle options;
     options.isWritable = true;
     ProjectText const project = WriteProject(Plant(), options);
     EXPECT_EQ(project.written, 1u);
@@ -127,6 +127,11 @@ TEST(ProjectWriter, LeavesOutValuesThatWouldBeAFaultOrWrong) {
     EXPECT_FALSE(isRead(with(0, Unsigned(1))));
     EXPECT_TRUE(isRead(with(23, Unsigned(4294967295))));
     EXPECT_FALSE(isRead(with(23, Unsigned(4294967296))));
+    EXPECT_TRUE(isRead(with(42, Calendar(DatumKind::Date, {124, 1, 1, 255}))));
+    EXPECT_FALSE(isRead(with(42, Calendar(DatumKind::Date, {255, 1, 1, 1}))));
+    EXPECT_FALSE(isRead(with(42, Calendar(DatumKind::Date, {124, 13, 1, 255}))));
+    EXPECT_FALSE(isRead(with(42, Calendar(DatumKind::Date, {124, 1, 32, 255}))));
+    EXPECT_FALSE(isRead(with(50, Calendar(DatumKind::Time, {1, 255, 255, 255}))));
     EXPECT_FALSE(isRead(with(44, Calendar(DatumKind::Date, {124, 1, 1, 1}))));
     EXPECT_TRUE(isRead(
         Object(44, 1, "X",
@@ -153,7 +158,7 @@ TEST(ProjectWriter, TakesPointsOfAListWithoutValues) {
                     {"present-value-default", "20,5"},
                     {"unit-code", "°C/h"}};
     EXPECT_EQ(WriteProject(One(point), {}).variables, 0u);
-    ProjectOptions options;
+    ProjectStyle options;
     options.isFromDevices = false;
     options.isWritable = true;
     ProjectText const project = WriteProject(One(point), options);
@@ -191,7 +196,7 @@ TEST(ProjectWriter, DoesNotPollWhatTheDriverCannotAddress) {
 TEST(ProjectWriter, SaysWhatIsMissingOfAPartialReading) {
     Inventory plant = One(Analog(1, "A"));
     plant.devices[0].notes = {"It stopped answering\nafter 1 of 9 objects."};
-    ProjectOptions options;
+    ProjectStyle options;
     options.isPartial = true;
     std::string const text = WriteProject(plant, options).text;
     EXPECT_EQ(text.rfind("-- PARTIAL: ", 0), 0u);
@@ -210,7 +215,7 @@ TEST(ProjectWriter, WhateverDevicesAnswerTheProjectHasNoFinding) {
     Hostile hostile;
     std::size_t variables = 0;
     for (int round = 0; round < 300; ++round) {
-        ProjectOptions options;
+        ProjectStyle options;
         options.isFromDevices = round % 3 != 0;
         options.isWritable = round % 2 == 0;
         Inventory const plant = hostile.Plant();
