@@ -57,6 +57,8 @@ constexpr AddCommand Commands[] = {
     AddBrowseCommand, AddReleaseCommand, AddNamesCommand,
     AddRunCommand, AddCheckCommand, AddVerifyCommand,  AddDiscoverCommand, AddBrowseCommand,
     AddNewCommand, AddEdeCommand,   AddCompareCommand, AddReleaseCommand,  AddNamesCommand,
+    AddRunCommand,     AddCheckCommand, AddVerifyCommand,  AddDiscoverCommand, AddBrowseCommand,
+    AddReleaseCommand, AddEdeCommand,   AddCompareCommand, AddNamesCommand,
 };
 
 }  // namespace
