@@ -194,7 +194,7 @@ private:
     void ListFurther() {
         for (std::size_t const field : row.layout.UnknownFields()) {
             if (field < row.row.fields.size() && !row.row.fields[field].text.empty()) {
-                object.listed[row.layout.headings[field]] = row.row.fields[field].text;
+                ListField(field, row.layout.headings[field], row.row.fields[field].text);
             }
         }
         for (std::size_t i = row.layout.headings.size(); i < row.row.fields.size(); ++i) {
@@ -202,6 +202,14 @@ private:
                 row.Report(i, "", Effect::ValueNotUsed,
                            tools::Quoted(row.row.fields[i].text) + " is in a column without a heading");
             }
+        }
+    }
+    void ListField(std::size_t field, std::string const& heading, std::string const& text) {
+        bool const isOurs =
+            EdeLayout::IsHeading(heading) || heading == TypeNameHeading || heading == UnitNameHeading;
+        if (isOurs || !object.listed.emplace(heading, text).second) {
+            row.Report(field, heading, Effect::ValueNotUsed,
+                       tools::Quoted(text) + " is in a further column with this heading");
         }
     }
     // A vendor's object types have the names that the list gives them.

@@ -91,8 +91,10 @@ private:
         layout = std::move(*found);
         hasHeadings = true;
         for (std::size_t const field : layout.UnknownFields()) {
+            bool const isSecond = EdeLayout::IsHeading(layout.headings[field]);
             import.report.lines.push_back({file, row.Line(), field + 1, layout.headings[field], Effect::Note,
-                                           "is not a column of an EDE file; its texts are kept"});
+                                           isSecond ? "is there twice; the first column is used"
+                                                    : "is not a column of an EDE file; its texts are kept"});
         }
         return true;
     }

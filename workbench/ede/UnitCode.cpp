@@ -3,6 +3,7 @@
 #include "Enumerations.h"
 #include "FieldValue.h"
 #include "Printable.h"
+#include "UnitSymbols.h"
 
 namespace workbench {
 
@@ -22,7 +23,7 @@ std::optional<std::uint32_t> UnitOf(std::string const& text, CodeTexts const& un
         return static_cast<std::uint32_t>(datum->number);
     }
     auto const listed = units.NumberOf(text);
-    return listed && *listed <= LastUnit ? listed : std::nullopt;
+    return listed && *listed <= LastUnit ? listed : standard::UnitOfSymbol(text);
 }
 
 // A Loop has the unit of its output (clause 12.17). Types without a table are expected to have Units.

@@ -9,7 +9,7 @@ namespace workbench {
 constexpr char const* UnitNameHeading = "unit-text";
 constexpr char const* TypeNameHeading = "object-type-text";
 
-// Gives the object its unit: by the code, the name of the standard, a symbol, or a text of the file of units.
+// Gives the object its unit: by the code, the name of the standard, a text of the file of units, or a symbol.
 // An object whose type has no unit, or a unit that is not one of the standard, keeps the text; but "no units"
 // says nothing of an object whose type has none.
 void SetUnit(EdeRow const& row, CodeTexts const& units, ObjectRecord& object);

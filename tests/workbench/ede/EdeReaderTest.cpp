@@ -219,6 +219,24 @@ TEST(EdeReader, FindsColumnsByTheirHeadingsInAnyOrderAndSpelling) {
     EXPECT_EQ(UnitsOf(object), 62u);
 }
 
+TEST(EdeReader, ReadsUnitsBySymbol) {
+    EdeImport const import =
+        ImportOf("K;1;A;0;1;;;;;;;;;;°C\nK;1;B;0;2;;;;;;;;;;kWh\nK;1;C;0;3;;;;;;;;;;%\n");
+    EXPECT_EQ(LinesOf(import), "");
+    EXPECT_EQ(UnitsOf(ObjectsOf(import)[0]), 62u);
+    EXPECT_EQ(UnitsOf(ObjectsOf(import)[1]), 19u);
+    EXPECT_EQ(UnitsOf(ObjectsOf(import)[2]), 98u);
+}
+
+TEST(EdeReader, ReportsTheValuesOfASecondColumnWithTheSameHeading) {
+    EdeImport const import = workbench::ReadEde(
+        {{"p", "device;object-type;instance;object-name;settable;settable\n1;0;1;A;;Y\n"}, {}, {}, {}});
+    EXPECT_EQ(LinesOf(import),
+              "p:1: column 6 (settable): is there twice; the first column is used\n"
+              "p:2: column 6 (settable): \"Y\" is in a further column with this heading: value not used\n");
+    EXPECT_EQ(ObjectsOf(import)[0].listed.count("settable"), 0u);
+}
+
 TEST(EdeReader, ReadsByPositionWithoutHeadings) {
     EdeImport const import =
         workbench::ReadEde({{"p", "Points of the plant\nK;12;T;0;5;the text\n"}, {}, {}, {}});
