@@ -59,6 +59,9 @@ constexpr AddCommand Commands[] = {
     AddNewCommand, AddEdeCommand,   AddCompareCommand, AddReleaseCommand,  AddNamesCommand,
     AddRunCommand,     AddCheckCommand, AddVerifyCommand,  AddDiscoverCommand, AddBrowseCommand,
     AddReleaseCommand, AddEdeCommand,   AddCompareCommand, AddNamesCommand,
+    // One a line, so that each can be added by itself.
+    AddRunCommand, AddCheckCommand,   AddVerifyCommand,  AddDiscoverCommand, AddBrowseCommand,
+    AddEdeCommand, AddCompareCommand, AddReleaseCommand, AddNamesCommand,
 };
 
 }  // namespace
