@@ -1,5 +1,7 @@
 #include "UnitCode.h"
 
+#include <algorithm>
+
 #include "Enumerations.h"
 #include "FieldValue.h"
 #include "Printable.h"
@@ -14,6 +16,15 @@ namespace {
 
 constexpr std::uint32_t LastUnit = 65535;
 constexpr std::uint32_t NoUnits = 95;
+
+// The text without control characters, and without blanks around it.
+std::string Plain(std::string text) {
+    std::replace_if(
+        text.begin(), text.end(), [](unsigned char c) { return c < 0x20 || c == 0x7F; }, ' ');
+    std::size_t const first = text.find_first_not_of(' ');
+    return first == std::string::npos ? std::string()
+                                      : text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
 
 std::optional<std::uint32_t> UnitOf(std::string const& text, CodeTexts const& units) {
     if (auto const number = WholeNumberOf(text, LastUnit)) {
@@ -65,7 +76,7 @@ std::string UnitCell(ObjectRecord const& object) {
 }
 
 void SetUnit(EdeRow const& row, CodeTexts const& units, ObjectRecord& object) {
-    std::string const& text = row.TextOf(EdeColumn::UnitCode);
+    std::string const text = Plain(row.TextOf(EdeColumn::UnitCode));
     if (text.empty()) {
         return;
     }

@@ -99,6 +99,11 @@ TEST(EdeWriter, WritesTheCodeOfAUnitThatTheObjectTypeDoesNotHave) {
     EXPECT_EQ(Join(texts.notes), "");
 }
 
+TEST(EdeWriter, LeavesOutAUnitOfControlCharacters) {
+    std::string const row = "a;1;A;0;1;;;;;N;;;;;" + std::string("\x01\0", 2) + ";;\n";
+    EXPECT_EQ(Rewritten(row), "a;1;A;0;1;;;;;N;;;;;;;\r\n");
+}
+
 TEST(EdeWriter, QuotesWhatHasToBeQuoted) {
     EXPECT_EQ(Rewritten("a;1;\"A;\"\"x\"\"\";0;1;\" b \";;;;N\n"),
               "a;1;\"A;\"\"x\"\"\";0;1;\" b \";;;;N;;;;;;;\r\n");
