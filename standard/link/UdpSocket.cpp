@@ -33,10 +33,11 @@ bool SetOption(int handle, int option, void const* value, std::size_t size) {
 
 bool SetOptions(int handle, UdpOptions const& options) {
     int const on = 1;
+    std::string const interfaceName = options.interfaceName.substr(0, options.interfaceName.find(':'));
     return (!options.sendsBroadcasts || SetOption(handle, SO_BROADCAST, &on, sizeof on)) &&
            (!options.sharesPort || SetOption(handle, SO_REUSEADDR, &on, sizeof on)) &&
-           (options.interfaceName.empty() || SetOption(handle, SO_BINDTODEVICE, options.interfaceName.c_str(),
-                                                       options.interfaceName.size() + 1));
+           (interfaceName.empty() ||
+            SetOption(handle, SO_BINDTODEVICE, interfaceName.c_str(), interfaceName.size() + 1));
 }
 
 bool Bind(int handle, Endpoint const& local) {

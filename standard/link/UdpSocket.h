@@ -14,7 +14,8 @@ struct UdpOptions {
     // Other sockets with this option may bind the same address and port (SO_REUSEADDR). Each of them receives
     // a broadcast; a unicast only one of them, so this is for sockets that are bound to a broadcast address.
     bool sharesPort = false;
-    // Receives and sends by the interface of that name only (SO_BINDTODEVICE); empty: by any.
+    // Receives and sends by the interface of that name only (SO_BINDTODEVICE); empty: by any. The label of a
+    // further address, "eth0:1", stands for its interface.
     std::string interfaceName = {};
 };
 

@@ -43,3 +43,13 @@ TEST(UdpLink, StopEndsTheWait) {
 TEST(UdpLink, AnAddressOfAnotherMachineCannotBeBound) {
     EXPECT_THROW(UdpLink({0xC0000201, 0}), std::system_error);
 }
+
+TEST(UdpSocket, TheLabelOfAnAddressStandsForItsInterface) {
+    UdpOptions options;
+    for (char const* name : {"lo", "lo:1"}) {
+        options.interfaceName = name;
+        EXPECT_NO_THROW(UdpSocket({0x7F000001, 0}, options)) << name;
+    }
+    options.interfaceName = "none:1";
+    EXPECT_THROW(UdpSocket({0x7F000001, 0}, options), std::system_error);
+}
