@@ -132,6 +132,7 @@ bool ObjectListReader::ReadChunks() {
 
 bool ObjectListReader::TakeElement(ReadResult const& element) {
     if (!element.failure) {
+        result.withoutObject += element.values.empty() ? 1 : 0;
         TakeValues(element.values);
         return true;
     }
@@ -160,7 +161,9 @@ std::optional<ObjectListReader::Stamp> ObjectListReader::ReadStamp() {
             "the length of the object list");
         return std::nullopt;
     }
-    return Stamp{static_cast<std::size_t>(length.values[0].number), results.back().values};
+    constexpr std::uint64_t longest = UINT32_MAX;  // the indices of an array (clause 21)
+    std::uint64_t const stated = std::min(length.values[0].number, longest);
+    return Stamp{static_cast<std::size_t>(stated), results.back().values};
 }
 
 // The list is complete only if it was the same before and after its elements.

@@ -222,6 +222,32 @@ TEST(ObjectList, OfASilentOrWrongDeviceIsAFailure) {
               "the length of the object list: malformed answer (the length of a list is a number)");
 }
 
+TEST(ObjectList, AnElementWithoutAValueIsNoObject) {
+    ScriptedLink link;
+    link.Then({Reply("71 01 04")})
+        .Then({Reply("30 02 0E 0C 02 00 00 07 1E 29 4C 39 00 4E 21 02 4F 29 9B 4E 21 09 4F 1F")})
+        .Then({Reply("30 03 0E 0C 02 00 00 07 1E 29 4C 39 01 4E C4 02 00 00 07 4F 29 4C 39 02 4E 4F 1F")})
+        .Then({Reply("30 04 0E 0C 02 00 00 07 1E 29 4C 39 00 4E 21 02 4F 29 9B 4E 21 09 4F 1F")});
+    ObjectListResult const result = Rig().Read(link);
+    EXPECT_EQ(result.objects, std::vector<ObjectId>{Device7});
+    EXPECT_EQ(result.withoutObject, 1u);
+}
+
+TEST(ObjectList, ALengthOfMoreThan32BitsIsNotTheRestOfIt) {
+    std::string const length =
+        " 0E 0C 02 00 00 07 1E 29 4C 39 00 4E 25 05 01 00 00 00 00 4F 29 9B 4E 21 09 4F 1F";
+    ScriptedLink link;
+    link.Then({Reply("71 01 04")})
+        .Then({Reply("30 02" + length)})
+        .Then({Reply("30 03 0C 0C 02 00 00 07 19 4C 29 01 3E C4 02 00 00 07 3F")})
+        .Then({Reply("30 04" + length)});
+    Rig rig;
+    rig.listSettings.mostObjects = 1;
+    ObjectListResult const result = rig.Read(link);
+    EXPECT_EQ(result.length, 0xFFFFFFFFu);
+    EXPECT_EQ(result.reason, "the list has 4294967295 elements; the first 1 were read");
+}
+
 TEST(ObjectList, IsBounded) {
     ListDevice device(300);
     Rig rig;
