@@ -19,16 +19,16 @@ namespace workbench {
 namespace {
 
 constexpr char ProgramHelp[] = R"(Examples:
+  dorvel-workbench discover
+  dorvel-workbench browse 192.168.1.20
+  dorvel-workbench new plant.lua --from discover
+  dorvel-workbench check plant.lua
+  dorvel-workbench check --strict --format json *.lua
   dorvel-workbench run examples/first-steps.lua
   dorvel-workbench run plant.lua --define ahu=192.168.1.20:47808 --pcap plant.pcap
   dorvel-workbench run plant.lua --format json --cycles 10 --fail-on fault,suspect,overrun
   dorvel-workbench run plant.lua --set "AHU.Supply air setpoint=21.5"
-  dorvel-workbench check plant.lua
-  dorvel-workbench check --strict --format json *.lua
   dorvel-workbench verify plant.lua --report acceptance.html
-  dorvel-workbench discover
-  dorvel-workbench browse 192.168.1.20
-  dorvel-workbench new plant.lua --from discover
   dorvel-workbench ede 192.168.1.20 -o plant
   dorvel-workbench compare plant_EDE.csv plant.lua
   dorvel-workbench release 192.168.1.20 analog-output 1 --priority 8
@@ -46,22 +46,8 @@ Exit codes:
 
 // In the order of the help.
 constexpr AddCommand Commands[] = {
-    AddRunCommand, AddCheckCommand, AddVerifyCommand, AddDiscoverCommand, AddBrowseCommand, AddNamesCommand,
-    AddRunCommand,
-    AddCheckCommand,
-    AddVerifyCommand,
-    AddEdeCommand,
-    AddCompareCommand,
-    AddNamesCommand,
-    AddRunCommand,    AddCheckCommand,   AddVerifyCommand, AddDiscoverCommand,
-    AddBrowseCommand, AddReleaseCommand, AddNamesCommand,
-    AddRunCommand, AddCheckCommand, AddVerifyCommand,  AddDiscoverCommand, AddBrowseCommand,
-    AddNewCommand, AddEdeCommand,   AddCompareCommand, AddReleaseCommand,  AddNamesCommand,
-    AddRunCommand,     AddCheckCommand, AddVerifyCommand,  AddDiscoverCommand, AddBrowseCommand,
-    AddReleaseCommand, AddEdeCommand,   AddCompareCommand, AddNamesCommand,
-    // One a line, so that each can be added by itself.
-    AddRunCommand, AddCheckCommand,   AddVerifyCommand,  AddDiscoverCommand, AddBrowseCommand,
-    AddEdeCommand, AddCompareCommand, AddReleaseCommand, AddNamesCommand,
+    AddDiscoverCommand, AddBrowseCommand, AddNewCommand,     AddCheckCommand,   AddRunCommand,
+    AddVerifyCommand,   AddEdeCommand,    AddCompareCommand, AddReleaseCommand, AddNamesCommand,
 };
 
 }  // namespace
@@ -69,8 +55,10 @@ constexpr AddCommand Commands[] = {
 CommandBody ReadCommandLine(int argc, char const* const* argv, std::ostream& out, std::ostream& err,
                             int& exitCode) {
     CommandBody chosen;
-    CLI::App app("Runs the BACnet blocks of a project on a PC and shows their variables.",
-                 "dorvel-workbench");
+    CLI::App app(
+        "Brings BACnet devices into service from a PC: finds them, writes, checks, runs and verifies "
+        "projects.",
+        "dorvel-workbench");
     app.set_version_flag("--version", "dorvel-workbench " WORKBENCH_VERSION);
     app.require_subcommand(1);
     app.footer(ProgramHelp);

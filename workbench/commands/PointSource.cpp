@@ -56,10 +56,6 @@ PointPlant ReadDevices(PointSourceOptions const& options, Streams const& streams
             targets.push_back(target);
         }
     }
-    std::vector<BrowseTarget> targets;
-    for (standard::Peer const& peer : peers) {
-        targets.push_back({peer});
-    }
     Signals signals(nullptr);
     ProgressLine line(streams.err, streams.errIsTerminal);
     PointPlant plant;
