@@ -18,6 +18,8 @@ using standard::ReadResult;
 constexpr std::size_t FirstLength = 16;
 constexpr std::size_t LongestLength = 64;
 constexpr unsigned GoodListsUntilLonger = 8;
+// A device that answers repeated requests is waited for so many times longer.
+constexpr int PatienceWithRepetitions = 6;
 // Elements of an array that is read one by one.
 constexpr std::uint64_t MostElements = 4096;
 
@@ -136,7 +138,8 @@ ReadResult PatientReader::Elements(ReadResult whole) {
 
 void PatientReader::Note(standard::Exchange const& exchange) {
     hasAnswered = hasAnswered || exchange.answeredBy;
-    wasted += exchange.answeredBy ? std::chrono::microseconds(0) : exchange.duration;
+    (exchange.answeredBy ? delayed : wasted) +=
+        exchange.answeredBy ? exchange.duration - exchange.sinceSent : exchange.duration;
 }
 
 void PatientReader::Judge(std::vector<ReadResult> const& results) {
@@ -146,8 +149,9 @@ void PatientReader::Judge(std::vector<ReadResult> const& results) {
     }
     bool const isLost = !results.empty() && std::all_of(results.begin(), results.end(), IsWithoutAnswer);
     auto const total = std::chrono::duration_cast<std::chrono::microseconds>(link.Now() - begin);
-    if (wasted > settings.patience && wasted * 2 > total) {
-        end = "most of its answers do not come";
+    bool const isSlow = delayed > settings.patience * PatienceWithRepetitions && delayed * 2 > total;
+    if (isSlow || (wasted > settings.patience && wasted * 2 > total)) {
+        end = "most of its answers do not come in time";
     } else if (isLost && IsSilent()) {
         end = link.IsStopped() ? "the reading was ended"
               : hasAnswered    ? "it does not answer any more"

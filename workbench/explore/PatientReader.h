@@ -49,7 +49,8 @@ private:
     standard::Client client;
     standard::Link::Time const begin;
     bool hasAnswered = false;
-    std::chrono::microseconds wasted{0};  // in requests without an answer
+    std::chrono::microseconds wasted{0};   // in requests without an answer
+    std::chrono::microseconds delayed{0};  // until the sending that was answered
     std::size_t listLength;
     unsigned goodLists = 0;  // in succession
     std::string end;

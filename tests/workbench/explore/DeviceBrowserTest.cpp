@@ -223,6 +223,19 @@ TEST(DeviceBrowser, FindsADeviceThatKnowsNoWildcardInstance) {
     EXPECT_EQ(2u, device.objects.size());
 }
 
+TEST(DeviceBrowser, EndsInBoundedTimeWithEachFaultOfADevice) {
+    for (simulator::FaultRow const& row : simulator::FaultRows) {
+        SimulatedLink link(Device("max_apdu_length_accepted = 206,", Inputs(60)));
+        simulator::Fault fault;
+        fault.kind = row.kind;
+        link.Station(0).GetFaults().Add(fault);
+        DeviceRecord const device = Browse(link, Shown());
+        EXPECT_GE(200000, link.Elapsed().count()) << row.name;
+        bool const isWhole = device.objects.size() == 60 && NameOf(device.objects[59]) == "Temperature 60";
+        EXPECT_TRUE(isWhole || !device.isComplete || !device.notes.empty()) << row.name;
+    }
+}
+
 TEST(DeviceBrowser, ShowsHowFarItIs) {
     SimulatedLink link(Device("", Inputs(40)));
     BrowseSettings settings = Shown();
