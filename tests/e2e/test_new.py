@@ -161,7 +161,8 @@ class New(EndToEnd):
         self.assertTrue(text.startswith("-- PARTIAL: "))
         self.assertIn('Name = "T1"', text)
         self.assertNotIn('Name = "T999"', text)
-        self.assert_works(path)
+        checked = subprocess.run([WORKBENCH, "check", "--strict", path], capture_output=True, text=True, check=False)
+        self.assertEqual(checked.returncode, 0, checked.stdout)
 
     def test_files_that_are_there_stay_unless_replacing_is_asked_for(self):
         with ExamplePlant() as plant:
