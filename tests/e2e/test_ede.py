@@ -48,6 +48,16 @@ class Ede(EndToEnd):
             run = self.run_workbench("compare", "plant_EDE.csv", *addresses)
             self.assertRegex(run.stdout, r"^differences: 0, devices compared: \d+, objects compared: \d+\n$")
 
+    def test_the_list_of_a_project_that_was_made_from_a_list_is_that_list(self):
+        with simulator(os.path.join(ROOT, "examples", "devices", "air-handling-unit.lua")) as device:
+            heading = ("--timestamp", "T", "--project-name", "P")
+            self.run_workbench("ede", device.address, "-o", "a", *heading)
+            self.run_workbench("new", "p.lua", "--from", "a_EDE.csv", "-D", "1001=" + device.address)
+            self.run_workbench("check", "p.lua")
+            self.run_workbench("ede", "p.lua", "-o", "b", *heading)
+            self.assertEqual(self.list_of("a"), self.list_of("b"))
+            self.run_workbench("compare", "b_EDE.csv", device.address)
+
     def test_differences_are_named_and_counted(self):
         device = self.device("""device{ instance = 7, name = "D", objects = {
             analog_input{ instance = 1, name = "Temperature", units = "degrees-celsius" },
