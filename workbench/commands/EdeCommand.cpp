@@ -8,6 +8,7 @@
 #include <ostream>
 #include <stdexcept>
 
+#include "DeviceReading.h"
 #include "EdeWriter.h"
 #include "ExitCode.h"
 #include "PointSource.h"

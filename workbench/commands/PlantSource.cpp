@@ -1,52 +1,23 @@
 #include "PlantSource.h"
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
-#include <cctype>
 #include <ostream>
 
 #include "AddressArgument.h"
-#include "BrowsePlant.h"
 #include "DeviceAddresses.h"
+#include "DeviceReading.h"
 #include "EdeImport.h"
 #include "PlantDiscovery.h"
 #include "Printable.h"
-#include "ProjectError.h"
 
 namespace workbench {
 
 namespace {
 
 constexpr char Discover[] = "discover";
-constexpr char ListEnding[] = ".csv";
-
-bool IsList(std::string text) {
-    std::transform(text.begin(), text.end(), text.begin(),
-                   [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    std::size_t const length = std::size(ListEnding) - 1;
-    return text.size() > length && text.compare(text.size() - length, length, ListEnding) == 0;
-}
 
 bool IsDiscovery(SourceOptions const& options) {
     return options.from.size() == 1 && options.from[0] == Discover;
-}
-
-// Each address once.
-void Add(std::vector<BrowseTarget>& targets, BrowseTarget const& target) {
-    bool const isKnown = std::any_of(targets.begin(), targets.end(), [&target](BrowseTarget const& known) {
-        return known.peer == target.peer;
-    });
-    if (!isKnown) {
-        targets.push_back(target);
-    }
-}
-
-std::vector<BrowseTarget> TargetsOf(std::vector<std::string> const& addresses) {
-    std::vector<BrowseTarget> targets;
-    for (std::string const& address : addresses) {
-        Add(targets, {ParseAddress(address), std::nullopt});
-    }
-    return targets;
 }
 
 // Reads devices of the network.
@@ -57,29 +28,17 @@ public:
 
     PlantReading Read() {
         std::vector<BrowseTarget> const targets = IsDiscovery(options) ? Found() : TargetsOf(options.from);
-        PlantReading reading;
-        reading.inventory =
-            InventoryOf(BrowsePlant(targets, network.Settings(), network.StopFunction(), Progress()));
-        network.Clear();
-        reading.isWhole = isWhole && !network.IsStopped();
-        for (DeviceRecord const& device : reading.inventory.devices) {
-            reading.isWhole = reading.isWhole && device.isComplete;
-            Report(device);
-        }
-        return reading;
+        DevicesRead read = ReadDevices(network, targets, streams.err);
+        return {std::move(read.inventory), true, read.isWhole && isWhole};
     }
 
 private:
-    std::function<void(std::string const&)> Progress() {
-        return [this](std::string const& text) { network.Show(text); };
-    }
-
     std::vector<BrowseTarget> Found() {
         DiscoverySettings settings;
         settings.interfaces = options.interfaces;
         settings.reading = network.Settings();
         settings.isStopped = network.StopFunction();
-        settings.progress = Progress();
+        settings.progress = [this](std::string const& text) { network.Show(text); };
         DiscoveredPlant const plant = DiscoverPlant(settings);
         network.Clear();
         for (std::string const& note : plant.notes) {
@@ -90,18 +49,11 @@ private:
         for (MarkedDevice const& found : plant.devices) {
             if (found.record.peer) {
                 bool const isInstance = found.announced < standard::ObjectId::LastInstance;
-                Add(targets,
-                    {*found.record.peer, isInstance ? std::optional(found.announced) : std::nullopt});
+                AddTarget(targets,
+                          {*found.record.peer, isInstance ? std::optional(found.announced) : std::nullopt});
             }
         }
         return targets;
-    }
-
-    void Report(DeviceRecord const& device) {
-        for (std::string const& note : device.notes) {
-            streams.err << (device.peer ? AddressText(*device.peer) + ": " : std::string())
-                        << tools::Printable(note) << "\n";
-        }
     }
 
     SourceOptions const& options;
@@ -119,9 +71,8 @@ PlantReading ReadList(SourceOptions const& options, Streams const& streams) {
     EdeImport list = ImportEde(options.from[0]);
     Resolve(list.inventory, table, list.report);
     streams.err << ImportReportText(list.report) << std::flush;
-    if (options.strict && !list.report.IsWhole()) {
-        throw ProjectError(tools::Printable(options.from[0]) +
-                           ": not everything in it can be used, and --strict makes that a mistake");
+    if (options.strict) {
+        ExpectWhole(list.report, options.from[0]);
     }
     return {std::move(list.inventory), false, list.report.IsWhole()};
 }
@@ -133,7 +84,7 @@ void Refuse(std::string const& option, std::string const& reason) {
 }  // namespace
 
 bool IsPointList(SourceOptions const& options) {
-    return options.from.size() == 1 && IsList(options.from[0]);
+    return options.from.size() == 1 && IsPointListFile(options.from[0]);
 }
 
 void CheckSource(SourceOptions const& options) {
@@ -148,7 +99,7 @@ void CheckSource(SourceOptions const& options) {
         return;
     }
     for (std::string const& source : options.from) {
-        if (source == Discover || IsList(source)) {
+        if (source == Discover || IsPointListFile(source)) {
             Refuse("--from", tools::Quoted(source) + " must be the only source");
         }
     }

@@ -1,21 +1,19 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "CommonOptions.h"
 #include "EdeImport.h"
+#include "NetworkCommand.h"
 #include "Streams.h"
 
 namespace workbench {
 
 // Where points come from: a project, a point list, or devices.
-struct PointSourceOptions {
+struct PointSourceOptions : NetworkOptions {
     std::vector<std::string> sources;  // PROJECT.lua, FILE_EDE.csv, or addresses
     Params params;                     // of a project
-    std::optional<unsigned> rate;      // requests a second to a device
-    std::optional<unsigned> timeout;   // milliseconds
     bool strict = false;
 };
 
@@ -24,7 +22,6 @@ void AddPointSourceOptions(CLI::App& command, PointSourceOptions& options, char 
 void CheckPointSource(PointSourceOptions const& options);
 
 bool IsProjectFile(std::string const& source);
-bool IsPointListFile(std::string const& source);
 
 struct PointPlant {
     Inventory inventory;
