@@ -1,8 +1,8 @@
 // Plays a BACnet/IP device with the objects of objects.js.
 //
-// Synopsis: node device.js [--bind ADDRESS]
+// Synopsis: node device.js [--bind ADDRESS] [--port N]
 //
-// Binds a free UDP port, prints "ready ADDRESS:PORT" and answers until its standard input is closed. For each value
+// Binds that UDP port, or a free one, prints "ready ADDRESS:PORT" and answers until its standard input is closed. For each value
 // that is written to it, it prints a line "wrote JSON".
 'use strict'
 
@@ -13,10 +13,18 @@ const { objects, device } = require('./objects')
 const ANY_INSTANCE = 0x3fffff
 
 // The library reads port 0 as the default port. Here it requests any free port, as for a socket.
-class FreePortTransport extends Transport {
+class AnyPortTransport extends Transport {
   open() {
-    this._server.bind(0, this._settings.interface)
+    this._server.bind(this._settings.port, this._settings.interface)
   }
+}
+
+// A write to the present value of a commandable object is a command at its priority, or takes that back.
+function command(object, values, priority) {
+  const commands = object[PropertyIdentifier.PRIORITY_ARRAY]
+  commands[priority - 1] = values[0]
+  const highest = commands.find(({ type }) => type !== ApplicationTag.NULL)
+  object[PropertyIdentifier.PRESENT_VALUE] = highest ? [highest] : object[PropertyIdentifier.RELINQUISH_DEFAULT]
 }
 
 // Instance 4194303 of a Device object is this device, whatever its instance is.
@@ -47,8 +55,10 @@ function answerFor({ objectId, properties }) {
 }
 
 function main(argv) {
-  const bind = argv[0] === '--bind' ? argv[1] : '127.0.0.1'
-  const transport = new FreePortTransport({ interface: bind, broadcastAddress: bind, reuseAddr: false })
+  const option = (name, byDefault) => argv.includes(name) ? argv[argv.indexOf(name) + 1] : byDefault
+  const bind = option('--bind', '127.0.0.1')
+  const transport = new AnyPortTransport({ interface: bind, broadcastAddress: bind, reuseAddr: false })
+  transport._settings.port = Number(option('--port', '0'))
   const client = new Client({ transport })
 
   client.on('whoIs', ({ header, payload: { lowLimit = 0, highLimit = ANY_INSTANCE } }) => {
@@ -81,7 +91,11 @@ function main(argv) {
       client.errorResponse(header.sender, service, invokeId, ErrorClass.OBJECT, ErrorCode.UNKNOWN_OBJECT)
       return
     }
-    object[value.property.id] = value.value
+    if (object[PropertyIdentifier.PRIORITY_ARRAY] && value.property.id === PropertyIdentifier.PRESENT_VALUE) {
+      command(object, value.value, value.priority)
+    } else {
+      object[value.property.id] = value.value
+    }
     const written = { object: [objectId.type, objectId.instance], property: value.property.id, values: value.value, priority: value.priority }
     process.stdout.write(`wrote ${JSON.stringify(written)}\n`)
     client.simpleAckResponse(header.sender, service, invokeId)

@@ -21,6 +21,10 @@ const date = (year, month, day) => [{ type: ApplicationTag.DATE, value: new Date
 const time = (h, m, s, hundredths) => [{ type: ApplicationTag.TIME, value: new Date(2000, 0, 1, h, m, s, hundredths * 10) }]
 const flags = (...set) => [{ type: ApplicationTag.BIT_STRING, value: new StatusFlagsBitString(...set) }]
 
+const commands = (priority, value) => Array.from({ length: 16 }, (_, i) => i === priority - 1
+  ? { type: ApplicationTag.REAL, value }
+  : { type: ApplicationTag.NULL, value: null })
+
 const IN_ALARM = 0
 const FAULT = 1
 
@@ -28,7 +32,7 @@ const FAULT = 1
 const rows = [
   [ObjectType.ANALOG_INPUT, 1, { [P.PRESENT_VALUE]: real(21.5), [P.DESCRIPTION]: text('Supply air'), [P.UNITS]: enumerated(62), [P.OUT_OF_SERVICE]: boolean(false), [P.RELIABILITY]: enumerated(0), [P.EVENT_STATE]: enumerated(0) }],
   [ObjectType.ANALOG_INPUT, 2, { [P.PRESENT_VALUE]: real(-40.25), [P.STATUS_FLAGS]: flags(IN_ALARM, FAULT) }],
-  [ObjectType.ANALOG_OUTPUT, 1, { [P.PRESENT_VALUE]: real(100) }],
+  [ObjectType.ANALOG_OUTPUT, 1, { [P.PRESENT_VALUE]: real(100), [P.PRIORITY_ARRAY]: commands(16, 100), [P.RELINQUISH_DEFAULT]: real(0) }],
   [ObjectType.ANALOG_VALUE, 4194302, { [P.PRESENT_VALUE]: real(3.4028234663852886e38) }],
   [ObjectType.BINARY_INPUT, 1, { [P.PRESENT_VALUE]: enumerated(1), [P.POLARITY]: enumerated(1) }],
   [ObjectType.BINARY_OUTPUT, 7, { [P.PRESENT_VALUE]: enumerated(0) }],

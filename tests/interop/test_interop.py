@@ -4,9 +4,11 @@ import json
 import os
 import shutil
 import subprocess
+import tempfile
 import unittest
 
-from programs import TASK, EndToEnd, Server, block, variable
+from namespaces import PlantNetwork, device_address
+from programs import TASK, WORKBENCH, EndToEnd, Server, block, variable
 from reading import TYPES, read_device
 
 FOLDER = os.path.dirname(os.path.abspath(__file__))
@@ -190,3 +192,58 @@ class InteropOfTheClient(EndToEnd):
             rows, _ = read_device(self.other.address, *options, "0,1,85", "0,1,65", "0,99,85")
             self.assertEqual([row[1:] for row in rows], [
                 ["real", "21.5"], ["failure", "property: unknown-property"], ["failure", "object: unknown-object"]])
+
+
+@unittest.skipIf(REASON, REASON)
+class InteropOfTheWay(PlantNetwork):
+    """From the network to a project, with a device that hears broadcasts."""
+
+    def setUp(self):
+        super().setUp()
+        self.folder = tempfile.mkdtemp(prefix="dorvel-e2e-")
+        self.addCleanup(shutil.rmtree, self.folder)
+        self.other = Server("ip", "netns", "exec", self.plant, "node", "device.js", "--bind", "0.0.0.0", "--port", "47808",
+                            cwd=FOLDER)
+        self.addCleanup(self.other.stop)
+
+    def succeed(self, *words):
+        run = self.workbench(*words, cwd=self.folder)
+        self.assertEqual(run.code, 0, f"{words}: {run.output}{run.errors}")
+        return run
+
+    def test_it_is_discovered_and_browsed_and_its_project_runs(self):
+        device, *_ = (json.loads(line) for line in self.succeed("discover", "--format", "json").output.splitlines())
+        self.assertEqual((device["instance"], device["name"], device["segmentation"], device["marks"]),
+                         (9001, "device 9001", "no-segmentation", []))
+        self.assertEqual(device["address"], device_address(0) + ":47808")
+
+        whole, *found = (json.loads(line) for line in
+                         self.succeed("browse", device["address"], "--format", "json").output.splitlines())
+        self.assertTrue(whole["complete"], whole)
+        self.assertLessEqual({f"{kind} {number}" for _, kind, number, *_ in VALUES}, {entry["object"] for entry in found})
+
+        self.succeed("new", "other.lua", "--from", "discover")
+        self.succeed("check", "--strict", "other.lua")
+        run = self.succeed("run", "other.lua", "--cycles", "3", "--format", "json", "--fail-on", "fault,suspect")
+        state = run.of("device 9001")[-1]
+        self.assertEqual(state["variables"]["analog input 1"]["value"], 21.5)
+        self.assertEqual(state["variables"]["analog input 1"]["unit"], "degrees-celsius")
+        self.succeed("verify", "other.lua")
+
+
+@unittest.skipIf(REASON, REASON)
+class InteropOfARelease(EndToEnd):
+    def test_a_released_command_is_a_null_at_its_priority(self):
+        other = Server("node", "device.js", cwd=FOLDER)
+        self.addCleanup(other.stop)
+        process = subprocess.run(
+            [WORKBENCH, "release", other.address, "analog-output", "1", "--priority", "16", "--yes"],
+            stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, timeout=60, check=False)
+        self.assertEqual(process.returncode, 0, process.stdout + process.stderr)
+        rows, _ = read_device(other.address, "1,1,85", "1,1,87")
+        self.assertEqual(rows[0][1:], ["real", "0"])
+        self.assertEqual(set(rows[1][2].split(", ")), {"null"})
+        other.stop()
+        wrote, = [json.loads(line[6:]) for line in other.output.splitlines() if line.startswith("wrote ")]
+        self.assertEqual((wrote["object"], wrote["property"], wrote["priority"]), ([1, 1], 85, 16))
+        self.assertEqual(wrote["values"], [{"type": 0, "value": None}])
