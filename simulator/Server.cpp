@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <stdexcept>
 
 #include "FaultCommand.h"
 #include "Printable.h"
@@ -14,6 +15,7 @@ namespace simulator {
 
 namespace {
 
+constexpr std::uint32_t LastPort = 65535;
 constexpr int TickMilliseconds = 50;
 constexpr int MostDatagramsInARow = 64;
 constexpr std::size_t LongestName = 200;  // octets of a line
@@ -27,7 +29,7 @@ std::string NameOf(FaultyStation const& station) {
 
 Server::Server(std::vector<Device> devices, CommandLine const& commandLine, Clock const& deviceClock)
     : options(commandLine), clock(deviceClock) {
-    std::uint16_t next = commandLine.port;
+    std::uint32_t next = commandLine.port;
     for (Device& device : devices) {
         Place& place = PlaceOf(device, next);
         FaultyStation& station = stations.emplace_back(std::move(device));
@@ -41,18 +43,22 @@ Server::Server(std::vector<Device> devices, CommandLine const& commandLine, Cloc
 }
 
 // That of the router with the same name, or a new one.
-Server::Place& Server::PlaceOf(Device const& device, std::uint16_t& nextPort) {
+Server::Place& Server::PlaceOf(Device const& device, std::uint32_t& nextPort) {
     std::string const& router = device.Settings().router.name;
     for (Place& place : places) {
         if (!router.empty() && place.stations.front()->GetDevice().Settings().router.name == router) {
             return place;
         }
     }
-    std::uint16_t const port = device.Settings().port.value_or(nextPort);
+    std::uint32_t const port = device.Settings().port ? *device.Settings().port : nextPort;
+    if (port > LastPort) {
+        throw std::invalid_argument("--port: from " + std::to_string(options.port) +
+                                    " on there are not enough ports for the devices without their own");
+    }
     if (!device.Settings().port && nextPort != 0) {
         ++nextPort;
     }
-    Place& place = places.emplace_back(Endpoint{options.bindAddress, port});
+    Place& place = places.emplace_back(Endpoint{options.bindAddress, static_cast<std::uint16_t>(port)});
     for (std::string const& note : place.sockets.Notes()) {
         std::cerr << "bacnet-simulator: " << note << '\n';
     }

@@ -20,8 +20,9 @@ namespace simulator {
 class Server {
 public:
     // Opens sockets for each device, or for each router with a name and the devices behind it; throws
-    // std::system_error. Standard error gets a note of each broadcast address that cannot be shared. The
-    // clock must outlive the server.
+    // std::system_error, and std::invalid_argument if the ports from that of the command line on are used up.
+    // Standard error gets a note of each broadcast address that cannot be shared. The clock must outlive the
+    // server.
     Server(std::vector<Device> devices, CommandLine const& commandLine, Clock const& deviceClock);
 
     // One line for each device: ready NAME ADDRESS:PORT
@@ -41,7 +42,7 @@ private:
         DeliveryQueue waiting;
     };
 
-    Place& PlaceOf(Device const& device, std::uint16_t& nextPort);
+    Place& PlaceOf(Device const& device, std::uint32_t& nextPort);
     void MakeTables();
     std::vector<FaultyStation*> Receivers(Place const& place, Datagram const& datagram) const;
     void Serve(Place& place, bool isReadable);

@@ -160,6 +160,14 @@ TEST_F(Broadcast, OneThatAnotherProgramKeepsForItselfIsReported) {
     EXPECT_EQ(Answers(Loopback, {WhoIs}), Texts{"127.0.0.1 " + IAm("01")});
 }
 
+TEST_F(Broadcast, PortsThatAreUsedUpAreAMistake) {
+    port = 65535;
+    EXPECT_THROW(
+        Start("device{name = 'A', instance = 1, port = 0} device{name = 'B', instance = 2} device{name "
+              "= 'C', instance = 3}"),
+        std::invalid_argument);
+}
+
 TEST_F(Broadcast, NamesStayOnTheirLine) {
     Start("device{name = 'A\\nready B\\27[2J', instance = 1}");
     EXPECT_EQ(ready, "ready A\\nready B\\x1B[2J 127.0.0.1:" + std::to_string(port) + "\n");
