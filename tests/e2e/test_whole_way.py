@@ -49,9 +49,9 @@ class WholeWay(PlantNetwork):
         first = self.create("first")
         self.succeed("check", "--strict", "first.lua")
         self.succeed("run", "first.lua", "--cycles", "10", "--format", "json", "--fail-on", "fault,suspect")
-        verified = json.loads(self.succeed("verify", "first.lua", "--format", "json").output)
-        verdicts = {point["verdict"] for block in verified["blocks"] for point in block["points"]}
-        self.assertLessEqual(verdicts, {"agrees", "moving"})
+        points = [line for line in self.json_lines("verify", "first.lua") if "verdict" in line]
+        self.assertGreater(len(points), 90)
+        self.assertLessEqual({point["verdict"] for point in points}, {"agrees", "moving"})
 
         for device in plant:
             device.stop()

@@ -29,10 +29,16 @@ constexpr int UsualCycles = 20'000;
 constexpr int CyclesBefore = 1000;
 
 class RandomFaults {
+    // Those of discovery are the last ones.
+    static constexpr std::size_t KindsMet = static_cast<std::size_t>(simulator::FaultKind::OtherInstance);
+    static_assert(simulator::IsOfDiscovery(simulator::FaultKind::OtherInstance) &&
+                  !simulator::IsOfDiscovery(simulator::FaultRows[KindsMet - 1].kind));
+
 public:
-    // A fault of any kind, with random parameters where it has them, for up to five requests or six seconds.
+    // A fault of any kind that a driver meets, with random parameters where it has them, for up to five
+    // requests or six seconds.
     Fault Next() {
-        Fault fault = simulator::MakeFault(simulator::FaultRows[Below(simulator::FaultKinds)].kind);
+        Fault fault = simulator::MakeFault(simulator::FaultRows[Below(KindsMet)].kind);
         fault.delay = std::chrono::milliseconds(Below(2500));
         fault.octet = Below(80);
         fault.mends = Below(2) == 0;
