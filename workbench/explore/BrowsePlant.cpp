@@ -68,8 +68,20 @@ private:
         StoppableLink link(socket, isStopped);
         for (std::size_t next = nextGroup++; next < groups.size(); next = nextGroup++) {
             for (std::size_t const position : groups[next]) {
+                if (position != groups[next].front()) {
+                    AwaitTurn(link, targets[position].peer);
+                }
                 records[position] = Read(link, targets[position]);
             }
+        }
+    }
+
+    // A device has a client of its own, which does not know when the one before at this endpoint was asked.
+    void AwaitTurn(standard::Link& link, standard::Peer const& peer) const {
+        standard::ClientSettings const paced = PacedClient(settings);
+        standard::Link::Time const turn = link.Now() + (peer.remote ? paced.routedSpacing : paced.spacing);
+        while (link.Now() < turn && !link.IsStopped()) {
+            link.Receive(turn);
         }
     }
 
