@@ -24,6 +24,23 @@ std::vector<std::string> TextsOf(CsvRow const& row) {
     return texts;
 }
 
+// What texts are compared by: without regard to letter case, blanks, "-" and "_". Other characters count:
+// units such as "%" and "m3/h" consist of them.
+std::string Folded(std::string const& text) {
+    std::string folded;
+    for (char const c : text) {
+        if (c != ' ' && c != '-' && c != '_') {
+            folded += c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+        }
+    }
+    return folded.empty() ? text : folded;
+}
+
+// Headings without a "#" are in front of the first number, and have none.
+bool HasDigit(std::string const& text) {
+    return text.find_first_of("0123456789") != std::string::npos;
+}
+
 bool IsEmpty(CsvRow const& row) {
     return row.fields.front().text.empty() && TextsOf(row).empty();
 }
@@ -32,32 +49,29 @@ bool IsEmpty(CsvRow const& row) {
 
 CodeTexts::CodeTexts(EdeFile const& codeFile, ImportReport& report) : file(codeFile.name) {
     std::unordered_map<std::uint32_t, std::size_t> lines;
-    bool isFirst = true;
     DecodedText const decoded = DecodeText(codeFile.content);
-    for (CsvRow const& row : ReadCsv(decoded.text).rows) {
+    ForEachRow(decoded.text, [&](CsvRow const& row, char) {
         if (row.isComment || IsEmpty(row)) {
-            continue;
+            return;
         }
         CsvField const& field = row.fields.front();
         auto const number = WholeNumberOf(field.text, UINT32_MAX - 1);
-        // A line of headings without a "#" is the first one.
         if (number && lines.emplace(*number, row.Line()).second) {
             texts[*number] = TextsOf(row);
             if (!texts[*number].empty()) {
-                auto const known = numbers.emplace(LettersOf(texts[*number].front()), *number);
+                auto const known = numbers.emplace(Folded(texts[*number].front()), *number);
                 known.first->second = known.second ? std::optional(*number) : std::nullopt;
             }
         } else if (number) {
-            report.lines.push_back({file, row.Line(), 1, "", Effect::RowNotUsed,
+            report.lines.push_back({file, row.Line(), 1, "", Effect::ValueNotUsed,
                                     "the number " + std::to_string(*number) + " is also in line " +
                                         std::to_string(lines[*number])});
-        } else if (!isFirst) {
+        } else if (!lines.empty() || HasDigit(field.text)) {
             report.lines.push_back(
-                {file, row.Line(), 1, "", Effect::RowNotUsed,
+                {file, row.Line(), 1, "", Effect::ValueNotUsed,
                  tools::Quoted(field.text) + " is not a number; a row is a number and its text"});
         }
-        isFirst = false;
-    }
+    });
 }
 
 std::vector<std::string> const& CodeTexts::Of(std::uint32_t number) const {
@@ -67,7 +81,7 @@ std::vector<std::string> const& CodeTexts::Of(std::uint32_t number) const {
 }
 
 std::optional<std::uint32_t> CodeTexts::NumberOf(std::string const& text) const {
-    auto const found = numbers.find(LettersOf(text));
+    auto const found = numbers.find(Folded(text));
     return found == numbers.end() ? std::nullopt : found->second;
 }
 

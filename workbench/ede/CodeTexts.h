@@ -22,7 +22,7 @@ public:
     // Empty for a number that the file does not have.
     std::vector<std::string> const& Of(std::uint32_t number) const;
     bool Has(std::uint32_t number) const { return texts.count(number) > 0; }
-    // The number whose first text has these letters and digits; no value if several have.
+    // The number whose first text is this one, in any letter case; no value if several have it.
     std::optional<std::uint32_t> NumberOf(std::string const& text) const;
     // The name of the file; empty without one.
     std::string const& File() const { return file; }

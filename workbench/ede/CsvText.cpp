@@ -30,15 +30,21 @@ std::size_t AfterLineEnd(std::string_view text, std::size_t at) {
     return std::min(at + (isPair ? 2 : 1), text.size());
 }
 
-// The separator that most lines have, of the first 200. The first one of equals.
+bool IsComment(std::string_view line) {
+    return Trimmed(line).substr(0, 1) == "#";
+}
+
+// The separator that most lines have, of the first 200 that are not comments. The first one of equals.
 char SeparatorOf(std::string_view text) {
     std::size_t counts[Separators.size()] = {};
     std::size_t at = 0;
-    for (int line = 0; line < 200 && at < text.size(); ++line) {
+    for (int lines = 0; lines < 200 && at < text.size();) {
         std::size_t const end = EndOfLine(text, at);
-        for (std::size_t i = 0; i < Separators.size(); ++i) {
-            counts[i] += text.substr(at, end - at).find(Separators[i]) != std::string_view::npos ? 1 : 0;
+        std::string_view const line = text.substr(at, end - at);
+        for (std::size_t i = 0; i < Separators.size() && !IsComment(line); ++i) {
+            counts[i] += line.find(Separators[i]) != std::string_view::npos ? 1 : 0;
         }
+        lines += IsComment(line) ? 0 : 1;
         at = AfterLineEnd(text, end);
     }
     return Separators[static_cast<std::size_t>(std::max_element(counts, counts + Separators.size()) -
@@ -148,26 +154,27 @@ void TakeComment(CsvRow& row) {
     }
 }
 
+using RowTaker = std::function<void(CsvRow const&, char)>;
+
 class CsvReader {
 public:
-    CsvReader(std::string_view csvText, char separatorOctet)
-        : text(csvText), separator(separatorOctet), parser(separatorOctet) {}
+    CsvReader(std::string_view csvText, char separatorOctet, RowTaker const& rowTaker)
+        : text(csvText), separator(separatorOctet), parser(separatorOctet), take(rowTaker) {}
 
-    std::vector<CsvRow> Rows(std::size_t begin) {
+    void Read(std::size_t begin) {
         line += begin > 0 ? 1 : 0;
         for (std::size_t at = begin; at < text.size(); ++line) {
             std::size_t const end = EndOfLine(text, at);
             bool const isEmpty = Trimmed(text.substr(at, end - at)).empty();
             at = AfterLineEnd(text, isEmpty ? end : ReadRow(at, end));
         }
-        return std::move(rows);
     }
 
 private:
     // Returns the index of the line end after the row.
     std::size_t ReadRow(std::size_t at, std::size_t endOfLine) {
         CsvRow row;
-        bool const isComment = Trimmed(text.substr(at, endOfLine - at)).front() == '#';
+        bool const isComment = IsComment(text.substr(at, endOfLine - at));
         std::size_t const limit = isComment ? endOfLine : text.size();
         RowParser::Result result = parser.Read(text, at, limit, line, row);
         if (!result.isWhole) {
@@ -176,7 +183,7 @@ private:
             result = {endOfLine, line, false};
         }
         TakeComment(row);
-        rows.push_back(std::move(row));
+        take(row, separator);
         line = result.line;
         return result.end;
     }
@@ -184,19 +191,28 @@ private:
     std::string_view text;
     char separator;
     RowParser parser;
+    RowTaker const& take;
     std::size_t line = 1;
-    std::vector<CsvRow> rows;
 };
 
 }  // namespace
 
 CsvText ReadCsv(std::string_view text) {
+    CsvText csv;
+    ForEachRow(text, [&](CsvRow const& row, char separator) {
+        csv.separator = separator;
+        csv.rows.push_back(row);
+    });
+    return csv;
+}
+
+void ForEachRow(std::string_view text, std::function<void(CsvRow const&, char)> const& take) {
     std::string_view const first = text.substr(0, EndOfLine(text, 0));
     bool const isNamed = first.size() == 5 && first.substr(0, 4) == "sep=" &&
                          Separators.find(first[4]) != std::string_view::npos;
     char const separator = isNamed ? first[4] : SeparatorOf(text);
     std::size_t const begin = isNamed ? AfterLineEnd(text, first.size()) : 0;
-    return {separator, CsvReader(text, separator).Rows(begin)};
+    CsvReader(text, separator, take).Read(begin);
 }
 
 }  // namespace workbench

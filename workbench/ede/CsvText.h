@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,8 +30,11 @@ struct CsvText {
     std::vector<CsvRow> rows;  // without empty lines, and without a first line "sep=;"
 };
 
-// Finds the separator by itself: the one that most of the first lines have. Reads every text. Work is linear
-// in its length.
+// Finds the separator by itself: the one that most of the first lines have that are not comments. Reads every
+// text. Work is linear in its length.
 CsvText ReadCsv(std::string_view text);
+
+// The same, a row at a time, so that memory is needed for one row alone.
+void ForEachRow(std::string_view text, std::function<void(CsvRow const& row, char separator)> const& take);
 
 }  // namespace workbench

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <unordered_map>
-#include <utility>
 
 namespace workbench {
 
@@ -156,7 +155,6 @@ std::optional<EdeLayout> EdeLayout::ByHeading(CsvRow const& row) {
         return std::nullopt;
     }
     EdeLayout layout;
-    std::vector<std::pair<std::size_t, std::size_t>> states;
     for (std::size_t i = 0; i < row.fields.size(); ++i) {
         std::string const letters = LettersOf(row.fields[i].text);
         layout.headings.push_back(row.fields[i].text);
@@ -164,38 +162,20 @@ std::optional<EdeLayout> EdeLayout::ByHeading(CsvRow const& row) {
         if (column && !layout.FieldOf(*column)) {
             layout.fields[static_cast<std::size_t>(*column)] = i;
         } else if (std::size_t const state = StateOf(letters)) {
-            states.emplace_back(state, i);
+            layout.stateTexts.push_back({state, i});
+        } else {
+            layout.unknownFields.push_back(i);
         }
     }
     if (!layout.FieldOf(EdeColumn::DeviceInstance) || !layout.FieldOf(EdeColumn::ObjectType) ||
         !layout.FieldOf(EdeColumn::ObjectInstance)) {
         return std::nullopt;
     }
-    std::sort(states.begin(), states.end());
-    for (auto const& state : states) {
-        layout.stateTexts.push_back(state.second);
-    }
     return layout;
 }
 
 bool EdeLayout::IsHeading(std::string const& text) {
     return std::find(std::begin(Headings), std::end(Headings), text) != std::end(Headings);
-}
-
-bool EdeLayout::Has(std::size_t field) const {
-    auto const isField = [field](std::optional<std::size_t> const& known) { return known == field; };
-    return std::any_of(fields.begin(), fields.end(), isField) ||
-           std::find(stateTexts.begin(), stateTexts.end(), field) != stateTexts.end();
-}
-
-std::vector<std::size_t> EdeLayout::UnknownFields() const {
-    std::vector<std::size_t> unknown;
-    for (std::size_t i = 0; i < headings.size(); ++i) {
-        if (!headings[i].empty() && !Has(i)) {
-            unknown.push_back(i);
-        }
-    }
-    return unknown;
 }
 
 }  // namespace workbench

@@ -42,9 +42,16 @@ std::string LettersOf(std::string_view text);
 // Which field of a row is which column.
 struct EdeLayout {
     std::array<std::optional<std::size_t>, EdeColumnCount> fields;
-    // The fields with the texts of states 1, 2, ..., for lists that have these in the row.
-    std::vector<std::size_t> stateTexts;
-    // By field: the heading as the file has it; no columns by position.
+    // The fields with the texts of states, for lists that have these in the row.
+    struct StateField {
+        std::size_t state;  // from 1
+        std::size_t field;
+    };
+    std::vector<StateField> stateTexts;
+    // Fields whose headings are empty or not known. These and the texts of states are in the order of the
+    // row.
+    std::vector<std::size_t> unknownFields;
+    // By field: the heading as the file has it; those of layout 2.3 by position.
     std::vector<std::string> headings;
 
     // The columns in the order of layout 2.3.
@@ -59,9 +66,6 @@ struct EdeLayout {
     std::optional<std::size_t> FieldOf(EdeColumn column) const {
         return fields[static_cast<std::size_t>(column)];
     }
-    // Fields whose headings are not known.
-    std::vector<std::size_t> UnknownFields() const;
-    bool Has(std::size_t field) const;
 };
 
 }  // namespace workbench

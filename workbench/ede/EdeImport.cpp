@@ -14,7 +14,7 @@ namespace workbench {
 
 namespace {
 
-constexpr std::uintmax_t LargestFile = 256;  // in units of 2^20 octets
+constexpr std::uintmax_t LargestFile = 64;  // in units of 2^20 octets
 
 std::string ContentOf(std::string const& path) {
     std::error_code error;
@@ -27,11 +27,30 @@ std::string ContentOf(std::string const& path) {
     }
 }
 
+// What names of files are compared by: LettersOf, and all characters beyond ASCII.
+std::string LettersOfName(std::string const& name) {
+    std::string letters;
+    for (char const& c : name) {
+        letters += static_cast<unsigned char>(c) < 0x80 ? LettersOf({&c, 1}) : std::string(1, c);
+    }
+    return letters;
+}
+
 // The letters of a name that ends in "EDE", without these.
 std::string BaseOf(std::filesystem::path const& path) {
-    std::string const letters = LettersOf(path.stem().string());
+    std::string const letters = LettersOfName(path.stem().string());
     bool const hasEnding = letters.size() >= 3 && letters.compare(letters.size() - 3, 3, "ede") == 0;
     return hasEnding ? letters.substr(0, letters.size() - 3) : letters;
+}
+
+// The start of a name whose letters are those of the base.
+std::string StartOf(std::filesystem::path const& path, std::string const& base) {
+    std::string const name = path.stem().string();
+    std::size_t length = 0;
+    while (length < name.size() && LettersOfName(name.substr(0, length)) != base) {
+        ++length;
+    }
+    return name.substr(0, length);
 }
 
 // The files beside a file.
@@ -47,6 +66,11 @@ public:
             }
         }
         std::sort(paths.begin(), paths.end());
+        // Lists "a1" and "a-1" may be in one folder.
+        std::stable_partition(paths.begin(), paths.end(),
+                              [start = StartOf(path, base)](std::filesystem::path const& other) {
+                                  return other.stem().string().compare(0, start.size(), start) == 0;
+                              });
     }
 
     // The first one with the base and one of the endings, such as "statetexts".
@@ -54,7 +78,7 @@ public:
         std::optional<EdeFile> found;
         for (std::filesystem::path const& path : paths) {
             std::string const extension = LettersOf(path.extension().string());
-            std::string const letters = LettersOf(path.stem().string());
+            std::string const letters = LettersOfName(path.stem().string());
             bool const hasEnding = std::any_of(endings.begin(), endings.end(), [&](char const* ending) {
                 return letters == base + ending || letters == base + "ede" + ending;
             });

@@ -192,19 +192,26 @@ private:
     }
     // Fields without a column, by their heading in the file.
     void ListFurther() {
-        for (std::size_t const field : row.layout.UnknownFields()) {
-            if (field < row.row.fields.size() && !row.row.fields[field].text.empty()) {
-                ListField(field, row.layout.headings[field], row.row.fields[field].text);
+        for (std::size_t const field : row.layout.unknownFields) {
+            if (field >= row.row.fields.size()) {
+                break;
             }
+            ListField(field, row.layout.headings[field]);
         }
         for (std::size_t i = row.layout.headings.size(); i < row.row.fields.size(); ++i) {
-            if (!row.row.fields[i].text.empty()) {
-                row.Report(i, "", Effect::ValueNotUsed,
-                           tools::Quoted(row.row.fields[i].text) + " is in a column without a heading");
-            }
+            ListField(i, "");
         }
     }
-    void ListField(std::size_t field, std::string const& heading, std::string const& text) {
+    void ListField(std::size_t field, std::string const& heading) {
+        std::string const& text = row.row.fields[field].text;
+        if (text.empty()) {
+            return;
+        }
+        if (heading.empty()) {
+            row.Report(field, heading, Effect::ValueNotUsed,
+                       tools::Quoted(text) + " is in a column without a heading");
+            return;
+        }
         bool const isOurs =
             EdeLayout::IsHeading(heading) || heading == TypeNameHeading || heading == UnitNameHeading;
         if (isOurs || !object.listed.emplace(heading, text).second) {

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "EdeObject.h"
+#include "FieldValue.h"
 #include "ObjectNames.h"
 #include "Printable.h"
 #include "TextEncoding.h"
@@ -15,6 +16,7 @@ using Effect = ImportLine::Effect;
 namespace {
 
 constexpr std::uint16_t DeviceType = 8;
+constexpr std::uint32_t LargestInstance = ObjectId::LastInstance;
 
 struct HeadingRow {
     char const* letters;
@@ -50,12 +52,17 @@ public:
             Report(0, Effect::Note,
                    "has octets that are not characters of its encoding; they are read as U+FFFD");
         }
-        for (CsvRow const& row : ReadCsv(decoded.text).rows) {
-            if (!IsEmpty(row) && !TakeHeadingRow(row) && !TakeHeadings(row) && !row.isComment &&
-                !IsObligation(row)) {
-                TakePoint(row);
+        ForEachRow(decoded.text, [this](CsvRow const& row, char separator) {
+            if (IsEmpty(row) || TakeHeadingRow(row) || TakeHeadings(row) || IsObligation(row)) {
+                return;
             }
-        }
+            if (row.isComment) {
+                NoteComment(row);
+                return;
+            }
+            NoteCommas(row, separator);
+            TakePoint(row);
+        });
         Finish();
         return std::move(import);
     }
@@ -90,13 +97,37 @@ private:
         }
         layout = std::move(*found);
         hasHeadings = true;
-        for (std::size_t const field : layout.UnknownFields()) {
+        for (std::size_t const field : layout.unknownFields) {
+            if (layout.headings[field].empty()) {
+                continue;
+            }
             bool const isSecond = EdeLayout::IsHeading(layout.headings[field]);
             import.report.lines.push_back({file, row.Line(), field + 1, layout.headings[field], Effect::Note,
                                            isSecond ? "is there twice; the first column is used"
                                                     : "is not a column of an EDE file; its texts are kept"});
         }
         return true;
+    }
+
+    // A comment that has the numbers of a point can be a key that begins with "#".
+    void NoteComment(CsvRow const& row) {
+        EdeRow const edeRow{file, row, layout, import.report};
+        bool const isPoint = WholeNumberOf(edeRow.TextOf(EdeColumn::DeviceInstance), LargestInstance) &&
+                             WholeNumberOf(edeRow.TextOf(EdeColumn::ObjectInstance), LargestInstance) &&
+                             !edeRow.TextOf(EdeColumn::ObjectType).empty();
+        if (isPoint) {
+            Report(row.Line(), Effect::Note, "begins with \"#\": a comment, and its point is left out");
+        }
+    }
+
+    // The values after an unprotected comma are in the wrong columns, and may look right there.
+    void NoteCommas(CsvRow const& row, char separator) {
+        if (hasHeadings && separator == ',' && row.fields.size() > layout.headings.size()) {
+            Report(row.Line(), Effect::Note,
+                   "has " + std::to_string(row.fields.size()) + " fields, and the headings have " +
+                       std::to_string(layout.headings.size()) +
+                       ": is a comma of a number or text not in quotation marks?");
+        }
     }
 
     void TakePoint(CsvRow const& row) {

@@ -10,7 +10,7 @@ namespace workbench {
 struct ImportLine {
     enum class Effect {
         RowNotUsed,     // the row makes no object
-        ValueNotUsed,   // the row makes an object, without the value of this column
+        ValueNotUsed,   // the row makes an object, without the value of this column; or a row of texts
         DeviceNotUsed,  // the device and its points have no address
         Note            // the value is used in another way than the file has it
     };

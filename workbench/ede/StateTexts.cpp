@@ -48,15 +48,36 @@ std::vector<std::string> TextsIn(std::string const& field) {
     return {};
 }
 
+// The texts in columns of their own, without empty ones at the end. Of several for a state, the first one.
 std::vector<std::string> TextsOfColumns(EdeRow const& row) {
     std::vector<std::string> texts;
-    for (std::size_t const field : row.layout.stateTexts) {
-        texts.push_back(field < row.row.fields.size() ? row.row.fields[field].text : std::string());
-    }
-    while (!texts.empty() && texts.back().empty()) {
-        texts.pop_back();
+    for (EdeLayout::StateField const& column : row.layout.stateTexts) {
+        if (column.field >= row.row.fields.size()) {
+            break;
+        }
+        std::string const& text = row.row.fields[column.field].text;
+        if (text.empty()) {
+            continue;
+        }
+        texts.resize(std::max(texts.size(), column.state));
+        std::string& known = texts[column.state - 1];
+        if (!known.empty() && known != text) {
+            row.Report(column.field, row.layout.headings[column.field], Effect::ValueNotUsed,
+                       tools::Quoted(text) + " is a second text of state " + std::to_string(column.state));
+        }
+        known = known.empty() ? text : known;
     }
     return texts;
+}
+
+// Reports the texts in columns of their own.
+void ReportColumns(EdeRow const& row, std::string const& reason) {
+    for (EdeLayout::StateField const& column : row.layout.stateTexts) {
+        if (column.field < row.row.fields.size() && !row.row.fields[column.field].text.empty()) {
+            row.Report(column.field, row.layout.headings[column.field], Effect::ValueNotUsed,
+                       tools::Quoted(row.row.fields[column.field].text) + reason);
+        }
+    }
 }
 
 std::vector<std::string> ReferencedTexts(EdeRow const& row, CodeTexts const& stateTexts) {
@@ -113,10 +134,16 @@ void SetStateTexts(EdeRow const& row, CodeTexts const& stateTexts, ObjectRecord&
         if (!reference.empty()) {
             object.listed[HeadingOf(EdeColumn::StateTextReference)] = reference;
         }
+        ReportColumns(row, " is the text of a state, which objects of this type do not have");
         return;
     }
     std::vector<std::string> texts = ReferencedTexts(row, stateTexts);
-    texts = texts.empty() ? TextsOfColumns(row) : std::move(texts);
+    std::vector<std::string> ofColumns = TextsOfColumns(row);
+    if (texts.empty()) {
+        texts = std::move(ofColumns);
+    } else if (!ofColumns.empty() && ofColumns != texts) {
+        ReportColumns(row, " is left out, because the texts of the reference are others");
+    }
     if (isBinary && texts.size() > 2) {
         row.Report(EdeColumn::StateTextReference, Effect::ValueNotUsed,
                    "a binary object has two states; the texts after the second are left out");

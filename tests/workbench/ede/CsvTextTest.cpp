@@ -35,6 +35,10 @@ TEST(CsvText, FindsTheSeparatorThatMostLinesHave) {
     EXPECT_EQ(ReadCsv("one, two; three").separator, ';');
 }
 
+TEST(CsvText, FindsTheSeparatorWithoutRegardToComments) {
+    EXPECT_EQ(ReadCsv("# by X, Y\n #1, 2\n#3, 4\na;b,c\n").separator, ';');
+}
+
 TEST(CsvText, TakesTheSeparatorFromTheFirstLineOfASpreadsheetProgram) {
     EXPECT_EQ(Shown("sep=,\r\na,b;c\r\n"), "2:a|2:b;c\n");
     EXPECT_EQ(Shown("sep=\"\na;b"), "! 1:sep=\"\n2:a|2:b\n");

@@ -36,6 +36,18 @@ TEST(EdeImport, ReadsTheFilesBesideIt) {
     }
 }
 
+TEST(EdeImport, ReadsTheFilesOfTheListWithThisName) {
+    for (std::string const name : {"a-1", "a1", "暖", "冷"}) {
+        test::TemporaryFolder const folder;
+        std::string const path = folder.Write(name + "_EDE.csv", Rows());
+        for (std::string const other : {"a-1", "a1", "a_1", "暖", "冷"}) {
+            folder.Write(other + "_StateTexts.csv", "4;of " + other + ";on\n");
+        }
+        auto const devices = ImportEde(path).inventory.devices;
+        EXPECT_EQ(StateTextsOf(devices.at(0).objects.at(0)).at(0), "of " + name);
+    }
+}
+
 TEST(EdeImport, NotesASecondFileOfStateTexts) {
     test::TemporaryFolder const folder;
     std::string const path = folder.Write("p_EDE.csv", Rows());

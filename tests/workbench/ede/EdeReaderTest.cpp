@@ -8,6 +8,8 @@ using standard::PropertyId;
 using test::ImportOf;
 using test::LinesOf;
 using workbench::DeviceRecord;
+using workbench::EdeFile;
+using workbench::EdeFiles;
 using workbench::EdeImport;
 using workbench::ObjectRecord;
 
@@ -104,6 +106,39 @@ TEST(EdeReader, TakesStateTextsFromColumnsOfTheirOwn) {
               "p:3: column 3 (object-name): is empty; an object has a name\n");
     EXPECT_EQ(StateTextsOf(ObjectsOf(import)[0]), (std::vector<std::string>{"a", "b", "c"}));
     EXPECT_EQ(StateTextsOf(ObjectsOf(import)[1]), (std::vector<std::string>{"off", "on"}));
+}
+
+TEST(EdeReader, TakesStateTextsFromTheColumnsOfTheirStates) {
+    std::string const headings =
+        "device;object-type;instance;object-name;inactive-text;active-text;text 1;text 2;text 4\n";
+    EdeImport const import = workbench::ReadEde(
+        {{"p", headings + "1;19;1;A;;;a;b;d\n1;3;1;B;off;on;;;\n1;3;2;C;off;on;off;1;\n1;0;1;D;x\n"},
+         {},
+         {},
+         {}});
+    auto const& objects = ObjectsOf(import);
+    EXPECT_EQ(StateTextsOf(objects[0]), (std::vector<std::string>{"a", "b", "", "d"}));
+    EXPECT_EQ(StateTextsOf(objects[1]), (std::vector<std::string>{"off", "on"}));
+    EXPECT_EQ(StateTextsOf(objects[2]), (std::vector<std::string>{"off", "on"}));
+    EXPECT_EQ(
+        LinesOf(import),
+        "p:4: column 8 (text 2): \"1\" is a second text of state 2: value not used\n"
+        "p:5: column 5 (inactive-text): \"x\" is the text of a state, which objects of this type do not "
+        "have: value not used\n");
+}
+
+TEST(EdeReader, ReportsTextsOfColumnsBesideAReference) {
+    EdeFiles files{{"p",
+                    "device;object-type;instance;object-name;state-text-reference;text 1\n"
+                    "1;3;1;A;4;closed\n"},
+                   {},
+                   {},
+                   {}};
+    files.stateTexts = EdeFile{"s", States};
+    EXPECT_EQ(
+        LinesOf(ReadEde(files)),
+        "p:2: column 6 (text 1): \"closed\" is left out, because the texts of the reference are others: "
+        "value not used\n");
 }
 
 TEST(EdeReader, ReportsReferencesThatHaveNoTexts) {
@@ -237,6 +272,37 @@ TEST(EdeReader, ReportsTheValuesOfASecondColumnWithTheSameHeading) {
     EXPECT_EQ(ObjectsOf(import)[0].listed.count("settable"), 0u);
 }
 
+TEST(EdeReader, ReportsValuesBelowAnEmptyHeading) {
+    EdeImport const import = workbench::ReadEde(
+        {{"p", "device;object-type;instance;;object-name\n1;0;1;lost;A\n1;0;2;;B\n"}, {}, {}, {}});
+    EXPECT_EQ(LinesOf(import), "p:2: column 4: \"lost\" is in a column without a heading: value not used\n");
+}
+
+TEST(EdeReader, TakesATextOfAUnitFileWithAllItsCharacters) {
+    EdeImport const import = ImportOf(
+        "K;1;A;0;1;;;;;;;;;;m/h\nK;1;B;0;2;;;;;;;;;;$\nK;1;C;0;3;;;;;;;;;;§ a\n", "", "7;m³/h\n8;!\n9;§-A\n");
+    EXPECT_NE(UnitsOf(ObjectsOf(import)[0]), 7u);
+    EXPECT_EQ(UnitsOf(ObjectsOf(import)[1]), std::nullopt);
+    EXPECT_EQ(UnitsOf(ObjectsOf(import)[2]), 9u);
+}
+
+TEST(EdeReader, NotesCommentsThatCouldBePoints) {
+    EXPECT_EQ(LinesOf(ImportOf("K;1;A;0;1\n\"#1 pump\";1;B;0;2\n# a remark;1;2\n")),
+              "p_EDE.csv:3: begins with \"#\": a comment, and its point is left out\n");
+}
+
+TEST(EdeReader, NotesACommaThatMovesTheFieldsOfItsRow) {
+    EdeImport const import = workbench::ReadEde(
+        {{"p", "keyname,device,object-name,object-type,instance,min\nK,1,A,2,1,0\nK,1,B,2,2,0,5\n"},
+         {},
+         {},
+         {}});
+    EXPECT_EQ(LinesOf(import),
+              "p:3: has 7 fields, and the headings have 6: is a comma of a number or text not in quotation "
+              "marks?\n"
+              "p:3: column 7: \"5\" is in a column without a heading: value not used\n");
+}
+
 TEST(EdeReader, ReadsByPositionWithoutHeadings) {
     EdeImport const import =
         workbench::ReadEde({{"p", "Points of the plant\nK;12;T;0;5;the text\n"}, {}, {}, {}});
@@ -283,9 +349,13 @@ TEST(EdeReader, NotesLooseQuotationMarksAndInvalidOctets) {
 
 TEST(EdeReader, ReportsMistakesOfTheFilesBesideIt) {
     EXPECT_EQ(LinesOf(ImportOf("K;1;A;0;1\n", "Reference;Text\n1;a\nx;b\n1;c\n")),
-              "p_StateTexts.csv:3: column 1: \"x\" is not a number; a row is a number and its text: row not "
-              "used\n"
-              "p_StateTexts.csv:4: column 1: the number 1 is also in line 2: row not used\n");
+              "p_StateTexts.csv:3: column 1: \"x\" is not a number; a row is a number and its text: value "
+              "not used\n"
+              "p_StateTexts.csv:4: column 1: the number 1 is also in line 2: value not used\n");
+    EXPECT_EQ(LinesOf(ImportOf("K;1;A;0;1\n", "State Texts\nReference;Text\n1;a\n")), "");
+    EXPECT_EQ(LinesOf(ImportOf("K;1;A;0;1\n", "1O;a;b\n2;c;d\n")),
+              "p_StateTexts.csv:1: column 1: \"1O\" is not a number; a row is a number and its text: value "
+              "not used\n");
 }
 
 TEST(EdeReader, ReportsInTextAndJson) {
