@@ -12,13 +12,14 @@ class Browse(Exploring):
         result = run("browse", device.address)
         self.assertEqual((result.code, result.errors), (0, ""))
         by_name = {row["name"]: row for row in result.rows}
-        self.assertEqual(len(by_name), 5)
+        self.assertEqual(len(by_name), 6)
         supply = by_name["Supply air"]
         self.assertEqual((supply["object"], supply["value"], supply["units"], supply["flags"], supply["description"]),
                          ("analog-input 1", "21.5", "°C", "none", "North side"))
-        self.assertEqual((supply["read"], supply["write"]), ("yes", "no"))
+        self.assertEqual((supply["read"], supply["write"], supply["why not"]),
+                         ("yes", "no", "the device sets present-value of analog-input itself"))
         self.assertEqual(by_name["Mode"]["state"], "automatic")
-        self.assertEqual((by_name["Valve"]["read"], by_name["Valve"]["write"]), ("yes", "yes"))
+        self.assertEqual([by_name["Valve"][column] for column in ("read", "write", "why not")], ["yes", "yes", ""])
         self.assertEqual(by_name["Mean"]["read"], "no")
         self.assertIn("present-value", by_name["Mean"]["why not"])
 
@@ -28,11 +29,34 @@ class Browse(Exploring):
         for text in ("device 1001, AHU-1, Example, X1", "21.5 °C", "2 (automatic)", "read, write", "no: "):
             self.assertIn(text, table)
 
+    def test_the_device_itself_is_shown_in_each_form(self):
+        device = self.device(AHU)
+        abilities = "max APDU 1476, segmented-transmit, protocol revision 14, database revision 1, operational"
+        row = run("browse", device.address).rows[0]
+        self.assertEqual((row["object"], row["name"], row["value"], row["read"]),
+                         ("device 1001", "AHU-1", f"Example, X1, firmware 1, {abilities}", "no"))
+        self.assertIn(f"\n  {abilities}\n", run("browse", device.address, "--format", "table").output)
+        found = run("browse", device.address, "--format", "json").objects[0]
+        self.assertEqual((found["vendor"], found["vendorId"], found["model"], found["firmware"], found["maxApdu"],
+                          found["segmentation"], found["protocolRevision"], found["databaseRevision"], found["status"]),
+                         ("Example", 999, "X1", "1", 1476, "segmented-transmit", 14, 1, "operational"))
+
+    def test_references_are_shown_by_names(self):
+        device = self.device("""device{ name = "D", instance = 1, objects = {
+            schedule{instance = 1, name = "S", list_of_object_property_references =
+                     {{"analog_value", 7, "present_value"}}} } }""")
+        rows = {row["property"]: row["value"] for row in run("browse", device.address, "schedule,1").rows}
+        self.assertEqual(rows["list-of-object-property-references"], "analog-value 7 present-value")
+        self.assertIn("weekly-schedule, exception-schedule", rows["property-list"])
+
     def test_json_has_a_device_and_its_objects(self):
         device = self.device(AHU)
         first, *objects = run("browse", device.address, "--format", "json").objects
         self.assertEqual((first["kind"], first["device"], first["objects"], first["complete"]), ("device", 1001, 5, True))
         self.assertEqual([o["value"] for o in objects[:3]], [21.5, 40, 2])
+        self.assertEqual([(o["canRead"], o["canWrite"]) for o in objects[:3]], [(True, False), (True, True), (True, True)])
+        self.assertEqual((objects[0]["whyNot"], objects[0]["whyNotWritten"]),
+                         (None, "the device sets present-value of analog-input itself"))
         self.assertEqual(objects[2]["stateTexts"], ["off", "automatic", "hand"])
 
     def test_one_object_shows_levels_and_schedules_in_words(self):
@@ -60,7 +84,7 @@ class Browse(Exploring):
                              f'segmentation_supported = "no-segmentation", objects = {{ {objects} }} }}')
         result = run("browse", device.address, "--rate", "1000")
         self.assertEqual((result.code, result.errors), (0, ""))
-        self.assertEqual([row["name"] for row in result.rows], [f"Temperature {i}" for i in range(1, 501)])
+        self.assertEqual([row["name"] for row in result.rows], ["D"] + [f"Temperature {i}" for i in range(1, 501)])
 
     def test_names_can_have_any_octets(self):
         device = self.device('device{name = "D", instance = 1, objects = {'

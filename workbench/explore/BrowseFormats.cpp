@@ -4,7 +4,7 @@
 
 #include "AddressArgument.h"
 #include "ObjectNames.h"
-#include "PointSupport.h"
+#include "ObjectUse.h"
 #include "Printable.h"
 #include "PropertyLines.h"
 #include "PropertyNames.h"
@@ -17,30 +17,71 @@ namespace {
 
 using standard::PropertyId;
 
-// What the driver makes of an object: "read, write" of one that is there to be set, "read", or "no: " and the
-// reason.
+// What the driver makes of an object: "read, write", "read", or "no: " and the reason.
 std::string DriverWords(ObjectRecord const& object) {
-    PointSupport const support = SupportOf(object.id);
-    if (!support.canRead) {
-        return "no: " + support.whyNot;
-    }
-    return support.canWrite && IsSettable(object) ? "read, write" : "read";
+    PointSupport const use = UseOf(object);
+    return !use.canRead ? "no: " + use.whyNot : use.canWrite ? "read, write" : "read";
+}
+
+void Append(std::string& list, std::string const& before, std::string const& part) {
+    list += part.empty() ? "" : (list.empty() ? "" : ", ") + before + part;
+}
+
+// "Example, X1, firmware 1"
+std::string Maker(ObjectRecord const& device) {
+    std::string text;
+    Append(text, "", TextOf(device, PropertyId::Vendor_Name));
+    Append(text, "", TextOf(device, PropertyId::Model_Name));
+    Append(text, "firmware ", TextOf(device, PropertyId::Firmware_Revision));
+    return text;
 }
 
 std::string Identity(ObjectRecord const& device) {
     std::string text = "device " + std::to_string(device.id.instance);
-    for (PropertyId const property :
-         {PropertyId::Object_Name, PropertyId::Vendor_Name, PropertyId::Model_Name}) {
-        std::string const part = TextOf(device, property);
-        text += part.empty() ? "" : ", " + part;
+    Append(text, "", NameOf(device));
+    Append(text, "", Maker(device));
+    return text;
+}
+
+// "max APDU 1476, segmented-both, protocol revision 14, database revision 3, operational"; empty if nothing
+// of it is known.
+std::string Abilities(ObjectRecord const& device) {
+    struct Ability {
+        PropertyId property;
+        char const* before;
+    };
+    std::string text;
+    for (Ability const& ability : {Ability{PropertyId::Max_APDU_Length_Accepted, "max APDU "},
+                                   Ability{PropertyId::Segmentation_Supported, ""},
+                                   Ability{PropertyId::Protocol_Revision, "protocol revision "},
+                                   Ability{PropertyId::Database_Revision, "database revision "},
+                                   Ability{PropertyId::System_Status, ""}}) {
+        if (device.Value(ability.property)) {
+            Append(text, ability.before, PropertyWords(device, static_cast<std::uint32_t>(ability.property)));
+        }
     }
-    std::string const firmware = TextOf(device, PropertyId::Firmware_Revision);
-    return text + (firmware.empty() ? "" : ", firmware " + firmware);
+    return text;
+}
+
+std::string ObjectLine(DeviceRecord const& device, ObjectRecord const& object, std::string const& value) {
+    PointSupport const use = UseOf(object);
+    return TabbedLine({device.peer ? AddressText(*device.peer) : "", std::to_string(device.Instance()),
+                       standard::ObjectText(object.id), NameOf(object), value, UnitWords(object),
+                       StateWords(object), FlagWords(object), use.canRead ? "yes" : "no",
+                       use.canWrite ? "yes" : "no", use.canRead ? use.whyNotWritten : use.whyNot,
+                       TextOf(object, PropertyId::Description)});
+}
+
+// The Device object: what it is in place of a value.
+std::string DeviceLine(DeviceRecord const& device) {
+    std::string text = Maker(device.device);
+    Append(text, "", Abilities(device.device));
+    return device.device.properties.empty() ? "" : ObjectLine(device, device.device, text);
 }
 
 std::string CountText(DeviceRecord const& device) {
     auto const read = std::count_if(device.objects.begin(), device.objects.end(),
-                                    [](ObjectRecord const& object) { return SupportOf(object.id).canRead; });
+                                    [](ObjectRecord const& object) { return UseOf(object).canRead; });
     return std::to_string(device.objects.size()) + " objects, of which the driver can read " +
            std::to_string(read) + (device.isComplete ? "" : " (incomplete)");
 }
@@ -82,7 +123,9 @@ TextTable TableOf(DeviceRecord const& device) {
 std::string BrowseText(std::vector<DeviceRecord> const& devices, TextStyle const& style) {
     std::string text;
     for (DeviceRecord const& device : devices) {
-        text += Heading(device, style) + NoteText(device.notes, device.isComplete, style);
+        std::string const abilities = Abilities(device.device);
+        text += Heading(device, style) + (abilities.empty() ? "" : "  " + abilities + "\n") +
+                NoteText(device.notes, device.isComplete, style);
         if (!device.objects.empty()) {
             text += TableOf(device).Text(style) + "  " + CountText(device) + "\n";
         }
@@ -94,14 +137,9 @@ std::string BrowseLines(std::vector<DeviceRecord> const& devices) {
     std::string text = TabbedLine({"address", "device", "object", "name", "value", "units", "state", "flags",
                                    "read", "write", "why not", "description"});
     for (DeviceRecord const& device : devices) {
+        text += DeviceLine(device);
         for (ObjectRecord const& object : device.objects) {
-            PointSupport const support = SupportOf(object.id);
-            text += TabbedLine({device.peer ? AddressText(*device.peer) : "",
-                                std::to_string(device.Instance()), standard::ObjectText(object.id),
-                                NameOf(object), PlainValue(object), UnitWords(object), StateWords(object),
-                                FlagWords(object), support.canRead ? "yes" : "no",
-                                support.canWrite && IsSettable(object) ? "yes" : "no", support.whyNot,
-                                TextOf(object, PropertyId::Description)});
+            text += ObjectLine(device, object, PlainValue(object));
         }
     }
     return text;

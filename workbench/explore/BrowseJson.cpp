@@ -6,7 +6,7 @@
 #include "JsonFields.h"
 #include "NumberText.h"
 #include "ObjectNames.h"
-#include "PointSupport.h"
+#include "ObjectUse.h"
 #include "PropertyLines.h"
 #include "PropertyNames.h"
 #include "ValueWords.h"
@@ -83,6 +83,21 @@ void WriteAddress(JsonWriter& writer, DeviceRecord const& device) {
     writer.Uint(device.Instance());
 }
 
+void WriteNumber(JsonWriter& writer, char const* name, ObjectRecord const& object, PropertyId property) {
+    writer.Key(name);
+    if (auto const number = NumberOf(object, property)) {
+        writer.Uint(*number);
+    } else {
+        writer.Null();
+    }
+}
+
+// An enumeration by its name; null without a value.
+void WriteName(JsonWriter& writer, char const* name, ObjectRecord const& object, PropertyId property) {
+    WriteOptional(writer, name,
+                  object.Value(property) ? PropertyWords(object, static_cast<std::uint32_t>(property)) : "");
+}
+
 std::string DeviceLine(DeviceRecord const& device) {
     return Line("device", [&](JsonWriter& writer) {
         WriteAddress(writer, device);
@@ -91,6 +106,13 @@ std::string DeviceLine(DeviceRecord const& device) {
         WriteOptional(writer, "model", TextOf(device.device, PropertyId::Model_Name));
         WriteOptional(writer, "firmware", TextOf(device.device, PropertyId::Firmware_Revision));
         WriteOptional(writer, "description", TextOf(device.device, PropertyId::Description));
+        WriteNumber(writer, "vendorId", device.device, PropertyId::Vendor_Identifier);
+        WriteNumber(writer, "maxApdu", device.device, PropertyId::Max_APDU_Length_Accepted);
+        WriteName(writer, "segmentation", device.device, PropertyId::Segmentation_Supported);
+        WriteNumber(writer, "protocolRevision", device.device, PropertyId::Protocol_Revision);
+        WriteNumber(writer, "databaseRevision", device.device, PropertyId::Database_Revision);
+        WriteName(writer, "status", device.device, PropertyId::System_Status);
+        WriteOptional(writer, "location", TextOf(device.device, PropertyId::Location));
         writer.Key("objects");
         writer.Uint64(device.objects.size());
         writer.Key("complete");
@@ -107,7 +129,7 @@ std::string UnitName(ObjectRecord const& object) {
 
 std::string ObjectLine(DeviceRecord const& device, ObjectRecord const& object) {
     return Line("object", [&](JsonWriter& writer) {
-        PointSupport const support = SupportOf(object.id);
+        PointSupport const use = UseOf(object);
         WriteAddress(writer, device);
         WriteField(writer, "object", standard::ObjectText(object.id));
         WriteOptional(writer, "name", NameOf(object));
@@ -119,13 +141,14 @@ std::string ObjectLine(DeviceRecord const& device, ObjectRecord const& object) {
         WriteTexts(writer, "stateTexts", StateTextsOf(object));
         WriteOptional(writer, "flags", FlagWords(object));
         writer.Key("canRead");
-        writer.Bool(support.canRead);
+        writer.Bool(use.canRead);
         writer.Key("canWrite");
-        writer.Bool(support.canWrite);
+        writer.Bool(use.canWrite);
         writer.Key("settable");
         writer.Bool(IsSettable(object));
-        WriteOptional(writer, "elementType", support.elementType);
-        WriteOptional(writer, "whyNot", support.whyNot);
+        WriteOptional(writer, "elementType", use.elementType);
+        WriteOptional(writer, "whyNot", use.whyNot);
+        WriteOptional(writer, "whyNotWritten", use.whyNotWritten);
     });
 }
 

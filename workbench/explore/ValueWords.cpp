@@ -1,10 +1,12 @@
 #include "ValueWords.h"
 
+#include <algorithm>
 #include <iterator>
 
 #include "DatumText.h"
 #include "Printable.h"
 #include "PropertyNames.h"
+#include "ReferenceWords.h"
 #include "UnitSymbols.h"
 
 namespace workbench {
@@ -21,6 +23,15 @@ constexpr char const* PriorityNames[] = {
     "Manual Life Safety", "Automatic Life Safety", "", "",
     "Critical Equipment", "Minimum On/Off",        "", "Manual Operator"};
 constexpr std::size_t PriorityNameWidth = 21;
+
+// Properties with references to properties of objects; the last is log-device-object-property.
+constexpr PropertyId References[] = {PropertyId::Object_Property_Reference,
+                                     PropertyId::List_Of_Object_Property_References,
+                                     PropertyId::Controlled_Variable_Reference,
+                                     PropertyId::Manipulated_Variable_Reference,
+                                     PropertyId::Setpoint_Reference,
+                                     PropertyId::Input_Reference,
+                                     PropertyId{132}};
 
 bool IsBinary(std::uint16_t type) {
     return type == 3 || type == 4 || type == 5;
@@ -39,6 +50,11 @@ standard::ReadResult const* ResultOf(ObjectRecord const& object, PropertyId prop
 std::string PresentText(ObjectRecord const& object, Datum const& value) {
     return DatumText(std::vector<Datum>{value},
                      {object.id, static_cast<std::uint32_t>(PropertyId::Present_Value), std::nullopt});
+}
+
+bool IsReference(std::uint32_t property) {
+    return std::any_of(std::begin(References), std::end(References),
+                       [property](PropertyId id) { return static_cast<std::uint32_t>(id) == property; });
 }
 
 // The names of properties.
@@ -109,11 +125,14 @@ std::string PropertyWords(ObjectRecord const& object, std::uint32_t property) {
     if (property == static_cast<std::uint32_t>(PropertyId::Present_Value)) {
         return ValueWords(object);
     }
-    if (property == static_cast<std::uint32_t>(PropertyId::Property_List) && !result->failure) {
+    if (result->failure) {
+        return "(" + FailureText(*result->failure) + ")";
+    }
+    if (property == static_cast<std::uint32_t>(PropertyId::Property_List)) {
         return NamesText(result->values);
     }
-    return result->failure ? "(" + FailureText(*result->failure) + ")"
-                           : DatumText(result->values, result->reference);
+    auto const references = IsReference(property) ? ReferenceWords(result->values) : std::nullopt;
+    return references ? *references : DatumText(result->values, result->reference);
 }
 
 std::string PriorityName(unsigned priority) {
