@@ -19,6 +19,9 @@ namespace workbench {
 namespace {
 
 constexpr std::size_t MostThreads = 8;
+// Devices at one address that do not answer until the others there are not requested: an address that
+// announces thousands of instances would cost hours.
+constexpr std::ptrdiff_t MostSilent = 2;
 
 // The devices at one endpoint, which is a device or a router, by their positions among the targets.
 using Group = std::vector<std::size_t>;
@@ -67,13 +70,33 @@ private:
     void Work(standard::Link& socket) {
         StoppableLink link(socket, isStopped);
         for (std::size_t next = nextGroup++; next < groups.size(); next = nextGroup++) {
+            std::vector<standard::Peer> silent;  // each as often as it was silent
             for (std::size_t const position : groups[next]) {
-                if (position != groups[next].front()) {
-                    AwaitTurn(link, targets[position].peer);
+                standard::Peer const& peer = targets[position].peer;
+                if (std::count(silent.begin(), silent.end(), peer) >= MostSilent) {
+                    records[position] = NotRequested(peer);
+                    continue;
                 }
+                if (position != groups[next].front()) {
+                    AwaitTurn(link, peer);
+                }
+                standard::Link::Time const begin = link.Now();
                 records[position] = Read(link, targets[position]);
+                bool const isRead = !records[position].device.properties.empty();
+                if (!isRead && link.Now() - begin >= settings.client.timeout) {
+                    silent.push_back(peer);
+                }
             }
         }
+    }
+
+    DeviceRecord NotRequested(standard::Peer const& peer) {
+        ++finished;
+        DeviceRecord record;
+        record.peer = peer;
+        record.isComplete = false;
+        record.notes.push_back("not requested, since other devices at this address did not answer");
+        return record;
     }
 
     // A device has a client of its own, which does not know when the one before at this endpoint was asked.
