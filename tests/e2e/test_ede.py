@@ -91,6 +91,9 @@ differences: 6, devices compared: 1, objects compared: 2
         self.assertIn("TIMESTAMP_OF_LAST_CHANGE;T", rows)
         self.assert_same_list_again("p")
         self.run_workbench("compare", "p_EDE.csv", "p.lua")
+        self.file("q_EDE.csv", self.read("p_EDE.csv") + "K2;x;Y;0;2\r\n")
+        run = self.run_workbench("compare", "q_EDE.csv", "p.lua", code=1)
+        self.assertTrue(run.stdout.startswith("differences: 0,"), run.stdout)
         run = self.run_workbench("ede", "p.lua", code=2)
         self.assertEqual(run.stderr, "p_EDE.csv: exists; choose another name with -o, or replace it with --force\n")
         self.run_workbench("ede", "p.lua", "--force")
@@ -149,7 +152,7 @@ rows: 2, devices: 1, points: 1, rows not used: 1, values not used: 0, devices no
         self.file("delivered_EDE.csv", "\n".join(lines[:first]) + "\n")
         commands = "\n".join(lines[first:]).split("$ dorvel-workbench ")[1:]
         self.assertEqual(len(commands), 2)
-        for command, code in zip(commands, (1, 0)):
+        for command, code in zip(commands, (1, 1)):
             words, output = command.split("\n", 1)
             run = self.run_workbench(*words.split(), code=code)
             self.assertEqual(run.stderr + run.stdout, output.rstrip("\n") + "\n")

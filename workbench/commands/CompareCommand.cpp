@@ -33,7 +33,8 @@ Examples:
 
 Exit codes:
   0  no differences
-  1  differences; or not everything was compared: Ctrl-C, a device that did not answer
+  1  differences; or not everything was compared: Ctrl-C, a device that did not answer, something in
+     a list that cannot be used
   2  a mistake on the command line or in a file
   4  something else failed
   130  a second Ctrl-C ended the program at once)";
@@ -54,7 +55,8 @@ int CompareList(CompareOptions const& options, Streams const& streams) {
     if (!streams.out.flush()) {
         throw std::runtime_error("standard output cannot be written");
     }
-    bool const isEqual = comparison.differences.empty() && comparison.notes.empty() && plant.isWhole;
+    bool const isEqual =
+        comparison.differences.empty() && comparison.notes.empty() && list.isWhole && plant.isWhole;
     return isEqual ? tools::WorkbenchExit::Ok : tools::WorkbenchExit::Fault;
 }
 

@@ -49,6 +49,7 @@ bool IsEmpty(CsvRow const& row) {
 
 CodeTexts::CodeTexts(EdeFile const& codeFile, ImportReport& report) : file(codeFile.name) {
     std::unordered_map<std::uint32_t, std::size_t> lines;
+    bool hasHeadings = false;
     DecodedText const decoded = DecodeText(codeFile.content);
     ForEachRow(decoded.text, [&](CsvRow const& row, char) {
         if (row.isComment || IsEmpty(row)) {
@@ -70,8 +71,13 @@ CodeTexts::CodeTexts(EdeFile const& codeFile, ImportReport& report) : file(codeF
             report.lines.push_back(
                 {file, row.Line(), 1, "", Effect::ValueNotUsed,
                  tools::Quoted(field.text) + " is not a number; a row is a number and its text"});
+        } else {
+            hasHeadings = true;
         }
     });
+    if (lines.empty() && hasHeadings) {
+        report.lines.push_back({file, 0, 0, "", Effect::Note, "has no row with a number and its text"});
+    }
 }
 
 std::vector<std::string> const& CodeTexts::Of(std::uint32_t number) const {

@@ -3,6 +3,7 @@
 #include <map>
 
 #include "DatumText.h"
+#include "EdeCells.h"
 #include "EdeColumns.h"
 #include "FieldValue.h"
 #include "JsonFields.h"
@@ -47,11 +48,7 @@ std::string UnitOf(ObjectRecord const& object) {
     return listed == object.listed.end() ? std::string() : listed->second;
 }
 
-std::string StatesOf(ObjectRecord const& object) {
-    std::vector<std::string> texts = StateTextsOf(object);
-    while (!texts.empty() && texts.back().empty()) {
-        texts.pop_back();
-    }
+std::string Joined(std::vector<std::string> const& texts) {
     std::string all;
     for (std::string const& text : texts) {
         all += (&text == texts.data() ? "" : ", ") + text;
@@ -123,14 +120,23 @@ private:
                         NameOf(*actual->second));
             CompareText(Kind::Unit, device, *listed->second, UnitOf(*listed->second),
                         UnitOf(*actual->second));
-            CompareText(Kind::StateTexts, device, *listed->second, StatesOf(*listed->second),
-                        StatesOf(*actual->second));
+            CompareStates(device, *listed->second, *actual->second);
+        }
+    }
+
+    void CompareStates(std::uint32_t device, ObjectRecord const& list, ObjectRecord const& plant) {
+        std::vector<std::string> const listed = PlainStateTexts(list);
+        std::vector<std::string> const actual = PlainStateTexts(plant);
+        if (!listed.empty() && listed != actual) {
+            comparison.differences.push_back(
+                {Kind::StateTexts, device, list.id, NameOf(list), Joined(listed), Joined(actual)});
         }
     }
 
     void CompareText(Kind kind, std::uint32_t device, ObjectRecord const& object, std::string const& listed,
                      std::string const& actual) {
-        if (!listed.empty() && listed != actual) {
+        // A list has blanks in place of control characters.
+        if (!listed.empty() && PlainText(listed) != PlainText(actual)) {
             comparison.differences.push_back({kind, device, object.id, NameOf(object), listed, actual});
         }
     }

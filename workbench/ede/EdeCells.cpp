@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include "FieldValue.h"
 #include "NumberText.h"
+#include "Printable.h"
+#include "PropertyDatatype.h"
 #include "UnitCode.h"
 
 namespace workbench {
@@ -36,15 +39,26 @@ std::string ValueOrListed(ObjectRecord const& object, PropertyId property, EdeCo
     return text.empty() ? Listed(object, column) : text;
 }
 
+// An input has no Relinquish_Default: its default is one of its values, with a point in numbers.
+std::string DefaultOf(ObjectRecord const& object) {
+    std::string text = ValueOrListed(object, PropertyId::Relinquish_Default, EdeColumn::Default);
+    auto const datatype =
+        standard::DatatypeOf(object.id.type, static_cast<std::uint32_t>(PropertyId::Present_Value));
+    auto const value = datatype ? DatumOf(text, *datatype) : std::nullopt;
+    return value && value->kind == DatumKind::Real ? CellText(*value) : text;
+}
+
 // The range of a multi-state object is its states.
 std::string MinimumOf(ObjectRecord const& object) {
     std::string text = ValueOrListed(object, PropertyId::Min_Pres_Value, EdeColumn::Minimum);
     return text.empty() && NumberOf(object, PropertyId::Number_Of_States) ? "1" : text;
 }
 
+// A device can have more texts than states. A list that says so cannot be read.
 std::string MaximumOf(ObjectRecord const& object) {
-    std::string text = ValueText(object, PropertyId::Number_Of_States);
-    return text.empty() ? ValueOrListed(object, PropertyId::Max_Pres_Value, EdeColumn::Maximum) : text;
+    auto const states = NumberOf(object, PropertyId::Number_Of_States);
+    return states ? std::to_string(std::max<std::size_t>(*states, PlainStateTexts(object).size()))
+                  : ValueOrListed(object, PropertyId::Max_Pres_Value, EdeColumn::Maximum);
 }
 
 std::string SettableOf(ObjectRecord const& object) {
@@ -68,6 +82,22 @@ std::string CovOf(ObjectRecord const& object, ObjectRecord const& device) {
 }
 
 }  // namespace
+
+std::string PlainText(std::string const& text) {
+    std::string plain = tools::ValidUtf8(text);
+    std::replace_if(
+        plain.begin(), plain.end(), [](unsigned char c) { return c < 0x20 || c == 0x7F; }, ' ');
+    return plain;
+}
+
+std::vector<std::string> PlainStateTexts(ObjectRecord const& object) {
+    std::vector<std::string> texts = StateTextsOf(object);
+    while (!texts.empty() && texts.back().empty()) {
+        texts.pop_back();
+    }
+    std::transform(texts.begin(), texts.end(), texts.begin(), PlainText);
+    return texts;
+}
 
 std::string CellText(Datum const& value) {
     switch (value.kind) {
@@ -102,7 +132,7 @@ std::string CellOf(ObjectRecord const& object, EdeColumn column, ObjectRecord co
         case EdeColumn::Description:
             return TextOf(object, PropertyId::Description);
         case EdeColumn::Default:
-            return ValueOrListed(object, PropertyId::Relinquish_Default, column);
+            return DefaultOf(object);
         case EdeColumn::Minimum:
             return MinimumOf(object);
         case EdeColumn::Maximum:

@@ -25,9 +25,7 @@ constexpr char const* Obligations =
 
 // A field of a row: in quotation marks where it has to be, without control characters.
 std::string Field(std::string const& text) {
-    std::string field = tools::ValidUtf8(text);
-    std::replace_if(
-        field.begin(), field.end(), [](unsigned char c) { return c < 0x20 || c == 0x7F; }, ' ');
+    std::string field = PlainText(text);
     bool const hasBlanks = !field.empty() && (field.front() == ' ' || field.back() == ' ');
     if (!hasBlanks && field.find_first_of(";\"") == std::string::npos) {
         return field;
@@ -157,10 +155,7 @@ private:
 
     // The number of the texts of its states, from 1 on in the order of the rows.
     std::string ReferenceOf(ObjectRecord const& object) {
-        std::vector<std::string> texts = StateTextsOf(object);
-        while (!texts.empty() && texts.back().empty()) {
-            texts.pop_back();
-        }
+        std::vector<std::string> const texts = PlainStateTexts(object);
         if (texts.empty()) {
             return {};
         }

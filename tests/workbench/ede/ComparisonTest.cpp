@@ -43,6 +43,15 @@ TEST(Comparison, NamesMissingAdditionalAndChangedObjects) {
         "differences: 7, devices compared: 1, objects compared: 2\n");
 }
 
+TEST(Comparison, OfStateTextsIsTextByText) {
+    EXPECT_EQ(Compared("a;1;A;3;1;;;;;;;;;off, on|x\n", "a;1;A;3;1;;;;;;;;;off|on, x\n").differences.size(),
+              1u);
+}
+
+TEST(Comparison, TakesControlCharactersForTheBlanksOfAList) {
+    EXPECT_TRUE(Compared("a;1;A B;0;1\n", "a;1;\"A\nB\";0;1\n").differences.empty());
+}
+
 TEST(Comparison, IgnoresWhatTheListDoesNotSay) {
     EXPECT_TRUE(Compared("a;1;;0;1\nb;1;B;3;1\n", "a;1;A;0;1;;;;;;;;;;62\nb;1;B;3;1;;;;;;;;;2\n")
                     .differences.empty());

@@ -353,6 +353,8 @@ TEST(EdeReader, ReportsMistakesOfTheFilesBesideIt) {
               "not used\n"
               "p_StateTexts.csv:4: column 1: the number 1 is also in line 2: value not used\n");
     EXPECT_EQ(LinesOf(ImportOf("K;1;A;0;1\n", "State Texts\nReference;Text\n1;a\n")), "");
+    EXPECT_EQ(LinesOf(ImportOf("K;1;A;0;1\n", "off;on\n")),
+              "p_StateTexts.csv: has no row with a number and its text\n");
     EXPECT_EQ(LinesOf(ImportOf("K;1;A;0;1\n", "1O;a;b\n2;c;d\n")),
               "p_StateTexts.csv:1: column 1: \"1O\" is not a number; a row is a number and its text: value "
               "not used\n");

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "Comparison.h"
 #include "EdeTexts.h"
 #include "FieldValue.h"
 #include "ProjectError.h"
@@ -56,7 +57,7 @@ std::string Join(std::vector<std::string> const& lines) {
 TEST(EdeWriter, WritesLayout23) {
     EXPECT_EQ(WriteEde({}, Heading).ede, Top);
     EXPECT_EQ(Rewritten("K1;2001;AHU;0;7;Supply;21,5;-50;150;N;Y;80,5;-10;;62;a/b;3\n"),
-              "K1;2001;AHU;0;7;Supply;21,5;-50;150;N;Y;80.5;-10;;62;a/b;3\r\n");
+              "K1;2001;AHU;0;7;Supply;21.5;-50;150;N;Y;80.5;-10;;62;a/b;3\r\n");
 }
 
 TEST(EdeWriter, OrdersRowsByDeviceTypeAndInstance) {
@@ -192,6 +193,30 @@ TEST(EdeWriter, WritesTheSameFilesAgainFromWhatItWrote) {
     EXPECT_EQ(first.objectTypes, second.objectTypes);
     EXPECT_EQ(read.report.points, 7u);
     EXPECT_EQ(read.heading.layout, "2.3");
+}
+
+TEST(EdeWriter, WritesTheSameFilesAgainOfADeviceWithOddStates) {
+    Inventory plant;
+    DeviceRecord device;
+    device.device.id = {8, 1};
+    std::vector<std::string> const texts{"a\nb", "a b", "a\x01"};
+    for (std::uint32_t const number : {1u, 2u, 3u}) {
+        device.objects.emplace_back();
+        device.objects.back().id = {19, number};
+        device.objects.back().Set(PropertyId::State_Text, {TextDatum(texts[number - 1]), TextDatum("c")});
+        device.objects.back().Set(PropertyId::Number_Of_States, {workbench::UnsignedDatum(number)});
+    }
+    plant.devices.push_back(device);
+    EdeTexts const first = WriteEde(plant, Heading);
+    EXPECT_NE(first.stateTexts.find("1;a b;c\r\n2;\"a \";c\r\n"), std::string::npos);
+    workbench::EdeImport const read =
+        ReadEde({{"e", first.ede}, workbench::EdeFile{"s", first.stateTexts}, {}, {}});
+    EXPECT_TRUE(read.report.IsWhole()) << ImportReportText(read.report);
+    EdeTexts const second = WriteEde(read.inventory, read.heading);
+    EXPECT_EQ(first.ede, second.ede);
+    EXPECT_EQ(first.stateTexts, second.stateTexts);
+    EXPECT_EQ(ComparisonText(Compare(read.inventory, plant, workbench::DeviceNames::Compare)),
+              "differences: 0, devices compared: 1, objects compared: 3\n");
 }
 
 TEST(EdeWriter, NamesItsFilesByTheNameOfTheList) {
