@@ -92,7 +92,7 @@ private:
             SetValue(column, property, tools::NumberText(*number));
         }
     }
-    // The maximum of a multi-state object is the number of its states.
+    // The maximum of a multi-state object is the number of its states, of which the first ones have texts.
     void SetRange() {
         bool const hasStates =
             standard::DatatypeOf(object.id.type, static_cast<std::uint32_t>(PropertyId::Number_Of_States))
@@ -100,7 +100,8 @@ private:
         if (!hasStates) {
             SetNumber(EdeColumn::Minimum, PropertyId::Min_Pres_Value, point.minimum);
             SetNumber(EdeColumn::Maximum, PropertyId::Max_Pres_Value, point.maximum);
-        } else if (!NumberOf(object, PropertyId::Number_Of_States)) {
+        } else if (point.maximum &&
+                   *point.maximum > NumberOf(object, PropertyId::Number_Of_States).value_or(0)) {
             SetNumber(EdeColumn::Maximum, PropertyId::Number_Of_States, point.maximum);
         }
     }

@@ -138,6 +138,11 @@ std::string PointField(ObjectRecord const& object, std::string const& name) {
     AddDefault(fields, object);
     AddNumber(fields, "Minimum", object, PropertyId::Min_Pres_Value);
     AddNumber(fields, "Maximum", object, PropertyId::Max_Pres_Value);
+    // The number of states, where the texts do not say it.
+    if (IsMultiState(object) &&
+        NumberOf(object, PropertyId::Number_Of_States) != StateTextsOf(object).size()) {
+        AddNumber(fields, "Maximum", object, PropertyId::Number_Of_States);
+    }
     AddNumber(fields, "HighLimit", object, PropertyId::High_Limit);
     AddNumber(fields, "LowLimit", object, PropertyId::Low_Limit);
     std::string const settable = Listed(object, "settable");

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string_view>
 
 #include "Printable.h"
 #include "ProjectError.h"
@@ -64,8 +65,15 @@ std::string ValueSuggestion(std::string text, _OpcUa_BuiltInType type) {
     return IsOfType(text, type, value) ? tools::Suggest(text) : std::string();
 }
 
+// Texts of devices have blanks at their ends, which nobody types.
+std::string_view Trimmed(std::string_view text) {
+    std::size_t const first = text.find_first_not_of(' ');
+    return first == std::string_view::npos ? std::string_view()
+                                           : text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
 // Letter case is that of ASCII.
-bool IsSame(std::string const& left, std::string const& right) {
+bool IsSame(std::string_view left, std::string_view right) {
     return left.size() == right.size() && strncasecmp(left.data(), right.data(), left.size()) == 0;
 }
 
@@ -106,8 +114,9 @@ std::vector<std::size_t> PlacesOf(VariableConfig const& variable, Same same) {
 
 std::vector<std::size_t> PlacesOf(VariableConfig const& variable, std::string const& word) {
     auto const exact = PlacesOf(variable, [&](std::string const& text) { return text == word; });
-    return !exact.empty() ? exact
-                          : PlacesOf(variable, [&](std::string const& text) { return IsSame(text, word); });
+    return !exact.empty() ? exact : PlacesOf(variable, [&](std::string const& text) {
+        return !Trimmed(text).empty() && IsSame(Trimmed(text), Trimmed(word));
+    });
 }
 
 // "manual" (1), "automatic" (2) and 3 more.
@@ -139,7 +148,8 @@ std::optional<std::uint32_t> AnyUnit(std::string const& unit) {
 
 bool IsUnitOf(VariableConfig const& variable, std::string const& unit) {
     auto const number = AnyUnit(unit);
-    return IsSame(unit, UnitText(variable.unit)) || IsSame(unit, variable.unit) ||
+    // Letter case makes a "MW" of a "mW": what other letters may mean is known of names and symbols alone.
+    return unit == UnitText(variable.unit) || unit == variable.unit ||
            (number && number == AnyUnit(variable.unit));
 }
 

@@ -53,6 +53,17 @@ TEST(ProjectInventory, HasWhatTheFieldsSay) {
         "Mode;2001;Mode;14;2;;2;1;3;Y;;;;2;;;\r\n");
 }
 
+TEST(ProjectInventory, HasMoreStatesThanTexts) {
+    EXPECT_EQ(
+        RowsOf(Block("A", "DeviceInstance = 1,",
+                     Variable("M", "multi-state-input", 1, "StateTexts = {\"off\"}, Point = {Maximum = 3}") +
+                         Variable("N", "multi-state-input", 2, "Point = {Maximum = 4}") +
+                         Variable("O", "multi-state-input", 3,
+                                  "StateTexts = {\"off\", \"on\"}, Point = {Maximum = 1}"))),
+        "A;1;A;8;1;;;;;;;;;;;;\r\nM;1;M;13;1;;;1;3;N;;;;1;;;\r\nN;1;N;13;2;;;1;4;N;;;;;;;\r\n"
+        "O;1;O;13;3;;;1;2;N;;;;2;;;\r\n");
+}
+
 TEST(ProjectInventory, HasOneObjectForAllOfItsVariables) {
     EXPECT_EQ(
         RowsOf(Block("A", "DeviceInstance = 1,",

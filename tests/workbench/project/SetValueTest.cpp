@@ -55,6 +55,13 @@ TEST(SetValue, TakesAStateText) {
     EXPECT_EQ(Set(Mode(), "7"), "7");
 }
 
+TEST(SetValue, TakesAStateTextWithoutTheBlanksAtItsEnds) {
+    EXPECT_EQ(Set(Mode({" off", "on  ", "on "}), "OFF"), "1");
+    EXPECT_NE(Set(Mode({" off", "on  ", "on "}), "on").find("can be several states"), std::string::npos);
+    EXPECT_EQ(Set(Mode({" off", "on  ", "on "}), "on "), "3");
+    EXPECT_EQ(Set(Mode({"  ", "on"}), "").find("\"\" is not a state"), 0u);
+}
+
 TEST(SetValue, TakesTheTextOfABinaryState) {
     VariableConfig variable = Variable("binary-value", OpcUaType_Boolean);
     variable.stateTexts = {"blocked", "released", "never"};
@@ -122,6 +129,16 @@ TEST(SetValue, TakesTheUnitByItsSymbol) {
                   "21.5 degrees-celsius"),
               "21.5");
     EXPECT_EQ(Set(Setpoint("percent"), "50%"), "50");
+}
+
+TEST(SetValue, RefusesAUnitThatDiffersInThePrefix) {
+    EXPECT_EQ(Set(Setpoint("megawatts"), "5 MW"), "5");
+    for (char const* unit : {"megawatts", "MW", "MWx"}) {
+        std::string const prefixed = std::string(unit) == "MWx" ? "5 mWx" : "5 mW";
+        EXPECT_NE(Set(Setpoint(unit), prefixed).find("is not the unit of the variable"), std::string::npos)
+            << unit;
+    }
+    EXPECT_EQ(Set(Setpoint("kilowatt-hours"), "5 kwh"), "5");
 }
 
 TEST(SetValue, RefusesAnotherUnit) {
