@@ -61,7 +61,7 @@ public:
         std::error_code error;
         for (std::filesystem::directory_iterator at(folder, error), end; !error && at != end;
              at.increment(error)) {
-            if (at->path() != path && !at->is_directory(error)) {
+            if (at->path() != path && at->is_regular_file(error)) {
                 paths.push_back(path.has_parent_path() ? at->path() : at->path().filename());
             }
         }
