@@ -145,6 +145,7 @@ private:
         if (!identity) {
             return;
         }
+        NoteLineEnds(edeRow);
         std::uint64_t const key = std::uint64_t{identity->device} << 32 | identity->object.Encoded();
         auto const known = lines.emplace(key, row.Line());
         if (!known.second) {
@@ -154,6 +155,15 @@ private:
             return;
         }
         Add(edeRow, *identity);
+    }
+
+    // A missing quotation mark can make two rows one. Names have no line ends.
+    void NoteLineEnds(EdeRow const& row) {
+        for (EdeColumn const column : {EdeColumn::Keyname, EdeColumn::ObjectName}) {
+            if (row.TextOf(column).find_first_of("\r\n") != std::string::npos) {
+                row.Report(column, Effect::Note, "has a line end: is a quotation mark missing?");
+            }
+        }
     }
 
     void Add(EdeRow const& row, EdeIdentity const& identity) {

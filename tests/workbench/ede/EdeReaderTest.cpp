@@ -303,6 +303,13 @@ TEST(EdeReader, NotesACommaThatMovesTheFieldsOfItsRow) {
               "p:3: column 7: \"5\" is in a column without a heading: value not used\n");
 }
 
+TEST(EdeReader, NotesALineEndInANameThatHidesARow) {
+    EdeImport const import = ImportOf("K;1;\"A;0;1\nK;1;B\";0;2;\"two\nlines\"\n");
+    EXPECT_EQ(LinesOf(import),
+              "p_EDE.csv:2: column 3 (object-name): has a line end: is a quotation mark missing?\n");
+    EXPECT_EQ(ObjectsOf(import).size(), 1u);
+}
+
 TEST(EdeReader, ReadsByPositionWithoutHeadings) {
     EdeImport const import =
         workbench::ReadEde({{"p", "Points of the plant\nK;12;T;0;5;the text\n"}, {}, {}, {}});
