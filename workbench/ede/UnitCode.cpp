@@ -77,7 +77,7 @@ std::string UnitCell(ObjectRecord const& object) {
 
 void SetUnit(EdeRow const& row, CodeTexts const& units, ObjectRecord& object) {
     std::string const text = Plain(row.TextOf(EdeColumn::UnitCode));
-    if (text.empty()) {
+    if (text.find_first_not_of('-') == std::string::npos) {
         return;
     }
     auto const unit = UnitOf(text, units);

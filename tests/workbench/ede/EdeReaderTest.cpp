@@ -175,6 +175,12 @@ TEST(EdeReader, ReadsUnitsByCodeNameAndText) {
         "p_EDE.csv:5: column 15 (unit-code): \"furlong\" is not a unit of the standard: kept as a text\n");
 }
 
+TEST(EdeReader, TakesADashForNoUnit) {
+    EdeImport const import = ImportOf("K;1;A;0;1;;;;;;;;;;-\nK;1;B;0;2;;;;;;;;;;--\n");
+    EXPECT_EQ(LinesOf(import), "");
+    EXPECT_EQ(ObjectsOf(import)[0].listed.count("unit-code"), 0u);
+}
+
 TEST(EdeReader, ReadsObjectTypesByNumberNameAndAbbreviation) {
     EdeImport const import = ImportOf(
         "K;1;A;Analog Input;1\nK;1;B;multi_state_value;1\nK;1;C;BO;1\nK;1;D;Meter;1\nK;1;E;130;2\n"
