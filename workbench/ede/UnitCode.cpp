@@ -59,7 +59,9 @@ void Set(ObjectRecord& object, std::optional<std::uint32_t> unit, std::string co
         object.Set(*property, {EnumeratedDatum(*unit)});
     } else if (unit != NoUnits) {
         auto const name = unit ? standard::NameOfEnumerated(Datatype::Units, *unit) : std::nullopt;
-        object.listed[HeadingOf(EdeColumn::UnitCode)] = name ? std::string(*name) : text;
+        object.listed[HeadingOf(EdeColumn::UnitCode)] = name   ? std::string(*name)
+                                                        : unit ? std::to_string(*unit)
+                                                               : text;
     }
 }
 

@@ -100,6 +100,13 @@ TEST(EdeWriter, WritesTheCodeOfAUnitThatTheObjectTypeDoesNotHave) {
     EXPECT_EQ(Join(texts.notes), "");
 }
 
+TEST(EdeWriter, WritesTheCodeOfAVendorsUnitInOneForm) {
+    EXPECT_EQ(Rewritten("a;1;A;3;1;;;;;N;;;;;1e3;;\nb;1;B;0;1;;;;;N;;;;;1e3;;\n"),
+              "b;1;B;0;1;;;;;N;;;;;1000;;\r\na;1;A;3;1;;;;;N;;;;;1000;;\r\n");
+    auto const list = ImportOf("a;1;A;3;1;;;;;N;;;;;1e3;;\n");
+    EXPECT_EQ(list.inventory.devices.at(0).objects.at(0).listed.at("unit-code"), "1000");
+}
+
 TEST(EdeWriter, LeavesOutAUnitOfControlCharacters) {
     std::string const row = "a;1;A;0;1;;;;;N;;;;;" + std::string("\x01\0", 2) + ";;\n";
     EXPECT_EQ(Rewritten(row), "a;1;A;0;1;;;;;N;;;;;;;\r\n");
