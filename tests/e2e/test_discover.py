@@ -41,6 +41,34 @@ class Discover(Exploring):
         self.assertEqual(result.code, 1)
         self.assertEqual([row["marks"] for row in result.rows], ["not-readable"])
 
+    def assert_marked(self, fault, mark, words):
+        device = self.device(AHU.replace("instance = 1001,", f"instance = 1001, faults = {{ {fault} }},"))
+        found = next(o for o in run("discover", device.address, "--timeout", "300", "--format", "json").objects
+                     if o["kind"] == "device")
+        self.assertEqual([m["mark"] for m in found["marks"]], [mark])
+        self.assertRegex(found["marks"][0]["text"], words)
+        result = run("discover", device.address, "--timeout", "300", "--format", "table")
+        self.assertEqual(result.code, 1)
+        self.assertRegex(result.output, words)
+
+    def test_a_device_that_answers_twice_is_marked(self):
+        self.assert_marked('fault{"duplicate", on = "who_is"}', "answers-twice", r"it answered \d+ times to \d+ questions")
+
+    def test_a_device_that_announces_another_instance_is_marked(self):
+        self.assert_marked('fault{"other_instance", code = 7}', "other-instance",
+                           "it announces the instance 7, and its Device object has 1001")
+
+    def test_an_answer_from_an_address_that_does_not_work_is_marked(self):
+        self.assert_marked('fault{"other_address", on = "who_is"}', "not-readable",
+                           "it cannot be read at this address: it does not answer")
+
+    def test_an_answer_that_cannot_be_read_is_a_note(self):
+        device = self.device(AHU.replace("instance = 1001,",
+                                         'instance = 1001, faults = {fault{"truncate", on = "who_is", octet = 12}},'))
+        result = run("discover", device.address, "--timeout", "300")
+        self.assertEqual((result.code, result.rows), (1, []))
+        self.assertIn("cannot be read", result.errors)
+
     def test_nobody_is_there(self):
         result = run("discover", "127.0.0.1:9", "--timeout", "200")
         self.assertEqual((result.code, result.rows), (1, []))

@@ -251,7 +251,8 @@ void BrowsedDevice::ShowProgress(std::size_t objectsRead) {
 
 DeviceRecord BrowsedDevice::TakeRecord() {
     if (reader.IsOver()) {
-        Incomplete("not everything was read: " + reader.End());
+        bool const isEmpty = record.device.properties.empty() && record.objects.empty();
+        Incomplete((isEmpty ? "" : "not everything was read: ") + reader.End());
     }
     return std::move(record);
 }
