@@ -68,6 +68,16 @@ class Browse(Exploring):
             self.assertRegex(result.output, r"16 +40\n")
         self.assertIn("Monday     08:00 21.5, 17:30 null", run("browse", device.address, "schedule", "1").output)
 
+    def test_an_object_that_is_not_there_is_one_line(self):
+        device = self.device(AHU)
+        result = run("browse", device.address, "analog-input", "99")
+        self.assertEqual((result.code, result.rows), (1, []))
+        self.assertEqual(result.errors, f"{device.address}: it has no analog-input 99\n")
+
+    def test_an_address_that_is_given_twice_is_read_once(self):
+        device = self.device(AHU)
+        self.assertEqual(run("browse", device.address, device.address).output, run("browse", device.address).output)
+
     def test_nothing_is_written(self):
         device = self.logged_device(AHU)
         for words in (("browse", device.address), ("browse", device.address, "analog-output", "1"),

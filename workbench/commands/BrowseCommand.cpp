@@ -7,7 +7,7 @@
 
 #include "AddressArgument.h"
 #include "BrowseFormats.h"
-#include "BrowsePlant.h"
+#include "DeviceReading.h"
 #include "ExitCode.h"
 #include "NetworkCommand.h"
 #include "ObjectArgument.h"
@@ -82,7 +82,7 @@ void ShowNotes(std::vector<DeviceRecord> const& devices, std::ostream& err) {
 int BrowseDevices(BrowseOptions const& options, NetworkCommand& network, Streams const& streams) {
     std::vector<BrowseTarget> targets;
     for (standard::Peer const& peer : options.peers) {
-        targets.push_back({peer});
+        AddTarget(targets, {peer, std::nullopt});
     }
     BrowseSettings settings = network.Settings();
     settings.detail = Detail::Shown;

@@ -21,8 +21,15 @@ constexpr char Help[] =
 model and vendor of each device that answers. With addresses it asks only these: devices, routers, or
 the broadcast address of another subnet. Nothing is written.
 
-Below a device is what is wrong with it: another one has its instance, it answers more often than it
-was asked, or its Device object cannot be read at its address.
+Below a device is what is wrong with it. In a pipe the column "marks" has the names of that, and JSON
+both, in "marks":
+  same-instance   another device has its instance
+  answers-twice   it is found in several ways, or answers more often than it was asked
+  shared-address  several devices answer from its address
+  not-readable    its Device object cannot be read at the address from which it answers
+  other-instance  its Device object has another instance than its answer
+  no-instance     its instance is 4194303: it was never given one
+  contradicts     its answers state different properties
 
 Examples:
   dorvel-workbench discover

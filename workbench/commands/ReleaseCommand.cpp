@@ -119,6 +119,7 @@ public:
         if (!isJson) {
             ShowBefore();
         }
+        network.Clear();
         if (count > 0 && !IsAgreed(count, options, streams, network)) {
             streams.err << "Nothing was written.\n";
             return tools::WorkbenchExit::Fault;

@@ -162,7 +162,7 @@ std::string OneObjectText(DeviceRecord const& device, DeviceBrowser::OneObject c
     for (PropertyLine const& line : PropertyLinesOf(one.object)) {
         table.Add({line.name, line.text});
     }
-    return text + table.Text(style);
+    return one.object.properties.empty() ? text : text + table.Text(style);
 }
 
 std::string OneObjectLines(DeviceRecord const& device, DeviceBrowser::OneObject const& one) {

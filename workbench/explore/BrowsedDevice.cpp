@@ -54,11 +54,12 @@ bool AnyIsLost(ObjectRecord const& object) {
     });
 }
 
-template <class Condition>
-bool AllOf(ObjectRecord const& object, Condition const& condition) {
+// The device states for each property that it has no such object.
+bool IsUnknown(ObjectRecord const& object) {
     return !object.properties.empty() &&
-           std::all_of(object.properties.begin(), object.properties.end(),
-                       [&](auto const& entry) { return condition(entry.second); });
+           std::all_of(object.properties.begin(), object.properties.end(), [](auto const& entry) {
+               return IsError(entry.second, standard::ErrorCode::UnknownObject);
+           });
 }
 
 }  // namespace
@@ -201,9 +202,7 @@ void BrowsedDevice::NoteMissing() {
     std::vector<ObjectId> missing;
     std::vector<ObjectId> unanswered;
     for (ObjectRecord const& object : record.objects) {
-        if (AllOf(object, [](ReadResult const& result) {
-                return IsError(result, standard::ErrorCode::UnknownObject);
-            })) {
+        if (IsUnknown(object)) {
             missing.push_back(object.id);
         } else if (AnyIsLost(object)) {
             unanswered.push_back(object.id);
@@ -232,6 +231,12 @@ void BrowsedDevice::CompareRevision() {
 void BrowsedDevice::ReadObject(ObjectId const& object) {
     record.objects.push_back({object, {}, {}});
     ReadObjects();
+    ObjectRecord& read = record.objects.back();
+    if (IsUnknown(read)) {
+        read.properties.clear();
+        record.notes = {"it has no " + standard::ObjectText(object)};
+        record.isComplete = false;
+    }
 }
 
 void BrowsedDevice::Take(ReadResult result) {
