@@ -116,7 +116,12 @@ class Browse(Exploring):
         result = run("browse", device.address)
         self.assertLess(time.monotonic() - begin, 10)
         self.assertEqual(result.code, 1)
-        self.assertIn("it does not answer", result.errors)
+        self.assertEqual(result.errors, f"{device.address}: it does not answer\n")
+        once = ("--timeout", "100", "--retries", "0")
+        self.assertEqual(run("browse", device.address, *once, "--format", "table").output,
+                         f"{device.address}  \n  it does not answer\n")
+        (found,) = run("browse", device.address, *once, "--format", "json").objects
+        self.assertEqual((found["device"], found["complete"], found["notes"]), (None, False, ["it does not answer"]))
 
     def test_what_was_read_of_a_device_that_falls_silent_is_kept(self):
         objects = "".join(f'analog_input{{instance = {i}, name = "T{i}"}},' for i in range(1, 201))

@@ -37,7 +37,9 @@ std::string Maker(ObjectRecord const& device) {
 }
 
 std::string Identity(ObjectRecord const& device) {
-    std::string text = "device " + std::to_string(device.id.instance);
+    // A device that did not answer has no instance.
+    bool const isKnown = device.id.instance != standard::ObjectId::LastInstance;
+    std::string text = isKnown ? "device " + std::to_string(device.id.instance) : "";
     Append(text, "", NameOf(device));
     Append(text, "", Maker(device));
     return text;

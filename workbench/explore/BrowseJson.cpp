@@ -80,7 +80,11 @@ void WriteTexts(JsonWriter& writer, char const* name, std::vector<std::string> c
 void WriteAddress(JsonWriter& writer, DeviceRecord const& device) {
     WriteOptional(writer, "address", device.peer ? AddressText(*device.peer) : std::string());
     writer.Key("device");
-    writer.Uint(device.Instance());
+    if (device.Instance() != standard::ObjectId::LastInstance) {
+        writer.Uint(device.Instance());
+    } else {
+        writer.Null();  // it did not answer
+    }
 }
 
 void WriteNumber(JsonWriter& writer, char const* name, ObjectRecord const& object, PropertyId property) {
