@@ -16,7 +16,8 @@ std::size_t TerminalWidth(int handle) {
 }
 
 void ProgressLine::Show(std::string const& text) {
-    if (isShown) {
+    if (isShown && text != shown) {
+        shown = text;
         std::size_t const width = std::min(tools::DisplayWidth(text), TerminalWidth(STDERR_FILENO));
         stream << "\r\x1B[K" << tools::FitTo(text, width) << std::flush;
     }
@@ -24,6 +25,7 @@ void ProgressLine::Show(std::string const& text) {
 
 void ProgressLine::Clear() {
     if (isShown) {
+        shown.clear();
         stream << "\r\x1B[K" << std::flush;
     }
 }

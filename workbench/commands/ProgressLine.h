@@ -19,13 +19,14 @@ public:
     ProgressLine& operator=(ProgressLine const&) = delete;
     ~ProgressLine() { Clear(); }
 
-    // Cuts the text to the width of the terminal.
+    // Cuts the text to the width of the terminal. A text that is there already is not written again.
     void Show(std::string const& text);
     void Clear();
 
 private:
     std::ostream& stream;
     bool isShown;
+    std::string shown;
 };
 
 }  // namespace workbench

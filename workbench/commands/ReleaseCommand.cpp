@@ -92,6 +92,7 @@ bool IsAgreed(std::size_t count, ReleaseOptions const& options, Streams const& s
                 << (count == 1 ? std::string("this object") : "these " + std::to_string(count) + " objects")
                 << "? [y/N] " << std::flush;
     std::string const answer = Answer(streams.in, network);
+    streams.err << (network.IsStopped() ? "\n" : "");
     return answer == "y" || answer == "Y" || answer == "yes";
 }
 
