@@ -1,8 +1,27 @@
 #include "JsonFields.h"
 
+#include <string_view>
+
 #include "Printable.h"
 
 namespace workbench {
+
+namespace {
+
+// The escape of the delete character or of a control character C1 that begins there; empty for any other.
+std::string EscapeAt(std::string_view text, std::size_t position) {
+    static constexpr char digits[] = "0123456789abcdef";
+    auto const octet = [text](std::size_t index) {
+        return index < text.size() ? static_cast<unsigned char>(text[index]) : 0u;
+    };
+    unsigned const last = octet(position + 1);
+    if (octet(position) == 0xC2 && last >= 0x80 && last < 0xA0) {
+        return std::string("\\u00") + digits[last >> 4] + digits[last & 0xF];
+    }
+    return octet(position) == 0x7F ? "\\u007f" : std::string();
+}
+
+}  // namespace
 
 void WriteText(JsonWriter& writer, std::string const& text) {
     std::string const valid = tools::ValidUtf8(text);
@@ -24,7 +43,20 @@ void WriteOptional(JsonWriter& writer, char const* name, std::string const& text
 }
 
 std::string JsonLine(rapidjson::StringBuffer const& buffer) {
-    return std::string(buffer.GetString(), buffer.GetSize()) + "\n";
+    // RapidJSON escapes only what JSON demands; these have an effect in a terminal too.
+    std::string_view const text(buffer.GetString(), buffer.GetSize());
+    std::string line;
+    line.reserve(text.size() + 1);
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        std::string const escape = EscapeAt(text, i);
+        if (escape.empty()) {
+            line += text[i];
+        } else {
+            line += escape;
+            i += text[i] == '\x7F' ? 0 : 1;
+        }
+    }
+    return line + "\n";
 }
 
 }  // namespace workbench

@@ -17,7 +17,7 @@ void WriteField(JsonWriter& writer, char const* name, std::string const& text);
 // null for an empty text.
 void WriteOptional(JsonWriter& writer, char const* name, std::string const& text);
 
-// The finished object with a line end.
+// The finished object with a line end, without a control character.
 std::string JsonLine(rapidjson::StringBuffer const& buffer);
 
 }  // namespace workbench
