@@ -3,7 +3,7 @@
 #include "AddressArgument.h"
 #include "BrowseFormats.h"
 #include "Enumerations.h"
-#include "JsonFields.h"
+#include "KindLine.h"
 #include "NumberText.h"
 #include "ObjectNames.h"
 #include "ObjectUse.h"
@@ -18,17 +18,6 @@ namespace {
 using standard::Datum;
 using standard::DatumKind;
 using standard::PropertyId;
-
-template <class Body>
-std::string Line(char const* kind, Body const& body) {
-    rapidjson::StringBuffer buffer;
-    JsonWriter writer(buffer);
-    writer.StartObject();
-    WriteField(writer, "kind", kind);
-    body(writer);
-    writer.EndObject();
-    return JsonLine(buffer);
-}
 
 void WriteReal(JsonWriter& writer, std::string const& text, double real) {
     if (std::isfinite(real)) {
@@ -103,7 +92,7 @@ void WriteName(JsonWriter& writer, char const* name, ObjectRecord const& object,
 }
 
 std::string DeviceLine(DeviceRecord const& device) {
-    return Line("device", [&](JsonWriter& writer) {
+    return KindLine("device", [&](JsonWriter& writer) {
         WriteAddress(writer, device);
         WriteOptional(writer, "name", NameOf(device.device));
         WriteOptional(writer, "vendor", TextOf(device.device, PropertyId::Vendor_Name));
@@ -132,7 +121,7 @@ std::string UnitName(ObjectRecord const& object) {
 }
 
 std::string ObjectLine(DeviceRecord const& device, ObjectRecord const& object) {
-    return Line("object", [&](JsonWriter& writer) {
+    return KindLine("object", [&](JsonWriter& writer) {
         PointSupport const use = UseOf(object);
         WriteAddress(writer, device);
         WriteField(writer, "object", standard::ObjectText(object.id));
@@ -172,7 +161,7 @@ std::string BrowseJson(std::vector<DeviceRecord> const& devices) {
 std::string OneObjectJson(DeviceRecord const& device, DeviceBrowser::OneObject const& one) {
     std::string text;
     for (auto const& [property, result] : one.object.properties) {
-        text += Line("property", [&, number = property, &value = result](JsonWriter& writer) {
+        text += KindLine("property", [&, number = property, &value = result](JsonWriter& writer) {
             WriteAddress(writer, device);
             WriteField(writer, "object", standard::ObjectText(one.object.id));
             WriteField(writer, "property", standard::PropertyText(number));

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "Enumerations.h"
-#include "JsonFields.h"
+#include "KindLine.h"
 #include "Printable.h"
 #include "TextTable.h"
 
@@ -94,17 +94,6 @@ std::string SummaryText(DiscoveredPlant const& plant) {
            (plant.isStopped ? " (ended early: there may be more)" : "");
 }
 
-template <class Body>
-std::string Line(char const* kind, Body const& body) {
-    rapidjson::StringBuffer buffer;
-    JsonWriter writer(buffer);
-    writer.StartObject();
-    WriteField(writer, "kind", kind);
-    body(writer);
-    writer.EndObject();
-    return JsonLine(buffer);
-}
-
 void WriteNumber(JsonWriter& writer, char const* name, std::optional<std::uint32_t> number) {
     writer.Key(name);
     if (number) {
@@ -127,7 +116,7 @@ void WriteMarks(JsonWriter& writer, MarkedDevice const& marked) {
 }
 
 std::string DeviceLine(MarkedDevice const& marked) {
-    return Line("device", [&](JsonWriter& writer) {
+    return KindLine("device", [&](JsonWriter& writer) {
         ObjectRecord const& device = marked.record.device;
         standard::Peer const& peer = *marked.record.peer;
         WriteNumber(writer, "instance", marked.announced);
@@ -184,7 +173,7 @@ std::string DiscoverJson(DiscoveredPlant const& plant) {
         text += DeviceLine(device);
     }
     for (standard::FoundRouter const& router : plant.routers) {
-        text += Line("router", [&](JsonWriter& writer) {
+        text += KindLine("router", [&](JsonWriter& writer) {
             WriteField(writer, "address", router.endpoint.Text());
             writer.Key("networks");
             writer.StartArray();
@@ -195,9 +184,9 @@ std::string DiscoverJson(DiscoveredPlant const& plant) {
         });
     }
     for (std::string const& note : plant.notes) {
-        text += Line("note", [&](JsonWriter& writer) { WriteField(writer, "text", note); });
+        text += KindLine("note", [&](JsonWriter& writer) { WriteField(writer, "text", note); });
     }
-    return text + Line("summary", [&](JsonWriter& writer) {
+    return text + KindLine("summary", [&](JsonWriter& writer) {
                WriteNumber(writer, "devices", static_cast<std::uint32_t>(plant.devices.size()));
                writer.Key("complete");
                writer.Bool(!plant.isStopped);

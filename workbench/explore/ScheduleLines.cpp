@@ -106,7 +106,9 @@ std::optional<std::string> PeriodText(Datum const& period) {
     if (HasOctets(entry, WeekNDay, 3)) {
         return WeekNDayText(entry.octets);
     }
-    bool const isRange = Encloses(entry, Range) && entry.children.size() == 2;
+    bool const isRange = Encloses(entry, Range) && entry.children.size() == 2 &&
+                         entry.children[0].kind == DatumKind::Date &&
+                         entry.children[1].kind == DatumKind::Date;
     return isRange ? std::optional(DateText(entry.children[0].calendar) + " to " +
                                    DateText(entry.children[1].calendar))
                    : std::nullopt;
