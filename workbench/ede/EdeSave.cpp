@@ -1,12 +1,13 @@
 #include <cerrno>
-#include <cstdio>
+#include <cstddef>
 #include <cstring>
+#include <deque>
 #include <filesystem>
-#include <fstream>
 #include <stdexcept>
 
 #include "EdeColumns.h"
 #include "EdeWriter.h"
+#include "PartFile.h"
 #include "Printable.h"
 #include "ProjectError.h"
 
@@ -19,39 +20,14 @@ bool HasEnding(std::string const& text, std::string const& ending) {
            LettersOf(text.substr(text.size() - ending.size())) == LettersOf(ending);
 }
 
-void WriteFile(std::string const& path, std::string const& content) {
-    std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    file << content << std::flush;
-    if (!file) {
-        throw std::runtime_error(tools::Printable(path) + ": cannot be written: " + std::strerror(errno));
-    }
+[[noreturn]] void RefuseExisting(std::string const& path) {
+    throw ProjectError(tools::Printable(path) +
+                       ": exists; choose another name with -o, or replace it with --force");
 }
 
-// Files beside those that they become. They are removed unless Keep is called.
-class NewFiles {
-public:
-    explicit NewFiles(std::vector<std::string> const& finalPaths) : paths(finalPaths) {}
-    NewFiles(NewFiles const&) = delete;
-    NewFiles& operator=(NewFiles const&) = delete;
-    ~NewFiles() {
-        for (std::string const& path : paths) {
-            std::remove((path + ".part").c_str());
-        }
-    }
-
-    void Write(std::size_t index, std::string const& content) { WriteFile(paths[index] + ".part", content); }
-    void Keep() {
-        for (std::string const& path : paths) {
-            if (std::rename((path + ".part").c_str(), path.c_str()) != 0) {
-                throw std::runtime_error(tools::Printable(path) +
-                                         ": cannot be written: " + std::strerror(errno));
-            }
-        }
-    }
-
-private:
-    std::vector<std::string> paths;
-};
+[[noreturn]] void Fail(std::string const& path) {
+    throw std::runtime_error(tools::Printable(path) + ": cannot be written: " + std::strerror(errno));
+}
 
 }  // namespace
 
@@ -63,21 +39,28 @@ std::vector<std::string> EdePaths(std::string const& name) {
     return {base + "_EDE.csv", base + "_StateTexts.csv", base + "_Units.csv", base + "_ObjTypes.csv"};
 }
 
+// All are written before the first one takes its place.
 void SaveEde(EdeTexts const& texts, std::string const& name, bool mayReplace) {
     std::vector<std::string> const paths = EdePaths(name);
     for (std::string const& path : paths) {
         std::error_code error;
         if (!mayReplace && std::filesystem::exists(path, error)) {
-            throw ProjectError(tools::Printable(path) +
-                               ": exists; choose another name with -o, or replace it with --force");
+            RefuseExisting(path);
         }
     }
-    NewFiles files(paths);
-    files.Write(0, texts.ede);
-    files.Write(1, texts.stateTexts);
-    files.Write(2, texts.units);
-    files.Write(3, texts.objectTypes);
-    files.Keep();
+    std::string const* const contents[] = {&texts.ede, &texts.stateTexts, &texts.units, &texts.objectTypes};
+    std::deque<PartFile> parts;
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        parts.emplace_back(paths[i]);
+        if (!parts.back().Write(*contents[i])) {
+            Fail(paths[i]);
+        }
+    }
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        if (!parts[i].TakePlace(mayReplace)) {
+            Fail(paths[i]);
+        }
+    }
 }
 
 }  // namespace workbench
