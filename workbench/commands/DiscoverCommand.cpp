@@ -1,14 +1,13 @@
 #include "DiscoverCommand.h"
 
 #include <CLI/CLI.hpp>
-#include <charconv>
 #include <memory>
 #include <ostream>
 
 #include "DiscoverFormats.h"
+#include "DiscoveryOptions.h"
 #include "ExitCode.h"
 #include "NetworkCommand.h"
-#include "ObjectId.h"
 #include "PlantDiscovery.h"
 
 namespace workbench {
@@ -50,27 +49,6 @@ struct DiscoverOptions : NetworkOptions {
     unsigned wait = 3000;
 };
 
-std::uint32_t Instance(std::string const& text) {
-    std::uint32_t number = 0;
-    auto const end = text.data() + text.size();
-    auto const result = std::from_chars(text.data(), end, number);
-    if (result.ec != std::errc() || result.ptr != end || number > standard::ObjectId::LastInstance) {
-        throw CLI::ValidationError("--range", "\"" + text + "\" is not an instance; allowed is 0 to 4194303");
-    }
-    return number;
-}
-
-std::pair<std::uint32_t, std::uint32_t> RangeOf(std::string const& text) {
-    std::size_t const dash = text.find('-');
-    std::uint32_t const low = Instance(text.substr(0, dash));
-    std::uint32_t const high = dash == std::string::npos ? low : Instance(text.substr(dash + 1));
-    if (low > high) {
-        throw CLI::ValidationError("--range",
-                                   "\"" + text + "\": the first instance must not be the larger one");
-    }
-    return {low, high};
-}
-
 int Discover(DiscoverOptions const& options, Streams const& streams) {
     NetworkCommand network(options, streams);
     DiscoverySettings settings = options.settings;
@@ -102,24 +80,7 @@ void Define(CLI::App& command, DiscoverOptions& options) {
             }
         },
         "Asks only these: ADDRESS[:PORT][,NET:MAC]");
-    command
-        .add_option("--interface", options.settings.interfaces,
-                    "The interface to ask on, by name or address; may be repeated (default: each)")
-        ->type_name("NAME|ADDRESS")
-        ->allow_extra_args(false);
-    command
-        .add_option_function<std::string>(
-            "--range", [&options](std::string const& text) { options.settings.range = RangeOf(text); },
-            "Only devices with these instances")
-        ->type_name("LOW-HIGH");
-    command
-        .add_option_function<std::string>(
-            "--bbmd", [&options](std::string const& text) { options.settings.bbmd = EndpointArgument(text); },
-            "Registers with that BBMD as a foreign device, to ask in its networks")
-        ->type_name("ADDRESS[:PORT]");
-    command.add_option("--port", options.settings.port, "The UDP port of the devices (default: 47808)")
-        ->type_name("N")
-        ->check(CLI::Range(1, 65535).description(""));
+    AddDiscoveryOptions(command, options.settings);
     command
         .add_option("--timeout", options.wait,
                     "How long devices may take to answer the last question: 100 to 60000 (default: 3000)")

@@ -6,8 +6,8 @@
 #include "AddressArgument.h"
 #include "DeviceAddresses.h"
 #include "DeviceReading.h"
+#include "DiscoveryOptions.h"
 #include "EdeImport.h"
-#include "PlantDiscovery.h"
 #include "Printable.h"
 
 namespace workbench {
@@ -34,8 +34,7 @@ public:
 
 private:
     std::vector<BrowseTarget> Found() {
-        DiscoverySettings settings;
-        settings.interfaces = options.interfaces;
+        DiscoverySettings settings = options.discovery;
         settings.reading = network.Settings();
         settings.isStopped = network.StopFunction();
         settings.progress = [this](std::string const& text) { network.Show(text); };
@@ -77,6 +76,12 @@ PlantReading ReadList(SourceOptions const& options, Streams const& streams) {
     return {std::move(list.inventory), false, list.report.IsWhole()};
 }
 
+// Whether an option says where or for which devices to ask.
+bool IsAsked(DiscoverySettings const& settings) {
+    return !settings.interfaces.empty() || settings.range || settings.bbmd ||
+           settings.port != DiscoverySettings().port;
+}
+
 void Refuse(std::string const& option, std::string const& reason) {
     throw CLI::ValidationError(option, reason);
 }
@@ -94,6 +99,9 @@ void CheckSource(SourceOptions const& options) {
     }
     if (!isList && !options.addressTable.empty()) {
         Refuse("--addresses", "is for a point list, as in --from plant_EDE.csv --addresses devices.txt");
+    }
+    if (!IsDiscovery(options) && IsAsked(options.discovery)) {
+        Refuse("--interface, --range, --bbmd, --port", "are for --from discover");
     }
     if (isList || IsDiscovery(options)) {
         return;
@@ -115,11 +123,7 @@ void AddSourceOptions(CLI::App& command, SourceOptions& options) {
         .add_option("--from", options.from, "discover, addresses of devices, or a point list FILE_EDE.csv")
         ->type_name("SOURCE")
         ->required();
-    command
-        .add_option("--interface", options.interfaces,
-                    "Where discover asks; may be repeated (default: everywhere)")
-        ->type_name("NAME|ADDRESS")
-        ->allow_extra_args(false);
+    AddDiscoveryOptions(command, options.discovery);
     AddRequestOptions(command, options);
     command
         .add_option("-D,--define", options.deviceAddresses,

@@ -5,13 +5,14 @@
 
 #include "DeviceRecord.h"
 #include "NetworkCommand.h"
+#include "PlantDiscovery.h"
 
 namespace workbench {
 
 // Where a plant is read from: the network, named devices, or a point list.
 struct SourceOptions : NetworkOptions {
     std::vector<std::string> from;  // "discover", addresses, or one file
-    std::vector<std::string> interfaces;
+    DiscoverySettings discovery;
     std::vector<std::string> deviceAddresses;  // of a point list: "2001=192.168.1.20"
     std::string addressTable;                  // of a point list: a file
     bool strict = false;
