@@ -43,7 +43,8 @@ Examples:
 Exit codes:
   0  done
   1  written, but not whole: Ctrl-C, a device that did not answer, a row of a point list that cannot
-     be used; or no device has an object that the driver can read, and no project is written
+     be used; too large for descriptions; or no device has an object that the driver can read, and no
+     project is written
   2  a mistake on the command line or in a file; a file is there already
   4  something else failed, such as writing a file
   130  a second Ctrl-C ended the program at once)";
@@ -78,7 +79,19 @@ bool MakeProject(NewOptions const& options, PlantReading const& plant, Streams c
     style.isFromDevices = plant.isFromDevices;
     style.isWritable = options.isWritable;
     style.isPartial = !plant.isWhole;
-    ProjectText const project = WriteProject(plant.inventory, style);
+    ProjectText project = WriteProject(plant.inventory, style);
+    if (!project.isLoadable) {
+        style.isBrief = true;
+        project = WriteProject(plant.inventory, style);
+        streams.err << tools::Printable(options.project)
+                    << ": without descriptions and Point, which would make it too large\n";
+    }
+    if (!project.isLoadable) {
+        throw OutputMistake(
+            tools::Printable(options.project) +
+            " is not written: the plant is too large for one "
+            "project of 16 MB and 500,000 values in a block; name fewer devices, or a --range");
+    }
     for (std::string const& device : project.leftOut) {
         streams.err << tools::Printable(device) << "; it is not polled\n";
     }
@@ -93,7 +106,7 @@ bool MakeProject(NewOptions const& options, PlantReading const& plant, Streams c
                 << Counted(project.variables, "variable") << " (" << project.written << " can be written), "
                 << Counted(project.comments, "object") << " not read\n"
                 << "  dorvel-workbench check " << path << "\n  dorvel-workbench run " << path << "\n";
-    return project.leftOut.empty();
+    return project.leftOut.empty() && !style.isBrief;
 }
 
 void MakeDevices(NewOptions const& options, PlantReading const& plant, Streams const& streams) {

@@ -24,6 +24,16 @@ constexpr std::size_t LocalObject = 5;
 constexpr std::size_t RoutedObject = 50;
 constexpr std::size_t ShortestPeriod = 1000;
 
+// What the workbench loads (docs/workbench.md#of-a-project).
+constexpr std::size_t LargestFile = 16'000'000;
+constexpr std::size_t MostValues = 500'000;
+
+// Each value ends with one of these; texts can have them too.
+bool HasTooManyValues(std::string const& table) {
+    auto const ends = std::count_if(table.begin(), table.end(), [](char c) { return c == ',' || c == '}'; });
+    return static_cast<std::size_t>(ends) >= MostValues;
+}
+
 std::string Counted(std::size_t count, std::string const& what) {
     return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
 }
@@ -71,14 +81,15 @@ private:
         if (!choice.reason.empty()) {
             Comment(object, choice.reason);
             if (choice.isReadable) {
-                block.variables +=
-                    LuaComment(VariableText(object, name, choice, false, 0) + ',', VariableIndent);
+                block.variables += LuaComment(
+                    VariableText(object, name, choice, {false, options.isBrief}, 0) + ',', VariableIndent);
             }
             return;
         }
         bool const isWritten = options.isWritable && choice.support.canWrite && IsSettable(object);
         block.variables += std::string(VariableIndent, ' ') +
-                           VariableText(object, name, choice, isWritten, VariableIndent) + ",\n";
+                           VariableText(object, name, choice, {isWritten, options.isBrief}, VariableIndent) +
+                           ",\n";
         ++block.count;
         block.written += isWritten ? 1 : 0;
     }
@@ -127,6 +138,7 @@ public:
         }
         project.text = Head() + locals + (locals.empty() ? "" : "\n") + blocks;
         project.text.pop_back();
+        project.isLoadable = project.isLoadable && project.text.size() <= LargestFile;
         return std::move(project);
     }
 
@@ -150,6 +162,7 @@ private:
         project.variables += block.count;
         project.written += block.written;
         project.comments += block.comments;
+        project.isLoadable = project.isLoadable && !HasTooManyValues(block.variables);
         blocks += BlockText(index, block);
     }
 
@@ -201,6 +214,9 @@ private:
                 (options.isFromDevices ? "what the devices answered" : "a point list") + ": " +
                 Counted(project.blocks, "block") + ", " + Counted(project.variables, "variable") + ", " +
                 std::to_string(project.comments) + " not read.";
+        if (options.isBrief) {
+            text += "\nIt is too large for descriptions and the fields of point lists (Point).";
+        }
         if (!firstParameter.empty()) {
             text += "\nAnother address: --define " + firstParameter + "=192.168.1.20:47808";
         }

@@ -15,6 +15,9 @@ struct ProjectStyle {
     bool isWritable = false;
     // The reading was ended, or a device stopped answering: the file says so first.
     bool isPartial = false;
+    // Without descriptions and what only point lists use, for a plant whose project would otherwise be too
+    // large.
+    bool isBrief = false;
 };
 
 struct ProjectText {
@@ -25,6 +28,8 @@ struct ProjectText {
     std::size_t comments = 0;  // objects that are not read
     // One line for each device that has no block: "device 2001 "Chiller": its address is not known".
     std::vector<std::string> leftOut;
+    // Whether the workbench loads it: a file has at most 16 MB and a table of it 500,000 values.
+    bool isLoadable = true;
 };
 
 // A project with a block and a task for each device, and a variable for each object that the driver can read.

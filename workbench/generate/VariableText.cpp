@@ -182,7 +182,7 @@ std::string Wrapped(Fields const& fields, std::size_t indent) {
 }  // namespace
 
 std::string VariableText(ObjectRecord const& object, std::string const& name, PointChoice const& choice,
-                         bool isWritten, std::size_t indent) {
+                         VariableStyle const& style, std::size_t indent) {
     Fields fields = {
         "Name = " + LuaString(name),
         "Type = \"DataValue\"",
@@ -192,16 +192,18 @@ std::string VariableText(ObjectRecord const& object, std::string const& name, Po
         "ObjectProperties = " +
             LuaString(standard::PropertyText(static_cast<std::uint32_t>(choice.property))),
     };
-    if (isWritten) {
+    if (style.isWritten) {
         fields.emplace_back("Write = true");
     }
     if (IsQuantity(object, choice.support.elementType)) {
         AddText(fields, "Unit", UnitOf(object), LongestUnit);
     }
     AddStateTexts(fields, object);
-    AddText(fields, "Description", TextOf(object, PropertyId::Description));
-    if (std::string point = PointField(object, name); !point.empty()) {
-        fields.push_back(std::move(point));
+    if (!style.isBrief) {
+        AddText(fields, "Description", TextOf(object, PropertyId::Description));
+        if (std::string point = PointField(object, name); !point.empty()) {
+            fields.push_back(std::move(point));
+        }
     }
     return Wrapped(fields, indent);
 }

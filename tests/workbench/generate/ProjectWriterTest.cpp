@@ -171,6 +171,32 @@ TEST(ProjectWriter, TakesPointsOfAListWithoutValues) {
     EXPECT_EQ(FoundIn(project.text), "");
 }
 
+TEST(ProjectWriter, KeepsTheNumberOfStatesWithoutTexts) {
+    ObjectRecord stage =
+        Object(13, 1, "Stage",
+               {{PropertyId::Present_Value, {Unsigned(2)}}, {PropertyId::Number_Of_States, {Unsigned(7)}}});
+    std::string const text = WriteProject(One(stage), {}).text;
+    EXPECT_TRUE(Has(text, "Point = {Maximum = 7}")) << text;
+    EXPECT_EQ(FoundIn(text), "");
+    stage.Set(PropertyId::State_Text, {Text("off"), Text("on")});
+    EXPECT_FALSE(Has(WriteProject(One(stage), {}).text, "Maximum"));
+}
+
+TEST(ProjectWriter, SaysWhatTheWorkbenchCannotLoad) {
+    Inventory plant = One(Analog(1, "T"));
+    for (std::uint32_t i = 2; i <= 50000; ++i) {
+        plant.devices[0].objects.push_back(Analog(i, "T"));
+        plant.devices[0].objects.back().Set(PropertyId::Description, {Text(std::string(300, 'd'))});
+    }
+    ProjectStyle style;
+    EXPECT_FALSE(WriteProject(plant, style).isLoadable);
+    style.isBrief = true;
+    ProjectText const brief = WriteProject(plant, style);
+    EXPECT_TRUE(brief.isLoadable);
+    EXPECT_FALSE(Has(brief.text, "Description"));
+    EXPECT_EQ(FoundIn(brief.text), "");
+}
+
 TEST(ProjectWriter, ListsAnObjectOnce) {
     Inventory const plant{{Device(1, "D", Local(1), {Analog(1, "A"), Analog(1, "A")})}};
     ProjectText const project = WriteProject(plant, {});
