@@ -44,10 +44,9 @@ std::string Normal(std::string_view text) {
 
 std::optional<std::uint16_t> TypeOf(std::string const& text) {
     std::vector<std::string> const names = TypeNames();
-    for (std::uint16_t type = 0; type < names.size(); ++type) {
-        if (names[type] == text && text.find(' ') == std::string::npos) {
-            return type;
-        }
+    auto const named = std::find(names.begin(), names.end(), text);
+    if (named != names.end() && text.find(' ') == std::string::npos) {
+        return static_cast<std::uint16_t>(named - names.begin());
     }
     auto const number = Number(text, LastType);
     return number ? std::optional(static_cast<std::uint16_t>(*number)) : std::nullopt;
