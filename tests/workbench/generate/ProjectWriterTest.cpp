@@ -179,6 +179,7 @@ TEST(ProjectWriter, KeepsTheNumberOfStatesWithoutTexts) {
     EXPECT_TRUE(Has(text, "Point = {Maximum = 7}")) << text;
     EXPECT_EQ(FoundIn(text), "");
     stage.Set(PropertyId::State_Text, {Text("off"), Text("on")});
+    stage.Set(PropertyId::Number_Of_States, {Unsigned(2)});
     EXPECT_FALSE(Has(WriteProject(One(stage), {}).text, "Maximum"));
 }
 
