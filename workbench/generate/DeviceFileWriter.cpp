@@ -71,6 +71,7 @@ public:
         file.text = Head() + "device{\n" + blanks + "instance = " + std::to_string(device.Instance()) +
                     ",\n" + Router() + DeviceFields(device.device, DeviceIndent) + blanks + "objects = {\n" +
                     objects + blanks + "},\n}\n";
+        AddLostDefaults();
         return std::move(file);
     }
 
@@ -113,6 +114,17 @@ private:
             ++file.objects;
         }
         return text;
+    }
+
+    // They are not in the text: a copy of the copy would not have them.
+    void AddLostDefaults() {
+        for (ObjectRecord const& object : device.objects) {
+            if (object.id.type != DeviceType && LacksDefault(object)) {
+                file.leftOut.push_back(
+                    standard::ObjectText(object.id) +
+                    ": its relinquish-default, since its priority-array is not one of its values");
+            }
+        }
     }
 
     static std::string WhyNot(ObjectRecord const& object) {

@@ -90,6 +90,11 @@ public:
         return text;
     }
 
+    bool LacksDefault() const {
+        auto const* const fallback = object.Values(PropertyId::Relinquish_Default);
+        return fallback && !fallback->empty() && !PossibleCommands();
+    }
+
 private:
     void Add(std::string const& name, std::string const& value) {
         text += blanks + name + " = " + value + ",\n";
@@ -107,8 +112,7 @@ private:
         if (!fallback || fallback->empty()) {
             return;
         }
-        bool const isPossible = !type || RowOf(PropertyId::Priority_Array);
-        auto const commands = isPossible ? Commands() : std::nullopt;
+        auto const commands = PossibleCommands();
         skip.insert(PropertyId::Priority_Array);
         if (!commands) {
             // Without commands the simulator could not tell the two apart.
@@ -117,6 +121,10 @@ private:
         }
         skip.insert(PropertyId::Present_Value);
         Add("priority_array", *commands);
+    }
+
+    std::optional<std::string> PossibleCommands() const {
+        return !type || RowOf(PropertyId::Priority_Array) ? Commands() : std::nullopt;
     }
 
     // "{[8] = 21.5}". An object with a default and without an array has its value as the lowest command.
@@ -269,6 +277,10 @@ std::string ConstructorOf(standard::ObjectId const& object) {
 
 std::string ObjectFields(ObjectRecord const& object, std::size_t indent) {
     return Fields(object, TypeOf(object.id.type), indent).Text(Settled);
+}
+
+bool LacksDefault(ObjectRecord const& object) {
+    return Fields(object, TypeOf(object.id.type), 0).LacksDefault();
 }
 
 std::string DeviceFields(ObjectRecord const& device, std::size_t indent) {

@@ -10,6 +10,10 @@ namespace workbench {
 // its name, its properties, and that it has no others.
 std::string ObjectFields(ObjectRecord const& object, std::size_t indent);
 
+// Whether the fields lack the Relinquish_Default of the object: the simulator has one only with commands, and
+// those of this object are not of the datatype of its present value or not 16.
+bool LacksDefault(ObjectRecord const& object);
+
 // The same for a Device object, without what the simulator has itself: the list of its objects, the time, and
 // the addresses of other devices.
 std::string DeviceFields(ObjectRecord const& device, std::size_t indent);

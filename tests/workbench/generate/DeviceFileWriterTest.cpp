@@ -253,3 +253,15 @@ TEST(DeviceFileWriter, FilesHaveDifferentNamesWithoutSurprises) {
     }
     EXPECT_EQ(names, (std::vector<std::string>{"etc-passwd-1.lua", "device-2.lua", "x-2.lua", "x-2-2.lua"}));
 }
+
+TEST(DeviceFileWriter, SaysThatADefaultIsNotCopied) {
+    ObjectRecord value = Object(2, 4, "Setpoint",
+                                {{PropertyId::Present_Value, {Real(3)}},
+                                 {PropertyId::Relinquish_Default, {Real(5)}},
+                                 {PropertyId::Priority_Array, {Real(3)}}});
+    auto const files = WriteDeviceFiles({{Device(8, "D", Local(20), {value})}});
+    ASSERT_EQ(files.at(0).leftOut.size(), 1u);
+    EXPECT_NE(files[0].leftOut[0].find("relinquish-default"), std::string::npos);
+    value.properties.erase(static_cast<std::uint32_t>(PropertyId::Priority_Array));
+    EXPECT_TRUE(WriteDeviceFiles({{Device(8, "D", Local(20), {value})}}).at(0).leftOut.empty());
+}
