@@ -13,8 +13,8 @@ using standard::DatumKind;
 using standard::Failure;
 using standard::PropertyId;
 
-constexpr char const* Names[] = {"commanded", "not-commanded", "not-readable",    "released",
-                                 "refused",   "not-confirmed", "still-commanded", "skipped"};
+constexpr char const* Names[] = {"commanded", "not-commanded", "not-readable",    "released", "refused",
+                                 "confirmed", "not-confirmed", "still-commanded", "skipped"};
 
 }  // namespace
 
@@ -65,7 +65,9 @@ void PriorityRelease::Release(ReleaseResult& result) {
                          : isKnown && !isStillCommanded ? ReleaseOutcome::Released
                                                         : ReleaseOutcome::NotConfirmed;
     } else {
-        result.outcome = isStillCommanded ? ReleaseOutcome::StillCommanded : ReleaseOutcome::Released;
+        result.outcome = isStillCommanded ? ReleaseOutcome::StillCommanded
+                         : isKnown        ? ReleaseOutcome::Released
+                                          : ReleaseOutcome::Confirmed;
     }
 }
 

@@ -23,8 +23,9 @@ enum class ReleaseOutcome {
     Commanded,       // at the priority; not released yet
     NotCommanded,    // nothing is to be released
     NotReadable,     // the device does not show its priority array: nothing was written
-    Released,        // the device confirmed it, and the priority array shows it
+    Released,        // the priority array shows it
     Refused,         // the device answered with an error, a reject or an abort
+    Confirmed,       // the device confirmed it, and its priority array could not be read afterwards
     NotConfirmed,    // no answer: the priority array after it shows what happened
     StillCommanded,  // the device confirmed it, and its priority array does not show it
     Skipped          // the command was ended before

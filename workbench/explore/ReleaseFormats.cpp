@@ -31,6 +31,9 @@ std::string OutcomeText(ReleaseResult const& result, unsigned priority) {
             return level + " is released";
         case ReleaseOutcome::Refused:
             return "the device does not release " + level;
+        case ReleaseOutcome::Confirmed:
+            return "the device has confirmed the release of " + level +
+                   ", and its priority array cannot be read";
         case ReleaseOutcome::NotConfirmed:
             return "the device has not confirmed the release of " + level;
         case ReleaseOutcome::StillCommanded:
