@@ -16,7 +16,8 @@ constexpr Severity Warning = Severity::Warning;
 std::vector<FindingRow> const& FindingRows() {
     static std::vector<FindingRow> const rows = {
         {Code::UnreadableFile, Error, "unreadable-file", "nothing of it is checked",
-         "Check the path and the rights of the file."},
+         "Check the path and the rights of the file; one that is too long can load parts of itself with "
+         "require."},
         {Code::ScriptError, Error, "script-error",
          "the project does not run, and what follows is not checked", "Correct the script at this line."},
         {Code::NoBlock, Error, "no-block", "nothing is polled", "Make a block with BACnet.new{...}."},

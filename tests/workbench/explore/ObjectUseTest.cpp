@@ -25,5 +25,16 @@ TEST(ObjectUse, KeepsTheReasonOfTheDriver) {
     EXPECT_EQ(SupportOf(unknown).whyNotWritten, UseOf({unknown, {}, {}}).whyNotWritten);
 }
 
+TEST(ObjectUse, LeavesOutAnObjectThatTheDeviceListsAndDoesNotHave) {
+    ObjectRecord object{{2, 9}, {}, {}};
+    standard::PropertyReference const value{object.id, 85, std::nullopt};
+    object.properties[85] = {value, {}, standard::Failure{standard::Failure::Kind::Error, 1, 31, {}}};
+    PointSupport const use = UseOf(object);
+    EXPECT_FALSE(use.canRead);
+    EXPECT_FALSE(use.canWrite);
+    EXPECT_EQ("the device answers with: object: unknown-object", use.whyNot);
+    EXPECT_EQ(use.whyNot, use.whyNotWritten);
+}
+
 }  // namespace
 }  // namespace workbench
