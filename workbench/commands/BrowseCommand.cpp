@@ -138,7 +138,7 @@ void AddBrowseCommand(CLI::App& program, CommandBody& chosen) {
             "ADDRESS[:PORT][,NET:MAC], one or more, or one and an object such as \"analog-input 1\"")
         ->required();
     AddRequestOptions(*command, *options);
-    AddOutputOption(*command, *options);
+    AddOutputOption(*command, options->format);
     command->footer(Help);
     command->callback([options, &chosen] {
         chosen = [options](Streams const& streams) {

@@ -51,4 +51,32 @@ void AddFormatOption(CLI::App& command, bool& isJson) {
         ->check(CLI::IsMember({"text", "json"}).description(""));
 }
 
+void AddOutputOption(CLI::App& command, OutputFormat& format) {
+    static std::map<std::string, OutputFormat> const formats = {{"auto", OutputFormat::Auto},
+                                                                {"table", OutputFormat::Table},
+                                                                {"lines", OutputFormat::Lines},
+                                                                {"json", OutputFormat::Json}};
+    command
+        .add_option_function<std::string>(
+            "--format", [&format](std::string const& name) { format = formats.at(name); },
+            "auto, table, lines or json (default: auto, a table in a terminal and lines elsewhere)")
+        ->type_name("FORMAT")
+        ->check(CLI::IsMember(formats).description(""));
+}
+
+void AddWaitOptions(CLI::App& command, unsigned& timeout, unsigned& retries, std::string const& what) {
+    command
+        .add_option("--timeout", timeout,
+                    "How long a device may take to answer" + what +
+                        ": 10 to 60000 (default: " + std::to_string(timeout) + ")")
+        ->type_name("MS")
+        ->check(CLI::Range(10u, 60000u).description(""));
+    command
+        .add_option(
+            "--retries", retries,
+            "Repetitions of a request without an answer: 0 to 10 (default: " + std::to_string(retries) + ")")
+        ->type_name("N")
+        ->check(CLI::Range(0u, 10u).description(""));
+}
+
 }  // namespace workbench

@@ -29,6 +29,15 @@ void AddDefineOption(CLI::App& command, Params& params);
 // --format text|json.
 void AddFormatOption(CLI::App& command, bool& isJson);
 
+enum class OutputFormat { Auto, Table, Lines, Json };
+
+// --format auto|table|lines|json.
+void AddOutputOption(CLI::App& command, OutputFormat& format);
+
+// --timeout in milliseconds and --retries, for the requests by the standard. The values that they have are
+// the defaults in the help, which says of `timeout` what a device may take so long for.
+void AddWaitOptions(CLI::App& command, unsigned& timeout, unsigned& retries, std::string const& what);
+
 // Splits "NAME=VALUE". Throws an exception that becomes a mistake on the command line if there is no name.
 std::pair<std::string, std::string> Assignment(std::string const& text, char const* option);
 

@@ -87,7 +87,7 @@ void Define(CLI::App& command, DiscoverOptions& options) {
         ->type_name("MS")
         ->check(CLI::Range(100u, 60000u).description(""));
     AddRateOption(command, options);
-    AddOutputOption(command, options);
+    AddOutputOption(command, options.format);
     command.footer(Help);
 }
 

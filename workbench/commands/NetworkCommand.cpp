@@ -5,7 +5,6 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdlib>
-#include <map>
 #include <ostream>
 #include <stdexcept>
 
@@ -23,30 +22,8 @@ void AddRateOption(CLI::App& command, NetworkOptions& options) {
 }
 
 void AddRequestOptions(CLI::App& command, NetworkOptions& options) {
-    command
-        .add_option("--timeout", options.timeout,
-                    "How long a device may take to answer a request: 10 to 60000 (default: 2000)")
-        ->type_name("MS")
-        ->check(CLI::Range(10u, 60000u).description(""));
-    command
-        .add_option("--retries", options.retries,
-                    "Repetitions of a request without an answer: 0 to 10 (default: 1)")
-        ->type_name("N")
-        ->check(CLI::Range(0u, 10u).description(""));
+    AddWaitOptions(command, options.timeout, options.retries, " a request");
     AddRateOption(command, options);
-}
-
-void AddOutputOption(CLI::App& command, NetworkOptions& options) {
-    static std::map<std::string, OutputFormat> const formats = {{"auto", OutputFormat::Auto},
-                                                                {"table", OutputFormat::Table},
-                                                                {"lines", OutputFormat::Lines},
-                                                                {"json", OutputFormat::Json}};
-    command
-        .add_option_function<std::string>(
-            "--format", [&options](std::string const& name) { options.format = formats.at(name); },
-            "auto, table, lines or json (default: auto, a table in a terminal and lines elsewhere)")
-        ->type_name("FORMAT")
-        ->check(CLI::IsMember(formats).description(""));
 }
 
 standard::Peer AddressArgument(std::string const& text) try {

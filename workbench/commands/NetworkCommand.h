@@ -6,9 +6,9 @@
 
 #include "BrowseSettings.h"
 #include "Command.h"
+#include "CommonOptions.h"
 #include "Peer.h"
 #include "ProgressLine.h"
-#include "RunOptions.h"
 #include "Signals.h"
 #include "TextStyle.h"
 
@@ -26,8 +26,6 @@ struct NetworkOptions {
 void AddRequestOptions(CLI::App& command, NetworkOptions& options);
 // --rate alone.
 void AddRateOption(CLI::App& command, NetworkOptions& options);
-// --format auto|table|lines|json.
-void AddOutputOption(CLI::App& command, NetworkOptions& options);
 
 // The address of a text of the command line. A mistake throws an exception of CLI11.
 standard::Peer AddressArgument(std::string const& text);

@@ -197,7 +197,7 @@ void Define(CLI::App& command, ReleaseOptions& options) {
     command.add_flag("--yes", options.isConfirmed, "Does not ask");
     AddDefineOption(command, options.params);
     AddRequestOptions(command, options);
-    AddOutputOption(command, options);
+    AddOutputOption(command, options.format);
     command.footer(Help);
 }
 

@@ -87,24 +87,11 @@ void AddFailOptions(CLI::App& command, RunOptions& options) {
         "The same as --fail-on fault");
 }
 
-void AddFormOptions(CLI::App& command, RunOptions& options) {
-    static std::map<std::string, OutputFormat> const formats = {{"auto", OutputFormat::Auto},
-                                                                {"table", OutputFormat::Table},
-                                                                {"lines", OutputFormat::Lines},
-                                                                {"json", OutputFormat::Json}};
-    command
-        .add_option_function<std::string>(
-            "--format", [&options](std::string const& name) { options.format = formats.at(name); },
-            "auto, table, lines or json (default: auto)")
-        ->type_name("FORMAT")
-        ->check(CLI::IsMember(formats).description(""));
-}
-
 }  // namespace
 
 void DefineRun(CLI::App& command, RunOptions& options) {
     AddProjectOptions(command, options);
-    AddFormOptions(command, options);
+    AddOutputOption(command, options.format);
     command.add_option("--cycles", options.cycles, "Ends after N cycles of each block (default: at Ctrl-C)")
         ->type_name("N")
         ->check(CLI::Range(1ULL, 1000000000000ULL).description(""));

@@ -11,8 +11,6 @@
 
 namespace workbench {
 
-enum class OutputFormat { Auto, Table, Lines, Json };
-
 // Of the command run.
 struct RunOptions : ProjectOptions {
     std::vector<std::string> sets;  // "Block.Variable=value", in order

@@ -145,16 +145,7 @@ void DefineVerify(CLI::App& command, VerifyOptions& options) {
     command.add_option("--rounds", options.rounds, "Compares all variables N times (default: 1)")
         ->type_name("N")
         ->check(CLI::Range(1ULL, 1000000ULL).description(""));
-    command
-        .add_option("--timeout", options.timeout,
-                    "How long a device may take to answer, without the driver: 10 to 60000 (default: 3000)")
-        ->type_name("MS")
-        ->check(CLI::Range(10u, 60000u).description(""));
-    command
-        .add_option("--retries", options.retries,
-                    "Repetitions of a request without an answer: 0 to 10 (default: 1)")
-        ->type_name("N")
-        ->check(CLI::Range(0u, 10u).description(""));
+    AddWaitOptions(command, options.timeout, options.retries, ", without the driver");
     command.footer(VerifyHelp);
 }
 
