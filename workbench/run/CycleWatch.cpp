@@ -41,7 +41,8 @@ void CycleWatch::End(ScadaProtocol const& protocol, unsigned long long cycle, bo
     CycleFigures const figures = times.End(config);
     Here() = {&config, nullptr, nullptr};
     BlockSnapshot snapshot = TakeSnapshot(config, cycle, project.Runtime().Variables());
-    snapshot.isStandby = !ran && dorvel::IsStandby();
+    // Not asked of the host, whose state may have changed since: blocks have no other reason not to run.
+    snapshot.isStandby = !ran;
     snapshot.times = figures;
     Explain(snapshot, begins.at(&config));
     follower(snapshot);
