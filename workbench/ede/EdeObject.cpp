@@ -19,7 +19,7 @@ using Effect = ImportLine::Effect;
 
 namespace {
 
-// The last instance of an object: 4194303 is no object's (clause 12.11).
+// The last instance that an object can have; 4194303 is reserved (clause 12.11).
 constexpr std::uint32_t LastInstance = ObjectId::LastInstance - 1;
 constexpr std::uint32_t LastType = 1023;
 
