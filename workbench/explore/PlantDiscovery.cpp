@@ -10,6 +10,7 @@
 #include "BrowsePlant.h"
 #include "Discovery.h"
 #include "DiscoveryLink.h"
+#include "NetworkMessages.h"
 #include "StoppableLink.h"
 
 namespace workbench {
@@ -190,8 +191,8 @@ private:
         }
         for (standard::DiscoveryResult::Rejected const& rejected : result.rejected) {
             plant.notes.push_back("The router " + rejected.router.Text() + " does not reach the network " +
-                                  std::to_string(rejected.network) + " (reason " +
-                                  std::to_string(rejected.reason) + ").");
+                                  std::to_string(rejected.network) + " (" +
+                                  standard::RouterRejectText(rejected.reason) + ").");
         }
         if (result.malformedCount > 0) {
             plant.notes.push_back(std::to_string(result.malformedCount) +

@@ -2,29 +2,29 @@
 
 #include <gtest/gtest.h>
 
+#include "DiscoveryDialogue.h"
 #include "ScriptedLink.h"
 
 using namespace standard;
 using std::chrono::milliseconds;
+using test::Everyone;
 using test::Hex;
+using test::IAm7;
+using test::IAm9OfNetwork5;
+using test::IAmRouterTo5;
+using test::Router;
 using test::ScriptedLink;
 using test::ToHex;
 using test::Whole;
 
 namespace {
 
-constexpr Endpoint Everyone{0x0A0000FF, 47808};
-constexpr Endpoint Router{0x0A000003, 47808};
-
-// The datagrams of a question, and an I-Am of device 7, vendor 15.
+// The datagrams of a question.
 char const* const AskRouters = "81 0B 00 07 01 80 00";
 char const* const AskAllNetworks = "81 0B 00 0C 01 20 FF FF 00 FF 10 08";
 char const* const AskLocal = "81 0B 00 08 01 00 10 08";
 char const* const AskNetwork5 = "81 0A 00 0C 01 20 00 05 00 FF 10 08";
-char const* const IAm7 = "81 0A 00 14 01 00 10 00 C4 02 00 00 07 22 05 C4 91 00 21 0F";
 char const* const IAm7ByBroadcast = "81 0B 00 18 01 20 FF FF 00 FF 10 00 C4 02 00 00 07 22 05 C4 91 00 21 0F";
-char const* const IAm9OfNetwork5 = "81 0B 00 17 01 08 00 05 01 0B 10 00 C4 02 00 00 09 21 CE 91 03 21 0F";
-char const* const IAmRouterTo5 = "81 0B 00 09 01 80 01 00 05";
 
 struct Rig {
     ScriptedLink link;

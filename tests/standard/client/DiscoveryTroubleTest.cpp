@@ -4,25 +4,26 @@
 
 #include "CutOff.h"
 #include "Discovery.h"
+#include "DiscoveryDialogue.h"
 #include "ScriptedLink.h"
 
 using namespace standard;
 using std::chrono::milliseconds;
+using test::Everyone;
 using test::Hex;
+using test::IAm7;
+using test::IAm9OfNetwork5;
+using test::IAmRouterTo5;
+using test::Router;
 using test::ScriptedLink;
 using test::ToHex;
 using test::Whole;
 
 namespace {
 
-constexpr Endpoint Everyone{0x0A0000FF, 47808};
 constexpr Endpoint Bbmd{0x0A000009, 47808};
-constexpr Endpoint Router{0x0A000003, 47808};
-char const* const IAm7 = "81 0A 00 14 01 00 10 00 C4 02 00 00 07 22 05 C4 91 00 21 0F";
 char const* const IAm7Of206 = "81 0A 00 13 01 00 10 00 C4 02 00 00 07 21 CE 91 03 21 0F";
 char const* const IAm8 = "81 0A 00 14 01 00 10 00 C4 02 00 00 08 22 05 C4 91 00 21 0F";
-char const* const IAm9OfNetwork5 = "81 0B 00 17 01 08 00 05 01 0B 10 00 C4 02 00 00 09 21 CE 91 03 21 0F";
-char const* const IAmRouterTo5 = "81 0B 00 09 01 80 01 00 05";
 char const* const Registration = "81 05 00 06 00 96";
 
 DiscoverySettings Settings(DiscoverySettings::Way way = DiscoverySettings::Way::Broadcast) {
