@@ -127,9 +127,25 @@ private:
         return !type || RowOf(PropertyId::Priority_Array) ? Commands() : std::nullopt;
     }
 
+    // The object may have it: the device has answered with something else than that it has not.
+    bool IsUnread(PropertyId property) const {
+        constexpr std::uint32_t propertyClass = 2;
+        constexpr std::uint32_t unknownProperty = 32;
+        auto const found = object.properties.find(static_cast<std::uint32_t>(property));
+        if (found == object.properties.end() || !found->second.failure) {
+            return false;
+        }
+        standard::Failure const& failure = *found->second.failure;
+        return failure.kind != standard::Failure::Kind::Error || failure.errorClass != propertyClass ||
+               failure.code != unknownProperty;
+    }
+
     // "{[8] = 21.5}". An object with a default and without an array has its value as the lowest command.
     std::optional<std::string> Commands() const {
         auto const* const array = object.Values(PropertyId::Priority_Array);
+        if (IsUnread(PropertyId::Priority_Array)) {
+            return std::nullopt;
+        }
         if (!array) {
             auto const* const present = object.Values(PropertyId::Present_Value);
             auto const value = present ? Command(*present) : std::nullopt;

@@ -11,7 +11,7 @@ namespace workbench {
 std::string ObjectFields(ObjectRecord const& object, std::size_t indent);
 
 // Whether the fields lack the Relinquish_Default of the object: the simulator has one only with commands, and
-// those of this object are not of the datatype of its present value or not 16.
+// those of this object are not of the datatype of its present value, are not 16, or could not be read.
 bool LacksDefault(ObjectRecord const& object);
 
 // The same for a Device object, without what the simulator has itself: the list of its objects, the time, and

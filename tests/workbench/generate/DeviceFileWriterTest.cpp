@@ -217,6 +217,21 @@ TEST(DeviceFileWriter, KeepsCommands) {
               "");
 }
 
+TEST(DeviceFileWriter, InventsNoCommandForAnArrayThatCouldNotBeRead) {
+    ObjectRecord valve = Object(1, 1, "Valve",
+                                {{PropertyId::Present_Value, {Real(40)}},
+                                 {PropertyId::Status_Flags, {Text("0000", DatumKind::BitString)}},
+                                 {PropertyId::Relinquish_Default, {Real(0)}}});
+    auto& array = valve.properties[static_cast<std::uint32_t>(PropertyId::Priority_Array)];
+    array.failure = standard::Failure{standard::Failure::Kind::Silent, 0, 0, {}};
+    std::string const unread = TextOf(Device(1, "D", Local(1), {valve}));
+    EXPECT_EQ(unread.find("priority_array"), std::string::npos) << unread;
+    EXPECT_NE(unread.find("present_value = 40"), std::string::npos) << unread;
+    array.failure = standard::Failure{standard::Failure::Kind::Error, 2, 32, {}};
+    EXPECT_NE(TextOf(Device(1, "D", Local(1), {valve})).find("priority_array = {[16] = 40"),
+              std::string::npos);
+}
+
 TEST(DeviceFileWriter, ACopyOfACopyIsTheSame) {
     std::size_t devices = 0;
     for (auto const& entry : std::filesystem::directory_iterator(EXAMPLES_FOLDER "/devices")) {
