@@ -1,22 +1,24 @@
 #include "FakeStream.h"
 
 #include <algorithm>
-#include <cstddef>
+#include <utility>
 
 #include "Exceptions.h"
-#include "PopFront.h"
 
-FakeStream::FakeStream(std::vector<char> const& octets) : queue(octets.begin(), octets.end()) {}
+FakeStream::FakeStream(std::vector<char> const& source) : octets(source) {}
 
-FakeStream::FakeStream(std::deque<char> const& octets) : queue(octets) {}
+FakeStream::FakeStream(std::deque<char> const& source) : octets(source.begin(), source.end()) {}
 
-int FakeStream::Send(char const* /*octets*/, unsigned int /*count*/) {
+FakeStream::FakeStream(std::vector<char>&& source) : octets(std::move(source)) {}
+
+int FakeStream::Send(char const* /*data*/, unsigned int /*count*/) {
     return -1;
 }
 
 unsigned int FakeStream::Receive(char* buffer, unsigned int count) {
-    auto const delivered = std::min<std::size_t>(count, queue.size());
-    std::generate_n(buffer, delivered, [this] { return PopFront(queue); });
+    std::size_t const delivered = std::min<std::size_t>(count, Left());
+    std::copy_n(octets.data() + next, delivered, buffer);
+    next += delivered;
     return static_cast<unsigned int>(delivered);
 }
 
@@ -24,9 +26,9 @@ char FakeStream::ReadByte() {
     if (Available() < 1) {
         throw WrongLengthException();
     }
-    return PopFront(queue);
+    return octets[next++];
 }
 
 int FakeStream::Available() {
-    return static_cast<int>(queue.size());
+    return static_cast<int>(Left());
 }
