@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <type_traits>
 #include <utility>
 
+#include "AnswerStore.h"
 #include "BinaryValue.h"
 #include "BitStringValue.h"
 #include "BooleanValue.h"
@@ -12,6 +14,7 @@
 #include "DoubleValue.h"
 #include "EnumValue.h"
 #include "ExceptionScheduleValue.h"
+#include "Heap.h"
 #include "IntValue.h"
 #include "OctetStringValue.h"
 #include "RealValue.h"
@@ -19,6 +22,17 @@
 #include "UintValue.h"
 #include "ValueTags.h"
 #include "WeeklyScheduleValue.h"
+
+TEST(CPropertyValue, HasTheMemoryOfAnEarlierValueWhileAStoreLives) {
+    AnswerStore const store;
+    auto const allocations = [] {
+        long long const before = test::HeapTotalsSoFar().allocations;
+        std::make_unique<CharacterStringValue>("short", EncodingTypeEnum::Utf8).reset();
+        return test::HeapTotalsSoFar().allocations - before;
+    };
+    EXPECT_EQ(allocations(), 1);
+    EXPECT_EQ(allocations(), 0);
+}
 
 TEST(CPropertyValue, ReturnsOneTagNoConstructedOnesAndTheValueThatWasSet) {
     UintValue value(3);

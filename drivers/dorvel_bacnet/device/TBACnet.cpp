@@ -3,9 +3,9 @@
 #include <exception>
 #include <utility>
 
+#include "AnswerStore.h"
 #include "CodeMaps.h"
 #include "Network/AddressParser.h"
-#include "TagStore.h"
 #include "UserTrace.h"
 #include "dorvelshare/RTime.h"
 #include "dorvelshare/Trace.h"
@@ -110,7 +110,7 @@ void TBACnet::InitTags(std::vector<VelaBufferParameters*> const& params) {
 }
 
 void TBACnet::Read(std::vector<WriteDataRec>& values) {
-    TagStore const tagsOfThisPoll;
+    AnswerStore const answersOfThisPoll;
     MakeRoom(values, tagCount);
     Trace("read start\n");
     int budget = settings->errorLimit;

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <utility>
 #include <vector>
 
+#include "AnswerStore.h"
 #include "Tag.h"
 #include "TagBase.h"
 
@@ -12,6 +14,10 @@
 class CPropertyValue {
 public:
     virtual ~CPropertyValue() = default;
+
+    // Each answer creates and destroys a value for each property, see AnswerStore.
+    static void* operator new(std::size_t size) { return AnswerStore::Take(size); }
+    static void operator delete(void* block, std::size_t size) { AnswerStore::Leave(block, size); }
 
     // The value as one application tag. A value of several tags throws std::runtime_error.
     virtual Tag ToApplicationTag() const = 0;

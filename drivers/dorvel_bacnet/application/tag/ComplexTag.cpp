@@ -9,7 +9,7 @@
 
 namespace {
 
-static_assert(sizeof(ComplexTag) <= TagStore::BlockSize, "a store has no room for it");
+static_assert(sizeof(ComplexTag) <= AnswerStore::BlockSize, "a store has no room for it");
 
 // Most constructed values have no more sub-tags, so a list does not grow while it is filled.
 constexpr std::size_t UsualSubTags = 8;
@@ -21,7 +21,8 @@ std::vector<char> Bracket(ComplexTag const& tag, char valLenType) {
 
 }  // namespace
 
-ComplexTag::ComplexTag(char tagNumber, bool isClass) : TagBase(Constructed(), tagNumber, isClass) {}
+ComplexTag::ComplexTag(char tagNumber, bool isClass)
+    : TagBase(Constructed(), tagNumber, isClass), subTags(AnswerStore::TakeSubTags()) {}
 
 ComplexTag::~ComplexTag() {
     if (holdsConstructed) {
@@ -29,6 +30,7 @@ ComplexTag::~ComplexTag() {
             Dismantle(std::move(tag));
         }
     }
+    AnswerStore::Leave(std::move(subTags));
 }
 
 // Keeps the way back inside the tree itself. On the way down, a parent that has sub-tags left becomes the

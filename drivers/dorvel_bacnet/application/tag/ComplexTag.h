@@ -25,8 +25,6 @@ public:
     int size() const { return static_cast<int>(subTags.size()); }
 
 private:
-    using SubTags = std::vector<std::unique_ptr<TagBase>>;
-
     // Removes the last sub-tag of a tag that has one and returns it.
     static std::unique_ptr<TagBase> TakeLast(ComplexTag& tag);
     // The tag as a ComplexTag if it has sub-tags and holds or held constructed ones; otherwise null.
@@ -34,6 +32,6 @@ private:
     // Destroys a tag and everything below it in linear time, without recursion and without an allocation.
     static void Dismantle(std::unique_ptr<TagBase> whole);
 
-    SubTags subTags;
+    AnswerStore::SubTags subTags;
     bool holdsConstructed = false;
 };

@@ -7,7 +7,7 @@
 
 namespace {
 
-static_assert(sizeof(Tag) <= TagStore::BlockSize, "a store has no room for it");
+static_assert(sizeof(Tag) <= AnswerStore::BlockSize, "a store has no room for it");
 
 constexpr unsigned LargestShortContextNumber = 6;
 constexpr std::size_t LongestHeader = 3;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <utility>
 #include <vector>
 
 #include "TagBase.h"
@@ -8,10 +9,15 @@
 class Tag : public TagBase {
 public:
     Tag() = default;
+    Tag(Tag const&) = default;
+    Tag(Tag&&) = default;
+    Tag& operator=(Tag const&) = default;
+    Tag& operator=(Tag&&) = default;
     Tag(char tagNumber, bool isClass, char valLenType, int additionalLength);
     // The length/value/type is not derived from the data: the caller passes the one that belongs to it.
     Tag(char tagNumber, bool isClass, char valLenType, std::vector<char> const& dataOctets,
         int additionalLength);
+    ~Tag() override { AnswerStore::Leave(std::move(data)); }
 
     // A tag with the length fields for its data: the size itself below 5, otherwise the extended form.
     static Tag FromOctets(char tagNumber, bool isClass, std::vector<char> dataOctets);

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+static_assert(sizeof(TextValue) <= AnswerStore::BlockSize, "a store has no room for it");
+
 TextValue::TextValue(std::string text, EncodingTypeEnum textEncoding)
     : value(std::move(text)), encoding(textEncoding) {}
 

@@ -1,4 +1,4 @@
-#include "TagStore.h"
+#include "AnswerStore.h"
 
 #include <gtest/gtest.h>
 
@@ -15,6 +15,9 @@ using namespace test;
 
 namespace {
 
+// The lists of vectors that a store keeps.
+constexpr int Lists = 2;
+
 using Tags = std::vector<std::unique_ptr<TagBase>>;
 
 std::unique_ptr<TagBase> Primitive() {
@@ -23,6 +26,21 @@ std::unique_ptr<TagBase> Primitive() {
 
 std::unique_ptr<TagBase> Constructed() {
     return std::make_unique<ComplexTag>(char{3}, true);
+}
+
+std::unique_ptr<TagBase> WithOctets(std::size_t count) {
+    auto tag = std::make_unique<Tag>();
+    tag->data = AnswerStore::TakeOctets();
+    tag->data.resize(count);
+    return tag;
+}
+
+std::unique_ptr<TagBase> WithSubTags(int count) {
+    auto tag = std::make_unique<ComplexTag>();
+    for (int index = 0; index < count; ++index) {
+        tag->AddSubTag(Primitive());
+    }
+    return tag;
 }
 
 // This number of tags, in a list that reserves its memory first.
@@ -42,14 +60,14 @@ long long AllocationsDuring(Action const& action) {
     return HeapTotalsSoFar().allocations - before;
 }
 
-TEST(TagStore, WithoutAStoreTagsComeFromTheHeap) {
+TEST(AnswerStore, WithoutAStoreTagsComeFromTheHeap) {
     EXPECT_EQ(AllocationsDuring([] { Primitive(); }), 1);
     EXPECT_EQ(AllocationsDuring([] { Primitive(); }), 1);
     EXPECT_EQ(AllocationsDuring([] { Constructed(); }), 1);
 }
 
-TEST(TagStore, GivesATagTheMemoryOfAnEarlierOne) {
-    TagStore const store;
+TEST(AnswerStore, GivesATagTheMemoryOfAnEarlierOne) {
+    AnswerStore const store;
     EXPECT_EQ(AllocationsDuring([] { Primitive(); }), 1);
     EXPECT_EQ(AllocationsDuring([] { Primitive(); }), 0);
     EXPECT_EQ(AllocationsDuring([] { Constructed(); }), 0) << "of the other kind too";
@@ -60,8 +78,8 @@ TEST(TagStore, GivesATagTheMemoryOfAnEarlierOne) {
               1);
 }
 
-TEST(TagStore, KeepsTheKindsApart) {
-    TagStore const store;
+TEST(AnswerStore, KeepsTheKindsApart) {
+    AnswerStore const store;
     Several(3);
     auto const first = Primitive();
     auto const second = Constructed();
@@ -73,32 +91,64 @@ TEST(TagStore, KeepsTheKindsApart) {
     EXPECT_TRUE(second->IsConstructed());
 }
 
-TEST(TagStore, ReturnsAllMemoryAtItsEnd) {
+TEST(AnswerStore, GivesATagTheCapacityOfEarlierOctets) {
+    AnswerStore const store;
+    EXPECT_EQ(AllocationsDuring([] { WithOctets(20); }), 2) << "the tag and its octets";
+    EXPECT_EQ(AllocationsDuring([] { WithOctets(20); }), 0);
+    EXPECT_EQ(AllocationsDuring([] { WithOctets(3); }), 0);
+    std::vector<char> const octets = AnswerStore::TakeOctets();
+    EXPECT_TRUE(octets.empty());
+    EXPECT_GE(octets.capacity(), 20U);
+}
+
+TEST(AnswerStore, GivesATagTheCapacityOfEarlierSubTags) {
+    AnswerStore const store;
+    EXPECT_EQ(AllocationsDuring([] { WithSubTags(2); }), 4) << "three tags and a list";
+    EXPECT_EQ(AllocationsDuring([] { WithSubTags(2); }), 0);
+    EXPECT_EQ(static_cast<ComplexTag&>(*WithSubTags(1)).size(), 1);
+}
+
+TEST(AnswerStore, KeepsNoLongVector) {
+    AnswerStore const store;
+    Primitive();
+    EXPECT_EQ(AllocationsDuring([] { WithOctets(AnswerStore::LongestVector + 1); }), 1);
+    EXPECT_EQ(AnswerStore::TakeOctets().capacity(), 0U);
+}
+
+TEST(AnswerStore, KeepsNoVectorsWithoutMemoryForTheirList) {
+    FailAllocationsFrom(1);
+    AnswerStore const store;
+    FailAllocation(0);
+    EXPECT_EQ(AllocationsDuring([] { WithOctets(20); }), 2);
+    EXPECT_EQ(AllocationsDuring([] { WithOctets(20); }), 1) << "the tag is kept, its octets are not";
+}
+
+TEST(AnswerStore, ReturnsAllMemoryAtItsEnd) {
     long long const before = HeapBlocks();
     {
-        TagStore const store;
+        AnswerStore const store;
         Several(10);
-        EXPECT_EQ(HeapBlocks(), before + 10);
+        EXPECT_EQ(HeapBlocks(), before + Lists + 10);
     }
     EXPECT_EQ(HeapBlocks(), before);
     EXPECT_EQ(AllocationsDuring([] { Primitive(); }), 1) << "the store has ended";
 }
 
-TEST(TagStore, KeepsNoMoreThanItsLimit) {
+TEST(AnswerStore, KeepsNoMoreThanItsLimit) {
     long long const before = HeapBlocks();
-    TagStore const store;
-    Several(TagStore::MostBlocks + 100);
-    EXPECT_EQ(HeapBlocks(), before + TagStore::MostBlocks);
-    EXPECT_EQ(AllocationsDuring([] { Several(TagStore::MostBlocks + 1); }), 2)
+    AnswerStore const store;
+    Several(AnswerStore::MostBlocks + 100);
+    EXPECT_EQ(HeapBlocks(), before + Lists + AnswerStore::MostBlocks);
+    EXPECT_EQ(AllocationsDuring([] { Several(AnswerStore::MostBlocks + 1); }), 2)
         << "the list, and the last tag";
 }
 
-TEST(TagStore, AcceptsOlderTagsAndTagsThatOutliveIt) {
+TEST(AnswerStore, AcceptsOlderTagsAndTagsThatOutliveIt) {
     long long const before = HeapBlocks();
     auto older = Primitive();
     std::unique_ptr<TagBase> younger;
     {
-        TagStore const store;
+        AnswerStore const store;
         older.reset();
         EXPECT_EQ(AllocationsDuring([&younger] { younger = Constructed(); }), 0);
     }
@@ -107,19 +157,19 @@ TEST(TagStore, AcceptsOlderTagsAndTagsThatOutliveIt) {
     EXPECT_EQ(HeapBlocks(), before);
 }
 
-TEST(TagStore, IsReplacedByANewerStoreUntilThatEnds) {
-    TagStore const outer;
+TEST(AnswerStore, IsReplacedByANewerStoreUntilThatEnds) {
+    AnswerStore const outer;
     Primitive();
     {
-        TagStore const inner;
+        AnswerStore const inner;
         EXPECT_EQ(AllocationsDuring([] { Primitive(); }), 1);
         EXPECT_EQ(AllocationsDuring([] { Primitive(); }), 0);
     }
     EXPECT_EQ(AllocationsDuring([] { Primitive(); }), 0);
 }
 
-TEST(TagStore, ServesOnlyItsThread) {
-    TagStore const store;
+TEST(AnswerStore, ServesOnlyItsThread) {
+    AnswerStore const store;
     Primitive();
     long long elsewhere = 0;
     std::thread([&elsewhere] { elsewhere = AllocationsDuring([] { Primitive(); }); }).join();
@@ -128,20 +178,20 @@ TEST(TagStore, ServesOnlyItsThread) {
 }
 
 // A tag larger than the current ones bypasses the store.
-TEST(TagStore, LeavesLargerTagsToTheHeap) {
+TEST(AnswerStore, LeavesLargerTagsToTheHeap) {
     class LargeTag : public Tag {
     public:
-        char more[TagStore::BlockSize] = {};
+        char more[AnswerStore::BlockSize] = {};
     };
-    TagStore const store;
+    AnswerStore const store;
     long long const before = HeapBlocks();
     std::make_unique<LargeTag>().reset();
     EXPECT_EQ(HeapBlocks(), before);
     EXPECT_EQ(AllocationsDuring([] { Primitive(); }), 1) << "the store got no memory";
 }
 
-TEST(TagStore, ThrowsBadAllocWhenThereIsNoMemory) {
-    TagStore const store;
+TEST(AnswerStore, ThrowsBadAllocWhenThereIsNoMemory) {
+    AnswerStore const store;
     FailAllocation(1);
     EXPECT_THROW(Primitive(), std::bad_alloc);
     EXPECT_TRUE(HasFailedAllocation());
@@ -149,8 +199,8 @@ TEST(TagStore, ThrowsBadAllocWhenThereIsNoMemory) {
 }
 
 #if defined(__SANITIZE_ADDRESS__)
-TEST(TagStoreDeathTest, DoesNotHideATagThatIsUsedAfterItsEnd) {
-    TagStore const store;
+TEST(AnswerStoreDeathTest, DoesNotHideATagThatIsUsedAfterItsEnd) {
+    AnswerStore const store;
     TagBase* volatile gone = nullptr;
     {
         auto const tag = Primitive();
