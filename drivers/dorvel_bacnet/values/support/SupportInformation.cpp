@@ -77,7 +77,7 @@ SupportInformation::SupportInformation() {
         }
     }
     for (ParserRow const& row : ParserRows) {
-        parsers[row.type] = row.make();
+        parsers[static_cast<std::size_t>(row.type)] = row.make();
     }
 }
 
@@ -95,6 +95,6 @@ PropertyInfo SupportInformation::GetPropertyInfo(ObjectTypeEnum objectType,
 }
 
 PropertyValueParser* SupportInformation::GetPropertyParser(PropertyTypeEnum type) const {
-    auto const found = parsers.find(type);
-    return found == parsers.end() ? nullptr : found->second.get();
+    auto const number = static_cast<std::size_t>(type);
+    return number < parsers.size() ? parsers[number].get() : nullptr;
 }

@@ -1,8 +1,10 @@
 #pragma once
 
-#include <map>
+#include <array>
+#include <cstddef>
 #include <memory>
 #include <stdexcept>
+#include <unordered_map>
 
 #include "ObjPropKey.h"
 #include "PropertyInfo.h"
@@ -30,8 +32,13 @@ public:
 private:
     SupportInformation();
 
-    std::map<ObjPropKey, PropertyInfo> properties;
-    std::map<PropertyTypeEnum, std::unique_ptr<PropertyValueParser>> parsers;
+    // Types are numbered up to Weekly_Schedule.
+    static constexpr std::size_t TypeNumbers =
+        static_cast<std::size_t>(PropertyTypeEnum::Weekly_Schedule) + 1;
+
+    std::unordered_map<ObjPropKey, PropertyInfo, ObjPropHash> properties;
+    // By the number of the type.
+    std::array<std::unique_ptr<PropertyValueParser>, TypeNumbers> parsers;
 
     static std::unique_ptr<SupportInformation> m_instance;
 };
