@@ -15,8 +15,8 @@ using namespace test;
 
 namespace {
 
-// The lists of vectors that a store keeps.
-constexpr int Lists = 2;
+// The list of vectors that a store keeps.
+constexpr int Lists = 1;
 
 using Tags = std::vector<std::unique_ptr<TagBase>>;
 
@@ -44,8 +44,8 @@ std::unique_ptr<TagBase> WithSubTags(int count) {
 }
 
 // This number of tags, in a list that reserves its memory first.
-Tags Several(int count) {
-    Tags tags(static_cast<std::size_t>(count));
+Tags Several(std::size_t count) {
+    Tags tags(count);
     for (auto& tag : tags) {
         tag = Primitive();
     }
@@ -101,17 +101,17 @@ TEST(AnswerStore, GivesATagTheCapacityOfEarlierOctets) {
     EXPECT_GE(octets.capacity(), 20U);
 }
 
-TEST(AnswerStore, GivesATagTheCapacityOfEarlierSubTags) {
+TEST(AnswerStore, GivesAListOfSubTagsTheMemoryOfATag) {
     AnswerStore const store;
-    EXPECT_EQ(AllocationsDuring([] { WithSubTags(2); }), 4) << "three tags and a list";
-    EXPECT_EQ(AllocationsDuring([] { WithSubTags(2); }), 0);
+    EXPECT_EQ(AllocationsDuring([] { WithSubTags(8); }), 10) << "nine tags and a list";
+    EXPECT_EQ(AllocationsDuring([] { WithSubTags(8); }), 0);
     EXPECT_EQ(static_cast<ComplexTag&>(*WithSubTags(1)).size(), 1);
 }
 
 TEST(AnswerStore, KeepsNoLongVector) {
     AnswerStore const store;
     Primitive();
-    EXPECT_EQ(AllocationsDuring([] { WithOctets(AnswerStore::LongestVector + 1); }), 1);
+    EXPECT_EQ(AllocationsDuring([] { WithOctets(AnswerStore::MostOctets + 1); }), 1);
     EXPECT_EQ(AnswerStore::TakeOctets().capacity(), 0U);
 }
 

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <utility>
 #include <vector>
 
+#include "AnswerStore.h"
 #include "CPropertyValue.h"
 #include "ConfirmedServiceAck.h"
 #include "ObjectIdentifier.h"
@@ -15,7 +17,9 @@
 class ReadPropertyMultipleAck : public ConfirmedServiceAck {
 public:
     // Ordered by property number; the map owns the values.
-    using Values = std::map<PropertyIdentifierEnum, std::unique_ptr<CPropertyValue>>;
+    using Values =
+        std::map<PropertyIdentifierEnum, std::unique_ptr<CPropertyValue>, std::less<PropertyIdentifierEnum>,
+                 AnswerAllocator<std::pair<PropertyIdentifierEnum const, std::unique_ptr<CPropertyValue>>>>;
 
     ReadPropertyMultipleAck() = default;
     // Stores the object only. Does not take ownership of the value.

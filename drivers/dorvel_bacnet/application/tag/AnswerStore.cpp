@@ -3,8 +3,6 @@
 #include <new>
 #include <utility>
 
-#include "TagBase.h"
-
 // Marks a waiting block for AddressSanitizer, which then reports a use of a tag after its end.
 #if __has_include(<sanitizer/asan_interface.h>)
 #include <sanitizer/asan_interface.h>  // its macros are empty without AddressSanitizer
@@ -15,34 +13,10 @@
 
 thread_local AnswerStore* AnswerStore::current = nullptr;
 
-namespace {
-
-template <class Vector>
-Vector TakeLast(std::vector<Vector>& waiting) {
-    if (waiting.empty()) {
-        return {};
-    }
-    Vector last = std::move(waiting.back());
-    waiting.pop_back();
-    return last;
-}
-
-template <class Vector>
-void Keep(std::vector<Vector>& waiting, Vector&& vector) noexcept {
-    std::size_t const octets = vector.capacity() * sizeof(typename Vector::value_type);
-    if (octets != 0 && octets <= AnswerStore::LongestVector && waiting.size() < waiting.capacity()) {
-        vector.clear();
-        waiting.push_back(std::move(vector));
-    }
-}
-
-}  // namespace
-
 AnswerStore::AnswerStore() : outer(current) {
     current = this;
     try {
         waitingOctets.reserve(MostBlocks);
-        waitingSubTags.reserve(MostBlocks);
     } catch (std::bad_alloc const&) {
     }
 }
@@ -70,22 +44,22 @@ void AnswerStore::Leave(void* block, std::size_t size) noexcept {
 }
 
 std::vector<char> AnswerStore::TakeOctets() {
-    return current ? TakeLast(current->waitingOctets) : std::vector<char>();
-}
-
-AnswerStore::SubTags AnswerStore::TakeSubTags() {
-    return current ? TakeLast(current->waitingSubTags) : SubTags();
-}
-
-void AnswerStore::Leave(std::vector<char>&& octets) noexcept {
-    if (current) {
-        Keep(current->waitingOctets, std::move(octets));
+    std::vector<char> octets;
+    if (current && !current->waitingOctets.empty()) {
+        octets = std::move(current->waitingOctets.back());
+        current->waitingOctets.pop_back();
     }
+    return octets;
 }
 
-void AnswerStore::Leave(SubTags&& subTags) noexcept {
-    if (current) {
-        Keep(current->waitingSubTags, std::move(subTags));
+void AnswerStore::LeaveOctets(std::vector<char>&& octets) noexcept {
+    if (!current || octets.capacity() == 0 || octets.capacity() > MostOctets) {
+        return;
+    }
+    std::vector<std::vector<char>>& waiting = current->waitingOctets;
+    if (waiting.size() < waiting.capacity()) {
+        octets.clear();
+        waiting.push_back(std::move(octets));
     }
 }
 

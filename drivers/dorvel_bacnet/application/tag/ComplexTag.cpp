@@ -11,8 +11,8 @@ namespace {
 
 static_assert(sizeof(ComplexTag) <= AnswerStore::BlockSize, "a store has no room for it");
 
-// Most constructed values have no more sub-tags, so a list does not grow while it is filled.
-constexpr std::size_t UsualSubTags = 8;
+// As many as a block holds. Most constructed values have no more sub-tags.
+constexpr std::size_t UsualSubTags = AnswerStore::BlockSize / sizeof(void*);
 
 // The opening or the closing tag.
 std::vector<char> Bracket(ComplexTag const& tag, char valLenType) {
@@ -21,16 +21,16 @@ std::vector<char> Bracket(ComplexTag const& tag, char valLenType) {
 
 }  // namespace
 
-ComplexTag::ComplexTag(char tagNumber, bool isClass)
-    : TagBase(Constructed(), tagNumber, isClass), subTags(AnswerStore::TakeSubTags()) {}
+ComplexTag::ComplexTag(char tagNumber, bool isClass) : TagBase(Constructed(), tagNumber, isClass) {}
 
 ComplexTag::~ComplexTag() {
     if (holdsConstructed) {
         for (std::unique_ptr<TagBase>& tag : subTags) {
-            Dismantle(std::move(tag));
+            if (AsNested(*tag)) {
+                Dismantle(std::move(tag));
+            }
         }
     }
-    AnswerStore::Leave(std::move(subTags));
 }
 
 // Keeps the way back inside the tree itself. On the way down, a parent that has sub-tags left becomes the

@@ -32,6 +32,6 @@ private:
     // Destroys a tag and everything below it in linear time, without recursion and without an allocation.
     static void Dismantle(std::unique_ptr<TagBase> whole);
 
-    AnswerStore::SubTags subTags;
+    std::vector<std::unique_ptr<TagBase>, AnswerAllocator<std::unique_ptr<TagBase>>> subTags;
     bool holdsConstructed = false;
 };

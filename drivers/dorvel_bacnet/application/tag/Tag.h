@@ -17,7 +17,7 @@ public:
     // The length/value/type is not derived from the data: the caller passes the one that belongs to it.
     Tag(char tagNumber, bool isClass, char valLenType, std::vector<char> const& dataOctets,
         int additionalLength);
-    ~Tag() override { AnswerStore::Leave(std::move(data)); }
+    ~Tag() override { AnswerStore::LeaveOctets(std::move(data)); }
 
     // A tag with the length fields for its data: the size itself below 5, otherwise the extended form.
     static Tag FromOctets(char tagNumber, bool isClass, std::vector<char> dataOctets);

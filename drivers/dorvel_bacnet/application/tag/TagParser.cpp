@@ -71,7 +71,7 @@ std::unique_ptr<Tag> TagParser::ReadPrimitiveTag(IStreamBase& stream, TagHeader 
 
 std::unique_ptr<ComplexTag> TagParser::ReadComplexTag(IStreamBase& stream, TagHeader header) {
     auto root = ReadOpeningTag(stream, header);
-    std::vector<ComplexTag*> open;
+    std::vector<ComplexTag*, AnswerAllocator<ComplexTag*>> open;
     open.reserve(UsualDepth);
     open.push_back(root.get());
     while (!open.empty()) {
