@@ -27,11 +27,9 @@ ComplexAck::ComplexAck(char id, ConfirmedServiceChoiceEnum choice, std::unique_p
 
 ComplexAck::ComplexAck(char id, ConfirmedServiceChoiceEnum choice, bool more, char sequence, char window,
                        IStreamBase& stream)
-    : SegmentedPdu(id, choice, more, sequence, window) {
-    rawPayload.reserve(static_cast<std::size_t>(stream.Available()));
-    while (stream.Available() != 0) {
-        rawPayload.push_back(stream.ReadByte());
-    }
+    : SegmentedPdu(id, choice, more, sequence, window),
+      rawPayload(static_cast<std::size_t>(stream.Available())) {
+    stream.Receive(rawPayload.data(), static_cast<unsigned>(rawPayload.size()));
 }
 
 std::vector<char> ComplexAck::GetBytes() const {
