@@ -99,6 +99,15 @@ TEST_F(SegmentedAnswer, LostLastSegmentCostsAnAttempt) {
     EXPECT_EQ(log.Text(), "0-1 message size error\nvalue : 42.000000\n");
 }
 
+TEST_F(SegmentedAnswer, EmptyApduInTheMiddleCostsAnAttempt) {
+    log.EnableTrace();
+    BeginAttempt(1);
+    network.Expect(SegmentAck(1, 0)).Answer("81 0A 00 06 01 00");
+    network.Expect(ReadRequest(2, AnalogInput1)).Answer(ValueAnswer(2));
+    EXPECT_EQ(Process(), 1);
+    EXPECT_EQ(log.Text(), "0-1 message size error\nvalue : 42.000000\n");
+}
+
 TEST_F(SegmentedAnswer, Segments0And2With1MissingAreLoggedAndEndTheTransaction) {
     BeginAttempt(1);
     network.Expect(SegmentAck(1, 0)).Answer(Segment(1, 2, false, Rest(10)));

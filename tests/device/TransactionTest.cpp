@@ -65,6 +65,16 @@ TEST_F(Transaction, SilenceIsTracedAsAnEmptyMessage) {
     EXPECT_EQ(log.Text(), "0-1 message size error\n");
 }
 
+TEST_F(Transaction, DatagramWithoutAnApduCountsAsSilence) {
+    log.EnableTrace();
+    network.Expect(ReadRequest(1, AnalogInput1)).Answer("81 0A 00 06 01 00");
+    network.Expect(ReadRequest(2, AnalogInput1)).Answer(RoutedAnswerDatagram(5, "0A 14", ""));
+    network.Expect(ReadRequest(3, AnalogInput1)).Answer(ValueAnswer(3));
+    EXPECT_EQ(Process(), 1);
+    EXPECT_EQ(log.Text(), "0-1 message size error\n0-1 message size error\nvalue : 42.000000\n");
+    EXPECT_EQ(network.Elapsed(), 0);
+}
+
 TEST_F(Transaction, AnswerToTheSecondAttemptCounts) {
     network.Expect(ReadRequest(1, AnalogInput1));
     network.Expect(ReadRequest(2, AnalogInput1)).Answer(ValueAnswer(2));

@@ -8,6 +8,7 @@
 
 #include "AbortResponseException.h"
 #include "ErrorResponseException.h"
+#include "Exceptions.h"
 #include "FormRequest.h"
 #include "Octets.h"
 #include "ParseApdu.h"
@@ -41,6 +42,14 @@ void LogFailure(ObjectIdentifier object, std::exception const& failure) noexcept
 void TraceFailure(ObjectIdentifier object, std::exception const& failure) noexcept {
     if (IsEnableUserTrace()) {
         LogFailure(object, failure);
+    }
+}
+
+// The same for an attempt without an answer. An exception object is made for its text only: throwing it would
+// cost a dozen times as much as the attempt.
+void TraceSilence(ObjectIdentifier object) {
+    if (IsEnableUserTrace()) {
+        LogFailure(object, WrongLengthException());
     }
 }
 
@@ -113,6 +122,10 @@ TBACnet::Attempt TBACnet::ReadOnce(ObjectIdentifier object, std::vector<tagReadD
     auto const request =
         FormRequest(settings->ReadInvokeId, objectTags, settings->linkAddress, settings->remoteAddress);
     std::unique_ptr<ComplexAck> ack = RequestAck(request);
+    if (!ack) {
+        TraceSilence(object);
+        return Attempt::Repeat;
+    }
     if (!ack->GetSegmentedMessage()) {
         bool const processed =
             ProcessResponseM(object, settings->ReadInvokeId, *ack, objectTags, values) != 0;
@@ -126,8 +139,10 @@ TBACnet::Attempt TBACnet::ReadOnce(ObjectIdentifier object, std::vector<tagReadD
 
 std::unique_ptr<ComplexAck> TBACnet::RequestAck(Network::NDataUnitRequest const& request) {
     std::vector<char> apdu;
-    // Without a datagram the APDU stays empty, which the parser reports.
     SendAndReceive(request, apdu);
+    if (apdu.empty()) {
+        return nullptr;
+    }
     std::unique_ptr<PDU> pdu = ParseApdu(apdu);
     // An Error, a Reject or an Abort leaves here as std::bad_cast.
     auto& ack = dynamic_cast<ComplexAck&>(*pdu);
@@ -143,6 +158,9 @@ std::unique_ptr<PDU> TBACnet::CollectSegments(std::unique_ptr<ComplexAck> first)
     bool moreFollows = true;
     while (moreFollows) {
         std::unique_ptr<ComplexAck> segment = RequestAck(SegmentAck(sequenceNumber));
+        if (!segment) {
+            throw WrongLengthException();
+        }
         sequenceNumber = segment->GetSequenceNumber();
         moreFollows = segment->GetMoreFollows();
         segments[static_cast<unsigned char>(sequenceNumber)] = std::move(segment);
