@@ -20,7 +20,7 @@ int DateTimeValue::Compare(CPropertyValue& other) const {
 
 std::unique_ptr<CPropertyValue> DateTimeValueParser::Parse(ComplexTag& wrapper) const {
     ExpectSize(wrapper, 2, "tag quantity does not meet expectations");
-    auto const date = dateParser.GetValue(PrimitiveSubTag(wrapper, 0));
-    auto const time = timeParser.GetValue(PrimitiveSubTag(wrapper, 1));
-    return std::make_unique<DateTimeValue>(date->GetValue(), time->GetValue());
+    Date const date = dateParser.GetDate(PrimitiveSubTag(wrapper, 0));
+    Time const time = timeParser.GetTime(PrimitiveSubTag(wrapper, 1));
+    return std::make_unique<DateTimeValue>(date, time);
 }

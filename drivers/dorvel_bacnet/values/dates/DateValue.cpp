@@ -22,6 +22,10 @@ std::unique_ptr<CPropertyValue> DateValueParser::Parse(ComplexTag& wrapper) cons
 }
 
 std::unique_ptr<DateValue> DateValueParser::GetValue(Tag const& tag) const {
+    return std::make_unique<DateValue>(GetDate(tag));
+}
+
+Date DateValueParser::GetDate(Tag const& tag) {
     ExpectFourOctets(tag, 10, "tag type does not meet expectations : Date{10}");
-    return std::make_unique<DateValue>(tag.data[0], tag.data[1], tag.data[2], tag.data[3]);
+    return DateValue(tag.data[0], tag.data[1], tag.data[2], tag.data[3]).GetValue();
 }

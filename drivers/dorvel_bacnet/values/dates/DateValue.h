@@ -22,4 +22,6 @@ public:
 
     // The date of one tag, which must have four octets and the number 10.
     std::unique_ptr<DateValue> GetValue(Tag const& tag) const;
+    // The same without a value object.
+    static Date GetDate(Tag const& tag);
 };

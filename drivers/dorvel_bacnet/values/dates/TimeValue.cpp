@@ -22,6 +22,10 @@ std::unique_ptr<CPropertyValue> TimeValueParser::Parse(ComplexTag& wrapper) cons
 }
 
 std::unique_ptr<TimeValue> TimeValueParser::GetValue(Tag const& tag) const {
+    return std::make_unique<TimeValue>(GetTime(tag));
+}
+
+Time TimeValueParser::GetTime(Tag const& tag) {
     ExpectFourOctets(tag, 11, "tag type does not meet expectations : Time{11}");
-    return std::make_unique<TimeValue>(tag.data[0], tag.data[1], tag.data[2], tag.data[3]);
+    return TimeValue(tag.data[0], tag.data[1], tag.data[2], tag.data[3]).GetValue();
 }

@@ -22,4 +22,6 @@ public:
 
     // The time of one tag, which must have four octets and the number 11.
     std::unique_ptr<TimeValue> GetValue(Tag const& tag) const;
+    // The same without a value object.
+    static Time GetTime(Tag const& tag);
 };

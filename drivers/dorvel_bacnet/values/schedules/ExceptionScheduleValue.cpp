@@ -52,7 +52,7 @@ std::unique_ptr<Tag> PriorityTag(int priority) {
 }
 
 std::string DateTagText(Tag const& tag) {
-    return DateText(DateValueParser().GetValue(tag)->GetValue());
+    return DateText(DateValueParser::GetDate(tag));
 }
 
 std::string WeekNDayText(std::vector<char> const& data) {
@@ -200,5 +200,5 @@ std::unique_ptr<CPropertyValue> ExceptionScheduleValueParser::Parse(ComplexTag& 
                         PrimitiveSubTag(wrapper, i + 2));
         }
     }
-    return std::make_unique<CharacterStringValue>(text, EncodingTypeEnum::Schedule);
+    return std::make_unique<CharacterStringValue>(std::move(text), EncodingTypeEnum::Schedule);
 }

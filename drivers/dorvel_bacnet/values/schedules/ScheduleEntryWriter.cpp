@@ -63,9 +63,9 @@ std::string ValueText(Tag const& tag, ScheduleEntryStyle const& style) {
         case 9:
             return std::to_string(static_cast<std::int32_t>(BitConverter::ToUInt64(tag.data, 0)));
         case 10:
-            return DateText(DateValueParser().GetValue(tag)->GetValue());
+            return DateText(DateValueParser::GetDate(tag));
         default:
-            return TimeValueText(TimeValueParser().GetValue(tag)->GetValue());
+            return TimeValueText(TimeValueParser::GetTime(tag));
     }
 }
 
@@ -99,7 +99,7 @@ void AppendEntries(std::string& text, ComplexTag& list, ScheduleEntryStyle const
         if (i != 0) {
             text += ',';
         }
-        text += EntryTimeText(TimeValueParser().GetValue(PrimitiveSubTag(list, i))->GetValue()) + ",";
+        text += EntryTimeText(TimeValueParser::GetTime(PrimitiveSubTag(list, i))) + ",";
         text += TailText(value, style);
     }
 }

@@ -51,5 +51,5 @@ std::unique_ptr<CPropertyValue> WeeklyScheduleValueParser::Parse(ComplexTag& wra
         AppendEntries(text, RequireComplex(&SubTag(wrapper, i)), WeeklyEntries);
         text += ';';
     }
-    return std::make_unique<CharacterStringValue>(text, EncodingTypeEnum::Schedule);
+    return std::make_unique<CharacterStringValue>(std::move(text), EncodingTypeEnum::Schedule);
 }
