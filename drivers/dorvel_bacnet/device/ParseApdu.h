@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "FakeStream.h"
@@ -10,8 +11,8 @@ namespace dorvel::BACnet {
 
 // Parses one received APDU. Throws as PduParser::Parse does; an empty APDU, which means that nothing was
 // received, throws WrongLengthException.
-inline std::unique_ptr<PDU> ParseApdu(std::vector<char> const& apdu) {
-    FakeStream stream(apdu);
+inline std::unique_ptr<PDU> ParseApdu(std::vector<char> apdu) {
+    FakeStream stream(std::move(apdu));
     return PduParser::Parse(stream);
 }
 

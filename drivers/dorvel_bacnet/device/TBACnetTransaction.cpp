@@ -64,6 +64,8 @@ std::vector<char> Join(Segments& segments) {
     head.SetSegmentedMessage(false);
     head.SetMoreFollows(false);
     std::vector<char> octets = head.GetBytes();
+    // A device fills all segments but the last one.
+    octets.reserve(segments.size() * octets.size());
     for (auto segment = std::next(segments.begin()); segment != segments.end(); ++segment) {
         AppendOctets(octets, segment->second->GetRawPayload());
     }
@@ -143,7 +145,7 @@ std::unique_ptr<ComplexAck> TBACnet::RequestAck(Network::NDataUnitRequest const&
     if (apdu.empty()) {
         return nullptr;
     }
-    std::unique_ptr<PDU> pdu = ParseApdu(apdu);
+    std::unique_ptr<PDU> pdu = ParseApdu(std::move(apdu));
     // An Error, a Reject or an Abort leaves here as std::bad_cast.
     auto& ack = dynamic_cast<ComplexAck&>(*pdu);
     pdu.release();

@@ -35,7 +35,11 @@ ComplexAck::ComplexAck(char id, ConfirmedServiceChoiceEnum choice, bool more, ch
 std::vector<char> ComplexAck::GetBytes() const {
     std::vector<char> octets = SegmentedPdu::GetBytes();
     octets.push_back(static_cast<char>(GetServiceChoice()));
-    AppendOctets(octets, serviceAck ? serviceAck->GetBytes() : rawPayload);
+    if (serviceAck) {
+        AppendOctets(octets, serviceAck->GetBytes());
+    } else {
+        AppendOctets(octets, rawPayload);
+    }
     return octets;
 }
 
