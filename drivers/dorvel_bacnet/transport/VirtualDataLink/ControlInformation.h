@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <vector>
 
 namespace VirtualDataLink {
@@ -24,6 +25,8 @@ struct ControlInformation {
     // in its upper half, so 0x0104 goes out as 10 04. Installed systems rely on this. Unframe reads the
     // length as the standard has it.
     std::vector<char> GetBytes() const;
+    // The same without an allocation.
+    std::array<char, HeaderSize> Octets() const;
 };
 
 }  // namespace VirtualDataLink

@@ -5,16 +5,16 @@
 #include <utility>
 
 #include "VirtualDataLink/ControlInformation.h"
-#include "VirtualDataLink/ProtocolMessage.h"
 
 namespace VirtualDataLink {
 
 std::vector<char> FrameNpdu(bool isBroadcast, std::vector<char> npdu) {
-    ProtocolMessage message;
-    message.controlInformation.function = isBroadcast ? OriginalBroadcastNpdu : OriginalUnicastNpdu;
-    message.controlInformation.length = static_cast<unsigned short>(npdu.size() + HeaderSize);
-    message.data = std::move(npdu);
-    return message.GetBytes();
+    ControlInformation information;
+    information.function = isBroadcast ? OriginalBroadcastNpdu : OriginalUnicastNpdu;
+    information.length = static_cast<unsigned short>(npdu.size() + HeaderSize);
+    auto const header = information.Octets();
+    npdu.insert(npdu.begin(), header.begin(), header.end());
+    return npdu;
 }
 
 Packet Frame(DuRequest request) {

@@ -6,7 +6,8 @@
 
 namespace VirtualDataLink {
 
-// A BVLC frame: the header and the NPDU.
+// No poll uses this record: FrameNpdu puts the header in front of the NPDU without a copy. It is a BVLC
+// frame, the header and the NPDU.
 struct ProtocolMessage {
     ControlInformation controlInformation;
     std::vector<char> data;
