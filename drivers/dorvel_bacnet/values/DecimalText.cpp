@@ -2,6 +2,9 @@
 
 #include <locale.h>
 
+#include <charconv>
+#include <limits>
+
 namespace {
 
 // Sets the C locale for the calling thread while it lives; other threads keep theirs.
@@ -24,8 +27,11 @@ private:
 }  // namespace
 
 std::string DecimalText(double number) {
-    ClassicLocale const locale;
-    return std::to_string(number);
+    constexpr int Decimals = 6;
+    // Room for the sign, the digits of the largest number, the point and the decimals.
+    char text[std::numeric_limits<double>::max_exponent10 + 3 + Decimals];
+    auto const end = std::to_chars(text, text + sizeof text, number, std::chars_format::fixed, Decimals);
+    return std::string(text, end.ptr);
 }
 
 double DecimalNumber(std::string const& text) {

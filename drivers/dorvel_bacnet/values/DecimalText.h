@@ -2,8 +2,9 @@
 
 #include <string>
 
-// Numbers with a decimal point in the texts of the runtime. Both functions use the C locale, whatever locale
-// the host has set: a decimal comma would split a field of a schedule. Any thread may call them.
+// Numbers with a decimal point in the texts of the runtime. Both functions write and read as in the C locale,
+// whatever locale the host has set: a decimal comma would split a field of a schedule. Any thread may call
+// them.
 
 // The number as "%f" prints it: six decimals, or "nan" and "inf" with their sign.
 std::string DecimalText(double number);
