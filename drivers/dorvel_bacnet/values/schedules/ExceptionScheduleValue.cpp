@@ -60,8 +60,13 @@ std::string WeekNDayText(std::vector<char> const& data) {
         auto const octet = static_cast<unsigned char>(data[place]);
         return octet == 0 ? std::string("*") : std::to_string(static_cast<int>(octet));
     };
-    auto const month = static_cast<unsigned char>(data[0]);
-    return (month == 0 ? "**" : TwoDigits(month)) + digit(1) + digit(2);
+    std::string month;
+    if (data[0] == 0) {
+        month = "**";
+    } else {
+        AppendTwoDigits(month, static_cast<unsigned char>(data[0]));
+    }
+    return month + digit(1) + digit(2);
 }
 
 // A calendar entry: a date, or a week and day. No other form has a text.

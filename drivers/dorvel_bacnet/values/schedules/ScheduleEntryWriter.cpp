@@ -14,15 +14,33 @@
 
 namespace {
 
-std::string EntryTimeText(Time const& time) {
-    return TwoDigits(time.hour) + TwoDigits(time.minute) + TwoDigits(time.second) +
-           TwoDigits(time.hundredths);
+char Digit(unsigned number) {
+    return static_cast<char>('0' + number % 10);
+}
+
+// The first digits of a number: as many as a number below the limit has.
+unsigned CutBelow(unsigned limit, unsigned number) {
+    while (number >= limit) {
+        number /= 10;
+    }
+    return number;
+}
+
+void AppendEntryTime(std::string& text, Time const& time) {
+    AppendTwoDigits(text, time.hour);
+    AppendTwoDigits(text, time.minute);
+    AppendTwoDigits(text, time.second);
+    AppendTwoDigits(text, time.hundredths);
 }
 
 // Each field but the last is cut to two characters, unlike in the time of an entry.
 std::string TimeValueText(Time const& time) {
-    return TwoDigits(time.hour).substr(0, 2) + TwoDigits(time.minute).substr(0, 2) +
-           TwoDigits(time.second).substr(0, 2) + TwoDigits(time.hundredths);
+    std::string text;
+    AppendTwoDigits(text, CutBelow(100, time.hour));
+    AppendTwoDigits(text, CutBelow(100, time.minute));
+    AppendTwoDigits(text, CutBelow(100, time.second));
+    AppendTwoDigits(text, time.hundredths);
+    return text;
 }
 
 std::string HexText(std::vector<char> const& octets) {
@@ -69,23 +87,30 @@ std::string ValueText(Tag const& tag, ScheduleEntryStyle const& style) {
     }
 }
 
-// The fields of an entry after its time: type, length and value.
-std::string TailText(TagBase& value, ScheduleEntryStyle const& style) {
+// Appends the fields of an entry after its time: type, length and value.
+void AppendTail(std::string& text, TagBase& value, ScheduleEntryStyle const& style) {
     int const type = static_cast<unsigned char>(value.GetTagNumber());
     if (type == 0 || type > 12) {
-        return "";
+        return;
     }
     if (type == 1) {
-        return value.GetValLenType() != 0 ? "1,1,1" : "1,1,0";
+        text += value.GetValLenType() != 0 ? "1,1,1" : "1,1,0";
+        return;
     }
     Tag const& tag = RequirePrimitive(&value);
+    text += std::to_string(type);
+    text += ',';
     if (type == 12) {
         ObjectIdentifier const object(tag);
-        return "12," + std::to_string(static_cast<int>(object.GetObjectType())) + "," +
-               std::to_string(object.GetInstanceNumber());
+        text += std::to_string(static_cast<int>(object.GetObjectType()));
+        text += ',';
+        text += std::to_string(object.GetInstanceNumber());
+        return;
     }
-    std::string const text = ValueText(tag, style);
-    return std::to_string(type) + "," + std::to_string(text.size()) + "," + text;
+    std::string const field = ValueText(tag, style);
+    text += std::to_string(field.size());
+    text += ',';
+    text += field;
 }
 
 }  // namespace
@@ -99,16 +124,24 @@ void AppendEntries(std::string& text, ComplexTag& list, ScheduleEntryStyle const
         if (i != 0) {
             text += ',';
         }
-        text += EntryTimeText(TimeValueParser::GetTime(PrimitiveSubTag(list, i))) + ",";
-        text += TailText(value, style);
+        AppendEntryTime(text, TimeValueParser::GetTime(PrimitiveSubTag(list, i)));
+        text += ',';
+        AppendTail(text, value, style);
     }
 }
 
-std::string TwoDigits(unsigned char octet) {
-    return (octet < 10 ? "0" : "") + std::to_string(static_cast<int>(octet));
+void AppendTwoDigits(std::string& text, unsigned octet) {
+    if (octet > 99) {
+        text += Digit(octet / 100);
+    }
+    text += Digit(octet / 10);
+    text += Digit(octet);
 }
 
 std::string DateText(Date const& date) {
-    return std::to_string(static_cast<int>(date.weekday)).substr(0, 1) + TwoDigits(date.day).substr(0, 2) +
-           TwoDigits(date.month).substr(0, 2) + std::to_string(1900 + date.year);
+    std::string text(1, Digit(CutBelow(10, date.weekday)));
+    AppendTwoDigits(text, CutBelow(100, date.day));
+    AppendTwoDigits(text, CutBelow(100, date.month));
+    text += std::to_string(1900 + date.year);
+    return text;
 }

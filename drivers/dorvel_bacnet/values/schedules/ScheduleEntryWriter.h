@@ -22,8 +22,8 @@ inline constexpr ScheduleEntryStyle ExceptionEntries = {false, ""};
 // entry that ends after the time. Tags of another shape throw ParseException.
 void AppendEntries(std::string& text, ComplexTag& list, ScheduleEntryStyle const& style);
 
-// An octet as two decimal digits; three from 100 on.
-std::string TwoDigits(unsigned char octet);
+// Appends an octet as two decimal digits; three from 100 on.
+void AppendTwoDigits(std::string& text, unsigned octet);
 
 // The nine characters of a date: weekday, day, month, year. Each field keeps only as many digits as it has
 // room for, so an unspecified weekday is 2, an unspecified day or month 25, and an unspecified year 2155.
