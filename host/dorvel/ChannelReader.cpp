@@ -40,10 +40,11 @@ constexpr IntegerEntry IntegerEntries[] = {{"ReadId", &Entries::readId},
 constexpr TextEntry TextEntries[] = {{"ReadField", &Entries::readField},
                                      {"WriteField", &Entries::writeField}};
 
-std::string TextAt(lua_State* L, int index) {
+// The text is valid while the string is on the stack or in a table.
+std::string_view TextAt(lua_State* L, int index) {
     std::size_t length = 0;
     char const* const text = lua_tolstring(L, index, &length);
-    return std::string(text, length);
+    return {text, length};
 }
 
 long long IntegerOnTop(lua_State* L) {
@@ -55,7 +56,7 @@ long long IntegerOnTop(lua_State* L) {
     return value;
 }
 
-std::string TextOnTop(lua_State* L) {
+std::string_view TextOnTop(lua_State* L) {
     if (lua_type(L, -1) != LUA_TSTRING) {
         throw std::invalid_argument("expected a text");
     }
@@ -76,7 +77,7 @@ OpcUa_VariantHlp PropertyOnTop(lua_State* L) {
             }
             break;
         case LUA_TSTRING: {
-            std::string const text = TextAt(L, -1);
+            std::string_view const text = TextAt(L, -1);
             value.SetUTF8String(text.data(), static_cast<int>(text.size()));
             break;
         }
@@ -86,7 +87,7 @@ OpcUa_VariantHlp PropertyOnTop(lua_State* L) {
     return value;
 }
 
-void ReadEntry(lua_State* L, std::string const& name, Entries& entries) {
+void ReadEntry(lua_State* L, std::string_view name, Entries& entries) {
     for (IntegerEntry const& entry : IntegerEntries) {
         if (entry.name == name) {
             entries.*entry.member = IntegerOnTop(L);
@@ -99,16 +100,20 @@ void ReadEntry(lua_State* L, std::string const& name, Entries& entries) {
             return;
         }
     }
-    entries.others[name] = PropertyOnTop(L);
+    entries.others.emplace(name, PropertyOnTop(L));
 }
 
-// Runs the body; puts the path of the entry in front of the text of a failure.
+std::string PathOf(lua_Integer variable) {
+    return "Vars[" + std::to_string(variable) + "]";
+}
+
+// Runs the body; puts the path of the variable's entry in front of the text of a failure.
 template <class Body>
-void At(std::string const& path, Body const& body) {
+void At(lua_Integer variable, std::string_view entry, Body const& body) {
     try {
         body();
     } catch (std::invalid_argument const& failure) {
-        throw std::invalid_argument(path + ": " + failure.what());
+        throw std::invalid_argument(PathOf(variable) + "." + std::string(entry) + ": " + failure.what());
     }
 }
 
@@ -122,19 +127,19 @@ _OpcUa_BuiltInType ValueType(long long number) {
     return static_cast<_OpcUa_BuiltInType>(number);
 }
 
-OpcUa_BuiltInTypeHlp TypeOf(Entries const& entries, std::string const& path) {
+OpcUa_BuiltInTypeHlp TypeOf(Entries const& entries, lua_Integer variable) {
     OpcUa_BuiltInTypeHlp type(OpcUaType_DataValue);
     if (entries.type == OpcUaType_DataValue) {
-        At(path + ".ElementType", [&] { type.ElementType = ValueType(entries.elementType); });
+        At(variable, "ElementType", [&] { type.ElementType = ValueType(entries.elementType); });
     } else {
-        At(path + ".Type", [&] { type.Type = ValueType(entries.type); });
+        At(variable, "Type", [&] { type.Type = ValueType(entries.type); });
     }
     return type;
 }
 
-ScadaProtocol::Channel ChannelOf(Entries entries, std::string const& path) {
+ScadaProtocol::Channel ChannelOf(Entries entries, lua_Integer variable) {
     ScadaProtocol::Channel channel;
-    OpcUa_BuiltInTypeHlp const type = TypeOf(entries, path);
+    OpcUa_BuiltInTypeHlp const type = TypeOf(entries, variable);
     channel.Read = {entries.readId, std::move(entries.readField), type};
     if (entries.writeId != 0) {
         channel.Write = ScadaProtocol::WriteChannel{entries.writeId, std::move(entries.writeField), type};
@@ -143,30 +148,32 @@ ScadaProtocol::Channel ChannelOf(Entries entries, std::string const& path) {
     return channel;
 }
 
-void RequireTable(lua_State* L, std::string const& path) {
-    if (!lua_istable(L, -1)) {
-        throw std::invalid_argument(path + ": expected a table, got a " + luaL_typename(L, -1));
-    }
+std::invalid_argument NotATable(lua_State* L, std::string const& path) {
+    return std::invalid_argument(path + ": expected a table, got a " + luaL_typename(L, -1));
 }
 
-ScadaProtocol::Channel ChannelOnTop(lua_State* L, std::string const& path) {
-    RequireTable(L, path);
+ScadaProtocol::Channel ChannelOnTop(lua_State* L, lua_Integer variable) {
+    if (!lua_istable(L, -1)) {
+        throw NotATable(L, PathOf(variable));
+    }
     Entries entries;
     lua_pushnil(L);
     while (lua_next(L, -2)) {
         if (lua_type(L, -2) != LUA_TSTRING) {
-            throw std::invalid_argument(path + ": every key must be a name");
+            throw std::invalid_argument(PathOf(variable) + ": every key must be a name");
         }
-        std::string const name = TextAt(L, -2);
-        At(path + "." + name, [&] { ReadEntry(L, name, entries); });
+        std::string_view const name = TextAt(L, -2);
+        At(variable, name, [&] { ReadEntry(L, name, entries); });
         lua_pop(L, 1);
     }
-    return ChannelOf(std::move(entries), path);
+    return ChannelOf(std::move(entries), variable);
 }
 
 // A list has no keys other than its indices.
 void RequireList(lua_State* L) {
-    RequireTable(L, "Vars");
+    if (!lua_istable(L, -1)) {
+        throw NotATable(L, "Vars");
+    }
     lua_Unsigned count = 0;
     lua_pushnil(L);
     while (lua_next(L, -2)) {
@@ -189,7 +196,7 @@ void get_lua_value(ScadaProtocol::Channels& channels, lua_State* L) {
         result.reserve(static_cast<std::size_t>(count));
         for (lua_Integer index = 1; index <= count; ++index) {
             lua_rawgeti(L, -1, index);
-            result.push_back(ChannelOnTop(L, "Vars[" + std::to_string(index) + "]"));
+            result.push_back(ChannelOnTop(L, index));
             lua_pop(L, 1);
         }
         channels = std::move(result);
