@@ -3,6 +3,7 @@
 #include <atomic>
 #include <exception>
 #include <lua.hpp>
+#include <utility>
 
 #include "LuaCall.h"
 #include "RuntimeImpl.h"
@@ -53,7 +54,7 @@ void ScadaProtocol::InitedInternal(lua_State* L) {
     if (L && runtime) {
         SetDataProvider(runtime->impl->ProviderOf(*this));
     }
-    for (Channel const& channel : Vars) {
+    for (Channel const& channel : std::exchange(Vars, Channels())) {
         AddChannel(&channel.Read, channel.Write ? &*channel.Write : nullptr, channel.Properties);
     }
     Inited();
