@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <cstddef>
+#include <string_view>
 
 #include "BaseField.h"
 #include "Network/AddressParser.h"
@@ -17,13 +18,20 @@ namespace {
 
 constexpr int TraceLevelError = 0x20;
 
-int PropertyCode(std::map<std::string, OpcUa_VariantHlp> const& properties, char const* key) {
-    int code = 0;
-    auto const property = properties.find(key);
-    if (property != properties.end()) {
-        property->second.GetInt(code);
+struct CodeProperty {
+    std::string_view name;
+    int VelaBufferParameters::*code;
+};
+constexpr CodeProperty CodeProperties[] = {{"ObjectType", &VelaBufferParameters::objectType},
+                                           {"ObjectProperties", &VelaBufferParameters::objectProperties},
+                                           {"ObjectNumber", &VelaBufferParameters::objectNumber}};
+
+void ReadCode(std::string_view name, OpcUa_VariantHlp const& value, VelaBufferParameters& channel) {
+    for (CodeProperty const& property : CodeProperties) {
+        if (property.name == name) {
+            value.GetInt(channel.*property.code);
+        }
     }
-    return code;
 }
 
 std::vector<tagReadData*> TagsInOrder(TBACnet::TagTable const& table) {
@@ -112,9 +120,9 @@ void BACnetProtocol::AddChannel(ReadChannel const* read, WriteChannel const* wri
                                 std::map<std::string, OpcUa_VariantHlp> const& properties) {
     auto descriptor = std::make_unique<DriverVarDsc>();
     auto channel = std::make_unique<VelaBufferParameters>();
-    channel->objectType = PropertyCode(properties, "ObjectType");
-    channel->objectProperties = PropertyCode(properties, "ObjectProperties");
-    channel->objectNumber = PropertyCode(properties, "ObjectNumber");
+    for (auto const& [name, value] : properties) {
+        ReadCode(name, value, *channel);
+    }
     BaseInitChannel(read, write, *descriptor);
     channels.push_back(channel.get());
     channel.release()->descriptor = descriptor.release();

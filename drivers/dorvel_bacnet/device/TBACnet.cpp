@@ -100,7 +100,9 @@ void TBACnet::InitTags(std::vector<VelaBufferParameters*> const& params) {
         address->objectType = GetBacnetObjectType(param->objectType);
         address->propertyId = GetPropertyType(param->objectProperties);
         auto tag = std::make_unique<tagReadData>();
-        tags[address->objectType][address->objectNumber].push_back(tag.get());
+        auto& objects = tags[address->objectType];
+        // Most projects list objects by ascending number: the end is a good hint.
+        objects.try_emplace(objects.end(), address->objectNumber)->second.push_back(tag.get());
         // The ownership of the descriptor moves only when nothing can throw any more.
         tag->address = address.release();
         tag->descriptor = std::exchange(param->descriptor, nullptr);
