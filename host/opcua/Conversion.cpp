@@ -249,11 +249,9 @@ OpcUa_StatusCode ConvertVariant(OpcUa_Variant const& source, _OpcUa_BuiltInType 
     if (!HasRule(source.Datatype, type)) {
         return OpcUa_BadTypeMismatch;
     }
-    OpcUa_VariantHlp result;
-    OpcUa_StatusCode const status = ConvertByRule(source, type, result);
+    OpcUa_StatusCode const status = ConvertByRule(source, type, target);
     if (status == OpcUa_Good) {
-        result.Datatype = static_cast<unsigned char>(type);
-        target = std::move(result);
+        target.Datatype = static_cast<unsigned char>(type);
     }
     return status;
 }
