@@ -2,24 +2,35 @@
 
 namespace {
 
-VariableState StateOf(OpcUa_Variant const& value, long long time) {
+VariableState StateOf(OpcUa_Variant const& value, OpcUa_StatusCode status, long long time) {
     VariableState state;
     OpcUa_VariantHlp::CopyVariants(&state.Value, &value);
-    state.Status = value.Datatype == OpcUaType_Null ? OpcUa_BadNoData : OpcUa_Good;
+    state.Status = status;
     state.Time = time;
-    if (value.Datatype == OpcUaType_DataValue) {
-        long long const source = value.Value.DataValue->SourceTimestamp;
-        state.Time = source != 0 ? source : time;
-        state.Value.Normalize(&state.Status, nullptr);
-    }
     return state;
+}
+
+VariableState StateOf(OpcUa_Variant const& value, long long time) {
+    if (value.Datatype == OpcUaType_DataValue) {
+        OpcUa_DataValue const& data = *value.Value.DataValue;
+        return StateOf(data.Value, data.StatusCode, data.SourceTimestamp != 0 ? data.SourceTimestamp : time);
+    }
+    return StateOf(value, value.Datatype == OpcUaType_Null ? OpcUa_BadNoData : OpcUa_Good, time);
 }
 
 }  // namespace
 
+VariableState const* VariableStore::Variable::Find(std::string const& field) const {
+    if (field.empty()) {
+        return &Whole;
+    }
+    auto const stored = Fields.find(field);
+    return stored == Fields.end() ? nullptr : &stored->second;
+}
+
 long long VariableStore::Declare(std::string name, OpcUa_BuiltInTypeHlp type) {
     std::lock_guard<std::mutex> const lock(mutex);
-    variables.push_back({std::move(name), type, {}});
+    variables.push_back({std::move(name), type, {}, {}});
     return static_cast<long long>(variables.size());
 }
 
@@ -30,7 +41,8 @@ bool VariableStore::Write(long long id, std::string const& field, OpcUa_Variant 
     if (!IsDeclared(id)) {
         return false;
     }
-    variables[IndexOf(id)].Fields[field] = std::move(state);
+    Variable& variable = variables[IndexOf(id)];
+    (field.empty() ? variable.Whole : variable.Fields[field]) = std::move(state);
     return true;
 }
 
@@ -39,9 +51,8 @@ bool VariableStore::Read(long long id, std::string const& field, VariableState& 
     if (!IsDeclared(id)) {
         return false;
     }
-    auto const& fields = variables[IndexOf(id)].Fields;
-    auto const stored = fields.find(field);
-    state = stored == fields.end() ? VariableState() : stored->second;
+    VariableState const* const stored = variables[IndexOf(id)].Find(field);
+    state = stored ? *stored : VariableState();
     return true;
 }
 

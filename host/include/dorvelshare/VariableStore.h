@@ -36,7 +36,11 @@ private:
     struct Variable {
         std::string Name;
         OpcUa_BuiltInTypeHlp Type;
+        VariableState Whole;
         std::map<std::string, VariableState> Fields;
+
+        // Null for a field that was never written.
+        VariableState const* Find(std::string const& field) const;
     };
 
     // Ids run from 1 without a gap. Call IsDeclared under the mutex, and IndexOf for a declared id only.
