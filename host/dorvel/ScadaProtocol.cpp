@@ -156,10 +156,8 @@ int ScadaProtocol::isWrite() {
 }
 
 bool ScadaProtocol::IsTriggered(DriverVarDsc& descriptor) {
-    bool before = true;  // the first check only records the item
-    descriptor.LastTrigger.GetBool(before);
     bool const now = ReadFlag(provider, WriteItemId);
-    descriptor.LastTrigger.SetBool(now);
+    bool const before = std::exchange(descriptor.LastTrigger, now);
     return now && !before;
 }
 

@@ -23,6 +23,7 @@ struct WriteDataRec {
 // written.
 struct DriverVarDsc {
     unsigned char IsWrite = 0;  // write flag, the first octet: non-zero with a write channel
+    bool LastTrigger = true;    // the trigger item at the last check of the write condition
     long long ReadId = 0;
     std::string ReadField;
     OpcUa_BuiltInTypeHlp ReadType;
@@ -30,7 +31,6 @@ struct DriverVarDsc {
     std::string WriteField;
     OpcUa_BuiltInTypeHlp WriteType;
     OpcUa_VariantHlp LastWritten;  // the value that the write condition compares with
-    OpcUa_VariantHlp LastTrigger;  // the trigger item at the last check of the write condition
 };
 
 struct GetValueFlags {
