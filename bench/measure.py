@@ -6,6 +6,8 @@ import re
 import subprocess
 
 CALLGRIND = ["valgrind", "--tool=callgrind", "--collect-atstart=no", "--callgrind-out-file=/dev/null"]
+# A cache that a poll of many objects exceeds and their code does not: 32 KB for code and for data, 256 KB for both.
+CACHE = ["--cache-sim=yes", "--I1=32768,8,64", "--D1=32768,8,64", "--LL=262144,8,64"]
 TARGET_ROOT = "/usr/arm-linux-gnueabihf"
 
 
@@ -34,14 +36,33 @@ def collected(text):
     return int(re.search(r"Collected : (\d+)", text).group(1))
 
 
-def instructions(folder, workload, objects=50, clients=1, hosted=False, counter=None):
-    """Instructions of the driver per object, counted in the folder's bench-stack by the counter (default: callgrind)."""
+def stack(folder, *words, counter=None):
+    """What the counter (default: callgrind) reports of the folder's bench-stack with these arguments."""
     program = pathlib.Path(folder) / "bench-stack"
-    words = [program] + (["--hosted"] if hosted else []) + [workload, 1, objects, clients]
-    count = collected(run(*(counter or CALLGRIND), *words)[1])
-    if count == 0:
-        raise Failure(f"{program}: nothing was counted")
-    return count / (objects * clients)
+    text = run(*(counter or CALLGRIND), program, *words)[1]
+    if collected(text) == 0:
+        raise Failure(f"{program} {' '.join(map(str, words))}: nothing was counted")
+    return text
+
+
+def poll(workload, objects, clients=1, hosted=False):
+    return (["--hosted"] if hosted else []) + [workload, 1, objects, clients]
+
+
+def instructions(folder, workload, objects=50, clients=1, hosted=False, counter=None):
+    """Instructions of a poll per object."""
+    return collected(stack(folder, *poll(workload, objects, clients, hosted), counter=counter)) / (objects * clients)
+
+
+def loading(folder, phase, variables=1000, counter=None):
+    """Instructions of a phase of loading a block, per variable."""
+    return collected(stack(folder, "--load", phase, variables, counter=counter)) / variables
+
+
+def cache_misses(folder, workload, objects=2000, hosted=False):
+    """Lines of data per object that a poll does not find in the simulated cache."""
+    text = stack(folder, *poll(workload, objects, hosted=hosted), counter=CALLGRIND + CACHE)
+    return int(re.search(r"LLd misses: +([\d,]+)", text).group(1).replace(",", "")) / objects
 
 
 def target_counter(plugin):

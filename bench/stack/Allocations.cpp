@@ -7,33 +7,11 @@
 #include <string>
 
 #include "Clients.h"
-#include "Heap.h"
+#include "HeapUse.h"
 #include "HostedBlocks.h"
 
 namespace {
 
-void Poll(bench::Clients& clients) {
-    clients.Poll();
-}
-void Poll(bench::HostedBlocks& blocks) {
-    blocks.RunOnce();
-}
-
-void SetUp(bench::Clients&) {}
-void SetUp(bench::HostedBlocks& blocks) {
-    blocks.Make();
-    blocks.Init();
-}
-
-// Memory held without any client or block: the prepared answers, the host's runtime.
-template <class Polled>
-long long Surroundings(std::string const& workload) {
-    long long const before = test::HeapOctets();
-    Polled const none(workload, 0, 0);
-    return test::HeapOctets() - before;
-}
-
-// The second poll is counted, since the first one also builds tables.
 template <class Polled>
 void Measure(std::string const& argument) {
     std::string workload;
@@ -44,29 +22,11 @@ void Measure(std::string const& argument) {
     std::getline(words, workload, ':');
     words >> objects >> colon >> count;
 
-    {
-        Polled first(workload, 1, 1);
-        SetUp(first);
-        Poll(first);
-    }
-    long long const without = test::HeapOctets() + Surroundings<Polled>(workload);
-    Polled polled(workload, objects, count);
-    SetUp(polled);
-    Poll(polled);
-    long long const held = test::HeapOctets() - without;
-    test::ForgetHeapPeak();
-    test::HeapTotals const before = test::HeapTotalsSoFar();
-    Poll(polled);
-    test::HeapTotals const after = test::HeapTotalsSoFar();
-
-    auto const perObject = [&](long long number) {
-        return static_cast<double>(number) / static_cast<double>(polled.Objects());
-    };
+    bench::HeapUse const use = bench::HeapUseOf<Polled>(workload, objects, count);
     std::printf(
         "{\"workload\": \"%s\", \"allocations\": %.2f, \"octets\": %.1f, \"held\": %.1f, "
         "\"peak\": %.1f}\n",
-        argument.c_str(), perObject(after.allocations - before.allocations),
-        perObject(after.octets - before.octets), perObject(held), perObject(test::HeapPeak() - without));
+        argument.c_str(), use.allocations, use.octets, use.held, use.peak);
 }
 
 }  // namespace

@@ -13,6 +13,9 @@ namespace bench {
 
 // Device clients without a block, each with `objects` objects of one subject, over a network that answers at
 // once. Only one instance may exist at a time.
+//
+// The first object that fails ends a poll, so the clients of a silent device have one object each, which they
+// attempt to read `objects` times in a poll: what is said of an object is then said of an attempt.
 class Clients {
 public:
     // Throws as SubjectNamed does.

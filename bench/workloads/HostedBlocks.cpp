@@ -8,6 +8,7 @@
 #include <ratio>
 #include <stdexcept>
 #include <string_view>
+#include <utility>
 
 #include "Counting.h"
 #include "dorvel/Runtime.h"
@@ -51,8 +52,8 @@ HostedBlocks::HostedBlocks(std::string const& name, int objectsOfEach, int count
       network(subject.answers),
       state(luaL_newstate(), lua_close),
       runtime(std::make_unique<dorvel::Runtime>(state.get())) {
-    if (subject.isWritten) {
-        throw std::invalid_argument("a block without a write channel: " + name);
+    if (subject.isWritten || subject.answers.empty()) {
+        throw std::invalid_argument("a block that only reads and is answered: " + name);
     }
     dorvel::SetLogSink([](std::string_view) {});
     runtime->AddTask("task", std::chrono::milliseconds(0));
@@ -63,6 +64,12 @@ HostedBlocks::~HostedBlocks() {
     runtime.reset();
     state.reset();
     dorvel::SetLogSink(nullptr);
+}
+
+void HostedBlocks::Check(int status) const {
+    if (status != LUA_OK) {
+        throw std::runtime_error(lua_tostring(state.get(), -1));
+    }
 }
 
 std::string HostedBlocks::ScriptOfABlock() {
@@ -78,21 +85,39 @@ std::string HostedBlocks::ScriptOfABlock() {
     return "BACnet.new{ MAC = '192.168.10.7:47808', CountRepeat = 1, Vars = {\n" + list + "} }\n";
 }
 
-void HostedBlocks::RunScript(std::string const& text) {
-    if (luaL_dostring(state.get(), text.c_str()) != LUA_OK) {
-        throw std::runtime_error(lua_tostring(state.get(), -1));
-    }
-    lua_settop(state.get(), 0);
-}
-
 void HostedBlocks::Make() {
-    for (int block = 0; block < blocks; ++block) {
-        RunScript(ScriptOfABlock());
-    }
+    Declare();
+    Compile();
+    Run();
     Collect();
 }
 
+void HostedBlocks::Declare() {
+    for (int block = 0; block < blocks; ++block) {
+        scripts.push_back(ScriptOfABlock());
+    }
+}
+
+void HostedBlocks::Compile() {
+    lua_State* const L = state.get();
+    luaL_checkstack(L, blocks + 1, "too many blocks");
+    for (std::string const& script : std::exchange(scripts, {})) {
+        Check(luaL_loadstring(L, script.c_str()));
+    }
+}
+
+void HostedBlocks::Run() {
+    lua_State* const L = state.get();
+    for (int script = 1; script <= blocks; ++script) {
+        lua_pushvalue(L, script);
+        CountingToggled const counted;
+        Check(lua_pcall(L, 0, 0, 0));
+    }
+    lua_settop(L, 0);
+}
+
 void HostedBlocks::Init() {
+    CountingToggled const counted;
     for (ScadaProtocol* const block : runtime->Blocks()) {
         runtime->InitBlock(*block);
     }
@@ -117,6 +142,7 @@ void HostedBlocks::Release() {
 }
 
 void HostedBlocks::Collect() {
+    CountingToggled const counted;
     lua_gc(state.get(), LUA_GCCOLLECT);
 }
 

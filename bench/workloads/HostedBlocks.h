@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "PreparedNetwork.h"
 #include "Subject.h"
@@ -22,17 +23,25 @@ LoadTimes LoadAddin();
 
 // Blocks of the add-in as on a controller: in its runtime, created by a Lua script, with variables in the
 // runtime's store, over a network that answers at once. The add-in must be loaded already. Only one instance
-// may exist at a time; the order of calls is Make, Init, any number of RunOnce, Release, Collect.
+// may exist at a time; the order of calls is Make (or Declare, Compile and Run), Init, any number of RunOnce,
+// Release, Collect.
 class HostedBlocks {
 public:
-    // Throws as SubjectNamed does. Subjects that are written are not supported here.
+    // Throws as SubjectNamed does. Subjects that are written, and silent ones, are not supported
+    // here.
     HostedBlocks(std::string const& subject, int objects, int blocks);
     ~HostedBlocks();
     HostedBlocks(HostedBlocks const&) = delete;
     HostedBlocks& operator=(HostedBlocks const&) = delete;
 
-    // Runs the script, which creates the blocks and their variables.
+    // Declare, Compile and Run; then Lua collects what the scripts leave.
     void Make();
+    // Declares the variables in the runtime and forms the script of every block.
+    void Declare();
+    // Has Lua compile the scripts.
+    void Compile();
+    // Runs the scripts, each of which creates a block and its variables.
+    void Run();
     // Calls Inited of every block.
     void Init();
     // Runs one cycle of every block. Throws std::runtime_error unless every object was polled.
@@ -46,13 +55,14 @@ public:
     int Variables() const { return Objects() * static_cast<int>(subject.variables.size()); }
 
 private:
-    void RunScript(std::string const& text);
+    void Check(int status) const;
     std::string ScriptOfABlock();
 
     Subject const subject;
     int const objects;
     int const blocks;
     PreparedNetwork network;
+    std::vector<std::string> scripts;  // between Declare and Compile
     std::unique_ptr<lua_State, void (*)(lua_State*)> state;
     std::unique_ptr<dorvel::Runtime> runtime;
 };

@@ -14,7 +14,7 @@ namespace bench {
 class PreparedNetwork final : public dorvel::HostEnvironment {
 public:
     // The datagrams that answer a read or a write: the first one answers the request, each further one the
-    // acknowledgement of its predecessor.
+    // acknowledgement of its predecessor. Without any the device is silent.
     explicit PreparedNetwork(std::vector<test::Octets> answers);
     ~PreparedNetwork() override;
     PreparedNetwork(PreparedNetwork const&) = delete;

@@ -153,12 +153,21 @@ Subject Write(std::size_t) {
     return subject;
 }
 
+Subject Silent(std::size_t count) {
+    Subject subject = Loop(count);
+    subject.records = 0;
+    return subject;
+}
+
 struct Kind {
     char const* name;
     Subject (*make)(std::size_t number);
 };
-constexpr Kind Kinds[] = {
-    {"properties", Properties}, {"segments", Segments}, {"schedule", Schedule}, {"write", Write}};
+constexpr Kind Kinds[] = {{"properties", Properties},
+                          {"segments", Segments},
+                          {"schedule", Schedule},
+                          {"write", Write},
+                          {"silent", Silent}};
 
 }  // namespace
 

@@ -20,7 +20,7 @@ struct Subject {
     int objectType = 0;  // as the configuration numbers it
     std::vector<Variable> variables;
     bool isWritten = false;  // instead of read
-    // The answer's datagrams; object and invoke id are filled in later.
+    // The answer's datagrams; object and invoke id are filled in later. Without any the device is silent.
     std::vector<test::Octets> answers;
     // The number of records that a poll of the object returns.
     std::size_t records = 0;
@@ -34,6 +34,7 @@ struct Subject {
 //                 description
 //   schedule-N    a weekly schedule of 7 days with N entries each
 //   write-1       a Real that is written and acknowledged
+//   silent-N      N variables on a loop whose device never answers
 //
 // Another name throws std::invalid_argument.
 Subject SubjectNamed(std::string const& name);
