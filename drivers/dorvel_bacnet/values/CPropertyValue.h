@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -11,13 +10,9 @@
 
 // The value of one BACnet property, between its tags on the wire and the variable of the runtime. The data
 // types are those of ASHRAE 135 clause 20.2. One thread uses a value at a time.
-class CPropertyValue {
+class CPropertyValue : public PartOfAnswer {
 public:
     virtual ~CPropertyValue() = default;
-
-    // Each answer creates and destroys a value for each property, see AnswerStore.
-    static void* operator new(std::size_t size) { return AnswerStore::Take(size); }
-    static void operator delete(void* block, std::size_t size) { AnswerStore::Leave(block, size); }
 
     // The value as one application tag. A value of several tags throws std::runtime_error.
     virtual Tag ToApplicationTag() const = 0;

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "AnswerStore.h"
 #include "PduTypeEnum.h"
 
 // An application protocol data unit (ASHRAE 135 clause 20.1): the base of all PDU classes.
@@ -9,7 +10,7 @@
 // operator== and Equals differ. operator== calls the virtual Compare, which each class defines for itself;
 // ErrorPdu, RejectPdu and AbortPdu compare as equal to any PDU. Equals compares the contents of these three;
 // for any other PDU it is false, even for an object and itself.
-class PDU {
+class PDU : public PartOfAnswer {
 public:
     virtual ~PDU() = default;
 

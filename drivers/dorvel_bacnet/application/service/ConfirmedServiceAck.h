@@ -2,8 +2,10 @@
 
 #include <vector>
 
+#include "AnswerStore.h"
+
 // The payload of a complex acknowledgement: the result of one service, without the PDU header.
-class ConfirmedServiceAck {
+class ConfirmedServiceAck : public PartOfAnswer {
 public:
     virtual ~ConfirmedServiceAck() = default;
 

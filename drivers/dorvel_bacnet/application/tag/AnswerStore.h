@@ -3,10 +3,10 @@
 #include <cstddef>
 #include <vector>
 
-// Memory for the parts of an answer: its tags, their octets and lists, the values that are read from them.
-// While a store lives, memory that its thread frees is kept and serves the next answer, instead of going back
-// to the heap. The answer for an object with three properties has 14 tags and four values that live for one
-// transaction, and the next answer needs as many again. TBACnet::Read has one store per poll:
+// Memory for the parts of an answer: its PDU, its tags with their octets and lists, the values read from
+// them. While a store lives, memory that its thread frees is kept and serves the next answer, instead of
+// going back to the heap. The answer for an object with three properties has 14 tags and four values that
+// live for one transaction, and the next answer needs as many again. TBACnet::Read has one store per poll:
 //
 //                               waiting in the store
 //   first answer is parsed      -                       Take asks the heap, once per tag
@@ -30,7 +30,7 @@ public:
     AnswerStore(AnswerStore const&) = delete;
     AnswerStore& operator=(AnswerStore const&) = delete;
 
-    // Implement operator new and delete. Take throws std::bad_alloc as the heap does.
+    // For PartOfAnswer and AnswerAllocator. Take throws std::bad_alloc as the heap does.
     static void* Take(std::size_t size);
     static void Leave(void* block, std::size_t size) noexcept;
 
@@ -65,7 +65,14 @@ private:
     std::vector<std::vector<char>> waitingOctets;
 };
 
-// For containers whose memory is that of an answer.
+// The base of the classes whose objects are parts of an answer.
+class PartOfAnswer {
+public:
+    static void* operator new(std::size_t size) { return AnswerStore::Take(size); }
+    static void operator delete(void* block, std::size_t size) { AnswerStore::Leave(block, size); }
+};
+
+// For containers in parts of an answer.
 template <class T>
 struct AnswerAllocator {
     using value_type = T;

@@ -5,16 +5,12 @@
 #include "AnswerStore.h"
 
 // The common base of primitive and constructed tags. It stores numbers unchanged, without a range check.
-class TagBase {
+class TagBase : public PartOfAnswer {
 public:
     TagBase() = default;
     TagBase(char tagNumber, bool isClass, char valLenType)
         : number(tagNumber), contextSpecific(isClass), lengthType(valLenType) {}
     virtual ~TagBase() = default;
-
-    // Each answer creates and destroys dozens of tags, see AnswerStore.
-    static void* operator new(std::size_t size) { return AnswerStore::Take(size); }
-    static void operator delete(void* block, std::size_t size) { AnswerStore::Leave(block, size); }
 
     // The octets of the tag on the wire.
     virtual std::vector<char> GetBytes() const = 0;
