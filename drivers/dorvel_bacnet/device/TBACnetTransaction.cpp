@@ -1,5 +1,6 @@
 // One read transaction: its attempts, and the collection of a segmented answer.
 
+#include <cstddef>
 #include <iterator>
 #include <map>
 #include <string>
@@ -20,6 +21,9 @@
 namespace dorvel::BACnet {
 
 namespace {
+
+// The sequence number in a Segment-ACK (ASHRAE 135 clause 20.1.6): its third octet.
+constexpr std::size_t SequenceNumberOctet = 2;
 
 // Segments by sequence number, an unsigned octet, so there are never more than 256.
 using Segments = std::map<unsigned char, std::unique_ptr<ComplexAck>>;
@@ -153,13 +157,14 @@ std::unique_ptr<ComplexAck> TBACnet::RequestAck(Network::NDataUnitRequest const&
 }
 
 std::unique_ptr<PDU> TBACnet::CollectSegments(std::unique_ptr<ComplexAck> first) {
-    char sequenceNumber = first->GetSequenceNumber();
+    Network::NDataUnitRequest acknowledgement = SegmentAck(first->GetSequenceNumber());
+    char& sequenceNumber = acknowledgement.data.at(SequenceNumberOctet);
     Segments segments;
     // The first segment counts as number 0, whatever its sequence number is.
     segments[0] = std::move(first);
     bool moreFollows = true;
     while (moreFollows) {
-        std::unique_ptr<ComplexAck> segment = RequestAck(SegmentAck(sequenceNumber));
+        std::unique_ptr<ComplexAck> segment = RequestAck(acknowledgement);
         if (!segment) {
             throw WrongLengthException();
         }
@@ -170,7 +175,7 @@ std::unique_ptr<PDU> TBACnet::CollectSegments(std::unique_ptr<ComplexAck> first)
     // A device sends nothing after the last acknowledgement, so this waits for the whole time-out. A datagram
     // that arrives is dropped.
     std::vector<char> ignored;
-    SendAndReceive(SegmentAck(sequenceNumber), ignored);
+    SendAndReceive(acknowledgement, ignored);
     if (!IsComplete(segments)) {
         logMsg("Error: not all segments recieved");
         return nullptr;
