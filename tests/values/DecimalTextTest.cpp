@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <limits>
 #include <random>
 #include <stdexcept>
 
@@ -55,6 +56,15 @@ TEST(DecimalText, HasSixDecimals) {
     EXPECT_EQ(DecimalText(INFINITY), "inf");
     EXPECT_EQ(DecimalText(-INFINITY), "-inf");
     EXPECT_EQ(DecimalText(NAN), "nan");
+    EXPECT_EQ(DecimalText(std::copysign(NAN, -1.0)), "-nan");
+}
+
+TEST(DecimalText, HasEveryDigitOfTheLargestAndSmallestNumbers) {
+    for (double const number :
+         {-std::numeric_limits<double>::max(), std::numeric_limits<double>::max(),
+          -std::numeric_limits<double>::denorm_min(), 0.0000005, 0.0000015, 0.0000025}) {
+        EXPECT_EQ(DecimalText(number), Printed(number));
+    }
 }
 
 TEST(DecimalText, IsThatOfPrintfForAnyPattern) {

@@ -33,6 +33,13 @@ TEST(DateValueParser, ReadsTheFourOctetsInOrder) {
               "255 13 32 255");
 }
 
+TEST(DateValueParser, ReadsOneTagAsAValueOrAsADate) {
+    Tag const tag = Tag::FromOctets(10, false, test::Hex("7C 03 0F 05"));
+    EXPECT_EQ(test::Text(DateValueParser().GetValue(tag)->GetValue()), "124 3 15 5");
+    EXPECT_EQ(test::Text(DateValueParser::GetDate(tag)), "124 3 15 5");
+    EXPECT_THROW(DateValueParser::GetDate(Tag::FromOctets(9, false, tag.data)), ParseException);
+}
+
 TEST(DateValueParser, RefusesThreeOctetsOfTagNumber4ForTheirLength) {
     EXPECT_EQ(ParseFailure<DateValueParser>("43 7C 03 0F"), "tag lenght does not meet expectations : 4");
 }

@@ -33,6 +33,13 @@ TEST(TimeValueParser, ReadsTheFourOctetsInOrder) {
               "255 99 128 255");
 }
 
+TEST(TimeValueParser, ReadsOneTagAsAValueOrAsATime) {
+    Tag const tag = Tag::FromOctets(11, false, test::Hex("0C 1E 0F 63"));
+    EXPECT_EQ(test::Text(TimeValueParser().GetValue(tag)->GetValue()), "12 30 15 99");
+    EXPECT_EQ(test::Text(TimeValueParser::GetTime(tag)), "12 30 15 99");
+    EXPECT_THROW(TimeValueParser::GetTime(Tag::FromOctets(12, false, tag.data)), ParseException);
+}
+
 TEST(TimeValueParser, OnTwoTagsNamesTheTagNumber) {
     EXPECT_EQ(ParseFailure<TimeValueParser>("B4 01 02 03 04 B4 01 02 03 04"),
               "tag number does not meet expectations");
