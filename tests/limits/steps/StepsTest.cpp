@@ -29,7 +29,8 @@ protected:
         body(1);  // builds the tables of the first use
         std::size_t const half = StepsOf([&] { body(size / 2); });
         std::size_t const whole = StepsOf([&] { body(size); });
-        EXPECT_GT(half, size / 2) << "the driver's steps are counted at all";
+        // The octets of a text are copied as blocks, which takes no step for each of them.
+        EXPECT_GT(half, 5000u) << "the driver's steps are counted at all";
         EXPECT_LT(static_cast<double>(whole) / static_cast<double>(half), 2.1);
     }
 
