@@ -19,17 +19,36 @@ struct WriteDataRec {
     OpcUa_VariantHlp Value;
 };
 
+// The name of a field, in the size of a pointer: most are empty, for the whole variable.
+class FieldName {
+public:
+    FieldName& operator=(std::string const& name) {
+        text = name.empty() ? nullptr : std::make_unique<std::string const>(name);
+        return *this;
+    }
+    operator std::string const&() const {
+        static std::string const empty;
+        return text ? *text : empty;
+    }
+    friend bool operator==(FieldName const& left, std::string const& right) {
+        return static_cast<std::string const&>(left) == right;
+    }
+
+private:
+    std::unique_ptr<std::string const> text;
+};
+
 // A driver's record of one configured variable: the target of its values, and the source of values to be
-// written.
+// written. A block has one for every variable, so the members are in an order without gaps.
 struct DriverVarDsc {
     unsigned char IsWrite = 0;  // write flag, the first octet: non-zero with a write channel
     bool LastTrigger = true;    // the trigger item at the last check of the write condition
-    long long ReadId = 0;
-    std::string ReadField;
     OpcUa_BuiltInTypeHlp ReadType;
-    long long WriteId = 0;
-    std::string WriteField;
     OpcUa_BuiltInTypeHlp WriteType;
+    long long ReadId = 0;
+    long long WriteId = 0;
+    FieldName ReadField;
+    FieldName WriteField;
     OpcUa_VariantHlp LastWritten;  // the value that the write condition compares with
 };
 

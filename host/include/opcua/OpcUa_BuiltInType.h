@@ -1,8 +1,9 @@
 #pragma once
 
 // The built-in types of OPC 10000-6, table 1, by their numbers there. The runtime stores values of the
-// types from Boolean to ByteString, StatusCode and DataValue; the others are named for completeness.
-enum _OpcUa_BuiltInType : int {
+// types from Boolean to ByteString, StatusCode and DataValue; the others are named for completeness. An
+// octet, as in OpcUa_Variant.
+enum _OpcUa_BuiltInType : unsigned char {
     OpcUaType_Null = 0,
     OpcUaType_Boolean = 1,
     OpcUaType_SByte = 2,
