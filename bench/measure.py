@@ -33,7 +33,10 @@ def json_lines(*command):
 
 def collected(text):
     """The count that callgrind, or the plugin for the target, reports."""
-    return int(re.search(r"Collected : (\d+)", text).group(1))
+    count = re.search(r"Collected : (\d+)", text)
+    if not count:
+        raise Failure(f"the counter reported nothing:\n{text[-2000:]}")
+    return int(count.group(1))
 
 
 def stack(folder, *words, counter=None):
