@@ -23,6 +23,13 @@ inline void AppendOctets(Octets& octets, Octets const& more) {
     octets.insert(octets.end(), more.begin(), more.end());
 }
 
+// Appends the four octets of a number, most significant first.
+inline void AppendNumber(Octets& octets, unsigned int number) {
+    for (int shift = 24; shift >= 0; shift -= 8) {
+        octets.push_back(static_cast<char>(number >> shift & 0xFF));
+    }
+}
+
 // The first difference that is not 0, or 0. PDUs and services compare field by field with it.
 inline int FirstDifference(std::initializer_list<int> differences) {
     for (int const difference : differences) {

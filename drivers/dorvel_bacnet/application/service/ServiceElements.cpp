@@ -36,7 +36,7 @@ std::vector<char> ObjectBytes(ObjectIdentifier object) {
     std::vector<char> octets;
     octets.reserve(UsualMessage);
     octets.push_back(ObjectTag);
-    AppendOctets(octets, object.GetBytes());
+    AppendNumber(octets, object.GetPacked());
     return octets;
 }
 

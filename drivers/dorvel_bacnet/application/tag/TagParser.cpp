@@ -31,11 +31,13 @@ int ReadAdditionalLength(IStreamBase& stream) {
     return BitConverter::ToUInt16(octets, 0);
 }
 
-void ReadData(IStreamBase& stream, std::vector<char>& data, unsigned int length) {
+std::vector<char> ReadData(IStreamBase& stream, unsigned int length) {
+    std::vector<char> data = AnswerStore::TakeOctets();
     data.resize(length);
     if (stream.Receive(data.data(), length) != length) {
         throw WrongLengthException();
     }
+    return data;
 }
 
 std::unique_ptr<ComplexTag> ReadOpeningTag(IStreamBase& stream, TagHeader header) {
@@ -62,9 +64,8 @@ std::unique_ptr<Tag> TagParser::ReadPrimitiveTag(IStreamBase& stream, TagHeader 
     auto tag = std::make_unique<Tag>(number, header.GetIsClass(), valLenType, additional);
     // The value of an application boolean is its length/value/type.
     if (tag->GetIsClass() || number != ApplicationBoolean) {
-        tag->data = AnswerStore::TakeOctets();
-        ReadData(stream, tag->data,
-                 additional >= 1 ? static_cast<unsigned>(additional) : OctetValue(valLenType));
+        unsigned const length = additional >= 1 ? static_cast<unsigned>(additional) : OctetValue(valLenType);
+        tag->data = ReadData(stream, length);
     }
     return tag;
 }

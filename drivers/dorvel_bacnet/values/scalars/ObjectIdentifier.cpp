@@ -18,9 +18,12 @@ ObjectIdentifier::ObjectIdentifier(Tag const& tag) {
     instanceNumber = packed & InstanceMask;
 }
 
+unsigned int ObjectIdentifier::GetPacked() const {
+    return static_cast<unsigned>(objectType) << InstanceBits | (instanceNumber & InstanceMask);
+}
+
 std::vector<char> ObjectIdentifier::GetBytes() const {
-    unsigned const packedType = static_cast<unsigned>(objectType) << InstanceBits;
-    return BitConverter::GetBytes(packedType | (instanceNumber & InstanceMask));
+    return BitConverter::GetBytes(GetPacked());
 }
 
 int ObjectIdentifier::Compare(ObjectIdentifier other) const {

@@ -21,6 +21,8 @@ public:
     unsigned int GetInstanceNumber() const { return instanceNumber; }
     void SetInstanceNumber(unsigned int instance) { instanceNumber = instance; }
 
+    // Type and instance as one number of 32 bits, and its octets.
+    unsigned int GetPacked() const;
     std::vector<char> GetBytes() const;
     // The difference of the types; if they are equal, that of the instances.
     int Compare(ObjectIdentifier other) const;
