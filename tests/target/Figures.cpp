@@ -32,8 +32,8 @@ std::string Variables(int count) {
     return list;
 }
 
-// Octets allocated in C++ while a number of blocks exists: those of the script's call, and with those of the
-// end of configuration. Lua's memory, which has the objects themselves, is separate.
+// Octets allocated in C++ while a number of blocks exists: after the script's call, and after the end of
+// configuration. Lua's memory, which has the objects themselves, is separate.
 struct Octets {
     double made = 0;
     double configured = 0;
@@ -81,9 +81,8 @@ void PrintMemory() {
     std::printf("a block: %.0f octets in Lua, %.0f beside it\n", (many.lua - one.lua) / blocks,
                 (many.configured - one.configured) / blocks);
     Octets const full = Measure(1, count);
-    double const kept = (full.made - one.made) / count;
-    std::printf("a variable: %.0f octets of the driver, %.0f of the list that the host keeps\n",
-                (full.configured - one.configured) / count - kept, kept);
+    std::printf("a variable: %.0f octets of the driver, %.0f of the host's list until Inited\n",
+                (full.configured - one.configured) / count, (full.made - one.made) / count);
 }
 
 }  // namespace
