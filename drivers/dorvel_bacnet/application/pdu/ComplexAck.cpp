@@ -10,6 +10,8 @@
 
 namespace {
 
+static_assert(sizeof(ComplexAck) <= AnswerStore::BlockSize, "a store has no room for it");
+
 int CompareOctets(std::vector<char> const& left, std::vector<char> const& right) {
     if (left.size() != right.size()) {
         return left.size() < right.size() ? -1 : 1;

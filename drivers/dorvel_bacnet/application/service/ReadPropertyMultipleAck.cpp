@@ -6,6 +6,8 @@
 
 namespace {
 
+static_assert(sizeof(ReadPropertyMultipleAck) <= AnswerStore::BlockSize, "a store has no room for it");
+
 // The sub-tag at the index, or null after the end of the list.
 TagBase* SubTagOrNull(ComplexTag const& list, int place) {
     return place < list.size() ? list.GetSubTag(place) : nullptr;

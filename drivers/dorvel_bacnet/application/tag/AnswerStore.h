@@ -39,11 +39,11 @@ public:
     // Keeps the capacity of octets that are no longer needed.
     static void LeaveOctets(std::vector<char>&& octets) noexcept;
 
-    // The size in octets of the blocks that are kept: enough for the largest value, a text, and for a list of
-    // eight sub-tags. And the greatest number of blocks, and of vectors: enough for 40 properties with a
-    // value each. The limits keep an answer of many thousand tags from holding its memory until the end of
-    // the poll.
-    static constexpr std::size_t BlockSize = 8 * sizeof(void*);
+    // The size in octets of the blocks that are kept: enough for the largest part of an answer, the ack of a
+    // ReadPropertyMultiple, and for a list of nine sub-tags. And the greatest number of blocks, and of
+    // vectors: enough for 40 properties with a value each. The limits keep an answer of many thousand tags
+    // from holding its memory until the end of the poll.
+    static constexpr std::size_t BlockSize = 9 * sizeof(void*);
     static constexpr std::size_t MostBlocks = 256;
     // The greatest capacity of a vector that is kept.
     static constexpr std::size_t MostOctets = 64;
