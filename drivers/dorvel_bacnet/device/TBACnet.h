@@ -161,6 +161,7 @@ private:
                     std::vector<WriteDataRec>& values);
     Attempt ReadOnce(ObjectIdentifier object, std::vector<tagReadData*> const& tags,
                      std::vector<WriteDataRec>& values);
+    // Null if no datagram came, or one without an APDU. Any other answer than a ComplexAck throws.
     std::unique_ptr<ComplexAck> RequestAck(Network::NDataUnitRequest const& request);
     std::unique_ptr<PDU> CollectSegments(std::unique_ptr<ComplexAck> first);
     Network::NDataUnitRequest SegmentAck(char sequenceNumber);

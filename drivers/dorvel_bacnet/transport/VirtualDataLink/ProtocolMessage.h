@@ -6,8 +6,8 @@
 
 namespace VirtualDataLink {
 
-// No poll uses this record: FrameNpdu puts the header in front of the NPDU without a copy. It is a BVLC
-// frame, the header and the NPDU.
+// A BVLC frame: the header and the NPDU. The driver makes no such record, as FrameNpdu puts the header in
+// front of the NPDU in its buffer.
 struct ProtocolMessage {
     ControlInformation controlInformation;
     std::vector<char> data;
