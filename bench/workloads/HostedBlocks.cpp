@@ -86,34 +86,25 @@ std::string HostedBlocks::ScriptOfABlock() {
 }
 
 void HostedBlocks::Make() {
-    Declare();
-    Compile();
-    Run();
+    for (int block = 0; block < blocks; ++block) {
+        Declare();
+        Compile();
+        Run();
+    }
     Collect();
 }
 
 void HostedBlocks::Declare() {
-    for (int block = 0; block < blocks; ++block) {
-        scripts.push_back(ScriptOfABlock());
-    }
+    script = ScriptOfABlock();
 }
 
 void HostedBlocks::Compile() {
-    lua_State* const L = state.get();
-    luaL_checkstack(L, blocks + 1, "too many blocks");
-    for (std::string const& script : std::exchange(scripts, {})) {
-        Check(luaL_loadstring(L, script.c_str()));
-    }
+    Check(luaL_loadstring(state.get(), std::exchange(script, {}).c_str()));
 }
 
 void HostedBlocks::Run() {
-    lua_State* const L = state.get();
-    for (int script = 1; script <= blocks; ++script) {
-        lua_pushvalue(L, script);
-        CountingToggled const counted;
-        Check(lua_pcall(L, 0, 0, 0));
-    }
-    lua_settop(L, 0);
+    CountingToggled const counted;
+    Check(lua_pcall(state.get(), 0, 0, 0));
 }
 
 void HostedBlocks::Init() {

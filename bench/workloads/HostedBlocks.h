@@ -2,7 +2,6 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "PreparedNetwork.h"
 #include "Subject.h"
@@ -23,8 +22,8 @@ LoadTimes LoadAddin();
 
 // Blocks of the add-in as on a controller: in its runtime, created by a Lua script, with variables in the
 // runtime's store, over a network that answers at once. The add-in must be loaded already. Only one instance
-// may exist at a time; the order of calls is Make (or Declare, Compile and Run), Init, any number of RunOnce,
-// Release, Collect.
+// may exist at a time; the order of calls is Make (or Declare, Compile and Run of each block), Init, any
+// number of RunOnce, Release, Collect.
 class HostedBlocks {
 public:
     // Throws as SubjectNamed does. Subjects that are written, and silent ones, are not supported
@@ -34,13 +33,13 @@ public:
     HostedBlocks(HostedBlocks const&) = delete;
     HostedBlocks& operator=(HostedBlocks const&) = delete;
 
-    // Declare, Compile and Run; then Lua collects what the scripts leave.
+    // Declare, Compile and Run of every block; then Lua collects what the scripts leave.
     void Make();
-    // Declares the variables in the runtime and forms the script of every block.
+    // Declares the variables of a block in the runtime and forms its script.
     void Declare();
-    // Has Lua compile the scripts.
+    // Has Lua compile the script.
     void Compile();
-    // Runs the scripts, each of which creates a block and its variables.
+    // Runs the script, which creates the block and its variables.
     void Run();
     // Calls Inited of every block.
     void Init();
@@ -62,7 +61,7 @@ private:
     int const objects;
     int const blocks;
     PreparedNetwork network;
-    std::vector<std::string> scripts;  // between Declare and Compile
+    std::string script;  // between Declare and Compile
     std::unique_ptr<lua_State, void (*)(lua_State*)> state;
     std::unique_ptr<dorvel::Runtime> runtime;
 };

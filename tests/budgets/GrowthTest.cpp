@@ -39,7 +39,8 @@ INSTANTIATE_TEST_SUITE_P(Workloads, AllocationsOf,
                                          std::pair("schedule", 5)),
                          [](auto const& instance) { return instance.param.first; });
 
-// The first objects of a poll fill the store that serves the others, and those of a small poll are dearer for it.
+// The first objects of a poll fill the store that serves the others, and those of a small poll are dearer for
+// it.
 TEST(AllocationsOfObjects, AreFlat) {
     double const few = Allocations(Usual, 10);
     double const many = Allocations(Usual, 10000);

@@ -3,8 +3,9 @@
 Usage: budgets.py FOLDER            of bench-stack in FOLDER, a release build for x86-64
        budgets.py FOLDER PLUGIN     of bench-stack in FOLDER, built for ARM, counted by the emulator's PLUGIN
        budgets.py FOLDER --growth   instructions of an object among 10 and among 10,000, which must be the same
+       budgets.py PAGE --page       of the measured figures that PAGE has in a table with the lines of budgets.txt
 
-Exit code 1: a budget is exceeded, or nothing could be counted. 3: this emulator cannot load the PLUGIN.
+Exit code 1: a budget is exceeded or far from used up, or nothing could be counted. 3: this emulator cannot load the PLUGIN.
 """
 
 import pathlib
@@ -14,7 +15,9 @@ HERE = pathlib.Path(__file__).resolve().parent
 sys.path.insert(0, str(HERE.parent.parent / "bench"))
 import measure  # noqa: E402
 
+LEAST_USE = 0.75  # of a budget; a lower figure is a budget that no longer protects anything
 FLAT = 1.10
+LOOSEST = 1.25  # the most that a budget may exceed the figure on the page
 CANNOT_COUNT = 3
 
 
@@ -32,9 +35,14 @@ def instructions(folder, subject, workload, counter):
     return measure.instructions(folder, workload, hosted=subject == "block", counter=counter)
 
 
-def is_kept(name, taken, what, most):
-    print(f"{name}: {taken:,.1f} {what}, {most:,.1f} allowed{'' if taken <= most else ': TOO MANY'}", flush=True)
-    return taken <= most
+def is_kept(name, taken, what, most, least=0):
+    verdict = ": TOO MANY" if taken > most else ": lower the budget to a tenth above it" if taken < least else ""
+    print(f"{name}: {taken:,.1f} {what}, {most:,.1f} allowed{verdict}", flush=True)
+    return least <= taken <= most
+
+
+def is_budgeted(name, taken, what, budget):
+    return is_kept(name, taken, what, budget, LEAST_USE * budget)
 
 
 def check(folder, counter):
@@ -43,10 +51,10 @@ def check(folder, counter):
         name = f"{subject} {workload}"
         most = arm if counter else x86
         if most is not None:
-            results.append(is_kept(name, instructions(folder, subject, workload, counter), "instructions", most))
+            results.append(is_budgeted(name, instructions(folder, subject, workload, counter), "instructions", most))
         if misses is not None and not counter:
             taken = measure.cache_misses(folder, workload, hosted=subject == "block")
-            results.append(is_kept(name, taken, "cache misses", misses))
+            results.append(is_budgeted(name, taken, "cache misses", misses))
     return results
 
 
@@ -59,9 +67,30 @@ def check_growth(folder):
     return results
 
 
+def check_page(page):
+    lines = [line.strip("|").split("|") for line in pathlib.Path(page).read_text().splitlines() if line.startswith("|")]
+    measured = {cells[0].strip(): [cell.strip().replace(",", "") for cell in cells[1:]] for cells in lines}
+    results = []
+    for subject, workload, budgets in rows():
+        name = f"{subject} {workload}"
+        figures = [float(cell) if cell else None for cell in measured.get(f"`{name}`", [])]
+        agrees = len(figures) == len(budgets) and all(
+            most is None if figure is None else most is not None and figure <= most <= LOOSEST * figure + 1
+            for figure, most in zip(figures, budgets))
+        results.append(agrees)
+        if not agrees:
+            print(f"{page}: {name}: the page has {figures}, the budgets are {budgets}: measure again")
+    return results
+
+
 def main():
     folder, mode = sys.argv[1], sys.argv[2] if len(sys.argv) > 2 else None
-    results = check_growth(folder) if mode == "--growth" else check(folder, mode and measure.target_counter(mode))
+    if mode == "--growth":
+        results = check_growth(folder)
+    elif mode == "--page":
+        results = check_page(folder)
+    else:
+        results = check(folder, mode and measure.target_counter(mode))
     return 0 if results and all(results) else 1
 
 
