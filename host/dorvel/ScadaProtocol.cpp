@@ -54,8 +54,9 @@ void ScadaProtocol::InitedInternal(lua_State* L) {
     if (L && runtime) {
         SetDataProvider(runtime->impl->ProviderOf(*this));
     }
-    for (Channel const& channel : std::exchange(Vars, Channels())) {
+    for (Channel& channel : Vars) {
         AddChannel(&channel.Read, channel.Write ? &*channel.Write : nullptr, channel.Properties);
+        channel.Properties.clear();
     }
     Inited();
 }

@@ -81,7 +81,7 @@ void PrintMemory() {
     std::printf("a block: %.0f octets in Lua, %.0f beside it\n", (many.lua - one.lua) / blocks,
                 (many.configured - one.configured) / blocks);
     Octets const full = Measure(1, count);
-    std::printf("a variable: %.0f octets of the driver, %.0f of the host's list until Inited\n",
+    std::printf("a variable: %.0f octets in the driver and the host's list, %.0f in that list until Inited\n",
                 (full.configured - one.configured) / count, (full.made - one.made) / count);
 }
 

@@ -51,8 +51,8 @@ public:
 
     // Called at the end of configuration. Exceptions reach the caller.
     virtual void Inited() = 0;
-    // Sets the data provider of the block's task, calls AddChannel for each of Vars, which is then empty, and
-    // then Inited.
+    // Sets the data provider of the block's task, calls AddChannel for each of Vars and releases its
+    // properties, and then calls Inited.
     virtual void InitedInternal(lua_State* L);
     // Adds one variable; write is null for a read-only one.
     virtual void AddChannel(ReadChannel const* read, WriteChannel const* write,

@@ -255,6 +255,16 @@ TEST_F(Protocol, InitedInternalAddsEveryChannelAndThenCallsInited) {
     EXPECT_EQ(block.DataProvider(), &provider);  // without a Lua state it stays
 }
 
+TEST_F(Protocol, InitedInternalKeepsVarsWithoutTheirProperties) {
+    block.Vars.resize(2);
+    block.Vars[1].Read.Id = 8;
+    block.Vars[1].Properties["ObjectType"] = Int32(3);
+    block.InitedInternal(nullptr);
+    ASSERT_EQ(block.Vars.size(), 2u);
+    EXPECT_EQ(block.Vars[1].Read.Id, 8);
+    EXPECT_TRUE(block.Vars[1].Properties.empty());
+}
+
 TEST(DriverVarDscTest, TheWriteFlagIsTheFirstOctet) {
     DriverVarDsc const descriptor;
     EXPECT_EQ(static_cast<void const*>(&descriptor), static_cast<void const*>(&descriptor.IsWrite));
