@@ -124,6 +124,7 @@ void BACnetProtocol::AddChannel(ReadChannel const* read, WriteChannel const* wri
         ReadCode(name, value, *channel);
     }
     BaseInitChannel(read, write, *descriptor);
+    channels.reserve(Vars.size());
     channels.push_back(channel.get());
     channel.release()->descriptor = descriptor.release();
 }
