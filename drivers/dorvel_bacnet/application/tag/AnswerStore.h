@@ -81,8 +81,10 @@ struct AnswerAllocator {
     template <class Other>
     AnswerAllocator(AnswerAllocator<Other> const&) {}
 
-    T* allocate(std::size_t count) { return static_cast<T*>(AnswerStore::Take(count * sizeof(T))); }
-    void deallocate(T* elements, std::size_t count) { AnswerStore::Leave(elements, count * sizeof(T)); }
+    T* allocate(std::size_t count) { return static_cast<T*>(AnswerStore::Take(SizeOf(count))); }
+    void deallocate(T* elements, std::size_t count) { AnswerStore::Leave(elements, SizeOf(count)); }
+    // NOLINTNEXTLINE(bugprone-sizeof-expression): the elements may be pointers
+    static std::size_t SizeOf(std::size_t count) { return count * sizeof(T); }
 
     template <class Other>
     bool operator==(AnswerAllocator<Other> const&) const {
