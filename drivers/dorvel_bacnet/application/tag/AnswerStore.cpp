@@ -15,10 +15,6 @@ thread_local AnswerStore* AnswerStore::current = nullptr;
 
 AnswerStore::AnswerStore() : outer(current) {
     current = this;
-    try {
-        waitingOctets.reserve(MostBlocks);
-    } catch (std::bad_alloc const&) {
-    }
 }
 
 AnswerStore::~AnswerStore() {
@@ -44,22 +40,17 @@ void AnswerStore::Leave(void* block, std::size_t size) noexcept {
 }
 
 std::vector<char> AnswerStore::TakeOctets() {
-    std::vector<char> octets;
-    if (current && !current->waitingOctets.empty()) {
-        octets = std::move(current->waitingOctets.back());
-        current->waitingOctets.pop_back();
+    if (!current || current->waitingCount == 0) {
+        return {};
     }
-    return octets;
+    return std::move(current->waitingOctets[--current->waitingCount]);
 }
 
 void AnswerStore::LeaveOctets(std::vector<char>&& octets) noexcept {
-    if (!current || octets.capacity() == 0 || octets.capacity() > MostOctets) {
-        return;
-    }
-    std::vector<std::vector<char>>& waiting = current->waitingOctets;
-    if (waiting.size() < waiting.capacity()) {
+    bool const isKept = octets.capacity() != 0 && octets.capacity() <= MostOctets;
+    if (current && isKept && current->waitingCount < MostBlocks) {
         octets.clear();
-        waiting.push_back(std::move(octets));
+        current->waitingOctets[current->waitingCount++] = std::move(octets);
     }
 }
 

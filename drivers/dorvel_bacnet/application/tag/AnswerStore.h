@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <vector>
 
@@ -24,7 +25,6 @@
 // share nothing.
 class AnswerStore {
 public:
-    // Without memory for the list of waiting vectors, none will wait.
     AnswerStore();
     ~AnswerStore();
     AnswerStore(AnswerStore const&) = delete;
@@ -62,7 +62,8 @@ private:
     AnswerStore* const outer;
     Waiting* first = nullptr;
     std::size_t count = 0;
-    std::vector<std::vector<char>> waitingOctets;
+    std::array<std::vector<char>, MostBlocks> waitingOctets;
+    std::size_t waitingCount = 0;
 };
 
 // The base of the classes whose objects are parts of an answer.
