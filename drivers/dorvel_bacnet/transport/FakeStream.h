@@ -6,7 +6,7 @@
 
 #include "IStreamBase.h"
 
-// A stream over its own copy of some octets, read from the front. There is no socket, so sending has no
+// A stream over its own copy of some octets, read from the front. It has no socket, so sending has no
 // effect.
 class FakeStream : public IStreamBase {
 public:
