@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -36,6 +37,9 @@ struct BlockSnapshot {
     CycleFigures times;
     std::vector<Cause> causes;  // of the latest cycle
 };
+
+// A snapshot that does not change any more. All who show or keep a cycle have the same one.
+using SharedSnapshot = std::shared_ptr<BlockSnapshot const>;
 
 // Reads the block's fault state and variables now; the times come from the host's environment.
 BlockSnapshot TakeSnapshot(BlockConfig const& block, unsigned long long cycle, VariableStore const& store);
