@@ -18,6 +18,7 @@
 #include "HostScope.h"
 #include "LoadedProject.h"
 #include "Operator.h"
+#include "PlantMemory.h"
 #include "RunFigures.h"
 #include "RunWarnings.h"
 #include "Signals.h"
@@ -38,20 +39,21 @@ std::ostream* LogStream(RunOptions const& options, Streams const& streams) {
     return ShowsTable(options, streams) && streams.errIsTerminal ? nullptr : &streams.err;
 }
 
-std::vector<BlockSnapshot> FirstSnapshots(LoadedProject& project) {
-    std::vector<BlockSnapshot> snapshots;
+std::vector<SharedSnapshot> FirstSnapshots(LoadedProject& project) {
+    std::vector<SharedSnapshot> snapshots;
     for (BlockConfig const& block : project.Blocks()) {
-        snapshots.push_back(TakeSnapshot(block, 0, project.Runtime().Variables()));
+        snapshots.push_back(
+            std::make_shared<BlockSnapshot const>(TakeSnapshot(block, 0, project.Runtime().Variables())));
     }
     return snapshots;
 }
 
-std::unique_ptr<Display> MakeDisplay(RunOptions const& options, Streams const& streams,
-                                     LoadedProject& project, Terminal& terminal, LogBuffer& log,
-                                     ValueSetter const& setter, PromptLine const& prompt) {
+std::unique_ptr<Display> MakeDisplay(RunOptions const& options, Streams const& streams, Terminal& terminal,
+                                     LogBuffer& log, ValueSetter const& setter, PromptLine const& prompt,
+                                     PlantBoard const& board) {
     if (ShowsTable(options, streams)) {
         terminal.Begin();
-        return std::make_unique<TableDisplay>(terminal, log, setter, prompt, FirstSnapshots(project));
+        return std::make_unique<TableDisplay>(terminal, log, setter, prompt, board);
     }
     if (options.format == OutputFormat::Json) {
         return std::make_unique<JsonDisplay>(streams.out);
@@ -158,13 +160,14 @@ int RunProject(RunOptions const& options, Streams const& streams) {
     ValueSetter setter(project.Runtime(), log, &host.Observed());
     SetFromTheStart(project, options.sets, setter);
     RunFigures figures;
+    bool const table = ShowsTable(options, streams);
+    PlantMemory memory(project.Blocks(), FirstSnapshots(project), table);
 
     Signals signals(Terminal::EndAtOnce);
     Terminal terminal(1, 0);
     PromptLine prompt(Completions(project.Blocks()));
     std::unique_ptr<Display> const display =
-        MakeDisplay(options, streams, project, terminal, log, setter, prompt);
-    bool const table = ShowsTable(options, streams);
+        MakeDisplay(options, streams, terminal, log, setter, prompt, memory.board);
     Operator person(project, setter, *display, prompt, terminal,
                     table && isatty(streams.in) ? -1 : streams.in);
     CycleWatch const watch(project, host.Observed(), [&](BlockSnapshot& snapshot) {
@@ -173,8 +176,10 @@ int RunProject(RunOptions const& options, Streams const& streams) {
         }
         setter.AfterCycle(*snapshot.config, IsFault(snapshot) || snapshot.isStandby);
         setter.Show(snapshot);
-        figures.Count(snapshot);
-        display->Cycle(snapshot);
+        auto const shared = std::make_shared<BlockSnapshot const>(std::move(snapshot));
+        figures.Count(shared);
+        memory.Follow(shared);
+        display->Cycle(shared);
     });
     RunUntilEnd(project.Runtime(), *display, terminal, signals, person, options, table);
     terminal.End();

@@ -14,7 +14,7 @@ namespace workbench {
 // and passes a snapshot on after each.
 class CycleWatch {
 public:
-    // Called after a cycle of a block, on the thread of its task. May complete the snapshot.
+    // Called after a cycle of a block, on the thread of its task. May complete the snapshot and take it.
     using Follower = std::function<void(BlockSnapshot& snapshot)>;
 
     // Sets the observers of the runtime. The project must be loaded; it and the observation must outlive the

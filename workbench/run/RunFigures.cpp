@@ -110,20 +110,20 @@ std::vector<std::string> TroubleNames() {
     return {std::begin(Names), std::end(Names)};
 }
 
-void RunFigures::Count(BlockSnapshot const& block) {
-    bool const fault = IsFault(block);
-    unsigned long long const polled = fault || block.isStandby ? 0 : ObjectCount(*block.config);
+void RunFigures::Count(SharedSnapshot const& block) {
+    bool const fault = IsFault(*block);
+    unsigned long long const polled = fault || block->isStandby ? 0 : ObjectCount(*block->config);
     std::lock_guard<std::mutex> const lock(mutex);
     ++cycles;
     faults += fault ? 1 : 0;
     objects += polled;
-    latest[block.config->name] = block;
+    latest[block->config->name] = block;
 }
 
 bool RunFigures::Has(Trouble trouble) const {
     std::lock_guard<std::mutex> const lock(mutex);
     return std::any_of(latest.begin(), latest.end(),
-                       [=](auto const& block) { return HasBlock(block.second, trouble); });
+                       [=](auto const& block) { return HasBlock(*block.second, trouble); });
 }
 
 std::string RunFigures::Summary(TrafficFigures const& traffic) const {
@@ -135,7 +135,7 @@ std::string RunFigures::Summary(TrafficFigures const& traffic) const {
                        RoundTripLine(traffic.trips);
     for (auto const lines : {TimesLine, CauseLines, SuspectLines, WriteLines}) {
         for (auto const& block : latest) {
-            text += lines(block.second);
+            text += lines(*block.second);
         }
     }
     return text;

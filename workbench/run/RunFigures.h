@@ -22,7 +22,7 @@ std::vector<std::string> TroubleNames();
 // Statistics of the blocks' cycles. Thread-safe.
 class RunFigures {
 public:
-    void Count(BlockSnapshot const& block);
+    void Count(SharedSnapshot const& block);
 
     // Whether the condition holds after the latest cycle of any block; Overrun, whether there was any during
     // the run.
@@ -51,7 +51,7 @@ private:
     unsigned long long faults = 0;
     unsigned long long objects = 0;
     // The latest of each block, by its name.
-    std::map<std::string, BlockSnapshot> latest;
+    std::map<std::string, SharedSnapshot> latest;
 };
 
 }  // namespace workbench

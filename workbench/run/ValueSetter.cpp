@@ -225,17 +225,35 @@ void ValueSetter::SetTrigger(BlockConfig const& block, bool on) {
     runtime.Variables().Write(block.writeItemId, "", value, dorvel::Environment().Now());
 }
 
+// Without the lock.
+WriteState ValueSetter::Current(BlockConfig const& block, VariableConfig const& variable) const {
+    auto const found = entries.find(variable.writeId);
+    if (found == entries.end()) {
+        return {};
+    }
+    WriteState state = found->second.state;
+    if (state.stage == WriteStage::Pending && IsHeldBack(block)) {
+        state.reason = "this host is the standby, and WriteOnSlave is not set";
+    }
+    return state;
+}
+
 void ValueSetter::Show(BlockSnapshot& block) const {
     std::lock_guard<std::mutex> const lock(mutex);
+    if (entries.empty()) {
+        return;
+    }
     for (VariableSnapshot& variable : block.variables) {
-        auto const found = entries.find(variable.config->writeId);
-        if (found != entries.end()) {
-            variable.write = found->second.state;
-            if (variable.write.stage == WriteStage::Pending && IsHeldBack(*block.config)) {
-                variable.write.reason = "this host is the standby, and WriteOnSlave is not set";
-            }
+        WriteState state = Current(*block.config, *variable.config);
+        if (state.stage != WriteStage::None) {
+            variable.write = std::move(state);
         }
     }
+}
+
+WriteState ValueSetter::StateOf(BlockConfig const& block, VariableConfig const& variable) const {
+    std::lock_guard<std::mutex> const lock(mutex);
+    return Current(block, variable);
 }
 
 }  // namespace workbench

@@ -41,6 +41,8 @@ public:
 
     // Copies the current states to the snapshot.
     void Show(BlockSnapshot& block) const;
+    // The current state of one variable; the stage None if it was not set.
+    WriteState StateOf(BlockConfig const& block, VariableConfig const& variable) const;
 
 private:
     struct Entry {
@@ -57,6 +59,7 @@ private:
         unsigned cyclesSent = 0;        // in how many cycles the value was sent, 2 for more
     };
 
+    WriteState Current(BlockConfig const& block, VariableConfig const& variable) const;
     void Taken(long long id);
     void Logged(std::string const& line);
     void Examine(Entry& entry) const;

@@ -11,8 +11,8 @@ void Display::Standby(bool isOn) {
     logMsgLn(isOn ? "standby on" : "standby off");
 }
 
-void TextDisplay::Cycle(BlockSnapshot const& block) {
-    Write(format(block));
+void TextDisplay::Cycle(SharedSnapshot const& block) {
+    Write(format(*block));
 }
 
 void TextDisplay::Write(std::string const& text) {
@@ -38,34 +38,18 @@ void JsonDisplay::Standby(bool isOn) {
 }
 
 TableDisplay::TableDisplay(Terminal& tableTerminal, LogBuffer const& tableLog, ValueSetter const& tableSetter,
-                           PromptLine const& tablePrompt, std::vector<BlockSnapshot> first)
-    : terminal(tableTerminal),
-      log(tableLog),
-      setter(tableSetter),
-      prompt(tablePrompt),
-      blocks(std::move(first)) {}
+                           PromptLine const& tablePrompt, PlantBoard const& tableBoard)
+    : terminal(tableTerminal), log(tableLog), setter(tableSetter), prompt(tablePrompt), board(tableBoard) {}
 
 void TableDisplay::Answer(SetAnswer const& answer) {
     latest = answer;
 }
 
-void TableDisplay::Cycle(BlockSnapshot const& block) {
-    std::lock_guard<std::mutex> const lock(mutex);
-    for (BlockSnapshot& shown : blocks) {
-        if (shown.config == block.config) {
-            shown = block;
-        }
-    }
-}
-
 void TableDisplay::Refresh() {
     std::vector<BlockSnapshot> now;
-    {
-        std::lock_guard<std::mutex> const lock(mutex);
-        now = blocks;
-    }
-    for (BlockSnapshot& block : now) {
-        setter.Show(block);
+    for (SharedSnapshot const& block : board.All()) {
+        now.push_back(*block);
+        setter.Show(now.back());
     }
     Screen screen = terminal.Size();
     std::string const footer = Footer(now, screen);

@@ -9,6 +9,7 @@
 #include "JsonFormat.h"
 #include "LineFormat.h"
 #include "LogBuffer.h"
+#include "PlantBoard.h"
 #include "PromptLine.h"
 #include "SetAnswer.h"
 #include "Snapshot.h"
@@ -22,7 +23,7 @@ class Display {
 public:
     virtual ~Display() = default;
     // Called after a cycle of a block, on the thread of its task.
-    virtual void Cycle(BlockSnapshot const& block) = 0;
+    virtual void Cycle(SharedSnapshot const& block) = 0;
     // Called on the main thread with the answer to a value that the user sets.
     virtual void Answer(SetAnswer const& answer) = 0;
     // Called on the main thread when the host has become the standby of a redundant pair, or is no longer.
@@ -40,7 +41,7 @@ public:
 
     TextDisplay(std::ostream& outputStream, Format cycleFormat) : stream(outputStream), format(cycleFormat) {}
 
-    void Cycle(BlockSnapshot const& block) override;
+    void Cycle(SharedSnapshot const& block) override;
     void Refresh() override {}
     bool Failed() const override;
 
@@ -74,16 +75,15 @@ public:
     void Standby(bool isOn) override;
 };
 
-// Keeps the newest cycle of each block in a table on a terminal, with the log and the line for setting
-// values below.
+// The newest cycle of each block as a table on a terminal, with the log and the line for setting values
+// below.
 class TableDisplay : public Display {
 public:
-    // first has the blocks in the order of the table, before their first cycle. All references must outlive
-    // the display.
+    // The board has the blocks in the order of the table. All references must outlive the display.
     TableDisplay(Terminal& tableTerminal, LogBuffer const& tableLog, ValueSetter const& tableSetter,
-                 PromptLine const& tablePrompt, std::vector<BlockSnapshot> first);
+                 PromptLine const& tablePrompt, PlantBoard const& tableBoard);
 
-    void Cycle(BlockSnapshot const& block) override;
+    void Cycle(SharedSnapshot const&) override {}
     void Answer(SetAnswer const& answer) override;
     void Refresh() override;
     bool Failed() const override { return false; }
@@ -97,9 +97,8 @@ private:
     LogBuffer const& log;
     ValueSetter const& setter;
     PromptLine const& prompt;
+    PlantBoard const& board;
     SetAnswer latest;
-    std::mutex mutex;
-    std::vector<BlockSnapshot> blocks;
 };
 
 }  // namespace workbench

@@ -38,11 +38,11 @@ TEST(RunFigures, CountCyclesFaultsAndObjects) {
     block.times = {3, 5000, 4000, 31000, 2};
 
     RunFigures figures;
-    figures.Count(block);
-    figures.Count(block);
+    figures.Count(std::make_shared<BlockSnapshot const>(block));
+    figures.Count(std::make_shared<BlockSnapshot const>(block));
     EXPECT_FALSE(figures.Has(Trouble::Fault));
     block.fault = true;
-    figures.Count(block);
+    figures.Count(std::make_shared<BlockSnapshot const>(block));
     EXPECT_TRUE(figures.Has(Trouble::Fault));
 
     TrafficFigures traffic;
@@ -69,10 +69,10 @@ TEST(RunFigures, EndWithTheStatesOfTheValuesThatWereSet) {
     write.stage = WriteStage::Pending;
     write.value.SetFloat(22);
     RunFigures figures;
-    figures.Count(block);
+    figures.Count(std::make_shared<BlockSnapshot const>(block));
     write.stage = WriteStage::Refused;
     write.reason = "WriteAccessDenied";
-    figures.Count(block);
+    figures.Count(std::make_shared<BlockSnapshot const>(block));
     std::string const text = figures.Summary({});
     std::string const line = "AHU.setpoint = 22 refused (WriteAccessDenied)\n";
     EXPECT_EQ(text.substr(text.size() - line.size()), line) << text;
@@ -88,7 +88,7 @@ TEST(RunFigures, ListCausesAndSuspectValues) {
     block.causes = {{CauseKind::Silent, "", "no answer since 12:34:56 (3 requests)", 3, Noon}};
     block.variables[1].suspect = "device: unknown-object";
     RunFigures figures;
-    figures.Count(block);
+    figures.Count(std::make_shared<BlockSnapshot const>(block));
     std::string const text = figures.Summary({});
     std::string const end =
         "AHU: no answer since 12:34:56 (3 requests)\nAHU.sun: suspect, device: unknown-object\n";
@@ -100,7 +100,7 @@ TEST(RunFigures, HaveATroubleAsLongAsABlockHasIt) {
     BlockSnapshot& block = plant.AddBlock("AHU");
     plant.AddVariable("air", OpcUaType_Float, {});
     RunFigures figures;
-    figures.Count(block);
+    figures.Count(std::make_shared<BlockSnapshot const>(block));
     for (std::string const& name : TroubleNames()) {
         EXPECT_FALSE(figures.Has(*TroubleOfName(name))) << name;
     }
@@ -110,14 +110,14 @@ TEST(RunFigures, HaveATroubleAsLongAsABlockHasIt) {
                                                      {Trouble::Unconfirmed, WriteStage::Unconfirmed}};
     for (auto const& [trouble, stage] : stages) {
         block.variables[0].write.stage = stage;
-        figures.Count(block);
+        figures.Count(std::make_shared<BlockSnapshot const>(block));
         EXPECT_TRUE(figures.Has(trouble)) << StageName(stage);
         EXPECT_FALSE(figures.Has(Trouble::Suspect));
     }
     block.variables[0].write.stage = WriteStage::Written;
     block.variables[0].suspect = "device: unknown-property";
     block.times.overruns = 1;
-    figures.Count(block);
+    figures.Count(std::make_shared<BlockSnapshot const>(block));
     EXPECT_TRUE(figures.Has(Trouble::Suspect));
     EXPECT_TRUE(figures.Has(Trouble::Overrun));
     EXPECT_FALSE(figures.Has(Trouble::Unconfirmed));
@@ -131,7 +131,7 @@ TEST(RunFigures, AStandbyIsNotInFaultAndPollsNothing) {
     block.isReported = false;
     block.isStandby = true;
     RunFigures figures;
-    figures.Count(block);
+    figures.Count(std::make_shared<BlockSnapshot const>(block));
     EXPECT_FALSE(figures.Has(Trouble::Fault));
     EXPECT_NE(figures.Summary({}).find("objects polled        0"), std::string::npos);
 }
@@ -141,9 +141,9 @@ TEST(RunFigures, ABlockThatRecoversIsNotInFault) {
     BlockSnapshot& block = plant.AddBlock("B");
     RunFigures figures;
     block.fault = true;
-    figures.Count(block);
+    figures.Count(std::make_shared<BlockSnapshot const>(block));
     block.fault = false;
-    figures.Count(block);
+    figures.Count(std::make_shared<BlockSnapshot const>(block));
     EXPECT_FALSE(figures.Has(Trouble::Fault));
 }
 

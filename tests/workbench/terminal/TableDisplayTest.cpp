@@ -19,9 +19,9 @@ protected:
         std::string variable = Temperature;
         variable.insert(variable.size() - 1, ", Write=true");
         project.Load(SourceText(Block(R"(Name="AHU", Address="1.2.3.4:47808")", variable)));
-        BlockSnapshot first = TakeSnapshot(project.Blocks().front(), 0, project.Runtime().Variables());
-        display =
-            std::make_unique<TableDisplay>(MakeTerminal(), log, MakeSetter(), prompt, std::vector{first});
+        board = std::make_unique<PlantBoard>(std::vector{std::make_shared<BlockSnapshot const>(
+            TakeSnapshot(project.Blocks().front(), 0, project.Runtime().Variables()))});
+        display = std::make_unique<TableDisplay>(MakeTerminal(), log, MakeSetter(), prompt, *board);
     }
     ~TableOnScreen() override {
         dorvel::SetEnvironment(nullptr);
@@ -58,6 +58,7 @@ protected:
     int ends[2] = {-1, -1};
     std::unique_ptr<Terminal> screen;
     std::unique_ptr<ValueSetter> values;
+    std::unique_ptr<PlantBoard> board;
     std::unique_ptr<TableDisplay> display;
 };
 
