@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "LogLine.h"
+#include "Project.h"
 
 namespace workbench {
 
@@ -19,6 +20,10 @@ enum class LogFormat { Text, Json };
 // (LogLine.h) and goes to the stream, if there is one; the newest are kept. Thread-safe.
 class LogBuffer {
 public:
+    // The lines that are kept, and the octets of their texts and names. A text is kept up to 4096 octets.
+    static constexpr std::size_t MostLines = 1000;
+    static constexpr std::size_t MostOctets = 256 << 10;
+
     explicit LogBuffer(std::ostream* lineStream, LogFormat lineFormat = LogFormat::Text)
         : stream(lineStream), format(lineFormat) {}
 
@@ -31,14 +36,29 @@ public:
     // The newest lines, oldest first, at most 50, as ShortLogText makes them.
     std::vector<std::string> Lines() const;
 
+    // The kept lines, oldest first; of more than `most` the newest.
+    std::vector<LogLine> Newest(std::size_t most = MostLines) const;
+    // The same, only of what is about a block, by its name, or about a variable in it. Where an object has
+    // several variables, the driver's lines name the object alone; they are about each of them.
+    std::vector<LogLine> About(std::string const& block, std::size_t most) const;
+    std::vector<LogLine> About(std::string const& block, VariableConfig const& variable,
+                               std::size_t most) const;
+    // How many lines there have been, so that a reader sees whether there are new ones.
+    unsigned long long Count() const;
+
 private:
     void AddLine(std::string_view text);
+    void Keep(LogLine line);
+    template <typename Condition>
+    std::vector<LogLine> NewestOf(std::size_t most, Condition const& isMeant) const;
 
     mutable std::mutex mutex;
     std::ostream* stream;
     LogFormat format;
     Listener listener;
-    std::deque<std::string> lines;
+    std::deque<LogLine> lines;
+    std::size_t octets = 0;  // of lines
+    unsigned long long count = 0;
 };
 
 }  // namespace workbench

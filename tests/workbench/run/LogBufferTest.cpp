@@ -81,6 +81,59 @@ TEST_F(LogAtNoon, KeepsTheNewestLines) {
     EXPECT_EQ(log.Lines().back(), At("999"));
 }
 
+TEST_F(LogAtNoon, KeptLinesAreBoundedInCountAndOctets) {
+    LogBuffer log(nullptr);
+    for (std::size_t i = 0; i < LogBuffer::MostLines + 10; ++i) {
+        log.Add(std::to_string(i));
+    }
+    EXPECT_EQ(log.Count(), LogBuffer::MostLines + 10);
+    EXPECT_EQ(log.Newest().size(), LogBuffer::MostLines);
+    EXPECT_EQ(log.Newest().front().text, "10");
+    EXPECT_EQ(log.Newest(2).front().text, "1008");
+    std::string const text(5000, 'x');
+    for (std::size_t i = 0; i < LogBuffer::MostLines; ++i) {
+        log.Add(text);
+    }
+    EXPECT_EQ(log.Newest().size(), LogBuffer::MostOctets / 4096);
+    EXPECT_EQ(log.Newest().back().text, text.substr(0, 4096));
+}
+
+TEST_F(LogAtNoon, LinesAreFoundByBlockAndVariable) {
+    test::Plant plant;
+    BlockSnapshot const& ahu = plant.AddBlock("AHU");
+    plant.AddVariable("Supply air", OpcUaType_Float, {});
+    plant.AddVariable("Exhaust air", OpcUaType_Float, {});
+    BlockSnapshot const& boiler = plant.AddBlock("Boiler");
+    plant.AddVariable("Supply air", OpcUaType_Float, {});
+    VariableConfig const* const supply = ahu.variables[0].config;
+    VariableConfig const* const exhaust = ahu.variables[1].config;
+    VariableConfig const* const other = boiler.variables[0].config;
+    LogBuffer log(nullptr);
+    log.Add("none");
+    Here() = {ahu.config, nullptr, nullptr};
+    log.Add("block");
+    Here() = {ahu.config, supply, nullptr};
+    log.Add("object");
+    Here() = {ahu.config, supply, supply};
+    log.Add("variable");
+    Here() = {ahu.config, exhaust, exhaust};
+    log.Add("other variable");
+    Here() = {boiler.config, other, other};
+    log.Add("other block");
+
+    auto const texts = [](std::vector<LogLine> const& lines) {
+        Lines found;
+        for (LogLine const& line : lines) {
+            found.push_back(line.text);
+        }
+        return found;
+    };
+    EXPECT_EQ(texts(log.About("AHU", 10)), (Lines{"block", "object", "variable", "other variable"}));
+    EXPECT_EQ(texts(log.About("AHU", *supply, 10)), (Lines{"object", "variable"}));
+    EXPECT_EQ(texts(log.About("AHU", *supply, 1)), (Lines{"variable"}));
+    EXPECT_EQ(texts(log.About("Chiller", 10)), Lines());
+}
+
 TEST(LogBuffer, ThreadsDoNotTearLines) {
     std::ostringstream stream;
     LogBuffer log(&stream);
