@@ -34,6 +34,10 @@ class Server:
     def port(self):
         return int(self.address.split(":")[1])
 
+    def command(self, line):
+        self._process.stdin.write(line + "\n")
+        self._process.stdin.flush()
+
     def stop(self):
         if self._process.stdin.closed:
             return self._process.returncode
