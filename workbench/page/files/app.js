@@ -11,6 +11,7 @@ import {createApi} from './api.js';
 import {startConnection} from './connection.js';
 import {createStore} from './store.js';
 import {startTheme} from './theme.js';
+import {startHeader} from './header.js';
 import {make} from './dom.js';
 
 const Views = [
@@ -24,29 +25,57 @@ const Views = [
 
 const api = createApi();
 const store = createStore();
+const header = startHeader(store);
 const main = document.getElementById('main');
 let unmount = null;
 let visit = 0;
 
-async function show() {
-  const [path, search = ''] = (location.hash.slice(1) || '/').split('?');
-  const view = Views.find(({pattern}) => pattern.test(path));
-  const number = ++visit;
+function leave() {
   unmount?.();
   unmount = null;
-  if (!view) {
-    main.replaceChildren(make('p', {}, `There is no page ${path}.`));
-    return;
-  }
+  main.replaceChildren();
+}
+
+async function enter(view, path, search, number) {
   const module = await view.load();
   if (number === visit) {
+    leave();
     const id = view.pattern.exec(path)[1];
-    main.replaceChildren();
     unmount = module.mount(main, {api, store, id: id && Number(id), query: new URLSearchParams(search)});
+    header.showPage(path, main.querySelector('h1')?.textContent ?? view.title);
   }
 }
 
+async function show() {
+  const [path, search = ''] = (location.hash.slice(1) || '/').split('?');
+  const view = Views.find(({pattern}) => pattern.test(path));
+  visit += 1;
+  if (view) {
+    await enter(view, path, search, visit);
+    return;
+  }
+  leave();
+  main.append(make('h1', {}, 'Not found'), make('p', {}, `There is no page '${path}'. `, make('a', {href: '#/'}, 'Overview')));
+  header.showPage(path, 'Not found');
+}
+
+// After a link was followed, the focus begins at the new content, as on a page that has been loaded.
+async function move() {
+  await show();
+  window.scrollTo(0, 0);
+  main.focus({preventScroll: true});
+}
+
+function skip(event) {
+  event.preventDefault();
+  main.focus();
+}
+
 startTheme(document.getElementById('theme'));
-await startConnection(api, store);
-window.addEventListener('hashchange', show);
-await show();
+document.getElementById('skip').addEventListener('click', skip);
+main.append(make('p.dim', {}, 'Connecting\u2026'));
+store.on('plant', () => {
+  window.addEventListener('hashchange', move);
+  show();
+});
+startConnection(api, store);

@@ -20,7 +20,7 @@
 
 import {qualityKind} from './format.js';
 
-const MostEvents = 2000;
+const MostEvents = 5000;
 
 const NoCounts = () => ({bad: 0, uncertain: 0, suspect: 0, pending: 0, failed: 0});
 

@@ -1,0 +1,82 @@
+// The columns of the table of variables. A column has a key, which is also that of its sort, a title, a width for
+// grid-template-columns, and `from`, the width of the table in rem from which it is shown; make() returns the content of a
+// cell, set() draws a variable into it.
+
+import {Nothing, valueParts} from './format.js';
+import {makeSign, setQuality, setSuspect, setWrite} from './signs.js';
+import {make, setAttribute, setText} from './dom.js';
+
+const Midnight = 86400000;
+
+function clockText(ms) {
+  if (!ms) {
+    return Nothing;
+  }
+  const date = new Date(ms);
+  return Date.now() - ms < Midnight ? date.toLocaleTimeString('en-GB') : date.toLocaleString('en-GB');
+}
+
+const textColumn = (key, title, width, from, text) => ({
+  key, title, width, from,
+  make: () => make('span.cut'),
+  set: (content, variable) => {
+    const shown = text(variable);
+    setText(content, shown);
+    setAttribute(content, 'title', shown.length > 24 ? shown : null);
+  },
+});
+
+const Name = {
+  key: 'name', title: 'Name', width: 'minmax(9rem, 3fr)', from: 0,
+  make: () => make('a.cut', {tabindex: -1}),
+  set: (link, variable) => {
+    setText(link, variable.name);
+    setAttribute(link, 'href', `#/variables/${variable.id}`);
+    setAttribute(link, 'title', variable.description || null);
+  },
+};
+
+const Value = {
+  key: 'value', title: 'Value', width: 'minmax(9.5rem, 2fr)', from: 0,
+  make: () => make('span.value', {}, make('span.value-main.cut'), make('span.value-side')),
+  set: (content, variable) => {
+    const {main, side} = valueParts(variable);
+    setText(content.firstChild, main);
+    setText(content.lastChild, side);
+    setAttribute(content, 'title', main.length > 14 ? main : null);
+  },
+};
+
+const Quality = {
+  key: 'quality', title: 'Quality', width: 'minmax(9rem, 1.8fr)', from: 34,
+  make: () => make('span.signs', {}, makeSign(), makeSign()),
+  set: (content, variable) => {
+    setQuality(content.firstChild, variable.now);
+    setSuspect(content.lastChild, variable.now);
+    setAttribute(content, 'title', variable.now?.suspect || null);
+  },
+};
+
+const Write = {
+  key: 'write', title: 'Write', width: 'minmax(9rem, 1.4fr)', from: 34,
+  make: makeSign,
+  set: (content, variable) => {
+    setWrite(content, variable, variable.now?.write);
+    setAttribute(content, 'title', variable.now?.write?.reason || null);
+  },
+};
+
+export const Columns = [
+  Name,
+  Value,
+  Quality,
+  Write,
+  textColumn('block', 'Block', 'minmax(7rem, 1.3fr)', 52, (variable) => variable.block.name),
+  textColumn('object', 'Object', 'minmax(8rem, 1.2fr)', 64, (variable) => variable.object),
+  textColumn('property', 'Property', 'minmax(7rem, 1fr)', 88, (variable) => variable.property),
+  textColumn('changed', 'Changed', '6.5rem', 76, (variable) => clockText(variable.changedAt)),
+  textColumn('description', 'Description', 'minmax(10rem, 2fr)', 112, (variable) => variable.description ?? ''),
+];
+
+// Below this width in rem a row has two lines, and no heading.
+export const TwoLines = 34;

@@ -1,0 +1,44 @@
+// What the device itself says of the object of a variable, read by the BACnet standard when a person asks for it.
+
+import {announce, make, setText} from './dom.js';
+import {timeText} from './format.js';
+
+const AgainMs = 500;
+const MostAttempts = 60;
+
+export function makeDeviceData(variable, api) {
+  let isMounted = true;
+  const message = make('p.dim', {role: 'status'}, 'All properties of the object, read from the device by the BACnet standard.');
+  const list = make('dl.facts.properties');
+  const button = make('button', {type: 'button', onclick: () => read(MostAttempts)}, 'Ask the device');
+  const element = make('section.panel', {'aria-labelledby': 'device-title'},
+    make('div.panel-head', {}, make('h2', {id: 'device-title'}, 'The device\u2019s own data'), button), message, list);
+
+  function show({state, reason, time, properties}) {
+    list.replaceChildren(...properties.map(({name, value}) => [make('dt', {}, name), make('dd', {}, value)]).flat());
+    setText(message, state === 'failed' ? `Not read: ${reason}` : `Read at ${timeText(time)}${reason ? `, ${reason}` : ''}`);
+    announce(message.textContent);
+  }
+
+  // The answer is "reading" until the device has answered; then it is asked for again.
+  async function read(attempts) {
+    button.disabled = true;
+    setText(message, `Asking ${variable.block.address || 'the device'} for ${variable.object}\u2026`);
+    try {
+      const answer = await api.device(variable.id);
+      if (!isMounted) {
+        return;
+      }
+      if (answer.state === 'reading' && attempts > 0) {
+        setTimeout(() => isMounted && read(attempts - 1), AgainMs);
+        return;
+      }
+      show(answer);
+    } catch (error) {
+      setText(message, error.message);
+    }
+    button.disabled = false;
+  }
+
+  return {element, unmount: () => { isMounted = false; }};
+}
