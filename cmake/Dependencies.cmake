@@ -37,3 +37,10 @@ find_library(CSV_LIBRARY csv REQUIRED)
 add_library(dorvel_csv INTERFACE)
 target_include_directories(dorvel_csv SYSTEM INTERFACE "${CSV_INCLUDE}")
 target_link_libraries(dorvel_csv INTERFACE "${CSV_LIBRARY}")
+
+# What the page of the workbench is served with. The header and the library must agree on their options, which are those
+# of the library's pkg-config file.
+if(DORVEL_PAGE)
+    pkg_check_modules(HTTPLIB REQUIRED IMPORTED_TARGET cpp-httplib)
+    find_path(DYGRAPHS_FOLDER dygraph.min.js PATHS /usr/share/javascript/dygraphs NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+endif()

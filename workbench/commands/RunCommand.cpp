@@ -20,6 +20,7 @@
 #include "Operator.h"
 #include "PlantMemory.h"
 #include "RunFigures.h"
+#include "RunPage.h"
 #include "RunWarnings.h"
 #include "Signals.h"
 
@@ -82,7 +83,7 @@ struct StopAtEnd {
 };
 
 void RunUntilEnd(dorvel::Runtime& runtime, Display& display, Terminal& terminal, Signals& signals,
-                 Operator& person, RunOptions const& options, bool table) {
+                 Operator& person, RunPage* page, RunOptions const& options, bool table) {
     {
         StopAtEnd const stop{runtime};
         person.ServeLines();
@@ -91,6 +92,9 @@ void RunUntilEnd(dorvel::Runtime& runtime, Display& display, Terminal& terminal,
             ServeTerminal(signals, terminal, table);
             person.Serve();
             display.Refresh();
+        }
+        if (page) {
+            page->End();
         }
     }
     display.Refresh();
@@ -142,6 +146,26 @@ void CheckOutputs(RunOptions const& options, HostScope const& host, Display cons
     }
 }
 
+// Null without --page.
+std::unique_ptr<RunPage> StartPage(RunOptions const& options, Streams const& streams,
+                                   PagePlant::Parts const& parts) {
+    if (!options.page.isOn) {
+        return nullptr;
+    }
+    auto page = std::make_unique<RunPage>(options.page, parts);
+    for (std::string const& warning : page->Warnings()) {
+        Warn(warning, options.logFormat, parts.log, streams.err);
+    }
+    page->Start();
+    std::string const line = "page: " + page->Link();
+    if (options.logFormat == LogFormat::Json || ShowsTable(options, streams)) {
+        parts.log.Add(line);
+    } else {
+        streams.err << line << std::endl;
+    }
+    return page;
+}
+
 int ExitCodeOf(RunOptions const& options, RunFigures const& figures) {
     bool const failed = std::any_of(options.failOn.begin(), options.failOn.end(),
                                     [&](Trouble trouble) { return figures.Has(trouble); });
@@ -161,7 +185,7 @@ int RunProject(RunOptions const& options, Streams const& streams) {
     SetFromTheStart(project, options.sets, setter);
     RunFigures figures;
     bool const table = ShowsTable(options, streams);
-    PlantMemory memory(project.Blocks(), FirstSnapshots(project), table);
+    PlantMemory memory(project.Blocks(), FirstSnapshots(project), table || options.page.isOn);
 
     Signals signals(Terminal::EndAtOnce);
     Terminal terminal(1, 0);
@@ -181,7 +205,11 @@ int RunProject(RunOptions const& options, Streams const& streams) {
         memory.Follow(shared);
         display->Cycle(shared);
     });
-    RunUntilEnd(project.Runtime(), *display, terminal, signals, person, options, table);
+    std::unique_ptr<RunPage> const page =
+        StartPage(options, streams,
+                  {options.project, WORKBENCH_VERSION, project.Blocks(), project.Tasks(), memory, setter, log,
+                   options.page.hasWrites});
+    RunUntilEnd(project.Runtime(), *display, terminal, signals, person, page.get(), options, table);
     terminal.End();
     PrintSummary(options, streams,
                  figures.Summary(host.Figures()) + HeldWritesText(host.Observed(), project.Blocks()));

@@ -24,10 +24,15 @@ from an error of the device is marked as suspect.
 --standby, and the lines "standby on" and "standby off" on standard input, play the standby of a
 redundant pair: only blocks with ExecuteOnSlave are polled, and only those with WriteOnSlave write.
 
+--page serves the same for browsers, beside the table or the lines, and prints a link. It can be read
+only without --page-writes, and by this machine only without an address (docs/page.md).
+
 Examples:
   dorvel-workbench run plant.lua --define ahu=192.168.1.20:47808 --pcap plant.pcap
   dorvel-workbench run plant.lua --set "AHU.Supply air setpoint=21.5" --summary
   dorvel-workbench run plant.lua --format json --cycles 10 --fail-on fault,suspect
+  dorvel-workbench run plant.lua --page --page-writes
+  dorvel-workbench run plant.lua --page 192.168.1.5:8080 --page-token-file page.token
 
 Exit codes:
   0  done, also after Ctrl-C
@@ -111,6 +116,7 @@ void DefineRun(CLI::App& command, RunOptions& options) {
         ->type_name("FILE");
     AddLogOptions(command, options);
     AddFailOptions(command, options);
+    AddPageOptions(command, options.page);
     command.add_flag("--standby", options.standby, "Begins as the standby of a redundant pair");
     command.add_flag_callback(
         "--summary", [&options] { options.summary = true; },

@@ -7,6 +7,7 @@
 
 #include "CommonOptions.h"
 #include "LogBuffer.h"
+#include "PageOptions.h"
 #include "RunFigures.h"
 
 namespace workbench {
@@ -22,6 +23,7 @@ struct RunOptions : ProjectOptions {
     LogFormat logFormat = LogFormat::Text;
     std::string captureFile;  // empty: none
     std::optional<bool> summary;
+    PageOptions page;
 };
 
 void DefineRun(CLI::App& command, RunOptions& options);

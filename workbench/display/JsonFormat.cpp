@@ -1,6 +1,7 @@
 #include "JsonFormat.h"
 
 #include <cmath>
+#include <numeric>
 
 #include "JsonFields.h"
 #include "NumberText.h"
@@ -153,7 +154,7 @@ void WriteCauses(JsonWriter& writer, BlockSnapshot const& block) {
 
 }  // namespace
 
-std::string FormatJson(BlockSnapshot const& block) {
+std::string FormatJson(BlockSnapshot const& block, std::vector<std::size_t> const& chosen) {
     rapidjson::StringBuffer buffer;
     JsonWriter writer(buffer);
     writer.StartObject();
@@ -166,8 +167,8 @@ std::string FormatJson(BlockSnapshot const& block) {
     WriteField(writer, "error", FaultText(block));
     writer.Key("variables");
     writer.StartArray();
-    for (VariableSnapshot const& variable : block.variables) {
-        WriteVariable(writer, variable, block.localDiff);
+    for (std::size_t const index : chosen) {
+        WriteVariable(writer, block.variables[index], block.localDiff);
     }
     writer.EndArray();
     writer.Key("standby");
@@ -176,6 +177,21 @@ std::string FormatJson(BlockSnapshot const& block) {
     WriteCauses(writer, block);
     writer.EndObject();
     return JsonLine(buffer);
+}
+
+std::string FormatJson(BlockSnapshot const& block) {
+    std::vector<std::size_t> all(block.variables.size());
+    std::iota(all.begin(), all.end(), std::size_t{0});
+    return FormatJson(block, all);
+}
+
+std::string VariableJson(VariableSnapshot const& variable, long long localDiff) {
+    rapidjson::StringBuffer buffer;
+    JsonWriter writer(buffer);
+    WriteVariable(writer, variable, localDiff);
+    std::string line = JsonLine(buffer);
+    line.pop_back();
+    return line;
 }
 
 std::string FormatStandby(bool isOn) {

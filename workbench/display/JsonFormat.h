@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <vector>
 
 #include "SetAnswer.h"
 #include "Snapshot.h"
@@ -19,6 +21,10 @@ namespace workbench {
 // and "device", the value that the device holds, where it is another one and known. A variable whose value
 // comes from an error of the device has "suspect":"device: unknown-object".
 std::string FormatJson(BlockSnapshot const& block);
+// The same with only the variables at these indices.
+std::string FormatJson(BlockSnapshot const& block, std::vector<std::size_t> const& chosen);
+// The object of one variable there, without a line end.
+std::string VariableJson(VariableSnapshot const& variable, long long localDiff);
 
 // {"set":"Block.Variable","state":"pending","value":...}, or {"set":...,"state":"invalid","reason":...}.
 std::string FormatJson(SetAnswer const& answer, long long localDiff);

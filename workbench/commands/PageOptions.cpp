@@ -1,0 +1,51 @@
+#include "PageOptions.h"
+
+#include <CLI/CLI.hpp>
+
+#include "AllowedHosts.h"
+
+namespace workbench {
+
+namespace {
+
+// Mistakes are those of the command line.
+void CheckAddress(std::string const& text) {
+    try {
+        ReadPageAddress(text);
+    } catch (std::runtime_error const& mistake) {
+        throw CLI::ValidationError(
+            "--page", std::string(mistake.what()) + "; a project stands before --page, or --page last");
+    }
+}
+
+}  // namespace
+
+void AddPageOptions(CLI::App& command, PageOptions& options) {
+    CLI::Option* const page =
+        command
+            .add_option_function<std::string>(
+                "--page",
+                [&options](std::string const& address) {
+                    CheckAddress(address);
+                    options.isOn = true;
+                    options.address = address;
+                },
+                "Serves a page for browsers (default: 127.0.0.1 and a free port) and prints its link")
+            ->type_name("[ADDRESS:PORT]")
+            ->expected(0, 1);
+    command.add_flag("--page-writes", options.hasWrites, "The page may set variables with Write = true")
+        ->needs(page);
+    command
+        .add_option("--page-token-file", options.tokenFile,
+                    "The token of the link is the first line of FILE (default: a random one for each run)")
+        ->type_name("FILE")
+        ->needs(page);
+    command
+        .add_option("--page-host", options.hosts,
+                    "A name under which a proxy serves the page; may be repeated")
+        ->type_name("NAME")
+        ->allow_extra_args(false)
+        ->needs(page);
+}
+
+}  // namespace workbench

@@ -1,0 +1,49 @@
+#include "PageRoutes.h"
+
+namespace workbench {
+
+PageResponse AnswerSession(PageCall const& call) {
+    rapidjson::StringBuffer buffer;
+    JsonWriter writer(buffer);
+    writer.StartObject();
+    WriteField(writer, "token", call.session.token);
+    writer.Key("writes");
+    writer.Bool(call.plant.Run().hasWrites);
+    WriteField(writer, "version", call.plant.Run().version);
+    writer.EndObject();
+    PageResponse response;
+    response.body = JsonLine(buffer);
+    return response;
+}
+
+PageResponse AnswerPlant(PageCall const& call) {
+    PageResponse response;
+    response.body = PlantJson(call.plant);
+    return response;
+}
+
+PageResponse AnswerValues(PageCall const& call) {
+    PlantBoard const& board = call.plant.Run().memory.board;
+    PageResponse response;
+    // Before the blocks, so that it is never too new for them.
+    response.body = "{\"generation\":" + std::to_string(board.Generation()) + ",\"blocks\":[";
+    bool isFirst = true;
+    for (SharedSnapshot const& block : board.All()) {
+        response.body += isFirst ? "" : ",";
+        response.body += *call.plant.Stream().WholeBlock(block);
+        isFirst = false;
+    }
+    response.body += "]}\n";
+    return response;
+}
+
+PageResponse AnswerStream(PageCall const&) {
+    PageResponse response;
+    response.type = "text/event-stream";
+    response.isStream = true;
+    // A proxy must not collect events before it passes them on.
+    response.headers.emplace_back("X-Accel-Buffering", "no");
+    return response;
+}
+
+}  // namespace workbench

@@ -1,0 +1,393 @@
+#include "PageServer.h"
+
+#include <arpa/inet.h>
+#include <httplib.h>
+#include <pthread.h>
+#include <signal.h>
+
+#include <cerrno>
+#include <condition_variable>
+#include <cstring>
+#include <exception>
+#include <memory>
+#include <mutex>
+#include <set>
+#include <stdexcept>
+#include <thread>
+
+#include "RequestGate.h"
+#include "WorkerThreads.h"
+
+namespace workbench {
+
+namespace {
+
+constexpr std::chrono::milliseconds WaitForMessages{1000};
+constexpr std::chrono::milliseconds TimeToEnd{500};
+
+void AddressOf(int socket, std::string& ip, int& port, decltype(getpeername)* function) {
+    sockaddr_storage place{};
+    socklen_t length = sizeof place;
+    if (function(socket, reinterpret_cast<sockaddr*>(&place), &length) != 0) {
+        return;
+    }
+    char text[INET6_ADDRSTRLEN] = "";
+    if (place.ss_family == AF_INET6) {
+        auto const& address = reinterpret_cast<sockaddr_in6 const&>(place);
+        inet_ntop(AF_INET6, &address.sin6_addr, text, sizeof text);
+        port = ntohs(address.sin6_port);
+    } else {
+        auto const& address = reinterpret_cast<sockaddr_in const&>(place);
+        inet_ntop(AF_INET, &address.sin_addr, text, sizeof text);
+        port = ntohs(address.sin_port);
+    }
+    ip = text;
+}
+
+// A connection as the library reads and writes it. Later versions of it have more functions, so that none is
+// marked as one of them.
+class GatedStream : public httplib::Stream {
+public:
+    explicit GatedStream(int connectedSocket)
+        : handle(connectedSocket), gate(connectedSocket, GateLimits()) {}
+
+    RequestGate& Gate() { return gate; }
+    // The request is answered before it is read to its end, perhaps.
+    void MarkRefused() { isRefused = true; }
+    bool IsRefused() const { return isRefused; }
+
+    bool is_readable() const { return true; }
+    bool is_writable() const { return gate.IsConnected(); }
+    bool wait_readable() const { return true; }
+    bool wait_writable() const { return gate.IsConnected(); }
+    ssize_t read(char* octets, size_t size) { return gate.Read(octets, size); }
+    ssize_t write(char const* octets, size_t size) { return gate.Write(octets, size); }
+    void get_remote_ip_and_port(std::string& ip, int& port) const {
+        AddressOf(handle, ip, port, getpeername);
+    }
+    void get_local_ip_and_port(std::string& ip, int& port) const { AddressOf(handle, ip, port, getsockname); }
+    socket_t socket() const { return handle; }
+    time_t duration() const { return 0; }
+
+private:
+    int handle;
+    RequestGate gate;
+    bool isRefused = false;
+};
+
+// The connection of the request that this thread answers.
+thread_local GatedStream* current = nullptr;
+
+// What is wrong with a request that cannot be read; 200 if nothing is.
+PageResponse ProblemOf(RequestGate::Outcome outcome) {
+    GateLimits const limits;
+    switch (outcome) {
+        case RequestGate::Outcome::TooSlow:
+            return PageService::Failure(408, "the request has taken longer than " +
+                                                 std::to_string(limits.request.count() / 1000) + " s");
+        case RequestGate::Outcome::LineTooLong:
+            return PageService::Failure(414, "the first line of the request has more than " +
+                                                 std::to_string(limits.line) + " octets");
+        case RequestGate::Outcome::HeadTooLarge:
+            return PageService::Failure(
+                431, "the headers of the request have more than " + std::to_string(limits.head) + " octets");
+        case RequestGate::Outcome::BodyTooLarge:
+            return PageService::Failure(
+                413, "the body of the request has more than " + std::to_string(limits.body) + " octets");
+        default:
+            return {};
+    }
+}
+
+char const* ReasonOf(int status) {
+    switch (status) {
+        case 408:
+            return "Request Timeout";
+        case 414:
+            return "URI Too Long";
+        case 431:
+            return "Request Header Fields Too Large";
+        default:
+            return "Service Unavailable";
+    }
+}
+
+// An answer without the library, for a request that it does not get.
+std::string RawText(PageResponse const& response) {
+    std::string text =
+        "HTTP/1.1 " + std::to_string(response.status) + " " + ReasonOf(response.status) + "\r\n";
+    for (auto const& [name, value] : response.headers) {
+        text += name + ": " + value + "\r\n";
+    }
+    return text + "Connection: close\r\nContent-Type: " + response.type +
+           "\r\nContent-Length: " + std::to_string(response.body.size()) + "\r\n\r\n" + response.body;
+}
+
+PageRequest RequestOf(httplib::Request const& from) {
+    PageRequest request;
+    request.method = from.method;
+    request.path = from.path;
+    request.parameters = {from.params.begin(), from.params.end()};
+    for (auto const& [name, value] : from.headers) {
+        std::string lower = name;
+        for (char& c : lower) {
+            c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+        }
+        request.headers.emplace(lower, value);
+    }
+    request.body = from.body;
+    request.sender = from.remote_addr;
+    return request;
+}
+
+void Fill(httplib::Response& to, PageResponse const& from) {
+    if (current && from.status >= 400) {
+        current->MarkRefused();
+    }
+    to.status = from.status;
+    for (auto const& [name, value] : from.headers) {
+        to.set_header(name, value);
+    }
+    if (!from.isStream) {
+        to.set_content(from.body, from.type);
+    }
+}
+
+// Lets one version of the library or the other answer a request.
+template <typename Server>
+bool Process(Server& server,
+             bool (Server::*function)(httplib::Stream&, bool, bool&,
+                                      std::function<void(httplib::Request&)> const&),
+             httplib::Stream& stream, std::function<void(httplib::Request&)> const& prepare) {
+    bool isClosed = false;
+    return (server.*function)(stream, true, isClosed, prepare);
+}
+
+template <typename Server>
+bool Process(Server& server,
+             bool (Server::*function)(httplib::Stream&, std::string const&, int, std::string const&, int,
+                                      bool, bool&, std::function<void(httplib::Request&)> const&),
+             httplib::Stream& stream, std::function<void(httplib::Request&)> const& prepare) {
+    bool isClosed = false;
+    std::string remote;
+    std::string local;
+    int remotePort = 0;
+    int localPort = 0;
+    stream.get_remote_ip_and_port(remote, remotePort);
+    stream.get_local_ip_and_port(local, localPort);
+    return (server.*function)(stream, remote, remotePort, local, localPort, true, isClosed, prepare);
+}
+
+}  // namespace
+
+// The library's server: its accepting thread, its parser and its writer of answers.
+class PageServer::Library : public httplib::Server {
+public:
+    Library();
+    ~Library() override { End(); }
+
+    int Bind(PageAddress const& address);
+    void Begin(PageService const& pageService);
+    void End();
+
+private:
+    bool process_and_close_socket(socket_t socket) override;
+
+    void Serve(GatedStream& stream);
+    HandlerResponse AnswerHead(httplib::Request const& request, httplib::Response& response);
+    void Answer(httplib::Request const& request, httplib::Response& response);
+    void AnswerStream(PageRequest const& request, PageResponse const& head, httplib::Response& response);
+    void CloseAll();
+
+    PageService const* service = nullptr;
+    std::thread accepting;
+    std::mutex mutex;
+    std::condition_variable closed;
+    std::set<socket_t> open;
+};
+
+PageServer::Library::Library() {
+    new_task_queue = [] { return new WorkerThreads(PlantStream::MostReaders + MostRequests, MostWaiting); };
+    // The library's own option lets another program listen at the same port.
+    set_socket_options([](socket_t socket) {
+        int const yes = 1;
+        setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+    });
+    set_tcp_nodelay(true);
+    set_payload_max_length(GateLimits().body);
+    set_pre_routing_handler([this](httplib::Request const& request, httplib::Response& response) {
+        return AnswerHead(request, response);
+    });
+    Post(R"([\s\S]*)",
+         [this](httplib::Request const& request, httplib::Response& response) { Answer(request, response); });
+    set_error_handler([](httplib::Request const&, httplib::Response& response) {
+        if (response.body.empty()) {
+            PageResponse problem = current ? ProblemOf(current->Gate().LastOutcome()) : PageResponse();
+            Fill(response, problem.status != 200
+                               ? problem
+                               : PageService::Failure(response.status, "the request cannot be read"));
+        }
+    });
+}
+
+int PageServer::Library::Bind(PageAddress const& address) {
+    errno = 0;
+    if (address.port == 0) {
+        return bind_to_any_port(address.address);
+    }
+    return bind_to_port(address.address, address.port) ? address.port : -1;
+}
+
+void PageServer::Library::Begin(PageService const& pageService) {
+    service = &pageService;
+    // Signals are for the main thread.
+    sigset_t all;
+    sigset_t before;
+    sigfillset(&all);
+    pthread_sigmask(SIG_SETMASK, &all, &before);
+    accepting = std::thread([this] { listen_after_bind(); });
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    while (!is_running()) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+}
+
+void PageServer::Library::End() {
+    if (!accepting.joinable()) {
+        return;
+    }
+    {
+        std::unique_lock<std::mutex> lock(mutex);
+        closed.wait_for(lock, TimeToEnd, [this] { return open.empty(); });
+    }
+    stop();
+    CloseAll();
+    accepting.join();
+}
+
+void PageServer::Library::CloseAll() {
+    std::lock_guard<std::mutex> const lock(mutex);
+    for (socket_t const socket : open) {
+        shutdown(socket, SHUT_RDWR);
+    }
+}
+
+bool PageServer::Library::process_and_close_socket(socket_t socket) {
+    {
+        std::lock_guard<std::mutex> const lock(mutex);
+        open.insert(socket);
+    }
+    GatedStream stream(socket);
+    if (WorkerThreads::IsRefusing()) {
+        // The accepting thread must not wait.
+        std::string const text = RawText(PageService::Failure(503, "too many connections; try again"));
+        send(socket, text.data(), text.size(), MSG_DONTWAIT | MSG_NOSIGNAL);
+    } else {
+        Serve(stream);
+    }
+    std::lock_guard<std::mutex> const lock(mutex);
+    open.erase(socket);
+    close(socket);
+    closed.notify_all();
+    return true;
+}
+
+void PageServer::Library::Serve(GatedStream& stream) {
+    RequestGate::Outcome const outcome = stream.Gate().ReadHead();
+    if (outcome == RequestGate::Outcome::Closed) {
+        return;
+    }
+    if (outcome != RequestGate::Outcome::Ready) {
+        std::string const text = RawText(ProblemOf(outcome));
+        stream.Gate().Write(text.data(), text.size());
+        stream.MarkRefused();
+    } else {
+        current = &stream;
+        Process<httplib::Server>(*this, &Library::process_request, stream, [](httplib::Request& request) {
+            // Parts of files are of no use here, and compression would cost time that the cycles need.
+            request.ranges.clear();
+            request.headers.erase("Range");
+            request.headers.erase("Accept-Encoding");
+        });
+        current = nullptr;
+    }
+    if (stream.IsRefused()) {
+        stream.Gate().Finish();
+    }
+}
+
+// Answers everything but a POST that may be answered, whose body is read first.
+httplib::Server::HandlerResponse PageServer::Library::AnswerHead(httplib::Request const& request,
+                                                                 httplib::Response& response) {
+    if (request.method != "POST") {
+        Answer(request, response);
+        return HandlerResponse::Handled;
+    }
+    auto const refusal = service->Refusal(RequestOf(request));
+    if (!refusal) {
+        return HandlerResponse::Unhandled;
+    }
+    Fill(response, *refusal);
+    return HandlerResponse::Handled;
+}
+
+void PageServer::Library::Answer(httplib::Request const& request, httplib::Response& response) {
+    try {
+        PageRequest const asked = RequestOf(request);
+        PageResponse const answer = service->Answer(asked);
+        if (answer.isStream && request.method == "GET") {
+            AnswerStream(asked, answer, response);
+        } else {
+            Fill(response, answer);
+        }
+    } catch (std::exception const&) {
+        Fill(response, PageService::Failure(500, "this answer has failed in the program"));
+    }
+}
+
+void PageServer::Library::AnswerStream(PageRequest const& request, PageResponse const& head,
+                                       httplib::Response& response) {
+    std::shared_ptr<StreamReader> const reader = service->OpenStream(request);
+    if (!reader) {
+        Fill(response, PageService::TooManyStreams());
+        return;
+    }
+    current->Gate().BeginStream();
+    Fill(response, head);
+    response.set_content_provider(head.type, [reader](std::size_t, httplib::DataSink& sink) {
+        for (SharedText const& text : reader->Next(WaitForMessages)) {
+            if (!sink.write(text->data(), text->size())) {
+                return false;
+            }
+        }
+        if (reader->IsOver()) {
+            sink.done();
+        }
+        return true;
+    });
+}
+
+PageServer::PageServer(PageAddress const& listening)
+    : address(listening), library(std::make_unique<Library>()) {
+    int const port = library->Bind(address);
+    if (port <= 0) {
+        std::string const reason = errno ? std::strerror(errno) : "not an address of this machine";
+        throw std::runtime_error("--page: cannot listen at " + HostText(address) + ": " + reason +
+                                 "; give another port, or none for a free one");
+    }
+    address.port = port;
+}
+
+PageServer::~PageServer() {
+    Stop();
+}
+
+void PageServer::Start(PageService const& service) {
+    library->Begin(service);
+}
+
+void PageServer::Stop() {
+    library->End();
+}
+
+}  // namespace workbench
