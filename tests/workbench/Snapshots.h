@@ -44,6 +44,13 @@ public:
     }
 
     std::vector<workbench::BlockSnapshot> All() const { return {snapshots.begin(), snapshots.end()}; }
+    std::vector<workbench::SharedSnapshot> Shared() const {
+        std::vector<workbench::SharedSnapshot> shared;
+        for (workbench::BlockSnapshot const& snapshot : snapshots) {
+            shared.push_back(std::make_shared<workbench::BlockSnapshot const>(snapshot));
+        }
+        return shared;
+    }
 
 private:
     std::deque<workbench::BlockConfig> blocks;

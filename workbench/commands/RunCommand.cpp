@@ -4,7 +4,6 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <chrono>
 #include <memory>
 #include <ostream>
 #include <stdexcept>
@@ -23,16 +22,15 @@
 #include "RunPage.h"
 #include "RunWarnings.h"
 #include "Signals.h"
+#include "TableDisplay.h"
 
 namespace workbench {
 
 namespace {
 
-constexpr std::chrono::milliseconds RefreshPeriod{100};
-
 bool ShowsTable(RunOptions const& options, Streams const& streams) {
     return options.format == OutputFormat::Table ||
-           (options.format == OutputFormat::Auto && streams.outIsTerminal);
+           (options.format == OutputFormat::Auto && streams.outIsTerminal && !Terminal(1, 0).IsForLines());
 }
 
 // Null when the table shows the log: both use the same terminal then.
@@ -50,11 +48,12 @@ std::vector<SharedSnapshot> FirstSnapshots(LoadedProject& project) {
 }
 
 std::unique_ptr<Display> MakeDisplay(RunOptions const& options, Streams const& streams, Terminal& terminal,
-                                     LogBuffer& log, ValueSetter const& setter, PromptLine const& prompt,
-                                     PlantBoard const& board) {
-    if (ShowsTable(options, streams)) {
+                                     LogBuffer& log, ValueSetter const& setter, PlantMemory const& memory,
+                                     LoadedProject const& project, bool table) {
+    if (table) {
         terminal.Begin();
-        return std::make_unique<TableDisplay>(terminal, log, setter, prompt, board);
+        return std::make_unique<TableDisplay>(terminal, TableSources{memory, setter, log},
+                                              Completions(project.Blocks()));
     }
     if (options.format == OutputFormat::Json) {
         return std::make_unique<JsonDisplay>(streams.out);
@@ -65,10 +64,10 @@ std::unique_ptr<Display> MakeDisplay(RunOptions const& options, Streams const& s
 
 void ServeTerminal(Signals& signals, Terminal& terminal, bool table) {
     if (signals.TakeResized()) {
-        terminal.Resized();
+        terminal.Redraw();
     }
     if (signals.TakeSuspendRequest()) {
-        terminal.End();
+        terminal.Suspend();
         Signals::Suspend();
         if (table) {
             terminal.Begin();
@@ -88,7 +87,7 @@ void RunUntilEnd(dorvel::Runtime& runtime, Display& display, Terminal& terminal,
         StopAtEnd const stop{runtime};
         person.ServeLines();
         runtime.Start(options.cycles);
-        while (!signals.IsStopRequested() && !display.Failed() && !runtime.WaitFinished(RefreshPeriod)) {
+        while (!signals.IsStopRequested() && !display.Failed() && !runtime.WaitFinished(display.Wait())) {
             ServeTerminal(signals, terminal, table);
             person.Serve();
             display.Refresh();
@@ -189,11 +188,9 @@ int RunProject(RunOptions const& options, Streams const& streams) {
 
     Signals signals(Terminal::EndAtOnce);
     Terminal terminal(1, 0);
-    PromptLine prompt(Completions(project.Blocks()));
     std::unique_ptr<Display> const display =
-        MakeDisplay(options, streams, terminal, log, setter, prompt, memory.board);
-    Operator person(project, setter, *display, prompt, terminal,
-                    table && isatty(streams.in) ? -1 : streams.in);
+        MakeDisplay(options, streams, terminal, log, setter, memory, project, table);
+    Operator person(project, setter, *display, table && isatty(streams.in) ? -1 : streams.in);
     CycleWatch const watch(project, host.Observed(), [&](BlockSnapshot& snapshot) {
         if (signals.IsStopRequested()) {
             return;  // the signal interrupted this cycle, which is not a fault

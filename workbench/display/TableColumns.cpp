@@ -6,25 +6,23 @@
 #include "Printable.h"
 #include "QualityText.h"
 #include "ShownValue.h"
+#include "StateColours.h"
 #include "TimeText.h"
-#include "TypeName.h"
 
 namespace workbench {
 
 namespace {
 
-constexpr std::size_t WidestColumn = 40;
-
-// The order in which columns shrink on a screen that is too narrow, and to what width.
+// The order in which columns give way on a screen that is too narrow, and to what width.
 struct Concession {
     Column where;
     std::size_t width;
 };
 
-constexpr Concession Concessions[] = {{Type, 0},      {Time, 0},     {Value, 14},  {Property, 8},
-                                      {Variable, 14}, {Quality, 6},  {Object, 10}, {Suspect, 14},
-                                      {Property, 4},  {Value, 6},    {Write, 12},  {Variable, 10},
-                                      {Suspect, 8},   {Variable, 6}, {Quality, 2}, {Object, 5}};
+constexpr Concession Concessions[] = {{Description, 16}, {Description, 0}, {Age, 0},       {Object, 0},
+                                      {Property, 0},     {Quality, 0},     {Suspect, 10},  {Write, 11},
+                                      {Value, 12},       {Suspect, 0},     {Variable, 12}, {Value, 6},
+                                      {Variable, 0}};
 
 std::size_t Total(Widths const& widths) {
     std::size_t total = Indent;
@@ -34,11 +32,20 @@ std::size_t Total(Widths const& widths) {
     return total - Gap;
 }
 
-std::string WriteCell(VariableSnapshot const& variable, long long localDiff) {
-    bool const isSet = variable.write.stage != WriteStage::None;
-    return isSet                    ? WriteText(*variable.config, variable.write, localDiff, false)
-           : variable.config->write ? "-"
-                                    : "";
+// A column that goes to 0 goes at once; another shrinks as far as is needed.
+void Concede(Widths& widths, Concession const& concession, std::size_t screenWidth) {
+    std::size_t const total = Total(widths);
+    std::size_t& width = widths[concession.where];
+    if (total <= screenWidth || width <= concession.width) {
+        return;
+    }
+    bool const goes = concession.width == 0 && concession.where != Variable;
+    width -= goes ? width : std::min(total - screenWidth, width - concession.width);
+}
+
+std::string WriteCell(VariableConfig const& variable, WriteState const& write, long long localDiff) {
+    bool const isSet = write.stage != WriteStage::None;
+    return isSet ? WriteText(variable, write, localDiff, false) : variable.write ? "-" : "";
 }
 
 // The error alone: the column says what it is.
@@ -48,73 +55,101 @@ std::string SuspectCell(std::string const& suspect) {
     return tools::Printable(isLong ? suspect.substr(origin.size()) : suspect);
 }
 
-// The column Write is shown only when a variable can be written, and Suspect when one is.
-bool IsLeftOut(std::size_t column, std::vector<Row> const& rows) {
-    return (column == Write || column == Suspect) &&
-           std::all_of(rows.begin(), rows.end(), [=](Row const& row) { return row[column].empty(); });
+char MarkOf(VariableSnapshot const& variable) {
+    if (!variable.suspect.empty()) {
+        return '~';
+    }
+    switch (KindOf(variable.state.Status)) {
+        case QualityKind::Good:
+            return ' ';
+        case QualityKind::Uncertain:
+            return '?';
+        default:
+            return '!';
+    }
 }
 
-std::string ObjectCell(std::string const& text, std::size_t width) {
-    std::size_t const blank = text.rfind(' ');
-    if (text.size() <= width || blank == std::string::npos || text.size() - blank >= width) {
-        return tools::FitTo(text, width);
+std::array<Colour, ColumnCount> ColoursOf(VariableSnapshot const& variable, WriteState const& write) {
+    std::array<Colour, ColumnCount> colours{};
+    colours[Quality] = QualityColour(variable.state.Status);
+    colours[Write] = WriteColour(write.stage);
+    colours[Age] = colours[Object] = colours[Property] = colours[Description] = Colour::Dim;
+    if (!variable.suspect.empty()) {
+        colours[Value] = colours[Suspect] = Colour::Red;
     }
-    std::string const number = text.substr(blank);
-    return tools::FitTo(text.substr(0, blank), width - number.size()) + number;
+    return colours;
 }
 
 }  // namespace
 
 Row HeaderRow() {
-    return {"Variable", "Object", "Property", "Value", "Type", "Quality", "Suspect", "Time", "Age", "Write"};
+    Row row;
+    row.cells = {"Variable", "Value",  "Quality",  "Suspect",    "Write",
+                 "Age",      "Object", "Property", "Description"};
+    row.colours.fill(Colour::Bold);
+    return row;
 }
 
-Row VariableRow(VariableSnapshot const& variable, BlockSnapshot const& block, long long now) {
+Row VariableRow(VariableSnapshot const& variable, BlockSnapshot const& block, WriteState const& write,
+                long long now) {
     VariableConfig const& config = *variable.config;
     VariableState const& state = variable.state;
-    bool const timed = state.Time != 0;
-    return {tools::Printable(config.name),
-            ObjectText(config),
-            config.property->name,
-            ShownValue(config, state.Value, block.localDiff),
-            TypeName(config.type),
-            QualityText(state.Status),
-            SuspectCell(variable.suspect),
-            timed ? ClockTime(state.Time, block.localDiff) : "-",
-            timed ? AgeText(state.Time, now) : "-",
-            WriteCell(variable, block.localDiff)};
+    Row row;
+    row.cells = {tools::Printable(config.name),
+                 ShownValue(config, state.Value, block.localDiff),
+                 QualityText(state.Status),
+                 SuspectCell(variable.suspect),
+                 WriteCell(config, write, block.localDiff),
+                 state.Time != 0 ? AgeText(state.Time, now) : "-",
+                 ObjectText(config),
+                 config.property->name,
+                 tools::Printable(config.description)};
+    row.colours = ColoursOf(variable, write);
+    row.stage = write.stage == WriteStage::None ? row.cells[Write] : StageName(write.stage);
+    row.mark = MarkOf(variable);
+    return row;
 }
 
-Widths FitColumns(std::vector<Row> const& rows, std::size_t screenWidth) {
+Widths WidthsOf(Row const& row, std::size_t screenWidth) {
     Widths widths{};
-    Row const header = HeaderRow();
     for (std::size_t column = 0; column < ColumnCount; ++column) {
-        widths[column] = IsLeftOut(column, rows) ? 0 : tools::DisplayWidth(header[column]);
-        for (Row const& row : rows) {
-            widths[column] =
-                std::max(widths[column], std::min(tools::DisplayWidth(row[column]), WidestColumn));
-        }
+        widths[column] = tools::DisplayWidth(row.cells[column]);
     }
-    for (Concession const& concession : Concessions) {
-        std::size_t const total = Total(widths);
-        std::size_t const excess = total > screenWidth ? total - screenWidth : 0;
-        std::size_t& width = widths[concession.where];
-        std::size_t const spare = width > concession.width ? width - concession.width : 0;
-        width -= concession.width == 0 && excess > 0 ? width : std::min(excess, spare);
-    }
+    widths[Variable] = std::min(widths[Variable], std::max<std::size_t>(40, screenWidth / 3));
+    widths[Value] = std::min(widths[Value], std::max<std::size_t>(24, screenWidth / 5));
+    widths[Write] = std::min(widths[Write], std::max<std::size_t>(24, screenWidth / 5));
     return widths;
 }
 
-std::string Cell(std::string const& text, std::size_t column, std::size_t width) {
-    switch (column) {
-        case Object:
-            return ObjectCell(text, width);
-        case Value:
-        case Age:
-            return tools::FitToRight(text, width);
-        default:
-            return tools::FitTo(text, width);
+Widths Wider(Widths const& left, Widths const& right) {
+    Widths widths{};
+    std::transform(left.begin(), left.end(), right.begin(), widths.begin(),
+                   [](std::size_t one, std::size_t other) { return std::max(one, other); });
+    return widths;
+}
+
+Widths FitColumns(Widths wanted, std::size_t screenWidth) {
+    for (Concession const& concession : Concessions) {
+        Concede(wanted, concession, screenWidth);
     }
+    return wanted;
+}
+
+Widths FitRow(Row const& row, Widths const& columns, std::size_t screenWidth) {
+    Widths wanted = columns;
+    for (std::size_t const column : {Variable, Value}) {
+        wanted[column] = std::max(wanted[column], tools::DisplayWidth(row.cells[column]));
+    }
+    return FitColumns(wanted, screenWidth);
+}
+
+std::string Cell(Row const& row, std::size_t column, std::size_t width) {
+    std::string const& text = row.cells[column];
+    if (column == Value || column == Age) {
+        return tools::FitToRight(text, width);
+    }
+    bool const isCut = column == Write && tools::DisplayWidth(text) > width;
+    return tools::FitTo(isCut ? row.stage : text, width);
 }
 
 }  // namespace workbench

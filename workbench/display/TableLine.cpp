@@ -31,10 +31,17 @@ void TableLine::Add(std::string const& cell, Colour colour) {
     std::size_t const left = width - used;
     std::string const shown = needed > left ? tools::FitTo(cell, left) : cell;
     used += needed > left ? left : needed;
-    if (!coloured || colour == Colour::None || shown.empty()) {
+    bool const isPlain = !coloured || (colour == Colour::None && !reversed);
+    if (isPlain || shown.empty()) {
         text += shown;
     } else {
-        text += std::string("\x1B[") + Parameter(colour) + "m" + shown + "\x1B[0m";
+        text += std::string("\x1B[") + Parameter(colour) + (reversed ? ";7m" : "m") + shown + "\x1B[0m";
+    }
+}
+
+void TableLine::FillTo(std::size_t columnsLeft) {
+    if (Left() > columnsLeft) {
+        Add(std::string(Left() - columnsLeft, ' '));
     }
 }
 

@@ -251,6 +251,15 @@ void ValueSetter::Show(BlockSnapshot& block) const {
     }
 }
 
+std::map<VariableConfig const*, WriteState> ValueSetter::States() const {
+    std::lock_guard<std::mutex> const lock(mutex);
+    std::map<VariableConfig const*, WriteState> states;
+    for (auto const& [id, entry] : entries) {
+        states[entry.variable] = Current(*entry.block, *entry.variable);
+    }
+    return states;
+}
+
 WriteState ValueSetter::StateOf(BlockConfig const& block, VariableConfig const& variable) const {
     std::lock_guard<std::mutex> const lock(mutex);
     return Current(block, variable);

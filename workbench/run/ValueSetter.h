@@ -43,6 +43,8 @@ public:
     void Show(BlockSnapshot& block) const;
     // The current state of one variable; the stage None if it was not set.
     WriteState StateOf(BlockConfig const& block, VariableConfig const& variable) const;
+    // The current states of all variables that were set.
+    std::map<VariableConfig const*, WriteState> States() const;
 
 private:
     struct Entry {

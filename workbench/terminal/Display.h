@@ -1,6 +1,6 @@
 #pragma once
 
-#include <memory>
+#include <chrono>
 #include <mutex>
 #include <ostream>
 #include <string>
@@ -9,12 +9,8 @@
 #include "JsonFormat.h"
 #include "LineFormat.h"
 #include "LogBuffer.h"
-#include "PlantBoard.h"
-#include "PromptLine.h"
 #include "SetAnswer.h"
 #include "Snapshot.h"
-#include "Terminal.h"
-#include "ValueSetter.h"
 
 namespace workbench {
 
@@ -28,8 +24,13 @@ public:
     virtual void Answer(SetAnswer const& answer) = 0;
     // Called on the main thread when the host has become the standby of a redundant pair, or is no longer.
     virtual void Standby(bool isOn);
+    // Waits for work on the main thread: for keys, or for cycles to be shown. Returns how long the caller may
+    // wait for other things before it calls Lines and Refresh.
+    virtual std::chrono::milliseconds Wait() { return std::chrono::milliseconds(100); }
+    // The lines that a person has entered since the last call: values to be set, and commands.
+    virtual std::vector<std::string> Lines() { return {}; }
     // Called on the main thread several times a second and once at the end.
-    virtual void Refresh() = 0;
+    virtual void Refresh() {}
     // True when the output cannot be written any more.
     virtual bool Failed() const = 0;
 };
@@ -42,7 +43,6 @@ public:
     TextDisplay(std::ostream& outputStream, Format cycleFormat) : stream(outputStream), format(cycleFormat) {}
 
     void Cycle(SharedSnapshot const& block) override;
-    void Refresh() override {}
     bool Failed() const override;
 
 protected:
@@ -73,32 +73,6 @@ public:
 
     void Answer(SetAnswer const& answer) override;
     void Standby(bool isOn) override;
-};
-
-// The newest cycle of each block as a table on a terminal, with the log and the line for setting values
-// below.
-class TableDisplay : public Display {
-public:
-    // The board has the blocks in the order of the table. All references must outlive the display.
-    TableDisplay(Terminal& tableTerminal, LogBuffer const& tableLog, ValueSetter const& tableSetter,
-                 PromptLine const& tablePrompt, PlantBoard const& tableBoard);
-
-    void Cycle(SharedSnapshot const&) override {}
-    void Answer(SetAnswer const& answer) override;
-    void Refresh() override;
-    bool Failed() const override { return false; }
-
-private:
-    std::string Footer(std::vector<BlockSnapshot> const& now, Screen const& screen) const;
-    // The state of the variable that was set last, whose row may not fit the screen.
-    std::string Progress(std::vector<BlockSnapshot> const& now) const;
-
-    Terminal& terminal;
-    LogBuffer const& log;
-    ValueSetter const& setter;
-    PromptLine const& prompt;
-    PlantBoard const& board;
-    SetAnswer latest;
 };
 
 }  // namespace workbench

@@ -16,17 +16,11 @@ constexpr std::string_view Blanks = " \t\r";
 
 }  // namespace
 
-Operator::Operator(LoadedProject& loadedProject, ValueSetter& valueSetter, Display& answerDisplay,
-                   PromptLine& tablePrompt, Terminal& tableTerminal, int input)
-    : project(loadedProject),
-      setter(valueSetter),
-      display(answerDisplay),
-      prompt(tablePrompt),
-      terminal(tableTerminal),
-      lines(input) {}
+Operator::Operator(LoadedProject& loadedProject, ValueSetter& valueSetter, Display& answerDisplay, int input)
+    : project(loadedProject), setter(valueSetter), display(answerDisplay), lines(input) {}
 
 void Operator::Serve() {
-    for (std::string const& line : prompt.Feed(terminal.Keys())) {
+    for (std::string const& line : display.Lines()) {
         if (!PlaysStandby(line)) {
             Assign(line);
         }

@@ -5,8 +5,6 @@
 #include "Display.h"
 #include "LineInput.h"
 #include "LoadedProject.h"
-#include "PromptLine.h"
-#include "Terminal.h"
 #include "ValueSetter.h"
 
 namespace workbench {
@@ -16,8 +14,7 @@ namespace workbench {
 class Operator {
 public:
     // All references must outlive the operator. input is the file descriptor of the lines, -1 for none.
-    Operator(LoadedProject& loadedProject, ValueSetter& valueSetter, Display& answerDisplay,
-             PromptLine& tablePrompt, Terminal& tableTerminal, int input);
+    Operator(LoadedProject& loadedProject, ValueSetter& valueSetter, Display& answerDisplay, int input);
 
     // Handles what has come since the last call; does not wait.
     void Serve();
@@ -37,8 +34,6 @@ private:
     LoadedProject& project;
     ValueSetter& setter;
     Display& display;
-    PromptLine& prompt;
-    Terminal& terminal;
     LineInput lines;
 };
 

@@ -4,6 +4,7 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <cstdlib>
@@ -14,11 +15,22 @@ namespace workbench {
 
 namespace {
 
+// The alternate screen, no cursor, and mouse events in the form SGR, by the control sequences of xterm.
+constexpr std::string_view BeginScreen = "\x1B[?1049h\x1B[?25l\x1B[?1000h\x1B[?1006h";
+constexpr std::string_view EndScreen = "\x1B[?1006l\x1B[?1000l\x1B[?25h\x1B[0m\x1B[?1049l";
 constexpr std::string_view HideCursor = "\x1B[?25l";
-constexpr std::string_view ShowCursor = "\x1B[?25h\x1B[0m";
-constexpr std::string_view ClearScreen = "\x1B[2J\x1B[H";
+constexpr std::string_view ShowCursor = "\x1B[?25h";
+constexpr std::string_view ClearScreen = "\x1B[2J";
 constexpr std::string_view ClearLine = "\x1B[K";
-constexpr std::string_view ClearBelow = "\x1B[J";
+
+std::string MoveTo(std::size_t line, std::size_t column) {
+    return "\x1B[" + std::to_string(line + 1) + ";" + std::to_string(column + 1) + "H";
+}
+
+bool IsDumb() {
+    char const* const kind = std::getenv("TERM");
+    return kind && std::strcmp(kind, "dumb") == 0;
+}
 
 // The data of EndAtOnce, outside the object so that a signal handler always finds it complete.
 struct Restoration {
@@ -61,21 +73,23 @@ std::string ReadAvailable(int handle, bool& ended) {
     return length > 0 ? std::string(octets, static_cast<std::size_t>(length)) : std::string();
 }
 
-std::string FramePainter::Paint(std::vector<std::string> const& lines) {
+std::string FramePainter::Paint(Frame const& frame) {
     std::string text;
-    if (clear) {
+    if (!isClear) {
         text += ClearScreen;
-    } else if (height > 0) {
-        text += "\r\x1B[" + std::to_string(height) + "A";
+        shown.clear();
     }
-    for (std::string const& line : lines) {
-        text += line;
-        text += ClearLine;
-        text += "\r\n";
+    std::size_t const count = std::max(shown.size(), frame.lines.size());
+    for (std::size_t i = 0; i < count; ++i) {
+        std::string const line = i < frame.lines.size() ? frame.lines[i] : "";
+        // Cleared first: after a line that fills the screen the cursor is on its last character.
+        text += i < shown.size() ? (line == shown[i] ? "" : MoveTo(i, 0) + std::string(ClearLine) + line)
+                                 : MoveTo(i, 0) + line;
     }
-    text += ClearBelow;
-    height = lines.size();
-    clear = false;
+    text += frame.cursor ? MoveTo(frame.cursor->line, frame.cursor->column) + std::string(ShowCursor)
+                         : std::string(HideCursor);
+    shown = frame.lines;
+    isClear = true;
     return text;
 }
 
@@ -97,11 +111,22 @@ void Terminal::Begin() {
         silent.c_cc[VTIME] = 0;
         tcsetattr(input, TCSANOW, &silent);
     }
-    WriteAll(output, HideCursor);
-    painter.Forget();
+    WriteAll(output, BeginScreen);
+    painter.Clear();
 }
 
 void Terminal::End() {
+    if (!begun) {
+        return;
+    }
+    Suspend();
+    for (std::string const& line : last.lines) {
+        WriteAll(output, line.empty() ? line : line + "\r\n");
+    }
+    last = {};
+}
+
+void Terminal::Suspend() {
     if (begun) {
         begun = false;
         EndAtOnce();
@@ -112,19 +137,39 @@ void Terminal::EndAtOnce() {
     if (!restoration.valid.exchange(false)) {
         return;
     }
-    WriteAll(restoration.output, ShowCursor);
+    WriteAll(restoration.output, EndScreen);
     if (restoration.hasMode) {
         tcsetattr(restoration.input, TCSANOW, &restoration.mode);
     }
 }
 
-void Terminal::Show(std::vector<std::string> const& lines) {
-    WriteAll(output, painter.Paint(lines));
+void Terminal::Show(Frame const& frame) {
+    WriteAll(output, painter.Paint(frame));
+    last = frame;
 }
 
 std::string Terminal::Keys() {
+    if (KeyHandle() < 0) {
+        return {};
+    }
     bool ended = false;
-    return begun && hasMode ? ReadAvailable(input, ended) : std::string();
+    std::string const keys = ReadAvailable(input, ended);
+    hasInput = !ended;
+    return keys;
+}
+
+int Terminal::KeyHandle() const {
+    return begun && hasMode && hasInput && IsForeground(input) ? input : -1;
+}
+
+void Terminal::Wait(int otherHandle, std::chrono::milliseconds timeout) const {
+    pollfd handles[] = {{KeyHandle(), POLLIN, 0}, {otherHandle, POLLIN, 0}};
+    poll(handles, 2, static_cast<int>(timeout.count()));
+}
+
+bool Terminal::HasKeys() const {
+    pollfd keys{KeyHandle(), POLLIN, 0};
+    return poll(&keys, 1, 0) > 0;
 }
 
 Screen Terminal::Size() const {
@@ -135,9 +180,13 @@ Screen Terminal::Size() const {
         screen.height = size.ws_row;
     }
     char const* const noColour = std::getenv("NO_COLOR");
-    char const* const kind = std::getenv("TERM");
-    screen.colour = !(noColour && *noColour) && !(kind && std::strcmp(kind, "dumb") == 0);
+    screen.colour = !(noColour && *noColour) && !IsDumb();
     return screen;
+}
+
+bool Terminal::IsForLines() const {
+    Screen const size = Size();
+    return IsDumb() || size.width < LeastWidth || size.height < LeastHeight;
 }
 
 }  // namespace workbench

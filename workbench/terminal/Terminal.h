@@ -2,27 +2,26 @@
 
 #include <termios.h>
 
+#include <chrono>
 #include <string>
 #include <vector>
 
-#include "TableFormat.h"
+#include "Frame.h"
+#include "Screen.h"
 
 namespace workbench {
 
-// Makes the text that replaces one frame by the next, with ECMA-48 sequences. It clears the rest of each line
-// and everything below the frame.
+// Makes the text that replaces one frame by the next on a screen, with ECMA-48 sequences: the lines that
+// differ, and the cursor.
 class FramePainter {
 public:
-    // Leaves the cursor at the start of the line below the frame.
-    std::string Paint(std::vector<std::string> const& lines);
-    // Begins the next frame on an empty screen, since a terminal that changes its size may wrap lines.
-    void Clear() { clear = true; }
-    // Begins the next frame at the cursor.
-    void Forget() { height = 0; }
+    std::string Paint(Frame const& frame);
+    // Begins the next frame on an empty screen, since a terminal that changes its size may move lines.
+    void Clear() { isClear = false; }
 
 private:
-    std::size_t height = 0;
-    bool clear = false;
+    std::vector<std::string> shown;
+    bool isClear = false;
 };
 
 // True when the process may read from the terminal and change its mode: the system stops a background job
@@ -32,8 +31,8 @@ bool IsForeground(int handle);
 // Reads at most 4096 octets from the handle without waiting. ended is set to true at the end of the input.
 std::string ReadAvailable(int handle, bool& ended);
 
-// A terminal that shows frames. From Begin to End it has no cursor and no echo, and delivers each key at
-// once.
+// A terminal that shows frames on its alternate screen. From Begin to End it has no echo, delivers each key
+// at once and reports the wheel and the buttons of the mouse.
 class Terminal {
 public:
     Terminal(int outputHandle, int inputHandle) : output(outputHandle), input(inputHandle) {}
@@ -42,26 +41,40 @@ public:
     ~Terminal() { End(); }
 
     void Begin();
-    // Restores the mode from before Begin; the last frame stays visible.
+    // Restores the screen and the mode from before Begin, and leaves the last frame on the screen.
     void End();
-    // End for a signal handler, for the terminal that began last.
+    // The same without the frame, for a program that is suspended.
+    void Suspend();
+    // The same for a signal handler, for the terminal that began last.
     static void EndAtOnce();
 
-    void Show(std::vector<std::string> const& lines);
+    void Show(Frame const& frame);
     // Reads the keys that have been pressed; does not wait. Empty outside Begin and End.
     std::string Keys();
-    void Resized() { painter.Clear(); }
+    // Waits until a key is pressed, or the other handle can be read, or the time is over.
+    void Wait(int otherHandle, std::chrono::milliseconds timeout) const;
+    // True if a key can be read.
+    bool HasKeys() const;
+    // The next frame is drawn as a whole.
+    void Redraw() { painter.Clear(); }
 
     // The terminal's size, or 80 by 24 when it is unknown. Colours unless NO_COLOR is set or TERM is "dumb".
     Screen Size() const;
+    // True if the terminal is too plain or too small for a table.
+    bool IsForLines() const;
 
 private:
+    // The handle on which keys come, -1 while none can come.
+    int KeyHandle() const;
+
     int output;
     int input;
     bool begun = false;
     bool hasMode = false;
+    bool hasInput = true;
     termios mode{};
     FramePainter painter;
+    Frame last;
 };
 
 }  // namespace workbench

@@ -10,43 +10,42 @@
 #include <string_view>
 
 #include "Signals.h"
+#include "WakeEvent.h"
 
 using namespace workbench;
 
 namespace {
 
-TEST(FramePainter, TheFirstFrameBeginsAtTheCursor) {
+TEST(FramePainter, TheFirstFrameIsOnAnEmptyScreen) {
     FramePainter painter;
-    EXPECT_EQ(painter.Paint({"one", "two"}), "one\x1B[K\r\ntwo\x1B[K\r\n\x1B[J");
+    EXPECT_EQ(painter.Paint({{"one", "two"}, {}}), "\x1B[2J\x1B[1;1Hone\x1B[2;1Htwo\x1B[?25l");
 }
 
-TEST(FramePainter, TheNextFrameReplacesIt) {
+TEST(FramePainter, OnlyLinesThatDifferAreDrawnAgain) {
     FramePainter painter;
-    painter.Paint({"one", "two", "three"});
-    EXPECT_EQ(painter.Paint({"four"}), "\r\x1B[3Afour\x1B[K\r\n\x1B[J");
-    EXPECT_EQ(painter.Paint({"five"}), "\r\x1B[1Afive\x1B[K\r\n\x1B[J");
+    painter.Paint({{"one", "two", "three"}, {}});
+    EXPECT_EQ(painter.Paint({{"one", "two", "three"}, {}}), "\x1B[?25l");
+    EXPECT_EQ(painter.Paint({{"one", "zwei", "three", "four"}, {}}),
+              "\x1B[2;1H\x1B[Kzwei\x1B[4;1Hfour\x1B[?25l");
+    EXPECT_EQ(painter.Paint({{"one"}, {}}), "\x1B[2;1H\x1B[K\x1B[3;1H\x1B[K\x1B[4;1H\x1B[K\x1B[?25l");
 }
 
-TEST(FramePainter, AnEmptyFrameClearsEverythingBelow) {
+TEST(FramePainter, TheCursorIsWhereAPersonTypes) {
     FramePainter painter;
-    EXPECT_EQ(painter.Paint({}), "\x1B[J");
-    EXPECT_EQ(painter.Paint({"one"}), "one\x1B[K\r\n\x1B[J");
+    painter.Paint({{"one"}, {}});
+    EXPECT_EQ(painter.Paint({{"one"}, Frame::Place{4, 9}}), "\x1B[5;10H\x1B[?25h");
+    EXPECT_EQ(painter.Paint({{"one"}, {}}), "\x1B[?25l");
 }
 
 TEST(FramePainter, AfterAChangeOfSizeTheScreenIsCleared) {
     FramePainter painter;
-    painter.Paint({"one"});
+    painter.Paint({{"one"}, {}});
     painter.Clear();
-    EXPECT_EQ(painter.Paint({"two"}), "\x1B[2J\x1B[Htwo\x1B[K\r\n\x1B[J");
-    EXPECT_EQ(painter.Paint({"three"}), "\r\x1B[1Athree\x1B[K\r\n\x1B[J");
+    EXPECT_EQ(painter.Paint({{"one"}, {}}), "\x1B[2J\x1B[1;1Hone\x1B[?25l");
 }
 
-TEST(FramePainter, AForgottenFrameStays) {
-    FramePainter painter;
-    painter.Paint({"one"});
-    painter.Forget();
-    EXPECT_EQ(painter.Paint({"two"}), "two\x1B[K\r\n\x1B[J");
-}
+constexpr char Begins[] = "\x1B[?1049h\x1B[?25l\x1B[?1000h\x1B[?1006h";
+constexpr char Ends[] = "\x1B[?1006l\x1B[?1000l\x1B[?25h\x1B[0m\x1B[?1049l";
 
 // A pseudo-terminal of the system; person is its other side.
 class PseudoTerminal : public testing::Test {
@@ -98,15 +97,30 @@ TEST_F(PseudoTerminal, IsLeftAsItWas) {
         Terminal terminal(program, program);
         terminal.Begin();
         EXPECT_FALSE(Echoes());
-        EXPECT_EQ(Seen(), "\x1B[?25l");
-        terminal.Show({"one"});
-        EXPECT_EQ(Seen(), "one\x1B[K\r\r\n\x1B[J");
+        EXPECT_EQ(Seen(), Begins);
+        terminal.Show({{"one", "", "two"}, {}});
+        EXPECT_EQ(Seen(), "\x1B[2J\x1B[1;1Hone\x1B[2;1H\x1B[3;1Htwo\x1B[?25l");
     }
     termios const after = Mode();
     EXPECT_EQ(after.c_lflag, before.c_lflag);
     EXPECT_EQ(after.c_iflag, before.c_iflag);
     EXPECT_EQ(after.c_oflag, before.c_oflag);
-    EXPECT_EQ(Seen(), "\x1B[?25h\x1B[0m");
+    EXPECT_EQ(Seen(), std::string(Ends) + "one\r\r\ntwo\r\r\n") << "the last frame stays visible";
+}
+
+TEST_F(PseudoTerminal, ASuspendedProgramLeavesNoFrame) {
+    Terminal terminal(program, program);
+    terminal.Begin();
+    terminal.Show({{"one"}, {}});
+    Seen();
+    terminal.Suspend();
+    EXPECT_TRUE(Echoes());
+    EXPECT_EQ(Seen(), Ends);
+    terminal.Begin();
+    EXPECT_FALSE(Echoes());
+    EXPECT_EQ(Seen(), Begins);
+    terminal.Show({{"one"}, {}});
+    EXPECT_EQ(Seen(), "\x1B[2J\x1B[1;1Hone\x1B[?25l");
 }
 
 TEST_F(PseudoTerminal, EndsOnce) {
@@ -115,7 +129,7 @@ TEST_F(PseudoTerminal, EndsOnce) {
     terminal.Begin();
     terminal.End();
     terminal.End();
-    EXPECT_EQ(Seen(), "\x1B[?25l\x1B[?25h\x1B[0m");
+    EXPECT_EQ(Seen(), std::string(Begins) + Ends);
     EXPECT_TRUE(Echoes());
 }
 
@@ -130,10 +144,32 @@ TEST_F(PseudoTerminal, DeliversEachKeyAtOnce) {
         keys += terminal.Keys();
     }
     EXPECT_EQ(keys, "sa");
-    EXPECT_EQ(Seen(), "\x1B[?25l");
+    EXPECT_EQ(Seen(), Begins);
     terminal.End();
     ASSERT_EQ(write(person, "x\n", 2), 2);
     EXPECT_EQ(terminal.Keys(), "");
+}
+
+TEST_F(PseudoTerminal, AKeyEndsAWait) {
+    Terminal terminal(program, program);
+    terminal.Begin();
+    EXPECT_FALSE(terminal.HasKeys());
+    ASSERT_EQ(write(person, "s", 1), 1);
+    terminal.Wait(-1, std::chrono::hours(1));
+    EXPECT_TRUE(terminal.HasKeys());
+    EXPECT_EQ(terminal.Keys(), "s");
+}
+
+TEST_F(PseudoTerminal, AnEventEndsAWait) {
+    Terminal terminal(program, program);
+    terminal.Begin();
+    WakeEvent const event;
+    EXPECT_FALSE(event.Take());
+    event.Notify();
+    event.Notify();
+    terminal.Wait(event.Handle(), std::chrono::hours(1));
+    EXPECT_TRUE(event.Take());
+    EXPECT_FALSE(event.Take());
 }
 
 TEST_F(PseudoTerminal, ASignalHandlerCanEndIt) {
@@ -141,7 +177,7 @@ TEST_F(PseudoTerminal, ASignalHandlerCanEndIt) {
     terminal.Begin();
     Terminal::EndAtOnce();
     EXPECT_TRUE(Echoes());
-    EXPECT_EQ(Seen(), "\x1B[?25l\x1B[?25h\x1B[0m");
+    EXPECT_EQ(Seen(), std::string(Begins) + Ends);
     Terminal::EndAtOnce();
     EXPECT_EQ(Seen(), "");
 }
@@ -168,6 +204,15 @@ TEST_F(PseudoTerminal, HasASizeAndColours) {
     unsetenv("NO_COLOR");
     setenv("TERM", "dumb", 1);
     EXPECT_FALSE(terminal.Size().colour);
+    EXPECT_TRUE(terminal.IsForLines());
+    setenv("TERM", "xterm", 1);
+    EXPECT_FALSE(terminal.IsForLines());
+    for (auto const& [columns, rows] : {std::pair(39, 24), std::pair(80, 7), std::pair(30, 5)}) {
+        size.ws_col = static_cast<unsigned short>(columns);
+        size.ws_row = static_cast<unsigned short>(rows);
+        ioctl(program, TIOCSWINSZ, &size);
+        EXPECT_TRUE(terminal.IsForLines()) << columns;
+    }
     Terminal const none(-1, -1);
     EXPECT_EQ(none.Size().width, 80u);
     EXPECT_EQ(none.Size().height, 24u);

@@ -1,0 +1,107 @@
+#include "DetailView.h"
+
+#include <algorithm>
+
+#include "DetailText.h"
+#include "Printable.h"
+#include "QualityText.h"
+#include "SetRequest.h"
+#include "ShownValue.h"
+#include "StateColours.h"
+#include "TimeText.h"
+#include "TypeName.h"
+#include "Units.h"
+
+namespace workbench {
+
+namespace {
+
+std::string TimeWords(long long time, long long localDiff, long long now) {
+    return time == 0 ? "" : IsoTime(time, localDiff) + ", " + AgeText(time, now) + " ago";
+}
+
+std::string UnitWords(VariableConfig const& variable) {
+    std::string const symbol = UnitText(variable.unit);
+    return symbol == variable.unit || symbol.empty() ? variable.unit : symbol + ", " + variable.unit;
+}
+
+// "1 off, 2 automatic".
+std::string StateWords(VariableConfig const& variable) {
+    constexpr std::size_t most = 100;
+    std::size_t const first = StatesOf(variable) == States::FromOne ? 1 : 0;
+    std::size_t const count = std::min(variable.stateTexts.size(), most);
+    std::string words;
+    for (std::size_t i = 0; i < count; ++i) {
+        words += (i > 0 ? ", " : "") + std::to_string(first + i) + " " + variable.stateTexts[i];
+    }
+    return count < variable.stateTexts.size() ? words + " and more" : words;
+}
+
+void AddNow(VariableSnapshot const& variable, BlockSnapshot const& block, WriteState const& write,
+            long long changed, long long now, DetailText& text) {
+    VariableState const& state = variable.state;
+    text.Add("Value", ShownValue(*variable.config, state.Value, block.localDiff),
+             variable.suspect.empty() ? Colour::Bold : Colour::Red);
+    text.Add("Quality", QualityText(state.Status) + ", " + StatusText(state.Status),
+             QualityColour(state.Status));
+    text.Add("Suspect", variable.suspect, Colour::Red);
+    text.Add("Time", TimeWords(state.Time, block.localDiff, now));
+    text.Add("Last change", TimeWords(changed, block.localDiff, now));
+    bool const isSet = write.stage != WriteStage::None;
+    text.Add("Write",
+             isSet                    ? WriteText(*variable.config, write, block.localDiff, true)
+             : variable.config->write ? "nothing set in this run"
+                                      : "cannot be set",
+             WriteColour(write.stage));
+}
+
+void AddPoint(PointFields const& point, DetailText& text) {
+    text.Add("Object name", point.objectName);
+    text.Add("Key name", point.keyName);
+    text.Add("Vendor address", point.vendorAddress);
+    text.Add("Default", point.defaultValue);
+}
+
+void AddProject(VariableConfig const& variable, DetailText& text) {
+    text.Add("Object", ObjectText(variable));
+    text.Add("Property", variable.property->name);
+    text.Add("Type", TypeName(variable.type));
+    text.Add("Unit", UnitWords(variable));
+    text.Add("States", StateWords(variable));
+    text.Add("Description", variable.description);
+    AddPoint(variable.point, text);
+}
+
+void AddBlock(BlockSnapshot const& block, DetailText& text) {
+    text.Add("Block", block.config->name);
+    text.Add("State", StateText(block), BlockColour(block));
+    for (Cause const& cause : block.causes) {
+        text.Add("", cause.text, IsFault(block) ? Colour::Red : Colour::Yellow);
+    }
+    text.Add("Address", block.config->address);
+    text.Add("Device", block.config->deviceInstance ? std::to_string(*block.config->deviceInstance) : "");
+    text.Add("Task", block.config->task);
+    text.Add("Cycle", std::to_string(block.cycle));
+}
+
+}  // namespace
+
+std::vector<std::string> DetailLines(PlantRows const& rows, std::size_t block, std::size_t variable,
+                                     VariableFacts const& facts, Screen const& screen, long long now) {
+    BlockSnapshot const& snapshot = *rows.Plant().blocks[block];
+    VariableSnapshot const& shown = snapshot.variables[variable];
+    DetailText text(screen);
+    text.Title(FullName(*snapshot.config, *shown.config));
+    AddNow(shown, snapshot, rows.Plant().WriteOf(shown), rows.Changes().Of(block, variable), now, text);
+    AddProject(*shown.config, text);
+    AddBlock(snapshot, text);
+    if (!facts.log.empty()) {
+        text.Title("Log");
+        for (std::string const& line : facts.log) {
+            text.Line(line);
+        }
+    }
+    return text.Lines();
+}
+
+}  // namespace workbench

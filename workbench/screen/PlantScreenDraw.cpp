@@ -1,0 +1,206 @@
+// The drawing of a PlantScreen.
+
+#include <algorithm>
+
+#include "DetailView.h"
+#include "KeyTable.h"
+#include "PlantScreen.h"
+#include "Printable.h"
+#include "SetRequest.h"
+#include "TableLine.h"
+#include "WriteState.h"
+
+namespace workbench {
+
+namespace {
+
+constexpr std::size_t LinesBelow = 2;  // the status and the message
+
+std::vector<std::string> TooSmall(Screen const& screen) {
+    TableLine line(screen.width, false);
+    line.Add("The window is " + std::to_string(screen.width) + "x" + std::to_string(screen.height) +
+             "; the table needs " + std::to_string(LeastWidth) + "x" + std::to_string(LeastHeight));
+    return {line.Text()};
+}
+
+std::vector<std::string> Printed(std::vector<std::string> const& texts, Screen const& screen) {
+    std::vector<std::string> lines;
+    for (std::string const& text : texts) {
+        TableLine line(screen.width, screen.colour);
+        line.Add(tools::Printable(text));
+        lines.push_back(line.Text());
+    }
+    return lines;
+}
+
+// The log below the table: a heading and the newest lines, at most a third of the screen.
+std::vector<std::string> NewestLog(std::vector<std::string> const& log, Screen const& screen) {
+    constexpr std::size_t most = 6;
+    std::size_t const count = std::min({log.size(), most, screen.height / 4});
+    if (count == 0) {
+        return {};
+    }
+    TableLine title(screen.width, screen.colour);
+    title.Add("Log", Colour::Dim);
+    std::vector<std::string> lines =
+        Printed({log.end() - static_cast<std::ptrdiff_t>(count), log.end()}, screen);
+    lines.insert(lines.begin(), title.Text());
+    return lines;
+}
+
+// What Tab has found, in as many columns as fit; what does not fit is counted.
+std::vector<std::string> CandidateLines(std::vector<std::string> const& names, Screen const& screen) {
+    std::size_t const most = std::max<std::size_t>(screen.height / 3, 2);
+    std::size_t widest = 1;
+    for (std::string const& name : names) {
+        widest = std::max(widest, tools::DisplayWidth(tools::Printable(name)) + 2);
+    }
+    std::size_t const perLine = std::max<std::size_t>((screen.width - 1) / widest, 1);
+    std::size_t const lineCount = (names.size() + perLine - 1) / perLine;
+    std::size_t const shownLines = lineCount <= most ? lineCount : most - 1;
+    std::vector<std::string> lines;
+    std::size_t next = 0;
+    for (std::size_t i = 0; i < shownLines; ++i) {
+        TableLine line(screen.width, screen.colour);
+        for (std::size_t column = 0; column < perLine && next < names.size(); ++column) {
+            line.Add(column == 0 ? "  " : "");
+            line.Add(tools::FitTo(tools::Printable(names[next++]), widest), Colour::Yellow);
+        }
+        lines.push_back(line.Text());
+    }
+    if (next < names.size()) {
+        lines.push_back("  ... " + std::to_string(names.size() - next) + " more; type some letters");
+    }
+    return lines;
+}
+
+// Adds a text that a person edits, and the cursor in it. A text that is too long shows the part before the
+// cursor.
+void AddEdited(EditLine const& edited, Screen const& screen, TableLine& line, Frame& frame) {
+    std::string const before = tools::Printable(edited.Text().substr(0, edited.Cursor()));
+    std::string const after = tools::Printable(edited.Text().substr(edited.Cursor()));
+    std::size_t const room = line.Left() > 1 ? line.Left() - 1 : 1;
+    std::string shown = before;
+    while (tools::DisplayWidth(shown) > room) {
+        shown.erase(0, 1);
+        while (!shown.empty() && (static_cast<unsigned char>(shown.front()) & 0xC0) == 0x80) {
+            shown.erase(0, 1);
+        }
+    }
+    line.Add(shown);
+    frame.cursor = Frame::Place{frame.lines.size(), screen.width - std::max<std::size_t>(line.Left(), 1)};
+    line.Add(after);
+}
+
+// "filter supply 21, only bad, only changed".
+std::string ChoiceWords(RowChoice const& choice) {
+    std::string words = choice.filter.empty() ? "" : "filter \"" + tools::Printable(choice.filter) + "\"";
+    auto const add = [&](bool isOn, char const* word) {
+        words += isOn ? (words.empty() ? "" : ", ") + std::string(word) : "";
+    };
+    add(choice.onlyBad, "only bad");
+    add(choice.onlyChanged, "only changed");
+    add(choice.onlyWritable, "only writable");
+    return words;
+}
+
+std::string CountWords(PlantRows const& rows) {
+    std::string const all = std::to_string(rows.VariableCount());
+    return (rows.Choice().IsAll() ? all : std::to_string(rows.ShownCount()) + " of " + all) +
+           (rows.VariableCount() == 1 ? " variable" : " variables");
+}
+
+}  // namespace
+
+Frame PlantScreen::Draw(Screen const& screen) {
+    if (screen.width < LeastWidth || screen.height < LeastHeight) {
+        return {TooSmall(screen), {}};
+    }
+    Frame frame;
+    std::vector<std::string> const candidates = prompt.IsOpen() && !prompt.Candidates().empty()
+                                                    ? CandidateLines(prompt.Candidates(), screen)
+                                                    : std::vector<std::string>();
+    std::size_t const height = screen.height - LinesBelow - candidates.size();
+    frame.lines = Body(screen, height);
+    frame.lines.resize(height);
+    frame.lines.insert(frame.lines.end(), candidates.begin(), candidates.end());
+    AddStatus(screen, frame);
+    AddMessage(screen, frame);
+    return frame;
+}
+
+std::vector<std::string> PlantScreen::Body(Screen const& screen, std::size_t height) {
+    switch (view) {
+        case View::Detail:
+            return text.Draw(DetailLines(rows, detailBlock, detailVariable, facts, screen, time), height);
+        case View::Log:
+            return text.Draw(Printed(log, screen), height);
+        case View::Help:
+            return text.Draw(HelpLines(screen), height);
+        default:
+            return TableWithLog(screen, height);
+    }
+}
+
+std::vector<std::string> PlantScreen::TableWithLog(Screen const& screen, std::size_t height) {
+    std::vector<std::string> const logLines = NewestLog(log, screen);
+    std::size_t const tableHeight = height - logLines.size();
+    std::vector<std::string> lines = table.Draw(rows, screen, tableHeight, time);
+    if (rows.Rows().empty()) {
+        lines.push_back("    No variable is chosen; Esc shows all again");
+    }
+    lines.resize(tableHeight);
+    lines.insert(lines.end(), logLines.begin(), logLines.end());
+    return lines;
+}
+
+void PlantScreen::AddStatus(Screen const& screen, Frame& frame) const {
+    TableLine line(screen.width, screen.colour);
+    if (isFiltering) {
+        std::string const count = "  " + CountWords(rows);
+        line.Add("Filter: ", Colour::Bold);
+        AddEdited(filter, screen, line, frame);
+        line.Add(count, Colour::Dim);
+    } else if (view == View::Table) {
+        line.Add(CountWords(rows), Colour::Dim);
+        line.Add(rows.Choice().IsAll() ? "" : "  " + ChoiceWords(rows.Choice()), Colour::Yellow);
+    } else {
+        char const* const name = view == View::Log ? "Log" : view == View::Help ? "Keys" : "Details";
+        line.Add(name + (", " + text.Where()), Colour::Dim);
+    }
+    frame.lines.push_back(line.Text());
+}
+
+void PlantScreen::AddMessage(Screen const& screen, Frame& frame) const {
+    TableLine line(screen.width, screen.colour);
+    if (prompt.IsOpen()) {
+        line.Add("Block.Variable = value: ", Colour::Bold);
+        AddEdited(prompt.Line(), screen, line, frame);
+    } else if (!answer.mistake.empty()) {
+        line.Add(tools::Printable(answer.mistake), Colour::Red);
+    } else if (!answer.target.empty()) {
+        line.Add(Progress(), Colour::Dim);
+    } else if (view == View::Table) {
+        line.Add(prompt.HasNames() ? "? keys  / filter  Enter details  l log  s set"
+                                   : "? keys  / filter  Enter details  l log",
+                 Colour::Dim);
+    } else {
+        line.Add("q back  ? keys", Colour::Dim);
+    }
+    frame.lines.push_back(line.Text());
+}
+
+// The state of the variable that was set last, whose row may not be visible.
+std::string PlantScreen::Progress() const {
+    for (SharedSnapshot const& block : rows.Plant().blocks) {
+        for (VariableSnapshot const& variable : block->variables) {
+            if (variable.config == answer.variable) {
+                return tools::Printable(answer.target) + " = " +
+                       WriteText(*variable.config, rows.Plant().WriteOf(variable), block->localDiff, true);
+            }
+        }
+    }
+    return {};
+}
+
+}  // namespace workbench

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <chrono>
+#include <string>
+#include <vector>
+
+#include "Display.h"
+#include "KeyDecoder.h"
+#include "LogBuffer.h"
+#include "PlantMemory.h"
+#include "PlantScreen.h"
+#include "Terminal.h"
+#include "ValueSetter.h"
+#include "WakeEvent.h"
+
+namespace workbench {
+
+// What the table shows and where it takes it from. All must outlive the display.
+struct TableSources {
+    PlantMemory const& memory;
+    ValueSetter const& setter;
+    LogBuffer const& log;
+};
+
+// The screen of a run on a terminal (PlantScreen.h). A key is shown at once, a cycle at most 40 ms after it
+// has ended.
+class TableDisplay : public Display {
+public:
+    // The terminal must have begun. completions are what may be typed in the line for values.
+    TableDisplay(Terminal& tableTerminal, TableSources const& tableSources,
+                 std::vector<std::string> completions);
+
+    void Cycle(SharedSnapshot const& block) override;
+    void Answer(SetAnswer const& answer) override;
+    std::chrono::milliseconds Wait() override;
+    std::vector<std::string> Lines() override;
+    void Refresh() override;
+    bool Failed() const override { return false; }
+
+private:
+    void Update();
+    VariableFacts FactsOf(VariableConfig const& variable) const;
+
+    Terminal& terminal;
+    TableSources sources;
+    PlantScreen screen;
+    KeyDecoder decoder;
+    WakeEvent cycles;
+    std::chrono::steady_clock::time_point shownAt{};
+};
+
+}  // namespace workbench
