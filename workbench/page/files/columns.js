@@ -3,7 +3,7 @@
 // cell, set() draws a variable into it.
 
 import {Nothing, valueParts} from './format.js';
-import {makeSign, setQuality, setSuspect, setWrite} from './signs.js';
+import {makeSign, setQualityAndSuspect, setWrite} from './signs.js';
 import {make, setAttribute, setText} from './dom.js';
 
 const Midnight = 86400000;
@@ -36,24 +36,27 @@ const Name = {
   },
 };
 
+// Kinds whose values are aligned before the column of units.
+const Aligned = ['number', 'state', 'boolean'];
+
 const Value = {
-  key: 'value', title: 'Value', width: 'minmax(9.5rem, 2fr)', from: 0,
+  key: 'value', title: 'Value', width: 'minmax(11rem, 2fr)', from: 0,
   make: () => make('span.value', {}, make('span.value-main.cut'), make('span.value-side')),
   set: (content, variable) => {
     const {main, side} = valueParts(variable);
     setText(content.firstChild, main);
     setText(content.lastChild, side);
+    content.classList.toggle('whole', !side && !Aligned.includes(variable.kind));
     setAttribute(content, 'title', main.length > 14 ? main : null);
   },
 };
 
 const Quality = {
   key: 'quality', title: 'Quality', width: 'minmax(9rem, 1.8fr)', from: 34,
-  make: () => make('span.signs', {}, makeSign(), makeSign()),
-  set: (content, variable) => {
-    setQuality(content.firstChild, variable.now);
-    setSuspect(content.lastChild, variable.now);
-    setAttribute(content, 'title', variable.now?.suspect || null);
+  make: makeSign,
+  set: (content, {now}) => {
+    setQualityAndSuspect(content, now);
+    setAttribute(content, 'title', now?.suspect || null);
   },
 };
 
@@ -72,8 +75,8 @@ export const Columns = [
   Quality,
   Write,
   textColumn('block', 'Block', 'minmax(7rem, 1.3fr)', 52, (variable) => variable.block.name),
-  textColumn('object', 'Object', 'minmax(8rem, 1.2fr)', 64, (variable) => variable.object),
-  textColumn('property', 'Property', 'minmax(7rem, 1fr)', 88, (variable) => variable.property),
+  textColumn('object', 'Object', 'minmax(10rem, 1.2fr)', 64, (variable) => variable.object),
+  textColumn('property', 'Property', 'minmax(9rem, 1fr)', 100, (variable) => variable.property),
   textColumn('changed', 'Changed', '6.5rem', 76, (variable) => clockText(variable.changedAt)),
   textColumn('description', 'Description', 'minmax(10rem, 2fr)', 112, (variable) => variable.description ?? ''),
 ];

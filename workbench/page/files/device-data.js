@@ -1,7 +1,7 @@
 // What the device itself says of the object of a variable, read by the BACnet standard when a person asks for it.
 
 import {announce, make, setText} from './dom.js';
-import {timeText} from './format.js';
+import {shortTime} from './format.js';
 
 const AgainMs = 500;
 const MostAttempts = 60;
@@ -16,7 +16,7 @@ export function makeDeviceData(variable, api) {
 
   function show({state, reason, time, properties}) {
     list.replaceChildren(...properties.map(({name, value}) => [make('dt', {}, name), make('dd', {}, value)]).flat());
-    setText(message, state === 'failed' ? `Not read: ${reason}` : `Read at ${timeText(time)}${reason ? `, ${reason}` : ''}`);
+    setText(message, state === 'failed' ? `Not read: ${reason}` : `Read at ${shortTime(time)}${reason ? `, ${reason}` : ''}`);
     announce(message.textContent);
   }
 

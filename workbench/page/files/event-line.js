@@ -1,6 +1,6 @@
 // An event in one or two lines: time, kind, block and variable, text.
 
-import {timeText} from './format.js';
+import {shortTime} from './format.js';
 import {make} from './dom.js';
 import {eventSign} from './signs.js';
 
@@ -15,10 +15,8 @@ export function eventPlace(event, store) {
     event.variable && ['.', variable ? make('a', {href: `#/variables/${variable.id}`}, event.variable) : event.variable]);
 }
 
-export const plantToday = (store) => store.blocks.find(({now}) => now)?.now.time.slice(0, 10) ?? '';
-
 export function eventLine(event, store) {
   return make('div.event-line', {},
-    make('time.dim', {datetime: event.time}, timeText(event.time, plantToday(store))), eventSign(event.kind),
+    make('time.dim', {datetime: event.time}, shortTime(event.time)), eventSign(event.kind),
     eventPlace(event, store), make('span.event-text', {}, event.text));
 }

@@ -1,7 +1,7 @@
 // #/events: faults, recoveries, writes, suspects. The newest first, with search and filters, and links to the lists as CSV.
 
-import {countText, timeText} from './format.js';
-import {eventPlace, plantToday} from './event-line.js';
+import {countText, shortTime} from './format.js';
+import {eventPlace} from './event-line.js';
 import {make, everyFrame, setText} from './dom.js';
 import {eventSign, eventWords} from './signs.js';
 import {wordsOf} from './choice.js';
@@ -11,10 +11,10 @@ const Step = 200;
 const fits = (event, {words, kind, block}) => (!kind || eventWords(event.kind) === kind) && (!block || event.block === block) &&
   words.every((word) => `${event.block} ${event.variable ?? ''} ${event.text}`.toLocaleLowerCase('en-GB').includes(word));
 
-function makeRow(event, store, today) {
+function makeRow(event, store) {
   const cell = (name, title, ...content) => make(`td.${name}`, {'data-title': title}, ...content);
   return make('tr', {},
-    cell('when', 'Time', make('time', {datetime: event.time}, timeText(event.time, today))),
+    cell('when', 'Time', make('time', {datetime: event.time}, shortTime(event.time))),
     cell('kind', 'Kind', eventSign(event.kind)),
     cell('where', 'Where', eventPlace(event, store)),
     cell('what', 'What', event.text));
@@ -48,8 +48,7 @@ export function mount(element, {store, query}) {
     addKinds();
     const choice = {words: wordsOf(search.value), kind: kind.value, block: block.value};
     const found = store.events.filter((event) => fits(event, choice)).reverse();
-    const today = plantToday(store);
-    rows.replaceChildren(...found.slice(0, most).map((event) => makeRow(event, store, today)));
+    rows.replaceChildren(...found.slice(0, most).map((event) => makeRow(event, store)));
     more.hidden = found.length <= most;
     none.hidden = found.length > 0;
     setText(none, store.events.length ? 'No event fits.' : 'Nothing has happened since the run began.');

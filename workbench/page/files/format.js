@@ -27,6 +27,23 @@ export function timeText(iso, today = '') {
   return date === today ? time : `${date} ${time}`;
 }
 
+// The offset of a time in ms, such as "+01:00" at its end; 0 for "Z".
+export function offsetMs(iso) {
+  const [, sign, hours, minutes] = /([+-])(\d\d):(\d\d)$/.exec(iso ?? '') ?? [];
+  return sign ? (sign === '-' ? -1 : 1) * (Number(hours) * 60 + Number(minutes)) * 60000 : 0;
+}
+
+// The present date in the offset of such a time, "2026-11-21".
+export const todayAt = (iso, clock = Date.now()) => new Date(clock + offsetMs(iso)).toISOString().slice(0, 10);
+
+// "21:30:33", or with the date if it is not today.
+export const shortTime = (iso, clock) => timeText(iso, iso ? todayAt(iso, clock) : '');
+
+// "4.4 ms", "1.3 s".
+export function millisecondsText(value) {
+  return value < 1000 ? `${Number(value.toPrecision(2))} ms` : `${Number((value / 1000).toPrecision(2))} s`;
+}
+
 // The value as people read it: {main, side}. `side` is the unit, or the number of a state.
 export function valueParts(variable, now = variable.now) {
   const value = now?.value;
@@ -77,8 +94,8 @@ export function durationText(ms) {
   return seconds < 48 * 3600 ? `${Math.round(seconds / 3600)} h` : `${Math.round(seconds / 86400)} days`;
 }
 
-// "1 variable", "10 000 variables".
-export function countText(number, one, many = `${one}s`) {
-  const digits = String(number).replace(/\B(?=(\d{3})+$)/g, '\u202F');
-  return `${digits} ${number === 1 ? one : many}`;
-}
+// "10,000".
+export const groupedText = (number) => String(number).replace(/\B(?=(\d{3})+$)/g, ',');
+
+// "1 variable", "10,000 variables".
+export const countText = (number, one, many = `${one}s`) => `${groupedText(number)} ${number === 1 ? one : many}`;

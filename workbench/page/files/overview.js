@@ -1,7 +1,7 @@
 // #/: the state of the plant at a glance. Figures that lead to the variables they count, a card for each block, and the
 // latest events.
 
-import {BlockWords, countText, numberText, timeText} from './format.js';
+import {BlockWords, countText, groupedText, millisecondsText, shortTime} from './format.js';
 import {eventLine} from './event-line.js';
 import {make, everyFrame, setAttribute, setText} from './dom.js';
 import {makeSign, setBlockState} from './signs.js';
@@ -16,21 +16,29 @@ const Figures = [
   {title: 'suspect values', tone: 'warn', href: '#/variables?only=suspect', of: ({counts}) => counts.suspect},
   {title: 'writes pending', tone: 'note', href: '#/variables?only=pending', of: ({counts}) => counts.pending},
   {title: 'writes failed', tone: 'bad', href: '#/variables?only=failed', of: ({counts}) => counts.failed},
+  {title: 'overruns of tasks', tone: 'warn', href: null, of: overruns},
 ];
+
+// The blocks of a task have the same number, the newest is the highest.
+function overruns({blocks}) {
+  const tasks = new Map();
+  for (const {task, now} of blocks) {
+    tasks.set(task, Math.max(tasks.get(task) ?? 0, now?.overruns ?? 0));
+  }
+  return [...tasks.values()].reduce((sum, number) => sum + number, 0);
+}
 
 const stateOf = (block) => blockState(block.now);
 
 function makeFigure({title, href}) {
   const number = make('b');
-  return {number, element: make('a.figure', {href}, number, make('span', {}, title))};
+  return {number, element: make(href ? 'a.figure' : 'div.figure', {href}, number, make('span', {}, title))};
 }
 
 function setFigure({element, number}, figure, value) {
-  setText(number, numberText(value));
+  setText(number, groupedText(value));
   setAttribute(element, 'data-tone', value ? figure.tone : 'none');
 }
-
-const milliseconds = (value) => `${value < 100 ? Number(value.toPrecision(2)) : Math.round(value)} ms`;
 
 // "250 variables, 3 bad, 1 write pending"
 function contentsText({variables, counts}) {
@@ -45,20 +53,24 @@ function contentsText({variables, counts}) {
   return parts.join(', ');
 }
 
+const taskText = ({task, period_ms: period}) => `${task}${period ? ` every ${millisecondsText(period)}` : ''}`;
+
 function makeCard(block) {
   const state = makeSign();
   const cycle = make('span.dim');
   const contents = make('span');
-  const times = make('p.times');
+  const times = ['last', 'median', 'most'].map((title) => {
+    const value = make('dd');
+    return {value, element: make('div', {}, make('dt', {}, title), value)};
+  });
+  const timeList = make('dl.times', {'aria-label': 'Cycle times'}, times.map((time) => time.element));
   const bar = make('progress.load', {max: block.period_ms || 1000, value: 0, 'aria-label': 'Time of the latest cycle in its period'});
   const overruns = makeSign();
   const causes = make('ul.causes');
   const element = make('li.card', {},
     make('div.card-head', {}, make('h2', {}, make('a', {href: `#/variables?block=${block.id}`}, block.name)), state),
-    make('p.dim', {}, [block.address, block.task && `task ${block.task}`, block.period_ms && `every ${milliseconds(block.period_ms)}`]
-      .filter(Boolean).join(' \u00B7 ')),
-    make('p', {}, contents), bar, times, make('p.card-foot', {}, cycle, overruns), causes);
-  return {element, block, state, cycle, contents, times, bar, overruns, causes, shownCauses: ''};
+    make('p.dim.cut', {}, `${block.address}, ${taskText(block)}`), make('p', {}, contents), causes, bar, timeList, make('p.card-foot', {}, cycle, overruns));
+  return {element, block, state, cycle, contents, times, timeList, bar, overruns, causes, shownCauses: ''};
 }
 
 // The list of causes is made again only if it is another one.
@@ -69,7 +81,7 @@ function setCauses(card, causes) {
   }
   card.shownCauses = key;
   card.causes.replaceChildren(...causes.map(({text, since}) =>
-    make('li', {}, text, make('span.dim', {}, ` since ${timeText(since)}`))));
+    make('li', {}, text, make('span.dim', {}, ` since ${shortTime(since)}`))));
 }
 
 function drawCard(card) {
@@ -79,14 +91,13 @@ function drawCard(card) {
   setAttribute(card.element, 'data-state', state);
   setBlockState(card.state, state, now?.error);
   setText(card.contents, contentsText(block));
-  setText(card.cycle, now?.cycle ? `cycle ${numberText(now.cycle)}` : 'no cycle yet');
+  setText(card.cycle, now?.cycle ? `cycle ${groupedText(now.cycle)}` : 'no cycle yet');
   const times = now?.cycle ? now.cycle_ms : null;
-  setText(card.times, times
-    ? `${milliseconds(times.last)} last, ${milliseconds(times.median)} median, ${milliseconds(times.maximum)} most`
-    : '');
   card.bar.hidden = !times;
+  card.timeList.hidden = !times;
   if (times) {
     card.bar.value = times.last;
+    ['last', 'median', 'maximum'].forEach((name, index) => setText(card.times[index].value, millisecondsText(times[name])));
   }
   card.overruns.className = now?.overruns ? 'sign warn' : 'sign plain';
   setText(card.overruns.firstChild, now?.overruns ? '\u25B2' : '');
@@ -94,14 +105,24 @@ function drawCard(card) {
   setCauses(card, now?.causes ?? []);
 }
 
-function statesText(blocks) {
-  const numbers = Object.keys(BlockWords).map((state) => [state, blocks.filter((block) => stateOf(block) === state).length]);
-  return numbers.filter(([, number]) => number).map(([state, number]) => `${number} ${BlockWords[state]}`).join(', ');
+// "✓ 34 OK  ✕ 3 FAULT": a sign for each state, hidden without a block in it.
+function makeStates(store) {
+  const signs = Object.keys(BlockWords).map((state) => [state, makeSign()]);
+  return {
+    element: make('span.states', {}, signs.map(([, element]) => element)),
+    draw() {
+      for (const [state, element] of signs) {
+        const number = store.blocks.filter((block) => stateOf(block) === state).length;
+        setBlockState(element, state);
+        setText(element.lastChild, number ? `${number} ${BlockWords[state]}` : '');
+      }
+    },
+  };
 }
 
 export function mount(element, {store}) {
   const figures = Figures.map((figure) => ({...makeFigure(figure), figure}));
-  const states = make('b');
+  const states = makeStates(store);
   const cards = new Map(store.blocks.map((block) => [block, makeCard(block)]));
   const due = new Set(store.blocks);
   const latest = make('ol.latest');
@@ -120,7 +141,7 @@ export function mount(element, {store}) {
     }
     due.clear();
     figures.forEach((figure) => setFigure(figure, figure.figure, figure.figure.of(store)));
-    setText(states, statesText(store.blocks));
+    states.draw();
   });
   const drawEvents = everyFrame(() => {
     latest.replaceChildren(...store.events.slice(-LatestEvents).reverse().map((event) => make('li', {}, eventLine(event, store))));
@@ -131,8 +152,8 @@ export function mount(element, {store}) {
 
   element.append(
     make('div.page-head', {}, make('h1', {}, 'Overview'), make('p.dim', {},
-      `${countText(store.blocks.length, 'block')} with ${countText(store.variables.length, 'variable')}, run since ${timeText(store.plant.started)}`)),
-    make('div.figures', {}, make('div.figure', {'data-tone': 'none'}, states, make('span', {}, 'blocks')), figures.map((figure) => figure.element)),
+      `${countText(store.blocks.length, 'block')} with ${countText(store.variables.length, 'variable')}, running since ${shortTime(store.plant.started)}`)),
+    make('div.figures', {}, make('div.figure.whole-figure', {'data-tone': 'none'}, states.element, make('span', {}, 'blocks')), figures.map((figure) => figure.element)),
     make('div.overview', {},
       make('section', {'aria-labelledby': 'blocks-title'},
         make('div.panel-head', {}, make('h2', {id: 'blocks-title'}, 'Blocks'), store.blocks.length > 6 && troubled), list),

@@ -3,7 +3,7 @@
 
 import {Filters, isLive, predicateOf, sorted} from './choice.js';
 import {Columns, TwoLines} from './columns.js';
-import {countText} from './format.js';
+import {countText, groupedText} from './format.js';
 import {createGrid} from './grid.js';
 import {announce, make, setAttribute, setText} from './dom.js';
 
@@ -104,7 +104,7 @@ export function mount(element, {store, query}) {
     list = sorted(store.variables.filter((variable) => predicate(variable, time)), choice.sort, store.variables);
     grid.show(list);
     const all = countText(store.variables.length, 'variable');
-    setText(total, list.length === store.variables.length ? all : `${countText(list.length, '', '').trim()} of ${all}`);
+    setText(total, list.length === store.variables.length ? all : `${groupedText(list.length)} of ${all}`);
     empty.hidden = list.length > 0;
     if (!list.length) {
       setText(empty, 'No variable fits. Shorten the search or switch a filter off.');
@@ -149,8 +149,8 @@ export function mount(element, {store, query}) {
 
   element.append(
     make('h1.unseen', {}, 'Variables'),
-    make('div.tools', {role: 'search'}, search, blocks, make('div.filters', {role: 'group', 'aria-label': 'Show only'}, buttons),
-      order, total),
+    make('div.tools', {role: 'search'}, search, blocks, order,
+      make('div.filters', {role: 'group', 'aria-label': 'Show only'}, buttons), total),
     make('div.grid-frame', {}, grid.element, empty));
   document.body.classList.add('fills');
   document.addEventListener('keydown', press);

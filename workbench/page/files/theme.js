@@ -1,5 +1,7 @@
 // Light, dark, or as the system has it: data-theme on <html>, remembered in this browser.
 
+import {make} from './dom.js';
+
 const Key = 'dorvel-theme';
 const Themes = ['system', 'light', 'dark'];
 
@@ -33,9 +35,13 @@ apply(remembered());
 // Makes the button step through the themes. The event 'themechange' on window follows each change, also of the system.
 export function startTheme(button) {
   let theme = remembered();
+  const word = make('span.word');
+  button.append(make('span', {'aria-hidden': 'true'}, '\u25D0'), word);
   const changed = () => window.dispatchEvent(new Event('themechange'));
   const show = () => {
-    button.textContent = `Theme: ${theme}`;
+    button.setAttribute('aria-label', `Theme: ${theme}`);
+    button.title = `Theme: ${theme}`;
+    word.textContent = `Theme: ${theme}`;
   };
   button.addEventListener('click', () => {
     theme = Themes[(Themes.indexOf(theme) + 1) % Themes.length];

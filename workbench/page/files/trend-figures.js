@@ -48,12 +48,6 @@ export function rowsOf(points, end) {
   return rows;
 }
 
-// Minutes of an offset such as "+01:00" at the end of a time; 0 for "Z".
-export function offsetMs(iso) {
-  const [, sign, hours, minutes] = /([+-])(\d\d):(\d\d)$/.exec(iso ?? '') ?? [];
-  return sign ? (sign === '-' ? -1 : 1) * (Number(hours) * 60 + Number(minutes)) * 60000 : 0;
-}
-
 // "09:30:33" in the offset of the plant, with the date if the times are of several days.
 export function pointTime(ms, offset, withDate = false) {
   const text = new Date(ms + offset).toISOString();

@@ -4,8 +4,8 @@
 // makeTrend(variable, api) returns {element, unmount}. Points are read from the program when a range is chosen, and the
 // values of the stream are added as they come. All times are those of the plant.
 
-import {Nothing, numberText, valueText} from './format.js';
-import {bandsOf, figuresOf, offsetMs, pointTime, rowsOf} from './trend-figures.js';
+import {Nothing, numberText, offsetMs, valueText} from './format.js';
+import {bandsOf, figuresOf, pointTime, rowsOf} from './trend-figures.js';
 import {make, setAttribute, setText} from './dom.js';
 
 const Ranges = [['15 min', 0.25], ['1 h', 1], ['4 h', 4], ['All', 24 * 366]];
@@ -14,10 +14,18 @@ const DrawMs = 1000;
 
 let library = null;
 
+// Its legend writes style attributes, which the security policy of the page forbids.
+function withoutLegend(Dygraph) {
+  Dygraph.PLUGINS = Dygraph.PLUGINS.filter((plugin) => plugin !== Dygraph.Plugins.Legend);
+  return Dygraph;
+}
+
 function loadLibrary() {
   library ??= new Promise((resolve, reject) => {
     const script = make('script', {src: '/dygraph.min.js'});
-    script.onload = () => resolve(window.Dygraph);
+    script.onload = () => {
+      resolve(withoutLegend(window.Dygraph));
+    };
     script.onerror = () => {
       library = null;
       reject(new Error('The graph cannot be drawn: dygraph.min.js is missing.'));

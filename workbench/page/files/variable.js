@@ -1,7 +1,7 @@
 // #/variables/ID: one variable. Its value in large, trend, setting, what the project says of it, the device's own data,
 // the latest writes and log lines. A schedule has the view of its schedule in place of the trend.
 
-import {qualityKind, timeText, valueParts} from './format.js';
+import {qualityKind, shortTime, valueParts} from './format.js';
 import {makeDeviceData} from './device-data.js';
 import {makeTrend} from './trend.js';
 import {makeWriteForm} from './write-form.js';
@@ -27,9 +27,9 @@ function makeFacts({object, property, type, unit, states, description, writable,
 
 // A line of the log is a text, or an object with the time and the text.
 const logLine = (line) => (typeof line === 'string' ? make('li', {}, line)
-  : make('li', {}, make('time.dim', {}, timeText(line.time)), ' ', line.text));
+  : make('li', {}, make('time.dim', {}, shortTime(line.time)), ' ', line.text));
 
-const writeLine = ({time, kind, text}) => make('li.event-line', {}, make('time.dim', {}, timeText(time)), eventSign(kind),
+const writeLine = ({time, kind, text}) => make('li.event-line', {}, make('time.dim', {}, shortTime(time)), eventSign(kind),
   make('span.event-text', {}, text));
 
 function makeRecords() {
@@ -72,7 +72,7 @@ function makeNow(variable) {
         setText(quality.firstChild, '\u2713');
       }
       setSuspect(suspect, now);
-      setText(time, now?.time ? `since ${timeText(now.time)}` : 'not read yet');
+      setText(time, now?.time ? `since ${shortTime(now.time)}` : 'not read yet');
       setBlockState(block, blockState(variable.block.now), variable.block.now?.error);
       if (hasChanged) {
         flash = flash === 'a' ? 'b' : 'a';
