@@ -68,12 +68,13 @@ export function createApi() {
     composeSchedule: (id, model) => post(`/api/variables/${id}/schedule`, {model}),
     write: (id, value) => post(`/api/variables/${id}/write`, {value}),
 
-    // Opens the stream of events. `handlers` has functions by the name of the event, called with its object, and
-    // `opened` and `failed`, called without one. Returns a function that closes it; nothing is called after that.
-    stream(handlers) {
-      const source = new EventSource('/api/stream');
+    // Opens the stream of events. `handlers` has functions by the name of the event, called with its object and its id,
+    // and `opened` and `failed`, called without. With `after`, the id of the last event that came, the stream goes on
+    // after it. Returns a function that closes it; nothing is called after that.
+    stream(handlers, after = '') {
+      const source = new EventSource(`/api/stream${after && `?after=${encodeURIComponent(after)}`}`);
       for (const name of ['block', 'changes', 'event', 'lost', 'renew', 'end']) {
-        source.addEventListener(name, (message) => handlers[name]?.(parseJson(message.data || '{}')));
+        source.addEventListener(name, (message) => handlers[name]?.(parseJson(message.data || '{}'), message.lastEventId));
       }
       source.onopen = () => handlers.opened?.();
       source.onerror = () => handlers.failed?.();

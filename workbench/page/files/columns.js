@@ -2,19 +2,9 @@
 // grid-template-columns, and `from`, the width of the table in rem from which it is shown; make() returns the content of a
 // cell, set() draws a variable into it.
 
-import {Nothing, valueParts} from './format.js';
+import {shortTime, valueParts} from './format.js';
 import {makeSign, setQualityAndSuspect, setWrite} from './signs.js';
 import {make, setAttribute, setText} from './dom.js';
-
-const Midnight = 86400000;
-
-function clockText(ms) {
-  if (!ms) {
-    return Nothing;
-  }
-  const date = new Date(ms);
-  return Date.now() - ms < Midnight ? date.toLocaleTimeString('en-GB') : date.toLocaleString('en-GB');
-}
 
 const textColumn = (key, title, width, from, text) => ({
   key, title, width, from,
@@ -77,7 +67,7 @@ export const Columns = [
   textColumn('block', 'Block', 'minmax(7rem, 1.3fr)', 52, (variable) => variable.block.name),
   textColumn('object', 'Object', 'minmax(10rem, 1.2fr)', 64, (variable) => variable.object),
   textColumn('property', 'Property', 'minmax(9rem, 1fr)', 100, (variable) => variable.property),
-  textColumn('changed', 'Changed', '6.5rem', 76, (variable) => clockText(variable.changedAt)),
+  textColumn('changed', 'Changed', '6.5rem', 76, (variable) => shortTime(variable.changedTime)),
   textColumn('description', 'Description', 'minmax(10rem, 2fr)', 112, (variable) => variable.description ?? ''),
 ];
 

@@ -3,7 +3,9 @@
 // States of store.connection:
 //   connecting  nothing has come yet
 //   live        events come
-//   renewing    the server has ended the stream as agreed, and the next one is being opened; values are current
+//   renewing    the server has ended the stream as agreed, and the next one is being opened; values are current. A window
+//               that is hidden waits until it is seen: a browser has few connections to a server, and the server few
+//               streams
 //   lost        no connection; values are old since `since`. Tried again, at first after a second, at most each 10 s
 //   refused     the program does not know this browser: the link that it prints has to be opened again
 //   ended       the run has ended
@@ -19,6 +21,8 @@ export function startConnection(api, store) {
   let close = null;
   let attempts = 0;
   let heard = Date.now();
+  let newest = '';
+  let isWaiting = false;
 
   function stop(state, reason) {
     close?.();
@@ -31,6 +35,7 @@ export function startConnection(api, store) {
       stop('refused', error.message);
       return;
     }
+    newest = '';
     stop('lost', error?.message ?? '');
     setTimeout(open, WaitsMs[Math.min(attempts, WaitsMs.length - 1)]);
     attempts += 1;
@@ -44,30 +49,56 @@ export function startConnection(api, store) {
     } else if (plant.started !== store.plant.started) {
       location.reload();
     }
-    const newest = store.events.at(-1)?.id ?? 0;
-    (await api.events(newest)).events.forEach(store.addEvent);
+    const after = store.events.at(-1)?.id ?? 0;
+    (await api.events(after)).events.forEach(store.addEvent);
   }
 
   function listen() {
-    const hear = (act) => (data) => {
+    let isOpen = false;
+    const hear = (act) => (data, id) => {
       heard = Date.now();
       attempts = 0;
+      newest = id;
       store.connect('live');
       act(data);
     };
     close = api.stream({
-      opened: () => { heard = Date.now(); },
-      failed: () => retry(),
+      opened: () => {
+        heard = Date.now();
+        isOpen = true;
+      },
+      failed: () => (isOpen ? retry() : explain()),
       block: hear(store.apply),
       changes: hear(store.apply),
       event: hear(store.addEvent),
       lost: hear(({updates}) => store.skip(updates)),
       renew: () => {
         stop('renewing');
-        listen();
+        isWaiting = document.hidden;
+        if (!isWaiting) {
+          listen();
+        }
       },
       end: ({reason}) => stop('ended', reason),
-    });
+    }, newest);
+  }
+
+  document.addEventListener('visibilitychange', () => {
+    if (isWaiting && !document.hidden) {
+      isWaiting = false;
+      listen();
+    }
+  });
+
+  // A stream that did not open has no reason: the program does not answer, or it has no stream left.
+  async function explain() {
+    stop('lost');
+    try {
+      await api.session();
+      retry(new Error('The program has no event stream left: close other windows of this page'));
+    } catch (error) {
+      retry(error);
+    }
   }
 
   async function open() {

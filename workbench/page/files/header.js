@@ -1,9 +1,10 @@
 // The bar at the top and the notices below it: project, present page, connection, blocks in fault, lost updates.
 
 import {announce, make, everyFrame, setAttribute, setText} from './dom.js';
-import {countText} from './format.js';
+import {countText, offsetMs} from './format.js';
 import {makeSign, setSign} from './signs.js';
 import {blockState} from './store.js';
+import {pointTime} from './trend-figures.js';
 
 const NoticeMs = 10000;
 
@@ -16,15 +17,15 @@ const Words = {
   ended: ['plain', '\u25A0', 'ended'],
 };
 
-const clock = (ms) => new Date(ms).toLocaleTimeString('en-GB');
 
 // What a state of the connection means for the values that are shown; empty while they are current.
-function explanation({state, since, reason}) {
+function explanation({state, since, reason}, offset) {
+  const time = pointTime(since, offset);
   const because = reason ? ` (${reason})` : '';
   return {
-    lost: `No connection since ${clock(since)}, values are old. The page tries to connect again${because}.`,
+    lost: `No connection since ${time}, values are old. The page tries to connect again${because}.`,
     refused: `The program does not know this browser${because}. Open the link that the program has printed.`,
-    ended: `The run ended at ${clock(since)}${because}. The values are the last ones.`,
+    ended: `The run ended at ${time}${because}. The values are the last ones.`,
   }[state] ?? '';
 }
 
@@ -38,7 +39,7 @@ function startConnectionSign(store) {
     const {connection} = store;
     setSign(sign, ...Words[connection.state]);
     document.documentElement.dataset.connection = connection.state;
-    const text = explanation(connection);
+    const text = explanation(connection, offsetMs(store.plant?.started));
     notice.hidden = !text;
     setText(notice, text);
     if (text || wasOld) {

@@ -97,6 +97,7 @@ function drawCard(card) {
   card.timeList.hidden = !times;
   if (times) {
     card.bar.value = times.last;
+    card.bar.classList.toggle('over', times.last > card.bar.max);
     ['last', 'median', 'maximum'].forEach((name, index) => setText(card.times[index].value, millisecondsText(times[name])));
   }
   card.overruns.className = now?.overruns ? 'sign warn' : 'sign plain';

@@ -36,11 +36,11 @@ export const setSuspect = (element, now) => now?.suspect
   ? setSign(element, 'warn', QualitySigns.uncertain, `suspect, ${now.suspect}`)
   : setSign(element, 'plain', '', '');
 
-// "Good", "Sensor failure", "Good, suspect (device: unknown-object)": for one line of a table.
+// "Good", "Sensor failure", "Good, suspect: unknown-object": for one line of a table.
 export function setQualityAndSuspect(element, now) {
   setQuality(element, now);
   return now?.suspect ? setSign(element, element.classList.contains('bad') ? 'bad' : 'warn', QualitySigns.uncertain,
-    `${now.quality}, suspect (${now.suspect})`) : element;
+    `${now.quality}, suspect: ${now.suspect.replace(/^device: /, '')}`) : element;
 }
 
 // "OK", "FAULT No connection".

@@ -3,7 +3,8 @@
 // `blocks` and `variables` are records by id. A variable has the fields of /api/plant, `block`, its record, and `now`: the
 // object of the latest stream event (name, value, quality, status, time, write, suspect...), or null before the first. A
 // block has the fields of /api/plant, `variables`, its records, and `now`: the same without the variables. Records keep
-// their identity; `now` is replaced, so a record that has changed has another `now`.
+// their identity; `now` is replaced, so a record that has changed has another `now`. `changedAt`, in ms of this browser,
+// and `changedTime`, in ISO 8601 of the plant, are of the latest change that the page has seen; 0 and null before one.
 //
 // `counts` of the plant and of each block are kept up to date by each change, in a time that depends on what has changed
 // only: variables that are bad, uncertain, suspect, and writes that are pending or failed.
@@ -75,7 +76,7 @@ export function createStore(clock = () => Date.now()) {
 
   function addBlock(described) {
     const block = {...described, now: null, counts: NoCounts(), byName: new Map()};
-    block.variables = described.variables.map((variable) => ({...variable, block, now: null, changedAt: 0}));
+    block.variables = described.variables.map((variable) => ({...variable, block, now: null, changedAt: 0, changedTime: null}));
     for (const variable of block.variables) {
       block.byName.set(variable.name, variable);
       store.variables[variable.id] = variable;
@@ -102,6 +103,7 @@ export function createStore(clock = () => Date.now()) {
     }
     if (was && changed) {
       variable.changedAt = clock();
+      variable.changedTime = variable.block.now.time;
     }
     variable.now = now;
     return changed;
