@@ -42,7 +42,7 @@ async function enter(view, path, search, number) {
     leave();
     const id = view.pattern.exec(path)[1];
     unmount = module.mount(main, {api, store, id: id && Number(id), query: new URLSearchParams(search)});
-    header.showPage(path, main.querySelector('h1')?.textContent ?? view.title);
+    header.showPage(path, store.variables[id]?.name ?? view.title);
   }
 }
 

@@ -1,5 +1,5 @@
 // #/variables/ID: one variable. Its value in large, trend, setting, what the project says of it, the device's own data,
-// the latest writes and log lines. A schedule has the view of its schedule in place of the trend.
+// the latest writes and log lines. A schedule has its view, with a heading of its own, in place of value, trend and setting.
 
 import {qualityKind, shortTime, valueParts} from './format.js';
 import {makeDeviceData} from './device-data.js';
@@ -24,6 +24,9 @@ function makeFacts({object, property, type, unit, states, description, writable,
   return make('section.panel', {'aria-labelledby': 'facts-title'}, make('h2', {id: 'facts-title'}, 'In the project'),
     make('dl.facts', {}, facts.filter(([, text]) => text).map(([title, text]) => [make('dt', {}, title), make('dd', {}, text)])));
 }
+
+const makeHead = ({name, description}) =>
+  make('div.page-head', {}, make('h1', {}, name), description && make('p.dim', {}, description));
 
 // A line of the log is a text, or an object with the time and the text.
 const logLine = (line) => (typeof line === 'string' ? make('li', {}, line)
@@ -122,10 +125,10 @@ export function mount(element, {api, store, id}) {
   element.append(
     make('nav.crumbs', {'aria-label': 'Where this is'}, make('a', {href: '#/variables'}, 'Variables'), ' / ',
       make('a', {href: `#/variables?block=${variable.block.id}`}, variable.block.name)),
-    make('div.page-head', {}, make('h1', {}, variable.name), variable.description && make('p.dim', {}, variable.description)),
+    schedule ?? makeHead(variable),
     make('div.variable', {},
       make('div.side', {}, schedule ? null : now.element, form?.element, makeFacts(variable)),
-      make('div.wide', {}, schedule, trend?.element, device.element, make('div.pair', {}, records.elements))));
+      make('div.wide', {}, trend?.element, device.element, make('div.pair', {}, records.elements))));
   now.draw(false);
   readRecords();
   if (schedule) {
