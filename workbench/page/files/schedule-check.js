@@ -1,0 +1,70 @@
+// Asks the server what it makes of the edited model, and shows its answer: mistakes, losses and changes.
+
+import {make, setText} from './dom.js';
+import {remarkText} from './schedule-dialog.js';
+import {placeOf} from './schedule-parts.js';
+
+const Delay = 250;
+
+function section(kind, title, items) {
+  return items.length ? make(`section.schedule-remarks.${kind}`, {}, make('h3', {}, title), make('ul', {}, items.map((item) => make('li', {}, item)))) : null;
+}
+
+// onAnswer() is called after each answer; onGo(remark) when a remark is chosen.
+export function createCheck(api, id, onAnswer, onGo) {
+  const status = make('p.schedule-check-state', {role: 'status', 'aria-live': 'polite'});
+  const body = make('div');
+  const element = make('section.panel.schedule-check-panel', {'aria-label': 'Changes'}, status, body);
+  let timer = 0;
+  let asked = 0;
+  let answer = null;
+  let failure = '';
+
+  const link = (remark) => make('button.schedule-link', {type: 'button', onclick: () => onGo(remark)}, remarkText(remark));
+
+  function draw() {
+    const changes = answer?.changes ?? [];
+    const mistakes = answer?.mistakes ?? [];
+    const count = changes.length === 1 ? 'One change' : `${changes.length} changes`;
+    setText(status, failure || (!answer ? 'Checking …' : mistakes.length ? 'This cannot be written yet' :
+      changes.length ? `${count} to write` : 'Nothing to write: this is the schedule of the device'));
+    status.classList.toggle('is-mistake', failure !== '' || mistakes.length > 0);
+    body.replaceChildren(...[section('is-mistakes', 'Mistakes', mistakes.map(link)),
+      section('is-changes', 'Changes', changes), section('is-losses', 'The device will not get this as it is shown', (answer?.losses ?? []).map(link))].filter(Boolean));
+  }
+
+  async function request(model, number) {
+    let result = null;
+    let reason = '';
+    try {
+      result = await api.composeSchedule(id, model);
+    } catch (error) {
+      reason = error.message;
+    }
+    if (number === asked) {
+      answer = result;
+      failure = reason;
+      draw();
+      onAnswer();
+    }
+  }
+
+  return {
+    element,
+    ask(model) {
+      clearTimeout(timer);
+      const number = ++asked;
+      answer = null;
+      timer = setTimeout(() => request(model, number), Delay);
+      setText(status, 'Checking …');
+    },
+    // The mistakes with the place of each in the model.
+    remarks: (model) => (answer?.mistakes ?? []).map((remark) => ({...remark, place: placeOf(remark.place, model)})),
+    get answer() { return answer; },
+    get isWritable() { return answer !== null && answer.mistakes.length === 0 && typeof answer.text === 'string' && answer.changes.length > 0; },
+    stop() {
+      clearTimeout(timer);
+      ++asked;
+    },
+  };
+}

@@ -1,0 +1,156 @@
+// The form of an event of an exception schedule: its period and its priority. The words of the period come from the
+// server while the form is filled in.
+
+import {make} from './dom.js';
+import {dateFields, isCalendarDay, kinds, newPeriod, withWeekday} from './schedule-period.js';
+import {months, weekdays} from './schedule-time.js';
+
+const Weeks = ['Days 1 to 7 (first)', 'Days 8 to 14 (second)', 'Days 15 to 21 (third)', 'Days 22 to 28 (fourth)', 'Days 29 to 31 (fifth)',
+  'Last 7 days (last)', 'The 7 days before (second to last)', 'The 7 days before those (third to last)',
+  'The 7 days before those (fourth to last)'];
+
+let lastId = 0;
+
+function field(label, control) {
+  control.id = `schedule-field-${++lastId}`;
+  return make('div.schedule-field', {}, make('label', {for: control.id}, label), control);
+}
+
+function select(options, value) {
+  const element = make('select', {}, options.map(([key, text]) => make('option', {value: key}, text)));
+  element.value = value ?? '';
+  return element;
+}
+
+const optional = (any, names) => [['', any], ...names.map((name, index) => [String(index + 1), name])];
+const numberOrNull = (text) => (text.trim() === '' ? null : Number(text));
+const monthOptions = (any) => [...optional(any, months), ['13', 'Odd months'], ['14', 'Even months']];
+
+function dayOptions() {
+  return [...optional('Every day', Array.from({length: 31}, (_, index) => String(index + 1))), ['32', 'Last day of the month'],
+    ['33', 'Odd days'], ['34', 'Even days']];
+}
+
+// The parts of a date, each of which may be open.
+function dateControls(date, legend) {
+  const year = make('input', {type: 'number', min: 1900, max: 2154, placeholder: 'every', value: date.year ?? ''});
+  const month = select(monthOptions('Every month'), date.month);
+  const dayOfMonth = select(dayOptions(), date.day);
+  const weekday = select(optional('Any weekday', weekdays), date.weekday);
+  return {
+    element: make('fieldset.schedule-date', {}, make('legend', {}, legend), field('Day', dayOfMonth), field('Month', month),
+      field('Year', year), field('Weekday', weekday)),
+    read() {
+      const read = {year: numberOrNull(year.value), month: numberOrNull(month.value), day: numberOrNull(dayOfMonth.value),
+        weekday: numberOrNull(weekday.value)};
+      const right = withWeekday(read);
+      weekday.value = right.weekday ?? '';
+      return right;
+    },
+    mistake: (read) => (isCalendarDay(read) ? '' : `${months[read.month - 1]} ${read.year} has no day ${read.day}: choose another day`),
+  };
+}
+
+function wholeDateControl(date, legend) {
+  const text = date.year && date.month <= 12 && date.day <= 31 && date.month && date.day ?
+    `${date.year}-${String(date.month).padStart(2, '0')}-${String(date.day).padStart(2, '0')}` : '';
+  const input = make('input', {type: 'date', min: '1900-01-01', max: '2154-12-31', value: text});
+  const open = {year: null, month: null, day: null, weekday: null};
+  return {
+    element: field(`${legend} (empty: open)`, input),
+    read: () => (input.value ? dateFields(input.value) : open),
+    mistake: () => (input.validity.valid ? '' : `${legend}: the date is not complete`),
+  };
+}
+
+// A limit of a range that is open in parts keeps its parts.
+function limitControl(date, legend) {
+  const parts = [date.year, date.month, date.day].filter((part) => part !== null && part !== undefined);
+  const isWhole = parts.length === 3 && date.month <= 12 && date.day <= 31;
+  return parts.length === 0 || isWhole ? wholeDateControl(date, legend) : dateControls(date, legend);
+}
+
+const Controls = {
+  date(period) {
+    const date = dateControls(period.date, 'Day');
+    return {element: date.element, read: () => ({kind: 'date', date: date.read()}), mistake: (read) => date.mistake(read.date)};
+  },
+  range(period) {
+    const [from, to] = [limitControl(period.from, 'From'), limitControl(period.to, 'To')];
+    const order = ({year, month, day}) => (year ?? 0) * 10000 + (month ?? 0) * 100 + (day ?? 0);
+    return {
+      element: make('div.schedule-fields', {}, from.element, to.element),
+      read: () => ({kind: 'range', from: from.read(), to: to.read()}),
+      mistake: (read) => from.mistake(read.from) || to.mistake(read.to) ||
+        (read.from.year && read.to.year && order(read.from) > order(read.to) ? 'The last day is before the first: exchange them' : ''),
+    };
+  },
+  'week-and-day'(period) {
+    const month = select(monthOptions('Every month'), period.month);
+    const week = select(optional('Every week', Weeks), period.week);
+    const weekday = select(optional('Every day', weekdays), period.weekday);
+    return {
+      element: make('div.schedule-fields', {}, field('Weekday', weekday), field('Week of the month', week), field('Month', month)),
+      read: () => ({kind: 'week-and-day', month: numberOrNull(month.value), week: numberOrNull(week.value), weekday: numberOrNull(weekday.value)}),
+      mistake: () => '',
+    };
+  },
+  calendar(period) {
+    const instance = make('input', {type: 'number', min: 0, max: 4194302, value: period.instance});
+    return {
+      element: make('div.schedule-fields', {}, field('Number of the Calendar object', instance),
+        make('p.dim', {}, 'The days are kept in the device, so this page cannot draw them.')),
+      read: () => ({kind: 'calendar', instance: Number(instance.value)}),
+      mistake: () => (instance.value !== '' && instance.validity.valid ? '' : 'The number of a Calendar object is 0 to 4194302'),
+    };
+  },
+};
+
+const Priorities = Array.from({length: 16}, (_, index) => [String(index + 1), index === 0 ? '1 (wins over all)' : index === 15 ? '16 (lowest)' : String(index + 1)]);
+
+// Opens the form in a dialog. `words(event)` resolves to the words of a period. Resolves to {period, priority}, or null.
+export function askPeriod({title, event, firstDay, words}) {
+  return new Promise((resolve) => {
+    let controls = null;
+    let asked = 0;
+    const box = make('div.schedule-period');
+    const live = make('p.schedule-words', {role: 'status', 'aria-live': 'polite'});
+    const kind = select(Object.entries(kinds), event.period.kind);
+    const priority = select(Priorities, String(event.priority));
+    const ok = make('button.main', {type: 'submit'}, 'Apply');
+    const read = () => ({period: controls.read(), priority: Number(priority.value)});
+
+    async function update() {
+      const now = read();
+      const mistake = controls.mistake(now.period);
+      const number = ++asked;
+      ok.disabled = mistake !== '';
+      live.classList.toggle('is-mistake', mistake !== '');
+      const text = mistake || await words(now).catch((error) => error.message);
+      if (number === asked) {
+        live.textContent = text;
+      }
+    }
+    function show(period) {
+      controls = Controls[period.kind](period);
+      box.replaceChildren(controls.element);
+      update();
+    }
+    kind.addEventListener('change', () => show(kind.value === event.period.kind ? event.period : newPeriod(kind.value, firstDay)));
+
+    const form = make('form', {method: 'dialog', oninput: (input) => input.target !== kind && update()},
+      make('h2', {}, title), field('Kind of period', kind), box, live, field('Priority', priority),
+      make('p.dim', {}, 'Of events on the same day the one with the lowest number is in force; all come before the week.'),
+      make('div.schedule-buttons', {}, make('button', {type: 'button', onclick: () => dialog.close('no')}, 'Cancel'), ok));
+    form.addEventListener('submit', () => { dialog.returnValue = 'yes'; });
+    const dialog = make('dialog.schedule-dialog', {'aria-label': title}, form);
+    dialog.addEventListener('close', () => {
+      const answer = dialog.returnValue === 'yes' ? read() : null;
+      dialog.remove();
+      resolve(answer);
+    });
+    document.body.append(dialog);
+    show(event.period);
+    dialog.showModal();
+  });
+}

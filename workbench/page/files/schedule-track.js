@@ -1,0 +1,104 @@
+// Rows of a day each, from midnight to midnight, with a bar for each entry that reaches to the next entry. Without
+// `edit` the rows are a picture, hidden from screen readers, which have the table. With it each bar is a slider.
+//
+// On a narrow screen the style sheet makes a list of the same elements.
+
+import {make} from './dom.js';
+import {day, hour, instant, minute, timeText} from './schedule-time.js';
+import {valueLabel} from './schedule-value.js';
+
+const percent = (at) => `${at / day * 100}%`;
+
+function place(element, from, to) {
+  element.style.left = percent(from);
+  element.style.width = percent(to - from);
+  return element;
+}
+
+export function axis() {
+  const hours = [];
+  for (let at = 0; at <= day; at += 3 * hour) {
+    const label = make('span.schedule-hour', {}, at === day ? '24:00' : timeText(at));
+    label.style.left = percent(at);
+    hours.push(label);
+  }
+  return make('div.schedule-axis', {'aria-hidden': 'true'}, make('div.schedule-axis-line', {}, hours));
+}
+
+export const barWords = (name, entry, info) => `${name} ${entry.time}, ${valueLabel(entry, info)}`;
+
+function sliderAttributes(name, entry, info) {
+  const at = instant(entry.time);
+  return {
+    role: 'slider', tabindex: '0', 'aria-label': name, 'aria-valuemin': 0, 'aria-valuemax': 24 * 60 - 1,
+    'aria-valuenow': Number.isNaN(at) ? 0 : Math.floor(at / minute), 'aria-valuetext': barWords(name, entry, info),
+    'aria-orientation': 'horizontal', 'aria-describedby': 'schedule-keys',
+  };
+}
+
+function bar(entry, until, row, index, drawing) {
+  const {info, colour, edit, names, selected, wrong} = drawing;
+  const element = make(`div.schedule-bar.${colour(entry, info)}`, {
+    ...(edit ? sliderAttributes(names[row], entry, info) : {}),
+    title: `${entry.time} ${valueLabel(entry, info)}`,
+  }, make('span.schedule-bar-time', {}, entry.time), make('span.schedule-bar-value', {}, valueLabel(entry, info)));
+  element.dataset.row = row;
+  element.dataset.index = index;
+  element.classList.toggle('is-selected', selected?.row === row && selected?.index === index);
+  element.classList.toggle('is-wrong', wrong?.(row, index) ?? false);
+  return until === null ? element : place(element, instant(entry.time), until);
+}
+
+// Same values in a row need one label: the picture stays calm.
+function markRepeats(entries, bars) {
+  entries.forEach((entry, index) => {
+    const before = entries[index - 1];
+    const isRepeat = before?.value === entry.value && before?.type === entry.type;
+    bars[index].classList.toggle('is-repeat', isRepeat);
+    bars[index - 1]?.classList.toggle('has-repeat', isRepeat);
+  });
+}
+
+function nowLine(at) {
+  const line = make('div.schedule-now', {}, make('span', {}, timeText(at - at % minute)));
+  line.style.left = percent(at);
+  return line;
+}
+
+function trackOf(entries, row, drawing) {
+  const placed = entries.filter(({time}) => !Number.isNaN(instant(time)));
+  const ends = placed.map((_, index) => (index + 1 < placed.length ? instant(placed[index + 1].time) : day));
+  const bars = placed.map((entry, index) => bar(entry, ends[index], row, entries.indexOf(entry), drawing));
+  markRepeats(placed, bars);
+  const first = placed.length ? instant(placed[0].time) : day;
+  const gap = first > 0 ? place(make('div.schedule-gap', {}, make('span', {}, drawing.gapWord)), 0, first) : null;
+  const loose = entries.filter(({time}) => Number.isNaN(instant(time)));
+  const track = make('div.schedule-track', {}, gap, bars, drawing.now?.row === row ? nowLine(drawing.now.at) : null);
+  track.dataset.row = row;
+  return [track, loose.length ? make('div.schedule-loose', {}, make('span.dim', {}, 'At each matching time: '),
+    loose.map((entry) => bar(entry, null, row, entries.indexOf(entry), drawing))) : null];
+}
+
+// `drawing` has: lists (of entries), names (of rows), head(row) (an element), info, colour, gapWord, edit, and, if there
+// are any, now {row, at}, selected {row, index}, wrong(row, index).
+export function drawRows(element, drawing) {
+  element.replaceChildren(...drawing.lists.map((entries, row) => {
+    const isToday = drawing.now?.row === row;
+    const line = make(`div.schedule-row${isToday ? '.is-today' : ''}${entries.length ? '' : '.is-empty'}`,
+      drawing.edit ? {role: 'group', 'aria-label': drawing.names[row]} : {},
+      make('div.schedule-row-head', {}, drawing.head(row)), make('div.schedule-row-body', {}, trackOf(entries, row, drawing)));
+    line.dataset.row = row;
+    return line;
+  }));
+}
+
+export function barAt(element, row, index) {
+  return element.querySelector(`.schedule-bar[data-row="${row}"][data-index="${index}"]`);
+}
+
+// The time at a position on the screen in steps; the last step of the day at its end.
+export function timeAt(track, x, step) {
+  const {left, width} = track.getBoundingClientRect();
+  const at = Math.round((x - left) / width * day / step) * step;
+  return Math.min(Math.max(at, 0), day - step);
+}

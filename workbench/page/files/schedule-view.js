@@ -1,0 +1,284 @@
+// The view of a schedule: what is in force, the week or the calendar, notes and losses, and the editor.
+
+import {make, setText} from './dom.js';
+import {createCalendar, dayWords} from './schedule-calendar.js';
+import {ask, list, remarkText} from './schedule-dialog.js';
+import {Editor} from './schedule-editor.js';
+import {emptyModel} from './schedule-model.js';
+import {drawing, entriesWords, eventDays, eventHead, priorityWords, rowNames, table} from './schedule-parts.js';
+import {dayText, weekdayOf} from './schedule-period.js';
+import {instant} from './schedule-time.js';
+import {axis, drawRows} from './schedule-track.js';
+
+const RefreshMs = 30000;
+const drafts = new Map();  // by id of the variable: {model, text} of an edit that was left
+
+// The clock of the plant as of its last cycle; that of the browser before the first.
+function plantClock(variable) {
+  const iso = variable.block.now?.time;
+  const local = new Date(Date.now() - new Date().getTimezoneOffset() * 60000).toISOString();
+  const text = typeof iso === 'string' && /^\d{4}-\d\d-\d\dT/.test(iso) ? iso : local;
+  return {today: text.slice(0, 10), at: instant(text.slice(11, 19))};
+}
+
+function untilWords(until, today) {
+  if (!until) {
+    return '';
+  }
+  const [day, time] = [until.slice(0, 10), until.slice(11, 16)];
+  return day === today ? `until ${time}` : `until ${dayWords(day)}, ${time}`;
+}
+
+class View {
+  constructor(element, api, store, id) {
+    Object.assign(this, {root: element, api, store, id, variable: store.variables[id], answer: null, editor: null});
+    this.notice = make('div.schedule-notices');
+    this.head = make('header.schedule-head');
+    this.body = make('div.schedule-body');
+    element.replaceChildren(make('div.schedule', {}, this.head, this.notice, this.body));
+    this.removers = [store.on('values', (variables) => variables.includes(this.variable) && this.onValue())];
+    this.timer = setInterval(() => this.refresh(), RefreshMs);
+    this.guard();
+  }
+
+  get clock() { return plantClock(this.variable); }
+
+  async load(year = Number(this.clock.today.slice(0, 4))) {
+    try {
+      const answer = await this.api.schedule(this.id, year);
+      if (!this.isGone) {
+        this.answer = answer;
+        this.draw();
+      }
+    } catch (error) {
+      this.body.replaceChildren(make('p.notice.bad', {role: 'alert'}, `The schedule cannot be shown: ${error.message}`,
+        make('button', {type: 'button', onclick: () => this.load(year)}, 'Try again')));
+    }
+  }
+
+  // What is in force changes with the time.
+  async refresh() {
+    const answer = this.answer && await this.api.schedule(this.id, this.answer.calendar?.year ?? Number(this.clock.today.slice(0, 4))).catch(() => null);
+    if (answer && !this.isGone) {
+      Object.assign(this.answer, {now: answer.now, next: answer.next});
+      this.drawHead();
+      if (!this.editor) {
+        this.answer = answer;
+        this.drawBody();
+      }
+    }
+  }
+
+  onValue() {
+    const text = this.variable.now?.value;
+    if (this.editor ? !document.querySelector('dialog[open]') && text !== this.answer.text : text !== this.answer?.text) {
+      this.editor ? this.warnChanged() : this.load(this.calendar?.year);
+    }
+  }
+
+  warnChanged() {
+    this.notice.replaceChildren(make('div.notice', {role: 'alert'}, 'The schedule of the device has changed while you edit it.',
+      make('button', {type: 'button', onclick: () => this.leaveEditor()}, 'Reload, discard my changes')));
+  }
+
+  get canWrite() { return this.answer.writable && this.store.session?.writes; }
+
+  draw() {
+    this.drawHead();
+    this.drawBody();
+    const draft = drafts.get(this.id);
+    if (draft && !this.editor && this.canWrite) {
+      this.notice.replaceChildren(make('div.notice', {}, 'Changes that were not written are kept.',
+        make('button', {type: 'button', onclick: () => this.edit(draft)}, 'Continue editing'),
+        make('button', {type: 'button', onclick: () => { drafts.delete(this.id); this.notice.replaceChildren(); }}, 'Discard')));
+    }
+  }
+
+  drawHead() {
+    const {answer, variable} = this;
+    const link = (id, words) => (id === null || id === undefined ? null : make('a', {href: words}, this.store.variables[id]?.name ?? ''));
+    const related = answer.related ?? {};
+    const links = [
+      [variable.kind === 'weekly' ? 'Exceptions' : 'Week', link(variable.kind === 'weekly' ? related.exception : related.weekly,
+        `#/schedules/${variable.kind === 'weekly' ? related.exception : related.weekly}`)],
+      ['Value', link(related.value, `#/variables/${related.value}`)], ['Variable', link(this.id, `#/variables/${this.id}`)],
+    ].filter(([, anchor]) => anchor);
+    this.head.replaceChildren(
+      make('div.schedule-title', {}, make('div', {}, make('h1', {}, variable.name),
+        make('p.dim', {}, `${variable.block.name} · ${variable.object} · ${variable.kind === 'weekly' ? 'weekly schedule' : 'exceptions of a schedule'}`)),
+      make('nav.schedule-links', {'aria-label': 'Related'}, links.map(([words, anchor]) => make('span', {}, make('span.dim', {}, `${words}: `), anchor)))),
+      make('div.schedule-force', {}, this.forceCard('Now', answer.now), this.forceCard('Next', answer.next)));
+  }
+
+  forceCard(title, force) {
+    const words = force ? force.words : title === 'Now' ? 'not known' : 'no further change';
+    const details = force ? [force.source, untilWords(force.until, this.clock.today)].filter(Boolean).join(', ') : '';
+    return make('section.panel.schedule-card', {'aria-label': title}, make('h2.dim', {}, title), make('p.schedule-big', {}, words), make('p.dim', {}, details));
+  }
+
+  drawBody() {
+    if (this.editor) {
+      return;
+    }
+    const {answer} = this;
+    const model = answer.model;
+    this.calendar = null;
+    this.body.replaceChildren(...[this.remarks(), model ? this.picture(model) : this.unreadable()].flat().filter(Boolean));
+    this.drawCalendar(model);
+  }
+
+  remarks() {
+    const {notes, losses} = this.answer;
+    return [
+      notes?.length ? make('section.panel.schedule-remarks.is-notes', {}, make('h2', {}, 'Notes'), list('is-notes', notes.map((note) => note.reason ? remarkText(note) : note))) : null,
+      losses?.length ? make('section.panel.schedule-remarks.is-losses', {}, make('h2', {}, 'If this schedule is written back, the device gets something else'),
+        list('is-losses', losses.map(remarkText))) : null,
+    ];
+  }
+
+  unreadable() {
+    const {text, mistake, kind} = this.answer;
+    const reason = mistake ? (typeof mistake === 'string' ? mistake : remarkText(mistake)) : 'The driver has not read it yet.';
+    return make('section.panel', {}, make('h2', {}, 'This text cannot be shown as a schedule'), make('p.schedule-mistake', {}, reason),
+      text ? make('pre.schedule-text', {tabindex: '0', 'aria-label': 'Text of the device'}, text) : null,
+      this.canWrite && text !== null ? make('button', {type: 'button', onclick: () => this.edit({model: emptyModel(kind)})}, 'Begin with an empty schedule') : null);
+  }
+
+  editButton() {
+    if (this.canWrite) {
+      return make('button.main', {type: 'button', onclick: () => this.edit({model: this.answer.model})}, 'Edit');
+    }
+    return make('p.schedule-readonly', {}, this.store.session?.writes ? 'Read-only: the project does not allow writing this variable.' :
+      'Read-only: the page was started without --page-writes.');
+  }
+
+  picture(model) {
+    const {clock} = this;
+    const weekday = weekdayOf(new Date(`${clock.today}T00:00:00Z`)) - 1;
+    const isWeek = model.kind === 'weekly';
+    const rows = make(`div.schedule-rows${isWeek ? '' : '.is-events'}`, {'aria-hidden': isWeek ? 'true' : null});
+    drawRows(rows, drawing(model, this.answer, {
+      now: isWeek ? {row: weekday, at: clock.at} : null,
+      head: (row) => (isWeek ? make('h3', {}, rowNames(model)[row]) : eventHead(model.events[row], row)),
+    }));
+    const entries = table(model, this.answer);
+    const holder = make('div.unseen', {}, entries);
+    const toggle = make('button', {type: 'button', 'aria-pressed': 'false', onclick: () => {
+      const isShown = holder.classList.toggle('unseen') === false;
+      toggle.setAttribute('aria-pressed', String(isShown));
+    }}, 'Table');
+    const title = isWeek ? 'Week' : 'Exceptions';
+    const panel = make('section.panel.schedule-picture', {'aria-label': title}, make('div.panel-head', {}, make('h2', {}, title), toggle, this.editButton()),
+      model.kind === 'exception' && !model.events.length ? make('p.dim', {}, 'No exceptions: the week is in force on every day.') : [axis(), rows], holder);
+    return isWeek ? panel : make('div.schedule-split', {}, this.makeCalendar(), panel);
+  }
+
+  makeCalendar() {
+    this.calendar = createCalendar({
+      year: (year) => this.showYear(year), describe: (text) => this.describe(text),
+      hint: 'Point at a day, or move to it with the arrows, to see what is in force on it.',
+      choose: (text) => this.editor?.addEvent(text),
+    });
+    return this.calendar.element;
+  }
+
+  describe(text) {
+    const model = this.shownModel;
+    const rows = this.calendar.eventsOf(text);
+    const words = rows.map((row) => `${row + 1}: ${rowNames(model)[row]} (${priorityWords(model.events[row].priority)}): ${entriesWords(model.events[row].entries, this.answer)}`);
+    const action = this.editor ? ' Press to add an exception.' : '';
+    return `${dayWords(text)}: ${words.join('; ') || 'no exception'}.${action}`;
+  }
+
+  drawCalendar(model, calendar = this.answer.calendar, year = calendar?.year ?? Number(this.clock.today.slice(0, 4))) {
+    if (this.calendar) {
+      this.shownModel = model;
+      this.calendar.draw({year, today: this.clock.today, days: eventDays(model, year, this.editor?.isChanged ? null : calendar),
+        priorities: model.events.map(({priority}) => priority)});
+    }
+  }
+
+  async showYear(year) {
+    if (year < 1900 || year > 2154) {
+      return;
+    }
+    if (!this.editor?.isChanged) {
+      const answer = await this.api.schedule(this.id, year).catch(() => null);
+      this.answer.calendar = answer?.calendar ?? this.answer.calendar;
+    }
+    this.drawCalendar(this.shownModel, this.answer.calendar, year);
+  }
+
+  edit({model, text}) {
+    const {answer} = this;
+    this.notice.replaceChildren();
+    const isWeek = answer.kind === 'weekly';
+    const calendar = isWeek ? null : this.makeCalendar();
+    const weekday = () => ({row: weekdayOf(new Date(`${this.clock.today}T00:00:00Z`)) - 1, at: this.clock.at});
+    this.editor = new Editor({
+      api: this.api, variable: this.variable, info: answer, today: this.clock.today, now: weekday,
+      onChange: (changed) => this.onEdited(changed), onDone: () => this.leaveEditor(),
+    }, answer.model ?? emptyModel(answer.kind), model);
+    this.body.replaceChildren(calendar ? make('div.schedule-split', {}, calendar, this.editor.element) : this.editor.element);
+    this.drawCalendar(model);
+    if (text !== undefined && text !== answer.text) {
+      this.warnChanged();
+    }
+    this.editor.element.querySelector('.schedule-bar, button')?.focus();
+  }
+
+  // `changed` is the edited model, or null if it is as in the device.
+  onEdited(changed) {
+    changed ? drafts.set(this.id, {model: changed, text: this.answer.text}) : drafts.delete(this.id);
+    if (this.editor) {
+      this.drawCalendar(this.editor.edits.present, this.answer.calendar, this.calendar?.year);
+    }
+  }
+
+  async leaveEditor() {
+    this.editor.destroy();
+    this.editor = null;
+    drafts.delete(this.id);
+    this.notice.replaceChildren();
+    await this.load();
+    this.body.querySelector('button.main')?.focus();
+  }
+
+  // Leaving the page asks; the back button keeps the changes for the next visit.
+  guard() {
+    const onUnload = (event) => this.editor?.isChanged && event.preventDefault();
+    const onClick = async (event) => {
+      const anchor = event.target.closest?.('a[href^="#"]');
+      if (!anchor || !this.editor?.isChanged || anchor.hash === '#main') {
+        return;
+      }
+      event.preventDefault();
+      const answer = await ask('Leave without writing?', make('p', {}, 'Your changes are kept until this window is closed.'),
+        [['stay', 'Stay', 'main'], ['leave', 'Leave']]);
+      if (answer === 'leave') {
+        location.hash = anchor.hash;
+      }
+    };
+    addEventListener('beforeunload', onUnload);
+    document.addEventListener('click', onClick, true);
+    this.removers.push(() => removeEventListener('beforeunload', onUnload), () => document.removeEventListener('click', onClick, true));
+  }
+
+  unmount() {
+    this.isGone = true;
+    clearInterval(this.timer);
+    this.editor?.destroy();
+    this.removers.forEach((remove) => remove());
+  }
+}
+
+export function mount(element, api, store, id) {
+  const variable = store.variables[id];
+  if (!variable || (variable.kind !== 'weekly' && variable.kind !== 'exception')) {
+    element.replaceChildren(make('p', {}, `There is no schedule ${id}.`));
+    return () => {};
+  }
+  const view = new View(element, api, store, id);
+  view.load();
+  return () => view.unmount();
+}
