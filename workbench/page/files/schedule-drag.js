@@ -86,23 +86,27 @@ class Drag {
     if (!target || event.button !== 0) {
       return;
     }
+    // A field that is left applies its value, which draws the rows again.
+    document.activeElement?.blur();
     this.on.select(target.row, target.index);
-    const track = event.target.closest('.schedule-track');
-    if (narrow() || !track) {
+    const track = this.rows.querySelector(`.schedule-track[data-row="${target.row}"]`);
+    const isLoose = event.target.closest('.schedule-loose') !== null;
+    if (narrow() || isLoose) {
       return;
     }
     event.preventDefault();
-    const grip = timeAt(track, event.clientX, 1);
-    this.start = {...target, x: event.clientX, y: event.clientY, grip, pointer: event.pointerId};
+    this.start = {...target, x: event.clientX, y: event.clientY, grip: timeAt(track, event.clientX, 1)};
     this.moved = false;
-    this.rows.setPointerCapture(event.pointerId);
   }
 
   move(event) {
     if (!this.start || (!this.moved && Math.hypot(event.clientX - this.start.x, event.clientY - this.start.y) < Threshold)) {
       return;
     }
-    this.moved = true;
+    if (!this.moved) {
+      this.rows.setPointerCapture(event.pointerId);
+      this.moved = true;
+    }
     this.rows.classList.add('is-dragging');
     const track = trackUnder(this.rows, event.clientY, this.start.row);
     const {row, index, grip} = this.start;
@@ -144,9 +148,10 @@ export function listen(rows, on) {
     }
   });
   rows.addEventListener('dblclick', (event) => {
-    const track = event.target.closest('.schedule-track');
-    if (track && !narrow()) {
-      on.add(Number(track.dataset.row), timeAt(track, event.clientX, Step));
+    const row = event.target.closest('.schedule-track')?.dataset.row;
+    if (row !== undefined && !narrow()) {
+      const track = rows.querySelector(`.schedule-track[data-row="${row}"]`);
+      on.add(Number(row), timeAt(track, event.clientX, Step));
     }
   });
   document.addEventListener('keydown', onEscape);

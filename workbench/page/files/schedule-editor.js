@@ -11,7 +11,7 @@ import {askPeriod} from './schedule-period-form.js';
 import {newPeriod} from './schedule-period.js';
 import {hour, instant, minute} from './schedule-time.js';
 import {axis, barAt, barWords, drawRows} from './schedule-track.js';
-import {firstValue, usualType} from './schedule-value.js';
+import {usualType, usualValue} from './schedule-value.js';
 import {confirmWrite} from './schedule-write.js';
 
 const Hint = 'Select an entry to change it. Drag it to another time, double-click where a new one is to begin, or use the keys.';
@@ -19,7 +19,7 @@ const Keys = [['← →', '15 minutes'], ['Shift + ← →', '1 minute'], ['↑ 
   ['Delete', 'remove'], ['Ctrl + Z', 'undo']];
 
 export class Editor {
-  // `context`: api, variable, info (the answer of GET schedule), today, now(), onChange(model or null), onDone(). `saved` is
+  // `context`: api, variable, info (the answer of GET schedule), calendar (an element or null), today, now(), onChange(model or null), onDone(). `saved` is
   // the model of the device, `model` the one to begin with.
   constructor(context, saved, model) {
     Object.assign(this, context);
@@ -49,12 +49,13 @@ export class Editor {
       add: () => this.add(this.selected.row, null), back: () => this.focusSelected(),
     });
     const add = this.isWeek ? null : button('Add an exception', () => this.addEvent(this.today));
-    this.element = make('div.schedule-editor', {},
-      make('div.schedule-toolbar', {role: 'toolbar', 'aria-label': 'Editing'}, add, this.undoButton, this.redoButton, this.state,
-        button('Discard', () => this.discard()), this.writeButton),
-      this.inspector.element,
-      make('section.panel', {'aria-label': this.isWeek ? 'Week' : 'Exceptions'}, this.keys(), axis(), this.rows),
-      this.check.element, this.live);
+    this.closeButton = button('Close', () => this.discard());
+    const main = make('div.schedule-main', {},
+      make('section.panel', {'aria-label': this.isWeek ? 'Week' : 'Exceptions'}, this.keys(), axis(), this.rows), this.check.element);
+    this.element = make('div.schedule-editor', {}, make('div.schedule-top', {},
+      make('div.schedule-toolbar', {role: 'group', 'aria-label': 'Editing'}, add, this.undoButton, this.redoButton, this.state,
+        this.closeButton, this.writeButton), this.inspector.element),
+    this.calendar ? make('div.schedule-split', {}, this.calendar, main) : main, this.live);
     this.unlisten = listen(this.rows, this.actions());
     this.onKey = (event) => this.shortcut(event);
     document.addEventListener('keydown', this.onKey);
@@ -138,6 +139,7 @@ export class Editor {
     this.undoButton.disabled = !this.edits.canUndo;
     this.redoButton.disabled = !this.edits.canRedo;
     this.writeButton.disabled = !this.isChanged || !this.check.isWritable;
+    setText(this.closeButton, this.isChanged ? 'Discard' : 'Close');
     setText(this.state, this.isChanged ? 'Unsaved changes' : 'No changes');
     this.state.classList.toggle('is-changed', this.isChanged);
     const entry = this.selected && this.entryAt(this.selected);
@@ -243,7 +245,7 @@ export class Editor {
     const time = operations.freeTime(model, row, from, at === null ? 15 * minute : 5 * minute);
     const before = time && entries.filter((entry) => instant(entry.time) < instant(time)).at(-1);
     const type = before?.type ?? usualType(model, this.info);
-    const entry = {time, type, value: before?.value ?? firstValue(type, this.info)};
+    const entry = {time, type, value: before?.value ?? usualValue(type, model, this.info)};
     if (this.apply(time && operations.addEntry(model, row, entry), 'The day is full')) {
       this.inspector.focus();
     }
@@ -287,7 +289,7 @@ export class Editor {
     const change = await this.askEvent('Add an exception', {period: newPeriod('date', firstDay), priority: 10}, firstDay);
     if (change) {
       const type = usualType(this.edits.present, this.info);
-      const {model, row} = operations.addEvent(this.edits.present, {...change, entries: [{time: '00:00', type, value: firstValue(type, this.info)}]});
+      const {model, row} = operations.addEvent(this.edits.present, {...change, entries: [{time: '00:00', type, value: usualValue(type, this.edits.present, this.info)}]});
       this.apply({model, row, index: 0});
       this.inspector.focus();
     }

@@ -24,6 +24,7 @@ export function createInspector(info, on) {
   const element = make('form.schedule-inspector', {'aria-label': 'Selected entry', novalidate: true});
   const mistake = make('p.schedule-mistake', {role: 'alert'});
   let shown = null;
+  const controlFor = (id) => element.querySelector(`#${id}`);
 
   function report(control, text) {
     control.setAttribute('aria-invalid', String(text !== ''));
@@ -56,20 +57,21 @@ export function createInspector(info, on) {
     return select;
   }
 
-  element.addEventListener('submit', (event) => {
-    event.preventDefault();
-    const [time, value] = [controlFor('schedule-time'), controlFor('schedule-value')];
-    if (time && setTime(time) && setValue(value)) {
+  // A form with several fields and no submit button is not submitted by Enter.
+  element.addEventListener('submit', (event) => event.preventDefault());
+  function accept() {
+    if (setTime(controlFor('schedule-time')) && setValue(controlFor('schedule-value'))) {
       on.back();
     }
-  });
+  }
   element.addEventListener('keydown', (event) => {
     if (event.key === 'Escape') {
       on.back();
+    } else if (event.key === 'Enter' && event.target.matches('input')) {
+      event.preventDefault();
+      accept();
     }
   });
-
-  const controlFor = (id) => element.querySelector(`#${id}`);
 
   function build(entry) {
     const time = make('input.schedule-time-field', {type: 'text', autocomplete: 'off'});

@@ -10,9 +10,11 @@ export function rowNames(model) {
   return model.kind === 'weekly' ? weekdays : model.events.map((event, row) => event.words ?? `event ${row + 1}`);
 }
 
+const rowKeys = (model) => (model.kind === 'weekly' ? weekdays : model.events.map((event) => `${event.words} ${event.priority}`));
+
 export function drawing(model, info, more) {
   return {
-    lists: rows(model), names: rowNames(model), info, colour: colours(model),
+    lists: rows(model), names: rowNames(model), keys: rowKeys(model), info, colour: colours(model),
     gapWord: model.kind === 'weekly' ? 'default' : 'as the week', ...more,
   };
 }

@@ -72,7 +72,7 @@ function limitControl(date, legend) {
 
 const Controls = {
   date(period) {
-    const date = dateControls(period.date, 'Day');
+    const date = dateControls(period.date, 'Date, each part of which may be open');
     return {element: date.element, read: () => ({kind: 'date', date: date.read()}), mistake: (read) => date.mistake(read.date)};
   },
   range(period) {

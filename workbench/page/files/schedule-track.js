@@ -5,7 +5,7 @@
 
 import {make} from './dom.js';
 import {day, hour, instant, minute, timeText} from './schedule-time.js';
-import {valueLabel} from './schedule-value.js';
+import {valueLabel, valueParts} from './schedule-value.js';
 
 const percent = (at) => `${at / day * 100}%`;
 
@@ -38,10 +38,12 @@ function sliderAttributes(name, entry, info) {
 
 function bar(entry, until, row, index, drawing) {
   const {info, colour, edit, names, selected, wrong} = drawing;
+  const {main, unit} = valueParts(entry, info);
   const element = make(`div.schedule-bar.${colour(entry, info)}`, {
     ...(edit ? sliderAttributes(names[row], entry, info) : {}),
     title: `${entry.time} ${valueLabel(entry, info)}`,
-  }, make('span.schedule-bar-time', {}, entry.time), make('span.schedule-bar-value', {}, valueLabel(entry, info)));
+  }, make('span.schedule-bar-time', {}, entry.time), make('span.schedule-bar-value', {}, main,
+    unit ? make('span.schedule-unit', {}, ` ${unit}`) : null));
   element.dataset.row = row;
   element.dataset.index = index;
   element.classList.toggle('is-selected', selected?.row === row && selected?.index === index);
@@ -79,17 +81,29 @@ function trackOf(entries, row, drawing) {
     loose.map((entry) => bar(entry, null, row, entries.indexOf(entry), drawing))) : null];
 }
 
-// `drawing` has: lists (of entries), names (of rows), head(row) (an element), info, colour, gapWord, edit, and, if there
-// are any, now {row, at}, selected {row, index}, wrong(row, index).
+function rowOf(row, key, drawing) {
+  const line = make(`div.schedule-row${drawing.now?.row === row ? '.is-today' : ''}`,
+    drawing.edit ? {role: 'group', 'aria-label': drawing.names[row]} : {},
+    make('div.schedule-row-head', {}, drawing.head(row)), make('div.schedule-row-body'));
+  Object.assign(line.dataset, {row, key});
+  return line;
+}
+
+// `drawing` has: lists (of entries), names (of rows), keys (what the heads show), head(row) (an element), info, colour,
+// gapWord, edit, and, if there are any, now {row, at}, selected {row, index}, wrong(row, index). A head stays in the page
+// while it shows the same, so that a button that is being pressed stays too.
 export function drawRows(element, drawing) {
-  element.replaceChildren(...drawing.lists.map((entries, row) => {
-    const isToday = drawing.now?.row === row;
-    const line = make(`div.schedule-row${isToday ? '.is-today' : ''}${entries.length ? '' : '.is-empty'}`,
-      drawing.edit ? {role: 'group', 'aria-label': drawing.names[row]} : {},
-      make('div.schedule-row-head', {}, drawing.head(row)), make('div.schedule-row-body', {}, trackOf(entries, row, drawing)));
-    line.dataset.row = row;
+  const lines = drawing.lists.map((entries, row) => {
+    const key = `${drawing.keys[row]} ${drawing.now?.row === row}`;
+    const old = element.children[row];
+    const line = old?.dataset.key === key ? old : rowOf(row, key, drawing);
+    line.classList.toggle('is-empty', entries.length === 0);
+    line.querySelector('.schedule-row-body').replaceChildren(...trackOf(entries, row, drawing).filter(Boolean));
     return line;
-  }));
+  });
+  if (lines.length !== element.children.length || lines.some((line, row) => line !== element.children[row])) {
+    element.replaceChildren(...lines);
+  }
 }
 
 export function barAt(element, row, index) {

@@ -55,20 +55,23 @@ export function choices(type, info) {
   return states.map((text, index) => [String(index + first), text || String(index + first)]);
 }
 
-export function valueLabel(entry, info) {
+// {main, unit} of a value as it is shown.
+export function valueParts(entry, info) {
   if (entry.type === 'null') {
-    return 'default';
+    return {main: 'default', unit: ''};
   }
   const choice = stateOf(entry, info) ?? choices(entry.type, info)?.find(([value]) => value === entry.value)?.[1];
-  if (choice) {
-    return choice;
-  }
   const number = Number(entry.value);
-  if (!hasUnit(entry.type) || !Number.isFinite(number)) {
-    return String(entry.value);
+  if (choice || !hasUnit(entry.type) || !Number.isFinite(number)) {
+    return {main: choice ?? String(entry.value), unit: ''};
   }
-  const text = Number.isSafeInteger(number) || !Number.isInteger(number) ? numberText(number) : entry.value.replace(/^-/, Minus);
-  return info.unit ? `${text} ${info.unit}` : text;
+  const isExact = Number.isSafeInteger(number) || !Number.isInteger(number);
+  return {main: isExact ? numberText(number) : entry.value.replace(/^-/, Minus), unit: info.unit ?? ''};
+}
+
+export function valueLabel(entry, info) {
+  const {main, unit} = valueParts(entry, info);
+  return unit ? `${main} ${unit}` : main;
 }
 
 const normal = (entry) => (isNumber(entry.type) ? String(Number(entry.value)) : entry.value);
@@ -85,24 +88,28 @@ export function usualType(model, info) {
   return most ?? (info.states?.length ? 'unsigned' : 'real');
 }
 
+// The value of a new entry: one that the schedule has already, if there is one.
+export function usualValue(type, model, info) {
+  return rows(model).flat().find((entry) => entry.type === type)?.value ?? firstValue(type, info);
+}
+
 export function firstValue(type, info) {
   return choices(type, info)?.[0][0] ?? (isNumber(type) ? '0' : '');
 }
 
-// Returns the class of the colour of an entry: numbers from cool to warm between the least and the greatest of the
-// schedule, states by their number, texts by their first occurrence.
+// Returns the class of the colour of an entry: numbers from cool to warm by their rank in the schedule, states by their
+// number, texts by their first occurrence.
 export function colours(model) {
   const entries = rows(model).flat().filter(({type}) => type !== 'null');
-  const numbers = entries.filter(({type}) => hasUnit(type)).map(numberOf).filter(Number.isFinite);
-  const [least, most] = [Math.min(...numbers), Math.max(...numbers)];
+  const numbers = [...new Set(entries.filter(({type}) => hasUnit(type)).map(numberOf))].sort((one, other) => one - other);
   const texts = [...new Set(entries.filter(({type}) => !isNumber(type)).map(normal))];
   return (entry, info) => {
     if (entry.type === 'null') {
       return 'is-default';
     }
     if (hasUnit(entry.type) && !info.states?.length) {
-      const share = most > least ? (numberOf(entry) - least) / (most - least) : 0.5;
-      return `level-${Number.isFinite(share) ? Math.round(share * 4) + 1 : 3}`;
+      const share = numbers.length > 1 ? numbers.indexOf(numberOf(entry)) / (numbers.length - 1) : 0.5;
+      return `level-${Math.max(0, Math.round(share * 4)) + 1}`;
     }
     const place = isNumber(entry.type) || entry.type === 'boolean' ? numberOf(entry) : texts.indexOf(entry.value);
     return `state-${(Number.isFinite(place) ? Math.abs(Math.trunc(place)) : 0) % 6}`;

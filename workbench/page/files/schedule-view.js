@@ -173,10 +173,9 @@ class View {
     return isWeek ? panel : make('div.schedule-split', {}, this.makeCalendar(), panel);
   }
 
-  makeCalendar() {
+  makeCalendar(hint = 'Point at a day, or move to it with the arrows, to see what is in force on it.') {
     this.calendar = createCalendar({
-      year: (year) => this.showYear(year), describe: (text) => this.describe(text),
-      hint: 'Point at a day, or move to it with the arrows, to see what is in force on it.',
+      year: (year) => this.showYear(year), describe: (text) => this.describe(text), hint,
       choose: (text) => this.editor?.addEvent(text),
     });
     return this.calendar.element;
@@ -213,13 +212,13 @@ class View {
     const {answer} = this;
     this.notice.replaceChildren();
     const isWeek = answer.kind === 'weekly';
-    const calendar = isWeek ? null : this.makeCalendar();
+    const calendar = isWeek ? null : this.makeCalendar('Press a day to add an exception that begins on it.');
     const weekday = () => ({row: weekdayOf(new Date(`${this.clock.today}T00:00:00Z`)) - 1, at: this.clock.at});
     this.editor = new Editor({
-      api: this.api, variable: this.variable, info: answer, today: this.clock.today, now: weekday,
+      api: this.api, variable: this.variable, info: answer, calendar, today: this.clock.today, now: weekday,
       onChange: (changed) => this.onEdited(changed), onDone: () => this.leaveEditor(),
     }, answer.model ?? emptyModel(answer.kind), model);
-    this.body.replaceChildren(calendar ? make('div.schedule-split', {}, calendar, this.editor.element) : this.editor.element);
+    this.body.replaceChildren(this.editor.element);
     this.drawCalendar(model);
     if (text !== undefined && text !== answer.text) {
       this.warnChanged();
