@@ -21,7 +21,7 @@ struct ValueInForce {
     std::string source;     // "weekly schedule, Monday", "event 2 (25 December 2026), priority 10", "default"
     std::string words;      // "21.5 °C"; "the default" without a value
     ScheduleInstant since;  // at the earliest the beginning of the day
-    std::optional<ScheduleInstant> until;  // none: no change within a year
+    std::optional<ScheduleInstant> until;  // none: no change within a year, or none was found
 };
 
 struct ScheduleInForce {
