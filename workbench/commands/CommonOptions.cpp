@@ -51,17 +51,23 @@ void AddFormatOption(CLI::App& command, bool& isJson) {
         ->check(CLI::IsMember({"text", "json"}).description(""));
 }
 
-void AddOutputOption(CLI::App& command, OutputFormat& format) {
+void AddOutputOption(CLI::App& command, OutputFormat& format, bool hasCsv) {
     static std::map<std::string, OutputFormat> const formats = {{"auto", OutputFormat::Auto},
                                                                 {"table", OutputFormat::Table},
                                                                 {"lines", OutputFormat::Lines},
-                                                                {"json", OutputFormat::Json}};
+                                                                {"json", OutputFormat::Json},
+                                                                {"csv", OutputFormat::Csv}};
+    std::vector<std::string> names = {"auto", "table", "lines", "json"};
+    if (hasCsv) {
+        names.emplace_back("csv");
+    }
     command
         .add_option_function<std::string>(
             "--format", [&format](std::string const& name) { format = formats.at(name); },
-            "auto, table, lines or json (default: auto, a table in a terminal and lines elsewhere)")
+            std::string("auto, table, lines") + (hasCsv ? ", json or csv" : " or json") +
+                " (default: auto, a table in a terminal and lines elsewhere)")
         ->type_name("FORMAT")
-        ->check(CLI::IsMember(formats).description(""));
+        ->check(CLI::IsMember(names).description(""));
 }
 
 void AddWaitOptions(CLI::App& command, unsigned& timeout, unsigned& retries, std::string const& what) {

@@ -29,8 +29,9 @@ namespace workbench {
 namespace {
 
 bool ShowsTable(RunOptions const& options, Streams const& streams) {
+    bool const isChosen = options.format == OutputFormat::Auto && !options.changesBeyond;
     return options.format == OutputFormat::Table ||
-           (options.format == OutputFormat::Auto && streams.outIsTerminal && !Terminal(1, 0).IsForLines());
+           (isChosen && streams.outIsTerminal && !Terminal(1, 0).IsForLines());
 }
 
 // Null when the table shows the log: both use the same terminal then.
@@ -55,11 +56,17 @@ std::unique_ptr<Display> MakeDisplay(RunOptions const& options, Streams const& s
         return std::make_unique<TableDisplay>(terminal, TableSources{memory, setter, log},
                                               Completions(project.Blocks()));
     }
-    if (options.format == OutputFormat::Json) {
-        return std::make_unique<JsonDisplay>(streams.out);
+    std::optional<ChangeFilter> filter;
+    if (options.changesBeyond) {
+        filter.emplace(*options.changesBeyond);
     }
-    streams.out << LinesHeader();
-    return std::make_unique<LinesDisplay>(streams.out, log);
+    if (options.format == OutputFormat::Json) {
+        return std::make_unique<JsonDisplay>(streams.out, std::move(filter));
+    }
+    bool const isCsv = options.format == OutputFormat::Csv;
+    streams.out << (isCsv ? CsvHeader() : LinesHeader());
+    auto const format = isCsv ? TextDisplay::Format(FormatCsv) : TextDisplay::Format(FormatLines);
+    return std::make_unique<LinesDisplay>(streams.out, log, format, std::move(filter));
 }
 
 void ServeTerminal(Signals& signals, Terminal& terminal, bool table) {
@@ -119,8 +126,10 @@ struct StandbyScope {
 
 void PrintSummary(RunOptions const& options, Streams const& streams, std::string const& summary) {
     if (options.summary.value_or(ShowsTable(options, streams))) {
-        // With JSON, standard output has nothing but JSON lines.
-        std::ostream& out = options.format == OutputFormat::Json ? streams.err : streams.out;
+        // For programs, standard output has nothing but JSON lines or rows.
+        bool const isForPrograms =
+            options.format == OutputFormat::Json || options.format == OutputFormat::Csv;
+        std::ostream& out = isForPrograms ? streams.err : streams.out;
         out << summary << std::flush;
     }
 }

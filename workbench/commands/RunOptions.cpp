@@ -2,8 +2,14 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <charconv>
+#include <cmath>
 #include <cstddef>
+#include <string>
+#include <system_error>
 #include <vector>
+
+#include "Printable.h"
 
 namespace workbench {
 
@@ -18,6 +24,10 @@ A variable with Write = true can be set: with --set, with the key s in the table
 "set Block.Variable = value" on standard input. A value is written in the cycle after the first
 cycle without a fault.
 
+--changes-only shows the first cycle of a block whole and then what differs from what was shown:
+values, qualities, suspects, writes, and in JSON also the state of the block. --dead-band 0.5 leaves
+out numbers that are within 0.5 of the number that was shown last.
+
 Below a block is why it is in its state, as the datagrams show it. A value that the driver has read
 from an error of the device is marked as suspect.
 
@@ -31,6 +41,7 @@ Examples:
   dorvel-workbench run plant.lua --define ahu=192.168.1.20:47808 --pcap plant.pcap
   dorvel-workbench run plant.lua --set "AHU.Supply air setpoint=21.5" --summary
   dorvel-workbench run plant.lua --format json --cycles 10 --fail-on fault,suspect
+  dorvel-workbench run plant.lua --format csv --dead-band 0.2 > plant.csv
   dorvel-workbench run plant.lua --page --page-writes
   dorvel-workbench run plant.lua --page 192.168.1.5:8080 --page-token-file page.token
 
@@ -41,6 +52,38 @@ Exit codes:
   3  the add-in cannot be loaded
   4  something else failed, such as writing the capture file
   130  a second Ctrl-C ended the program at once)";
+
+double DeadBand(std::string const& text) {
+    double width = 0;
+    auto const [end, mistake] = std::from_chars(text.data(), text.data() + text.size(), width);
+    bool const isNumber = mistake == std::errc() && end == text.data() + text.size();
+    if (!isNumber || !std::isfinite(width) || width < 0) {
+        throw CLI::ValidationError(
+            "--dead-band", tools::Quoted(text) + " is not a width; allowed is a number from 0, such as 0.5");
+    }
+    return width;
+}
+
+// --format, and what of each cycle is shown in a format for programs.
+void AddFormatOptions(CLI::App& command, RunOptions& options) {
+    AddOutputOption(command, options.format, true);
+    command.add_flag_callback(
+        "--changes-only", [&options] { options.changesBeyond = options.changesBeyond.value_or(0); },
+        "Shows of each cycle only what has changed; in lines, JSON and CSV");
+    command
+        .add_option_function<std::string>(
+            "--dead-band", [&options](std::string const& text) { options.changesBeyond = DeadBand(text); },
+            "The same, and of numbers only changes by more than X")
+        ->type_name("X");
+    command.parse_complete_callback([&options] {
+        if (options.changesBeyond && options.format == OutputFormat::Table) {
+            throw CLI::ValidationError(
+                "--changes-only",
+                "and --dead-band are not for the table, which shows all variables; use "
+                "--format lines, json or csv");
+        }
+    });
+}
 
 void AddLogOptions(CLI::App& command, RunOptions& options) {
     static std::map<std::string, LogFormat> const formats = {{"text", LogFormat::Text},
@@ -96,7 +139,7 @@ void AddFailOptions(CLI::App& command, RunOptions& options) {
 
 void DefineRun(CLI::App& command, RunOptions& options) {
     AddProjectOptions(command, options);
-    AddOutputOption(command, options.format);
+    AddFormatOptions(command, options);
     command.add_option("--cycles", options.cycles, "Ends after N cycles of each block (default: at Ctrl-C)")
         ->type_name("N")
         ->check(CLI::Range(1ULL, 1000000000000ULL).description(""));

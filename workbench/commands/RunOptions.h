@@ -16,6 +16,8 @@ namespace workbench {
 struct RunOptions : ProjectOptions {
     std::vector<std::string> sets;  // "Block.Variable=value", in order
     OutputFormat format = OutputFormat::Auto;
+    // Only what has changed is shown, of numbers what has changed by more than this. None: every cycle.
+    std::optional<double> changesBeyond;
     unsigned long long cycles = 0;  // 0: no limit
     bool trace = false;
     std::set<Trouble> failOn;  // each makes the exit code 1

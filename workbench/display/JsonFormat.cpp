@@ -1,7 +1,6 @@
 #include "JsonFormat.h"
 
 #include <cmath>
-#include <numeric>
 
 #include "JsonFields.h"
 #include "NumberText.h"
@@ -154,7 +153,7 @@ void WriteCauses(JsonWriter& writer, BlockSnapshot const& block) {
 
 }  // namespace
 
-std::string FormatJson(BlockSnapshot const& block, std::vector<std::size_t> const& chosen) {
+std::string FormatJson(BlockSnapshot const& block, ChosenVariables const& chosen) {
     rapidjson::StringBuffer buffer;
     JsonWriter writer(buffer);
     writer.StartObject();
@@ -180,9 +179,7 @@ std::string FormatJson(BlockSnapshot const& block, std::vector<std::size_t> cons
 }
 
 std::string FormatJson(BlockSnapshot const& block) {
-    std::vector<std::size_t> all(block.variables.size());
-    std::iota(all.begin(), all.end(), std::size_t{0});
-    return FormatJson(block, all);
+    return FormatJson(block, AllVariables(block));
 }
 
 std::string VariableJson(VariableSnapshot const& variable, long long localDiff) {

@@ -1,9 +1,8 @@
 #pragma once
 
-#include <cstddef>
 #include <string>
-#include <vector>
 
+#include "ChosenVariables.h"
 #include "SetAnswer.h"
 #include "Snapshot.h"
 
@@ -22,7 +21,7 @@ namespace workbench {
 // comes from an error of the device has "suspect":"device: unknown-object".
 std::string FormatJson(BlockSnapshot const& block);
 // The same with only the variables at these indices.
-std::string FormatJson(BlockSnapshot const& block, std::vector<std::size_t> const& chosen);
+std::string FormatJson(BlockSnapshot const& block, ChosenVariables const& chosen);
 // The object of one variable there, without a line end.
 std::string VariableJson(VariableSnapshot const& variable, long long localDiff);
 

@@ -38,13 +38,17 @@ std::string BlockColumns(BlockSnapshot const& block) {
 }  // namespace
 
 std::string FormatLines(BlockSnapshot const& block) {
+    return FormatLines(block, AllVariables(block));
+}
+
+std::string FormatLines(BlockSnapshot const& block, ChosenVariables const& variables) {
     std::string const columns = IsoTime(block.time, block.localDiff) + "\t" +
                                 tools::Printable(block.config->name) + "\t" + std::to_string(block.cycle) +
                                 "\t" + StateText(block) + "\t";
     std::string const more = BlockColumns(block);
     std::string lines;
-    for (VariableSnapshot const& variable : block.variables) {
-        lines += columns + VariableColumns(variable, block.localDiff) + more + "\n";
+    for (std::size_t const index : variables) {
+        lines += columns + VariableColumns(block.variables[index], block.localDiff) + more + "\n";
     }
     return lines;
 }

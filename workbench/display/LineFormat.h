@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "ChosenVariables.h"
 #include "Snapshot.h"
 
 namespace workbench {
@@ -13,6 +14,8 @@ namespace workbench {
 // of the block's state, "-" for none), the time that the cycle took in milliseconds, overruns of the period.
 // New columns come after these.
 std::string FormatLines(BlockSnapshot const& block);
+// The same with only these variables.
+std::string FormatLines(BlockSnapshot const& block, ChosenVariables const& variables);
 
 // A line with the names of the columns, after a "#".
 std::string LinesHeader();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <vector>
 
 #include "Project.h"
@@ -14,6 +15,9 @@ struct Sample {
     double value = 0;    // a Boolean is 0 or 1; NaN where the variable had no number
     QualityKind quality = QualityKind::Bad;
 };
+
+// The shortest text of its number, with no more digits than the variable's type has; empty for NaN.
+std::string SampleText(VariableConfig const& variable, double value);
 
 bool operator==(Sample const& left, Sample const& right);  // NaN equals NaN
 

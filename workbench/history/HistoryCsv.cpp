@@ -3,10 +3,8 @@
 #include <cmath>
 
 #include "CsvCells.h"
-#include "NumberText.h"
 #include "ShownValue.h"
 #include "TimeText.h"
-#include "Units.h"
 
 namespace workbench {
 
@@ -32,19 +30,19 @@ std::string StateCell(VariableConfig const& variable, double value) {
 }  // namespace
 
 std::string TrendHeader() {
-    return CsvLine({"time", "block", "variable", "value", "unit", "state", "quality"});
+    return CsvLine({"time", "block", "variable", "value", "unit", "state_text", "quality"});
 }
 
 std::string TrendRows(BlockConfig const& block, VariableConfig const& variable,
                       std::vector<Sample> const& samples, long long localDiff) {
     std::string const blockCell = CsvSafeText(block.name);
     std::string const variableCell = CsvSafeText(variable.name);
-    std::string const unit = HasUnit(variable) ? CsvSafeText(UnitText(variable.unit)) : "";
+    std::string const unit = HasUnit(variable) ? CsvSafeText(variable.unit) : "";
     std::string rows;
     for (Sample const& sample : samples) {
-        std::string const value = std::isnan(sample.value) ? "" : tools::NumberText(sample.value);
-        rows += CsvLine({IsoTime(sample.time, localDiff), blockCell, variableCell, value, unit,
-                         StateCell(variable, sample.value), QualityName(sample.quality)});
+        rows += CsvLine({IsoTime(sample.time, localDiff), blockCell, variableCell,
+                         SampleText(variable, sample.value), unit, StateCell(variable, sample.value),
+                         QualityName(sample.quality)});
     }
     return rows;
 }

@@ -13,7 +13,7 @@ namespace workbench {
 // a comma between the cells and CR LF at the end. Texts that a spreadsheet would take for a formula begin
 // with an apostrophe.
 
-// time, block, variable, value, unit, state, quality. A value without number is an empty cell.
+// time, block, variable, value, unit, state_text, quality (good, uncertain or bad). A gap has no value.
 std::string TrendHeader();
 std::string TrendRows(BlockConfig const& block, VariableConfig const& variable,
                       std::vector<Sample> const& samples, long long localDiff);

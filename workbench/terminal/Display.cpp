@@ -10,7 +10,18 @@ void Display::Standby(bool isOn) {
 }
 
 void TextDisplay::Cycle(SharedSnapshot const& block) {
-    Write(format(*block));
+    BlockChange const change = ChangeOf(*block);
+    if (!change.IsEmpty()) {
+        Write(format(*block, change.variables));
+    }
+}
+
+BlockChange TextDisplay::ChangeOf(BlockSnapshot const& block) {
+    if (!filter) {
+        return {AllVariables(block), true};
+    }
+    std::lock_guard<std::mutex> const lock(mutex);
+    return filter->Take(block);
 }
 
 void TextDisplay::Write(std::string const& text) {

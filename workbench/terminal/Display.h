@@ -2,10 +2,14 @@
 
 #include <chrono>
 #include <mutex>
+#include <optional>
 #include <ostream>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "ChangeFilter.h"
+#include "CsvFormat.h"
 #include "JsonFormat.h"
 #include "LineFormat.h"
 #include "LogBuffer.h"
@@ -38,9 +42,11 @@ public:
 // Writes each cycle as text, by a function such as FormatLines.
 class TextDisplay : public Display {
 public:
-    using Format = std::string (*)(BlockSnapshot const& block);
+    using Format = std::string (*)(BlockSnapshot const& block, ChosenVariables const& variables);
 
-    TextDisplay(std::ostream& outputStream, Format cycleFormat) : stream(outputStream), format(cycleFormat) {}
+    // With a filter only what it finds changed is written.
+    TextDisplay(std::ostream& outputStream, Format cycleFormat, std::optional<ChangeFilter> changesOnly = {})
+        : stream(outputStream), format(cycleFormat), filter(std::move(changesOnly)) {}
 
     void Cycle(SharedSnapshot const& block) override;
     bool Failed() const override;
@@ -49,16 +55,20 @@ protected:
     void Write(std::string const& text);
 
 private:
+    BlockChange ChangeOf(BlockSnapshot const& block);
+
     mutable std::mutex mutex;
     std::ostream& stream;
     Format format;
+    std::optional<ChangeFilter> filter;
 };
 
-// Lines of plain text. Answers go to the log.
+// Lines of plain text or CSV, after their header. Answers go to the log.
 class LinesDisplay : public TextDisplay {
 public:
-    LinesDisplay(std::ostream& outputStream, LogBuffer& answerLog)
-        : TextDisplay(outputStream, FormatLines), log(answerLog) {}
+    LinesDisplay(std::ostream& outputStream, LogBuffer& answerLog, Format lineFormat,
+                 std::optional<ChangeFilter> changesOnly = {})
+        : TextDisplay(outputStream, lineFormat, std::move(changesOnly)), log(answerLog) {}
 
     void Answer(SetAnswer const& answer) override;
 
@@ -69,7 +79,8 @@ private:
 // JSON objects, one a line. Answers are separate objects between those of the cycles.
 class JsonDisplay : public TextDisplay {
 public:
-    explicit JsonDisplay(std::ostream& outputStream) : TextDisplay(outputStream, FormatJson) {}
+    explicit JsonDisplay(std::ostream& outputStream, std::optional<ChangeFilter> changesOnly = {})
+        : TextDisplay(outputStream, FormatJson, std::move(changesOnly)) {}
 
     void Answer(SetAnswer const& answer) override;
     void Standby(bool isOn) override;

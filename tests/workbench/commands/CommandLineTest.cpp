@@ -66,6 +66,22 @@ TEST_F(CommandLine, AProjectIsTheOnlyRequiredArgument) {
     EXPECT_FALSE(options.summary);
 }
 
+TEST_F(CommandLine, ADeadBandIsForChangesInFormatsForPrograms) {
+    EXPECT_FALSE(Parse(DefineRun, {"plant.lua"}).changesBeyond);
+    EXPECT_EQ(Parse(DefineRun, {"plant.lua", "--changes-only"}).changesBeyond, 0.0);
+    EXPECT_EQ(Parse(DefineRun, {"plant.lua", "--dead-band", "0.5"}).changesBeyond, 0.5);
+    EXPECT_EQ(Parse(DefineRun, {"plant.lua", "--dead-band", "0.5", "--changes-only"}).changesBeyond, 0.5);
+    EXPECT_EQ(Parse(DefineRun, {"plant.lua", "--format", "csv"}).format, OutputFormat::Csv);
+    for (char const* const width : {"-1", "nan", "inf", "1e999", "0.5 K", "", "0,5"}) {
+        ExpectMistake(
+            {"run", "plant.lua", "--dead-band", width},
+            "--dead-band: \"" + std::string(width) + "\" is not a width; allowed is a number from 0");
+    }
+    ExpectMistake({"run", "plant.lua", "--format", "table", "--changes-only"}, "not for the table");
+    ExpectMistake({"run", "plant.lua", "--dead-band", "1", "--format", "table"}, "not for the table");
+    ExpectMistake({"browse", "10.0.0.1", "--format", "csv"}, "--format");
+}
+
 TEST_F(CommandLine, VerifyHasItsOptionsAndTheirDefaults) {
     auto options = Parse(DefineVerify, {"plant.lua"});
     EXPECT_EQ(options.project, "plant.lua");
