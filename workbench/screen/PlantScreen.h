@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "EditLine.h"
-#include "Frame.h"
+#include "ScreenFrame.h"
 #include "Key.h"
 #include "PlantRows.h"
 #include "Prompt.h"

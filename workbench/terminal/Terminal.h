@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "Frame.h"
+#include "ScreenFrame.h"
 #include "Screen.h"
 
 namespace workbench {
