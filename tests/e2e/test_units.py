@@ -158,10 +158,10 @@ class UnitsInATerminal(TerminalBase):
         for cell in (" 7 °C ", " true (released) ", " 1 (automatic) "):
             self.assertIn(cell, screen)
 
-    def test_a_narrow_table_keeps_the_numbers(self):
-        screen = self.screen_of(64)
-        self.assertIn("7 °C", screen)
-        self.assertRegex(screen, r" 1 \(a\w*…")
+    def test_a_narrow_table_keeps_them(self):
+        screen = self.screen_of(44)
+        for cell in (" 7 °C ", " 1 (automatic)"):
+            self.assertIn(cell, screen)
 
     def test_a_word_is_completed_and_set(self):
         def type_a_word(process, terminal):

@@ -28,15 +28,23 @@ namespace workbench {
 
 namespace {
 
-bool ShowsTable(RunOptions const& options, Streams const& streams) {
-    bool const isChosen = options.format == OutputFormat::Auto && !options.changesBeyond;
-    return options.format == OutputFormat::Table ||
-           (isChosen && streams.outIsTerminal && !Terminal(1, 0).IsForLines());
+bool ShowsTable(RunOptions const& options) {
+    return options.format == OutputFormat::Table;
+}
+
+// Decides on a format once: a window that becomes smaller during the run stays a table.
+RunOptions WithFormat(RunOptions options, Streams const& streams) {
+    if (options.format == OutputFormat::Auto) {
+        bool const isForTable =
+            !options.changesBeyond && streams.outIsTerminal && !Terminal(1, 0).IsForLines();
+        options.format = isForTable ? OutputFormat::Table : OutputFormat::Lines;
+    }
+    return options;
 }
 
 // Null when the table shows the log: both use the same terminal then.
 std::ostream* LogStream(RunOptions const& options, Streams const& streams) {
-    return ShowsTable(options, streams) && streams.errIsTerminal ? nullptr : &streams.err;
+    return ShowsTable(options) && streams.errIsTerminal ? nullptr : &streams.err;
 }
 
 std::vector<SharedSnapshot> FirstSnapshots(LoadedProject& project) {
@@ -125,7 +133,7 @@ struct StandbyScope {
 };
 
 void PrintSummary(RunOptions const& options, Streams const& streams, std::string const& summary) {
-    if (options.summary.value_or(ShowsTable(options, streams))) {
+    if (options.summary.value_or(ShowsTable(options))) {
         // For programs, standard output has nothing but JSON lines or rows.
         bool const isForPrograms =
             options.format == OutputFormat::Json || options.format == OutputFormat::Csv;
@@ -137,7 +145,7 @@ void PrintSummary(RunOptions const& options, Streams const& streams, std::string
 // Nobody should miss what stays in the devices, even without a summary.
 void PrintHeldWrites(RunOptions const& options, Streams const& streams, HostScope& host,
                      LoadedProject& project, LogBuffer& log) {
-    if (options.summary.value_or(true) && !options.summary.value_or(ShowsTable(options, streams))) {
+    if (options.summary.value_or(true) && !options.summary.value_or(ShowsTable(options))) {
         for (std::string const& line : HeldWriteLines(host.Observed(), project.Blocks())) {
             Warn(line, options.logFormat, log, streams.err);
         }
@@ -166,7 +174,7 @@ std::unique_ptr<RunPage> StartPage(RunOptions const& options, Streams const& str
     }
     page->Start();
     std::string const line = "page: " + page->Link();
-    if (options.logFormat == LogFormat::Json || ShowsTable(options, streams)) {
+    if (options.logFormat == LogFormat::Json || ShowsTable(options)) {
         parts.log.Add(line);
     } else {
         streams.err << line << std::endl;
@@ -182,7 +190,8 @@ int ExitCodeOf(RunOptions const& options, RunFigures const& figures) {
 
 }  // namespace
 
-int RunProject(RunOptions const& options, Streams const& streams) {
+int RunProject(RunOptions const& given, Streams const& streams) {
+    RunOptions const options = WithFormat(given, streams);
     LogBuffer log(LogStream(options, streams), options.logFormat);
     HostScope host(log, options.trace, options.captureFile);
     LoadedProject project(options.project, options.params);
@@ -192,7 +201,7 @@ int RunProject(RunOptions const& options, Streams const& streams) {
     ValueSetter setter(project.Runtime(), log, &host.Observed());
     SetFromTheStart(project, options.sets, setter);
     RunFigures figures;
-    bool const table = ShowsTable(options, streams);
+    bool const table = ShowsTable(options);
     PlantMemory memory(project.Blocks(), FirstSnapshots(project), table || options.page.isOn);
 
     Signals signals(Terminal::EndAtOnce);

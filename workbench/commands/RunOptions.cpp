@@ -17,8 +17,11 @@ namespace {
 
 constexpr char RunHelp[] =
     R"(Calls every block of the project once per period of its task. In a terminal a table shows the
-variables and is refreshed in place; elsewhere each variable is one line per cycle, with tabs
-between the columns. Ctrl-C ends the run.
+variables and is refreshed in place; elsewhere, with TERM=dumb and in a terminal below 40x8, each
+variable is one line per cycle, with tabs between the columns. Ctrl-C ends the run.
+
+The table is scrolled by the arrows, pages, Home, End and the wheel; / filters, Enter shows all that
+is known of a variable, l shows the log, s sets a value, and ? lists all keys.
 
 A variable with Write = true can be set: with --set, with the key s in the table, and with lines
 "set Block.Variable = value" on standard input. A value is written in the cycle after the first

@@ -14,6 +14,8 @@ namespace workbench {
 namespace {
 
 constexpr int Handled[] = {SIGINT, SIGTERM, SIGHUP, SIGWINCH, SIGTSTP};
+// They end the program by themselves.
+constexpr int Crashes[] = {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGQUIT};
 
 // Lock-free, so that handlers may use them.
 std::atomic<bool> stopping{false};
@@ -21,6 +23,22 @@ std::atomic<bool> resized{false};
 std::atomic<bool> suspends{false};
 void (*emergency)() = nullptr;
 struct sigaction before[std::size(Handled)];
+struct sigaction beforeCrash[std::size(Crashes)];
+
+void RestoreCrashes() {
+    for (std::size_t i = 0; i < std::size(Crashes); ++i) {
+        sigaction(Crashes[i], &beforeCrash[i], nullptr);
+    }
+}
+
+// The signal comes again when the handler returns, and finds the handlers from before.
+void HandleCrash(int number) {
+    if (emergency) {
+        emergency();
+    }
+    RestoreCrashes();
+    raise(number);
+}
 
 void Handle(int number) {
     if (number == SIGWINCH) {
@@ -46,12 +64,17 @@ Signals::Signals(void (*emergencyFunction)()) {
     for (std::size_t i = 0; i < std::size(Handled); ++i) {
         sigaction(Handled[i], &action, &before[i]);
     }
+    action.sa_handler = HandleCrash;
+    for (std::size_t i = 0; i < std::size(Crashes); ++i) {
+        sigaction(Crashes[i], &action, &beforeCrash[i]);
+    }
 }
 
 Signals::~Signals() {
     for (std::size_t i = 0; i < std::size(Handled); ++i) {
         sigaction(Handled[i], &before[i], nullptr);
     }
+    RestoreCrashes();
     emergency = nullptr;
 }
 

@@ -3,7 +3,8 @@
 namespace workbench {
 
 // Handles the signals that end, suspend or resize a program in a terminal, until it is destroyed. A second
-// SIGINT, SIGTERM or SIGHUP calls the emergency function and ends the process at once, with exit code 130.
+// SIGINT, SIGTERM or SIGHUP calls the emergency function and ends the process at once, with exit code 130. A
+// signal of a crash, and SIGQUIT, call it too before they end the process as they would without this object.
 // Only one object may exist at a time.
 class Signals {
 public:

@@ -1,5 +1,7 @@
 #include "DetailText.h"
 
+#include <algorithm>
+
 #include "Printable.h"
 #include "WrappedText.h"
 
@@ -25,16 +27,33 @@ void DetailText::Title(std::string const& text) {
 }
 
 void DetailText::Add(std::string const& name, std::string const& value, Colour colour) {
-    if (value.empty()) {
-        return;
+    if (!value.empty()) {
+        AddWrapped(name, NameWidth, value, colour);
     }
+}
+
+void DetailText::AddLong(std::string const& name, std::string const& value) {
+    constexpr std::size_t longNameWidth = 32;
+    std::size_t const nameWidth = std::min(longNameWidth, std::max(NameWidth, screen.width / 3));
     std::string shownName = name;
-    for (std::string const& part : Wrapped(tools::Printable(value), Width())) {
+    std::size_t begin = 0;
+    do {
+        std::size_t const end = std::min(value.find('\n', begin), value.size());
+        AddWrapped(shownName, nameWidth, value.substr(begin, end - begin), Colour::None);
+        shownName.clear();
+        begin = end + 1;
+    } while (begin < value.size());
+}
+
+void DetailText::AddWrapped(std::string name, std::size_t nameWidth, std::string const& value,
+                            Colour colour) {
+    std::size_t const width = screen.width > nameWidth + 10 ? screen.width - nameWidth : 10;
+    for (std::string const& part : Wrapped(tools::Printable(value), width)) {
         TableLine line(screen.width, screen.colour);
-        line.Add("  " + tools::FitTo(shownName, NameWidth - 2), Colour::Dim);
+        line.Add("  " + tools::FitTo(tools::Printable(name), nameWidth - 3) + " ", Colour::Dim);
         line.Add(part, colour);
         lines.push_back(line.Text());
-        shownName.clear();
+        name.clear();
     }
 }
 

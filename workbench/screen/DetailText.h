@@ -17,6 +17,8 @@ public:
     void Title(std::string const& text);
     // Left out if the value is empty.
     void Add(std::string const& name, std::string const& value, Colour colour = Colour::None);
+    // With names that may be long, and a line of its own for each line of the value.
+    void AddLong(std::string const& name, std::string const& value);
     // A line as it is, indented.
     void Line(std::string const& text, Colour colour = Colour::None);
 
@@ -25,6 +27,8 @@ public:
     std::vector<std::string> const& Lines() const { return lines; }
 
 private:
+    void AddWrapped(std::string name, std::size_t nameWidth, std::string const& value, Colour colour);
+
     Screen screen;
     std::vector<std::string> lines;
 };

@@ -1,12 +1,13 @@
 #include "DetailView.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "DetailText.h"
-#include "Printable.h"
 #include "QualityText.h"
 #include "SetRequest.h"
 #include "ShownValue.h"
+#include "Sparkline.h"
 #include "StateColours.h"
 #include "TimeText.h"
 #include "TypeName.h"
@@ -84,6 +85,71 @@ void AddBlock(BlockSnapshot const& block, DetailText& text) {
     text.Add("Cycle", std::to_string(block.cycle));
 }
 
+// A sample has the value of a Float as a double, with digits that it does not have.
+std::string NumberWords(VariableConfig const& variable, double number, long long localDiff) {
+    OpcUa_VariantHlp value;
+    if (ValueType(variable) == OpcUaType_Float) {
+        value.SetFloat(static_cast<float>(number));
+    } else {
+        value.SetDouble(number);
+    }
+    return ShownValue(variable, value, localDiff);
+}
+
+// The line, and between which values and times it is.
+void AddTrend(VariableConfig const& variable, VariableFacts const& facts, long long localDiff,
+              DetailText& text) {
+    std::string const line = Sparkline(facts.trend, facts.trendFrom, facts.trendTo, text.Width());
+    if (line.empty()) {
+        return;
+    }
+    std::vector<double> numbers;
+    for (Sample const& sample : facts.trend) {
+        if (std::isfinite(sample.value) && sample.quality != QualityKind::Bad) {
+            numbers.push_back(sample.value);
+        }
+    }
+    auto const [least, greatest] = std::minmax_element(numbers.begin(), numbers.end());
+    text.Title("Trend");
+    text.Add(ClockTime(facts.trendFrom, localDiff), line, Colour::Green);
+    text.Add("to " + ClockTime(facts.trendTo, localDiff),
+             NumberWords(variable, *least, localDiff) + " to " + NumberWords(variable, *greatest, localDiff));
+}
+
+void AddEvents(std::vector<Event> const& events, DetailText& text) {
+    if (events.empty()) {
+        return;
+    }
+    text.Title("Events");
+    for (auto event = events.rbegin(); event != events.rend(); ++event) {
+        text.Add(ClockTime(event->time, event->localDiff), event->text);
+    }
+}
+
+void AddLog(std::vector<LogLine> const& log, DetailText& text) {
+    if (log.empty()) {
+        return;
+    }
+    text.Title("Log");
+    for (auto line = log.rbegin(); line != log.rend(); ++line) {
+        text.Add(ClockTime(line->time, line->localDiff), line->text);
+    }
+}
+
+// What the device says of the object, by the standard and not through the driver.
+void AddInspection(Inspection const& inspection, long long localDiff, long long now, DetailText& text) {
+    text.Title("The object as its device describes it");
+    if (inspection.state == InspectionState::Failed || !inspection.reason.empty()) {
+        text.Add(InspectionName(inspection.state), inspection.reason, Colour::Yellow);
+    } else if (inspection.properties.empty()) {
+        text.Line("being read ...", Colour::Dim);
+    }
+    text.Add("Read", TimeWords(inspection.time, localDiff, now));
+    for (Inspection::Property const& property : inspection.properties) {
+        text.AddLong(property.name, property.value);
+    }
+}
+
 }  // namespace
 
 std::vector<std::string> DetailLines(PlantRows const& rows, std::size_t block, std::size_t variable,
@@ -95,11 +161,11 @@ std::vector<std::string> DetailLines(PlantRows const& rows, std::size_t block, s
     AddNow(shown, snapshot, rows.Plant().WriteOf(shown), rows.Changes().Of(block, variable), now, text);
     AddProject(*shown.config, text);
     AddBlock(snapshot, text);
-    if (!facts.log.empty()) {
-        text.Title("Log");
-        for (std::string const& line : facts.log) {
-            text.Line(line);
-        }
+    AddTrend(*shown.config, facts, snapshot.localDiff, text);
+    AddEvents(facts.events, text);
+    AddLog(facts.log, text);
+    if (facts.inspection) {
+        AddInspection(*facts.inspection, snapshot.localDiff, now, text);
     }
     return text.Lines();
 }

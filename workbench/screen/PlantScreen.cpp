@@ -15,9 +15,12 @@ void PlantScreen::Update(PlantState const& plant, std::vector<std::string> const
     }
 }
 
-VariableConfig const* PlantScreen::Detailed() const {
-    return view == View::Detail ? rows.Plant().blocks[detailBlock]->variables[detailVariable].config
-                                : nullptr;
+std::optional<std::pair<BlockConfig const*, VariableConfig const*>> PlantScreen::Detailed() const {
+    if (view != View::Detail) {
+        return std::nullopt;
+    }
+    BlockSnapshot const& block = *rows.Plant().blocks[detailBlock];
+    return std::pair(block.config, block.variables[detailVariable].config);
 }
 
 std::string PlantScreen::Handle(Key const& key) {

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "EditLine.h"
@@ -26,8 +28,8 @@ public:
 
     // The newest state of everything that is shown. now is a file time.
     void Update(PlantState const& plant, std::vector<std::string> const& newestLog, long long now);
-    // The variable whose details are open; null without one. They show the facts from then on.
-    VariableConfig const* Detailed() const;
+    // The variable whose details are open, and its block; none without one. They show the facts from then on.
+    std::optional<std::pair<BlockConfig const*, VariableConfig const*>> Detailed() const;
     void SetFacts(VariableFacts newFacts) { facts = std::move(newFacts); }
     // The answer to a value that was set, which stays below the table until the next one.
     void SetAnswerLine(SetAnswer const& newAnswer) { answer = newAnswer; }

@@ -16,19 +16,22 @@ namespace {
 
 constexpr std::size_t LinesBelow = 2;  // the status and the message
 
-std::vector<std::string> TooSmall(Screen const& screen) {
-    TableLine line(screen.width, false);
-    line.Add("The window is " + std::to_string(screen.width) + "x" + std::to_string(screen.height) +
-             "; the table needs " + std::to_string(LeastWidth) + "x" + std::to_string(LeastHeight));
-    return {line.Text()};
+std::string Line(std::string const& text, Screen const& screen, Colour colour = Colour::None) {
+    TableLine line(screen.width, screen.colour);
+    line.Add(text, colour);
+    return line.Text();
+}
+
+std::string TooSmall(Screen const& screen) {
+    return Line("Window " + std::to_string(screen.width) + "x" + std::to_string(screen.height) +
+                    "; the table needs " + std::to_string(LeastWidth) + "x" + std::to_string(LeastHeight),
+                {screen.width, screen.height, false});
 }
 
 std::vector<std::string> Printed(std::vector<std::string> const& texts, Screen const& screen) {
     std::vector<std::string> lines;
     for (std::string const& text : texts) {
-        TableLine line(screen.width, screen.colour);
-        line.Add(tools::Printable(text));
-        lines.push_back(line.Text());
+        lines.push_back(Line(tools::Printable(text), screen));
     }
     return lines;
 }
@@ -40,11 +43,9 @@ std::vector<std::string> NewestLog(std::vector<std::string> const& log, Screen c
     if (count == 0) {
         return {};
     }
-    TableLine title(screen.width, screen.colour);
-    title.Add("Log", Colour::Dim);
     std::vector<std::string> lines =
         Printed({log.end() - static_cast<std::ptrdiff_t>(count), log.end()}, screen);
-    lines.insert(lines.begin(), title.Text());
+    lines.insert(lines.begin(), Line("Log", screen, Colour::Dim));
     return lines;
 }
 
@@ -69,7 +70,8 @@ std::vector<std::string> CandidateLines(std::vector<std::string> const& names, S
         lines.push_back(line.Text());
     }
     if (next < names.size()) {
-        lines.push_back("  ... " + std::to_string(names.size() - next) + " more; type some letters");
+        lines.push_back(
+            Line("  ... " + std::to_string(names.size() - next) + " more; type some letters", screen));
     }
     return lines;
 }
@@ -114,7 +116,7 @@ std::string CountWords(PlantRows const& rows) {
 
 Frame PlantScreen::Draw(Screen const& screen) {
     if (screen.width < LeastWidth || screen.height < LeastHeight) {
-        return {TooSmall(screen), {}};
+        return {{TooSmall(screen)}, {}};
     }
     Frame frame;
     std::vector<std::string> const candidates = prompt.IsOpen() && !prompt.Candidates().empty()
@@ -147,7 +149,7 @@ std::vector<std::string> PlantScreen::TableWithLog(Screen const& screen, std::si
     std::size_t const tableHeight = height - logLines.size();
     std::vector<std::string> lines = table.Draw(rows, screen, tableHeight, time);
     if (rows.Rows().empty()) {
-        lines.push_back("    No variable is chosen; Esc shows all again");
+        lines.push_back(Line("    No variable is chosen; Esc shows all again", screen));
     }
     lines.resize(tableHeight);
     lines.insert(lines.end(), logLines.begin(), logLines.end());

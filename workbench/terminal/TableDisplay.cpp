@@ -64,21 +64,40 @@ std::vector<std::string> TableDisplay::Lines() {
 
 void TableDisplay::Refresh() {
     Update();
-    if (VariableConfig const* const variable = screen.Detailed()) {
-        screen.SetFacts(FactsOf(*variable));
+    if (auto const detailed = screen.Detailed()) {
+        screen.SetFacts(FactsOf(*detailed->first, *detailed->second));
     }
     terminal.Show(screen.Draw(terminal.Size()));
     shownAt = steady_clock::now();
 }
 
 void TableDisplay::Update() {
-    screen.Update({sources.memory.board.All(), sources.setter.States()}, sources.log.Lines(),
-                  dorvel::Environment().Now());
+    if (unsigned long long const count = sources.log.Count(); count != logCount || log.empty()) {
+        logCount = count;
+        log.clear();
+        for (LogLine const& line : sources.log.Newest()) {
+            log.push_back(ShortLogText(line));
+        }
+    }
+    screen.Update({sources.memory.board.All(), sources.setter.States()}, log, dorvel::Environment().Now());
 }
 
-VariableFacts TableDisplay::FactsOf(VariableConfig const& variable) const {
-    static_cast<void>(variable);
-    return {};
+VariableFacts TableDisplay::FactsOf(BlockConfig const& block, VariableConfig const& variable) {
+    constexpr std::size_t mostLines = 10;
+    constexpr std::size_t mostSamples = 1000;
+    constexpr long long hour = 36000000000;
+    if (!inspector) {
+        inspector = std::make_unique<ObjectInspector>();
+    }
+    VariableFacts facts;
+    MemoryHistory const& trends = sources.memory.trends;
+    facts.trendTo = dorvel::Environment().Now();
+    facts.trendFrom = std::max(trends.Oldest(variable), facts.trendTo - hour);
+    facts.trend = trends.Samples(variable, facts.trendFrom, facts.trendTo, mostSamples);
+    facts.events = sources.memory.events.Of(variable, mostLines);
+    facts.log = sources.log.About(block.name, variable, mostLines);
+    facts.inspection = inspector->Inspect(block, variable);
+    return facts;
 }
 
 }  // namespace workbench

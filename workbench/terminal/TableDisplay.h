@@ -1,12 +1,14 @@
 #pragma once
 
 #include <chrono>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "Display.h"
 #include "KeyDecoder.h"
 #include "LogBuffer.h"
+#include "ObjectInspector.h"
 #include "PlantMemory.h"
 #include "PlantScreen.h"
 #include "Terminal.h"
@@ -39,13 +41,16 @@ public:
 
 private:
     void Update();
-    VariableFacts FactsOf(VariableConfig const& variable) const;
+    VariableFacts FactsOf(BlockConfig const& block, VariableConfig const& variable);
 
     Terminal& terminal;
     TableSources sources;
     PlantScreen screen;
     KeyDecoder decoder;
+    std::vector<std::string> log;
+    unsigned long long logCount = 0;  // of the lines that are in it
     WakeEvent cycles;
+    std::unique_ptr<ObjectInspector> inspector;  // from the first details on
     std::chrono::steady_clock::time_point shownAt{};
 };
 

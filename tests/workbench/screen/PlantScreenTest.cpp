@@ -176,10 +176,40 @@ TEST_F(OnScreen, TheDetailsHaveAllThatIsKnown) {
                                     "1 off, 2 automatic", "of the plant", "192.168.1.20:47808"}) {
         EXPECT_TRUE(Has(words)) << words;
     }
-    EXPECT_EQ(screen.Detailed(), &mode);
+    EXPECT_EQ(screen.Detailed()->second, &mode);
     Type("q");
-    EXPECT_EQ(screen.Detailed(), nullptr);
+    EXPECT_FALSE(screen.Detailed());
     EXPECT_TRUE(Has("Variable"));
+}
+
+TEST_F(OnScreen, TheDetailsHaveTrendEventsLogAndWhatTheDeviceSays) {
+    size = {80, 50, false};
+    Type("j\r");
+    EXPECT_FALSE(Has("Trend"));
+    VariableFacts facts;
+    facts.trend = {{Noon - 10 * Second, 20.1, QualityKind::Good}, {Noon, 22.5, QualityKind::Good}};
+    facts.trendFrom = Noon - 10 * Second;
+    facts.trendTo = Noon;
+    facts.events.push_back({1, Noon, Hour, EventKind::Refused, nullptr, nullptr, "99 refused (because)"});
+    facts.log.push_back({Noon, Hour, "AHU", "", "", "a line\x1B of the log"});
+    facts.inspection = std::make_shared<Inspection>(
+        Inspection{InspectionState::Done,
+                   "",
+                   Noon - Second,
+                   {{"description", "in the\x1B duct"}, {"priority-array", "1 null\n8 21"}}});
+    screen.SetFacts(facts);
+    for (char const* const words : {"Trend", "▁",
+                                    "20.1 \xC2\xB0"
+                                    "C to 22.5 \xC2\xB0"
+                                    "C",
+                                    "12:34:56      99 refused (because)", "a line\\x1B of the log",
+                                    "1.0 s ago", "in the\\x1B duct", "8 21"}) {
+        EXPECT_TRUE(Has(words)) << words;
+    }
+    facts.inspection =
+        std::make_shared<Inspection>(Inspection{InspectionState::Failed, "it does not answer", 0, {}});
+    screen.SetFacts(facts);
+    EXPECT_TRUE(Has("failed        it does not answer"));
 }
 
 TEST_F(OnScreen, AVariableThatCanBeSetIsFilledIn) {
@@ -268,9 +298,11 @@ TEST_F(OnScreen, TheKeysOfTheDocumentAreThoseOfTheHelp) {
 
 TEST_F(OnScreen, AScreenThatIsTooSmallSaysSo) {
     size = {39, 24, false};
-    EXPECT_EQ(Lines(), (std::vector<std::string>{"The window is 39x24; the table needs \xE2\x80\xA6"}));
+    EXPECT_EQ(Lines(), (std::vector<std::string>{"Window 39x24; the table needs 40x8"}));
+    size = {5, 5, false};
+    EXPECT_EQ(Lines().size(), 1u);
     size = {60, 7, false};
-    EXPECT_EQ(Lines(), (std::vector<std::string>{"The window is 60x7; the table needs 40x8"}));
+    EXPECT_EQ(Lines(), (std::vector<std::string>{"Window 60x7; the table needs 40x8"}));
     size = {40, 8, false};
     EXPECT_EQ(Lines().size(), 8u);
 }

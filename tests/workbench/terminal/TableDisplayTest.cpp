@@ -101,7 +101,7 @@ TEST_F(TableOnScreen, ShowsAMistake) {
 
 TEST_F(TableOnScreen, EscapeIsAKeyOnceNothingFollows) {
     Type("?");
-    EXPECT_TRUE(Shows("Ends the run"));
+    EXPECT_TRUE(Shows("Selects another row"));
     Type("\x1B");
     EXPECT_TRUE(display->Lines().empty());
     EXPECT_TRUE(Shows("Variable"));

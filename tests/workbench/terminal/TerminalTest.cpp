@@ -248,6 +248,19 @@ TEST(Signals, AreRestored) {
     EXPECT_EQ(before.sa_handler, after.sa_handler);
 }
 
+TEST(Signals, ACrashCallsTheEmergencyFunctionFirst) {
+    auto const crash = [] {
+        Signals const signals([] {
+            char const text[] = "restored\n";
+            if (write(2, text, sizeof text - 1) < 0) {
+                _exit(1);
+            }
+        });
+        raise(SIGQUIT);
+    };
+    EXPECT_EXIT(crash(), testing::KilledBySignal(SIGQUIT), "restored");
+}
+
 TEST(Signals, TheSecondOneEndsTheProcessAtOnce) {
     auto const twice = [] {
         Signals const signals([] {
