@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <map>
 #include <string>
 #include <utility>
@@ -8,6 +9,9 @@
 namespace workbench {
 
 // A request of a browser or a program to the page, and its answer, without the connection that they use.
+
+// The longest body, in octets.
+constexpr std::size_t LongestBody = 1 << 20;
 
 struct PageRequest {
     std::string method;  // "GET", "POST", ...

@@ -38,18 +38,11 @@ bool IsMethodOf(PageRoute const& route, std::string const& method) {
     return expected == method || (expected == "GET" && method == "HEAD");
 }
 
-PageVariable const* FindVariable(PagePlant const& plant, std::string_view text) {
-    std::size_t id = 0;
-    auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), id);
-    return error == std::errc() && end == text.data() + text.size() ? plant.Find(id) : nullptr;
-}
-
 PageResponse CallRoute(PageRoute const& route, PageCall call, std::string_view id) {
     if (!id.empty()) {
         call.variable = FindVariable(call.plant, id);
         if (!call.variable) {
-            return Problem(
-                404, tools::Quoted(id) + " is not the id of a variable; GET /api/plant has all of them");
+            return UnknownVariable(id);
         }
     }
     return route.answer(call);
@@ -64,12 +57,37 @@ PageResponse MethodProblem(PageRequest const& request, std::string const& allowe
 
 }  // namespace
 
+PageVariable const* FindVariable(PagePlant const& plant, std::string_view id) {
+    std::size_t number = 0;
+    auto const [end, error] = std::from_chars(id.data(), id.data() + id.size(), number);
+    return error == std::errc() && end == id.data() + id.size() ? plant.Find(number) : nullptr;
+}
+
+PageResponse UnknownVariable(std::string_view id) {
+    return Problem(404, tools::Quoted(id) + " is not the id of a variable; GET /api/plant has all of them");
+}
+
+PageResponse CsvFile(std::string const& name, std::string const& text) {
+    PageResponse response;
+    response.type = "text/csv; charset=utf-8";
+    response.headers.emplace_back("Content-Disposition", "attachment; filename=\"" + name + "\"");
+    response.body = text;
+    return response;
+}
+
 std::vector<PageRoute> const& PageRoutes() {
     static std::vector<PageRoute> const routes = {
         {"GET", "/api/session", AnswerSession},
         {"GET", "/api/plant", AnswerPlant},
         {"GET", "/api/values", AnswerValues},
         {"GET", "/api/stream", AnswerStream},
+        {"GET", "/api/events", AnswerEvents},
+        {"GET", "/api/events.csv", AnswerEventsCsv},
+        {"GET", "/api/variables/ID", AnswerVariable},
+        {"GET", "/api/variables/ID/trend", AnswerTrend},
+        {"GET", "/api/variables/ID/trend.csv", AnswerTrendCsv},
+        {"GET", "/api/trends.csv", AnswerTrendsCsv},
+        {"POST", "/api/variables/ID/write", AnswerWrite},
     };
     return routes;
 }

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "PagePlant.h"
@@ -31,10 +32,23 @@ std::vector<PageRoute> const& PageRoutes();
 // variable.
 PageResponse AnswerRoute(PagePlant& plant, PageRequest const& request, Sessions::Session const& session);
 
+// The variable with that id; null for any other text.
+PageVariable const* FindVariable(PagePlant const& plant, std::string_view id);
+PageResponse UnknownVariable(std::string_view id);
+// A file that a browser saves under that name.
+PageResponse CsvFile(std::string const& name, std::string const& text);
+
 // The answers, by subject.
 PageResponse AnswerSession(PageCall const& call);
 PageResponse AnswerPlant(PageCall const& call);
 PageResponse AnswerValues(PageCall const& call);
 PageResponse AnswerStream(PageCall const& call);
+PageResponse AnswerEvents(PageCall const& call);
+PageResponse AnswerEventsCsv(PageCall const& call);
+PageResponse AnswerVariable(PageCall const& call);
+PageResponse AnswerTrend(PageCall const& call);
+PageResponse AnswerTrendCsv(PageCall const& call);
+PageResponse AnswerTrendsCsv(PageCall const& call);
+PageResponse AnswerWrite(PageCall const& call);
 
 }  // namespace workbench

@@ -1,5 +1,7 @@
 #include "RequestGuard.h"
 
+#include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 #include "Printable.h"
@@ -55,6 +57,12 @@ bool IsJson(std::string const& type) {
     std::string const json = "application/json";
     return type.compare(0, json.size(), json) == 0 &&
            (type.size() == json.size() || type[json.size()] == ';' || type[json.size()] == ' ');
+}
+
+// A length that is not a number is the library's to refuse.
+bool IsTooLong(std::string const& length) {
+    std::size_t const digits = std::min(length.find_first_not_of('0'), length.size());
+    return length.size() - digits > 7 || std::strtoul(length.c_str(), nullptr, 10) > LongestBody;
 }
 
 bool IsPage(PageRequest const& head) {
@@ -117,6 +125,10 @@ std::optional<PageResponse> RequestGuard::RefusalOfPost(PageRequest const& head,
     if (!IsJson(head.Header("content-type"))) {
         return Problem(415, "the Content-Type is " + tools::Quoted(head.Header("content-type")) +
                                 "; allowed is application/json");
+    }
+    if (IsTooLong(head.Header("content-length"))) {
+        return Problem(413,
+                       "the body of the request has more than " + std::to_string(LongestBody) + " octets");
     }
     return {};
 }

@@ -132,6 +132,10 @@ SetRequest VariableIndex::MakeSetRequest(std::string const& name, std::string co
                : Request(blocks, {found->second.first, found->second.second}, name, text);
 }
 
+SetRequest MakeSetRequest(BlockConfig const& block, VariableConfig const& variable, std::string const& text) {
+    return Request({}, {&block, &variable}, FullName(block, variable), Trimmed(text));
+}
+
 SetRequest MakeSetRequest(std::deque<BlockConfig> const& blocks, std::string const& name,
                           std::string const& text) {
     return Request(blocks, FindFullName(blocks, name), name, text);

@@ -46,6 +46,9 @@ private:
 SetRequest MakeSetRequest(std::deque<BlockConfig> const& blocks, std::string const& name,
                           std::string const& text);
 
+// The same for a variable that is known; blanks around the value are ignored.
+SetRequest MakeSetRequest(BlockConfig const& block, VariableConfig const& variable, std::string const& text);
+
 // The same from "Block.Variable = value"; blanks around both parts are ignored. Names may contain "=".
 SetRequest ReadAssignment(std::deque<BlockConfig> const& blocks, std::string_view assignment);
 

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <string>
 
+#include "PageRequest.h"
+
 namespace workbench {
 
 // What one connection may take. The limits of the HTTP library are for each read, so that a client which
@@ -11,7 +13,7 @@ namespace workbench {
 struct GateLimits {
     std::size_t line = 4096;   // of the request, in octets
     std::size_t head = 16384;  // the line and all headers
-    std::size_t body = 1 << 20;
+    std::size_t body = LongestBody;
     std::chrono::milliseconds request{10000};  // until the whole request is there
     std::chrono::milliseconds answer{30000};   // then until the whole answer is taken
     std::chrono::milliseconds stream{75000};   // the same for a stream of events
