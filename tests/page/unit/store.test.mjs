@@ -70,12 +70,12 @@ test('the state of a block is reported when it becomes another one', () => {
   assert.deepEqual(states, [['AHU', 'waiting', 'ok'], ['AHU', 'ok', 'fault'], ['AHU', 'fault', 'standby']]);
 });
 
-test('an event that is known already is ignored', () => {
-  store.addEvent({id: 1});
-  store.addEvent({id: 2});
-  store.addEvent({id: 2});
-  store.addEvent({id: 1});
-  assert.deepEqual(store.events.map(({id}) => id), [1, 2]);
+test('events are in the order of their ids, each of them once', () => {
+  const reported = [];
+  store.on('event', ({id}) => reported.push(id));
+  [2, 4, 2, 1, 4, 3, 1].forEach((id) => store.addEvent({id}));
+  assert.deepEqual(store.events.map(({id}) => id), [1, 2, 3, 4]);
+  assert.deepEqual(reported, [2, 4, 1, 3]);
 });
 
 test('a listener that was removed is not called', () => {

@@ -49,8 +49,15 @@ export function startConnection(api, store) {
     } else if (plant.started !== store.plant.started) {
       location.reload();
     }
-    const after = store.events.at(-1)?.id ?? 0;
-    (await api.events(after)).events.forEach(store.addEvent);
+  }
+
+  // The stream begins with the state of the plant, but without the events before it.
+  async function readEvents() {
+    try {
+      (await api.events(store.events.at(-1)?.id ?? 0)).events.forEach(store.addEvent);
+    } catch {
+      // Without a connection the stream fails too, which says so.
+    }
   }
 
   function listen() {
@@ -66,6 +73,7 @@ export function startConnection(api, store) {
       opened: () => {
         heard = Date.now();
         isOpen = true;
+        readEvents();
       },
       failed: () => (isOpen ? retry() : explain()),
       block: hear(store.apply),

@@ -8,6 +8,7 @@ import {makeSign, setBlockState} from './signs.js';
 import {blockState} from './store.js';
 
 const LatestEvents = 12;
+const CycleTimes = ['last', 'median', 'maximum'];
 
 // Figures of the plant: where they lead, their tone when they are not 0, and what they count.
 const Figures = [
@@ -59,7 +60,7 @@ function makeCard(block) {
   const state = makeSign();
   const cycle = make('span.dim');
   const contents = make('span');
-  const times = ['last', 'median', 'most'].map((title) => {
+  const times = CycleTimes.map((title) => {
     const value = make('dd');
     return {value, element: make('div', {}, make('dt', {}, title), value)};
   });
@@ -98,7 +99,7 @@ function drawCard(card) {
   if (times) {
     card.bar.value = times.last;
     card.bar.classList.toggle('over', times.last > card.bar.max);
-    ['last', 'median', 'maximum'].forEach((name, index) => setText(card.times[index].value, millisecondsText(times[name])));
+    CycleTimes.forEach((name, index) => setText(card.times[index].value, millisecondsText(times[name])));
   }
   card.overruns.className = now?.overruns ? 'sign warn' : 'sign plain';
   setText(card.overruns.firstChild, now?.overruns ? '\u25B2' : '');

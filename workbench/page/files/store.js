@@ -164,13 +164,14 @@ export function createStore(clock = () => Date.now()) {
       }
     },
 
-    // Events arrive in the order of their ids; one that is known already is ignored.
+    // Events are kept in the order of their ids, whatever the order in which they come; one that is known already is
+    // ignored.
     addEvent(event) {
-      const newest = store.events.at(-1);
-      if (newest && event.id <= newest.id) {
+      const before = store.events.findLastIndex(({id}) => id <= event.id);
+      if (store.events[before]?.id === event.id) {
         return;
       }
-      store.events.push(event);
+      store.events.splice(before + 1, 0, event);
       if (store.events.length > MostEvents) {
         store.events.splice(0, store.events.length - MostEvents);
       }

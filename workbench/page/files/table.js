@@ -8,6 +8,8 @@ import {createGrid} from './grid.js';
 import {announce, make, setAttribute, setText} from './dom.js';
 
 const ReorderMs = 1000;
+// Of as many variables, the program gives the trends in one file.
+const MostTrends = 100;
 const remembered = {address: null, position: null};
 
 function chosen(query) {
@@ -78,6 +80,7 @@ export function mount(element, {store, query}) {
   }, make('option', {value: ''}, 'Order of the project'),
     Columns.map(({key, title}) => make('option', {value: key}, `By ${title.toLowerCase()}`)));
   const total = make('span.total.dim');
+  const csv = make('a.csv', {download: 'trends.csv'}, 'Trends as CSV');
   const empty = make('div.empty', {hidden: true});
   const grid = createGrid({
     label: 'Variables', columns: Columns, layout: {twoLines: TwoLines},
@@ -105,6 +108,10 @@ export function mount(element, {store, query}) {
     grid.show(list);
     const all = countText(store.variables.length, 'variable');
     setText(total, list.length === store.variables.length ? all : `${groupedText(list.length)} of ${all}`);
+    csv.hidden = !list.length || list.length > MostTrends;
+    if (!csv.hidden) {
+      setAttribute(csv, 'href', `/api/trends.csv?hours=24&${list.map(({id}) => `id=${id}`).join('&')}`);
+    }
     empty.hidden = list.length > 0;
     if (!list.length) {
       setText(empty, 'No variable fits. Shorten the search or switch a filter off.');
@@ -150,7 +157,7 @@ export function mount(element, {store, query}) {
   element.append(
     make('h1.unseen', {}, 'Variables'),
     make('div.tools', {role: 'search'}, search, blocks, order,
-      make('div.filters', {role: 'group', 'aria-label': 'Show only'}, buttons), total),
+      make('div.filters', {role: 'group', 'aria-label': 'Show only'}, buttons), csv, total),
     make('div.grid-frame', {}, grid.element, empty));
   document.body.classList.add('fills');
   document.addEventListener('keydown', press);

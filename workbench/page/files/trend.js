@@ -9,7 +9,8 @@ import {bandsOf, figuresOf, pointTime, rowsOf} from './trend-figures.js';
 import {make, setAttribute, setText} from './dom.js';
 
 const Ranges = [['15 min', 0.25], ['1 h', 1], ['4 h', 4], ['All', 24 * 366]];
-const Hour = 3600000;
+const Minute = 60000;
+const Hour = 60 * Minute;
 const DrawMs = 1000;
 
 let library = null;
@@ -106,6 +107,7 @@ export function makeTrend(variable, api) {
       make('div.segments', {role: 'group', 'aria-label': 'Range of time'}, buttons), link),
     plot, readout, message, make('dl.figures-list', {}, cells.map((cell) => cell.element)), quality);
 
+  const isAll = () => hours === Ranges.at(-1)[1];
   const isLong = () => trend.to - trend.from > 20 * Hour;
   const pointText = (point) => (point ? `${textOf(variable, point[1])} at ${pointTime(point[0], offset, isLong())}` : Nothing);
 
@@ -177,14 +179,13 @@ export function makeTrend(variable, api) {
 
   async function read() {
     try {
-      const [answer] = await Promise.all([api.trend(variable.id, hours), loadLibrary()]);
+      const [answer] = await Promise.all([api.trend(variable.id, Math.ceil(hours)), loadLibrary()]);
       if (isMounted) {
         trend = answer;
         drawnSpan = null;
         graph?.destroy();
         graph = null;
-        // A ring that is not full yet: the graph begins where the values begin.
-        trend.from = Math.max(trend.from, hours > 24 ? trend.oldest ?? trend.from : trend.from);
+        begin();
         draw();
       }
     } catch (error) {
@@ -192,10 +193,24 @@ export function makeTrend(variable, api) {
     }
   }
 
+  // The range ends now. It begins where the values begin, if that is later, but shows a minute at least. (The program
+  // knows whole hours only.)
+  function begin() {
+    const range = isAll() ? Infinity : hours * Hour;
+    trend.from = Math.min(Math.max(trend.to - range, trend.oldest ?? trend.from), trend.to - Minute);
+    dropOld();
+  }
+
+  // The value that was in force at the beginning stays.
+  function dropOld() {
+    const first = trend.points.findIndex(([time]) => time > trend.from);
+    trend.points.splice(0, (first < 0 ? trend.points.length : first) - 1);
+  }
+
   function choose(value) {
     hours = value;
     buttons.forEach((button, index) => setAttribute(button, 'aria-pressed', String(Ranges[index][1] === hours)));
-    setAttribute(link, 'href', `/api/variables/${variable.id}/trend.csv?hours=${hours}`);
+    setAttribute(link, 'href', `/api/variables/${variable.id}/trend.csv?hours=${Math.ceil(hours)}`);
     read();
   }
 
@@ -207,13 +222,8 @@ export function makeTrend(variable, api) {
 
   // The end moves with the time of the plant, and old points leave a range that moves.
   function advance(to) {
-    const range = hours > 24 ? null : hours * Hour;
     trend.to = Math.max(trend.to, to);
-    if (range) {
-      trend.from = trend.to - range;
-      const first = trend.points.findIndex(([time]) => time >= trend.from);
-      trend.points.splice(0, Math.max(0, first - 1));
-    }
+    begin();
     timer ||= setTimeout(draw, DrawMs);
   }
 
