@@ -3,12 +3,17 @@ import {strict as assert} from 'node:assert';
 import {test} from 'node:test';
 
 import {parseJson} from '../../../workbench/page/files/api.js';
-import {countText, millisecondsText, numberText, offsetMs, qualityKind, shortTime, timeText, todayAt, valueText}
+import {briefNumberText, countText, millisecondsText, numberText, offsetMs, qualityKind, shortTime, timeText, todayAt, valueText}
   from '../../../workbench/page/files/format.js';
 
 test('a number has seven digits that count, and a whole one all of them', () => {
   const shown = [21.5, 21.532712345, -0.001234567891, 9007199254740991, -5, 1e21, 0].map(numberText);
   assert.deepEqual(shown, ['21.5', '21.53271', '\u22120.001234568', '9007199254740991', '\u22125', '1e+21', '0']);
+});
+
+test('a number in a column is brief', () => {
+  const shown = [21.532712, 204.7427, 0.0012345678, -0.5, 9007199254740991, 1e21, 0].map(briefNumberText);
+  assert.deepEqual(shown, ['21.533', '204.743', '0.001235', '\u22120.5', '9007199254740991', '1e+21', '0']);
 });
 
 test('an integer of 64 bits keeps its digits', () => {

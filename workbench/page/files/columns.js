@@ -2,7 +2,7 @@
 // grid-template-columns, and `from`, the width of the table in rem from which it is shown; make() returns the content of a
 // cell, set() draws a variable into it.
 
-import {shortTime, valueParts} from './format.js';
+import {briefNumberText, shortTime, valueParts} from './format.js';
 import {makeSign, setQualityAndSuspect, setWrite} from './signs.js';
 import {make, setAttribute, setText} from './dom.js';
 
@@ -33,11 +33,12 @@ const Value = {
   key: 'value', title: 'Value', width: 'minmax(11rem, 2fr)', from: 0,
   make: () => make('span.value', {}, make('span.value-main.cut'), make('span.value-side')),
   set: (content, variable) => {
-    const {main, side} = valueParts(variable);
+    const {main, side} = valueParts(variable, variable.now, briefNumberText);
+    const whole = valueParts(variable).main;
     setText(content.firstChild, main);
     setText(content.lastChild, side);
     content.classList.toggle('whole', !side && !Aligned.includes(variable.kind));
-    setAttribute(content, 'title', main.length > 14 ? main : null);
+    setAttribute(content, 'title', main !== whole || main.length > 14 ? whole : null);
   },
 };
 

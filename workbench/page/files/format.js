@@ -17,6 +17,12 @@ export function numberText(value) {
   return text.replace(/^-/, Minus);
 }
 
+// For a column of a table: at most three places after the point, or four digits that count of a number below 1.
+export function briefNumberText(value) {
+  const places = Math.abs(value) < 1 ? Number(value.toPrecision(4)) : Number(value.toFixed(3));
+  return numberText(Number.isFinite(value) ? places : value);
+}
+
 // "2026-11-21 09:30:33" of a time in ISO 8601, in the offset of the plant; without the date if that is today's.
 export function timeText(iso, today = '') {
   if (!iso) {
@@ -45,7 +51,7 @@ export function millisecondsText(value) {
 }
 
 // The value as people read it: {main, side}. `side` is the unit, or the number of a state.
-export function valueParts(variable, now = variable.now) {
+export function valueParts(variable, now = variable.now, textOf = numberText) {
   const value = now?.value;
   if (value === null || value === undefined) {
     return {main: Nothing, side: ''};
@@ -56,7 +62,7 @@ export function valueParts(variable, now = variable.now) {
   if (now.stateText) {
     return {main: now.stateText, side: typeof value === 'number' ? String(value) : ''};
   }
-  const main = typeof value === 'number' ? numberText(value) : String(value);
+  const main = typeof value === 'number' ? textOf(value) : String(value);
   if (variable.kind === 'time' && /^\d{4}-\d\d-\d\dT/.test(main)) {
     return {main: timeText(main), side: ''};
   }

@@ -158,7 +158,9 @@ export function mount(element, {store, query}) {
     make('h1.unseen', {}, 'Variables'),
     make('div.tools', {role: 'search'}, search, blocks, order,
       make('div.filters', {role: 'group', 'aria-label': 'Show only'}, buttons), csv, total),
+    make('p.unseen', {id: 'table-keys'}, 'Arrow keys move, Enter opens a variable or sorts by a column, a slash searches.'),
     make('div.grid-frame', {}, grid.element, empty));
+  grid.element.setAttribute('aria-describedby', 'table-keys');
   document.body.classList.add('fills');
   document.addEventListener('keydown', press);
   const ends = [store.on('values', follow)];

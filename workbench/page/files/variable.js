@@ -51,6 +51,13 @@ function makeRecords() {
   };
 }
 
+function changeText({now, changedTime}) {
+  if (!now?.time) {
+    return 'Not read yet';
+  }
+  return changedTime ? `Changed at ${shortTime(changedTime)}` : 'No change since the page was opened';
+}
+
 function makeNow(variable) {
   const main = make('span.big-value');
   const side = make('span.big-side.dim');
@@ -60,7 +67,7 @@ function makeNow(variable) {
   const time = make('span.dim');
   const element = make('section.panel.now', {'aria-label': 'Present value'},
     make('div.big', {}, main, side), make('div.now-line', {}, quality, suspect), make('div.now-line', {}, time),
-    make('div.now-line', {}, make('span.dim', {}, 'Block '), block));
+    make('div.now-line', {}, make('span.dim', {}, 'Block'), block));
   let flash = 'a';
   return {
     element,
@@ -75,7 +82,8 @@ function makeNow(variable) {
         setText(quality.firstChild, '\u2713');
       }
       setSuspect(suspect, now);
-      setText(time, now?.time ? `since ${shortTime(now.time)}` : 'not read yet');
+      main.classList.toggle('long', parts.main.length > 12);
+      setText(time, changeText(variable));
       setBlockState(block, blockState(variable.block.now), variable.block.now?.error);
       if (hasChanged) {
         flash = flash === 'a' ? 'b' : 'a';
