@@ -151,6 +151,7 @@ export function mount(element, {api, store, id}) {
     store.on('block', (block) => {
       if (block === variable.block) {
         now.draw(false);
+        form?.draw();
         trend?.advance(Date.parse(block.now.time));
       }
     }),

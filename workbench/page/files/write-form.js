@@ -6,6 +6,7 @@
 import {ApiError} from './api.js';
 import {Nothing, valueText} from './format.js';
 import {announce, make, setAttribute, setText} from './dom.js';
+import {entryText, mistakeIn, priorityText} from './write-entry.js';
 import {makeSign, setWrite} from './signs.js';
 
 const Explanations = {
@@ -15,13 +16,6 @@ const Explanations = {
   differs: 'The device holds another value, because the driver sent that.',
   refused: 'The device has not taken it.',
 };
-
-function priorityText({priority}) {
-  if (priority === undefined || priority === null) {
-    return 'no priority';
-  }
-  return priority === 0 ? 'the default priority of the device' : `priority ${priority}`;
-}
 
 function choiceField(options, now) {
   const field = make('select', {}, options.map(([value, text]) => make('option', {value}, text)));
@@ -71,8 +65,14 @@ export function makeWriteForm(variable, {api, store}) {
   const reason = make('p.dim');
   const outcome = make('div.outcome', {hidden: true}, make('div', {}, 'Last value set: ', state), reason);
   const readOnly = readOnlyText(variable, store);
+  // What the program has taken, until the stream has the state of the write: that takes a cycle.
+  let taken = null;
   const draw = () => {
-    const write = variable.now?.write;
+    const cycle = variable.block.now?.cycle ?? 0;
+    if (taken && (variable.now?.write?.state === 'pending' || cycle > taken.cycle + 1)) {
+      taken = null;
+    }
+    const write = taken?.write ?? variable.now?.write;
     outcome.hidden = !write;
     if (write) {
       setWrite(state, variable, write);
@@ -89,7 +89,7 @@ export function makeWriteForm(variable, {api, store}) {
   setAttribute(field, 'id', 'set-value');
   setAttribute(field, 'aria-describedby', 'set-mistake set-where');
   const mistake = make('p.mistake', {id: 'set-mistake', role: 'alert'});
-  const shown = () => (field.tagName === 'SELECT' ? field.selectedOptions[0]?.textContent ?? '' : `${field.value} ${variable.unit ?? ''}`.trim());
+  const shown = () => (field.tagName === 'SELECT' ? field.selectedOptions[0]?.textContent ?? '' : entryText(field.value, variable.unit));
   const complain = (text) => {
     setText(mistake, text);
     setAttribute(field, 'aria-invalid', text ? 'true' : null);
@@ -97,23 +97,24 @@ export function makeWriteForm(variable, {api, store}) {
 
   async function submit(event) {
     event.preventDefault();
-    complain('');
-    if (!field.value && variable.kind !== 'text') {
-      complain('Give a value first.');
+    complain(mistakeIn(field.value, variable));
+    if (mistake.textContent) {
       field.focus();
       return;
     }
     const {block} = variable;
     const agreed = await ask([
       ['Value', shown()], ['Now', valueText(variable)], ['Variable', `${block.name}.${variable.name}`],
-      ['Object', `${variable.object}, ${variable.property}`], ['Device', block.address || Nothing], ['At', priorityText(block)],
+      ['Object', `${variable.object}, ${variable.property}`], ['Device', block.address || Nothing], ['Priority', priorityText(block)],
     ], `Write ${shown()}`);
     if (!agreed) {
       announce('Nothing was written.');
       return;
     }
     try {
-      await api.write(variable.id, field.value);
+      const write = await api.write(variable.id, field.value);
+      taken = {write, cycle: variable.block.now?.cycle ?? 0};
+      draw();
       announce(`${shown()} is pending`);
     } catch (error) {
       complain(error instanceof ApiError ? error.body?.reason ?? error.message : error.message);
@@ -126,7 +127,7 @@ export function makeWriteForm(variable, {api, store}) {
       make('label', {for: 'set-value'}, 'New value'),
       make('div.set-line', {}, field, field.tagName === 'INPUT' && variable.unit && make('span.dim', {}, variable.unit),
         make('button.main', {type: 'submit'}, 'Set\u2026')),
-      mistake, make('p.dim', {id: 'set-where'}, `Written with ${priorityText(variable.block)}.`)),
+      mistake, make('p.dim', {id: 'set-where'}, `Priority of the write: ${priorityText(variable.block)}.`)),
     outcome);
   return {draw, element};
 }
