@@ -14,7 +14,8 @@ import {axis, barAt, barWords, drawRows} from './schedule-track.js';
 import {usualType, usualValue} from './schedule-value.js';
 import {confirmWrite} from './schedule-write.js';
 
-const Hint = 'Select an entry to change it. Drag it to another time, double-click where a new one is to begin, or use the keys.';
+const Hint = 'Select an entry to change it.';
+const WideHint = ' Drag it to another time, double-click where a new one is to begin, or use the keys.';
 const Keys = [['← →', '15 minutes'], ['Shift + ← →', '1 minute'], ['↑ ↓', 'entry of another day'], ['Enter', 'edit'], ['N', 'new entry'],
   ['Delete', 'remove'], ['Ctrl + Z', 'undo']];
 
@@ -145,7 +146,7 @@ export class Editor {
     const entry = this.selected && this.entryAt(this.selected);
     if (!entry) {
       this.selected = null;
-      this.inspector.hint(Hint);
+      this.inspector.hint(Hint, WideHint);
       return;
     }
     const remark = this.check.remarks(this.model).find(({place}) => place?.row === this.selected.row && place.index === this.selected.index);

@@ -106,9 +106,9 @@ export function createInspector(info, on) {
     setText(mistake, remark ?? '');
   }
 
-  function hint(text) {
+  function hint(text, wideText) {
     shown = null;
-    element.replaceChildren(make('p.dim', {}, text));
+    element.replaceChildren(make('p.dim', {}, text, make('span.schedule-wide', {}, wideText)));
   }
   return {element, show, hint, focus: () => controlFor('schedule-time')?.select()};
 }

@@ -1,6 +1,6 @@
 // The view of a schedule: what is in force, the week or the calendar, notes and losses, and the editor.
 
-import {make, setText} from './dom.js';
+import {make} from './dom.js';
 import {createCalendar, dayWords} from './schedule-calendar.js';
 import {ask, list, remarkText} from './schedule-dialog.js';
 import {Editor} from './schedule-editor.js';
@@ -56,24 +56,29 @@ class View {
     }
   }
 
-  // What is in force changes with the time.
+  // What is in force changes with the time; the rest is drawn again only if it is another one.
   async refresh() {
-    const answer = this.answer && await this.api.schedule(this.id, this.answer.calendar?.year ?? Number(this.clock.today.slice(0, 4))).catch(() => null);
-    if (answer && !this.isGone) {
-      Object.assign(this.answer, {now: answer.now, next: answer.next});
-      this.drawHead();
-      if (!this.editor) {
-        this.answer = answer;
-        this.drawBody();
-      }
+    const year = this.answer?.calendar?.year ?? Number(this.clock.today.slice(0, 4));
+    const answer = this.answer && await this.api.schedule(this.id, year).catch(() => null);
+    if (!answer || this.isGone) {
+      return;
     }
+    if (!this.editor && answer.text !== this.answer.text) {
+      this.answer = answer;
+      this.draw();
+      return;
+    }
+    Object.assign(this.answer, {now: answer.now, next: answer.next});
+    this.drawForce();
+    this.editor ? this.editor.drawChecked() : this.drawTime?.();
   }
 
   onValue() {
-    const text = this.variable.now?.value;
-    if (this.editor ? !document.querySelector('dialog[open]') && text !== this.answer.text : text !== this.answer?.text) {
-      this.editor ? this.warnChanged() : this.load(this.calendar?.year);
+    const isSame = (this.variable.now?.value ?? null) === (this.answer?.text ?? null);
+    if (isSame || document.querySelector('dialog[open]')) {
+      return;
     }
+    this.editor ? this.warnChanged() : this.load(this.calendar?.year);
   }
 
   warnChanged() {
@@ -96,22 +101,30 @@ class View {
 
   drawHead() {
     const {answer, variable} = this;
-    const link = (id, words) => (id === null || id === undefined ? null : make('a', {href: words}, this.store.variables[id]?.name ?? ''));
+    const isWeek = variable.kind === 'weekly';
+    // The page of the variable has a title already.
+    const title = this.root.id === 'main' ? make('div', {}, make('h1', {}, variable.name),
+      make('p.dim', {}, `${variable.block.name} · ${variable.object} · ${isWeek ? 'weekly schedule' : 'exceptions of a schedule'}`)) : null;
     const related = answer.related ?? {};
     const links = [
-      [variable.kind === 'weekly' ? 'Exceptions' : 'Week', link(variable.kind === 'weekly' ? related.exception : related.weekly,
-        `#/schedules/${variable.kind === 'weekly' ? related.exception : related.weekly}`)],
-      ['Value', link(related.value, `#/variables/${related.value}`)], ['Variable', link(this.id, `#/variables/${this.id}`)],
-    ].filter(([, anchor]) => anchor);
+      [isWeek ? 'Exceptions' : 'Week', 'schedules', isWeek ? related.exception : related.weekly], ['Value', 'variables', related.value],
+      ['Variable', 'variables', title ? this.id : null],
+    ].filter(([, , id]) => this.store.variables[id]).map(([words, page, id]) => make('span', {}, make('span.dim', {}, `${words}: `),
+      make('a', {href: `#/${page}/${id}`}, this.store.variables[id].name)));
     this.head.replaceChildren(
-      make('div.schedule-title', {}, make('div', {}, make('h1', {}, variable.name),
-        make('p.dim', {}, `${variable.block.name} · ${variable.object} · ${variable.kind === 'weekly' ? 'weekly schedule' : 'exceptions of a schedule'}`)),
-      make('nav.schedule-links', {'aria-label': 'Related'}, links.map(([words, anchor]) => make('span', {}, make('span.dim', {}, `${words}: `), anchor)))),
-      make('div.schedule-force', {}, this.forceCard('Now', answer.now), this.forceCard('Next', answer.next)));
+      make('div.schedule-title', {}, title,
+      make('nav.schedule-links', {'aria-label': 'Related'}, links)),
+      this.force = make('div.schedule-force'));
+    this.drawForce();
   }
 
-  forceCard(title, force) {
-    const words = force ? force.words : title === 'Now' ? 'not known' : 'no further change';
+  drawForce() {
+    const {now, next} = this.answer;
+    this.force.replaceChildren(this.forceCard('Now', now, 'not known'), this.forceCard('Next', next, now ? 'no further change' : 'not known'));
+  }
+
+  forceCard(title, force, otherwise) {
+    const words = force?.words ?? otherwise;
     const details = force ? [force.source, untilWords(force.until, this.clock.today)].filter(Boolean).join(', ') : '';
     return make('section.panel.schedule-card', {'aria-label': title}, make('h2.dim', {}, title), make('p.schedule-big', {}, words), make('p.dim', {}, details));
   }
@@ -123,6 +136,7 @@ class View {
     const {answer} = this;
     const model = answer.model;
     this.calendar = null;
+    this.drawTime = null;
     this.body.replaceChildren(...[this.remarks(), model ? this.picture(model) : this.unreadable()].flat().filter(Boolean));
     this.drawCalendar(model);
   }
@@ -141,7 +155,8 @@ class View {
     const reason = mistake ? (typeof mistake === 'string' ? mistake : remarkText(mistake)) : 'The driver has not read it yet.';
     return make('section.panel', {}, make('h2', {}, 'This text cannot be shown as a schedule'), make('p.schedule-mistake', {}, reason),
       text ? make('pre.schedule-text', {tabindex: '0', 'aria-label': 'Text of the device'}, text) : null,
-      this.canWrite && text !== null ? make('button', {type: 'button', onclick: () => this.edit({model: emptyModel(kind)})}, 'Begin with an empty schedule') : null);
+      !this.canWrite ? this.editButton() : text ? make('button', {type: 'button', onclick: () => this.edit({model: emptyModel(kind)})},
+        'Begin with an empty schedule') : null);
   }
 
   editButton() {
@@ -152,24 +167,34 @@ class View {
       'Read-only: the page was started without --page-writes.');
   }
 
-  picture(model) {
-    const {clock} = this;
-    const weekday = weekdayOf(new Date(`${clock.today}T00:00:00Z`)) - 1;
+  weekday() {
+    const {today, at} = this.clock;
+    return {row: weekdayOf(new Date(`${today}T00:00:00Z`)) - 1, at};
+  }
+
+  drawRows(rows, model) {
     const isWeek = model.kind === 'weekly';
-    const rows = make(`div.schedule-rows${isWeek ? '' : '.is-events'}`, {'aria-hidden': isWeek ? 'true' : null});
     drawRows(rows, drawing(model, this.answer, {
-      now: isWeek ? {row: weekday, at: clock.at} : null,
+      now: isWeek ? this.weekday() : null,
       head: (row) => (isWeek ? make('h3', {}, rowNames(model)[row]) : eventHead(model.events[row], row)),
     }));
-    const entries = table(model, this.answer);
-    const holder = make('div.unseen', {}, entries);
+  }
+
+  picture(model) {
+    const isWeek = model.kind === 'weekly';
+    const rows = make(`div.schedule-rows${isWeek ? '' : '.is-events'}`, {'aria-hidden': isWeek ? 'true' : null});
+    this.drawTime = () => this.drawRows(rows, model);
+    this.drawTime();
+    const holder = make('div.unseen', {}, table(model, this.answer));
     const toggle = make('button', {type: 'button', 'aria-pressed': 'false', onclick: () => {
       const isShown = holder.classList.toggle('unseen') === false;
       toggle.setAttribute('aria-pressed', String(isShown));
     }}, 'Table');
     const title = isWeek ? 'Week' : 'Exceptions';
-    const panel = make('section.panel.schedule-picture', {'aria-label': title}, make('div.panel-head', {}, make('h2', {}, title), toggle, this.editButton()),
-      model.kind === 'exception' && !model.events.length ? make('p.dim', {}, 'No exceptions: the week is in force on every day.') : [axis(), rows], holder);
+    const isEmpty = !isWeek && !model.events.length;
+    const panel = make('section.panel.schedule-picture', {'aria-label': title},
+      make('div.panel-head', {}, make('h2', {}, title), toggle, this.editButton()),
+      isEmpty ? make('p.dim', {}, 'No exceptions: the week is in force on every day.') : [axis(), rows], holder);
     return isWeek ? panel : make('div.schedule-split', {}, this.makeCalendar(), panel);
   }
 
@@ -213,9 +238,8 @@ class View {
     this.notice.replaceChildren();
     const isWeek = answer.kind === 'weekly';
     const calendar = isWeek ? null : this.makeCalendar('Press a day to add an exception that begins on it.');
-    const weekday = () => ({row: weekdayOf(new Date(`${this.clock.today}T00:00:00Z`)) - 1, at: this.clock.at});
     this.editor = new Editor({
-      api: this.api, variable: this.variable, info: answer, calendar, today: this.clock.today, now: weekday,
+      api: this.api, variable: this.variable, info: answer, calendar, today: this.clock.today, now: () => this.weekday(),
       onChange: (changed) => this.onEdited(changed), onDone: () => this.leaveEditor(),
     }, answer.model ?? emptyModel(answer.kind), model);
     this.body.replaceChildren(this.editor.element);
