@@ -1,6 +1,5 @@
 // The calendar of a year: twelve months, and on each day the numbers of the events that cover it. One day at a time can
-// have the focus: arrows move by days and weeks, Page Up and
-// Page Down by months, Home and End within a month.
+// have the focus: arrows move by days and weeks, Page Up and Page Down by months, Home and End within a month.
 
 import {make} from './dom.js';
 import {dayText, daysOfYear, weekdayOf} from './schedule-period.js';

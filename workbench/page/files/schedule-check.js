@@ -59,7 +59,7 @@ export function createCheck(api, id, onAnswer, onGo) {
       setText(status, 'Checking …');
     },
     // The mistakes with the place of each in the model.
-    remarks: (model) => (answer?.mistakes ?? []).map((remark) => ({...remark, place: placeOf(remark.place, model)})),
+    remarks: (model) => (answer?.mistakes ?? []).map((remark) => ({...remark, place: placeOf(remark.place || remark.reason, model)})),
     get answer() { return answer; },
     get isWritable() { return answer !== null && answer.mistakes.length === 0 && typeof answer.text === 'string' && answer.changes.length > 0; },
     stop() {
