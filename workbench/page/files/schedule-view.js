@@ -94,25 +94,23 @@ class View {
     const draft = drafts.get(this.id);
     if (draft && !this.editor && this.canWrite) {
       this.notice.replaceChildren(make('div.notice', {}, 'Changes that were not written are kept.',
-        make('button', {type: 'button', onclick: () => this.edit(draft)}, 'Continue editing'),
-        make('button', {type: 'button', onclick: () => { drafts.delete(this.id); this.notice.replaceChildren(); }}, 'Discard')));
+        make('div.schedule-buttons', {}, make('button', {type: 'button', onclick: () => this.edit(draft)}, 'Continue editing'),
+        make('button', {type: 'button', onclick: () => { drafts.delete(this.id); this.notice.replaceChildren(); }}, 'Discard'))));
     }
   }
 
   drawHead() {
     const {answer, variable} = this;
     const isWeek = variable.kind === 'weekly';
-    // The page of the variable has a title already.
-    const title = this.root.id === 'main' ? make('div', {}, make('h1', {}, variable.name),
-      make('p.dim', {}, `${variable.block.name} · ${variable.object} · ${isWeek ? 'weekly schedule' : 'exceptions of a schedule'}`)) : null;
     const related = answer.related ?? {};
     const links = [
       [isWeek ? 'Exceptions' : 'Week', 'schedules', isWeek ? related.exception : related.weekly], ['Value', 'variables', related.value],
-      ['Variable', 'variables', title ? this.id : null],
+      ['Variable', 'variables', this.root.id === 'main' ? this.id : null],
     ].filter(([, , id]) => this.store.variables[id]).map(([words, page, id]) => make('span', {}, make('span.dim', {}, `${words}: `),
       make('a', {href: `#/${page}/${id}`}, this.store.variables[id].name)));
     this.head.replaceChildren(
-      make('div.schedule-title', {}, title,
+      make('div.schedule-title', {}, make('div', {}, make('h1', {}, variable.name),
+        make('p.dim', {}, `${variable.block.name} · ${variable.object} · ${isWeek ? 'weekly schedule' : 'exceptions of a schedule'}`)),
       make('nav.schedule-links', {'aria-label': 'Related'}, links)),
       this.force = make('div.schedule-force'));
     this.drawForce();
