@@ -30,7 +30,7 @@ export function createCheck(api, id, onAnswer, onGo) {
       changes.length ? `${count} to write` : 'Nothing to write: this is the schedule of the device'));
     status.classList.toggle('is-mistake', failure !== '' || mistakes.length > 0);
     body.replaceChildren(...[section('is-mistakes', 'Mistakes', mistakes.map(link)),
-      section('is-changes', 'Changes', changes), section('is-losses', 'Not everything arrives as it is shown', (answer?.losses ?? []).map(link))].filter(Boolean));
+      section('is-changes', 'Changes', changes), section('is-losses', 'The device will not get this as it is shown', (answer?.losses ?? []).map(link))].filter(Boolean));
   }
 
   async function request(model, number) {

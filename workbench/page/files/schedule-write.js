@@ -12,7 +12,7 @@ const wait = (ms) => new Promise((resolve) => { setTimeout(resolve, ms); });
 function content(check) {
   return [
     make('h3', {}, check.changes.length === 1 ? 'One change' : `${check.changes.length} changes`), list('is-changes', check.changes),
-    check.losses.length ? [make('h3', {}, 'Not everything arrives as it is shown'), list('is-losses', check.losses.map(remarkText))] : null,
+    check.losses.length ? [make('h3', {}, 'The device will not get this as it is shown'), list('is-losses', check.losses.map(remarkText))] : null,
   ];
 }
 
