@@ -12,6 +12,8 @@ export function dayWords(text) {
   return `${weekdays[weekdayOf(date) - 1]} ${date.getUTCDate()} ${months[date.getUTCMonth()]} ${date.getUTCFullYear()}`;
 }
 
+const dayAt = (target) => target.closest?.('[data-day]')?.dataset.day ?? null;
+
 function cell(text, drawing) {
   const covering = drawing.eventsOf(text);
   const words = covering.length ? `${dayWords(text)}: ${covering.map((row) => `event ${row + 1}`).join(', ')}` : dayWords(text);
@@ -59,78 +61,98 @@ function otherDay(text, key) {
   }
 }
 
-// `on` has: year(year), another year is requested; describe(day), the words of a day; choose(day), Enter or a click,
-// and hint, what that does. The element is `element`; draw({year, days, today, priorities}) with the days of each event.
-export function createCalendar(on) {
-  const title = make('h2.schedule-year', {'aria-live': 'polite'});
-  const grid = make('div.schedule-months');
-  const detail = make('p.schedule-detail', {role: 'status', 'aria-live': 'polite'});
-  let drawing = null;
-  let year = 0;
+// `on` has: year(year), another year is requested; describe(day), the words of a day; choose(day), Enter or a click, and
+// hint, what that does. The element of the page is `element`.
+export class Calendar {
+  #drawing = null;
+  #eventsByDay = new Map();
 
-  const step = (by) => make('button', {type: 'button', 'aria-label': by < 0 ? 'Year before' : 'Next year', onclick: () => on.year(year + by)},
-    by < 0 ? '\u2039' : '\u203A');
-  const element = make('section.panel.schedule-calendar', {'aria-label': 'Calendar of the year'},
-    make('div.panel-head', {}, title, make('div.schedule-buttons', {}, step(-1),
-      make('button', {type: 'button', onclick: () => on.year(Number(drawing.today.slice(0, 4)))}, 'This year'), step(1))),
-    detail, grid);
+  constructor(on) {
+    this.on = on;
+    this.year = 0;
+    this.title = make('h2.schedule-year', {'aria-live': 'polite'});
+    this.detail = make('p.schedule-detail', {role: 'status', 'aria-live': 'polite'});
+    this.grid = make('div.schedule-months');
+    const button = (label, text, year) => make('button', {type: 'button', 'aria-label': label, onclick: () => on.year(year())}, text);
+    this.element = make('section.panel.schedule-calendar', {'aria-label': 'Calendar of the year'},
+      make('div.panel-head', {}, this.title, make('div.schedule-buttons', {}, button('Year before', '\u2039', () => this.year - 1),
+        button(null, 'This year', () => Number(this.#drawing.today.slice(0, 4))), button('Next year', '\u203A', () => this.year + 1))),
+      this.detail, this.grid);
+    this.#listen();
+  }
 
-  const dayAt = (target) => target.closest?.('[data-day]')?.dataset.day ?? null;
-  const describe = (text) => { detail.textContent = text ? on.describe(text) : on.hint; };
+  eventsOf(text) {
+    return this.#eventsByDay.get(text) ?? [];
+  }
 
-  function activate(text) {
-    grid.querySelector('[data-day][tabindex="0"]')?.setAttribute('tabindex', '-1');
-    drawing.active = text;
-    const active = grid.querySelector(`[data-day="${text}"]`);
+  // `next` has: year, today, days (of each event, as "YYYY-MM-DD"), priorities (of each event).
+  draw(next) {
+    const {year, today, days, priorities} = next;
+    const hadFocus = this.grid.contains(document.activeElement);
+    const isKept = this.#drawing?.active.startsWith(`${year}-`);
+    this.#eventsByDay = new Map();
+    days.forEach((list, row) => list.forEach((text) => this.#eventsByDay.set(text, [...this.eventsOf(text), row])));
+    this.#drawing = {
+      today,
+      active: isKept ? this.#drawing.active : today.startsWith(`${year}-`) ? today : `${year}-01-01`,
+      eventsOf: (text) => this.eventsOf(text),
+      rank: (rows) => rows.reduce((best, row) => (priorities[row] < priorities[best] ? row : best)),
+    };
+    this.year = year;
+    this.title.textContent = String(year);
+    this.#drawMonths();
+    this.#describe(null);
+    if (hadFocus) {
+      this.#activate(this.#drawing.active);
+    }
+  }
+
+  #drawMonths() {
+    const dates = daysOfYear(this.year);
+    this.grid.replaceChildren(...months.map((_, month) =>
+      monthTable(this.year, month, dates.filter((date) => date.getUTCMonth() === month), this.#drawing)));
+  }
+
+  #describe(text) {
+    this.detail.textContent = text ? this.on.describe(text) : this.on.hint;
+  }
+
+  #activate(text) {
+    this.grid.querySelector('[data-day][tabindex="0"]')?.setAttribute('tabindex', '-1');
+    this.#drawing.active = text;
+    const active = this.grid.querySelector(`[data-day="${text}"]`);
     active?.setAttribute('tabindex', '0');
     active?.focus();
   }
 
-  grid.addEventListener('mouseover', (event) => describe(dayAt(event.target)));
-  grid.addEventListener('mouseleave', () => describe(null));
-  grid.addEventListener('focusin', (event) => describe(dayAt(event.target)));
-  grid.addEventListener('click', (event) => {
-    const text = dayAt(event.target);
+  #choose(text) {
     if (text) {
-      activate(text);
-      on.choose(text);
-    }
-  });
-  grid.addEventListener('keydown', async (event) => {
-    const text = dayAt(event.target);
-    if (text && (event.key === 'Enter' || event.key === ' ')) {
-      event.preventDefault();
-      on.choose(text);
-    }
-    const next = text && otherDay(text, event.key);
-    if (next) {
-      event.preventDefault();
-      if (Number(next.slice(0, 4)) !== year) {
-        await on.year(Number(next.slice(0, 4)));
-      }
-      activate(next);
-    }
-  });
-
-  function draw(next) {
-    const active = drawing?.active?.startsWith(`${next.year}-`) ? drawing.active : null;
-    const hadFocus = grid.contains(document.activeElement);
-    year = next.year;
-    const byDay = new Map();
-    next.days.forEach((days, row) => days.forEach((text) => byDay.set(text, [...(byDay.get(text) ?? []), row])));
-    drawing = {
-      ...next,
-      active: active ?? (next.today.startsWith(`${year}-`) ? next.today : `${year}-01-01`),
-      eventsOf: (text) => byDay.get(text) ?? [],
-      rank: (rows) => rows.reduce((best, row) => (next.priorities[row] < next.priorities[best] ? row : best)),
-    };
-    title.textContent = String(year);
-    const days = daysOfYear(year);
-    grid.replaceChildren(...months.map((_, month) => monthTable(year, month, days.filter((date) => date.getUTCMonth() === month), drawing)));
-    describe(null);
-    if (hadFocus) {
-      activate(drawing.active);
+      this.#activate(text);
+      this.on.choose(text);
     }
   }
-  return {element, draw, eventsOf: (text) => drawing.eventsOf(text), get year() { return year; }};
+
+  async #onKey(event) {
+    const text = dayAt(event.target);
+    const next = text && otherDay(text, event.key);
+    if (text && (event.key === 'Enter' || event.key === ' ')) {
+      event.preventDefault();
+      this.#choose(text);
+    } else if (next) {
+      event.preventDefault();
+      const year = Number(next.slice(0, 4));
+      if (year !== this.year) {
+        await this.on.year(year);
+      }
+      this.#activate(next);
+    }
+  }
+
+  #listen() {
+    this.grid.addEventListener('mouseover', (event) => this.#describe(dayAt(event.target)));
+    this.grid.addEventListener('mouseleave', () => this.#describe(null));
+    this.grid.addEventListener('focusin', (event) => this.#describe(dayAt(event.target)));
+    this.grid.addEventListener('click', (event) => this.#choose(dayAt(event.target)));
+    this.grid.addEventListener('keydown', (event) => this.#onKey(event));
+  }
 }

@@ -4,7 +4,7 @@ import {make, setText} from './dom.js';
 import {createCheck} from './schedule-check.js';
 import {ask, askDays} from './schedule-dialog.js';
 import {listen} from './schedule-drag.js';
-import {createInspector} from './schedule-inspector.js';
+import {Inspector} from './schedule-inspector.js';
 import * as operations from './schedule-model.js';
 import {drawing, eventHead, placeOf, rowNames} from './schedule-parts.js';
 import {askPeriod} from './schedule-period-form.js';
@@ -45,7 +45,7 @@ export class Editor {
     this.state = make('span.schedule-state');
     this.live = make('div.unseen', {role: 'status', 'aria-live': 'assertive'});
     this.rows = make(`div.schedule-rows.is-editable${this.isWeek ? '' : '.is-events'}`);
-    this.inspector = createInspector(this.info, {
+    this.inspector = new Inspector(this.info, {
       set: (change) => this.set(change), remove: () => this.remove(this.selected.row, this.selected.index),
       add: () => this.add(this.selected.row, null), back: () => this.focusSelected(),
     });
@@ -150,7 +150,7 @@ export class Editor {
       return;
     }
     const remark = this.check.remarks(this.model).find(({place}) => place?.row === this.selected.row && place.index === this.selected.index);
-    this.inspector.show(this.selected, entry, rowNames(this.model)[this.selected.row], remark?.reason);
+    this.inspector.show(entry, rowNames(this.model)[this.selected.row], remark?.reason);
   }
 
   drawChecked() {

@@ -9,106 +9,107 @@ function field(id, label, control, side) {
   return make('div.schedule-field', {}, make('label', {for: id}, label), make('span.schedule-control', {}, control, side));
 }
 
+const option = ([value, text]) => make('option', {value}, text);
+
 function valueControl(entry, info) {
   const options = choices(entry.type, info);
   if (!options) {
-    return make('input', {type: 'text', inputmode: hasUnit(entry.type) ? 'decimal' : null,
-      autocomplete: 'off', disabled: entry.type === 'null'});
+    return make('input', {type: 'text', inputmode: hasUnit(entry.type) ? 'decimal' : null, autocomplete: 'off',
+      disabled: entry.type === 'null'});
   }
-  const known = options.some(([value]) => value === entry.value) ? options : [...options, [entry.value, entry.value]];
-  return make('select', {}, known.map(([value, text]) => make('option', {value}, text)));
+  const isKnown = options.some(([value]) => value === entry.value);
+  return make('select', {}, (isKnown ? options : [...options, [entry.value, entry.value]]).map(option));
 }
 
+// Whether the control can show the value: an input all, a select those that it lists.
+const canShow = (control, value) => !control.options || [...control.options].some((each) => each.value === value);
+
 // `on` has set(change), which returns a mistake or nothing; remove(), add(), back().
-export function createInspector(info, on) {
-  const element = make('form.schedule-inspector', {'aria-label': 'Selected entry', novalidate: true});
-  const mistake = make('p.schedule-mistake', {role: 'alert'});
-  let shown = null;
-  const controlFor = (id) => element.querySelector(`#${id}`);
+export class Inspector {
+  #shown = null;
 
-  function report(control, text) {
-    control.setAttribute('aria-invalid', String(text !== ''));
-    setText(mistake, text);
-    return text === '';
+  constructor(info, on) {
+    Object.assign(this, {info, on});
+    this.element = make('form.schedule-inspector', {'aria-label': 'Selected entry', novalidate: true});
+    this.mistake = make('p.schedule-mistake', {role: 'alert'});
+    this.name = make('h3.schedule-selected');
+    this.element.addEventListener('submit', (event) => event.preventDefault());
+    this.element.addEventListener('keydown', (event) => this.#onKey(event));
   }
 
-  function setTime(input) {
-    const time = typedTime(input.value);
-    if (!time) {
-      return report(input, `“${input.value}” is not a time of day: 00:00 to 23:59 is allowed, such as 06:30`);
+  // The fields stay in the page while they show the same kind of value, so that they keep the focus.
+  show(entry, name, remark) {
+    if (this.#shown?.type !== entry.type || !canShow(this.value, entry.value)) {
+      this.#build(entry);
     }
-    return time === shown.entry.time || report(input, on.set({time}) ?? '');
-  }
-
-  function setValue(control) {
-    const value = typedValue(shown.entry.type, control.value);
-    const wrong = valueMistake(shown.entry.type, value);
-    return wrong ? report(control, wrong) : value === shown.entry.value || report(control, on.set({value}) ?? '');
-  }
-
-  function typeControl() {
-    const select = make('select', {}, Object.entries(TypeWords).map(([type, words]) => make('option', {value: type}, words)));
-    select.addEventListener('change', () => {
-      const type = select.value;
-      const {entry} = shown;
-      const keeps = !valueMistake(type, entry.value) && hasUnit(type) && hasUnit(entry.type);
-      on.set({type, value: type === 'null' ? '' : keeps ? entry.value : firstValue(type, info)});
-    });
-    return select;
-  }
-
-  // A form with several fields and no submit button is not submitted by Enter.
-  element.addEventListener('submit', (event) => event.preventDefault());
-  function accept() {
-    if (setTime(controlFor('schedule-time')) && setValue(controlFor('schedule-value'))) {
-      on.back();
-    }
-  }
-  element.addEventListener('keydown', (event) => {
-    if (event.key === 'Escape') {
-      on.back();
-    } else if (event.key === 'Enter' && event.target.matches('input')) {
-      event.preventDefault();
-      accept();
-    }
-  });
-
-  function build(entry) {
-    const time = make('input.schedule-time-field', {type: 'text', autocomplete: 'off'});
-    const value = valueControl(entry, info);
-    time.addEventListener('change', () => setTime(time));
-    value.addEventListener('change', () => setValue(value));
-    element.replaceChildren(make('h3.schedule-selected'), field('schedule-time', 'Time', time),
-      field('schedule-value', 'Value', value, hasUnit(entry.type) && info.unit ? make('span', {}, info.unit) : null),
-      field('schedule-type', 'Kind of value', typeControl()),
-      make('div.schedule-buttons', {}, make('button', {type: 'button', onclick: on.add}, 'Add another'),
-        make('button', {type: 'button', onclick: on.remove}, 'Remove entry')), mistake);
-  }
-
-  const hasChoice = ({value}) => {
-    const {options} = controlFor('schedule-value');
-    return !options || [...options].some((option) => option.value === value);
-  };
-
-  // Fields stay in the page while they show the same kind of value, so that they keep the focus.
-  function show(place, entry, name, remark) {
-    const isOther = shown?.entry.type !== entry.type || !hasChoice(entry);
-    shown = {place, entry};
-    if (isOther) {
-      build(entry);
-    }
-    setText(element.querySelector('.schedule-selected'), name);
-    for (const [id, text] of [['schedule-time', entry.time], ['schedule-value', entry.value], ['schedule-type', entry.type]]) {
-      const control = controlFor(id);
+    this.#shown = entry;
+    for (const [control, text] of [[this.time, entry.time], [this.value, entry.value], [this.type, entry.type]]) {
       control.value = text;
       control.removeAttribute('aria-invalid');
     }
-    setText(mistake, remark ?? '');
+    setText(this.name, name);
+    setText(this.mistake, remark ?? '');
   }
 
-  function hint(text, wideText) {
-    shown = null;
-    element.replaceChildren(make('p.dim', {}, text, make('span.schedule-wide', {}, wideText)));
+  hint(text, wideText) {
+    this.#shown = null;
+    this.element.replaceChildren(make('p.dim', {}, text, make('span.schedule-wide', {}, wideText)));
   }
-  return {element, show, hint, focus: () => controlFor('schedule-time')?.select()};
+
+  focus() {
+    this.time?.select();
+  }
+
+  #build(entry) {
+    const unit = hasUnit(entry.type) && this.info.unit ? make('span', {}, this.info.unit) : null;
+    this.time = make('input.schedule-time-field', {type: 'text', autocomplete: 'off', onchange: () => this.#setTime()});
+    this.value = valueControl(entry, this.info);
+    this.value.addEventListener('change', () => this.#setValue());
+    this.type = make('select', {onchange: () => this.#setType()}, Object.entries(TypeWords).map(option));
+    this.element.replaceChildren(this.name, field('schedule-time', 'Time', this.time), field('schedule-value', 'Value', this.value, unit),
+      field('schedule-type', 'Kind of value', this.type), make('div.schedule-buttons', {},
+        make('button', {type: 'button', onclick: this.on.add}, 'Add another'),
+        make('button', {type: 'button', onclick: this.on.remove}, 'Remove entry')), this.mistake);
+  }
+
+  #onKey(event) {
+    const isAccepted = event.key === 'Enter' && event.target.matches('input');
+    if (isAccepted) {
+      event.preventDefault();
+    }
+    if (event.key === 'Escape' || (isAccepted && this.#setTime() && this.#setValue())) {
+      this.on.back();
+    }
+  }
+
+  // Returns whether nothing is wrong.
+  #report(control, mistake) {
+    control.setAttribute('aria-invalid', String(mistake !== ''));
+    setText(this.mistake, mistake);
+    return mistake === '';
+  }
+
+  #setTime() {
+    const time = typedTime(this.time.value);
+    if (!time) {
+      return this.#report(this.time, `“${this.time.value}” is not a time of day: 00:00 to 23:59 is allowed, such as 06:30`);
+    }
+    return time === this.#shown.time || this.#report(this.time, this.on.set({time}) ?? '');
+  }
+
+  #setValue() {
+    const value = typedValue(this.#shown.type, this.value.value);
+    const mistake = valueMistake(this.#shown.type, value);
+    if (mistake) {
+      return this.#report(this.value, mistake);
+    }
+    return value === this.#shown.value || this.#report(this.value, this.on.set({value}) ?? '');
+  }
+
+  #setType() {
+    const type = this.type.value;
+    const {type: before, value} = this.#shown;
+    const isKept = hasUnit(type) && hasUnit(before) && !valueMistake(type, value);
+    this.on.set({type, value: type === 'null' ? '' : isKept ? value : firstValue(type, this.info)});
+  }
 }

@@ -106,51 +106,65 @@ const Controls = {
   },
 };
 
-const Priorities = Array.from({length: 16}, (_, index) => [String(index + 1), index === 0 ? '1 (wins over all)' : index === 15 ? '16 (lowest)' : String(index + 1)]);
+const PriorityWords = {1: '1 (wins over all)', 16: '16 (lowest)'};
+const Priorities = Array.from({length: 16}, (_, index) => [String(index + 1), PriorityWords[index + 1] ?? String(index + 1)]);
+
+class PeriodForm {
+  #asked = 0;
+
+  constructor({title, event, firstDay, words}) {
+    Object.assign(this, {event, firstDay, words});
+    this.kind = select(Object.entries(kinds), event.period.kind);
+    this.priority = select(Priorities, String(event.priority));
+    this.fields = make('div.schedule-period');
+    this.live = make('p.schedule-words', {role: 'status', 'aria-live': 'polite'});
+    this.apply = make('button.main', {type: 'submit'}, 'Apply');
+    const form = make('form', {method: 'dialog', onsubmit: () => { this.dialog.returnValue = 'yes'; }},
+      make('h2', {}, title), field('Kind of period', this.kind), this.fields, this.live, field('Priority', this.priority),
+      make('p.dim', {}, 'Of events on the same day the one with the lowest number is in force; all come before the week.'),
+      make('div.schedule-buttons', {}, make('button', {type: 'button', onclick: () => this.dialog.close('no')}, 'Cancel'), this.apply));
+    this.dialog = make('dialog.schedule-dialog', {'aria-label': title}, form);
+    form.addEventListener('input', (input) => (input.target === this.kind ? this.#changeKind() : this.#update()));
+    this.#show(event.period);
+  }
+
+  read() {
+    return {period: this.controls.read(), priority: Number(this.priority.value)};
+  }
+
+  #changeKind() {
+    const {period} = this.event;
+    this.#show(this.kind.value === period.kind ? period : newPeriod(this.kind.value, this.firstDay));
+  }
+
+  #show(period) {
+    this.controls = Controls[period.kind](period);
+    this.fields.replaceChildren(this.controls.element);
+    this.#update();
+  }
+
+  async #update() {
+    const now = this.read();
+    const mistake = this.controls.mistake(now.period);
+    const number = ++this.#asked;
+    this.apply.disabled = mistake !== '';
+    this.live.classList.toggle('is-mistake', mistake !== '');
+    const text = mistake || await this.words(now).catch((error) => error.message);
+    if (number === this.#asked) {
+      this.live.textContent = text;
+    }
+  }
+}
 
 // Opens the form in a dialog. `words(event)` resolves to the words of a period. Resolves to {period, priority}, or null.
-export function askPeriod({title, event, firstDay, words}) {
+export function askPeriod(request) {
   return new Promise((resolve) => {
-    let controls = null;
-    let asked = 0;
-    const box = make('div.schedule-period');
-    const live = make('p.schedule-words', {role: 'status', 'aria-live': 'polite'});
-    const kind = select(Object.entries(kinds), event.period.kind);
-    const priority = select(Priorities, String(event.priority));
-    const ok = make('button.main', {type: 'submit'}, 'Apply');
-    const read = () => ({period: controls.read(), priority: Number(priority.value)});
-
-    async function update() {
-      const now = read();
-      const mistake = controls.mistake(now.period);
-      const number = ++asked;
-      ok.disabled = mistake !== '';
-      live.classList.toggle('is-mistake', mistake !== '');
-      const text = mistake || await words(now).catch((error) => error.message);
-      if (number === asked) {
-        live.textContent = text;
-      }
-    }
-    function show(period) {
-      controls = Controls[period.kind](period);
-      box.replaceChildren(controls.element);
-      update();
-    }
-    kind.addEventListener('change', () => show(kind.value === event.period.kind ? event.period : newPeriod(kind.value, firstDay)));
-
-    const form = make('form', {method: 'dialog', oninput: (input) => input.target !== kind && update()},
-      make('h2', {}, title), field('Kind of period', kind), box, live, field('Priority', priority),
-      make('p.dim', {}, 'Of events on the same day the one with the lowest number is in force; all come before the week.'),
-      make('div.schedule-buttons', {}, make('button', {type: 'button', onclick: () => dialog.close('no')}, 'Cancel'), ok));
-    form.addEventListener('submit', () => { dialog.returnValue = 'yes'; });
-    const dialog = make('dialog.schedule-dialog', {'aria-label': title}, form);
-    dialog.addEventListener('close', () => {
-      const answer = dialog.returnValue === 'yes' ? read() : null;
-      dialog.remove();
-      resolve(answer);
+    const form = new PeriodForm(request);
+    form.dialog.addEventListener('close', () => {
+      form.dialog.remove();
+      resolve(form.dialog.returnValue === 'yes' ? form.read() : null);
     });
-    document.body.append(dialog);
-    show(event.period);
-    dialog.showModal();
+    document.body.append(form.dialog);
+    form.dialog.showModal();
   });
 }

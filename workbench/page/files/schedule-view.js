@@ -1,7 +1,7 @@
 // The view of a schedule: what is in force, the week or the calendar, notes and losses, and the editor.
 
 import {make} from './dom.js';
-import {createCalendar, dayWords} from './schedule-calendar.js';
+import {Calendar, dayWords} from './schedule-calendar.js';
 import {ask, list, remarkText} from './schedule-dialog.js';
 import {Editor} from './schedule-editor.js';
 import {emptyModel} from './schedule-model.js';
@@ -197,7 +197,7 @@ class View {
   }
 
   makeCalendar(hint = 'Point at a day, or move to it with the arrows, to see what is in force on it.') {
-    this.calendar = createCalendar({
+    this.calendar = new Calendar({
       year: (year) => this.showYear(year), describe: (text) => this.describe(text), hint,
       choose: (text) => this.editor?.addEvent(text),
     });
