@@ -2,9 +2,25 @@
 
 import {make, setText} from './dom.js';
 import {remarkText} from './schedule-dialog.js';
+import {rows} from './schedule-model.js';
 import {placeOf} from './schedule-parts.js';
+import {weekdays} from './schedule-time.js';
 
 const Delay = 250;
+const Path = /^(?:model: )?((?:days|events)[^\s:]*): /;
+
+// A model that cannot be read: "model: days[0][2].value: the reason", for people "Monday 06:00: the reason".
+function mistakeOf({message}, model) {
+  const path = Path.exec(message)?.[1] ?? '';
+  const at = path && placeOf(path, model);
+  const reason = path ? message.replace(Path, '') : message;
+  if (!at) {
+    return {place: '', reason};
+  }
+  const name = model.kind === 'weekly' ? weekdays[at.row] : `event ${at.row + 1}`;
+  const entry = at.index === null ? null : rows(model)[at.row]?.[at.index];
+  return {place: entry ? `${name}${model.kind === 'weekly' ? '' : ','} ${entry.time}` : name, reason};
+}
 
 function section(kind, title, items) {
   return items.length ? make(`section.schedule-remarks.${kind}`, {}, make('h3', {}, title), make('ul', {}, items.map((item) => make('li', {}, item)))) : null;
@@ -39,7 +55,9 @@ export function createCheck(api, id, onAnswer, onGo) {
     try {
       result = await api.composeSchedule(id, model);
     } catch (error) {
-      reason = error.message;
+      const isUnread = error.status === 400;
+      result = isUnread ? {text: null, changes: [], losses: [], mistakes: [mistakeOf(error, model)]} : null;
+      reason = isUnread ? '' : error.message;
     }
     if (number === asked) {
       answer = result;
@@ -59,7 +77,7 @@ export function createCheck(api, id, onAnswer, onGo) {
       setText(status, 'Checking …');
     },
     // The mistakes with the place of each in the model.
-    remarks: (model) => (answer?.mistakes ?? []).map((remark) => ({...remark, place: placeOf(remark.place || remark.reason, model)})),
+    remarks: (model) => (answer?.mistakes ?? []).map((remark) => ({...remark, place: placeOf(remark.place, model)})),
     get answer() { return answer; },
     get isWritable() { return answer !== null && answer.mistakes.length === 0 && typeof answer.text === 'string' && answer.changes.length > 0; },
     stop() {

@@ -319,8 +319,8 @@ export class Editor {
     }
   }
 
-  goTo({place, reason}) {
-    const at = placeOf(place || reason, this.edits.present);
+  goTo({place}) {
+    const at = placeOf(place, this.edits.present);
     if (at && at.index !== null) {
       this.select(at.row, at.index);
     }
