@@ -87,7 +87,7 @@ class Writes(EndToEnd):
         with ExamplePlant() as plant:
             capture = self.file("run.pcap")
             run = self.workbench(PLANT_PROJECT, *plant.defines, "--pcap", capture,
-                                 "--set", "AHU.Setpoint programme=a;b;c;d;e;f", cycles=4)
+                                 "--set", "AHU.Setpoint programme=06000000,4,9,21.500000;;;;;", cycles=4)
         self.assert_write(self.last(run, "AHU"), "Setpoint programme", "refused", "Number days != 7")
         with open(capture, "rb") as stream:
             self.assertNotIn(bytes.fromhex("0004010f"), stream.read())

@@ -7,6 +7,7 @@
 #include "FieldReader.h"
 #include "Printable.h"
 #include "ProjectError.h"
+#include "ScheduleVariable.h"
 #include "SetValue.h"
 #include "Suggestion.h"
 
@@ -111,8 +112,11 @@ SetRequest Request(std::deque<BlockConfig> const& blocks, Found const& found, st
         throw ProjectError(tools::Quoted(name) +
                            " is read-only; to set it, give it Write = true in the project");
     }
-    return {found.block, found.variable,
-            InContext(tools::Quoted(name) + ": ", [&] { return SetValue(*found.variable, text); })};
+    return {found.block, found.variable, InContext(tools::Quoted(name) + ": ", [&] {
+                return SetValue(
+                    *found.variable,
+                    ScheduleTextOf(*found.variable, text, ScheduleNamesOf(*found.block, *found.variable)));
+            })};
 }
 
 }  // namespace

@@ -40,7 +40,8 @@ private:
     std::unordered_map<std::string, std::pair<BlockConfig const*, VariableConfig const*>> variables;
 };
 
-// name is "Block.Variable", text the value as SetValue reads it (SetValue.h). ProjectError for an unknown
+// name is "Block.Variable", text the value as SetValue reads it (SetValue.h), or a schedule for people
+// (ScheduleVariable.h). ProjectError for an unknown
 // variable, one without Write = true, and a text that is not a value of it; with a suggestion where one is
 // near.
 SetRequest MakeSetRequest(std::deque<BlockConfig> const& blocks, std::string const& name,

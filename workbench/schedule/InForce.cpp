@@ -17,7 +17,7 @@ namespace {
 
 // How far a change is looked for, and how many events and entries are looked at.
 constexpr int MostDays = 366;
-constexpr std::size_t MostSteps = 2000000;
+constexpr std::size_t MostSteps = 200000;
 constexpr std::size_t MostNotes = 50;
 
 constexpr unsigned Hundredth = 1;
