@@ -3,12 +3,13 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <iterator>
 #include <optional>
 
 #include "DatumText.h"
 #include "OctetVector.h"
 #include "Printable.h"
+#include "ScheduleNames.h"
+#include "SchedulePlace.h"
 
 namespace workbench {
 
@@ -18,12 +19,6 @@ using standard::Datum;
 using standard::DatumKind;
 using standard::DatumText;
 
-constexpr char const* Days[] = {"Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday", "Sunday"};
-constexpr char const* Months[] = {"January",  "February", "March",      "April",      "May",
-                                  "June",     "July",     "August",     "September",  "October",
-                                  "November", "December", "odd months", "even months"};
-// BACnetWeekNDay: 1 to 6.
-constexpr char const* Weeks[] = {"first", "second", "third", "fourth", "fifth", "last"};
 constexpr std::size_t DayWidth = 9;
 
 // Context tags of BACnetSpecialEvent and BACnetCalendarEntry.
@@ -37,10 +32,6 @@ bool Encloses(Datum const& datum, std::uint8_t tag) {
 bool HasOctets(Datum const& datum, std::uint8_t tag, std::size_t count) {
     return datum.kind == DatumKind::Unknown && datum.isContext && datum.tag == tag &&
            datum.octets.size() == count;
-}
-
-std::string Named(unsigned number, char const* const* names, std::size_t count) {
-    return number >= 1 && number <= count ? names[number - 1] : std::to_string(number);
 }
 
 std::string DateText(std::array<std::uint8_t, 4> const& date) {
@@ -77,11 +68,11 @@ std::string WeekNDayText(std::vector<char> const& octets) {
     unsigned const month = standard::OctetValue(octets[0]);
     unsigned const week = standard::OctetValue(octets[1]);
     unsigned const day = standard::OctetValue(octets[2]);
-    std::string text = day == standard::Unspecified ? "every day" : Named(day, Days, std::size(Days));
+    std::string text = day == standard::Unspecified ? "every day" : WeekdayName(day);
     if (week != standard::Unspecified) {
-        text += " of the " + Named(week, Weeks, std::size(Weeks)) + " week";
+        text += " of the " + WeekName(week) + " week";
     }
-    return text + (month == standard::Unspecified ? "" : " of " + Named(month, Months, std::size(Months)));
+    return text + (month == standard::Unspecified ? "" : " of " + MonthName(month));
 }
 
 std::optional<std::string> PeriodText(Datum const& period) {
@@ -139,10 +130,10 @@ std::vector<std::string> WeeklyLines(std::vector<Datum> const& values) {
     std::vector<std::string> lines;
     for (Datum const& day : values) {
         auto const entries = Encloses(day, 0) ? EntriesText(day.children) : std::nullopt;
-        if (values.size() != std::size(Days) || !entries) {
+        if (values.size() != DaysOfWeek || !entries) {
             return Unreadable(values);
         }
-        lines.push_back(tools::FitTo(Days[lines.size()], DayWidth) + "  " + *entries);
+        lines.push_back(tools::FitTo(DayPlace(lines.size()), DayWidth) + "  " + *entries);
     }
     return lines;
 }

@@ -1,11 +1,11 @@
 #include "ScheduleWords.h"
 
-#include <cstdio>
 #include <cstdlib>
 #include <optional>
 
 #include "HexText.h"
 #include "OctetVector.h"
+#include "SixDecimals.h"
 
 namespace workbench {
 
@@ -239,10 +239,11 @@ private:
     }
 
     std::string Decimal(Datum const& value) {
-        char text[400];
-        std::snprintf(text, sizeof text, "%f", value.real);
-        double const back = value.kind == DatumKind::Real ? static_cast<double>(std::strtof(text, nullptr))
-                                                          : std::strtod(text, nullptr);
+        bool const isReal = value.kind == DatumKind::Real;
+        std::string const text =
+            SixDecimals(value.real, isReal ? ScheduleValueType::Real : ScheduleValueType::Double);
+        double const back = isReal ? static_cast<double>(std::strtof(text.c_str(), nullptr))
+                                   : std::strtod(text.c_str(), nullptr);
         if (back != value.real) {
             Lose("decimals after the sixth are lost");
         }
