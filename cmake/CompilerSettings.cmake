@@ -38,6 +38,9 @@ endif()
 if(DORVEL_SANITIZE)
     add_compile_options(-fsanitize=${DORVEL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer -O1)
     add_link_options(-fsanitize=${DORVEL_SANITIZE})
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang" AND DORVEL_SANITIZE MATCHES "undefined")
+        add_compile_options("-fsanitize-ignorelist=${PROJECT_SOURCE_DIR}/cmake/sanitizer-ignore.txt")
+    endif()
     if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang" AND DORVEL_SANITIZE STREQUAL "thread")
         # The sanitizer's operator new would take precedence over that of a test program. Clang links it only
         # when it links as for C++, so it links as for C and the C++ libraries are named.

@@ -3,6 +3,7 @@
 #include "ComposeSchedule.h"
 #include "ProjectError.h"
 #include "PropertyId.h"
+#include "ReadSchedule.h"
 #include "ScheduleForPeople.h"
 #include "ScheduleLosses.h"
 #include "ShownValue.h"
@@ -84,6 +85,20 @@ std::string ScheduleTextOf(VariableConfig const& variable, std::string const& te
     }
     return kind == ScheduleKind::Weekly ? Composed(WeeklyOfPeople(text, names))
                                         : Composed(ExceptionOfPeople(text, names));
+}
+
+std::optional<std::string> ScheduleForPeopleOf(VariableConfig const& variable, std::string_view text,
+                                               ValueNames const& names) {
+    ScheduleKind const kind = ScheduleKindOf(variable);
+    if (kind == ScheduleKind::Weekly) {
+        auto const reading = ReadWeekly(text);
+        return reading.schedule ? std::optional(WeeklyForPeople(*reading.schedule, names)) : std::nullopt;
+    }
+    if (kind == ScheduleKind::Exception) {
+        auto const reading = ReadException(text);
+        return reading.schedule ? std::optional(ExceptionForPeople(*reading.schedule, names)) : std::nullopt;
+    }
+    return std::nullopt;
 }
 
 }  // namespace workbench

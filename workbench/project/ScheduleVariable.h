@@ -1,6 +1,8 @@
 #pragma once
 
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include "Project.h"
 #include "ValueNames.h"
@@ -20,5 +22,10 @@ ValueNames ScheduleNamesOf(BlockConfig const& block, VariableConfig const& varia
 // another is read as ScheduleForPeople.h has it. ProjectError for a text that is neither, for a schedule that
 // the driver cannot write, and for numbers of which the device would receive others.
 std::string ScheduleTextOf(VariableConfig const& variable, std::string const& text, ValueNames const& names);
+
+// The text of the driver as people write it, as ScheduleTextOf reads it. No value for a text that cannot be
+// read, and for a variable that is not on a schedule.
+std::optional<std::string> ScheduleForPeopleOf(VariableConfig const& variable, std::string_view text,
+                                               ValueNames const& names);
 
 }  // namespace workbench

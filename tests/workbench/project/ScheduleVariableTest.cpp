@@ -113,3 +113,16 @@ TEST(ScheduleVariable, RefusesValuesOfWhichTheDeviceWouldReceiveOthers) {
               "example on a "
               "day of the past");
 }
+
+TEST(ScheduleVariable, IsShownAsPeopleType) {
+    BlockConfig const block = Setpoint()[0];
+    VariableConfig const& week = block.variables[1];
+    ValueNames const names = ScheduleNamesOf(block, week);
+    std::string const typed = "Mon-Fri 06:00 21.5 °C, 20:00 17 °C";
+    EXPECT_EQ(ScheduleForPeopleOf(week, ScheduleTextOf(week, typed, names), names), typed);
+    EXPECT_EQ(ScheduleForPeopleOf(week, "not a schedule", names), std::nullopt);
+    VariableConfig const& days = block.variables[2];
+    EXPECT_EQ(ScheduleForPeopleOf(days, "0,525122026,10,00000000,4,9,16.000000;", names),
+              "2026-12-25 (priority 10) 00:00 16 °C");
+    EXPECT_EQ(ScheduleForPeopleOf(block.variables[3], ";;;;;;;", names), std::nullopt);
+}
