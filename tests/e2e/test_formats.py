@@ -3,9 +3,11 @@
 import csv
 import io
 import json
+import os
+import re
 import subprocess
 
-from programs import LONGEST, TASK, WORKBENCH, EndToEnd, block, variable
+from programs import LONGEST, ROOT, TASK, WORKBENCH, EndToEnd, block, variable
 
 PLANT = """
 device{
@@ -48,6 +50,12 @@ class Formats(EndToEnd):
         self.assertEqual(float(rows[0]["value"]), 21.5)
         self.assertEqual((rows[0]["state"], rows[0]["quality"], rows[0]["object"]), ("ok", "Good", "analog-input 1"))
         self.assertTrue(rows[2]["suspect"], rows[2])
+
+    def test_the_manual_has_the_columns_in_their_order(self):
+        with open(os.path.join(ROOT, "docs/workbench.md"), encoding="utf-8") as stream:
+            table = stream.read().split("\n### CSV\n")[1].split("\n\n")[2]
+        named = [name for row in table.splitlines()[2:] for name in re.findall(r"`(\w+)`", row.split("|")[1])]
+        self.assertEqual(self.run_format("csv", cycles=1).splitlines()[0].split(","), named)
 
     def test_changes_only_shows_the_first_cycle_whole_and_then_what_a_write_changes(self):
         rows = self.rows("--changes-only", "--set", "AHU.Setpoint=22")

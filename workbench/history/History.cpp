@@ -4,9 +4,6 @@
 #include <array>
 #include <cmath>
 
-#include "NumberText.h"
-#include "ShownValue.h"
-
 namespace workbench {
 
 namespace {
@@ -29,14 +26,6 @@ Indices Outline(std::vector<Sample> const& samples, std::size_t from, std::size_
 }
 
 }  // namespace
-
-std::string SampleText(VariableConfig const& variable, double value) {
-    if (std::isnan(value)) {
-        return {};
-    }
-    return ValueType(variable) == OpcUaType_Float ? tools::NumberText(static_cast<float>(value))
-                                                  : tools::NumberText(value);
-}
 
 bool operator==(Sample const& left, Sample const& right) {
     bool const isSame = left.value == right.value || (std::isnan(left.value) && std::isnan(right.value));

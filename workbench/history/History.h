@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <string>
 #include <vector>
 
 #include "Project.h"
@@ -12,12 +11,11 @@ namespace workbench {
 // A value of a variable from a time on, until the next sample.
 struct Sample {
     long long time = 0;  // a file time
-    double value = 0;    // a Boolean is 0 or 1; NaN where the variable had no number
+    // A Boolean is 0 or 1; a Float has the shortest text that it has itself: 21.1, not 21.100000381469727.
+    // NaN where the variable had no number.
+    double value = 0;
     QualityKind quality = QualityKind::Bad;
 };
-
-// The shortest text of its number, with no more digits than the variable's type has; empty for NaN.
-std::string SampleText(VariableConfig const& variable, double value);
 
 bool operator==(Sample const& left, Sample const& right);  // NaN equals NaN
 

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "CsvCells.h"
+#include "NumberText.h"
 #include "ShownValue.h"
 #include "TimeText.h"
 
@@ -41,8 +42,8 @@ std::string TrendRows(BlockConfig const& block, VariableConfig const& variable,
     std::string rows;
     for (Sample const& sample : samples) {
         rows += CsvLine({IsoTime(sample.time, localDiff), blockCell, variableCell,
-                         SampleText(variable, sample.value), unit, StateCell(variable, sample.value),
-                         QualityName(sample.quality)});
+                         std::isnan(sample.value) ? "" : tools::NumberText(sample.value), unit,
+                         StateCell(variable, sample.value), QualityName(sample.quality)});
     }
     return rows;
 }

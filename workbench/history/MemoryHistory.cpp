@@ -1,10 +1,13 @@
 #include "MemoryHistory.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <string>
 
+#include "NumberText.h"
 #include "ShownValue.h"
 
 namespace workbench {
@@ -32,6 +35,16 @@ double NumberOf(OpcUa_VariantHlp const& value) {
     bool const isPlotted = IsNumeric(value.GetType()) || value.GetType() == OpcUaType_Boolean;
     if (isPlotted) {
         value.GetDouble(number);
+    }
+    return number;
+}
+
+// Has the shortest text of the float.
+double Widened(float value) {
+    double number = static_cast<double>(value);
+    if (std::isfinite(value)) {
+        std::string const text = tools::NumberText(value);
+        std::from_chars(text.data(), text.data() + text.size(), number);
     }
     return number;
 }
@@ -117,8 +130,9 @@ void MemoryHistory::Add(BlockSnapshot const& block) {
         VariableSnapshot const& variable = block.variables[i];
         bool const isKept = history.rings[i].samples || !std::isnan(NumberOf(variable.state.Value));
         if (IsPlotted(*variable.config) && isKept) {
-            history.rings[i].Add({block.time, NumberOf(variable.state.Value), KindOf(variable.state.Status)},
-                                 capacity);
+            // A standby keeps the values that it had.
+            QualityKind const quality = block.isStandby ? QualityKind::Bad : KindOf(variable.state.Status);
+            history.rings[i].Add({block.time, NumberOf(variable.state.Value), quality}, capacity);
         }
     }
 }
@@ -160,7 +174,13 @@ std::vector<Sample> MemoryHistory::Samples(VariableConfig const& variable, long 
     if (!samples.empty() && end > samples.back().time) {
         samples.push_back({end, samples.back().value, samples.back().quality});
     }
-    return Thinned(samples, most);
+    samples = Thinned(samples, most);
+    if (ValueType(variable) == OpcUaType_Float) {
+        for (Sample& sample : samples) {
+            sample.value = Widened(static_cast<float>(sample.value));
+        }
+    }
+    return samples;
 }
 
 long long MemoryHistory::Oldest(VariableConfig const& variable) const {

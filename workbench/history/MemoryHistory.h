@@ -28,7 +28,8 @@ public:
     explicit MemoryHistory(std::deque<BlockConfig> const& blocks, std::size_t memoryLimit = MemoryLimit);
     ~MemoryHistory() override;
 
-    // Keeps what has changed. Called on the thread of the block's task. When the clock of the host has been
+    // Keeps what has changed; while the host is the standby, the quality is bad. Called on the thread of the
+    // block's task. When the clock of the host has been
     // set back, the samples after the new time are forgotten.
     void Add(BlockSnapshot const& block);
 

@@ -18,7 +18,7 @@ TEST(HistoryCsv, OfATrendHasARowForEachSample) {
     BlockSnapshot const& block = plant.AddBlock("=AHU");
     VariableConfig& variable = plant.AddVariable("Supply, \"1\"", DataValueOf(OpcUaType_Float), {});
     variable.unit = "degrees-celsius";
-    std::vector<Sample> const samples = {{Noon, static_cast<double>(-21.1F), QualityKind::Good},
+    std::vector<Sample> const samples = {{Noon, -21.1, QualityKind::Good},
                                          {Noon + Second, NaN, QualityKind::Bad}};
     EXPECT_EQ(TrendHeader() + TrendRows(*block.config, variable, samples, Hour),
               "time,block,variable,value,unit,state_text,quality\r\n"
@@ -47,15 +47,6 @@ TEST(HistoryCsv, OfEventsHasARowForEach) {
               "id,time,event,block,variable,text\r\n"
               "7,2024-03-15T12:34:56.789+01:00,fault,AHU,,No connection\r\n"
               "8,2024-03-15T12:34:56.789+01:00,refused,AHU,Valve,'-5 refused (write-access-denied)\r\n");
-}
-
-TEST(HistoryCsv, HasNumbersAsShortAsTheirType) {
-    VariableConfig variable;
-    variable.type = OpcUaType_Float;
-    EXPECT_EQ(SampleText(variable, static_cast<double>(0.1F)), "0.1");
-    EXPECT_EQ(SampleText(variable, NaN), "");
-    variable.type = OpcUaType_Double;
-    EXPECT_EQ(SampleText(variable, 0.1), "0.1");
 }
 
 }  // namespace

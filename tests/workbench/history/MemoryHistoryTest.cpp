@@ -40,6 +40,7 @@ protected:
         BlockSnapshot block;
         block.config = &blocks[0];
         block.time = Noon + second * Second;
+        block.isStandby = isStandby;
         OpcUa_VariantHlp text;
         text.SetUTF8String("AI 1");
         block.variables = {{&T(), {FloatOf(value), status, block.time}},
@@ -61,6 +62,7 @@ protected:
 
     std::deque<BlockConfig> blocks;
     std::unique_ptr<MemoryHistory> history;
+    bool isStandby = false;
 };
 
 using Samples = std::vector<Sample>;
@@ -99,6 +101,26 @@ TEST_F(OneTrend, HasAGapWhereTheQualityIsBad) {
     AddAt(1, NaN, OpcUa_Bad);
     AddAt(2, 20);
     EXPECT_EQ(Found(0, 10), (Samples{{0, 20, Good}, {1, NaN, Bad}, {2, 20, Good}}));
+}
+
+TEST_F(OneTrend, HasNoMoreDigitsThanAFloat) {
+    AddAt(0, 21.1);
+    AddAt(1, 0.1);
+    AddAt(2, 1e30);
+    AddAt(3, std::numeric_limits<double>::infinity());
+    EXPECT_EQ(Found(0, 10), (Samples{{0, 21.1, Good},
+                                     {1, 0.1, Good},
+                                     {2, 1e30, Good},
+                                     {3, std::numeric_limits<double>::infinity(), Good}}));
+}
+
+TEST_F(OneTrend, HasAGapWhileTheHostIsTheStandby) {
+    AddAt(0, 20);
+    isStandby = true;
+    AddAt(1, 20);
+    isStandby = false;
+    AddAt(2, 20);
+    EXPECT_EQ(Found(0, 10), (Samples{{0, 20, Good}, {1, 20, Bad}, {2, 20, Good}}));
 }
 
 TEST_F(OneTrend, KeepsTheNewestOfMoreThanItsRingHas) {
