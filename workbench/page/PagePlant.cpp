@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "ScheduleVariable.h"
 #include "ShownValue.h"
 #include "TimeText.h"
 #include "TypeName.h"
@@ -52,10 +53,13 @@ void WriteBlock(JsonWriter& writer, BlockConfig const& block, std::size_t id,
 
 }  // namespace
 
-PagePlant::PagePlant(Parts runParts)
+PagePlant::PagePlant(Parts runParts) : PagePlant(std::move(runParts), std::make_unique<ObjectInspector>()) {}
+
+PagePlant::PagePlant(Parts runParts, std::unique_ptr<ObjectInspector> objectInspector)
     : parts(std::move(runParts)),
       started(dorvel::Environment().Now()),
-      stream(parts.memory.board, parts.memory.events) {
+      stream(parts.memory.board, parts.memory.events),
+      inspector(std::move(objectInspector)) {
     for (BlockConfig const& block : parts.blocks) {
         for (std::size_t i = 0; i < block.variables.size(); ++i) {
             variables.push_back({variables.size(), &block, &block.variables[i], i});
@@ -68,12 +72,8 @@ PageVariable const* PagePlant::Find(std::size_t id) const {
 }
 
 char const* KindOf(VariableConfig const& variable) {
-    std::string const& property = variable.property->name;
-    if (property == "weekly-schedule") {
-        return "weekly";
-    }
-    if (property == "exception-schedule") {
-        return "exception";
+    if (ScheduleKind const schedule = ScheduleKindOf(variable); schedule != ScheduleKind::None) {
+        return schedule == ScheduleKind::Weekly ? "weekly" : "exception";
     }
     _OpcUa_BuiltInType const type = ValueType(variable);
     if (type == OpcUaType_Boolean) {

@@ -2,11 +2,13 @@
 
 #include <cstddef>
 #include <deque>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "JsonFields.h"
 #include "LogBuffer.h"
+#include "ObjectInspector.h"
 #include "PlantMemory.h"
 #include "PlantStream.h"
 #include "Project.h"
@@ -37,9 +39,11 @@ public:
     };
 
     explicit PagePlant(Parts runParts);
+    PagePlant(Parts runParts, std::unique_ptr<ObjectInspector> objectInspector);
 
     Parts const& Run() const { return parts; }
     PlantStream& Stream() { return stream; }
+    ObjectInspector& Inspector() { return *inspector; }
     // Null for an id that the plant does not have.
     PageVariable const* Find(std::size_t id) const;
     std::vector<PageVariable> const& Variables() const { return variables; }
@@ -51,6 +55,7 @@ private:
     long long started;
     std::vector<PageVariable> variables;
     PlantStream stream;
+    std::unique_ptr<ObjectInspector> inspector;
 };
 
 // What kind of value a variable has, for those who show and edit it: "number", "state", "boolean", "text",

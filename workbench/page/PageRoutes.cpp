@@ -87,6 +87,9 @@ std::vector<PageRoute> const& PageRoutes() {
         {"GET", "/api/variables/ID/trend", AnswerTrend},
         {"GET", "/api/variables/ID/trend.csv", AnswerTrendCsv},
         {"GET", "/api/trends.csv", AnswerTrendsCsv},
+        {"GET", "/api/variables/ID/device", AnswerDevice},
+        {"GET", "/api/variables/ID/schedule", AnswerSchedule},
+        {"POST", "/api/variables/ID/schedule", AnswerComposed},
         {"POST", "/api/variables/ID/write", AnswerWrite},
     };
     return routes;

@@ -38,6 +38,9 @@ PageResponse UnknownVariable(std::string_view id);
 // A file that a browser saves under that name.
 PageResponse CsvFile(std::string const& name, std::string const& text);
 
+// The answer about a device; localDiff as in TimeText.h.
+std::string InspectionJson(Inspection const& inspection, long long localDiff);
+
 // The answers, by subject.
 PageResponse AnswerSession(PageCall const& call);
 PageResponse AnswerPlant(PageCall const& call);
@@ -49,6 +52,9 @@ PageResponse AnswerVariable(PageCall const& call);
 PageResponse AnswerTrend(PageCall const& call);
 PageResponse AnswerTrendCsv(PageCall const& call);
 PageResponse AnswerTrendsCsv(PageCall const& call);
+PageResponse AnswerDevice(PageCall const& call);
+PageResponse AnswerSchedule(PageCall const& call);
+PageResponse AnswerComposed(PageCall const& call);
 PageResponse AnswerWrite(PageCall const& call);
 
 }  // namespace workbench

@@ -3,8 +3,11 @@
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>
 
+#include <cerrno>
+#include <functional>
 #include <memory>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "FakeEnvironment.h"
@@ -21,17 +24,15 @@ protected:
     static constexpr char Token[] = "0123456789abcdef0123456789abcdef";
     static constexpr char Host[] = "127.0.0.1:8080";
 
-    explicit PageTest(bool hasWrites = true) : addIn([this](FakeDriver& driver) { Cycle(driver); }) {
+    PageTest() : addIn([this](FakeDriver& driver) { Cycle(driver); }) {
         dorvel::SetEnvironment(&world);
         world.time = 133503000000000000;
         project.Load(workbench::SourceText(Text()));
         setter = std::make_unique<workbench::ValueSetter>(project.Runtime(), log);
         memory = std::make_unique<workbench::PlantMemory>(project.Blocks(), First(), true);
-        plant = std::make_unique<workbench::PagePlant>(workbench::PagePlant::Parts{
-            "p.lua", "1.2.3", project.Blocks(), project.Tasks(), *memory, *setter, log, hasWrites});
         guard = std::make_unique<workbench::RequestGuard>(
             sessions, workbench::AllowedHosts({"127.0.0.1", 8080}, {"plant.example"}), 8080);
-        service = std::make_unique<workbench::PageService>(*plant, *guard, files);
+        MakePage(true);
         project.Runtime().SetCycleObserver(
             [this](ScadaProtocol& protocol, unsigned long long cycle, bool) { Follow(protocol, cycle); });
         sessions.Open(Token, "127.0.0.1", session);
@@ -42,6 +43,17 @@ protected:
         plant.reset();
         setter.reset();
         dorvel::SetEnvironment(nullptr);
+    }
+
+    void MakePage(bool hasWrites) {
+        auto const noNetwork = []() -> std::unique_ptr<standard::Link> {
+            throw std::system_error(ENETDOWN, std::generic_category());
+        };
+        plant = std::make_unique<workbench::PagePlant>(
+            workbench::PagePlant::Parts{"p.lua", "1.2.3", project.Blocks(), project.Tasks(), *memory, *setter,
+                                        log, hasWrites},
+            std::make_unique<workbench::ObjectInspector>(noNetwork));
+        service = std::make_unique<workbench::PageService>(*plant, *guard, files);
     }
 
     static std::string Text() {
@@ -84,6 +96,9 @@ protected:
                 auto snapshot = workbench::TakeSnapshot(block, cycle, project.Runtime().Variables());
                 setter->AfterCycle(block, IsFault(snapshot));
                 setter->Show(snapshot);
+                if (complete) {
+                    complete(snapshot);
+                }
                 if (!suspect.empty()) {
                     snapshot.variables.front().suspect = suspect;
                 }
@@ -160,6 +175,7 @@ protected:
     std::string week;
     std::string exceptions;
     std::string suspect;
+    std::function<void(workbench::BlockSnapshot& snapshot)> complete;  // what the test adds to each cycle
     FakeAddIn addIn;
     workbench::LogBuffer log{nullptr};
     workbench::LoadedProject project{"p.lua", {}};

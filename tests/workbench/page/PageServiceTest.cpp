@@ -1,5 +1,7 @@
 #include "PageService.h"
 
+#include <thread>
+
 #include "JsonFormat.h"
 #include "PageFixture.h"
 
@@ -30,11 +32,7 @@ protected:
 
 class ReadOnlyPageTest : public PageServiceTest {
 protected:
-    void SetUp() override {
-        plant = std::make_unique<PagePlant>(PagePlant::Parts{"p.lua", "1.2.3", project.Blocks(),
-                                                             project.Tasks(), *memory, *setter, log, false});
-        service = std::make_unique<PageService>(*plant, *guard, files);
-    }
+    void SetUp() override { MakePage(false); }
 };
 
 TEST_F(PageServiceTest, ServesFilesByTheirNamesAlone) {
@@ -185,6 +183,18 @@ TEST_F(PageServiceTest, SaysWhyAValueCannotBeSet) {
         EXPECT_EQ(Post("/api/variables/0/write", body).status, 400) << body;
     }
     EXPECT_EQ(Post("/api/variables/0/write", std::string(100000, '[')).status, 400);
+}
+
+TEST_F(PageServiceTest, SaysWhyADeviceCannotBeRead) {
+    auto json = Json("/api/variables/0/device");
+    while (json["state"] == "reading") {
+        std::this_thread::yield();
+        json = Json("/api/variables/0/device");
+    }
+    EXPECT_STREQ(json["state"].GetString(), "failed");
+    EXPECT_TRUE(json["reason"].IsString());
+    EXPECT_TRUE(json["time"].IsNull());
+    EXPECT_EQ(json["properties"].Size(), 0u);
 }
 
 TEST_F(ReadOnlyPageTest, SetsNothing) {
