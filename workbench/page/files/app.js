@@ -73,7 +73,9 @@ function skip(event) {
 
 startTheme(document.getElementById('theme'));
 document.getElementById('skip').addEventListener('click', skip);
-main.append(make('p.dim', {}, 'Connecting\u2026'));
+const waiting = make('p.dim', {}, 'Connecting\u2026');
+main.append(waiting);
+store.on('connection', () => waiting.remove());
 store.on('plant', () => {
   window.addEventListener('hashchange', move);
   show();

@@ -25,7 +25,7 @@ function explanation({state, since, reason}, offset) {
   return {
     lost: `No connection since ${time}, values are old. The page tries to connect again${because}.`,
     refused: `The program does not know this browser${because}. Open the link that the program has printed.`,
-    ended: `The run ended at ${time}${because}. The values are the last ones.`,
+    ended: `The run ended at ${time}. The values are the last ones; the next run prints a link of its own.`,
   }[state] ?? '';
 }
 
