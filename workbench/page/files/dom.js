@@ -54,3 +54,17 @@ export function everyFrame(draw) {
   };
   return schedule;
 }
+
+// Draws a list, but not while the focus is in it: then when the focus has left it, so that no link is lost under the
+// hands of somebody who uses the keyboard.
+export function sparingFocus(list, draw) {
+  let isDue = false;
+  const attempt = () => {
+    isDue = list.contains(document.activeElement);
+    if (!isDue) {
+      draw();
+    }
+  };
+  list.addEventListener('focusout', () => isDue && setTimeout(attempt));
+  return attempt;
+}

@@ -2,7 +2,7 @@
 
 import {countText, shortTime} from './format.js';
 import {eventPlace} from './event-line.js';
-import {make, everyFrame, setText} from './dom.js';
+import {make, everyFrame, setText, sparingFocus} from './dom.js';
 import {eventSign, eventWords} from './signs.js';
 import {wordsOf} from './choice.js';
 
@@ -44,7 +44,7 @@ export function mount(element, {store, query}) {
     }
   }
 
-  const draw = everyFrame(() => {
+  const draw = everyFrame(sparingFocus(rows, () => {
     addKinds();
     const choice = {words: wordsOf(search.value), kind: kind.value, block: block.value};
     const found = store.events.filter((event) => fits(event, choice)).reverse();
@@ -53,7 +53,7 @@ export function mount(element, {store, query}) {
     none.hidden = found.length > 0;
     setText(none, store.events.length ? 'No event fits.' : 'Nothing has happened since the run began.');
     setText(total, countText(found.length, 'event'));
-  });
+  }));
 
   element.append(
     make('div.page-head', {}, make('h1', {}, 'Events'), make('a.button', {href: '/api/events.csv', download: 'events.csv'}, 'Events as CSV')),

@@ -3,7 +3,7 @@
 
 import {BlockWords, countText, groupedText, millisecondsText, shortTime} from './format.js';
 import {eventLine} from './event-line.js';
-import {make, everyFrame, setAttribute, setText} from './dom.js';
+import {make, everyFrame, setAttribute, setText, sparingFocus} from './dom.js';
 import {makeSign, setBlockState} from './signs.js';
 import {blockState} from './store.js';
 
@@ -145,12 +145,12 @@ export function mount(element, {store}) {
     figures.forEach((figure) => setFigure(figure, figure.figure, figure.figure.of(store)));
     states.draw();
   });
-  const drawEvents = everyFrame(() => {
+  const drawEvents = everyFrame(sparingFocus(latest, () => {
     latest.replaceChildren(...store.events.slice(-LatestEvents).reverse().map((event) => make('li', {}, eventLine(event, store))));
     if (!store.events.length) {
       latest.append(make('li.dim', {}, 'Nothing has happened since the run began.'));
     }
-  });
+  }));
 
   element.append(
     make('div.page-head', {}, make('h1', {}, 'Overview'), make('p.dim', {},
