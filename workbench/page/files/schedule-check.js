@@ -1,7 +1,7 @@
 // Asks the server what it makes of the edited model, and shows its answer: mistakes, losses and changes.
 
 import {make, setText} from './dom.js';
-import {remarkText} from './schedule-dialog.js';
+import {remarks, remarkText} from './schedule-dialog.js';
 import {rows} from './schedule-model.js';
 import {placeOf} from './schedule-parts.js';
 import {weekdays} from './schedule-time.js';
@@ -20,10 +20,6 @@ function mistakeOf({message}, model) {
   const name = model.kind === 'weekly' ? weekdays[at.row] : `event ${at.row + 1}`;
   const entry = at.index === null ? null : rows(model)[at.row]?.[at.index];
   return {place: entry ? `${name}${model.kind === 'weekly' ? '' : ','} ${entry.time}` : name, reason};
-}
-
-function section(kind, title, items) {
-  return items.length ? make(`section.schedule-remarks.${kind}`, {}, make('h3', {}, title), make('ul', {}, items.map((item) => make('li', {}, item)))) : null;
 }
 
 // onAnswer() is called after each answer; onGo(remark) when a remark is chosen.
@@ -45,8 +41,11 @@ export function createCheck(api, id, onAnswer, onGo) {
     setText(status, failure || (!answer ? 'Checking …' : mistakes.length ? 'This cannot be written yet' :
       changes.length ? `${count} to write` : 'Nothing to write: this is the schedule of the device'));
     status.classList.toggle('is-mistake', failure !== '' || mistakes.length > 0);
-    body.replaceChildren(...[section('is-mistakes', 'Mistakes', mistakes.map(link)),
-      section('is-changes', 'Changes', changes), section('is-losses', 'The device will not get this as it is shown', (answer?.losses ?? []).map(link))].filter(Boolean));
+    const title = (text) => make('h3', {}, text);
+    body.replaceChildren(...[
+      remarks('mistakes', title('Mistakes'), mistakes.map(link)), remarks('changes', title('Changes'), changes),
+      remarks('losses', title('The device will not get this as it is shown'), (answer?.losses ?? []).map(link)),
+    ].filter(Boolean));
   }
 
   async function request(model, number) {
@@ -79,7 +78,9 @@ export function createCheck(api, id, onAnswer, onGo) {
     // The mistakes with the place of each in the model.
     remarks: (model) => (answer?.mistakes ?? []).map((remark) => ({...remark, place: placeOf(remark.place, model)})),
     get answer() { return answer; },
-    get isWritable() { return answer !== null && answer.mistakes.length === 0 && typeof answer.text === 'string' && answer.changes.length > 0; },
+    get isWritable() {
+      return answer !== null && answer.mistakes.length === 0 && answer.text !== null && answer.changes.length > 0;
+    },
     stop() {
       clearTimeout(timer);
       ++asked;

@@ -34,4 +34,9 @@ export function list(kind, texts) {
   return make(`ul.schedule-list.${kind}`, {}, texts.map((text) => make('li', {}, text)));
 }
 
+// A list with a title and a coloured edge, which `kind` decides; null without items.
+export function remarks(kind, title, items) {
+  return items.length ? make(`section.schedule-remarks.is-${kind}`, {}, title, list(`is-${kind}`, items)) : null;
+}
+
 export const remarkText = ({place, reason}) => (place ? `${place}: ${reason}` : reason);

@@ -16,12 +16,12 @@ import {confirmWrite} from './schedule-write.js';
 
 const Hint = 'Select an entry to change it.';
 const WideHint = ' Drag it to another time, double-click where a new one is to begin, or use the keys.';
-const Keys = [['← →', '15 minutes'], ['Shift + ← →', '1 minute'], ['↑ ↓', 'entry of another day'], ['Enter', 'edit'], ['N', 'new entry'],
-  ['Delete', 'remove'], ['Ctrl + Z', 'undo']];
+const Keys = [['← →', '15 minutes'], ['Shift + ← →', '1 minute'], ['↑ ↓', 'entry of another day'], ['Enter', 'edit'],
+  ['N', 'new entry'], ['Delete', 'remove'], ['Ctrl + Z', 'undo']];
 
 export class Editor {
-  // `context`: api, variable, info (the answer of GET schedule), calendar (an element or null), today, now(), onChange(model or null), onDone(). `saved` is
-  // the model of the device, `model` the one to begin with.
+  // `context`: api, variable, info (the answer of GET schedule), calendar (an element or null), today, now(),
+  // onChange(model or null), onDone(). `saved` is the model of the device, `model` the one to begin with.
   constructor(context, saved, model) {
     Object.assign(this, context);
     this.edits = new operations.Edits(saved);
@@ -63,7 +63,8 @@ export class Editor {
   }
 
   keys() {
-    return make('p.schedule-keys', {id: 'schedule-keys'}, Keys.map(([key, words]) => make('span', {}, make('kbd', {}, key), ` ${words} `)));
+    return make('p.schedule-keys', {id: 'schedule-keys'},
+      Keys.map(([key, words]) => make('span', {}, make('kbd', {}, key), ` ${words} `)));
   }
 
   actions() {
@@ -82,7 +83,8 @@ export class Editor {
   }
 
   shortcut(event) {
-    if (!(event.ctrlKey || event.metaKey) || event.target.matches?.('input, select') || document.querySelector('dialog[open]')) {
+    const isElsewhere = event.target.matches?.('input, select') || document.querySelector('dialog[open]');
+    if (!(event.ctrlKey || event.metaKey) || isElsewhere) {
       return;
     }
     const key = event.key.toLowerCase();
@@ -130,10 +132,15 @@ export class Editor {
   draw() {
     const model = this.model;
     drawRows(this.rows, drawing(model, this.info, {
-      edit: true, now: this.isWeek ? this.now() : null, selected: this.preview ?? this.selected, head: (row) => this.head(row),
-      wrong: (row, index) => this.check.remarks(model).some(({place}) => place?.row === row && place.index === index),
+      edit: true, now: this.isWeek ? this.now() : null, selected: this.preview ?? this.selected,
+      head: (row) => this.head(row), wrong: (row, index) => this.mistakeOf({row, index}) !== null,
     }));
     this.drawState();
+  }
+
+  mistakeOf({row, index}) {
+    const isHere = ({place}) => place?.row === row && place.index === index;
+    return this.check.remarks(this.model).find(isHere)?.reason ?? null;
   }
 
   drawState() {
@@ -149,8 +156,7 @@ export class Editor {
       this.inspector.hint(Hint, WideHint);
       return;
     }
-    const remark = this.check.remarks(this.model).find(({place}) => place?.row === this.selected.row && place.index === this.selected.index);
-    this.inspector.show(entry, rowNames(this.model)[this.selected.row], remark?.reason);
+    this.inspector.show(entry, rowNames(this.model)[this.selected.row], this.mistakeOf(this.selected));
   }
 
   drawChecked() {
@@ -163,10 +169,12 @@ export class Editor {
 
   head(row) {
     const name = rowNames(this.model)[row];
-    const button = (text, label, onclick) => make('button.schedule-small', {type: 'button', 'aria-label': label, title: label, onclick}, text);
+    const button = (text, label, onclick) =>
+      make('button.schedule-small', {type: 'button', 'aria-label': label, title: label, onclick}, text);
     const add = button('+ Entry', `Add an entry: ${name}`, () => this.add(row, null));
     if (this.isWeek) {
-      return [make('h3', {}, name), make('div.schedule-buttons', {}, add, button('Copy', `Copy ${name} to other days`, () => this.copy(row)))];
+      const copy = button('Copy', `Copy ${name} to other days`, () => this.copy(row));
+      return [make('h3', {}, name), make('div.schedule-buttons', {}, add, copy)];
     }
     return eventHead(this.model.events[row], row, add, button('Period', `Change the period: ${name}`, () => this.changeEvent(row)),
       button('Remove', `Remove the exception: ${name}`, () => this.removeEvent(row)));
@@ -290,7 +298,8 @@ export class Editor {
     const change = await this.askEvent('Add an exception', {period: newPeriod('date', firstDay), priority: 10}, firstDay);
     if (change) {
       const type = usualType(this.edits.present, this.info);
-      const {model, row} = operations.addEvent(this.edits.present, {...change, entries: [{time: '00:00', type, value: usualValue(type, this.edits.present, this.info)}]});
+      const entry = {time: '00:00', type, value: usualValue(type, this.edits.present, this.info)};
+      const {model, row} = operations.addEvent(this.edits.present, {...change, entries: [entry]});
       this.apply({model, row, index: 0});
       this.inspector.focus();
     }
@@ -336,7 +345,8 @@ export class Editor {
 
   async write() {
     const check = this.check.answer;
-    const isWritten = await confirmWrite({api: this.api, variable: this.variable, model: this.edits.present, text: check.text, check});
+    const {api, variable, edits} = this;
+    const isWritten = await confirmWrite({api, variable, model: edits.present, text: check.text, check});
     if (isWritten) {
       this.edits.save(this.edits.present);
       this.onDone();

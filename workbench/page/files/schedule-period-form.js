@@ -91,7 +91,8 @@ const Controls = {
     const weekday = select(optional('Every day', weekdays), period.weekday);
     return {
       element: make('div.schedule-fields', {}, field('Weekday', weekday), field('Week of the month', week), field('Month', month)),
-      read: () => ({kind: 'week-and-day', month: numberOrNull(month.value), week: numberOrNull(week.value), weekday: numberOrNull(weekday.value)}),
+      read: () => ({kind: 'week-and-day', month: numberOrNull(month.value), week: numberOrNull(week.value),
+        weekday: numberOrNull(weekday.value)}),
       mistake: () => '',
     };
   },

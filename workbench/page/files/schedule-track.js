@@ -73,7 +73,8 @@ function trackOf(entries, row, drawing) {
   const bars = placed.map((entry, index) => bar(entry, ends[index], row, entries.indexOf(entry), drawing));
   markRepeats(placed, bars);
   const first = placed.length ? instant(placed[0].time) : day;
-  const gap = first > 0 ? place(make('div.schedule-gap', {}, make('span.schedule-narrow', {}, '00:00'), make('span', {}, drawing.gapWord)), 0, first) : null;
+  const gap = first > 0 ? place(make('div.schedule-gap', {}, make('span.schedule-narrow', {}, '00:00'),
+    make('span', {}, drawing.gapWord)), 0, first) : null;
   if (drawing.now?.row === row) {
     (bars.filter((_, index) => instant(placed[index].time) <= drawing.now.at).at(-1) ?? gap)?.classList.add('is-now');
   }

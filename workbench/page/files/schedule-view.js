@@ -2,7 +2,7 @@
 
 import {make} from './dom.js';
 import {Calendar, dayWords} from './schedule-calendar.js';
-import {ask, list, remarkText} from './schedule-dialog.js';
+import {ask, remarks, remarkText} from './schedule-dialog.js';
 import {Editor} from './schedule-editor.js';
 import {emptyModel} from './schedule-model.js';
 import {drawing, entriesWords, eventDays, eventHead, priorityWords, rowNames, table} from './schedule-parts.js';
@@ -95,8 +95,13 @@ class View {
     if (draft && !this.editor && this.canWrite) {
       this.notice.replaceChildren(make('div.notice', {}, 'Changes that were not written are kept.',
         make('div.schedule-buttons', {}, make('button', {type: 'button', onclick: () => this.edit(draft)}, 'Continue editing'),
-        make('button', {type: 'button', onclick: () => { drafts.delete(this.id); this.notice.replaceChildren(); }}, 'Discard'))));
+        make('button', {type: 'button', onclick: () => this.dropDraft()}, 'Discard'))));
     }
+  }
+
+  dropDraft() {
+    drafts.delete(this.id);
+    this.notice.replaceChildren();
   }
 
   drawHead() {
@@ -118,13 +123,15 @@ class View {
 
   drawForce() {
     const {now, next} = this.answer;
-    this.force.replaceChildren(this.forceCard('Now', now, 'not known'), this.forceCard('Next', next, now ? 'no further change' : 'not known'));
+    this.force.replaceChildren(this.forceCard('Now', now, 'not known'),
+      this.forceCard('Next', next, now ? 'no further change' : 'not known'));
   }
 
   forceCard(title, force, otherwise) {
     const words = force?.words ?? otherwise;
     const details = force ? [force.source, untilWords(force.until, this.clock.today)].filter(Boolean).join(', ') : '';
-    return make('section.panel.schedule-card', {'aria-label': title}, make('h2.dim', {}, title), make('p.schedule-big', {}, words), make('p.dim', {}, details));
+    return make('section.panel.schedule-card', {'aria-label': title}, make('h2.dim', {}, title),
+      make('p.schedule-big', {}, words), make('p.dim', {}, details));
   }
 
   drawBody() {
@@ -141,28 +148,34 @@ class View {
 
   remarks() {
     const {notes, losses} = this.answer;
-    return [
-      notes?.length ? make('section.panel.schedule-remarks.is-notes', {}, make('h2', {}, 'Notes'), list('is-notes', notes.map((note) => note.reason ? remarkText(note) : note))) : null,
-      losses?.length ? make('section.panel.schedule-remarks.is-losses', {}, make('h2', {}, 'If this schedule is written back, the device gets something else'),
-        list('is-losses', losses.map(remarkText))) : null,
-    ];
+    const found = [
+      remarks('notes', make('h2', {}, 'Notes'), (notes ?? []).map((note) => (note.reason ? remarkText(note) : note))),
+      remarks('losses', make('h2', {}, 'If this schedule is written back, the device gets something else'),
+        (losses ?? []).map(remarkText)),
+    ].filter(Boolean);
+    found.forEach((section) => section.classList.add('panel'));
+    return found;
   }
 
   unreadable() {
     const {text, mistake, kind} = this.answer;
-    const reason = mistake ? (typeof mistake === 'string' ? mistake : remarkText(mistake)) : 'The driver has not read it yet.';
-    return make('section.panel', {}, make('h2', {}, 'This text cannot be shown as a schedule'), make('p.schedule-mistake', {}, reason),
-      text ? make('pre.schedule-text', {tabindex: '0', 'aria-label': 'Text of the device'}, text) : null,
-      !this.canWrite ? this.editButton() : text ? make('button', {type: 'button', onclick: () => this.edit({model: emptyModel(kind)})},
-        'Begin with an empty schedule') : null);
+    if (!mistake) {
+      return make('section.panel', {}, make('p', {}, 'The driver has not read this schedule yet.'));
+    }
+    const begin = () => make('button', {type: 'button', onclick: () => this.edit({model: emptyModel(kind)})},
+      'Begin with an empty schedule');
+    return make('section.panel', {}, make('h2', {}, 'This text cannot be shown as a schedule'),
+      make('p.schedule-mistake', {}, mistake),
+      make('pre.schedule-text', {tabindex: '0', role: 'group', 'aria-label': 'Text of the device'}, text),
+      this.canWrite ? begin() : this.editButton());
   }
 
   editButton() {
     if (this.canWrite) {
       return make('button.main', {type: 'button', onclick: () => this.edit({model: this.answer.model})}, 'Edit');
     }
-    return make('p.schedule-readonly', {}, this.store.session?.writes ? 'Read-only: the project does not allow writing this variable.' :
-      'Read-only: the page was started without --page-writes.');
+    return make('p.schedule-readonly', {}, this.store.session?.writes ?
+      'Read-only: the project does not allow writing this variable.' : 'Read-only: the page was started without --page-writes.');
   }
 
   weekday() {
@@ -207,7 +220,10 @@ class View {
   describe(text) {
     const model = this.shownModel;
     const rows = this.calendar.eventsOf(text);
-    const words = rows.map((row) => `${row + 1}: ${rowNames(model)[row]} (${priorityWords(model.events[row].priority)}): ${entriesWords(model.events[row].entries, this.answer)}`);
+    const words = rows.map((row) => {
+      const {priority, entries} = model.events[row];
+      return `${row + 1}: ${rowNames(model)[row]} (${priorityWords(priority)}): ${entriesWords(entries, this.answer)}`;
+    });
     const action = this.editor ? ' Press to add an exception.' : '';
     return `${dayWords(text)}: ${words.join('; ') || 'no exception'}.${action}`;
   }
@@ -259,8 +275,7 @@ class View {
   async leaveEditor() {
     this.editor.destroy();
     this.editor = null;
-    drafts.delete(this.id);
-    this.notice.replaceChildren();
+    this.dropDraft();
     await this.load();
     this.body.querySelector('button.main')?.focus();
   }

@@ -1,7 +1,7 @@
 // Writing to the device: the dialog with changes and losses, the course of the write, and the comparison with what the
 // device gives afterwards.
 
-import {list, remarkText} from './schedule-dialog.js';
+import {list, remarks, remarkText} from './schedule-dialog.js';
 import {make} from './dom.js';
 
 const Patience = 20000;
@@ -11,8 +11,8 @@ const wait = (ms) => new Promise((resolve) => { setTimeout(resolve, ms); });
 
 function content(check) {
   return [
-    make('h3', {}, check.changes.length === 1 ? 'One change' : `${check.changes.length} changes`), list('is-changes', check.changes),
-    check.losses.length ? [make('h3', {}, 'The device will not get this as it is shown'), list('is-losses', check.losses.map(remarkText))] : null,
+    remarks('changes', make('h3', {}, check.changes.length === 1 ? 'One change' : `${check.changes.length} changes`), check.changes),
+    remarks('losses', make('h3', {}, 'The device will not get this as it is shown'), check.losses.map(remarkText)),
   ];
 }
 
@@ -94,7 +94,8 @@ export function confirmWrite(job) {
       cancel.focus();
     });
     const dialog = make('dialog.schedule-dialog', {'aria-label': 'Write to the device'}, title,
-      make('p.dim', {}, `${job.variable.name} is replaced as a whole.`), body, status, make('div.schedule-buttons', {}, cancel, write));
+      make('p.dim', {}, `${job.variable.name} is replaced as a whole.`), body, status,
+      make('div.schedule-buttons', {}, cancel, write));
     dialog.addEventListener('cancel', (event) => cancel.disabled && event.preventDefault());
     dialog.addEventListener('close', () => {
       dialog.remove();
