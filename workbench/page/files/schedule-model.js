@@ -23,7 +23,7 @@ function without(list, index) {
 
 function withRow(model, row, entries) {
   if (model.kind === 'weekly') return {...model, days: replaced(model.days, row, entries)};
-  return {...model, events: replaced(model.events, row, {...model.events[row], entries}) };
+  return {...model, events: replaced(model.events, row, {...model.events[row], entries})};
 }
 
 function inserted(entries, entry) {
@@ -102,7 +102,7 @@ export function addEvent(model, event) {
 export function setEvent(model, row, change) {
   const {words, ...event} = model.events[row];
   const kept = 'period' in change ? event : model.events[row];
-  return {...model, events: replaced(model.events, row, {...kept, ...change}) };
+  return {...model, events: replaced(model.events, row, {...kept, ...change})};
 }
 
 export function removeEvent(model, row) {

@@ -21,12 +21,13 @@ function plantClock(variable) {
   return {today: text.slice(0, 10), at: instant(text.slice(11, 19))};
 }
 
-function untilWords(until, today) {
-  if (!until) {
+// "until 20:00"; with the day if that is another one.
+function timeWords(word, iso, today) {
+  if (!iso) {
     return '';
   }
-  const [day, time] = [until.slice(0, 10), until.slice(11, 16)];
-  return day === today ? `until ${time}` : `until ${dayWords(day)}, ${time}`;
+  const [day, time] = [iso.slice(0, 10), iso.slice(11, 16)];
+  return day === today ? `${word} ${time}` : `${word} ${dayWords(day)}, ${time}`;
 }
 
 class View {
@@ -129,7 +130,9 @@ class View {
 
   forceCard(title, force, otherwise) {
     const words = force?.words ?? otherwise;
-    const details = force ? [force.source, untilWords(force.until, this.clock.today)].filter(Boolean).join(', ') : '';
+    const {today} = this.clock;
+    const times = [timeWords('from', title === 'Next' ? force?.since : null, today), timeWords('until', force?.until, today)];
+    const details = [times.filter(Boolean).join(' '), force?.source].filter(Boolean).join('; ');
     return make('section.panel.schedule-card', {'aria-label': title}, make('h2.dim', {}, title),
       make('p.schedule-big', {}, words), make('p.dim', {}, details));
   }
