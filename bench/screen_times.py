@@ -23,8 +23,9 @@ def device_of(folder):
     """The device file of the large part, whose blocks all read the same objects."""
     device = os.path.join(folder, "device.lua")
     with open(device, "w") as file:
-        file.write("device{ instance = 1 }\nfor i = 1, %d do analog_value{ instance = i, name = 'V' .. i, "
-                   "present_value = curve{ mean = i, amplitude = 1, period = 10 } } end\n" % BLOCK)
+        file.write("local objects = {}\nfor i = 1, %d do table.insert(objects, analog_value{ instance = i, name = 'V' .. i, "
+                   "present_value = curve{ mean = i, amplitude = 1, period = 10 } }) end\n"
+                   "device{ instance = 1, name = 'D', objects = objects }\n" % BLOCK)
     return device
 
 

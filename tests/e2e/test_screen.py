@@ -16,8 +16,11 @@ from programs import LONGEST, TASK, WORKBENCH, EndToEnd, block, simulator, varia
 from screen import ScreenReader
 from test_terminal import settable
 
-DEVICE = 'device{ instance = 1 }\n' + "".join(
-    f'analog_value{{ instance = {number}, name = "V{number}", present_value = {number} }}\n' for number in range(1, 41))
+def device(count):
+    """The file of a device with that many analog values, each with its number as the value."""
+    return (f'local objects = {{}}\nfor i = 1, {count} do\n'
+            '  table.insert(objects, analog_value{ instance = i, name = "V" .. i, present_value = i })\nend\n'
+            'device{ instance = 1, name = "D", objects = objects }\n')
 
 
 def two_blocks(address):
@@ -28,7 +31,7 @@ def two_blocks(address):
 
 class ScreenBase(EndToEnd):
     def plant(self):
-        return simulator(self.file("device.lua", DEVICE))
+        return simulator(self.file("device.lua", device(40)))
 
     def project(self, address):
         return two_blocks(address)
@@ -283,11 +286,10 @@ class ScreenEnd(ScreenBase):
 
 
 class ScreenOfALargePlant(ScreenBase):
-    """5,000 variables in 50 blocks of two devices."""
+    """5,000 variables in 50 blocks."""
 
     def plant(self):
-        text = 'device{ instance = 1 }\nfor i = 1, 500 do analog_value{ instance = i, name = "V" .. i, present_value = i } end\n'
-        return simulator(self.file("device.lua", text))
+        return simulator(self.file("device.lua", device(500)))
 
     def project(self, address):
         return 'Task{ Name = "slow", Period = 1000 }\n' + "".join(

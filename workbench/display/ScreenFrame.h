@@ -8,7 +8,7 @@
 namespace workbench {
 
 // What a terminal shows. The cursor is visible where a person types.
-struct Frame {
+struct ScreenFrame {
     struct Place {
         std::size_t line;
         std::size_t column;

@@ -7,11 +7,11 @@
 #include <vector>
 
 #include "EditLine.h"
-#include "ScreenFrame.h"
 #include "Key.h"
 #include "PlantRows.h"
 #include "Prompt.h"
 #include "Screen.h"
+#include "ScreenFrame.h"
 #include "ScrolledText.h"
 #include "SetAnswer.h"
 #include "TableView.h"
@@ -38,7 +38,7 @@ public:
     std::string Handle(Key const& key);
 
     // As many lines as the screen has, or fewer. A screen that is too small shows a message.
-    Frame Draw(Screen const& screen);
+    ScreenFrame Draw(Screen const& screen);
 
 private:
     enum class View { Table, Detail, Log, Help };
@@ -55,8 +55,8 @@ private:
 
     std::vector<std::string> Body(Screen const& screen, std::size_t height);
     std::vector<std::string> TableWithLog(Screen const& screen, std::size_t height);
-    void AddStatus(Screen const& screen, Frame& frame) const;
-    void AddMessage(Screen const& screen, Frame& frame) const;
+    void AddStatus(Screen const& screen, ScreenFrame& frame) const;
+    void AddMessage(Screen const& screen, ScreenFrame& frame) const;
     std::string Progress() const;
 
     PlantRows rows;

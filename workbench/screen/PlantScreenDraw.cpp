@@ -78,7 +78,7 @@ std::vector<std::string> CandidateLines(std::vector<std::string> const& names, S
 
 // Adds a text that a person edits, and the cursor in it. A text that is too long shows the part before the
 // cursor.
-void AddEdited(EditLine const& edited, Screen const& screen, TableLine& line, Frame& frame) {
+void AddEdited(EditLine const& edited, Screen const& screen, TableLine& line, ScreenFrame& frame) {
     std::string const before = tools::Printable(edited.Text().substr(0, edited.Cursor()));
     std::string const after = tools::Printable(edited.Text().substr(edited.Cursor()));
     std::size_t const room = line.Left() > 1 ? line.Left() - 1 : 1;
@@ -90,7 +90,8 @@ void AddEdited(EditLine const& edited, Screen const& screen, TableLine& line, Fr
         }
     }
     line.Add(shown);
-    frame.cursor = Frame::Place{frame.lines.size(), screen.width - std::max<std::size_t>(line.Left(), 1)};
+    frame.cursor =
+        ScreenFrame::Place{frame.lines.size(), screen.width - std::max<std::size_t>(line.Left(), 1)};
     line.Add(after);
 }
 
@@ -114,11 +115,11 @@ std::string CountWords(PlantRows const& rows) {
 
 }  // namespace
 
-Frame PlantScreen::Draw(Screen const& screen) {
+ScreenFrame PlantScreen::Draw(Screen const& screen) {
     if (screen.width < LeastWidth || screen.height < LeastHeight) {
         return {{TooSmall(screen)}, {}};
     }
-    Frame frame;
+    ScreenFrame frame;
     std::vector<std::string> const candidates = prompt.IsOpen() && !prompt.Candidates().empty()
                                                     ? CandidateLines(prompt.Candidates(), screen)
                                                     : std::vector<std::string>();
@@ -156,7 +157,7 @@ std::vector<std::string> PlantScreen::TableWithLog(Screen const& screen, std::si
     return lines;
 }
 
-void PlantScreen::AddStatus(Screen const& screen, Frame& frame) const {
+void PlantScreen::AddStatus(Screen const& screen, ScreenFrame& frame) const {
     TableLine line(screen.width, screen.colour);
     if (isFiltering) {
         std::string const count = "  " + CountWords(rows);
@@ -173,7 +174,7 @@ void PlantScreen::AddStatus(Screen const& screen, Frame& frame) const {
     frame.lines.push_back(line.Text());
 }
 
-void PlantScreen::AddMessage(Screen const& screen, Frame& frame) const {
+void PlantScreen::AddMessage(Screen const& screen, ScreenFrame& frame) const {
     TableLine line(screen.width, screen.colour);
     if (prompt.IsOpen()) {
         line.Add("Block.Variable = value: ", Colour::Bold);

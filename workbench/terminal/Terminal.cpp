@@ -73,7 +73,7 @@ std::string ReadAvailable(int handle, bool& ended) {
     return length > 0 ? std::string(octets, static_cast<std::size_t>(length)) : std::string();
 }
 
-std::string FramePainter::Paint(Frame const& frame) {
+std::string FramePainter::Paint(ScreenFrame const& frame) {
     std::string text;
     if (!isClear) {
         text += ClearScreen;
@@ -143,7 +143,7 @@ void Terminal::EndAtOnce() {
     }
 }
 
-void Terminal::Show(Frame const& frame) {
+void Terminal::Show(ScreenFrame const& frame) {
     WriteAll(output, painter.Paint(frame));
     last = frame;
 }

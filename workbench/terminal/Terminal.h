@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "ScreenFrame.h"
 #include "Screen.h"
+#include "ScreenFrame.h"
 
 namespace workbench {
 
@@ -15,7 +15,7 @@ namespace workbench {
 // differ, and the cursor.
 class FramePainter {
 public:
-    std::string Paint(Frame const& frame);
+    std::string Paint(ScreenFrame const& frame);
     // Begins the next frame on an empty screen, since a terminal that changes its size may move lines.
     void Clear() { isClear = false; }
 
@@ -48,7 +48,7 @@ public:
     // The same for a signal handler, for the terminal that began last.
     static void EndAtOnce();
 
-    void Show(Frame const& frame);
+    void Show(ScreenFrame const& frame);
     // Reads the keys that have been pressed; does not wait. Empty outside Begin and End.
     std::string Keys();
     // Waits until a key is pressed, or the other handle can be read, or the time is over.
@@ -74,7 +74,7 @@ private:
     bool hasInput = true;
     termios mode{};
     FramePainter painter;
-    Frame last;
+    ScreenFrame last;
 };
 
 }  // namespace workbench

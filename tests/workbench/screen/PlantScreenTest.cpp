@@ -346,7 +346,7 @@ TEST_F(OnScreen, FitsEveryScreen) {
     for (int i = 0; i < 5000; ++i) {
         size = {random() % 250, random() % 80, random() % 2 == 0};
         Type(keys[random() % std::size(keys)]);
-        Frame const frame = screen.Draw(size);
+        ScreenFrame const frame = screen.Draw(size);
         EXPECT_LE(frame.lines.size(), std::max<std::size_t>(size.height, 1));
         for (std::string line : frame.lines) {
             for (std::size_t start = line.find('\x1B'); start != std::string::npos;

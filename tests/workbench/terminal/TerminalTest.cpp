@@ -33,7 +33,7 @@ TEST(FramePainter, OnlyLinesThatDifferAreDrawnAgain) {
 TEST(FramePainter, TheCursorIsWhereAPersonTypes) {
     FramePainter painter;
     painter.Paint({{"one"}, {}});
-    EXPECT_EQ(painter.Paint({{"one"}, Frame::Place{4, 9}}), "\x1B[5;10H\x1B[?25h");
+    EXPECT_EQ(painter.Paint({{"one"}, ScreenFrame::Place{4, 9}}), "\x1B[5;10H\x1B[?25h");
     EXPECT_EQ(painter.Paint({{"one"}, {}}), "\x1B[?25l");
 }
 
