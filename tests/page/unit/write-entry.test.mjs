@@ -29,7 +29,7 @@ test('the unit is shown once', () => {
   assert.equal(entryText(' 7 ', null), '7');
 });
 
-test('a priority is a number, none, or that of the device', () => {
+test('a priority is a number, none, that of the device, or not known', () => {
   assert.deepEqual([{priority: 8}, {priority: 0}, {priority: null}, {}].map(priorityText),
-    ['8', 'the default of the device', 'none', 'none']);
+    ['8', 'the default of the device', 'none', 'as the project has it']);
 });

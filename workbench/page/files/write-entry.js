@@ -22,9 +22,12 @@ export function entryText(text, unit) {
   return unit && /[\d.]$/.test(entry) ? `${entry} ${unit}` : entry;
 }
 
-// "8", and what it means that there is none.
+// "8", and what it means that there is none. A program that does not say it has one perhaps.
 export function priorityText({priority}) {
-  if (priority === undefined || priority === null) {
+  if (priority === undefined) {
+    return 'as the project has it';
+  }
+  if (priority === null) {
     return 'none';
   }
   return priority === 0 ? 'the default of the device' : String(priority);
