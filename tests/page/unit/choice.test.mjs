@@ -58,9 +58,10 @@ test('names are in the order of their numbers, and descending is the reverse', (
 });
 
 test('numbers are before texts, and what has no value is last in both directions', () => {
-  const all = [variable('None'), variable('Text', 'nan'), variable('Ten', 10), variable('True', true), variable('Minus', -3)];
-  assert.deepEqual(names(sorted(all, {column: 'value', descending: false})), ['Minus', 'True', 'Ten', 'Text', 'None']);
-  assert.deepEqual(names(sorted(all, {column: 'value', descending: true})), ['Text', 'Ten', 'True', 'Minus', 'None']);
+  const all = [variable('None'), variable('Text', 'nan'), variable('Ten', 10), variable('True', true), variable('Minus', -3),
+    variable('Long', '12345678901234567890')];
+  assert.deepEqual(names(sorted(all, {column: 'value', descending: false})), ['Minus', 'True', 'Ten', 'Long', 'Text', 'None']);
+  assert.deepEqual(names(sorted(all, {column: 'value', descending: true})), ['Text', 'Long', 'Ten', 'True', 'Minus', 'None']);
 });
 
 test('equal keys keep the order of the project in both directions', () => {

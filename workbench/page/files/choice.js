@@ -63,9 +63,12 @@ const compareTexts = (one, other) => collator.compare(one, other);
 const QualityRank = {bad: 0, uncertain: 1, good: 2};
 const WriteRank = ['refused', 'differs', 'unconfirmed', 'pending', 'written'];
 
+// An integer that arrives as a text, for its digits.
+const LongInteger = /^-?\d{16,}$/;
+
 function sortableValue({now}) {
   const value = now?.value ?? null;
-  return typeof value === 'boolean' ? Number(value) : value;
+  return typeof value === 'boolean' || LongInteger.test(value) ? Number(value) : value;
 }
 
 // Problems first, also among suspects; then by words.

@@ -17,7 +17,7 @@ const textColumn = (key, title, width, from, text) => ({
 });
 
 const Name = {
-  key: 'name', title: 'Name', width: 'minmax(9rem, 3fr)', from: 0,
+  key: 'name', title: 'Name', width: 'minmax(9rem, 2.6fr)', from: 0,
   make: () => make('a.cut', {tabindex: -1}),
   set: (link, variable) => {
     setText(link, variable.name);
@@ -43,11 +43,11 @@ const Value = {
 };
 
 const Quality = {
-  key: 'quality', title: 'Quality', width: 'minmax(9rem, 1.8fr)', from: 34,
+  key: 'quality', title: 'Quality', width: 'minmax(9rem, 2.2fr)', from: 34,
   make: makeSign,
   set: (content, {now}) => {
     setQualityAndSuspect(content, now);
-    setAttribute(content, 'title', now?.suspect || null);
+    setAttribute(content, 'title', now?.suspect ? `${now.quality}, suspect, ${now.suspect}` : null);
   },
 };
 

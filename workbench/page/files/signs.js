@@ -36,11 +36,16 @@ export const setSuspect = (element, now) => now?.suspect
   ? setSign(element, 'warn', QualitySigns.uncertain, `suspect, ${now.suspect}`)
   : setSign(element, 'plain', '', '');
 
-// "Good", "Sensor failure", "Good, suspect: unknown-object": for one line of a table.
+// "Good", "Sensor failure", "suspect: unknown-object" where the quality is good, else with the quality: for one line of a
+// table.
 export function setQualityAndSuspect(element, now) {
   setQuality(element, now);
-  return now?.suspect ? setSign(element, element.classList.contains('bad') ? 'bad' : 'warn', QualitySigns.uncertain,
-    `${now.quality}, suspect: ${now.suspect.replace(/^device: /, '')}`) : element;
+  if (!now?.suspect) {
+    return element;
+  }
+  const quality = qualityKind(now.status) === 'good' ? '' : `${now.quality}, `;
+  return setSign(element, element.classList.contains('bad') ? 'bad' : 'warn', QualitySigns.uncertain,
+    `${quality}suspect: ${now.suspect.replace(/^device: /, '')}`);
 }
 
 // "OK", "FAULT No connection".

@@ -79,7 +79,7 @@ export function mount(element, {store, query}) {
     'aria-label': 'Sort by', onchange: () => change({sort: order.value ? {column: order.value, descending: false} : null}),
   }, make('option', {value: ''}, 'Order of the project'),
     Columns.map(({key, title}) => make('option', {value: key}, `By ${title.toLowerCase()}`)));
-  const total = make('span.total.dim');
+  const total = make('span.dim');
   const csv = make('a.csv', {download: 'trends.csv'}, 'Trends as CSV');
   const empty = make('div.empty', {hidden: true});
   const grid = createGrid({
@@ -157,9 +157,10 @@ export function mount(element, {store, query}) {
   element.append(
     make('h1.unseen', {}, 'Variables'),
     make('div.tools', {role: 'search'}, search, blocks, order,
-      make('div.filters', {role: 'group', 'aria-label': 'Show only'}, buttons), csv, total),
+      make('div.filters', {role: 'group', 'aria-label': 'Show only'}, buttons)),
     make('p.unseen', {id: 'table-keys'}, 'Arrow keys move, Enter opens a variable or sorts by a column, a slash searches.'),
-    make('div.grid-frame', {}, grid.element, empty));
+    make('div.grid-frame', {}, grid.element, empty),
+    make('div.grid-foot', {}, total, csv));
   grid.element.setAttribute('aria-describedby', 'table-keys');
   document.body.classList.add('fills');
   document.addEventListener('keydown', press);
