@@ -7,8 +7,10 @@ import {eventSign, eventWords} from './signs.js';
 import {wordsOf} from './choice.js';
 
 const Step = 200;
+const Titles = ['Time', 'Kind', 'Where', 'What'];
 
-const fits = (event, {words, kind, block}) => (!kind || eventWords(event.kind) === kind) && (!block || event.block === block) &&
+const fits = (event, {words, kind, block}) =>
+  (!kind || eventWords(event.kind) === kind) && (!block || event.block === block) &&
   words.every((word) => `${event.block} ${event.variable ?? ''} ${event.text}`.toLocaleLowerCase('en-GB').includes(word));
 
 function makeRow(event, store) {
@@ -56,11 +58,12 @@ export function mount(element, {store, query}) {
   }));
 
   element.append(
-    make('div.page-head', {}, make('h1', {}, 'Events'), make('a.button', {href: '/api/events.csv', download: 'events.csv'}, 'Events as CSV')),
+    make('div.page-head', {}, make('h1', {}, 'Events'),
+      make('a.button', {href: '/api/events.csv', download: 'events.csv'}, 'Events as CSV')),
     make('div.tools', {role: 'search'}, search, kind, block, total),
     make('div.panel.events-panel', {},
       make('table.events', {}, make('caption.unseen', {}, 'Events, the newest first'),
-        make('thead', {}, make('tr', {}, ['Time', 'Kind', 'Where', 'What'].map((title) => make('th', {scope: 'col'}, title)))), rows),
+        make('thead', {}, make('tr', {}, Titles.map((title) => make('th', {scope: 'col'}, title)))), rows),
       none, more));
   draw();
   const end = store.on('event', draw);

@@ -76,7 +76,8 @@ export function createStore(clock = () => Date.now()) {
 
   function addBlock(described) {
     const block = {...described, now: null, counts: NoCounts(), byName: new Map()};
-    block.variables = described.variables.map((variable) => ({...variable, block, now: null, changedAt: 0, changedTime: null}));
+    block.variables = described.variables.map((variable) =>
+      ({...variable, block, now: null, changedAt: 0, changedTime: null}));
     for (const variable of block.variables) {
       block.byName.set(variable.name, variable);
       store.variables[variable.id] = variable;

@@ -109,14 +109,15 @@ export function makeTrend(variable, api) {
 
   const isAll = () => hours === Ranges.at(-1)[1];
   const isLong = () => trend.to - trend.from > 20 * Hour;
-  const pointText = (point) => (point ? `${textOf(variable, point[1])} at ${pointTime(point[0], offset, isLong())}` : Nothing);
+  const timeOf = (ms) => pointTime(ms, offset, isLong());
+  const pointText = (point) => (point ? `${textOf(variable, point[1])} at ${timeOf(point[0])}` : Nothing);
 
   function describe() {
     const {latest, minimum, maximum} = figuresOf(trend.points);
     [latest, minimum, maximum].forEach((point, index) => setText(cells[index].value, pointText(point)));
-    setText(cells[3].value, `${pointTime(trend.from, offset, isLong())} to ${pointTime(trend.to, offset, isLong())}`);
+    setText(cells[3].value, `${timeOf(trend.from)} to ${timeOf(trend.to)}`);
     const bands = bandsOf(trend.points, trend.to);
-    const words = bands.slice(-3).map(([from, to, kind]) => `${kind} ${pointTime(from, offset, isLong())} to ${pointTime(to, offset, isLong())}`);
+    const words = bands.slice(-3).map(([from, to, kind]) => `${kind} ${timeOf(from)} to ${timeOf(to)}`);
     setText(quality, bands.length ? `Shaded, not good: ${bands.length > 3 ? 'latest ' : ''}${words.join('; ')}` : '');
     setText(message, trend.points.length ? '' : 'No value has been kept for this range of time yet.');
   }
