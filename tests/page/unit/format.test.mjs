@@ -43,7 +43,7 @@ test('a value that is missing is a dash, and a schedule is not its text', () => 
   assert.equal(valueText({kind: 'weekly', unit: null, now: {value: '06000000,4,9,21.5;;;;;;;'}}), 'weekly schedule');
 });
 
-test('a time is that of the plant, without the date of today', () => {
+test('a time is that of the plant, without the date if that is the current one', () => {
   const iso = '2026-11-21T23:30:33.156+01:00';
   assert.equal(timeText(iso), '2026-11-21 23:30:33');
   assert.equal(timeText(iso, '2026-11-21'), '23:30:33');
