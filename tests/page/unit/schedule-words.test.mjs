@@ -44,7 +44,9 @@ test('numbers are coloured by rank, from cool to warm', () => {
 test('a comma and a true minus are what people type', () => {
   assert.equal(typedValue('real', ' \u221221,5 '), '-21.5');
   assert.equal(typedValue('character-string', ' a,b '), ' a,b ');
-  assert.match(valueMistake('real', 'warm'), /“warm” is not a number/);
+  assert.equal(valueMistake('real', 'warm'), '“warm” is not a number such as 21.5');
+  assert.equal(valueMistake('unsigned', '1.5'), '“1.5” is not a whole number from 0 to 4294967295');
+  assert.equal(valueMistake('real', '1e-3') + valueMistake('signed', '-7') + valueMistake('character-string', ''), '');
   assert.equal(valueMistake('real', '21.5'), '');
 });
 

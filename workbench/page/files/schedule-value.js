@@ -116,12 +116,18 @@ export function colours(model) {
   };
 }
 
-// What is wrong with a typed value, in words; empty if nothing is. The server checks it again.
+const Forms = {
+  real: [/^-?(\d+\.?\d*|\.\d+)(e[+-]?\d+)?$/i, 'a number such as 21.5'],
+  unsigned: [/^\d{1,10}$/, 'a whole number from 0 to 4294967295'],
+  signed: [/^-?\d{1,10}$/, 'a whole number from -2147483648 to 2147483647'],
+};
+Forms.double = Forms.real;
+Forms.enumerated = Forms.unsigned;
+
+// What is wrong with a typed value, in words; empty if nothing is. The server checks it again, and other types.
 export function valueMistake(type, value) {
-  if (isNumber(type) && (value.trim() === '' || !Number.isFinite(Number(value)))) {
-    return `“${value}” is not a number: a number such as ${type === 'real' || type === 'double' ? '21.5' : '2'} is allowed`;
-  }
-  return '';
+  const [form, words] = Forms[type] ?? [/^/, ''];
+  return form.test(value) ? '' : `“${value}” is not ${words}`;
 }
 
 // "21,5" and a true minus are what people type.

@@ -64,7 +64,7 @@ async function follow({api, variable, model, text}, say) {
   if (!left.length) {
     return say('Written and read back: the device has exactly this schedule.', 'good', true);
   }
-  return say('Written. What the device gives now differs from it; still to change would be:', 'warn', true, left);
+  return say('Written, but the device now gives another schedule. From it to yours:', 'warn', true, left);
 }
 
 // Opens the dialog. Resolves to whether something was written.
