@@ -91,7 +91,7 @@ protected:
         for (std::string const& field : fields) {
             row += (row.empty() ? "`" : ", `") + field + "`";
         }
-        table += "| `" + request + "` | " + row + " |\n";
+        table += "| " + request + " | " + row + " |\n";
     }
 };
 
