@@ -186,7 +186,7 @@ public:
     Library();
     ~Library() override { End(); }
 
-    int Bind(PageAddress const& address);
+    int Bind(PageAddress const& place);
     void Begin(PageService const& pageService);
     void End();
 
@@ -230,12 +230,12 @@ PageServer::Library::Library() {
     });
 }
 
-int PageServer::Library::Bind(PageAddress const& address) {
+int PageServer::Library::Bind(PageAddress const& place) {
     errno = 0;
-    if (address.port == 0) {
-        return bind_to_any_port(address.address);
+    if (place.port == 0) {
+        return bind_to_any_port(place.address);
     }
-    return bind_to_port(address.address, address.port) ? address.port : -1;
+    return bind_to_port(place.address, place.port) ? place.port : -1;
 }
 
 void PageServer::Library::Begin(PageService const& pageService) {
