@@ -35,6 +35,19 @@ void WriteStates(JsonWriter& writer, VariableConfig const& variable) {
     writer.EndArray();
 }
 
+// That of the block's writes; null if they have none.
+void WritePriority(JsonWriter& writer, BlockConfig const& block) {
+    writer.Key("priority");
+    for (auto const& [name, value] : block.fields) {
+        long long const* const number = std::get_if<long long>(&value);
+        if (name == "Priority" && number && *number >= 1 && *number <= 16) {
+            writer.Int64(*number);
+            return;
+        }
+    }
+    writer.Null();
+}
+
 void WriteBlock(JsonWriter& writer, BlockConfig const& block, std::size_t id,
                 std::vector<TaskConfig> const& tasks) {
     TaskConfig const* const task = TaskOf(block, tasks);
@@ -49,6 +62,7 @@ void WriteBlock(JsonWriter& writer, BlockConfig const& block, std::size_t id,
     } else {
         writer.Null();
     }
+    WritePriority(writer, block);
 }
 
 }  // namespace

@@ -81,6 +81,7 @@ TEST_F(PageServiceTest, DescribesThePlant) {
     EXPECT_STREQ(block["name"].GetString(), "Rooms");
     EXPECT_EQ(block["id"].GetUint(), 1u);
     EXPECT_EQ(block["period_ms"].GetInt(), 1000);
+    EXPECT_TRUE(block["priority"].IsNull());
     EXPECT_EQ(block["variables"][0]["id"].GetUint(), 3u);
     auto const& number = json["blocks"][0]["variables"][0];
     EXPECT_STREQ(number["unit"].GetString(), "°C");
