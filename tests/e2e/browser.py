@@ -109,13 +109,13 @@ class Scenarios(EndToEnd):
     def do_stop_workbench(self):
         return self.workbench_with_page.stop()
 
-    def play(self, scenario):
-        """Plays FILE.NAME of tests/page/scenarios."""
+    def play(self, scenario, longest=LONGEST, **settings):
+        """Plays FILE.NAME of tests/page/scenarios; settings are further variables of its environment."""
         environment = dict(os.environ, HOME=self.folder, TMPDIR=self.folder, PAGE_LINK=self.workbench_with_page.link,
-                           PAGE_BROWSER=shutil.which("chromium"))
+                           PAGE_BROWSER=shutil.which("chromium"), **settings)
         with subprocess.Popen(["node", "play.mjs", scenario], cwd=FOLDER, env=environment, stdin=subprocess.PIPE,
                               stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, bufsize=1) as script:
-            clock = threading.Timer(LONGEST, script.kill)
+            clock = threading.Timer(longest, script.kill)
             clock.start()
             try:
                 output = "".join(line for line in script.stdout if not self._answered(line, script))

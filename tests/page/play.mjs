@@ -4,6 +4,8 @@
 // of scenarios/FILE.mjs that takes {visit, plant, link}: `visit` opens the page as a new visitor (support/visitor.mjs),
 // `plant` does what a browser cannot (support/plant.mjs). Exit code 0: it passed, and no visitor noted a fault. Otherwise
 // the output has the reason.
+import {stripVTControlCharacters} from 'node:util';
+
 import {chromium} from 'playwright-core';
 
 import {plant} from './support/plant.mjs';
@@ -34,7 +36,7 @@ try {
   }
 } catch (error) {
   failure = error;
-  console.log(`${process.argv[2]}: ${error.message}\n${error.stack}`);
+  console.log(`${process.argv[2]}: ${stripVTControlCharacters(error.stack)}`);
   for (const visitor of visitors) {
     console.log(await visitor.report());
   }
