@@ -235,7 +235,6 @@ ScheduleValue ValueOfType(ScheduleValueType type, std::string_view text, ValueNa
 bool NeedsType(ScheduleValue const& value, ValueNames const& names) {
     switch (value.type) {
         case ScheduleValueType::Null:
-            return false;
         case ScheduleValueType::Boolean:
             return false;
         case ScheduleValueType::CharacterString:
