@@ -23,6 +23,10 @@ bool IsNone(std::string_view text) {
     return text == "none" || text == "-";
 }
 
+bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
 ScheduleEntry EntryOf(std::string_view part, ValueNames const& names) {
     std::string_view const text = WithoutBlanks(part);
     std::size_t const blank = std::min(text.find(' '), text.size());
@@ -31,7 +35,10 @@ ScheduleEntry EntryOf(std::string_view part, ValueNames const& names) {
         throw TypingMistake(
             tools::Quoted(text.substr(0, blank)) +
             (text.size() == blank ? "" : " in " + tools::Quoted(text)) +
-            " is not a time; expected an entry such as 06:00 21.5, with \",\" between entries");
+            " is not a time; expected an entry such as 06:00 21.5, with \",\" between entries" +
+            (!text.empty() && IsDigit(text.front()) && text.find(':') == text.npos
+                 ? " and \".\" before decimals"
+                 : ""));
     }
     std::string_view const value = WithoutBlanks(text.substr(blank));
     if (value.empty()) {

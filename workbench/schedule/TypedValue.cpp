@@ -223,12 +223,11 @@ ScheduleValue ValueOfType(ScheduleValueType type, std::string_view text, ValueNa
 
 [[noreturn]] void Refuse(std::string_view text, ValueNames const& names) {
     ScheduleValueType const type = names.type.value_or(ScheduleValueType::Real);
-    std::string const point = text.find(',') == std::string_view::npos ? "" : "; decimals follow a point";
     std::vector<std::string> words = names.stateTexts;
     words.insert(words.end(), {"null", "true", "false"});
     throw TypingMistake(tools::Quoted(text) + " is not a value; expected " + FormOf(type) +
                         (names.stateTexts.empty() ? "" : ", a state (" + AllowedStates(names) + ")") +
-                        ", null, or the name of a type and a value, such as unsigned 2" + point +
+                        ", null, or the name of a type and a value, such as unsigned 2" +
                         tools::DidYouMean(text, words));
 }
 

@@ -57,7 +57,8 @@ TEST(ScheduleForPeople, NamesThePartOfAWeekThatIsWrong) {
               "between entries");
     EXPECT_EQ(Week("Mon 06:00"), "\"06:00\" has no value; expected an entry such as 06:00 21.5");
     EXPECT_EQ(Week("Mon 06:00 21,5"),
-              "\"5\" is not a time; expected an entry such as 06:00 21.5, with \",\" between entries");
+              "\"5\" is not a time; expected an entry such as 06:00 21.5, with \",\" between entries and "
+              "\".\" before decimals");
     EXPECT_EQ(Week(""), "the text names no day; expected days and entries, or Mon-Sun none");
 }
 
