@@ -46,6 +46,8 @@ class ScreenReader:
                 self._put(match.group())
 
     def _put(self, character):
+        if self._column >= self.columns and 1049 not in self.modes:
+            return  # text after the run, which a terminal wraps
         if self._column >= self.columns:
             raise AssertionError(f"a line is longer than {self.columns} columns: {''.join(self._cells[self._line])}")
         if self._line < self.rows:
