@@ -73,6 +73,11 @@ class Screen:
     def read(self, seconds):
         return os.read(self.terminal, 65536) if select.select([self.terminal], [], [], seconds)[0] else b""
 
+    def read_for(self, seconds):
+        end = time.monotonic() + seconds
+        while time.monotonic() < end:
+            self.read(0.01)
+
     def wait_for(self, pattern):
         """The match, and when it was read."""
         seen, deadline = b"", time.monotonic() + LONGEST
@@ -124,7 +129,7 @@ def times(variables, count):
         try:
             screen.wait_for(rb"%d variables" % (variables + 1))
             screen.wait_for(rb"OK")
-            time.sleep(3)  # the first cycles of all blocks
+            screen.read_for(3)  # the first cycles of all blocks
             values = value_times(screen, counter, count)
             return key_times(screen, count), values
         finally:
