@@ -39,6 +39,10 @@ export class Inspector {
 
   // The fields stay in the page while they show the same kind of value, so that they keep the focus.
   show(entry, name, remark) {
+    // What was typed and is wrong stays until it is typed again.
+    if (this.#shown === entry && this.element.querySelector('[aria-invalid="true"]')) {
+      return;
+    }
     if (this.#shown?.type !== entry.type || !canShow(this.value, entry.value)) {
       this.#build(entry);
     }
