@@ -17,9 +17,9 @@ const dayAt = (target) => target.closest?.('[data-day]')?.dataset.day ?? null;
 function cell(text, drawing) {
   const covering = drawing.eventsOf(text);
   const words = covering.length ? `${dayWords(text)}: ${covering.map((row) => `event ${row + 1}`).join(', ')}` : dayWords(text);
-  const element = make('td.schedule-day', {role: 'gridcell', tabindex: text === drawing.active ? '0' : '-1', 'aria-label': words},
-    make('span.schedule-day-number', {}, String(Number(text.slice(8)))),
-    covering.length ? make('span.schedule-day-events', {}, covering.slice(0, 2).map((row) => row + 1).join(' ') +
+  const element = make('td.schedule-day', {role: 'gridcell', tabindex: text === drawing.active ? '0' : '-1'},
+    make('span.unseen', {}, words), make('span.schedule-day-number', {'aria-hidden': 'true'}, String(Number(text.slice(8)))),
+    covering.length ? make('span.schedule-day-events', {'aria-hidden': 'true'}, covering.slice(0, 2).map((row) => row + 1).join(' ') +
       (covering.length > 2 ? '+' : '')) : null);
   element.dataset.day = text;
   element.classList.toggle('is-today', text === drawing.today);
