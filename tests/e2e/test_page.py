@@ -126,9 +126,53 @@ class Page(Scenarios):
         self.start_plant(writes=False)
         self.play("writes.read_only_means_that_nothing_can_be_set")
 
+    def test_a_page_of_a_variable_has_its_trend_and_the_device_s_data(self):
+        self.start_plant()
+        self.play("writes.a_page_of_a_variable_has_its_trend_and_the_device_s_data")
+
+    def test_a_week_is_shown_with_its_values_and_what_is_in_force(self):
+        self.start_plant()
+        self.play("schedules.a_week_is_shown_with_its_values_and_what_is_in_force")
+
+    def test_a_week_is_edited_with_the_mouse(self):
+        self.start_plant()
+        self.play("schedules.a_week_is_edited_with_the_mouse")
+
+    def test_a_week_is_edited_with_the_keyboard(self):
+        self.start_plant()
+        self.play("schedules.a_week_is_edited_with_the_keyboard")
+
+    def test_exceptions_are_words_and_days_of_the_year(self):
+        self.start_plant()
+        self.play("schedules.exceptions_are_words_and_days_of_the_year")
+
+    def test_an_exception_is_added(self):
+        self.start_plant()
+        self.play("schedules.an_exception_is_added")
+
+    def test_a_loss_is_said_before_it_is_written(self):
+        self.start_plant()
+        self.play("schedules.a_loss_is_said_before_it_is_written")
+
+    def test_a_schedule_is_read_only_without_writes(self):
+        self.start_plant(writes=False)
+        self.play("schedules.a_schedule_is_read_only_without_writes")
+
+    def test_axe_finds_nothing_in_the_light(self):
+        self.start_plant()
+        self.play("access.axe_finds_nothing_in_the_light")
+
+    def test_axe_finds_nothing_in_the_dark(self):
+        self.start_plant()
+        self.play("access.axe_finds_nothing_in_the_dark")
+
     def test_nothing_needs_a_mouse(self):
         self.start_plant()
         self.play("access.nothing_needs_a_mouse")
+
+    def test_a_phone_shows_everything_without_scrolling_sideways(self):
+        self.start_plant()
+        self.play("access.a_phone_shows_everything_without_scrolling_sideways")
 
 
 class PageOfTheDemo(Demo):

@@ -36,6 +36,7 @@ export async function are_taken({visit}) {
     if (/#\/variables\/\d/.test(path)) {
       await page.getByRole('button', {name: 'All', exact: true}).click();
       await page.locator('canvas').first().waitFor();
+      await page.getByRole('button', {name: 'Ask the device'}).click();
       await settle(page, 'object-name');
     }
     await page.screenshot({path: `${folder}/${name}.png`});

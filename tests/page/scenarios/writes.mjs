@@ -118,7 +118,9 @@ export async function a_page_of_a_variable_has_its_trend_and_the_device_s_data({
   const visitor = await visit();
   const {page} = visitor;
   await openVariable(visitor, 'Supply air');
-  await untilText(page.getByRole('main'), 'object-name', 'the data of the device');
-  await untilText(page.getByRole('main'), 'analog-input 1', 'the object');
+  const data = page.getByRole('region', {name: /device.s own data/});
+  await data.getByRole('button', {name: 'Ask the device'}).click();
+  await untilText(data, /object-name.*Supply air/, 'the data of the device');
+  await untilText(data, /Read at \d\d:\d\d:\d\d/, 'when the device was asked');
   await until('a trend with a picture', async () => (await page.getByRole('main').locator('canvas').count()) > 0);
 }
