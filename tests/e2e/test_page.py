@@ -175,6 +175,24 @@ class Page(Scenarios):
         self.play("access.a_phone_shows_everything_without_scrolling_sideways")
 
 
+class PagePictures(Scenarios):
+    def test_the_pictures_of_the_documents_can_be_taken(self):
+        """With DORVEL_WRITE_PICTURES=1 they replace those in docs/pictures, after two minutes of trends."""
+        is_written = "DORVEL_WRITE_PICTURES" in os.environ
+        folder = os.path.join(ROOT, "docs", "pictures") if is_written else self.file("pictures")
+        day = "06000000,4,9,21.500000,20000000,4,9,17.000000"
+        values = ("Supply air setpoint=22", "Heating valve=150", f"Setpoint programme={day};{day};{day};{day};{day};;;")
+        settings = [word for value in values for word in ("--set", f"AHU.{value}")]
+        self.start(os.path.join(ROOT, "examples", "plant.lua"), *settings, devices=[
+            (name, os.path.join(ROOT, "examples", "devices", f"{device}.lua")) for name, device in PLANT.items()])
+        self.play("pictures.are_taken", longest=600 if is_written else LONGEST, PAGE_PICTURES=folder,
+                  PAGE_RUN_SECONDS="130" if is_written else "3")
+        for name in os.listdir(folder):
+            self.assertLess(os.path.getsize(os.path.join(folder, name)), 200 * 1024, name)
+            with self.subTest(name):
+                self.assertTrue(os.path.exists(os.path.join(ROOT, "docs", "pictures", name)), "DORVEL_WRITE_PICTURES=1 writes it")
+
+
 class PageOfTheDemo(Demo):
     def test_the_demo_prints_a_link_and_ends_with_an_interrupt(self):
         demo = self.start("--page")

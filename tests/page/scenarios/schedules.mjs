@@ -59,7 +59,8 @@ export async function a_week_is_edited_with_the_mouse({visit, plant}) {
 
   // Moved by two hours.
   const monday = bar(page, 'Monday 06:00, 21.5 °C');
-  await monday.scrollIntoViewIfNeeded();
+  await monday.click();
+  await selected(page).getByLabel('Time').waitFor();
   const {x, y, width, height} = await monday.boundingBox();
   const hours = width / 14;
   await page.mouse.move(x + hours, y + height / 2);
