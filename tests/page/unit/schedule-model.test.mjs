@@ -177,3 +177,9 @@ test('typed times are understood in the forms that people use', () => {
     for (const [typed, time] of Object.entries(forms)) assert.equal(typedTime(typed), time, typed);
     for (const wrong of ['', 'noon', '24:00', '6:60', '12345', '-1', '6:15 pm']) assert.equal(typedTime(wrong), null, wrong);
 });
+
+test('entries that repeat the value before them are one run', () => {
+    const entries = [real('06:00', '21.5'), real('07:00', '21.5'), real('08:00', '17'), { ...real('09:00', '17'), type: 'double' }];
+    assert.deepEqual(model.runsOf(entries).map((run) => run.map(({ time }) => time)), [['06:00', '07:00'], ['08:00'], ['09:00']]);
+    assert.deepEqual(model.runsOf([]), []);
+});

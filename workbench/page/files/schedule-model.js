@@ -9,6 +9,15 @@ export function rows(model) {
   return model.kind === 'weekly' ? model.days : model.events.map((event) => event.entries);
 }
 
+// The entries of a row, those in one list that follow each other with the same value.
+export function runsOf(entries) {
+  return entries.reduce((runs, entry) => {
+    const before = runs.at(-1)?.at(-1);
+    const isRepeat = before && before.value === entry.value && before.type === entry.type;
+    return isRepeat ? [...runs.slice(0, -1), [...runs.at(-1), entry]] : [...runs, [entry]];
+  }, []);
+}
+
 export function emptyModel(kind) {
   return kind === 'weekly' ? {kind, days: [[], [], [], [], [], [], []]} : {kind, events: []};
 }

@@ -1,9 +1,11 @@
 // Rows of a day each, from midnight to midnight, with a bar for each entry that reaches to the next entry. Without
-// `edit` the rows are a picture, hidden from screen readers, which have the table. With it each bar is a slider.
+// `edit` the rows are a picture, hidden from screen readers, which have the table: entries that repeat the value before
+// them share its bar, with a tick each. With it each entry has a bar, which is a slider.
 //
 // On a narrow screen the style sheet makes a list of the same elements.
 
 import {make} from './dom.js';
+import {runsOf} from './schedule-model.js';
 import {day, hour, instant, minute, timeText} from './schedule-time.js';
 import {valueLabel, valueParts} from './schedule-value.js';
 
@@ -36,12 +38,14 @@ function sliderAttributes(name, entry, info) {
   };
 }
 
-function bar(entry, until, row, index, drawing) {
+// The bar of an entry, and in a picture of those after it that have the same value.
+function bar([entry, ...repeats], until, row, index, drawing) {
   const {info, colour, edit, names, selected, wrong} = drawing;
   const {main, unit} = valueParts(entry, info);
+  const again = repeats.length ? `, again at ${repeats.map(({time}) => time).join(', ')}` : '';
   const element = make(`div.schedule-bar.${colour(entry, info)}`, {
     ...(edit ? sliderAttributes(names[row], entry, info) : {}),
-    title: `${entry.time} ${valueLabel(entry, info)}`,
+    title: `${entry.time} ${valueLabel(entry, info)}${again}`,
   }, make('span.schedule-bar-time', {}, entry.time), make('span.schedule-bar-value', {}, main,
     unit ? make('span.schedule-unit', {}, ` ${unit}`) : null));
   element.dataset.row = row;
@@ -51,38 +55,36 @@ function bar(entry, until, row, index, drawing) {
   return until === null ? element : place(element, instant(entry.time), until);
 }
 
-// Same values in a row need one label: the picture stays calm.
-function markRepeats(entries, bars) {
-  entries.forEach((entry, index) => {
-    const before = entries[index - 1];
-    const isRepeat = before?.value === entry.value && before?.type === entry.type;
-    bars[index].classList.toggle('is-repeat', isRepeat);
-    bars[index - 1]?.classList.toggle('has-repeat', isRepeat);
-  });
-}
-
-function nowLine(at) {
-  const line = make('div.schedule-now', {}, make('span', {}, timeText(at - at % minute)));
+function lineAt(kind, at) {
+  const line = make(`div.${kind}`);
   line.style.left = percent(at);
   return line;
 }
 
+// The bars of the entries that have a place on the axis, and the ticks of those that share one.
+function barsOf(placed, entries, row, drawing) {
+  const runs = drawing.edit ? placed.map((entry) => [entry]) : runsOf(placed);
+  const starts = runs.map(([entry]) => instant(entry.time));
+  const bars = runs.map((run, at) => bar(run, starts[at + 1] ?? day, row, entries.indexOf(run[0]), drawing));
+  const ticks = runs.flatMap((run) => run.slice(1).map(({time}) => lineAt('schedule-tick', instant(time))));
+  return {starts, bars, ticks};
+}
+
 function trackOf(entries, row, drawing) {
   const placed = entries.filter(({time}) => !Number.isNaN(instant(time)));
-  const ends = placed.map((_, index) => (index + 1 < placed.length ? instant(placed[index + 1].time) : day));
-  const bars = placed.map((entry, index) => bar(entry, ends[index], row, entries.indexOf(entry), drawing));
-  markRepeats(placed, bars);
-  const first = placed.length ? instant(placed[0].time) : day;
+  const {starts, bars, ticks} = barsOf(placed, entries, row, drawing);
+  const first = starts[0] ?? day;
   const gap = first > 0 ? place(make('div.schedule-gap', {}, make('span.schedule-narrow', {}, '00:00'),
     make('span', {}, drawing.gapWord)), 0, first) : null;
-  if (drawing.now?.row === row) {
-    (bars.filter((_, index) => instant(placed[index].time) <= drawing.now.at).at(-1) ?? gap)?.classList.add('is-now');
+  const isNow = drawing.now?.row === row;
+  if (isNow) {
+    (bars.filter((_, index) => starts[index] <= drawing.now.at).at(-1) ?? gap)?.classList.add('is-now');
   }
   const loose = entries.filter(({time}) => Number.isNaN(instant(time)));
-  const track = make('div.schedule-track', {}, gap, bars, drawing.now?.row === row ? nowLine(drawing.now.at) : null);
+  const track = make('div.schedule-track', {}, gap, bars, ticks, isNow ? lineAt('schedule-now', drawing.now.at) : null);
   track.dataset.row = row;
   return [track, loose.length ? make('div.schedule-loose', {}, make('span.dim', {}, 'At each matching time: '),
-    loose.map((entry) => bar(entry, null, row, entries.indexOf(entry), drawing))) : null];
+    loose.map((entry) => bar([entry], null, row, entries.indexOf(entry), drawing))) : null];
 }
 
 function rowOf(row, key, drawing) {
@@ -102,6 +104,9 @@ export function drawRows(element, drawing) {
     const old = element.children[row];
     const line = old?.dataset.key === key ? old : rowOf(row, key, drawing);
     line.classList.toggle('is-empty', entries.length === 0);
+    if (drawing.now?.row === row) {
+      line.style.setProperty('--clock', `"${timeText(drawing.now.at - drawing.now.at % minute)}"`);
+    }
     line.querySelector('.schedule-row-body').replaceChildren(...trackOf(entries, row, drawing).filter(Boolean));
     return line;
   });
