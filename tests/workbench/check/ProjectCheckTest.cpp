@@ -374,8 +374,8 @@ TEST(Examples, HaveOnlyTheWarningsThatAreTrue) {
               Lines{"first-steps.lua:29 no-quality"});
     EXPECT_EQ(
         Places(CheckProject(folder + "/plant.lua", {}), folder),
-        (Lines{"plant.lua:78 priority-on-schedule", "plant.lua:79 priority-on-schedule",
-               "plant.lua:96 sign-not-read", "plant.lua:120 shared-task", "plant.lua:123 shared-task"}));
+        (Lines{"plant.lua:79 priority-on-schedule", "plant.lua:80 priority-on-schedule",
+               "plant.lua:97 sign-not-read", "plant.lua:121 shared-task", "plant.lua:124 shared-task"}));
 }
 
 }  // namespace
