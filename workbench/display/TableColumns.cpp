@@ -5,7 +5,6 @@
 
 #include "Printable.h"
 #include "QualityText.h"
-#include "ShownValue.h"
 #include "StateColours.h"
 #include "TimeText.h"
 
@@ -43,9 +42,12 @@ void Concede(Widths& widths, Concession const& concession, std::size_t screenWid
     width -= goes ? width : std::min(total - screenWidth, width - concession.width);
 }
 
-std::string WriteCell(VariableConfig const& variable, WriteState const& write, long long localDiff) {
-    bool const isSet = write.stage != WriteStage::None;
-    return isSet ? WriteText(variable, write, localDiff, false) : variable.write ? "-" : "";
+std::string WriteCell(VariableConfig const& variable, BlockSnapshot const& block, WriteState const& write,
+                      ValuesForPeople& values) {
+    if (write.stage == WriteStage::None) {
+        return variable.write ? "-" : "";
+    }
+    return WriteText(values.Short(*block.config, variable, write.value, block.localDiff), write, false);
 }
 
 // The error alone: the column says what it is.
@@ -91,15 +93,15 @@ Row HeaderRow() {
 }
 
 Row VariableRow(VariableSnapshot const& variable, BlockSnapshot const& block, WriteState const& write,
-                long long now) {
+                ValuesForPeople& values, long long now) {
     VariableConfig const& config = *variable.config;
     VariableState const& state = variable.state;
     Row row;
     row.cells = {tools::Printable(config.name),
-                 ShownValue(config, state.Value, block.localDiff),
+                 values.Short(*block.config, config, state.Value, block.localDiff),
                  QualityText(state.Status),
                  SuspectCell(variable.suspect),
-                 WriteCell(config, write, block.localDiff),
+                 WriteCell(config, block, write, values),
                  state.Time != 0 ? AgeText(state.Time, now) : "-",
                  ObjectText(config),
                  config.property->name,

@@ -6,6 +6,7 @@
 
 #include "Snapshot.h"
 #include "TableLine.h"
+#include "ValuesForPeople.h"
 
 namespace workbench {
 
@@ -39,7 +40,7 @@ struct Row {
 Row HeaderRow();
 // now is the time from which the age is computed. write is the newest state of what was set.
 Row VariableRow(VariableSnapshot const& variable, BlockSnapshot const& block, WriteState const& write,
-                long long now);
+                ValuesForPeople& values, long long now);
 
 // What the row needs. Names and values that are longer than most take a part of the screen at most; their
 // rows get what they need from FitRow.

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "Printable.h"
-#include "ShownValue.h"
+#include "ValuesForPeople.h"
 
 namespace workbench {
 
@@ -89,7 +89,9 @@ private:
             return;
         }
         VariableSnapshot const& variable = now.variables[index];
-        AddFor(KindOf(write.stage), variable, WriteText(*variable.config, write, now.localDiff, true));
+        AddFor(KindOf(write.stage), variable,
+               WriteText(ValueForPeople(*now.config, *variable.config, write.value, now.localDiff), write,
+                         true));
     }
 
     void AddFor(EventKind kind, VariableSnapshot const& variable, std::string const& text) {

@@ -24,13 +24,17 @@ char const* StageName(WriteStage stage) {
 
 std::string WriteText(VariableConfig const& variable, WriteState const& write, long long localDiff,
                       bool withReason) {
+    return WriteText(ShownValue(variable, write.value, localDiff), write, withReason);
+}
+
+std::string WriteText(std::string const& value, WriteState const& write, bool withReason) {
     if (write.stage == WriteStage::None) {
         return {};
     }
     std::string const reason =
         withReason && !write.reason.empty() ? " (" + tools::Printable(write.reason) + ")" : std::string();
     bool const hasDevice = !withReason && write.stage == WriteStage::Differs && !write.device.empty();
-    return ShownValue(variable, write.value, localDiff) + " " + StageName(write.stage) + reason +
+    return value + " " + StageName(write.stage) + reason +
            (hasDevice ? " (" + tools::Printable(write.device) + ")" : "");
 }
 

@@ -31,5 +31,7 @@ char const* StageName(WriteStage stage);
 // brackets, otherwise "200 differs (-56)" with the device's value; empty for None.
 std::string WriteText(VariableConfig const& variable, WriteState const& write, long long localDiff,
                       bool withReason);
+// The same with the value in other words.
+std::string WriteText(std::string const& value, WriteState const& write, bool withReason);
 
 }  // namespace workbench

@@ -39,21 +39,28 @@ std::string StateWords(VariableConfig const& variable) {
 }
 
 void AddNow(VariableSnapshot const& variable, BlockSnapshot const& block, WriteState const& write,
-            long long changed, long long now, DetailText& text) {
+            ValuesForPeople& values, DetailText& text) {
     VariableState const& state = variable.state;
-    text.Add("Value", ShownValue(*variable.config, state.Value, block.localDiff),
-             variable.suspect.empty() ? Colour::Bold : Colour::Red);
+    VariableConfig const& config = *variable.config;
+    std::string const words = values.Whole(*block.config, config, state.Value, block.localDiff);
+    std::string const shown = ShownValue(config, state.Value, block.localDiff);
+    text.Add("Value", words, variable.suspect.empty() ? Colour::Bold : Colour::Red);
+    text.Add("As a text", shown == words ? "" : shown, Colour::Dim);
     text.Add("Quality", QualityText(state.Status) + ", " + StatusText(state.Status),
              QualityColour(state.Status));
     text.Add("Suspect", variable.suspect, Colour::Red);
-    text.Add("Time", TimeWords(state.Time, block.localDiff, now));
-    text.Add("Last change", TimeWords(changed, block.localDiff, now));
     bool const isSet = write.stage != WriteStage::None;
     text.Add("Write",
-             isSet                    ? WriteText(*variable.config, write, block.localDiff, true)
-             : variable.config->write ? "nothing set in this run"
-                                      : "cannot be set",
+             isSet ? WriteText(values.Whole(*block.config, config, write.value, block.localDiff), write, true)
+             : config.write ? "nothing set in this run"
+                            : "cannot be set",
              WriteColour(write.stage));
+}
+
+void AddTimes(VariableState const& state, long long changed, long long localDiff, long long now,
+              DetailText& text) {
+    text.Add("Time", TimeWords(state.Time, localDiff, now));
+    text.Add("Last change", TimeWords(changed, localDiff, now));
 }
 
 void AddPoint(PointFields const& point, DetailText& text) {
@@ -153,12 +160,14 @@ void AddInspection(Inspection const& inspection, long long localDiff, long long 
 }  // namespace
 
 std::vector<std::string> DetailLines(PlantRows const& rows, std::size_t block, std::size_t variable,
-                                     VariableFacts const& facts, Screen const& screen, long long now) {
+                                     VariableFacts const& facts, ValuesForPeople& values,
+                                     Screen const& screen, long long now) {
     BlockSnapshot const& snapshot = *rows.Plant().blocks[block];
     VariableSnapshot const& shown = snapshot.variables[variable];
     DetailText text(screen);
     text.Title(FullName(*snapshot.config, *shown.config));
-    AddNow(shown, snapshot, rows.Plant().WriteOf(shown), rows.Changes().Of(block, variable), now, text);
+    AddNow(shown, snapshot, rows.Plant().WriteOf(shown), values, text);
+    AddTimes(shown.state, rows.Changes().Of(block, variable), snapshot.localDiff, now, text);
     AddProject(*shown.config, text);
     AddBlock(snapshot, text);
     AddTrend(*shown.config, facts, snapshot.localDiff, text);

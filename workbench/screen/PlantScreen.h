@@ -15,6 +15,7 @@
 #include "ScrolledText.h"
 #include "SetAnswer.h"
 #include "TableView.h"
+#include "ValuesForPeople.h"
 #include "VariableFacts.h"
 
 namespace workbench {
@@ -56,11 +57,12 @@ private:
     std::vector<std::string> Body(Screen const& screen, std::size_t height);
     std::vector<std::string> TableWithLog(Screen const& screen, std::size_t height);
     void AddStatus(Screen const& screen, ScreenFrame& frame) const;
-    void AddMessage(Screen const& screen, ScreenFrame& frame) const;
-    std::string Progress() const;
+    void AddMessage(Screen const& screen, ScreenFrame& frame);
+    std::string Progress(std::size_t width);
 
     PlantRows rows;
     TableView table;
+    ValuesForPeople values;
     ScrolledText text;
     Prompt prompt;
     EditLine filter;

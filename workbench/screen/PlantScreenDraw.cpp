@@ -14,7 +14,8 @@ namespace workbench {
 
 namespace {
 
-constexpr std::size_t LinesBelow = 2;  // the status and the message
+constexpr std::size_t LinesBelow = 2;   // the status and the message
+constexpr std::size_t LeastValue = 12;  // columns of a value that is cut in the message
 
 std::string Line(std::string const& text, Screen const& screen, Colour colour = Colour::None) {
     TableLine line(screen.width, screen.colour);
@@ -135,7 +136,8 @@ ScreenFrame PlantScreen::Draw(Screen const& screen) {
 std::vector<std::string> PlantScreen::Body(Screen const& screen, std::size_t height) {
     switch (view) {
         case View::Detail:
-            return text.Draw(DetailLines(rows, detailBlock, detailVariable, facts, screen, time), height);
+            return text.Draw(DetailLines(rows, detailBlock, detailVariable, facts, values, screen, time),
+                             height);
         case View::Log:
             return text.Draw(Printed(log, screen), height);
         case View::Help:
@@ -148,7 +150,7 @@ std::vector<std::string> PlantScreen::Body(Screen const& screen, std::size_t hei
 std::vector<std::string> PlantScreen::TableWithLog(Screen const& screen, std::size_t height) {
     std::vector<std::string> const logLines = NewestLog(log, screen);
     std::size_t const tableHeight = height - logLines.size();
-    std::vector<std::string> lines = table.Draw(rows, screen, tableHeight, time);
+    std::vector<std::string> lines = table.Draw(rows, screen, tableHeight, values, time);
     if (rows.Rows().empty()) {
         lines.push_back(Line("    No variable is chosen; Esc shows all again", screen));
     }
@@ -174,7 +176,7 @@ void PlantScreen::AddStatus(Screen const& screen, ScreenFrame& frame) const {
     frame.lines.push_back(line.Text());
 }
 
-void PlantScreen::AddMessage(Screen const& screen, ScreenFrame& frame) const {
+void PlantScreen::AddMessage(Screen const& screen, ScreenFrame& frame) {
     TableLine line(screen.width, screen.colour);
     if (prompt.IsOpen()) {
         line.Add("Block.Variable = value: ", Colour::Bold);
@@ -182,7 +184,7 @@ void PlantScreen::AddMessage(Screen const& screen, ScreenFrame& frame) const {
     } else if (!answer.mistake.empty()) {
         line.Add(tools::Printable(answer.mistake), Colour::Red);
     } else if (!answer.target.empty()) {
-        line.Add(Progress(), Colour::Dim);
+        line.Add(Progress(screen.width), Colour::Dim);
     } else if (view == View::Table) {
         line.Add(prompt.HasNames() ? "? keys  / filter  Enter details  l log  s set"
                                    : "? keys  / filter  Enter details  l log",
@@ -193,13 +195,23 @@ void PlantScreen::AddMessage(Screen const& screen, ScreenFrame& frame) const {
     frame.lines.push_back(line.Text());
 }
 
-// The state of the variable that was set last, whose row may not be visible.
-std::string PlantScreen::Progress() const {
+// The state of the variable that was set last, whose row may not be visible. A long value is cut, so that the
+// state is visible.
+std::string PlantScreen::Progress(std::size_t width) {
     for (SharedSnapshot const& block : rows.Plant().blocks) {
         for (VariableSnapshot const& variable : block->variables) {
             if (variable.config == answer.variable) {
-                return tools::Printable(answer.target) + " = " +
-                       WriteText(*variable.config, rows.Plant().WriteOf(variable), block->localDiff, true);
+                WriteState const& write = rows.Plant().WriteOf(variable);
+                std::string value =
+                    values.Short(*block->config, *variable.config, write.value, block->localDiff);
+                std::string const target = tools::Printable(answer.target) + " = ";
+                std::size_t const others = tools::DisplayWidth(target + WriteText("", write, true));
+                std::size_t const room =
+                    std::max<std::size_t>(width > others ? width - others : 0, LeastValue);
+                if (tools::DisplayWidth(value) > room) {
+                    value = tools::FitTo(value, room);
+                }
+                return target + WriteText(value, write, true);
             }
         }
     }

@@ -4,7 +4,6 @@
 #include <sstream>
 
 #include "SetRequest.h"
-#include "ShownValue.h"
 
 namespace workbench {
 
@@ -33,14 +32,15 @@ bool Has(std::string const& text, std::string const& word) {
 
 // True if each word is in the text or in the value.
 bool Matches(std::vector<std::string> const& words, std::string const& text, VariableSnapshot const& variable,
-             long long localDiff) {
+             BlockSnapshot const& block, ValuesForPeople& values) {
     std::string value;
     for (std::string const& word : words) {
         if (Has(text, word)) {
             continue;
         }
         if (value.empty()) {
-            value = SmallLetters(ShownValue(*variable.config, variable.state.Value, localDiff));
+            value = SmallLetters(
+                values.Whole(*block.config, *variable.config, variable.state.Value, block.localDiff));
         }
         if (!Has(value, word)) {
             return false;
@@ -64,7 +64,7 @@ void VariableSearch::Match(BlockTexts& known, SharedSnapshot const& block, std::
     std::vector<std::string> const words = WordsOf(filter);
     known.matches.assign(block->variables.size(), true);
     for (std::size_t i = 0; i < block->variables.size() && !words.empty(); ++i) {
-        known.matches[i] = Matches(words, known.texts[i], block->variables[i], block->localDiff);
+        known.matches[i] = Matches(words, known.texts[i], block->variables[i], *block, values);
     }
     known.matchedIn = block;
     known.filter = filter;

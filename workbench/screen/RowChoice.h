@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "PlantState.h"
+#include "ValuesForPeople.h"
 
 namespace workbench {
 
@@ -40,6 +41,7 @@ private:
     void Match(BlockTexts& known, SharedSnapshot const& block, std::string const& filter);
 
     std::vector<BlockTexts> blocks;
+    ValuesForPeople values;
 };
 
 }  // namespace workbench

@@ -88,13 +88,13 @@ std::string CauseLine(BlockSnapshot const& block, std::size_t cause, Screen cons
 }  // namespace
 
 std::vector<std::string> TableView::Draw(PlantRows const& rows, Screen const& screen, std::size_t height,
-                                         long long now) {
+                                         ValuesForPeople& values, long long now) {
     page = height > 2 ? height - 2 : 1;  // without the names and the headline that stays
     Scroll(rows);
     auto const& all = rows.Rows();
     bool const hasHeadline = !all.empty() && all[top].kind != PlantRow::Headline;
     std::size_t const end = std::min(all.size(), top + page + (hasHeadline ? 0 : 1));
-    std::vector<Row> const cells = Cells(rows, end, now);
+    std::vector<Row> const cells = Cells(rows, end, values, now);
     Widths const widths = ColumnsFor(cells, screen.width);
 
     std::vector<std::string> lines = {RowLine(HeaderRow(), widths, screen, false)};
@@ -133,14 +133,15 @@ void TableView::Scroll(PlantRows const& rows) {
 }
 
 // Of the visible lines; empty for those that are not variables.
-std::vector<Row> TableView::Cells(PlantRows const& rows, std::size_t end, long long now) const {
+std::vector<Row> TableView::Cells(PlantRows const& rows, std::size_t end, ValuesForPeople& values,
+                                  long long now) const {
     std::vector<Row> cells;
     for (std::size_t i = top; i < end; ++i) {
         PlantRow const& row = rows.Rows()[i];
         BlockSnapshot const& block = *rows.Plant().blocks[row.block];
         bool const isVariable = row.kind == PlantRow::VariableLine;
         cells.push_back(isVariable ? VariableRow(block.variables[row.item], block,
-                                                 rows.Plant().WriteOf(block.variables[row.item]), now)
+                                                 rows.Plant().WriteOf(block.variables[row.item]), values, now)
                                    : Row{});
     }
     return cells;

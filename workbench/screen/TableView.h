@@ -17,7 +17,7 @@ class TableView {
 public:
     // The lines, one with the names included, at most `height`. Scrolls as far as the selected line needs.
     std::vector<std::string> Draw(PlantRows const& rows, Screen const& screen, std::size_t height,
-                                  long long now);
+                                  ValuesForPeople& values, long long now);
 
     // Columns may become narrower again, since other lines are shown.
     void Narrow() { widest = {}; }
@@ -28,7 +28,8 @@ public:
 
 private:
     void Scroll(PlantRows const& rows);
-    std::vector<Row> Cells(PlantRows const& rows, std::size_t end, long long now) const;
+    std::vector<Row> Cells(PlantRows const& rows, std::size_t end, ValuesForPeople& values,
+                           long long now) const;
     Widths ColumnsFor(std::vector<Row> const& cells, std::size_t screenWidth);
 
     std::size_t top = 0;

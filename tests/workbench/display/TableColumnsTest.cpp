@@ -25,7 +25,8 @@ protected:
     }
     Row RowOf(std::size_t index, WriteState const& write = {}) const {
         BlockSnapshot const block = plant.All().front();
-        return VariableRow(block.variables[index], block, write, Noon);
+        ValuesForPeople values;
+        return VariableRow(block.variables[index], block, write, values, Noon);
     }
     // The row as text, with "|" between the columns that are shown.
     static std::string Shown(Row const& row, std::size_t width) {
@@ -123,7 +124,8 @@ TEST_F(Columns, AMarkShowsTheQualityWithoutColour) {
     EXPECT_EQ(RowOf(2).mark, '?');
     BlockSnapshot block = plant.All().front();
     block.variables[0].suspect = "device: unknown-object";
-    Row const row = VariableRow(block.variables[0], block, {}, Noon);
+    ValuesForPeople values;
+    Row const row = VariableRow(block.variables[0], block, {}, values, Noon);
     EXPECT_EQ(row.mark, '~');
     EXPECT_EQ(row.cells[Suspect], "unknown-object");
     EXPECT_EQ(row.colours[Value], Colour::Red);

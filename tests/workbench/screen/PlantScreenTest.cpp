@@ -80,6 +80,26 @@ protected:
     Screen size{90, 20, false};
 };
 
+// A schedule, whose text nobody reads.
+class ScheduleOnScreen : public OnScreen {
+protected:
+    void SetUp() override {
+        OnScreen::SetUp();
+        plant.AddBlock("Zone");
+        week = &plant.AddVariable("Programme", DataValueOf(OpcUaType_String),
+                                  test::Text("06000000,4,9,21.500000,20000000,4,9,17.000000;;;;;;;"));
+        week->objectType = ObjectTypes().FindName("schedule");
+        week->property = Properties().FindName("weekly-schedule");
+        week->unit = "degrees-celsius";
+        week->write = true;
+        Show();
+    }
+
+    VariableConfig* week = nullptr;
+};
+
+constexpr char Programme[] = "Mon 06:00 21.5 °C, 20:00 17 °C";
+
 TEST_F(OnScreen, TheTableHasItsColumnsBlocksAndVariables) {
     EXPECT_EQ(Line(0), "    Variable      Value  Quality  Write    Age  Object           Property     ");
     EXPECT_EQ(Line(1), ">\xE2\x96\xBE AHU  OK  192.168.1.20:47808  cycle 3");
@@ -360,6 +380,34 @@ TEST_F(OnScreen, FitsEveryScreen) {
             EXPECT_LT(frame.cursor->line, size.height);
         }
     }
+}
+
+TEST_F(ScheduleOnScreen, IsThereAsPeopleTypeIt) {
+    Type("\x1B[F");
+    EXPECT_TRUE(Has(Programme));
+    EXPECT_FALSE(Has("06000000"));
+    Type("\r");
+    EXPECT_TRUE(Has(Programme));
+    EXPECT_TRUE(Has("06000000,4,9,21.500000")) << "the details have the text of the driver too";
+}
+
+TEST_F(ScheduleOnScreen, IsFoundByWhatIsVisible) {
+    Type("/20:00");
+    EXPECT_TRUE(Has("1 of 53 variables")) << Status();
+}
+
+TEST_F(ScheduleOnScreen, IsCutBeforeTheStateOfItsWrite) {
+    SetAnswer answer;
+    answer.target = "Zone.Programme";
+    answer.variable = week;
+    screen.SetAnswerLine(answer);
+    writes[week] = {WriteStage::Pending,
+                    test::Text("06000000,4,9,21.500000;07000000,4,9,21.500000;08000000,4,9,21.500000;"
+                               "09000000,4,9,17.000000;;;;"),
+                    {}};
+    Show();
+    EXPECT_EQ(Message().substr(0, 32), "Zone.Programme = Mon 06:00 21.5 ");
+    EXPECT_NE(Message().find("… pending"), std::string::npos) << Message();
 }
 
 }  // namespace
