@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <vector>
 
+#include "PeriodWords.h"
 #include "ScheduleParts.h"
 
 namespace workbench {
@@ -97,29 +98,38 @@ FieldReading<Number> DatePart(std::string_view text) {
     return AreDigits(text) ? FieldReading<Number>{Number(NumberOfDigits(text))} : FieldReading<Number>{};
 }
 
-// The day 25, whose weekday is given, may be the cut 255.
-void DecideDay(ScheduleDate& date, bool isWeekdayOpen, std::string& note) {
-    ScheduleDate complete{date.year, date.month, date.day, {}};
-    bool const isOneDay = IsComplete(complete);
-    bool const fits = isOneDay && (isWeekdayOpen || WithWeekday(complete).weekday == date.weekday);
-    bool const isDay = fits || (date.month && isWeekdayOpen);
-    note = isDay ? "the day can also be any: the driver writes an unspecified day as 25"
-                 : "the day can also be the 25th: the driver writes an unspecified day as 25";
-    if (!isDay) {
-        date.day.reset();
-    }
+constexpr char SameForBoth[] = ": the driver's text is the same for both";
+
+// The day 25 may be the cut 255. It is the 25th if its weekday fits or is open.
+bool IsDay25(ScheduleDate const& date, bool isWeekdayOpen) {
+    ScheduleDate const complete = WithWeekday({date.year, date.month, date.day, {}});
+    bool const fits = IsComplete(complete) && (isWeekdayOpen || complete.weekday == date.weekday);
+    return fits || (date.month && isWeekdayOpen);
 }
 
-// The weekday 2 may be Tuesday or the cut 255. On one day both mean the same.
-void DecideWeekday(ScheduleDate& date, std::string& note) {
+// The weekday 2 may be the cut 255. It is Tuesday for a day that is one; for another day it says nothing.
+bool IsTuesday(ScheduleDate const& date) {
     ScheduleDate const complete = WithWeekday({date.year, date.month, date.day, {}});
-    if (IsComplete(complete)) {
-        date.weekday = complete.weekday == Tuesday ? date.weekday : std::nullopt;
-        return;
+    return IsComplete(complete) && complete.weekday == Tuesday;
+}
+
+// A day that has another weekday never comes.
+bool Comes(ScheduleDate const& date) {
+    ScheduleDate const complete = WithWeekday({date.year, date.month, date.day, {}});
+    return !IsComplete(complete) || !date.weekday || complete.weekday == date.weekday;
+}
+
+// What the text of a date can mean beside the reading. The other reading has the other meaning of the day 25.
+std::string DateNote(ScheduleDate const& date, std::optional<ScheduleDate> const& other, bool mayBeTuesday) {
+    bool const hasOther = other && Comes(*other);
+    if (!hasOther && !mayBeTuesday) {
+        return {};
     }
-    date.weekday.reset();
-    note += (note.empty() ? "" : "; ") +
-            std::string("the weekday can also be Tuesday: the driver writes an unspecified weekday as 2");
+    std::string const meaning = hasOther ? PeriodWords(Period(*other)) : "";
+    std::string const tuesdays = mayBeTuesday ? "only the Tuesdays of it" : "";
+    bool const isBoth = hasOther && mayBeTuesday;
+    return "read as " + PeriodWords(Period(date)) + "; it may also mean " + meaning +
+           (isBoth ? ", or " : "") + tuesdays + SameForBoth;
 }
 
 }  // namespace
@@ -137,8 +147,8 @@ FieldReading<ScheduleTime> EntryTimeOf(std::string_view field) {
     }
     FieldReading<ScheduleTime> reading{TimeOf(times.front())};
     if (times.size() > 1) {
-        reading.note = "the time can also be " + PartText(TimeOf(times[1])) +
-                       ": the driver writes an unspecified part as 255";
+        reading.note = "read as " + PartText(TimeOf(times.front())) + "; it may also mean " +
+                       PartText(TimeOf(times[1])) + SameForBoth;
     }
     return reading;
 }
@@ -171,7 +181,7 @@ FieldReading<ScheduleTime> TimeValueOf(std::string_view field) {
         }
     }
     if (isOpen) {
-        reading.note = "a part of the time can be 25 or any: the driver writes an unspecified part as 25";
+        reading.note = std::string("a 25 in this time may also mean any") + SameForBoth;
     }
     return reading;
 }
@@ -195,13 +205,23 @@ FieldReading<ScheduleDate> DateOf(std::string_view field) {
     if (date.month == CutDay) {
         date.month.reset();
     }
-    bool const isWeekdayOpen = !date.weekday || date.weekday == CutWeekday;
-    if (date.day == CutDay) {
-        DecideDay(date, isWeekdayOpen, reading.note);
+    bool const isCutWeekday = date.weekday == CutWeekday;
+    bool const isWeekdayOpen = !date.weekday || isCutWeekday;
+    bool const isCutDay = date.day == CutDay;
+    if (isCutDay && !IsDay25(date, isWeekdayOpen)) {
+        date.day.reset();
     }
-    if (date.weekday == CutWeekday) {
-        DecideWeekday(date, reading.note);
+    bool const mayBeTuesday = isCutWeekday && (isCutDay || !IsComplete(date));
+    if (isCutWeekday && !IsTuesday(date)) {
+        date.weekday.reset();
     }
+    std::optional<ScheduleDate> other;
+    if (isCutDay) {
+        other = date;
+        other->day = date.day ? Number() : Number(CutDay);
+        other->weekday = isWeekdayOpen ? Number() : date.weekday;
+    }
+    reading.note = DateNote(date, other, mayBeTuesday);
     return reading;
 }
 

@@ -109,7 +109,9 @@ private:
         if (rest[0] != '3' || !IsSigned(rest.substr(2))) {
             return true;
         }
-        text.Note(place, "this can also be Null, before an event on the days of a calendar");
+        text.Note(place,
+                  "this may also be Null, with an event on the days of a calendar after it: the driver's "
+                  "text is the same for both");
         return false;
     }
 

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "DriverFields.h"
+#include "PeriodWords.h"
 #include "ScheduleParts.h"
 #include "SchedulePlace.h"
 #include "ScheduleValues.h"
@@ -27,10 +28,9 @@ std::optional<Loss> LossOfDate(ScheduleDate const& date) {
     if (WithWeekday(delivered) == WithWeekday(date)) {
         return std::nullopt;
     }
-    return Loss{LossKind::Reading,
-                "the device receives " + PartText(date) +
-                    ", but the driver reads unspecified parts as digits, which can also be " +
-                    PartText(delivered)};
+    return Loss{LossKind::Reading, "the device receives " + PeriodWords(Period(date)) +
+                                       "; when it is read again, the driver's text looks like " +
+                                       PeriodWords(Period(delivered))};
 }
 
 std::optional<Loss> LossOfDecimals(ScheduleValueType type, std::string const& usual) {

@@ -134,13 +134,11 @@ TEST(ScheduleLosses, NameWhatIsReadOtherwise) {
     EXPECT_EQ(DayLosses("calendar 7 06:00 null"), "");
     EXPECT_EQ(DayLosses("*-12-25 06:00 1; 2026-12-25 06:00 1; *-*-* 06:00 1"), "");
     EXPECT_EQ(DayLosses("calendar 7 06:00 1; *-12-* 06:00 1"),
-              "event 2: the device receives *-12-*, but the driver reads unspecified parts as digits, which "
-              "can also be "
-              "*-12-25");
+              "event 2: the device receives every day in December; when it is read again, the driver's text "
+              "looks like every 25 December");
     EXPECT_EQ(DayLosses("calendar 7 06:00 date 2026-12-*"),
-              "event 1, 06:00: the device receives 2026-12-*, but the driver reads unspecified parts as "
-              "digits, which "
-              "can also be 2026-12-25");
+              "event 1, 06:00: the device receives every day in December 2026; when it is read again, the "
+              "driver's text looks like 25 December 2026");
 }
 
 TEST(ScheduleLosses, NameTheZeroForAnyMonthWeekAndWeekday) {

@@ -97,9 +97,9 @@ TEST(ReadSchedule, ReadsUnspecifiedPartsOfTimes) {
     EXPECT_EQ(Week("255300000,1,1,1;;;;;;;"), "Mon *:30 true");
     EXPECT_EQ(Week("0630255255,1,1,1;;;;;;;"), "Mon 06:30:*.* true");
     EXPECT_EQ(Week("255255255255,1,1,1;;;;;;;"), "Mon *:*:*.* true");
-    EXPECT_EQ(
-        WeekNotes("062550255,1,1,1;;;;;;;"),
-        "Monday 06:25:50.*: the time can also be 06:*:02.55: the driver writes an unspecified part as 255");
+    EXPECT_EQ(WeekNotes("062550255,1,1,1;;;;;;;"),
+              "Monday 06:25:50.*: read as 06:25:50.*; it may also mean 06:*:02.55: the driver's text is the "
+              "same for both");
     EXPECT_EQ(Value("11,9,252525255"), "time *:*:*.*");
     EXPECT_EQ(Value("11,9,063025255"), "time 06:30:*.*");
     EXPECT_EQ(Value("11,8,06252500"), "time 06:25:25");
@@ -124,15 +124,25 @@ TEST(ReadSchedule, DecidesCutDigitsOfADateOrSaysThatItCannot) {
     EXPECT_EQ(Date("224122026"), "2026-12-24") << "no Tuesday, so any weekday";
     EXPECT_EQ(Date("222122026"), "2026-12-22") << "a Tuesday";
     EXPECT_EQ(Date("525122026"), "2026-12-25 ?") << "or every Friday of the month";
-    EXPECT_EQ(Date("425122026"), "Thursday 2026-12-* ?") << "the 25th is a Friday";
+    EXPECT_EQ(Date("425122026"), "Thursday 2026-12-*") << "the 25th is a Friday";
     EXPECT_EQ(Date("225122155"), "*-12-25 ?");
     EXPECT_EQ(Date("225252155"), "*-*-* ?");
     EXPECT_EQ(Date("525252155"), "Friday *-*-* ?");
     EXPECT_EQ(Date("232132155"), "*-odd-last ?");
     EXPECT_EQ(DayNotes("0,225122155,16,12000000,;"),
-              "event 1: the day can also be any: the driver writes an unspecified day as 25; the weekday can "
-              "also be "
-              "Tuesday: the driver writes an unspecified weekday as 2");
+              "event 1: read as every 25 December; it may also mean every day in December, or only the "
+              "Tuesdays of it: the driver's text is the same for both");
+    EXPECT_EQ(
+        DayNotes("0,525122026,16,12000000,;"),
+        "event 1: read as 25 December 2026; it may also mean every Friday in December 2026: the driver's "
+        "text is the same for both");
+    EXPECT_EQ(
+        DayNotes("0,224122155,16,12000000,;"),
+        "event 1: read as every 24 December; it may also mean only the Tuesdays of it: the driver's text "
+        "is the same for both");
+    EXPECT_EQ(DayNotes("0,525122155,16,12000000,;"),
+              "event 1: read as every Friday in December; it may also mean every 25 December, if it is "
+              "a Friday: the driver's text is the same for both");
 }
 
 TEST(ReadSchedule, FindsEventsThatFollowWithoutASemicolon) {
@@ -155,7 +165,8 @@ TEST(ReadSchedule, SaysWhatANullBeforeACalendarLeavesOpen) {
     EXPECT_EQ(Days("3,7,16,08000000,3,2,10,09000000,1,1,0;"),
               "calendar 7 (priority 16) 08:00 signed 10, 09:00 false");
     EXPECT_EQ(DayNotes("3,7,16,08000000,3,2,10,09000000,1,1,0;"),
-              "event 1, 08:00: this can also be Null, before an event on the days of a calendar");
+              "event 1, 08:00: this may also be Null, with an event on the days of a calendar after it: the "
+              "driver's text is the same for both");
     EXPECT_EQ(Days("3,7,16,08000000,3,9,10,09000000,1,1,0;"),
               "calendar 7 (priority 16) 08:00 null; calendar 9 (priority 10) 09:00 false");
 }
