@@ -11,6 +11,7 @@
 #include "ScheduleForPeople.h"
 #include "ScheduleJson.h"
 #include "ScheduleLosses.h"
+#include "StandardSchedule.h"
 #include "ThroughDriver.h"
 
 // Schedules on their whole way: composed, sent and read by the driver, and read again.
@@ -150,6 +151,45 @@ void ExpectSameInJson(Schedule const& schedule) {
     EXPECT_STREQ(first.GetString(), second.GetString());
 }
 
+// The places at which the device receives something else.
+template <typename Schedule>
+Places PlacesOfOtherOctets(Schedule const& schedule) {
+    Places places;
+    for (ScheduleLoss const& loss : Losses(schedule)) {
+        if (loss.kind != LossKind::Reading) {
+            places.insert(loss.place);
+        }
+    }
+    return places;
+}
+
+Places OctetDifferences(WeeklySchedule const& meant, WeeklySchedule const& received) {
+    Places places;
+    for (std::size_t day = 0; day < DaysOfWeek; ++day) {
+        AddDifferences(places, meant.days[day], received.days[day], false,
+                       [day](ScheduleTime const& time) { return DayPlace(day, time); });
+    }
+    return places;
+}
+
+Places OctetDifferences(ExceptionSchedule const& meant, ExceptionSchedule const& received) {
+    return Differences(meant, received);
+}
+
+// What a device reads by the standard is the schedule, but for what was shown as lost on the way to it.
+template <typename Value, typename Schedule, typename Reader>
+bool IsReceivedAsShown(Schedule const& schedule, Reader reader) {
+    ComposedSchedule const composed = Compose(schedule);
+    if (!composed.mistakes.empty()) {
+        return false;
+    }
+    test::StandardSchedule octets(test::SentOctets<Value>(composed.text));
+    EXPECT_EQ(PlacesOfOtherOctets(schedule),
+              OctetDifferences(Normalised(schedule), Normalised((octets.*reader)())))
+        << composed.text;
+    return true;
+}
+
 // A person who types a complete date with another weekday, or a range that ends first, is corrected.
 ExceptionSchedule SensibleWeekdays(ExceptionSchedule schedule) {
     auto const sensible = [](ScheduleDate& date) {
@@ -185,6 +225,25 @@ TEST(ScheduleThroughDriver, RandomExceptionSchedulesLoseNothingButWhatIsShown) {
         written += LosesWhatIsShown(random.Exception(), test::ExceptionThroughDriver, ReadException) ? 1 : 0;
     }
     EXPECT_GT(written, RandomCount / 3);
+}
+
+TEST(ScheduleThroughDriver, DevicesReceiveRandomWeeklySchedulesButForWhatIsShown) {
+    RandomSchedules random(5);
+    int received = 0;
+    for (int i = 0; i < RandomCount / 10 && !HasFailure(); ++i) {
+        received += IsReceivedAsShown<WeeklyScheduleValue>(random.Weekly(), &test::StandardSchedule::Weekly);
+    }
+    EXPECT_GT(received, RandomCount / 30);
+}
+
+TEST(ScheduleThroughDriver, DevicesReceiveRandomExceptionSchedulesButForWhatIsShown) {
+    RandomSchedules random(6);
+    int received = 0;
+    for (int i = 0; i < RandomCount / 10 && !HasFailure(); ++i) {
+        received +=
+            IsReceivedAsShown<ExceptionScheduleValue>(random.Exception(), &test::StandardSchedule::Exception);
+    }
+    EXPECT_GT(received, RandomCount / 30);
 }
 
 TEST(ScheduleThroughDriver, RandomSchedulesAreTheSameAsJson) {
