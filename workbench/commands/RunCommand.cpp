@@ -84,9 +84,9 @@ void ServeTerminal(Signals& signals, Terminal& terminal, bool table) {
     if (signals.TakeSuspendRequest()) {
         terminal.Suspend();
         Signals::Suspend();
-        if (table) {
-            terminal.Begin();
-        }
+    }
+    if (table) {
+        terminal.Begin();
     }
 }
 
@@ -225,9 +225,10 @@ int RunProject(RunOptions const& given, Streams const& streams) {
                   {options.project, WORKBENCH_VERSION, project.Blocks(), project.Tasks(), memory, setter, log,
                    options.page.hasWrites});
     RunUntilEnd(project.Runtime(), *display, terminal, signals, person, page.get(), options, table);
-    terminal.End();
-    PrintSummary(options, streams,
-                 figures.Summary(host.Figures()) + HeldWritesText(host.Observed(), project.Blocks()));
+    if (terminal.End()) {
+        PrintSummary(options, streams,
+                     figures.Summary(host.Figures()) + HeldWritesText(host.Observed(), project.Blocks()));
+    }
     PrintHeldWrites(options, streams, host, project, log);
     CheckOutputs(options, host, *display);
     return ExitCodeOf(options, figures);

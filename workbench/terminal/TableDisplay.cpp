@@ -38,7 +38,7 @@ void TableDisplay::Answer(SetAnswer const& answer) {
 
 // Many blocks end their cycles at about the same time: they share a frame.
 milliseconds TableDisplay::Wait() {
-    auto const longest = steady_clock::now() + (decoder.IsWaiting() ? RestOfSequence : LongestWait);
+    auto const longest = decoder.IsWaiting() ? keysAt + RestOfSequence : steady_clock::now() + LongestWait;
     terminal.Wait(cycles.Handle(), Until(longest));
     if (cycles.Take() && !terminal.HasKeys()) {
         terminal.Wait(-1, Until(std::min(longest, shownAt + BetweenFrames)));
@@ -46,11 +46,20 @@ milliseconds TableDisplay::Wait() {
     return milliseconds(0);
 }
 
-std::vector<std::string> TableDisplay::Lines() {
+// A cycle that ends meanwhile does not end a sequence.
+std::vector<Key> TableDisplay::Pressed() {
     std::string const octets = terminal.Keys();
+    if (!octets.empty()) {
+        keysAt = steady_clock::now();
+        return decoder.Feed(octets);
+    }
+    return steady_clock::now() >= keysAt + RestOfSequence ? decoder.Flush() : std::vector<Key>();
+}
+
+std::vector<std::string> TableDisplay::Lines() {
     std::vector<std::string> lines;
     Update();
-    for (Key const& key : octets.empty() ? decoder.Flush() : decoder.Feed(octets)) {
+    for (Key const& key : Pressed()) {
         if (key.kind == KeyKind::Redraw) {
             terminal.Redraw();
         }

@@ -28,7 +28,8 @@ struct TableSources {
 // has ended.
 class TableDisplay : public Display {
 public:
-    // The terminal must have begun. completions are what may be typed in the line for values.
+    // Nothing is shown before the terminal has begun. completions are what may be typed in the line for
+    // values.
     TableDisplay(Terminal& tableTerminal, TableSources const& tableSources,
                  std::vector<std::string> completions);
 
@@ -40,6 +41,7 @@ public:
     bool Failed() const override { return false; }
 
 private:
+    std::vector<Key> Pressed();
     void Update();
     VariableFacts FactsOf(BlockConfig const& block, VariableConfig const& variable);
 
@@ -47,6 +49,7 @@ private:
     TableSources sources;
     PlantScreen screen;
     KeyDecoder decoder;
+    std::chrono::steady_clock::time_point keysAt{};  // when the newest keys came
     std::vector<std::string> log;
     unsigned long long logCount = 0;  // of the lines that are in it
     WakeEvent cycles;

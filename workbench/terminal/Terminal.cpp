@@ -43,16 +43,8 @@ struct Restoration {
 
 Restoration restoration;
 
-// Safe in a signal handler.
-void WriteAll(int handle, std::string_view text) {
-    while (!text.empty()) {
-        ssize_t const written = write(handle, text.data(), text.size());
-        if (written <= 0) {
-            return;
-        }
-        text.remove_prefix(static_cast<std::size_t>(written));
-    }
-}
+// How long the end of the screen waits for a terminal that takes nothing.
+constexpr std::chrono::milliseconds LongestEnd{500};
 
 }  // namespace
 
@@ -94,12 +86,12 @@ std::string FramePainter::Paint(ScreenFrame const& frame) {
 }
 
 void Terminal::Begin() {
-    if (begun) {
+    if (begun || !IsForeground(input) || !IsForeground(output)) {
         return;
     }
     begun = true;
-    hasMode = IsForeground(input) && tcgetattr(input, &mode) == 0;
-    restoration.output = output;
+    hasMode = tcgetattr(input, &mode) == 0;
+    restoration.output = writer.Handle();
     restoration.input = input;
     restoration.hasMode = hasMode;
     restoration.mode = mode;
@@ -111,24 +103,27 @@ void Terminal::Begin() {
         silent.c_cc[VTIME] = 0;
         tcsetattr(input, TCSANOW, &silent);
     }
-    WriteAll(output, BeginScreen);
+    writer.Write(BeginScreen);
     painter.Clear();
 }
 
-void Terminal::End() {
+bool Terminal::End() {
     if (!begun) {
-        return;
+        return true;
     }
     Suspend();
     for (std::string const& line : last.lines) {
-        WriteAll(output, line.empty() ? line : line + "\r\n");
+        writer.Write(line.empty() ? line : line + "\r\n");
     }
     last = {};
+    return writer.Finish(LongestEnd);
 }
 
 void Terminal::Suspend() {
     if (begun) {
         begun = false;
+        writer.Finish(LongestEnd);
+        writer.Discard();
         EndAtOnce();
     }
 }
@@ -137,14 +132,19 @@ void Terminal::EndAtOnce() {
     if (!restoration.valid.exchange(false)) {
         return;
     }
-    WriteAll(restoration.output, EndScreen);
+    WriteNow(restoration.output, EndScreen);
     if (restoration.hasMode) {
         tcsetattr(restoration.input, TCSANOW, &restoration.mode);
     }
 }
 
 void Terminal::Show(ScreenFrame const& frame) {
-    WriteAll(output, painter.Paint(frame));
+    if (!begun) {
+        return;
+    }
+    if (writer.Continue()) {
+        writer.Write(painter.Paint(frame));
+    }
     last = frame;
 }
 

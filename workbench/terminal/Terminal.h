@@ -8,6 +8,7 @@
 
 #include "Screen.h"
 #include "ScreenFrame.h"
+#include "TerminalOutput.h"
 
 namespace workbench {
 
@@ -32,22 +33,28 @@ bool IsForeground(int handle);
 std::string ReadAvailable(int handle, bool& ended);
 
 // A terminal that shows frames on its alternate screen. From Begin to End it has no echo, delivers each key
-// at once and reports the wheel and the buttons of the mouse.
+// at once and reports the wheel and the buttons of the mouse. A terminal that takes no output, because a
+// person has stopped it or a connection hangs, loses frames; nobody waits for it.
 class Terminal {
 public:
-    Terminal(int outputHandle, int inputHandle) : output(outputHandle), input(inputHandle) {}
+    Terminal(int outputHandle, int inputHandle)
+        : output(outputHandle), input(inputHandle), writer(outputHandle) {}
     Terminal(Terminal const&) = delete;
     Terminal& operator=(Terminal const&) = delete;
     ~Terminal() { End(); }
 
+    // Does nothing if it has begun, and while the process is in the background: then the terminal is
+    // another's.
     void Begin();
     // Restores the screen and the mode from before Begin, and leaves the last frame on the screen.
-    void End();
+    // False if the terminal takes no output: whoever writes to it would wait.
+    bool End();
     // The same without the frame, for a program that is suspended.
     void Suspend();
     // The same for a signal handler, for the terminal that began last.
     static void EndAtOnce();
 
+    // Shows nothing outside Begin and End.
     void Show(ScreenFrame const& frame);
     // Reads the keys that have been pressed; does not wait. Empty outside Begin and End.
     std::string Keys();
@@ -69,6 +76,7 @@ private:
 
     int output;
     int input;
+    TerminalOutput writer;
     bool begun = false;
     bool hasMode = false;
     bool hasInput = true;

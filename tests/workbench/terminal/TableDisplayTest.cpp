@@ -103,6 +103,7 @@ TEST_F(TableOnScreen, EscapeIsAKeyOnceNothingFollows) {
     Type("?");
     EXPECT_TRUE(Shows("Selects another row"));
     Type("\x1B");
+    display->Wait();
     EXPECT_TRUE(display->Lines().empty());
     EXPECT_TRUE(Shows("Variable"));
 }

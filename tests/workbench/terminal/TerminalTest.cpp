@@ -123,6 +123,36 @@ TEST_F(PseudoTerminal, ASuspendedProgramLeavesNoFrame) {
     EXPECT_EQ(Seen(), "\x1B[2J\x1B[1;1Hone\x1B[?25l");
 }
 
+TEST_F(PseudoTerminal, ThatIsNotReadLosesFramesAndNobodyWaits) {
+    {
+        Terminal terminal(program, program);
+        terminal.Begin();
+        for (int i = 0; i < 1000; ++i) {
+            terminal.Show({{std::string(4000, i % 2 == 0 ? 'a' : 'b')}, {}});
+        }
+        EXPECT_FALSE(terminal.End());
+    }
+    EXPECT_TRUE(Echoes());
+    EXPECT_EQ(fcntl(program, F_GETFL) & O_NONBLOCK, 0) << "other programs share the handle";
+}
+
+TEST_F(PseudoTerminal, ThatIsReadAgainShowsTheNewestFrame) {
+    Terminal terminal(program, program);
+    terminal.Begin();
+    for (int i = 0; i < 100; ++i) {
+        terminal.Show({{std::string(4000, i % 2 == 0 ? 'a' : 'b')}, {}});
+    }
+    std::string seen;
+    while (seen.find("newest") == std::string::npos) {
+        terminal.Show({{"newest"}, {}});
+        char text[4096];
+        ssize_t const length = read(person, text, sizeof text);
+        ASSERT_GT(length, 0);
+        seen.append(text, static_cast<std::size_t>(length));
+    }
+    EXPECT_LT(seen.size(), 100 * 4000u);
+}
+
 TEST_F(PseudoTerminal, EndsOnce) {
     Terminal terminal(program, program);
     terminal.Begin();
@@ -183,7 +213,10 @@ TEST_F(PseudoTerminal, ASignalHandlerCanEndIt) {
 }
 
 TEST_F(PseudoTerminal, NothingIsWrittenWithoutBegin) {
-    { Terminal const terminal(program, program); }
+    {
+        Terminal terminal(program, program);
+        terminal.Show({{"one"}, {}});
+    }
     Terminal::EndAtOnce();
     EXPECT_EQ(Seen(), "");
 }
