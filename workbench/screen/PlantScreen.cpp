@@ -106,6 +106,8 @@ void PlantScreen::HandleFilter(Key const& key) {
         case KeyKind::Down:
         case KeyKind::PageUp:
         case KeyKind::PageDown:
+        case KeyKind::WheelUp:
+        case KeyKind::WheelDown:
             rows.Move(Movement(key, table.Page()));
             return;
         default:

@@ -66,7 +66,8 @@ std::vector<std::string> CandidateLines(std::vector<std::string> const& names, S
         TableLine line(screen.width, screen.colour);
         for (std::size_t column = 0; column < perLine && next < names.size(); ++column) {
             line.Add(column == 0 ? "  " : "");
-            line.Add(tools::FitTo(tools::Printable(names[next++]), widest), Colour::Yellow);
+            line.Add(tools::FitTo(tools::Printable(names[next++]), std::min(widest, line.Left())),
+                     Colour::Yellow);
         }
         lines.push_back(line.Text());
     }

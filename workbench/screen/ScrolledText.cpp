@@ -73,9 +73,11 @@ std::vector<std::string> ScrolledText::Draw(std::vector<std::string> const& line
 }
 
 std::string ScrolledText::Where() const {
+    if (count == 0) {
+        return "no lines";
+    }
     std::size_t const end = std::min(top + page, count);
-    return "lines " + std::to_string(count == 0 ? 0 : top + 1) + " to " + std::to_string(end) + " of " +
-           std::to_string(count);
+    return "lines " + std::to_string(top + 1) + " to " + std::to_string(end) + " of " + std::to_string(count);
 }
 
 }  // namespace workbench

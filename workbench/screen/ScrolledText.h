@@ -22,7 +22,7 @@ public:
 
     // True while the last line is visible and those that come are followed.
     bool IsAtEnd() const { return follows; }
-    // "lines 1 to 20 of 51".
+    // "lines 1 to 20 of 51", or "no lines".
     std::string Where() const;
 
 private:

@@ -53,14 +53,17 @@ std::string CountWords(PlantRows const& rows, std::size_t block) {
     return "  " + shown + std::to_string(all) + (all == 1 ? " variable" : " variables");
 }
 
+// A long name is cut before the state.
 std::string Headline(PlantRows const& rows, std::size_t index, Screen const& screen, bool isSelected) {
     BlockSnapshot const& block = *rows.Plant().blocks[index];
     TableLine line(screen.width, screen.colour, isSelected);
     line.Add(SelectionMark(isSelected));
     line.Add(rows.IsFolded(index) ? Folded : Unfolded, Colour::Dim);
-    line.Add(tools::Printable(block.config->name), Colour::Bold);
-    line.Add("  ");
-    line.Add(StateText(block), BlockColour(block));
+    std::string const state = "  " + StateText(block);
+    std::string const name = tools::Printable(block.config->name);
+    std::size_t const room = line.Left() - std::min(line.Left() / 2, tools::DisplayWidth(state));
+    line.Add(tools::DisplayWidth(name) > room ? tools::FitTo(name, room) : name, Colour::Bold);
+    line.Add(state, BlockColour(block));
     line.Add(rows.IsFolded(index) || !rows.Choice().IsAll() ? CountWords(rows, index) : "");
     line.Add("  " + block.config->address);
     if (block.times.overruns > 0) {

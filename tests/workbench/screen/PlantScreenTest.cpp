@@ -263,6 +263,32 @@ TEST_F(OnScreen, ALongListOfCandidatesIsCounted) {
     EXPECT_EQ(lines.size(), 20u);
 }
 
+TEST_F(OnScreen, ACandidateThatFitsIsNotCut) {
+    PlantScreen other({"AHU." + std::string(83, 'x'), "AHU.y"});
+    other.Update({plant.Shared(), {}}, {}, Noon);
+    for (Key const& key : decoder.Feed("s\t")) {
+        other.Handle(key);
+    }
+    EXPECT_EQ(other.Draw(size).lines[16], "  AHU." + std::string(83, 'x') + " ");
+}
+
+TEST_F(OnScreen, TheStateOfABlockIsVisibleBesideALongName) {
+    plant.AddBlock(std::string(100, 'b'));
+    Show();
+    Type("G");
+    EXPECT_NE(Line(17).find("b\xE2\x80\xA6  OK"), std::string::npos) << Line(17);
+}
+
+TEST_F(OnScreen, TheWheelMovesWhileAFilterIsTyped) {
+    Type("/Counter\x1B[<65;1;1M");
+    EXPECT_EQ(Selected(), "Counter 2");
+}
+
+TEST_F(OnScreen, AnEmptyLogHasNoLines) {
+    Type("l");
+    EXPECT_EQ(Status(), "Log, no lines");
+}
+
 TEST_F(OnScreen, AMistakeAndTheStateOfAWriteStayBelow) {
     screen.SetAnswerLine({"AHU.x", {}, "no\x1B such thing"});
     EXPECT_EQ(Message(), "no\\x1B such thing");
