@@ -1,6 +1,7 @@
 // The drawing of a PlantScreen.
 
 #include <algorithm>
+#include <utility>
 
 #include "DetailView.h"
 #include "KeyTable.h"
@@ -8,6 +9,7 @@
 #include "Printable.h"
 #include "SetRequest.h"
 #include "TableLine.h"
+#include "WrappedText.h"
 #include "WriteState.h"
 
 namespace workbench {
@@ -33,6 +35,17 @@ std::vector<std::string> Printed(std::vector<std::string> const& texts, Screen c
     std::vector<std::string> lines;
     for (std::string const& text : texts) {
         lines.push_back(Line(tools::Printable(text), screen));
+    }
+    return lines;
+}
+
+// The whole texts, each on as many lines as it needs.
+std::vector<std::string> Whole(std::vector<std::string> const& texts, Screen const& screen) {
+    std::vector<std::string> lines;
+    for (std::string const& text : texts) {
+        for (std::string& part : Wrapped(tools::Printable(text), screen.width)) {
+            lines.push_back(std::move(part));
+        }
     }
     return lines;
 }
@@ -140,7 +153,7 @@ std::vector<std::string> PlantScreen::Body(Screen const& screen, std::size_t hei
             return text.Draw(DetailLines(rows, detailBlock, detailVariable, facts, values, screen, time),
                              height);
         case View::Log:
-            return text.Draw(Printed(log, screen), height);
+            return text.Draw(Whole(log, screen), height);
         case View::Help:
             return text.Draw(HelpLines(screen), height);
         default:

@@ -284,6 +284,14 @@ TEST_F(OnScreen, TheWheelMovesWhileAFilterIsTyped) {
     EXPECT_EQ(Selected(), "Counter 2");
 }
 
+TEST_F(OnScreen, TheLogShowsWholeLines) {
+    log.push_back("first " + std::string(200, 'x') + " last");
+    Show();
+    Type("l");
+    EXPECT_TRUE(Has(" last"));
+    EXPECT_FALSE(Has("\xE2\x80\xA6"));
+}
+
 TEST_F(OnScreen, AnEmptyLogHasNoLines) {
     Type("l");
     EXPECT_EQ(Status(), "Log, no lines");
