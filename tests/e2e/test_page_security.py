@@ -75,8 +75,9 @@ class PageSecurity(PageTestCase):
     def test_wrong_tokens_are_bounded(self):
         codes = [self.page.request(f"/?token={i:032}", {"Cookie": None}).status for i in range(12)]
         self.assertEqual(codes, [401] * 10 + [429] * 2)
-        # Who is signed in already goes on.
+        # Who is signed in already goes on, and who has the token is not locked out.
         self.assertEqual(self.page.request("/api/plant").status, 200)
+        self.assertEqual(self.page.request(f"/?token={self.page.token}", {"Cookie": None}).status, 303)
 
     def test_a_write_without_the_token_in_its_header_is_refused(self):
         self.assert_refused(self.write({"X-Page-Token": None}), 403, "X-Page-Token")

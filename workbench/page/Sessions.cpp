@@ -12,7 +12,7 @@ constexpr long long Minute = 600000000;
 }  // namespace
 
 // Called with the mutex. There are at most MostFailuresOfAll senders.
-bool Sessions::HasTooManyFailures(std::string const& sender) {
+Sessions::SignIn Sessions::CountFailure(std::string const& sender) {
     long long const now = dorvel::Environment().SteadyNow() / Minute;
     if (now != minute) {
         minute = now;
@@ -20,18 +20,18 @@ bool Sessions::HasTooManyFailures(std::string const& sender) {
         failures.clear();
     }
     auto const found = failures.find(sender);
-    return allFailures >= MostFailuresOfAll || (found != failures.end() && found->second >= MostFailures);
+    if (allFailures >= MostFailuresOfAll || (found != failures.end() && found->second >= MostFailures)) {
+        return SignIn::TooManyFailures;
+    }
+    ++allFailures;
+    ++failures[sender];
+    return SignIn::WrongToken;
 }
 
 Sessions::SignIn Sessions::Open(std::string_view token, std::string const& sender, Session& session) {
     std::lock_guard<std::mutex> const lock(mutex);
-    if (HasTooManyFailures(sender)) {
-        return SignIn::TooManyFailures;
-    }
     if (!IsSameSecret(token, secret)) {
-        ++allFailures;
-        ++failures[sender];
-        return SignIn::WrongToken;
+        return CountFailure(sender);
     }
     session = {RandomSecret(), RandomSecret()};
     sessions.push_back(session);

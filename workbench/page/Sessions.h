@@ -16,7 +16,9 @@ class Sessions {
 public:
     // The oldest session ends when there is one more.
     static constexpr std::size_t Most = 256;
-    // Wrong tokens in a minute, of one sender and of all, after which further ones are not looked at.
+    // Wrong tokens in a minute, of one sender and of all, after which further wrong ones are too many. The
+    // right token always works: it is too long to be guessed, all clients of a proxy are one sender, and
+    // nobody may lock the operators out.
     static constexpr unsigned MostFailures = 10;
     static constexpr unsigned MostFailuresOfAll = 100;
 
@@ -34,7 +36,7 @@ public:
     std::string const& LinkToken() const { return secret; }
 
 private:
-    bool HasTooManyFailures(std::string const& sender);
+    SignIn CountFailure(std::string const& sender);
 
     std::string secret;
     mutable std::mutex mutex;

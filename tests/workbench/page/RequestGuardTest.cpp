@@ -139,7 +139,7 @@ TEST_F(RequestGuardTest, SendsABrowserThatComesFromAnotherSiteThroughAPageOfItsO
     EXPECT_EQ(response.body.find(Token), std::string::npos);
 }
 
-TEST_F(RequestGuardTest, BoundsWrongTokens) {
+TEST_F(RequestGuardTest, BoundsWrongTokensAndNeverTheRightOne) {
     PageRequest const request = Request("GET", "/?token=wrong");
     for (unsigned i = 0; i < Sessions::MostFailures; ++i) {
         PageResponse const response = service->Answer(request);
@@ -147,7 +147,7 @@ TEST_F(RequestGuardTest, BoundsWrongTokens) {
         EXPECT_EQ(HeaderOf(response, "Set-Cookie"), "");
     }
     EXPECT_EQ(StatusOf(request), 429);
-    EXPECT_EQ(StatusOf(Request("GET", std::string("/?token=") + Token)), 429);
+    EXPECT_EQ(StatusOf(Request("GET", std::string("/?token=") + Token)), 303);
 }
 
 TEST_F(RequestGuardTest, GivesEveryAnswerTheHeadersThatBindABrowser) {
