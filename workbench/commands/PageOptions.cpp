@@ -8,28 +8,31 @@ namespace workbench {
 
 namespace {
 
-// Mistakes are those of the command line.
-void CheckAddress(std::string const& text) {
+// In "--page plant.lua" the option takes what is meant as the project. Mistakes are those of the command
+// line.
+void TakeAddress(std::string const& text, CLI::Option& project, PageOptions& options) {
+    options.isOn = true;
     try {
         ReadPageAddress(text);
+        options.address = text;
     } catch (std::runtime_error const& mistake) {
-        throw CLI::ValidationError(
-            "--page", std::string(mistake.what()) + "; a project stands before --page, or --page last");
+        if (project.count() > 0) {
+            throw CLI::ValidationError("--page", mistake.what());
+        }
+        project.add_result(text);
+        project.run_callback();
     }
 }
 
 }  // namespace
 
 void AddPageOptions(CLI::App& command, PageOptions& options) {
+    CLI::Option* const project = command.get_option("PROJECT");
     CLI::Option* const page =
         command
             .add_option_function<std::string>(
                 "--page",
-                [&options](std::string const& address) {
-                    CheckAddress(address);
-                    options.isOn = true;
-                    options.address = address;
-                },
+                [&options, project](std::string const& text) { TakeAddress(text, *project, options); },
                 "Serves a page for browsers (default: 127.0.0.1 and a free port) and prints its link")
             ->type_name("[ADDRESS:PORT]")
             ->expected(0, 1);

@@ -18,7 +18,8 @@ struct PageOptions {
     std::vector<std::string> hosts;
 };
 
-// --page, --page-writes, --page-token-file, --page-host. The options must outlive the command.
+// --page, --page-writes, --page-token-file, --page-host, for a command that has the argument PROJECT. The
+// options must outlive the command.
 void AddPageOptions(CLI::App& command, PageOptions& options);
 
 }  // namespace workbench

@@ -82,6 +82,28 @@ TEST_F(CommandLine, ADeadBandIsForChangesInFormatsForPrograms) {
     ExpectMistake({"browse", "10.0.0.1", "--format", "csv"}, "--format");
 }
 
+TEST_F(CommandLine, AProjectAfterPageIsNotItsAddress) {
+    EXPECT_FALSE(Parse(DefineRun, {"plant.lua"}).page.isOn);
+    using Words = std::vector<std::string>;
+    for (Words const& words : {Words{"plant.lua", "--page"}, Words{"--page", "plant.lua"},
+                               Words{"--cycles", "3", "--page", "plant.lua"}}) {
+        auto const options = Parse(DefineRun, words);
+        EXPECT_EQ(options.project, "plant.lua");
+        EXPECT_TRUE(options.page.isOn);
+        EXPECT_EQ(options.page.address, "");
+    }
+    for (Words const& words :
+         {Words{"plant.lua", "--page", "[::1]:80"}, Words{"--page", "[::1]:80", "plant.lua"}}) {
+        auto const options = Parse(DefineRun, words);
+        EXPECT_EQ(options.project, "plant.lua");
+        EXPECT_EQ(options.page.address, "[::1]:80");
+    }
+    ExpectMistake({"run", "plant.lua", "--page", "host:80"},
+                  "--page: \"host:80\" is not an address for the page");
+    ExpectMistake({"run", "--page", "plant.lua", "other.lua"}, "--page: \"plant.lua\" is not an address");
+    ExpectMistake({"run", "--page"}, "PROJECT");
+}
+
 TEST_F(CommandLine, VerifyHasItsOptionsAndTheirDefaults) {
     auto options = Parse(DefineVerify, {"plant.lua"});
     EXPECT_EQ(options.project, "plant.lua");
