@@ -1,8 +1,5 @@
 #include "PlantStream.h"
 
-#include <pthread.h>
-#include <signal.h>
-
 #include <charconv>
 #include <system_error>
 #include <utility>
@@ -10,6 +7,7 @@
 #include "EventJson.h"
 #include "JsonFields.h"
 #include "JsonFormat.h"
+#include "PageThread.h"
 #include "Secret.h"
 #include "dorvelshare/HostEnvironment.h"
 
@@ -48,13 +46,7 @@ PlantStream::~PlantStream() {
 }
 
 void PlantStream::Start() {
-    // Signals are for the main thread.
-    sigset_t all;
-    sigset_t before;
-    sigfillset(&all);
-    pthread_sigmask(SIG_SETMASK, &all, &before);
-    thread = std::thread([this] { Run(); });
-    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    thread = StartPageThread([this] { Run(); });
 }
 
 void PlantStream::Run() {

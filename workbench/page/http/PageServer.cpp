@@ -2,8 +2,6 @@
 
 #include <arpa/inet.h>
 #include <httplib.h>
-#include <pthread.h>
-#include <signal.h>
 
 #include <cerrno>
 #include <condition_variable>
@@ -15,6 +13,7 @@
 #include <stdexcept>
 #include <thread>
 
+#include "PageThread.h"
 #include "RequestGate.h"
 #include "WorkerThreads.h"
 
@@ -97,6 +96,11 @@ PageResponse ProblemOf(RequestGate::Outcome outcome) {
         default:
             return {};
     }
+}
+
+char const* AdviceFor(int error) {
+    return error == EADDRINUSE || error == EACCES ? "give another port, or none for a free one"
+                                                  : "give an address of this machine, or none for 127.0.0.1";
 }
 
 char const* ReasonOf(int status) {
@@ -193,6 +197,7 @@ public:
 private:
     bool process_and_close_socket(socket_t socket) override;
 
+    void ServeSafely(GatedStream& stream);
     void Serve(GatedStream& stream);
     HandlerResponse AnswerHead(httplib::Request const& request, httplib::Response& response);
     void Answer(httplib::Request const& request, httplib::Response& response);
@@ -240,13 +245,7 @@ int PageServer::Library::Bind(PageAddress const& place) {
 
 void PageServer::Library::Begin(PageService const& pageService) {
     service = &pageService;
-    // Signals are for the main thread.
-    sigset_t all;
-    sigset_t before;
-    sigfillset(&all);
-    pthread_sigmask(SIG_SETMASK, &all, &before);
-    accepting = std::thread([this] { listen_after_bind(); });
-    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    accepting = StartPageThread([this] { listen_after_bind(); });
     while (!is_running()) {
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
@@ -283,13 +282,22 @@ bool PageServer::Library::process_and_close_socket(socket_t socket) {
         std::string const text = RawText(PageService::Failure(503, "too many connections; try again"));
         send(socket, text.data(), text.size(), MSG_DONTWAIT | MSG_NOSIGNAL);
     } else {
-        Serve(stream);
+        ServeSafely(stream);
     }
     std::lock_guard<std::mutex> const lock(mutex);
     open.erase(socket);
     close(socket);
     closed.notify_all();
     return true;
+}
+
+// Whatever goes wrong with a connection, such as memory that the system does not have, ends no more than it.
+void PageServer::Library::ServeSafely(GatedStream& stream) {
+    try {
+        Serve(stream);
+    } catch (std::exception const&) {
+        current = nullptr;
+    }
 }
 
 void PageServer::Library::Serve(GatedStream& stream) {
@@ -371,9 +379,9 @@ PageServer::PageServer(PageAddress const& listening)
     : address(listening), library(std::make_unique<Library>()) {
     int const port = library->Bind(address);
     if (port <= 0) {
-        std::string const reason = errno ? std::strerror(errno) : "not an address of this machine";
-        throw std::runtime_error("--page: cannot listen at " + HostText(address) + ": " + reason +
-                                 "; give another port, or none for a free one");
+        int const error = errno ? errno : EADDRNOTAVAIL;
+        throw std::runtime_error("--page: cannot listen at " + HostText(address) + ": " +
+                                 std::strerror(error) + "; " + AdviceFor(error));
     }
     address.port = port;
 }

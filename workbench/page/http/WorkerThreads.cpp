@@ -1,5 +1,7 @@
 #include "WorkerThreads.h"
 
+#include <system_error>
+
 namespace workbench {
 
 namespace {
@@ -27,13 +29,23 @@ bool WorkerThreads::Add(std::function<void()>& task) {
     if (needsThread && threads.size() >= most && waiting.size() - idle >= longest) {
         return false;
     }
-    waiting.push_back(std::move(task));
-    if (needsThread && threads.size() < most) {
-        threads.emplace_back([this] { Work(); });
-        ++idle;
+    if (needsThread && threads.size() < most && !StartThread() && threads.empty()) {
+        return false;
     }
+    waiting.push_back(std::move(task));
     changed.notify_one();
     return true;
+}
+
+// Called with the mutex. False if the system has no thread, which must not end the run.
+bool WorkerThreads::StartThread() {
+    try {
+        threads.emplace_back([this] { Work(); });
+        ++idle;
+        return true;
+    } catch (std::system_error const&) {
+        return false;
+    }
 }
 
 void WorkerThreads::Work() {

@@ -31,6 +31,7 @@ public:
 
 private:
     bool Add(std::function<void()>& task);
+    bool StartThread();
     void Work();
 
     std::size_t most;
