@@ -73,3 +73,12 @@ test('a day that its month does not have is reported', () => {
     assert.ok(isCalendarDay(date(2028, 2, 29)));
     assert.ok(isCalendarDay(date(null, 2, 30)));
 });
+
+test('a day that no month of the name has is not a day of the calendar', () => {
+    assert.ok(!isCalendarDay(date(null, 2, 30)));
+    assert.ok(!isCalendarDay(date(2027, 2, 29)));
+    assert.ok(!isCalendarDay(date(null, 4, 31)));
+    assert.ok(isCalendarDay(date(null, 2, 29)));
+    assert.ok(isCalendarDay(date(null, 2, 32)));
+    assert.ok(isCalendarDay(date(null, 13, 31)));
+});

@@ -9,11 +9,13 @@ import {weekdays} from './schedule-time.js';
 const Delay = 250;
 const Path = /^(?:model: )?((?:days|events)[^\s:]*): /;
 
+export const withoutPath = (message) => message.replace(Path, '');
+
 // A model that cannot be read: "model: days[0][2].value: the reason", for people "Monday 06:00: the reason".
 function mistakeOf({message}, model) {
   const path = Path.exec(message)?.[1] ?? '';
   const at = path && placeOf(path, model);
-  const reason = path ? message.replace(Path, '') : message;
+  const reason = withoutPath(message);
   if (!at) {
     return {place: '', reason};
   }

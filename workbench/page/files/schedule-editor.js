@@ -1,7 +1,7 @@
 // The editor of a schedule. It changes the JSON model only; the server checks each state of it and composes the text.
 
 import {make, setText} from './dom.js';
-import {createCheck} from './schedule-check.js';
+import {createCheck, withoutPath} from './schedule-check.js';
 import {ask, askDays} from './schedule-dialog.js';
 import {listen} from './schedule-drag.js';
 import {Inspector} from './schedule-inspector.js';
@@ -119,6 +119,12 @@ export class Editor {
     this.check.ask(this.edits.present);
     this.onChange(this.isChanged ? this.edits.present : null);
     this.draw();
+  }
+
+  // Compares with what the device has now.
+  recheck() {
+    this.check.ask(this.edits.present);
+    this.drawState();
   }
 
   entryAt({row, index}) {
@@ -289,7 +295,7 @@ export class Editor {
   }
 
   async askEvent(title, event, firstDay) {
-    const words = (now) => this.periodWords(now);
+    const words = (now) => this.periodWords(now).catch((error) => withoutPath(error.message));
     const change = await askPeriod({title, event, firstDay, words});
     return change && {...change, words: await this.periodWords(change).catch(() => undefined)};
   }

@@ -47,7 +47,13 @@ function dateControls(date, legend) {
       weekday.value = right.weekday ?? '';
       return right;
     },
-    mistake: (read) => (isCalendarDay(read) ? '' : `${months[read.month - 1]} ${read.year} has no day ${read.day}: choose another day`),
+    mistake: (read) => {
+      if (!year.validity.valid) {
+        return 'The year is 1900 to 2154, or empty for every year';
+      }
+      const name = `${months[read.month - 1]} ${read.year ?? ''}`.trim();
+      return isCalendarDay(read) ? '' : `${name} has no day ${read.day}: choose another day`;
+    },
   };
 }
 
@@ -150,7 +156,7 @@ class PeriodForm {
     const number = ++this.#asked;
     this.apply.disabled = mistake !== '';
     this.live.classList.toggle('is-mistake', mistake !== '');
-    const text = mistake || await this.words(now).catch((error) => error.message);
+    const text = mistake || await this.words(now);
     if (number === this.#asked) {
       this.live.textContent = text;
     }

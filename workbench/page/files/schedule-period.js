@@ -100,8 +100,10 @@ export function withWeekday(date) {
   return {...date, weekday: weekdayOf(dateOf(date.year, date.month - 1, date.day))};
 }
 
-export function isCalendarDay(date) {
-  return !isWholeDate(date) || date.day <= daysInMonth(date.year, date.month);
+// A day that the month never has is none, whatever the year; 29 February is one in every year of a date without a year.
+export function isCalendarDay({year, month, day}) {
+  const isCounted = month >= 1 && month <= 12 && day >= 1 && day <= 31;
+  return !isCounted || day <= daysInMonth(year ?? 2000, month);
 }
 
 export function newPeriod(kind, text) {

@@ -75,15 +75,23 @@ class View {
   }
 
   onValue() {
-    const isSame = (this.variable.now?.value ?? null) === (this.answer?.text ?? null);
-    if (isSame || document.querySelector('dialog[open]')) {
+    const text = this.variable.now?.value ?? null;
+    if (text === (this.answer?.text ?? null) || text === this.warnedOf) {
       return;
     }
-    this.editor ? this.warnChanged() : this.load(this.calendar?.year);
+    if (this.editor) {
+      this.warnedOf = text;
+      this.warnChanged();
+    } else if (!document.querySelector('dialog[open]')) {
+      this.load(this.calendar?.year);
+    }
   }
 
+  // The changes are listed again: they are those from the schedule that the device has now.
   warnChanged() {
-    this.notice.replaceChildren(make('div.notice', {role: 'alert'}, 'The schedule of the device has changed while you edit it.',
+    this.editor.recheck();
+    this.notice.replaceChildren(make('div.notice', {role: 'alert'}, 'The schedule of the device has changed while you edit it. ' +
+      'Writing replaces it: see the changes below.',
       make('button', {type: 'button', onclick: () => this.leaveEditor()}, 'Reload, discard my changes')));
   }
 
@@ -264,7 +272,8 @@ class View {
     if (text !== undefined && text !== answer.text) {
       this.warnChanged();
     }
-    this.editor.element.querySelector('.schedule-bar, button')?.focus();
+    const {element} = this.editor;
+    (element.querySelector('.schedule-bar') ?? element.querySelector('button:enabled')).focus();
   }
 
   // `changed` is the edited model, or null if it is as in the device.
@@ -278,6 +287,7 @@ class View {
   async leaveEditor() {
     this.editor.destroy();
     this.editor = null;
+    this.warnedOf = undefined;
     this.dropDraft();
     await this.load();
     this.body.querySelector('button.main')?.focus();

@@ -3,6 +3,7 @@
 
 import {list, remarks, remarkText} from './schedule-dialog.js';
 import {make} from './dom.js';
+import {priorityText} from './write-entry.js';
 
 const Patience = 20000;
 const Pause = 700;
@@ -42,6 +43,10 @@ async function differences(api, id, model) {
   return answer.changes;
 }
 
+// A device answers a message that is too long for it with an abort, which the driver takes for silence.
+const adviceOn = (reason) => (/has not answered/.test(reason) ? ' A device that answers otherwise has perhaps no room for ' +
+  'so long a schedule: remove entries that repeat the value before them.' : '');
+
 const Words = {
   written: 'Written.',
   unconfirmed: 'Sent, but the device has not confirmed it.',
@@ -57,7 +62,8 @@ async function follow({api, variable, model, text}, say) {
     return say('No outcome yet. The write is still pending; its state is on the page of the variable.', 'warn');
   }
   if (write.state === 'refused' || write.state === 'invalid') {
-    return say(`Refused: ${write.reason ?? 'the device gives no reason'}. The schedule of the device is unchanged.`, 'bad');
+    return say(`Refused: ${write.reason ?? 'the device gives no reason'}. The schedule of the device is unchanged.${adviceOn(write.reason)}`,
+      'bad');
   }
   say(`${Words[write.state] ?? write.state} Reading it back …`);
   const left = await differences(api, variable.id, model);
@@ -71,11 +77,12 @@ async function follow({api, variable, model, text}, say) {
 export function confirmWrite(job) {
   return new Promise((resolve) => {
     let isWritten = false;
+    const {block, name, object} = job.variable;
     const body = make('div', {}, content(job.check));
     const status = make('div.schedule-outcome', {role: 'status', 'aria-live': 'polite'});
     const cancel = make('button', {type: 'button', onclick: () => dialog.close()}, 'Cancel');
     const write = make('button.main', {type: 'button'}, 'Write now');
-    const title = make('h2', {}, `Write to ${job.variable.block.name}?`);
+    const title = make('h2', {}, `Write to ${block.name}?`);
     const say = (text, kind = '', written = false, details = []) => {
       isWritten ||= written;
       status.className = `schedule-outcome ${kind}`;
@@ -94,7 +101,7 @@ export function confirmWrite(job) {
       cancel.focus();
     });
     const dialog = make('dialog.schedule-dialog', {'aria-label': 'Write to the device'}, title,
-      make('p.dim', {}, `${job.variable.name} is replaced as a whole.`), body, status,
+      make('p.dim', {}, `${name} (${object}) is replaced as a whole. Priority of the write: ${priorityText(block)}.`), body, status,
       make('div.schedule-buttons', {}, cancel, write));
     dialog.addEventListener('cancel', (event) => cancel.disabled && event.preventDefault());
     dialog.addEventListener('close', () => {
