@@ -356,6 +356,8 @@ export class Editor {
     if (isWritten) {
       this.edits.save(this.edits.present);
       this.onDone();
+    } else {
+      this.writeButton.focus();
     }
   }
 

@@ -83,6 +83,7 @@ function makeNow(variable) {
       }
       setSuspect(suspect, now);
       main.classList.toggle('long', parts.main.length > 12);
+      main.classList.toggle('text', parts.main.length > 60);
       setText(time, changeText(variable));
       setBlockState(block, blockState(variable.block.now), variable.block.now?.error);
       if (hasChanged) {
