@@ -2,7 +2,7 @@
 import {strict as assert} from 'node:assert';
 import {test} from 'node:test';
 
-import {bandsOf, figuresOf, pointTime, rowsOf} from '../../../workbench/page/files/trend-figures.js';
+import {bandsOf, figuresOf, pointTime, rowsOf, withoutBad} from '../../../workbench/page/files/trend-figures.js';
 
 const points = [[1000, 21, 'good'], [2000, null, 'bad'], [3000, 25, 'uncertain'], [4000, 19, 'uncertain'], [5000, 20, 'good']];
 
@@ -36,4 +36,10 @@ test('a point has the time of the plant', () => {
   const ms = Date.parse('2026-11-21T23:30:33Z');
   assert.equal(pointTime(ms, 3600000), '00:30:33');
   assert.equal(pointTime(ms, 3600000, true), '2026-11-22 00:30:33');
+});
+
+test('a bad value is a gap and counts in no figure', () => {
+  const kept = withoutBad([[1000, 21, 'good'], [2000, 99, 'bad'], [3000, 22, 'uncertain']]);
+  assert.deepEqual(kept, [[1000, 21, 'good'], [2000, null, 'bad'], [3000, 22, 'uncertain']]);
+  assert.deepEqual(figuresOf(withoutBad([[1000, 99, 'bad']])).latest, null);
 });

@@ -1,6 +1,10 @@
 // What a trend says in numbers, and how its points are drawn. Pure functions on the points of
 // /api/variables/ID/trend: [ms, number or null, "good" | "uncertain" | "bad"], oldest first.
 
+// A bad value is not known: the line has a gap there, and the figures leave it out.
+export const withoutBad = (points) =>
+  points.map(([time, value, quality]) => [time, quality === 'bad' ? null : value, quality]);
+
 // {latest, minimum, maximum} as [ms, number], each null without a number.
 export function figuresOf(points) {
   const figures = {latest: null, minimum: null, maximum: null};

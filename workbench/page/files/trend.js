@@ -5,7 +5,7 @@
 // values of the stream are added as they come. All times are those of the plant.
 
 import {Nothing, numberText, offsetMs, valueText} from './format.js';
-import {bandsOf, figuresOf, pointTime, rowsOf} from './trend-figures.js';
+import {bandsOf, figuresOf, pointTime, rowsOf, withoutBad} from './trend-figures.js';
 import {make, setAttribute, setText} from './dom.js';
 
 const Ranges = [['15 min', 0.25], ['1 h', 1], ['4 h', 4], ['All', 24 * 366]];
@@ -182,7 +182,7 @@ export function makeTrend(variable, api) {
     try {
       const [answer] = await Promise.all([api.trend(variable.id, Math.ceil(hours)), loadLibrary()]);
       if (isMounted) {
-        trend = answer;
+        trend = {...answer, points: withoutBad(answer.points)};
         drawnSpan = null;
         graph?.destroy();
         graph = null;
@@ -237,7 +237,7 @@ export function makeTrend(variable, api) {
       if (trend) {
         const last = trend.points.at(-1);
         if (!last || last[0] < time) {
-          trend.points.push([time, value, kind]);
+          trend.points.push(...withoutBad([[time, value, kind]]));
         }
         advance(time);
       }

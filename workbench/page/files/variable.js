@@ -127,7 +127,7 @@ export function mount(element, {api, store, id}) {
     form?.draw();
     const {time, value, status} = variable.now;
     const kind = qualityKind(status);
-    trend?.add(Date.parse(time ?? variable.block.now.time), kind === 'bad' ? null : numberOf(value), kind);
+    trend?.add(Date.parse(time ?? variable.block.now.time), numberOf(value), kind);
     timer ||= setTimeout(readRecords, Refresh);
   }
 
