@@ -118,7 +118,7 @@ test('undo and redo go through the states, and a new change ends redo', () => {
     assert.ok(!edits.isChanged);
     assert.ok(edits.redo());
     assert.deepEqual(times(edits.present), ['20:00']);
-    edits.apply(model.clearRow(edits.present, 0));
+    edits.apply(model.removeEntry(edits.present, 0, 0));
     assert.ok(!edits.canRedo && !edits.redo());
 });
 
@@ -130,7 +130,7 @@ test('a change that changes nothing is not a step', () => {
 
 test('after a save the model is unchanged and undo makes it changed', () => {
     const edits = new model.Edits(week());
-    edits.apply(model.clearRow(edits.present, 0));
+    edits.apply(model.removeEntry(edits.present, 0, 0));
     edits.save(edits.present);
     assert.ok(!edits.isChanged);
     edits.undo();

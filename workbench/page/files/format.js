@@ -77,7 +77,6 @@ export function valueText(variable, now = variable.now) {
   return now.stateText ? `${main} (${side})` : `${main} ${side}`;
 }
 
-export const QualityWords = {good: 'Good', uncertain: 'Uncertain', bad: 'Bad'};
 export const QualitySigns = {good: '\u2713', uncertain: '\u25B2', bad: '\u2715'};
 
 export const BlockWords = {ok: 'OK', fault: 'FAULT', standby: 'STANDBY', waiting: 'waiting'};
@@ -87,18 +86,6 @@ export const WriteWords = {
   pending: 'pending', written: 'written', unconfirmed: 'unconfirmed', differs: 'differs', refused: 'refused',
 };
 export const WriteSigns = {pending: '\u2026', written: '\u2713', unconfirmed: '?', differs: '\u2260', refused: '\u2715'};
-
-// "3 s", "5 min", "2 h", "4 days".
-export function durationText(ms) {
-  const seconds = Math.max(0, Math.round(ms / 1000));
-  if (seconds < 100) {
-    return `${seconds} s`;
-  }
-  if (seconds < 100 * 60) {
-    return `${Math.round(seconds / 60)} min`;
-  }
-  return seconds < 48 * 3600 ? `${Math.round(seconds / 3600)} h` : `${Math.round(seconds / 86400)} days`;
-}
 
 // "10,000".
 export const groupedText = (number) => String(number).replace(/\B(?=(\d{3})+$)/g, ',');

@@ -100,10 +100,6 @@ export function copyDay(model, from, to) {
   return to.reduce((copied, row) => row === from ? copied : withRow(copied, row, rows(model)[from]), model);
 }
 
-export function clearRow(model, row) {
-  return withRow(model, row, []);
-}
-
 export function addEvent(model, event) {
   return { model: {...model, events: [...model.events, event]}, row: model.events.length };
 }
