@@ -18,8 +18,8 @@ const Views = [
   {pattern: /^\/$/, title: 'Overview', load: () => import('./overview.js')},
   {pattern: /^\/variables$/, title: 'Variables', load: () => import('./table.js')},
   {pattern: /^\/variables\/(\d+)$/, title: 'Variable', load: () => import('./variable.js')},
-  {pattern: /^\/schedules$/, title: 'Schedules', load: () => import('./programmes.js')},
-  {pattern: /^\/schedules\/(\d+)$/, title: 'Schedule', load: () => import('./programme.js')},
+  {pattern: /^\/schedules$/, title: 'Schedules', load: () => import('./schedules.js')},
+  {pattern: /^\/schedules\/(\d+)$/, title: 'Schedule', load: () => import('./schedule.js')},
   {pattern: /^\/events$/, title: 'Events', load: () => import('./events.js')},
 ];
 
