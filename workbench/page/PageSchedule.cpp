@@ -2,6 +2,7 @@
 
 #include <ctime>
 #include <string_view>
+#include <vector>
 
 #include "InForce.h"
 #include "ScheduleCalendar.h"
@@ -18,6 +19,8 @@ namespace {
 
 constexpr long long Epoch = 116444736000000000LL;  // 1970 as a file time
 constexpr long long Second = 10000000;
+// Of all events. A text of a megabyte can have fifty thousand events on every day.
+constexpr std::size_t MostDays = 100000;
 
 // The variables of the same Schedule object.
 struct Related {
@@ -105,8 +108,10 @@ public:
             WriteReading(reading.exception);
         }
         WriteRelated();
+        unsigned const shown = year == 0 ? now.date.year.value_or(FirstYear) : year;
+        FindDays(shown);
         WriteForce(now);
-        WriteCalendar(year == 0 ? now.date.year.value_or(FirstYear) : year);
+        WriteCalendar(shown);
         writer.EndObject();
         return JsonLine(buffer);
     }
@@ -213,6 +218,21 @@ private:
         writer.EndArray();
     }
 
+    void FindDays(unsigned year) {
+        if (kind != ScheduleKind::Exception || !reading.exception.schedule) {
+            return;
+        }
+        std::size_t count = 0;
+        for (SpecialEvent const& event : reading.exception.schedule->events) {
+            calendar.push_back(count < MostDays ? DaysOf(event, year) : std::vector<ScheduleDate>());
+            count += calendar.back().size();
+        }
+        if (count >= MostDays) {
+            notes.push_back(
+                {"", "the calendar shows the days of the first events alone; there are too many"});
+        }
+    }
+
     void WriteCalendar(unsigned year) {
         writer.Key("calendar");
         writer.StartObject();
@@ -220,14 +240,12 @@ private:
         writer.Uint(year);
         writer.Key("events");
         writer.StartArray();
-        if (kind == ScheduleKind::Exception && reading.exception.schedule) {
-            for (SpecialEvent const& event : reading.exception.schedule->events) {
-                writer.StartArray();
-                for (ScheduleDate const& day : DaysOf(event, year)) {
-                    workbench::WriteText(writer, DayText(day));
-                }
-                writer.EndArray();
+        for (std::vector<ScheduleDate> const& days : calendar) {
+            writer.StartArray();
+            for (ScheduleDate const& day : days) {
+                workbench::WriteText(writer, DayText(day));
             }
+            writer.EndArray();
         }
         writer.EndArray();
         writer.EndObject();
@@ -240,6 +258,7 @@ private:
     Related related;
     Reading reading;
     ScheduleRemarks notes;
+    std::vector<std::vector<ScheduleDate>> calendar;  // of each event
     rapidjson::StringBuffer buffer;
     JsonWriter writer{buffer};
 };

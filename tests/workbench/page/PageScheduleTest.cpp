@@ -82,6 +82,21 @@ TEST_F(PageScheduleTest, ShowsTheDaysOfEventsInAYear) {
     }
 }
 
+TEST_F(PageScheduleTest, BoundsTheDaysOfAHostileText) {
+    for (int i = 0; i < 5000; ++i) {
+        exceptions += "2,****,16,12000000,;";
+    }
+    Run();
+    PageResponse const response = Get("/api/variables/4/schedule?year=2026");
+    EXPECT_LT(response.body.size(), 4000000u);
+    auto const json = Parse(response);
+    ASSERT_EQ(json["calendar"]["events"].Size(), 5000u);
+    EXPECT_EQ(json["calendar"]["events"][0].Size(), 365u);
+    EXPECT_EQ(json["calendar"]["events"][4999].Size(), 0u);
+    EXPECT_STREQ(json["notes"][0]["reason"].GetString(),
+                 "the calendar shows the days of the first events alone; there are too many");
+}
+
 TEST_F(PageScheduleTest, ShowsWhatIsInForceByTheLocalTime) {
     // 17 January 2024, a Wednesday, 14:40 UTC, with an hour more of local time.
     world.time = 133499760000000000;
