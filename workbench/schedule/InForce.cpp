@@ -190,6 +190,16 @@ void NoteTimes(ScheduleRemarks& notes, std::vector<ScheduleEntry> const& entries
     }
 }
 
+// Whether an end of a range is neither a complete date nor unspecified, which the standard does not allow
+// (clause 21: BACnetDateRange).
+bool HasPartOfDate(Period const& period) {
+    auto const isPart = [](ScheduleDate const& date) {
+        return !IsComplete(date) && (date.year || date.month || date.day);
+    };
+    auto const* const range = std::get_if<DateRange>(&period);
+    return range && (isPart(range->from) || isPart(range->to));
+}
+
 ScheduleRemarks NotesOf(WeeklySchedule const* weekly, ExceptionSchedule const* exception) {
     ScheduleRemarks notes;
     if (!weekly) {
@@ -206,6 +216,11 @@ ScheduleRemarks NotesOf(WeeklySchedule const* weekly, ExceptionSchedule const* e
         if (std::holds_alternative<CalendarReference>(event.period)) {
             Note(notes, EventPlace(i),
                  "the days of the calendar are not known; on them this event is in force by its priority");
+        }
+        if (HasPartOfDate(event.period)) {
+            Note(
+                notes, EventPlace(i),
+                "the standard has only complete dates in a range; the device may find other days than these");
         }
         NoteTimes(notes, event.entries, [i](ScheduleTime const& time) { return EventPlace(i, time); });
     }

@@ -52,6 +52,9 @@ std::vector<ScheduleEntry> EntriesOf(std::string_view text, ValueNames const& na
     if (IsNone(WithoutBlanks(text))) {
         return entries;
     }
+    if (WithoutBlanks(text).empty()) {
+        throw TypingMistake("no entries after the days; expected entries such as 06:00 21.5, or none");
+    }
     for (std::string_view const part : SplitOutsideQuotes(text, ',')) {
         entries.push_back(EntryOf(part, names));
     }

@@ -122,6 +122,15 @@ TEST(InForce, SaysWhichCalendarsAndTimesAreNotKnown) {
     EXPECT_EQ(Text(found.now), "the default | default | 2026-12-21T00:00:00 | -");
 }
 
+TEST(InForce, SaysThatARangeOfPartsOfDatesIsUncertain) {
+    ScheduleInForce const found = InForceAt(
+        Working, "*-12-20 to *-01-06 00:00 16; 2026-12-20 to *-*-* 00:00 16", "2026-12-21", "13:00");
+    ASSERT_EQ(found.notes.size(), 1u);
+    EXPECT_EQ(RemarkText(found.notes[0]),
+              "event 1: the standard has only complete dates in a range; the device may find other days than "
+              "these");
+}
+
 TEST(InForce, KnowsWhichScheduleIsMissing) {
     EXPECT_FALSE(InForce(nullptr, nullptr, At("2026-12-21", "13:00"), {}).now);
     WeeklySchedule const weekly = Week(Working);

@@ -146,3 +146,10 @@ TEST(ScheduleForPeople, KnowsATextOfTheDriverByItsBeginning) {
         EXPECT_FALSE(IsDriverText(text)) << text;
     }
 }
+
+TEST(ScheduleForPeople, SaysThatDaysHaveNoEntries) {
+    std::string const mistake = WeeklyOfPeople("Mon-Fri", {}).mistake;
+    EXPECT_EQ(mistake.substr(0, mistake.find("; example")),
+              "no entries after the days; expected entries such as 06:00 21.5, or none");
+    EXPECT_EQ(WeeklyOfPeople("Mon-Fri none", {}).mistake, "");
+}
