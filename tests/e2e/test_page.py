@@ -150,6 +150,10 @@ class Page(Scenarios):
         self.start_plant()
         self.play("schedules.an_exception_is_added")
 
+    def test_a_change_by_somebody_else_is_seen_before_a_write(self):
+        self.start_plant()
+        self.play("schedules.a_change_by_somebody_else_is_seen_before_a_write")
+
     def test_a_loss_is_said_before_it_is_written(self):
         self.start_plant()
         self.play("schedules.a_loss_is_said_before_it_is_written")

@@ -199,6 +199,23 @@ export async function a_loss_is_said_before_it_is_written({visit, plant}) {
   assert.ok(text.includes('{08:00:00.00, 19}'), `the device has ${text}`);
 }
 
+export async function a_change_by_somebody_else_is_seen_before_a_write({visit, plant}) {
+  const visitor = await visit();
+  const {page} = visitor;
+  await edit(visitor, 'Programme, week');
+  await until('the first entry has the focus', () =>
+    bar(page, 'Monday 06:00, 21.5 °C').evaluate((element) => element === document.activeElement));
+  await page.keyboard.press('ArrowRight');
+  const changes = page.getByRole('region', {name: 'Changes'});
+  await untilText(changes, /One change to write.*moved to 06:15/, 'the change');
+  await plant.set('AHU.Programme, week=Mon-Tue 05:30 20');
+  await untilText(page.getByRole('alert'), /has changed while you edit it/, 'the notice');
+  await untilText(changes, /Tuesday: 05:30 20 °C removed/, 'the changes from what the device has now');
+  await write(page);
+  const [text] = await plant.read('ahu', WEEK);
+  assert.ok(text.startsWith('[0] {06:15:00.00, 21.5, 20:00:00.00, 17}, [0] {}'), `the device has ${text}`);
+}
+
 export async function a_schedule_is_read_only_without_writes({visit}) {
   const visitor = await visit();
   const {page} = visitor;
