@@ -17,7 +17,6 @@ const Words = {
   ended: ['plain', '\u25A0', 'ended'],
 };
 
-
 // What a state of the connection means for the values that are shown; empty while they are current.
 function explanation({state, since, reason}, offset) {
   const time = pointTime(since, offset);
@@ -94,7 +93,8 @@ function startWrites(store) {
       const state = variable.now.write?.state;
       if (known.get(variable) !== state) {
         if (known.get(variable) === 'pending' && state) {
-          announce(`${variable.block.name}.${variable.name}: ${state}${variable.now.write.reason ? `, ${variable.now.write.reason}` : ''}`);
+          const {reason} = variable.now.write;
+          announce(`${variable.block.name}.${variable.name}: ${state}${reason ? `, ${reason}` : ''}`);
         }
         known.set(variable, state);
       }

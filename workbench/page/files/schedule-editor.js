@@ -52,7 +52,8 @@ export class Editor {
     const add = this.isWeek ? null : button('Add an exception', () => this.addEvent(this.today));
     this.closeButton = button('Close', () => this.discard());
     const main = make('div.schedule-main', {},
-      make('section.panel', {'aria-label': this.isWeek ? 'Week' : 'Exceptions'}, this.keys(), axis(), this.rows), this.check.element);
+      make('section.panel', {'aria-label': this.isWeek ? 'Week' : 'Exceptions'}, this.keys(), axis(), this.rows),
+      this.check.element);
     this.element = make('div.schedule-editor', {}, make('div.schedule-top', {},
       make('div.schedule-toolbar', {role: 'group', 'aria-label': 'Editing'}, add, this.undoButton, this.redoButton, this.state,
         this.closeButton, this.writeButton), this.inspector.element),
@@ -74,7 +75,8 @@ export class Editor {
       preview: (row, index, toRow, at) => this.drag(row, index, toRow, at),
       drop: () => this.drop(),
       cancel: () => { this.preview = null; this.draw(); },
-      nudge: (row, index, step) => this.apply(operations.nudgeEntry(this.edits.present, row, index, step), 'It cannot move further'),
+      nudge: (row, index, step) =>
+        this.apply(operations.nudgeEntry(this.edits.present, row, index, step), 'It cannot move further'),
       remove: (row, index) => this.remove(row, index),
       edit: () => this.inspector.focus(),
       add: (row, at) => this.add(row, at),
@@ -182,7 +184,8 @@ export class Editor {
       const copy = button('Copy', `Copy ${name} to other days`, () => this.copy(row));
       return [make('h3', {}, name), make('div.schedule-buttons', {}, add, copy)];
     }
-    return eventHead(this.model.events[row], row, add, button('Period', `Change the period: ${name}`, () => this.changeEvent(row)),
+    return eventHead(this.model.events[row], row, add,
+      button('Period', `Change the period: ${name}`, () => this.changeEvent(row)),
       button('Remove', `Remove the exception: ${name}`, () => this.removeEvent(row)));
   }
 
@@ -342,7 +345,8 @@ export class Editor {
   }
 
   async discard() {
-    const isSure = !this.isChanged || await ask('Discard the changes?', make('p', {}, 'The schedule of the device stays as it is.'),
+    const isSure = !this.isChanged || await ask('Discard the changes?',
+      make('p', {}, 'The schedule of the device stays as it is.'),
       [['keep', 'Keep editing'], ['discard', 'Discard', 'main']]) === 'discard';
     if (isSure) {
       this.onDone();

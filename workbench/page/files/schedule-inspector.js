@@ -70,7 +70,8 @@ export class Inspector {
     this.value = valueControl(entry, this.info);
     this.value.addEventListener('change', () => this.#setValue());
     this.type = make('select', {onchange: () => this.#setType()}, Object.entries(TypeWords).map(option));
-    this.element.replaceChildren(this.name, field('schedule-time', 'Time', this.time), field('schedule-value', 'Value', this.value, unit),
+    this.element.replaceChildren(this.name, field('schedule-time', 'Time', this.time),
+      field('schedule-value', 'Value', this.value, unit),
       field('schedule-type', 'Kind of value', this.type), make('div.schedule-buttons', {},
         make('button', {type: 'button', onclick: this.on.add}, 'Add another'),
         make('button', {type: 'button', onclick: this.on.remove}, 'Remove entry')), this.mistake);

@@ -10,7 +10,8 @@ export function rowNames(model) {
   return model.kind === 'weekly' ? weekdays : model.events.map((event, row) => event.words ?? `event ${row + 1}`);
 }
 
-const rowKeys = (model) => (model.kind === 'weekly' ? weekdays : model.events.map((event) => `${event.words} ${event.priority}`));
+const rowKeys = (model) =>
+  (model.kind === 'weekly' ? weekdays : model.events.map((event) => `${event.words} ${event.priority}`));
 
 export function drawing(model, info, more) {
   return {
@@ -39,8 +40,10 @@ export function table(model, info) {
   const line = (row, entry) => make('tr', {}, make('th', {scope: 'row'}, names[row]),
     isWeek ? null : make('td', {}, String(model.events[row].priority)),
     make('td', {}, entry?.time ?? '\u2013'), make('td', {}, entry ? valueLabel(entry, info) : 'no entries'));
-  const lines = rows(model).flatMap((entries, row) => (entries.length ? entries.map((entry) => line(row, entry)) : [line(row, null)]));
-  return make('table.schedule-table', {}, make('caption.unseen', {}, isWeek ? 'Entries of the week' : 'Entries of the exceptions'),
+  const lines = rows(model).flatMap((entries, row) =>
+    (entries.length ? entries.map((entry) => line(row, entry)) : [line(row, null)]));
+  return make('table.schedule-table', {},
+    make('caption.unseen', {}, isWeek ? 'Entries of the week' : 'Entries of the exceptions'),
     make('thead', {}, make('tr', {}, (isWeek ? ['Day', 'Time', 'Value'] : ['Period', 'Priority', 'Time', 'Value']).map((text) =>
       make('th', {scope: 'col'}, text)))), make('tbody', {}, lines));
 }

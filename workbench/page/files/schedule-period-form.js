@@ -88,7 +88,8 @@ const Controls = {
       element: make('div.schedule-fields', {}, from.element, to.element),
       read: () => ({kind: 'range', from: from.read(), to: to.read()}),
       mistake: (read) => from.mistake(read.from) || to.mistake(read.to) ||
-        (read.from.year && read.to.year && order(read.from) > order(read.to) ? 'The last day is before the first: exchange them' : ''),
+        (read.from.year && read.to.year && order(read.from) > order(read.to) ?
+          'The last day is before the first: exchange them' : ''),
     };
   },
   'week-and-day'(period) {
@@ -96,7 +97,8 @@ const Controls = {
     const week = select(optional('Every week', Weeks), period.week);
     const weekday = select(optional('Every day', weekdays), period.weekday);
     return {
-      element: make('div.schedule-fields', {}, field('Weekday', weekday), field('Week of the month', week), field('Month', month)),
+      element: make('div.schedule-fields', {}, field('Weekday', weekday), field('Week of the month', week),
+        field('Month', month)),
       read: () => ({kind: 'week-and-day', month: numberOrNull(month.value), week: numberOrNull(week.value),
         weekday: numberOrNull(weekday.value)}),
       mistake: () => '',
@@ -108,7 +110,8 @@ const Controls = {
       element: make('div.schedule-fields', {}, field('Number of the Calendar object', instance),
         make('p.dim', {}, 'The days are kept in the device, so this page cannot draw them.')),
       read: () => ({kind: 'calendar', instance: Number(instance.value)}),
-      mistake: () => (instance.value !== '' && instance.validity.valid ? '' : 'The number of a Calendar object is 0 to 4194302'),
+      mistake: () => (instance.value !== '' && instance.validity.valid ? '' :
+        'The number of a Calendar object is 0 to 4194302'),
     };
   },
 };
@@ -129,7 +132,8 @@ class PeriodForm {
     const form = make('form', {method: 'dialog', onsubmit: () => { this.dialog.returnValue = 'yes'; }},
       make('h2', {}, title), field('Kind of period', this.kind), this.fields, this.live, field('Priority', this.priority),
       make('p.dim', {}, 'Of events on the same day the one with the lowest number is in force; all come before the week.'),
-      make('div.schedule-buttons', {}, make('button', {type: 'button', onclick: () => this.dialog.close('no')}, 'Cancel'), this.apply));
+      make('div.schedule-buttons', {},
+        make('button', {type: 'button', onclick: () => this.dialog.close('no')}, 'Cancel'), this.apply));
     this.dialog = make('dialog.schedule-dialog', {'aria-label': title}, form);
     form.addEventListener('input', (input) => (input.target === this.kind ? this.#changeKind() : this.#update()));
     this.#show(event.period);

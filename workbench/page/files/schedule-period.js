@@ -19,7 +19,9 @@ function dateOf(year, month, dayOfMonth) {
 
 export function daysOfYear(year) {
   const days = [];
-  for (let date = dateOf(year, 0, 1); date.getUTCFullYear() === year; date = new Date(date.getTime() + 86400000)) days.push(date);
+  for (let date = dateOf(year, 0, 1); date.getUTCFullYear() === year; date = new Date(date.getTime() + 86400000)) {
+    days.push(date);
+  }
   return days;
 }
 

@@ -118,7 +118,8 @@ class View {
     const isWeek = variable.kind === 'weekly';
     const related = answer.related ?? {};
     const links = [
-      [isWeek ? 'Exceptions' : 'Week', 'schedules', isWeek ? related.exception : related.weekly], ['Value', 'variables', related.value],
+      [isWeek ? 'Exceptions' : 'Week', 'schedules', isWeek ? related.exception : related.weekly],
+      ['Value', 'variables', related.value],
       ['Variable', 'variables', this.root.id === 'main' ? this.id : null],
     ].filter(([, , id]) => this.store.variables[id]).map(([words, page, id]) => make('span', {}, make('span.dim', {}, `${words}: `),
       make('a', {href: `#/${page}/${id}`}, this.store.variables[id].name)));
@@ -186,7 +187,8 @@ class View {
       return make('button.main', {type: 'button', onclick: () => this.edit({model: this.answer.model})}, 'Edit');
     }
     return make('p.schedule-readonly', {}, this.store.session?.writes ?
-      'Read-only: the project does not allow writing this variable.' : 'Read-only: the page was started without --page-writes.');
+      'Read-only: the project does not allow writing this variable.' :
+      'Read-only: the page was started without --page-writes.');
   }
 
   weekday() {
@@ -310,7 +312,8 @@ class View {
     };
     addEventListener('beforeunload', onUnload);
     document.addEventListener('click', onClick, true);
-    this.removers.push(() => removeEventListener('beforeunload', onUnload), () => document.removeEventListener('click', onClick, true));
+    this.removers.push(() => removeEventListener('beforeunload', onUnload),
+      () => document.removeEventListener('click', onClick, true));
   }
 
   unmount() {

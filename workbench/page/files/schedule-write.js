@@ -12,7 +12,8 @@ const wait = (ms) => new Promise((resolve) => { setTimeout(resolve, ms); });
 
 function content(check) {
   return [
-    remarks('changes', make('h3', {}, check.changes.length === 1 ? 'One change' : `${check.changes.length} changes`), check.changes),
+    remarks('changes', make('h3', {}, check.changes.length === 1 ? 'One change' : `${check.changes.length} changes`),
+      check.changes),
     remarks('losses', make('h3', {}, 'The device will not get this as it is shown'), check.losses.map(remarkText)),
   ];
 }
@@ -62,8 +63,8 @@ async function follow({api, variable, model, text}, say) {
     return say('No outcome yet. The write is still pending; its state is on the page of the variable.', 'warn');
   }
   if (write.state === 'refused' || write.state === 'invalid') {
-    return say(`Refused: ${write.reason ?? 'the device gives no reason'}. The schedule of the device is unchanged.${adviceOn(write.reason)}`,
-      'bad');
+    const reason = write.reason ?? 'the device gives no reason';
+    return say(`Refused: ${reason}. The schedule of the device is unchanged.${adviceOn(reason)}`, 'bad');
   }
   say(`${Words[write.state] ?? write.state} Reading it back …`);
   const left = await differences(api, variable.id, model);
@@ -101,7 +102,8 @@ export function confirmWrite(job) {
       cancel.focus();
     });
     const dialog = make('dialog.schedule-dialog', {'aria-label': 'Write to the device'}, title,
-      make('p.dim', {}, `${name} (${object}) is replaced as a whole. Priority of the write: ${priorityText(block)}.`), body, status,
+      make('p.dim', {}, `${name} (${object}) is replaced as a whole. Priority of the write: ${priorityText(block)}.`),
+      body, status,
       make('div.schedule-buttons', {}, cancel, write));
     dialog.addEventListener('cancel', (event) => cancel.disabled && event.preventDefault());
     dialog.addEventListener('close', () => {

@@ -21,8 +21,10 @@ function makeFacts({object, property, type, unit, states, description, writable,
     ['States', states?.map((text, index) => `${type.includes('Boolean') ? Boolean(index) : index + 1} ${text}`).join(', ')],
     ['Can be set', writable ? 'yes' : 'no'], ['Device', block.address], ['Task', block.task],
   ];
-  return make('section.panel.project-facts', {'aria-labelledby': 'facts-title'}, make('h2', {id: 'facts-title'}, 'In the project'),
-    make('dl.facts', {}, facts.filter(([, text]) => text).map(([title, text]) => [make('dt', {}, title), make('dd', {}, text)])));
+  const shown = facts.filter(([, text]) => text);
+  return make('section.panel.project-facts', {'aria-labelledby': 'facts-title'},
+    make('h2', {id: 'facts-title'}, 'In the project'),
+    make('dl.facts', {}, shown.map(([title, text]) => [make('dt', {}, title), make('dd', {}, text)])));
 }
 
 const makeHead = ({name, description}) =>

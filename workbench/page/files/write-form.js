@@ -26,7 +26,8 @@ function choiceField(options, now) {
 function makeField(variable) {
   const {kind, states, unit, now} = variable;
   if (kind === 'boolean') {
-    return choiceField(['false', 'true'].map((value, index) => [value, states?.[index] ? `${states[index]} (${value})` : value]), now);
+    const named = ['false', 'true'].map((value, index) => [value, states?.[index] ? `${states[index]} (${value})` : value]);
+    return choiceField(named, now);
   }
   if (kind === 'state' && states?.length) {
     return choiceField(states.map((text, index) => [index + 1, text ? `${text} (${index + 1})` : String(index + 1)]), now);
@@ -89,7 +90,8 @@ export function makeWriteForm(variable, {api, store}) {
   setAttribute(field, 'id', 'set-value');
   setAttribute(field, 'aria-describedby', 'set-mistake set-where');
   const mistake = make('p.mistake', {id: 'set-mistake', role: 'alert'});
-  const shown = () => (field.tagName === 'SELECT' ? field.selectedOptions[0]?.textContent ?? '' : entryText(field.value, variable.unit));
+  const shown = () => (field.tagName === 'SELECT' ? field.selectedOptions[0]?.textContent ?? ''
+    : entryText(field.value, variable.unit));
   const complain = (text) => {
     setText(mistake, text);
     setAttribute(field, 'aria-invalid', text ? 'true' : null);
@@ -105,7 +107,8 @@ export function makeWriteForm(variable, {api, store}) {
     const {block} = variable;
     const agreed = await ask([
       ['Value', shown()], ['Now', valueText(variable)], ['Variable', `${block.name}.${variable.name}`],
-      ['Object', `${variable.object}, ${variable.property}`], ['Device', block.address || Nothing], ['Priority', priorityText(block)],
+      ['Object', `${variable.object}, ${variable.property}`], ['Device', block.address || Nothing],
+      ['Priority', priorityText(block)],
     ], `Write ${shown()}`);
     if (!agreed) {
       announce('Nothing was written.');
