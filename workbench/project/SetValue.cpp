@@ -162,10 +162,23 @@ bool IsUnitOf(VariableConfig const& variable, std::string const& unit) {
         ", or the number alone");
 }
 
+// Where the number at the start of the text ends, with an exponent if it has one: "21.5" of "21.5°C".
+std::size_t EndOfNumber(std::string const& text) {
+    constexpr char Digits[] = "0123456789";
+    std::size_t const end = text.find_first_not_of("+-.,0123456789");
+    if (end == std::string::npos || (text[end] != 'e' && text[end] != 'E')) {
+        return end;
+    }
+    bool const hasSign = end + 1 < text.size() && (text[end + 1] == '+' || text[end + 1] == '-');
+    std::size_t const exponent = end + (hasSign ? 2 : 1);
+    bool const isNumber = text.find_first_of(Digits, exponent) == exponent;
+    return isNumber ? text.find_first_not_of(Digits, exponent) : end;
+}
+
 // The number in a text such as "21.5 °C".
 std::string NumberOf(VariableConfig const& variable, std::string const& text) {
     std::size_t const blank = text.find(' ');
-    std::size_t const end = blank != std::string::npos ? blank : text.find_first_not_of("+-.,0123456789");
+    std::size_t const end = blank != std::string::npos ? blank : EndOfNumber(text);
     std::size_t const begin = end == std::string::npos ? end : text.find_first_not_of(' ', end);
     if (begin == std::string::npos) {
         return text;

@@ -131,6 +131,14 @@ TEST(SetValue, TakesTheUnitByItsSymbol) {
     EXPECT_EQ(Set(Setpoint("percent"), "50%"), "50");
 }
 
+TEST(SetValue, TakesAnExponentForAPartOfTheNumber) {
+    EXPECT_EQ(Set(Setpoint(), "2.15e1"), "21.5");
+    EXPECT_EQ(Set(Setpoint(), "2150E-2%"), "21.5");
+    EXPECT_EQ(Set(Setpoint("eggs"), "5eggs"), "5");
+    EXPECT_EQ(Set(Setpoint(), "1e99"), "\"1e99\" is not of type Float; expected a number such as 21.5");
+    EXPECT_NE(Set(Setpoint(), "1e+").find("\"e+\" is not the unit"), std::string::npos);
+}
+
 TEST(SetValue, RefusesAUnitThatDiffersInThePrefix) {
     EXPECT_EQ(Set(Setpoint("megawatts"), "5 MW"), "5");
     for (char const* unit : {"megawatts", "MW", "MWx"}) {
