@@ -71,28 +71,28 @@ struct MemoryHistory::Ring {
     std::size_t count = 0;
     long long seen = 0;  // until when the newest value is known to hold
 
-    PackedSample const& At(std::size_t index, std::size_t capacity) const {
-        return samples[(begin + index) % capacity];
+    PackedSample const& At(std::size_t index, std::size_t ringSize) const {
+        return samples[(begin + index) % ringSize];
     }
 
-    void Add(Sample const& sample, std::size_t capacity) {
+    void Add(Sample const& sample, std::size_t ringSize) {
         if (!samples) {
-            samples.reset(new PackedSample[capacity]);
+            samples.reset(new PackedSample[ringSize]);
         }
-        while (count > 0 && At(count - 1, capacity).Time() > sample.time) {
+        while (count > 0 && At(count - 1, ringSize).Time() > sample.time) {
             --count;
         }
         seen = sample.time;
         if (count > 0) {
-            Sample newest = At(count - 1, capacity).Unpacked();
+            Sample newest = At(count - 1, ringSize).Unpacked();
             newest.time = sample.time;
             if (newest == sample) {
                 return;
             }
         }
-        samples[(begin + count) % capacity] = PackedSample(sample);
-        begin = count == capacity ? (begin + 1) % capacity : begin;
-        count = std::min(count + 1, capacity);
+        samples[(begin + count) % ringSize] = PackedSample(sample);
+        begin = count == ringSize ? (begin + 1) % ringSize : begin;
+        count = std::min(count + 1, ringSize);
     }
 };
 
