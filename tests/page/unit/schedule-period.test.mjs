@@ -1,7 +1,9 @@
 import assert from 'node:assert/strict';
 import { test } from 'node:test';
 
-import { daysOf, daysOfYear, isCalendarDay, newPeriod, withWeekday } from '../../../workbench/page/files/schedule-period.js';
+import {
+    daysOf, daysOfYear, isCalendarDay, isWholeDate, newPeriod, wholeDateText, withWeekday,
+} from '../../../workbench/page/files/schedule-period.js';
 
 const date = (year, month, day, weekday = null) => ({ year, month, day, weekday });
 const any = date(null, null, null);
@@ -79,4 +81,12 @@ test('a day that its month has in no year is reported', () => {
     assert.ok(isCalendarDay(date(null, 2, 29)));
     assert.ok(isCalendarDay(date(null, 2, 32)));
     assert.ok(isCalendarDay(date(null, 13, 31)));
+});
+
+test('a whole date has a text, with zeroes before short numbers', () => {
+    assert.equal(wholeDateText(date(2026, 3, 9, 1)), '2026-03-09');
+    assert.ok(isWholeDate(date(2026, 3, 9)));
+    assert.ok(!isWholeDate(date(2026, 13, 9)));
+    assert.ok(!isWholeDate(date(2026, 3, 32)));
+    assert.ok(!isWholeDate(date(2026, 3, null)));
 });

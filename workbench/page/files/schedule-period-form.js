@@ -2,12 +2,16 @@
 // server while the form is filled in.
 
 import {make} from './dom.js';
-import {dateFields, isCalendarDay, kinds, newPeriod, withWeekday} from './schedule-period.js';
+import {
+  dateFields, isCalendarDay, isOpen, isWholeDate, kinds, newPeriod, wholeDateText, withWeekday,
+} from './schedule-period.js';
 import {months, weekdays} from './schedule-time.js';
 
-const Weeks = ['Days 1 to 7 (first)', 'Days 8 to 14 (second)', 'Days 15 to 21 (third)', 'Days 22 to 28 (fourth)', 'Days 29 to 31 (fifth)',
-  'Last 7 days (last)', 'The 7 days before (second to last)', 'The 7 days before those (third to last)',
-  'The 7 days before those (fourth to last)'];
+const Weeks = [
+  'Days 1 to 7 (first)', 'Days 8 to 14 (second)', 'Days 15 to 21 (third)', 'Days 22 to 28 (fourth)',
+  'Days 29 to 31 (fifth)', 'Last 7 days (last)', 'The 7 days before (second to last)',
+  'The 7 days before those (third to last)', 'The 7 days before those (fourth to last)',
+];
 
 let lastId = 0;
 
@@ -27,8 +31,8 @@ const numberOrNull = (text) => (text.trim() === '' ? null : Number(text));
 const monthOptions = (any) => [...optional(any, months), ['13', 'Odd months'], ['14', 'Even months']];
 
 function dayOptions() {
-  return [...optional('Every day', Array.from({length: 31}, (_, index) => String(index + 1))), ['32', 'Last day of the month'],
-    ['33', 'Odd days'], ['34', 'Even days']];
+  const days = Array.from({length: 31}, (_, index) => String(index + 1));
+  return [...optional('Every day', days), ['32', 'Last day of the month'], ['33', 'Odd days'], ['34', 'Even days']];
 }
 
 // The parts of a date, each of which may be open.
@@ -38,11 +42,13 @@ function dateControls(date, legend) {
   const dayOfMonth = select(dayOptions(), date.day);
   const weekday = select(optional('Any weekday', weekdays), date.weekday);
   return {
-    element: make('fieldset.schedule-date', {}, make('legend', {}, legend), field('Day', dayOfMonth), field('Month', month),
-      field('Year', year), field('Weekday', weekday)),
+    element: make('fieldset.schedule-date', {}, make('legend', {}, legend), field('Day', dayOfMonth),
+      field('Month', month), field('Year', year), field('Weekday', weekday)),
     read() {
-      const read = {year: numberOrNull(year.value), month: numberOrNull(month.value), day: numberOrNull(dayOfMonth.value),
-        weekday: numberOrNull(weekday.value)};
+      const read = {
+        year: numberOrNull(year.value), month: numberOrNull(month.value), day: numberOrNull(dayOfMonth.value),
+        weekday: numberOrNull(weekday.value),
+      };
       const right = withWeekday(read);
       weekday.value = right.weekday ?? '';
       return right;
@@ -58,9 +64,8 @@ function dateControls(date, legend) {
 }
 
 function wholeDateControl(date, legend) {
-  const text = date.year && date.month <= 12 && date.day <= 31 && date.month && date.day ?
-    `${date.year}-${String(date.month).padStart(2, '0')}-${String(date.day).padStart(2, '0')}` : '';
-  const input = make('input', {type: 'date', min: '1900-01-01', max: '2154-12-31', value: text});
+  const value = isWholeDate(date) ? wholeDateText(date) : '';
+  const input = make('input', {type: 'date', min: '1900-01-01', max: '2154-12-31', value});
   const open = {year: null, month: null, day: null, weekday: null};
   return {
     element: field(`${legend} (empty: open)`, input),
@@ -71,15 +76,17 @@ function wholeDateControl(date, legend) {
 
 // A limit of a range that is open in parts keeps its parts.
 function limitControl(date, legend) {
-  const parts = [date.year, date.month, date.day].filter((part) => part !== null && part !== undefined);
-  const isWhole = parts.length === 3 && date.month <= 12 && date.day <= 31;
-  return parts.length === 0 || isWhole ? wholeDateControl(date, legend) : dateControls(date, legend);
+  return isOpen(date) || isWholeDate(date) ? wholeDateControl(date, legend) : dateControls(date, legend);
 }
 
 const Controls = {
   date(period) {
     const date = dateControls(period.date, 'Date, each part of which may be open');
-    return {element: date.element, read: () => ({kind: 'date', date: date.read()}), mistake: (read) => date.mistake(read.date)};
+    return {
+      element: date.element,
+      read: () => ({kind: 'date', date: date.read()}),
+      mistake: (read) => date.mistake(read.date),
+    };
   },
   range(period) {
     const [from, to] = [limitControl(period.from, 'From'), limitControl(period.to, 'To')];
@@ -117,7 +124,8 @@ const Controls = {
 };
 
 const PriorityWords = {1: '1 (wins over all)', 16: '16 (lowest)'};
-const Priorities = Array.from({length: 16}, (_, index) => [String(index + 1), PriorityWords[index + 1] ?? String(index + 1)]);
+const Priorities = Array.from({length: 16}, (_, index) => String(index + 1))
+  .map((priority) => [priority, PriorityWords[priority] ?? priority]);
 
 class PeriodForm {
   #asked = 0;
@@ -130,8 +138,9 @@ class PeriodForm {
     this.live = make('p.schedule-words', {role: 'status', 'aria-live': 'polite'});
     this.apply = make('button.main', {type: 'submit'}, 'Apply');
     const form = make('form', {method: 'dialog', onsubmit: () => { this.dialog.returnValue = 'yes'; }},
-      make('h2', {}, title), field('Kind of period', this.kind), this.fields, this.live, field('Priority', this.priority),
-      make('p.dim', {}, 'Of events on the same day the one with the lowest number is in force; all come before the week.'),
+      make('h2', {}, title), field('Kind of period', this.kind), this.fields, this.live,
+      field('Priority', this.priority), make('p.dim', {},
+        'Of events on the same day the one with the lowest number is in force; all come before the week.'),
       make('div.schedule-buttons', {},
         make('button', {type: 'button', onclick: () => this.dialog.close('no')}, 'Cancel'), this.apply));
     this.dialog = make('dialog.schedule-dialog', {'aria-label': title}, form);
@@ -167,7 +176,8 @@ class PeriodForm {
   }
 }
 
-// Opens the form in a dialog. `words(event)` resolves to the words of a period. Resolves to {period, priority}, or null.
+// Opens the form in a dialog. `words(event)` resolves to the words of a period. Resolves to {period, priority}, or
+// null.
 export function askPeriod(request) {
   return new Promise((resolve) => {
     const form = new PeriodForm(request);

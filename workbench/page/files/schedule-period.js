@@ -4,7 +4,9 @@
 // day 32 is the last of the month, 33 and 34 are the odd and the even days. Week 1 has the days 1 to 7, week 6 the
 // last seven days, 7 to 9 the seven days before those, and so on (ASHRAE 135, BACnetWeekNDay).
 
-export const kinds = {date: 'A day', range: 'From … to …', 'week-and-day': 'A weekday of a week', calendar: 'A calendar of the device'};
+export const kinds = {
+  date: 'A day', range: 'From … to …', 'week-and-day': 'A weekday of a week', calendar: 'A calendar of the device',
+};
 
 export function dayText(date) {
   return date.toISOString().slice(0, 10);
@@ -55,24 +57,27 @@ function matchesWeek(week, date) {
 const isFree = (field) => field === null || field === undefined;
 
 function matchesDate(date, actual) {
-  return (isFree(date.year) || date.year === actual.getUTCFullYear()) && matchesMonth(date.month, actual.getUTCMonth() + 1) &&
-    matchesDay(date.day, actual) && (isFree(date.weekday) || date.weekday === weekdayOf(actual));
+  return (isFree(date.year) || date.year === actual.getUTCFullYear()) &&
+    matchesMonth(date.month, actual.getUTCMonth() + 1) && matchesDay(date.day, actual) &&
+    (isFree(date.weekday) || date.weekday === weekdayOf(actual));
 }
 
-function isWholeDate(date) {
+export function isWholeDate(date) {
   return !isFree(date.year) && date.month >= 1 && date.month <= 12 && date.day >= 1 && date.day <= 31;
 }
 
-const limitText = (date) =>
-  [String(date.year).padStart(4, '0'), String(date.month).padStart(2, '0'), String(date.day).padStart(2, '0')].join('-');
+// "YYYY-MM-DD" of a whole date.
+export const wholeDateText = ({year, month, day}) =>
+  [String(year).padStart(4, '0'), String(month).padStart(2, '0'), String(day).padStart(2, '0')].join('-');
 
-const isOpen = (date) => isFree(date.year) && isFree(date.month) && isFree(date.day);
+export const isOpen = (date) => isFree(date.year) && isFree(date.month) && isFree(date.day);
 
 // An unspecified end is open; a date that is partly unspecified limits nothing that could be counted.
 function matchesRange(period, actual) {
   const text = dayText(actual);
   if (![period.from, period.to].every((date) => isOpen(date) || isWholeDate(date))) return false;
-  return (isOpen(period.from) || limitText(period.from) <= text) && (isOpen(period.to) || text <= limitText(period.to));
+  return (isOpen(period.from) || wholeDateText(period.from) <= text) &&
+    (isOpen(period.to) || text <= wholeDateText(period.to));
 }
 
 function matches(period, actual) {
@@ -112,7 +117,8 @@ export function newPeriod(kind, text) {
   const date = dateFields(text);
   switch (kind) {
   case 'range': return {kind, from: date, to: date};
-  case 'week-and-day': return {kind, month: date.month, week: Math.min(Math.ceil(date.day / 7), 5), weekday: date.weekday};
+  case 'week-and-day':
+    return {kind, month: date.month, week: Math.min(Math.ceil(date.day / 7), 5), weekday: date.weekday};
   case 'calendar': return {kind, instance: 1};
   default: return {kind, date};
   }
