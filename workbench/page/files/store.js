@@ -1,13 +1,17 @@
 // What the page knows of the plant: the blocks and variables of the project, their latest state, and the events.
 //
-// `blocks` and `variables` are records by id. A variable has the fields of /api/plant, `block`, its record, and `now`: the
-// object of the latest stream event (name, value, quality, status, time, write, suspect...), or null before the first. A
-// block has the fields of /api/plant, `variables`, its records, and `now`: the same without the variables. Records keep
-// their identity; `now` is replaced, so a record that has changed has another `now`. `changedAt`, in ms of this browser,
-// and `changedTime`, in ISO 8601 of the plant, are of the latest change that the page has seen; 0 and null before one.
+// `blocks` and `variables` are records by id. A variable has the fields of /api/plant, `block`, its record, and `now`:
+// the object of the latest stream event (name, value, quality, status, time, write, suspect...), or null before the
+// first. A block has the fields of /api/plant, `variables`, its records, and `now`: the same without the variables.
+// Records keep their identity; `now` is replaced, so a record that has changed has another `now`. `changedAt`, in ms of
+// this browser, and `changedTime`, in ISO 8601 of the plant, are of the latest change that the page has seen; 0 and
+// null before one.
 //
-// `counts` of the plant and of each block are kept up to date by each change, in a time that depends on what has changed
-// only: variables that are bad, uncertain, suspect, and writes that are pending or failed.
+// `counts` of the plant and of each block are kept up to date by each change, in a time that depends on what has
+// changed only: variables that are bad, uncertain, suspect, and writes that are pending or failed.
+//
+// load(session, plant) begins with /api/session and /api/plant. The connection feeds the objects of the stream to
+// apply(), addEvent() and skip(), and its own state to connect().
 //
 // on(kind, listener) returns a function that removes the listener. Kinds and what a listener is called with:
 //   'plant'       ()            after load()
@@ -69,126 +73,136 @@ function count(counts, marks, step) {
   }
 }
 
-export function createStore(clock = () => Date.now()) {
-  const listeners = new Map();
-  const blocksByName = new Map();
-  const emit = (kind, ...values) => listeners.get(kind)?.forEach((listener) => listener(...values));
+class Store {
+  session = null;
+  plant = null;
+  blocks = [];
+  variables = [];
+  events = [];
+  counts = NoCounts();
+  #blocksByName = new Map();
+  #listeners = new Map();
+  #clock;
 
-  function addBlock(described) {
+  constructor(clock) {
+    this.#clock = clock;
+    this.connection = {state: 'connecting', since: clock(), reason: ''};
+  }
+
+  on(kind, listener) {
+    if (!this.#listeners.has(kind)) {
+      this.#listeners.set(kind, new Set());
+    }
+    this.#listeners.get(kind).add(listener);
+    return () => this.#listeners.get(kind).delete(listener);
+  }
+
+  load(session, plant) {
+    this.session = session;
+    this.plant = plant;
+    this.variables = [];
+    this.counts = NoCounts();
+    this.#blocksByName.clear();
+    this.blocks = plant.blocks.map((described) => this.#addBlock(described));
+    this.#emit('plant');
+  }
+
+  // The object of `block` or `changes`.
+  apply({variables, ...now}) {
+    const block = this.#blocksByName.get(now.block);
+    if (!block) {
+      return;
+    }
+    const was = blockState(block.now);
+    block.now = now;
+    this.#applyStates(block, variables);
+    this.#emit('block', block);
+    if (blockState(now) !== was) {
+      this.#emit('state', block, was);
+    }
+  }
+
+  // Events are kept in the order of their ids, whatever the order in which they come; one that is known already is
+  // ignored.
+  addEvent(event) {
+    const before = this.events.findLastIndex(({id}) => id <= event.id);
+    if (this.events[before]?.id === event.id) {
+      return;
+    }
+    this.events.splice(before + 1, 0, event);
+    if (this.events.length > MostEvents) {
+      this.events.splice(0, this.events.length - MostEvents);
+    }
+    this.#emit('event', event);
+  }
+
+  skip(updates) {
+    this.#emit('lost', updates);
+  }
+
+  connect(state, reason = '') {
+    if (state !== this.connection.state || reason !== this.connection.reason) {
+      this.connection = {state, since: this.#clock(), reason};
+      this.#emit('connection', this.connection);
+    }
+  }
+
+  #emit(kind, ...values) {
+    this.#listeners.get(kind)?.forEach((listener) => listener(...values));
+  }
+
+  #addBlock(described) {
     const block = {...described, now: null, counts: NoCounts(), byName: new Map()};
     block.variables = described.variables.map((variable) =>
       ({...variable, block, now: null, changedAt: 0, changedTime: null}));
     for (const variable of block.variables) {
       block.byName.set(variable.name, variable);
-      store.variables[variable.id] = variable;
+      this.variables[variable.id] = variable;
     }
-    blocksByName.set(block.name, block);
+    this.#blocksByName.set(block.name, block);
     return block;
   }
 
-  function recount(variable, now) {
-    const was = marksOf(variable.now);
-    const is = marksOf(now);
-    for (const counts of [store.counts, variable.block.counts]) {
-      count(counts, was, -1);
-      count(counts, is, 1);
+  #applyStates(block, states) {
+    const changed = [];
+    const aged = [];
+    for (const state of states) {
+      const variable = block.byName.get(state.name);
+      if (variable) {
+        (this.#update(variable, state) ? changed : aged).push(variable);
+      }
+    }
+    if (changed.length) {
+      this.#emit('values', changed);
+    }
+    if (aged.length) {
+      this.#emit('times', aged);
     }
   }
 
   // Returns whether somebody has to draw it.
-  function update(variable, now) {
+  #update(variable, now) {
     const was = variable.now;
     const changed = !was || isChange(was, now);
     if (changed) {
-      recount(variable, now);
+      this.#recount(variable, now);
     }
     if (was && changed) {
-      variable.changedAt = clock();
+      variable.changedAt = this.#clock();
       variable.changedTime = variable.block.now.time;
     }
     variable.now = now;
     return changed;
   }
 
-  const store = {
-    session: null,
-    plant: null,
-    blocks: [],
-    variables: [],
-    events: [],
-    counts: NoCounts(),
-    connection: {state: 'connecting', since: clock(), reason: ''},
-
-    on(kind, listener) {
-      if (!listeners.has(kind)) {
-        listeners.set(kind, new Set());
-      }
-      listeners.get(kind).add(listener);
-      return () => listeners.get(kind).delete(listener);
-    },
-
-    load(session, plant) {
-      store.session = session;
-      store.plant = plant;
-      store.variables = [];
-      store.counts = NoCounts();
-      blocksByName.clear();
-      store.blocks = plant.blocks.map(addBlock);
-      emit('plant');
-    },
-
-    // The object of `block` or `changes`.
-    apply({variables, ...now}) {
-      const block = blocksByName.get(now.block);
-      if (!block) {
-        return;
-      }
-      const was = blockState(block.now);
-      block.now = now;
-      const changed = [];
-      const aged = [];
-      for (const state of variables) {
-        const variable = block.byName.get(state.name);
-        if (variable) {
-          (update(variable, state) ? changed : aged).push(variable);
-        }
-      }
-      if (changed.length) {
-        emit('values', changed);
-      }
-      if (aged.length) {
-        emit('times', aged);
-      }
-      emit('block', block);
-      if (blockState(now) !== was) {
-        emit('state', block, was);
-      }
-    },
-
-    // Events are kept in the order of their ids, whatever the order in which they come; one that is known already is
-    // ignored.
-    addEvent(event) {
-      const before = store.events.findLastIndex(({id}) => id <= event.id);
-      if (store.events[before]?.id === event.id) {
-        return;
-      }
-      store.events.splice(before + 1, 0, event);
-      if (store.events.length > MostEvents) {
-        store.events.splice(0, store.events.length - MostEvents);
-      }
-      emit('event', event);
-    },
-
-    skip(updates) {
-      emit('lost', updates);
-    },
-
-    connect(state, reason = '') {
-      if (state !== store.connection.state || reason !== store.connection.reason) {
-        store.connection = {state, since: clock(), reason};
-        emit('connection', store.connection);
-      }
-    },
-  };
-  return store;
+  #recount(variable, now) {
+    const was = marksOf(variable.now);
+    const is = marksOf(now);
+    for (const counts of [this.counts, variable.block.counts]) {
+      count(counts, was, -1);
+      count(counts, is, 1);
+    }
+  }
 }
+
+export const createStore = (clock = () => Date.now()) => new Store(clock);
