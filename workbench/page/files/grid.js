@@ -1,11 +1,12 @@
-// A table of any number of rows of one height. Only the rows that can be seen are in the document; they are reused while
-// the table scrolls. For a screen reader it is a grid: the number of rows is that of all, each row has its index, and the
-// element that keeps the focus names the active cell.
+// A table of any number of rows of one height. Only the rows that can be seen are in the document. For a screen reader
+// it is a grid: the number of rows is that of all, each row has its index, and the element that keeps the focus names
+// the active cell.
 //
-// Keys: arrows, Page Up and Page Down, Home and End (first and last row), Enter and Space (opens a row, sorts a column).
+// Keys: arrows, Page Up and Page Down, Home and End (first and last row), Enter and Space (opens a row, sorts a
+// column).
 //
-// createGrid({label, columns, layout, open, sort}) with columns as in columns.js; `layout` is {twoLines}, a width in rem;
-// open(record) and sort(column) are called by mouse and keyboard. Returns:
+// createGrid({label, columns, layout, open, sort}) with columns as in columns.js; `layout` is {twoLines}, a width in
+// rem; open(record) and sort(column) are called by mouse and keyboard. Returns:
 //   element              for the page; remove() ends it
 //   show(records)        replaces the list; the active record stays active where it is in the new list
 //   change(records)      these have changed: drawn at the next frame if they are on the screen, with a short highlight
@@ -13,265 +14,196 @@
 //   position, restore(position)   scroll offset and active record, to come back to the same place
 
 import {make, setAttribute, everyFrame} from './dom.js';
+import {GridHead} from './grid-head.js';
+import {GridRows} from './grid-rows.js';
 
 const Spare = 6;
 let grids = 0;
 
-export function createGrid({label, columns, layout, open, sort}) {
-  const prefix = `g${++grids}`;
-  let records = [];
-  let shown = columns;
-  let rowHeight = 32;
-  let pool = [];
-  const bound = new Map();
-  const changed = new Set();
-  let active = {row: -1, column: 0};
-  let wasSort = null;
+// The cell that a key activates, as [row, column]; -1 is the row of the heading.
+const Moves = {
+  ArrowUp: ({row, column}) => [row - 1, column],
+  ArrowDown: ({row, column}) => [row + 1, column],
+  ArrowLeft: ({row, column}) => [row, column - 1],
+  ArrowRight: ({row, column}) => [row, column + 1],
+  PageUp: ({row, column, page}) => [Math.max(0, row - page), column],
+  PageDown: ({row, column, page}) => [row + page, column],
+  Home: ({column}) => [0, column],
+  End: ({column, last}) => [last, column],
+};
 
-  const head = make('div.grid-row.grid-head', {role: 'row', 'aria-rowindex': 1});
-  const body = make('div.grid-body', {role: 'rowgroup'});
-  const element = make('div.grid', {
-    role: 'grid', tabindex: 0, 'aria-label': label, 'aria-readonly': 'true', onkeydown: press, onclick: click,
-    onscroll: everyFrame(draw), onfocus: everyFrame(() => activate(active.row, active.column, false)),
-  }, make('div.grid-top', {role: 'rowgroup'}, head), body);
+class Grid {
+  #columns;
+  #layout;
+  #open;
+  #sort;
+  #cellId;
+  #head;
+  #rows;
+  #records = [];
+  #shown;
+  #rowHeight = 32;
+  #active = {row: -1, column: 0};
+  #observer = new ResizeObserver(everyFrame(() => this.#measure()));
 
-  const cellId = (row, column) => (row < 0 ? `${prefix}h${column}` : `${prefix}r${row}c${column}`);
-
-  function makeHead() {
-    head.replaceChildren(...shown.map((column, index) => make(`div.grid-cell.cell-${column.key}`, {
-      role: 'columnheader', id: cellId(-1, index), 'aria-colindex': index + 1, 'data-column': column.key,
-    }, make('span.cut', {}, column.title), make('i.arrow', {'aria-hidden': 'true'}))));
-    mark(wasSort);
+  constructor({label, columns, layout, open, sort}) {
+    const prefix = `g${++grids}`;
+    this.#columns = columns;
+    this.#shown = columns;
+    this.#layout = layout;
+    this.#open = open;
+    this.#sort = sort;
+    this.#cellId = (row, column) => (row < 0 ? `${prefix}h${column}` : `${prefix}r${row}c${column}`);
+    this.#head = new GridHead(this.#cellId);
+    this.#rows = new GridRows(this.#cellId);
+    this.element = make('div.grid', {
+      role: 'grid', tabindex: 0, 'aria-label': label, 'aria-readonly': 'true',
+      onkeydown: (event) => this.#press(event), onclick: (event) => this.#click(event),
+      onscroll: everyFrame(() => this.#draw()),
+      onfocus: everyFrame(() => this.#activate(this.#active.row, this.#active.column, false)),
+    }, make('div.grid-top', {role: 'rowgroup'}, this.#head.element), this.#rows.element);
+    this.#observer.observe(this.element);
   }
 
-  function makeRow() {
-    const cells = shown.map((column, index) => make(`div.grid-cell.cell-${column.key}`,
-      {role: 'gridcell', 'aria-colindex': index + 1}, column.make()));
-    const row = {element: make('div.grid-row', {role: 'row'}, cells), cells, index: -1, record: null};
-    row.element.hidden = true;
-    return row;
+  show(records) {
+    const record = this.#records[this.#active.row];
+    this.#records = records;
+    const index = record ? records.indexOf(record) : this.#active.row;
+    this.#active.row = Math.min(index, records.length - 1);
+    this.#resize();
+    this.#draw();
+  }
+
+  change(records) {
+    this.#rows.change(records);
+  }
+
+  mark(sort) {
+    this.#head.mark(sort);
+  }
+
+  get position() {
+    return {top: this.element.scrollTop, record: this.#records[this.#active.row]};
+  }
+
+  restore({top, record}) {
+    this.#measure();
+    this.element.scrollTop = top;
+    this.#active.row = record ? this.#records.indexOf(record) : -1;
+    this.#draw();
+  }
+
+  remove() {
+    this.#observer.disconnect();
+    this.#rows.remove();
+    this.element.remove();
   }
 
   // The row heights and columns of the present width. Rows are made again only if the columns are others.
-  function measure() {
+  #measure() {
     const rem = parseFloat(getComputedStyle(document.documentElement).fontSize);
-    const width = element.clientWidth / rem;
-    const twoLines = width < layout.twoLines;
-    const next = columns.filter((column) => twoLines || width >= column.from);
-    element.classList.toggle('two-lines', twoLines);
-    rowHeight = Math.round((twoLines ? 3.6 : 2) * rem);
-    element.style.setProperty('--row', `${rowHeight}px`);
-    element.style.setProperty('--columns', next.map((column) => column.width).join(' '));
-    const size = Math.ceil(element.clientHeight / rowHeight) + 2 * Spare;
-    if (next.length !== shown.length || size > pool.length || !head.firstChild) {
-      shown = next;
-      setAttribute(element, 'aria-colcount', shown.length);
-      makeHead();
-      pool = Array.from({length: size}, makeRow);
-      bound.clear();
-      body.replaceChildren(...pool.map((row) => row.element));
+    const width = this.element.clientWidth / rem;
+    const twoLines = width < this.#layout.twoLines;
+    const columns = this.#columns.filter((column) => twoLines || width >= column.from);
+    this.element.classList.toggle('two-lines', twoLines);
+    this.#rowHeight = Math.round((twoLines ? 3.6 : 2) * rem);
+    this.element.style.setProperty('--row', `${this.#rowHeight}px`);
+    this.element.style.setProperty('--columns', columns.map((column) => column.width).join(' '));
+    const number = Math.ceil(this.element.clientHeight / this.#rowHeight) + 2 * Spare;
+    if (columns.length !== this.#shown.length || number > this.#rows.number) {
+      this.#shown = columns;
+      setAttribute(this.element, 'aria-colcount', columns.length);
+      this.#head.make(columns);
+      this.#rows.make(columns, number);
     }
-    resize();
-    draw();
+    this.#resize();
+    this.#draw();
   }
 
-  function resize() {
-    setAttribute(element, 'aria-rowcount', records.length + 1);
-    body.style.height = `${records.length * rowHeight}px`;
+  #resize() {
+    setAttribute(this.element, 'aria-rowcount', this.#records.length + 1);
+    this.#rows.resize(this.#rowHeight, this.#records.length);
   }
 
-  function fill(row) {
-    row.cells.forEach((cell, index) => shown[index].set(cell.firstChild, row.record));
+  #draw() {
+    if (this.#rows.number) {
+      this.#rows.show(this.#records, Math.max(0, Math.floor(this.element.scrollTop / this.#rowHeight) - Spare));
+      this.#pointOut();
+    }
   }
 
-  function release(row) {
-    if (bound.get(row.record) === row) {
-      bound.delete(row.record);
-    }
-    row.record = null;
-    row.index = -1;
-    row.element.hidden = true;
-  }
-
-  function bind(row, index) {
-    if (row.record && row.record !== records[index]) {
-      release(row);
-    }
-    if (row.record !== records[index]) {
-      row.record = records[index];
-      bound.set(row.record, row);
-      delete row.element.dataset.flash;
-      fill(row);
-    }
-    row.index = index;
-    row.element.hidden = false;
-    setAttribute(row.element, 'aria-rowindex', index + 2);
-    row.element.style.transform = `translateY(${index * rowHeight}px)`;
-    row.cells.forEach((cell, column) => { cell.id = cellId(index, column); });
-    row.element.classList.toggle('odd', index % 2 === 1);
-    row.element.classList.toggle('active', index === active.row);
-  }
-
-  // Binds the rows that can be seen. The row of index i is always the same one of the pool.
-  function draw() {
-    if (!pool.length) {
-      return;
-    }
-    const first = Math.max(0, Math.floor(element.scrollTop / rowHeight) - Spare);
-    const last = Math.min(records.length, first + pool.length);
-    for (const row of pool) {
-      if (row.record && (row.index < first || row.index >= last || records[row.index] !== row.record)) {
-        release(row);
-      }
-    }
-    for (let index = first; index < last; ++index) {
-      const row = pool[index % pool.length];
-      if (row.index !== index) {
-        bind(row, index);
-      }
-    }
-    pointOut();
-  }
-
-  // Two names of the same animation, so that it starts again.
-  function flash(row) {
-    row.element.dataset.flash = row.element.dataset.flash === 'a' ? 'b' : 'a';
-  }
-
-  const drawChanged = everyFrame(() => {
-    for (const record of changed) {
-      const row = bound.get(record);
-      if (row) {
-        fill(row);
-        flash(row);
-      }
-    }
-    changed.clear();
-  });
-
-  function pointOut() {
-    for (const row of pool) {
-      row.element.classList.toggle('active', row.index === active.row && row.index >= 0);
-    }
-    element.querySelector('.grid-cell.active')?.classList.remove('active');
-    const cell = document.getElementById(cellId(active.row, active.column));
+  #pointOut() {
+    const {row, column} = this.#active;
+    this.#rows.highlight(row);
+    this.element.querySelector('.grid-cell.active')?.classList.remove('active');
+    const cell = document.getElementById(this.#cellId(row, column));
     cell?.classList.add('active');
-    setAttribute(element, 'aria-activedescendant', cell ? cell.id : null);
+    setAttribute(this.element, 'aria-activedescendant', cell ? cell.id : null);
   }
 
-  function reveal(index) {
-    const top = index * rowHeight;
-    const room = element.clientHeight - head.offsetHeight;
-    if (top < element.scrollTop) {
-      element.scrollTop = top;
-    } else if (top + rowHeight > element.scrollTop + room) {
-      element.scrollTop = top + rowHeight - room;
+  // The height in px that is left for rows.
+  get #room() {
+    return this.element.clientHeight - this.#head.height;
+  }
+
+  #reveal(index) {
+    const top = index * this.#rowHeight;
+    if (top < this.element.scrollTop) {
+      this.element.scrollTop = top;
+    } else if (top + this.#rowHeight > this.element.scrollTop + this.#room) {
+      this.element.scrollTop = top + this.#rowHeight - this.#room;
     }
   }
 
-  function activate(row, column, scroll = true) {
-    const least = head.offsetHeight ? -1 : 0;
-    active = {
-      row: Math.max(least, Math.min(records.length - 1, row)),
-      column: Math.max(0, Math.min(shown.length - 1, column)),
+  #activate(row, column, scroll = true) {
+    const least = this.#head.height ? -1 : 0;
+    this.#active = {
+      row: Math.max(least, Math.min(this.#records.length - 1, row)),
+      column: Math.max(0, Math.min(this.#shown.length - 1, column)),
     };
-    if (scroll && active.row >= 0) {
-      reveal(active.row);
+    if (scroll && this.#active.row >= 0) {
+      this.#reveal(this.#active.row);
     }
-    draw();
+    this.#draw();
   }
 
-  function enter() {
-    if (active.row < 0) {
-      sort(shown[active.column].key);
-    } else if (records[active.row]) {
-      open(records[active.row]);
-    }
-  }
-
-  function press(event) {
+  #press(event) {
     if (event.ctrlKey || event.altKey || event.metaKey) {
       return;
     }
-    const page = Math.max(1, Math.floor((element.clientHeight - head.offsetHeight) / rowHeight) - 1);
-    const {row, column} = active;
-    const act = {
-      ArrowUp: () => activate(row - 1, column), ArrowDown: () => activate(row + 1, column),
-      ArrowLeft: () => activate(row, column - 1), ArrowRight: () => activate(row, column + 1),
-      PageUp: () => activate(Math.max(0, row - page), column), PageDown: () => activate(row + page, column),
-      Home: () => activate(0, column), End: () => activate(records.length - 1, column),
-      Enter: enter, ' ': enter,
-    }[event.key];
-    if (act) {
+    const move = Moves[event.key];
+    if (move) {
       event.preventDefault();
-      act();
+      const page = Math.max(1, Math.floor(this.#room / this.#rowHeight) - 1);
+      this.#activate(...move({...this.#active, page, last: this.#records.length - 1}));
+    } else if (event.key === 'Enter' || event.key === ' ') {
+      event.preventDefault();
+      this.#enter();
     }
   }
 
-  function click(event) {
+  #enter() {
+    const {row, column} = this.#active;
+    if (row < 0) {
+      this.#sort(this.#shown[column].key);
+    } else if (this.#records[row]) {
+      this.#open(this.#records[row]);
+    }
+  }
+
+  #click(event) {
     const title = event.target.closest('[role="columnheader"]');
     if (title) {
-      sort(title.dataset.column);
+      this.#sort(title.dataset.column);
       return;
     }
-    const row = pool.find((candidate) => candidate.element.contains(event.target));
+    const row = this.#rows.find(event.target);
     if (!row?.record || event.target.closest('a') || String(getSelection())) {
       return;
     }
-    activate(row.index, active.column);
-    open(row.record);
+    this.#activate(row.index, this.#active.column);
+    this.#open(row.record);
   }
-
-  function mark(next) {
-    wasSort = next;
-    if (!head.firstChild) {
-      return;
-    }
-    shown.forEach((column, index) => {
-      const cell = head.children[index];
-      const isSorted = next?.column === column.key;
-      setAttribute(cell, 'aria-sort', isSorted ? (next.descending ? 'descending' : 'ascending') : 'none');
-      cell.lastChild.textContent = isSorted ? (next.descending ? '\u25BC' : '\u25B2') : '';
-    });
-  }
-
-  const observer = new ResizeObserver(everyFrame(measure));
-  observer.observe(element);
-
-  return {
-    element,
-    mark,
-    show(next) {
-      const record = records[active.row];
-      records = next;
-      const index = record ? records.indexOf(record) : active.row;
-      active.row = Math.min(index, records.length - 1);
-      resize();
-      draw();
-    },
-    change(list) {
-      for (const record of list) {
-        if (bound.has(record)) {
-          changed.add(record);
-        }
-      }
-      if (changed.size) {
-        drawChanged();
-      }
-    },
-    get position() {
-      return {top: element.scrollTop, record: records[active.row]};
-    },
-    restore({top, record}) {
-      measure();
-      element.scrollTop = top;
-      active.row = record ? records.indexOf(record) : -1;
-      draw();
-    },
-    remove() {
-      observer.disconnect();
-      drawChanged.cancel();
-      element.remove();
-    },
-  };
 }
+
+export const createGrid = (options) => new Grid(options);
