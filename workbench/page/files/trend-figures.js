@@ -1,6 +1,10 @@
 // What a trend says in numbers, and how its points are drawn. Pure functions on the points of
 // /api/variables/ID/trend: [ms, number or null, "good" | "uncertain" | "bad"], oldest first.
 
+import {valueText} from './format.js';
+
+const Hour = 3600000;
+
 // A bad value is not known: the line has a gap there, and the figures leave it out.
 export const withoutBad = (points) =>
   points.map(([time, value, quality]) => [time, quality === 'bad' ? null : value, quality]);
@@ -56,4 +60,17 @@ export function rowsOf(points, end) {
 export function pointTime(ms, offset, withDate = false) {
   const text = new Date(ms + offset).toISOString();
   return withDate ? `${text.slice(0, 10)} ${text.slice(11, 19)}` : text.slice(11, 19);
+}
+
+// Whether the times of a trend need their date.
+export const spansDays = ({from, to}) => to - from > 20 * Hour;
+
+// A number of the trend as a value of the variable, with its state text or unit.
+export function numberValueText(variable, number) {
+  if (variable.kind === 'boolean') {
+    const value = number !== 0;
+    return valueText(variable, {value, stateText: variable.states?.[Number(value)]});
+  }
+  const stateText = variable.kind === 'state' ? variable.states?.[number - 1] : undefined;
+  return valueText(variable, {value: number, stateText});
 }
