@@ -1,45 +1,21 @@
-// #/variables: all variables, with search, filters and sort. The address has what is chosen, for example
-// #/variables?text=supply&only=bad,writable&block=2&sort=-value, so that it can be kept as a bookmark.
+// #/variables: all variables, with search, filters and sort. The address has what is chosen, so that it can be kept as
+// a bookmark.
 
-import {Filters, isLive, predicateOf, sorted} from './choice.js';
+import {isLive, predicateOf, sorted} from './choice.js';
 import {Columns, TwoLines} from './columns.js';
 import {countText, groupedText} from './format.js';
 import {createGrid} from './grid.js';
+import {addressOf, chosen} from './table-address.js';
+import {TableTools} from './table-tools.js';
 import {announce, make, setAttribute, setText} from './dom.js';
 
 const ReorderMs = 1000;
+const AgeMs = 5000;
+const AnnounceMs = 700;
 // Of as many variables, the program gives the trends in one file.
 const MostTrends = 100;
+// Of the last visit: who comes back to its address finds the same position.
 const remembered = {address: null, position: null};
-
-function chosen(query) {
-  const sort = query.get('sort');
-  const block = query.get('block');
-  return {
-    text: query.get('text') ?? '',
-    only: (query.get('only') ?? '').split(',').filter((name) => name in Filters),
-    block: block === null || block === '' ? null : Number(block),
-    sort: sort ? {column: sort.replace(/^-/, ''), descending: sort.startsWith('-')} : null,
-  };
-}
-
-function addressOf({text, only, block, sort}) {
-  const query = new URLSearchParams();
-  if (text) {
-    query.set('text', text);
-  }
-  if (only.length) {
-    query.set('only', only.join(','));
-  }
-  if (block !== null) {
-    query.set('block', block);
-  }
-  if (sort) {
-    query.set('sort', (sort.descending ? '-' : '') + sort.column);
-  }
-  const search = query.toString().replaceAll('%2C', ',');
-  return `#/variables${search ? `?${search}` : ''}`;
-}
 
 // Ascending, descending, the order of the project.
 function nextSort(sort, column) {
@@ -49,138 +25,113 @@ function nextSort(sort, column) {
   return sort.descending ? null : {column, descending: true};
 }
 
-export function mount(element, {store, query}) {
-  const choice = chosen(query);
-  let list = [];
-  let predicate = null;
-  let saying = 0;
-  let reorder = 0;
-
-  const search = make('input.search', {
-    type: 'search', placeholder: 'Search name, object or value', 'aria-label': 'Search the variables',
-    'aria-keyshortcuts': '/', autocomplete: 'off', spellcheck: 'false', oninput: () => change({text: search.value}),
-    onkeydown: (event) => {
-      if (event.key === 'ArrowDown' || event.key === 'Enter') {
-        event.preventDefault();
-        grid.element.focus();
-      }
-    },
-  });
-  search.value = choice.text;
-  const blocks = make('select', {
-    'aria-label': 'Block', onchange: () => change({block: blocks.value === '' ? null : Number(blocks.value)}),
-  }, make('option', {value: ''}, 'All blocks'), store.blocks.map(({id, name}) => make('option', {value: id}, name)));
-  blocks.value = choice.block ?? '';
-  const buttons = Object.entries(Filters).map(([name, {title}]) => make('button.filter', {
-    type: 'button', 'aria-pressed': String(choice.only.includes(name)), 'data-filter': name,
-    onclick: () => toggle(name),
-  }, make('span', {}, title), make('span.tally')));
-  const order = make('select.order', {
-    'aria-label': 'Sort by', onchange: () => change({sort: order.value ? {column: order.value, descending: false} : null}),
-  }, make('option', {value: ''}, 'Order of the project'),
-    Columns.map(({key, title}) => make('option', {value: key}, `By ${title.toLowerCase()}`)));
-  const total = make('span.dim');
-  const csv = make('a.csv', {download: 'trends.csv'}, 'Trends as CSV');
-  const empty = make('div.empty', {hidden: true});
-  const grid = createGrid({
-    label: 'Variables', columns: Columns, layout: {twoLines: TwoLines},
-    open: ({id}) => { location.hash = `#/variables/${id}`; },
-    sort: (column) => change({sort: nextSort(choice.sort, column)}),
-  });
-
-  function toggle(name) {
-    const {only} = choice;
-    change({only: only.includes(name) ? only.filter((other) => other !== name) : [...only, name]});
-  }
-
-  function showChoice() {
-    for (const button of buttons) {
-      setAttribute(button, 'aria-pressed', String(choice.only.includes(button.dataset.filter)));
+class VariableTable {
+  #store;
+  #choice;
+  #tools;
+  #grid;
+  #announcing = 0;
+  #reorder = 0;
+  #total = make('span.dim');
+  #csv = make('a.csv', {download: 'trends.csv'}, 'Trends as CSV');
+  #empty = make('div.empty', {hidden: true});
+  #press = (event) => {
+    if (event.key === '/' && !event.target.closest('input, select, textarea, dialog')) {
+      event.preventDefault();
+      this.#tools.search();
     }
-    order.value = choice.sort?.column ?? '';
-    grid.mark(choice.sort);
+  };
+
+  constructor(store, choice) {
+    this.#store = store;
+    this.#choice = choice;
+    this.#grid = createGrid({
+      label: 'Variables', columns: Columns, layout: {twoLines: TwoLines},
+      open: ({id}) => { location.hash = `#/variables/${id}`; },
+      sort: (column) => this.#change({sort: nextSort(choice.sort, column)}),
+    });
+    this.#grid.element.setAttribute('aria-describedby', 'table-keys');
+    this.#tools = new TableTools({
+      store, choice, change: (part) => this.#change(part), leave: () => this.#grid.element.focus(),
+    });
   }
 
-  function choose() {
+  // Returns a function that ends it.
+  mount(element) {
+    element.append(
+      make('h1.unseen', {}, 'Variables'), this.#tools.element,
+      make('p.unseen', {id: 'table-keys'},
+        'Arrow keys move, Enter opens a variable or sorts by a column, a slash searches.'),
+      make('div.grid-frame', {}, this.#grid.element, this.#empty), make('div.grid-foot', {}, this.#total, this.#csv));
+    document.body.classList.add('fills');
+    document.addEventListener('keydown', this.#press);
+    const unfollow = this.#store.on('values', (variables) => this.#follow(variables));
+    const ageing = setInterval(() => this.#choice.only.includes('changed') && this.#choose(), AgeMs);
+    this.#grid.mark(this.#choice.sort);
+    this.#choose();
+    if (remembered.address === location.hash && remembered.position) {
+      this.#grid.restore(remembered.position);
+    }
+    return () => {
+      unfollow();
+      clearInterval(ageing);
+      this.#unmount();
+    };
+  }
+
+  #unmount() {
+    Object.assign(remembered, {address: addressOf(this.#choice), position: this.#grid.position});
+    clearTimeout(this.#reorder);
+    clearTimeout(this.#announcing);
+    document.removeEventListener('keydown', this.#press);
+    document.body.classList.remove('fills');
+    this.#grid.remove();
+  }
+
+  #change(part) {
+    Object.assign(this.#choice, part);
+    history.replaceState(null, '', addressOf(this.#choice));
+    this.#tools.show(this.#choice);
+    this.#grid.mark(this.#choice.sort);
+    this.#choose();
+    clearTimeout(this.#announcing);
+    this.#announcing = setTimeout(() => announce(`${this.#total.textContent} shown`), AnnounceMs);
+  }
+
+  #choose() {
     const time = Date.now();
-    predicate = predicateOf(choice);
-    list = sorted(store.variables.filter((variable) => predicate(variable, time)), choice.sort, store.variables);
-    grid.show(list);
-    const all = countText(store.variables.length, 'variable');
-    setText(total, list.length === store.variables.length ? all : `${groupedText(list.length)} of ${all}`);
-    csv.hidden = !list.length || list.length > MostTrends;
-    if (!csv.hidden) {
-      setAttribute(csv, 'href', `/api/trends.csv?hours=24&${list.map(({id}) => `id=${id}`).join('&')}`);
-    }
-    empty.hidden = list.length > 0;
+    const {variables} = this.#store;
+    const fits = predicateOf(this.#choice);
+    const list = sorted(variables.filter((variable) => fits(variable, time)), this.#choice.sort, variables);
+    this.#grid.show(list);
+    this.#showFoot(list);
+    this.#empty.hidden = list.length > 0;
     if (!list.length) {
-      setText(empty, 'No variable fits. Shorten the search or switch a filter off.');
+      setText(this.#empty, 'No variable fits. Shorten the search or switch a filter off.');
     }
   }
 
-  function change(next) {
-    Object.assign(choice, next);
-    history.replaceState(null, '', addressOf(choice));
-    showChoice();
-    choose();
-    clearTimeout(saying);
-    saying = setTimeout(() => announce(`${total.textContent} shown`), 700);
+  #showFoot(list) {
+    const number = this.#store.variables.length;
+    const all = countText(number, 'variable');
+    setText(this.#total, list.length === number ? all : `${groupedText(list.length)} of ${all}`);
+    this.#csv.hidden = !list.length || list.length > MostTrends;
+    if (!this.#csv.hidden) {
+      setAttribute(this.#csv, 'href', `/api/trends.csv?hours=24&${list.map(({id}) => `id=${id}`).join('&')}`);
+    }
   }
 
   // The order follows the values at most once a second, whatever the number of events.
-  function follow(variables) {
-    grid.change(variables);
-    showTallies();
-    if (isLive(choice, choice.sort)) {
-      reorder ||= setTimeout(() => {
-        reorder = 0;
-        choose();
+  #follow(variables) {
+    this.#grid.change(variables);
+    this.#tools.showTallies(this.#store.counts);
+    if (isLive(this.#choice, this.#choice.sort)) {
+      this.#reorder ||= setTimeout(() => {
+        this.#reorder = 0;
+        this.#choose();
       }, ReorderMs);
     }
   }
-
-  function showTallies() {
-    for (const button of buttons) {
-      const number = store.counts[button.dataset.filter];
-      setText(button.lastChild, number ? String(number) : '');
-    }
-  }
-
-  function press(event) {
-    if (event.key === '/' && !event.target.closest('input, select, textarea, dialog')) {
-      event.preventDefault();
-      search.focus();
-      search.select();
-    }
-  }
-
-  element.append(
-    make('h1.unseen', {}, 'Variables'),
-    make('div.tools', {role: 'search'}, search, blocks, order,
-      make('div.filters', {role: 'group', 'aria-label': 'Show only'}, buttons)),
-    make('p.unseen', {id: 'table-keys'}, 'Arrow keys move, Enter opens a variable or sorts by a column, a slash searches.'),
-    make('div.grid-frame', {}, grid.element, empty),
-    make('div.grid-foot', {}, total, csv));
-  grid.element.setAttribute('aria-describedby', 'table-keys');
-  document.body.classList.add('fills');
-  document.addEventListener('keydown', press);
-  const ends = [store.on('values', follow)];
-  const ageing = setInterval(() => choice.only.includes('changed') && choose(), 5000);
-  showChoice();
-  showTallies();
-  choose();
-  if (remembered.address === location.hash && remembered.position) {
-    grid.restore(remembered.position);
-  }
-
-  return () => {
-    Object.assign(remembered, {address: addressOf(choice), position: grid.position});
-    ends.forEach((end) => end());
-    clearInterval(ageing);
-    clearTimeout(reorder);
-    clearTimeout(saying);
-    document.removeEventListener('keydown', press);
-    document.body.classList.remove('fills');
-    grid.remove();
-  };
 }
+
+export const mount = (element, {store, query}) => new VariableTable(store, chosen(query)).mount(element);
