@@ -13,7 +13,8 @@ export function mistakeIn(text, {kind}) {
     return 'Give a value first.';
   }
   const isNumber = kind === 'number' || kind === 'state';
-  return isNumber && !NumberPattern.test(entry) && !SpecialPattern.test(entry) ? `"${entry}" is not a number such as 21.5.` : '';
+  const isWrong = isNumber && !NumberPattern.test(entry) && !SpecialPattern.test(entry);
+  return isWrong ? `"${entry}" is not a number such as 21.5.` : '';
 }
 
 // The text as it is shown before it is written: with the unit, once.
