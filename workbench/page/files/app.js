@@ -55,7 +55,7 @@ async function show() {
     return;
   }
   leave();
-  main.append(make('h1', {}, 'Not found'), make('p', {}, `There is no page '${path}'. `, make('a', {href: '#/'}, 'Overview')));
+  main.append(make('h1', {}, 'Not found'), make('p', {}, `This page has no view '${path}'. `, make('a', {href: '#/'}, 'Overview')));
   header.showPage(path, 'Not found');
 }
 

@@ -327,7 +327,7 @@ class View {
 export function mount(element, api, store, id) {
   const variable = store.variables[id];
   if (!variable || (variable.kind !== 'weekly' && variable.kind !== 'exception')) {
-    element.replaceChildren(make('p', {}, `There is no schedule ${id}.`));
+    element.replaceChildren(make('p', {}, `The variable ${id} is not a schedule of this project.`));
     return () => {};
   }
   const view = new View(element, api, store, id);
