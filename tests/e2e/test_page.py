@@ -130,6 +130,10 @@ class Page(Scenarios):
         self.start_plant()
         self.play("writes.a_page_of_a_variable_has_its_trend_and_the_device_s_data")
 
+    def test_a_graph_follows_the_values_after_another_theme(self):
+        self.start_plant()
+        self.play("writes.a_graph_follows_the_values_after_another_theme")
+
     def test_a_week_is_shown_with_its_values_and_what_is_in_force(self):
         self.start_plant()
         self.play("schedules.a_week_is_shown_with_its_values_and_what_is_in_force")

@@ -124,3 +124,24 @@ export async function a_page_of_a_variable_has_its_trend_and_the_device_s_data({
   await untilText(data, /Read at \d\d:\d\d:\d\d/, 'when the device was asked');
   await until('a trend with a picture', async () => (await page.getByRole('main').locator('canvas').count()) > 0);
 }
+
+export async function a_graph_follows_the_values_after_another_theme({visit}) {
+  const {page} = await visit({path: '#/variables/0'});
+  await page.waitForFunction(() => window.Dygraph);
+  await page.evaluate(() => {
+    window.drawn = [];
+    const {updateOptions} = window.Dygraph.prototype;
+    window.Dygraph.prototype.updateOptions = function (options, ...more) {
+      window.drawn.push('dateWindow' in options ? 'moved' : 'kept');
+      return updateOptions.call(this, options, ...more);
+    };
+  });
+  const draws = (number) => page.waitForFunction((least) => window.drawn.length >= least, number);
+  await draws(1);
+  const value = await page.locator('.big-value').innerText();
+  await until('another value after the graph was drawn', async () =>
+    (await page.locator('.big-value').innerText()) !== value);
+  await page.getByRole('button', {name: /^Theme/}).click();
+  await draws(3);
+  assert.ok((await page.evaluate(() => window.drawn)).every((range) => range === 'moved'), 'the range of time moves');
+}
