@@ -60,6 +60,7 @@ class WriteOutcome {
   }
 }
 
+// The form for a new value. What the program has taken goes to the outcome.
 class WriteEntry {
   #variable;
   #api;
