@@ -11,11 +11,6 @@ namespace {
 // In "--page plant.lua" the option takes what is meant as the project. Mistakes are those of the command
 // line.
 void TakeAddress(std::string const& text, CLI::Option& project, PageOptions& options) {
-#ifndef WORKBENCH_HAS_PAGE
-    throw CLI::ValidationError("--page",
-                               "this program was built without the page; build it with "
-                               "-DDORVEL_PAGE=ON");
-#endif
     options.isOn = true;
     try {
         ReadPageAddress(text);

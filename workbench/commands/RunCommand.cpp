@@ -239,6 +239,12 @@ void AddRunCommand(CLI::App& program, CommandBody& chosen) {
     CLI::App* const command = program.add_subcommand("run", "Runs a project");
     DefineRun(*command, *options);
     command->callback([options, &chosen] {
+#ifndef WORKBENCH_HAS_PAGE
+        if (options->page.isOn) {
+            throw CLI::ValidationError(
+                "--page", "this program was built without the page; build it with -DDORVEL_PAGE=ON");
+        }
+#endif
         chosen = [options](Streams const& streams) {
             LoadAddIn(AddInOf(*options));
             return RunProject(*options, streams);
