@@ -1,8 +1,9 @@
 // Waiting for a condition, with a text for people when it does not come true.
 import {setTimeout as pause} from 'node:timers/promises';
 
-// Longest wait for a condition in milliseconds. Conditions come true within a few cycles of 100 ms.
-export const LONGEST = 15000;
+// Longest wait for a condition in milliseconds. Conditions come true within a few cycles of 100 ms, and much later on a
+// machine that has other work.
+export const LONGEST = 40000;
 
 // Calls `condition` until its result is true, and returns that. `what` is what did not happen; a function is called for it.
 export async function until(what, condition, longest = LONGEST) {
