@@ -27,7 +27,7 @@ class PageRun:
             if line.startswith("page: "):
                 break
         else:
-            raise AssertionError(f"there is no page: {self.lines}")
+            raise AssertionError(f"the program has printed no link: {self.lines}")
         self.link = self.lines[-1].split()[1]
         parts = urlsplit(self.link)
         self.host, self.port = parts.hostname, parts.port
@@ -132,4 +132,4 @@ class PageTestCase(unittest.TestCase):
             for variable in block["variables"]:
                 if variable["name"] == name:
                     return variable["id"]
-        raise AssertionError(f"there is no {name}")
+        raise AssertionError(f"the plant lacks {name}")

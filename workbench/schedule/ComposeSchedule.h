@@ -6,7 +6,7 @@
 
 namespace workbench {
 
-// Composes the text that the driver writes to a device. With mistakes there is no text: the driver would
+// Composes the text that the driver writes to a device. With mistakes the text is empty: the driver would
 // refuse it, or write something that cannot be read again. What it changes without refusing is in
 // ScheduleLosses.h.
 struct ComposedSchedule {

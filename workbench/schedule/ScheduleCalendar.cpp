@@ -38,7 +38,7 @@ bool IsWeekOf(std::optional<unsigned> week, ScheduleDate const& day) {
     return (LastDayOf(day) - *day.day) / days + lastWeek == *week;
 }
 
-// Compares the parts that the limit has: an unspecified one is no limit.
+// Compares the parts that the limit has; an unspecified one limits nothing.
 int Compared(ScheduleDate const& day, ScheduleDate const& limit) {
     for (auto const part : {&ScheduleDate::year, &ScheduleDate::month, &ScheduleDate::day}) {
         if (limit.*part && *(day.*part) != *(limit.*part)) {
