@@ -38,9 +38,22 @@ add_library(dorvel_csv INTERFACE)
 target_include_directories(dorvel_csv SYSTEM INTERFACE "${CSV_INCLUDE}")
 target_link_libraries(dorvel_csv INTERFACE "${CSV_LIBRARY}")
 
-# What the page of the workbench is served with. The header and the library must agree on their options, which are those
-# of the library's pkg-config file.
-if(DORVEL_PAGE)
+# What the page and the metrics of the workbench are served with. The header and the library must agree on their
+# options, which are those of the library's pkg-config file.
+if(DORVEL_PAGE OR DORVEL_METRICS)
     pkg_check_modules(HTTPLIB REQUIRED IMPORTED_TARGET cpp-httplib)
+endif()
+if(DORVEL_PAGE)
     find_path(DYGRAPHS_FOLDER dygraph.min.js PATHS /usr/share/javascript/dygraphs NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+endif()
+
+if(DORVEL_MQTT)
+    pkg_check_modules(MOSQUITTO REQUIRED IMPORTED_TARGET libmosquitto)
+    find_package(Protobuf REQUIRED)
+endif()
+if(DORVEL_RECORD)
+    pkg_check_modules(SQLITE REQUIRED IMPORTED_TARGET sqlite3)
+endif()
+if(DORVEL_SYSTEMD)
+    pkg_check_modules(SYSTEMD REQUIRED IMPORTED_TARGET libsystemd)
 endif()

@@ -19,6 +19,7 @@
 #include "Operator.h"
 #include "PlantMemory.h"
 #include "RunFigures.h"
+#include "RunOutlets.h"
 #include "RunPage.h"
 #include "RunWarnings.h"
 #include "Signals.h"
@@ -209,6 +210,10 @@ int RunProject(RunOptions const& given, Streams const& streams) {
     std::unique_ptr<Display> const display =
         MakeDisplay(options, streams, terminal, log, setter, memory, project, table);
     Operator person(project, setter, *display, table && isatty(streams.in) ? -1 : streams.in);
+    OutletList outlets;
+    AddOutlets(outlets, options,
+               {options.project, WORKBENCH_VERSION, project.Blocks(), project.Tasks(), memory, setter, log,
+                [&host] { return host.Figures(); }});
     CycleWatch const watch(project, host.Observed(), [&](BlockSnapshot& snapshot) {
         if (signals.IsStopRequested()) {
             return;  // the signal interrupted this cycle, which is not a fault
@@ -218,13 +223,16 @@ int RunProject(RunOptions const& given, Streams const& streams) {
         auto const shared = std::make_shared<BlockSnapshot const>(std::move(snapshot));
         figures.Count(shared);
         memory.Follow(shared);
+        outlets.Follow(shared);
         display->Cycle(shared);
     });
     std::unique_ptr<RunPage> const page =
         StartPage(options, streams,
                   {options.project, WORKBENCH_VERSION, project.Blocks(), project.Tasks(), memory, setter, log,
                    options.page.hasWrites});
+    outlets.Start();
     RunUntilEnd(project.Runtime(), *display, terminal, signals, person, page.get(), options, table);
+    outlets.End();
     if (terminal.End()) {
         PrintSummary(options, streams,
                      figures.Summary(host.Figures()) + HeldWritesText(host.Observed(), project.Blocks()));
