@@ -2,6 +2,8 @@
 
 #include <cwchar>
 
+#include "Utf8.h"
+
 namespace tools {
 
 namespace {
@@ -9,57 +11,6 @@ namespace {
 constexpr std::string_view Replacement = "\xEF\xBF\xBD";
 constexpr std::size_t LongestQuoted = 60;
 constexpr std::string_view Ellipsis = "\xE2\x80\xA6";
-
-// One character of a text: its code point (-1 for an octet that does not begin a character) and its length in
-// octets.
-struct Character {
-    long codePoint;
-    std::size_t length;
-};
-
-unsigned OctetAt(std::string_view text, std::size_t place) {
-    return static_cast<unsigned char>(text[place]);
-}
-
-// The length of a character by its first octet; 0 for an octet that cannot be the first.
-std::size_t AnnouncedLength(unsigned first) {
-    if (first < 0x80) {
-        return 1;
-    }
-    if (first >= 0xC2 && first <= 0xDF) {
-        return 2;
-    }
-    if ((first & 0xF0) == 0xE0) {
-        return 3;
-    }
-    return first >= 0xF0 && first <= 0xF4 ? 4 : 0;
-}
-
-bool IsCharacter(long codePoint, std::size_t length) {
-    static constexpr long smallest[] = {0, 0, 0x80, 0x800, 0x10000};
-    bool const surrogate = codePoint >= 0xD800 && codePoint <= 0xDFFF;
-    return codePoint >= smallest[length] && codePoint <= 0x10FFFF && !surrogate;
-}
-
-Character CharacterAt(std::string_view text, std::size_t place) {
-    unsigned const first = OctetAt(text, place);
-    std::size_t const length = AnnouncedLength(first);
-    if (length <= 1) {
-        return {length == 1 ? static_cast<long>(first) : -1, 1};
-    }
-    if (place + length > text.size()) {
-        return {-1, 1};
-    }
-    long codePoint = static_cast<long>(first & (0x7Fu >> length));
-    for (std::size_t i = 1; i < length; ++i) {
-        unsigned const next = OctetAt(text, place + i);
-        if ((next & 0xC0) != 0x80) {
-            return {-1, 1};
-        }
-        codePoint = codePoint * 64 + static_cast<long>(next & 0x3F);
-    }
-    return IsCharacter(codePoint, length) ? Character{codePoint, length} : Character{-1, 1};
-}
 
 // The control characters C0 and C1, and the marks that separate lines or change their direction.
 bool IsControl(long codePoint) {
