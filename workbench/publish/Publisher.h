@@ -41,8 +41,8 @@ public:
     virtual Message Will(long long now) = 0;
     // Topic filters, subscribed to with quality of service 1 after each connection.
     virtual std::vector<std::string> Subscriptions() const = 0;
-    // A connection is there and its subscriptions are confirmed; the broker knows nothing that it is not
-    // told.
+    // A connection is there and its subscriptions are confirmed; what the broker knew before does not
+    // count.
     virtual void Connected(long long now, MessageSink& sink) = 0;
     // The connection has gone. Nothing is sent until the next one.
     virtual void Disconnected() = 0;
