@@ -9,6 +9,7 @@
 #include <stdexcept>
 
 #include "AddIn.h"
+#include "BuiltParts.h"
 #include "CycleWatch.h"
 #include "Display.h"
 #include "ExitCode.h"
@@ -247,12 +248,7 @@ void AddRunCommand(CLI::App& program, CommandBody& chosen) {
     CLI::App* const command = program.add_subcommand("run", "Runs a project");
     DefineRun(*command, *options);
     command->callback([options, &chosen] {
-#ifndef WORKBENCH_HAS_PAGE
-        if (options->page.isOn) {
-            throw CLI::ValidationError(
-                "--page", "this program was built without the page; build it with -DDORVEL_PAGE=ON");
-        }
-#endif
+        RefuseMissingParts(*options);
         chosen = [options](Streams const& streams) {
             LoadAddIn(AddInOf(*options));
             return RunProject(*options, streams);

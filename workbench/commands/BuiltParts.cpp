@@ -1,0 +1,39 @@
+#include "BuiltParts.h"
+
+#include <CLI/CLI.hpp>
+#include <string>
+
+namespace workbench {
+
+namespace {
+
+#ifdef WORKBENCH_HAS_PAGE
+constexpr bool HasPage = true;
+#else
+constexpr bool HasPage = false;
+#endif
+
+struct Part {
+    bool isBuiltIn;
+    bool isAskedFor;
+    char const* option;
+    char const* name;
+    char const* setting;  // of the build
+};
+
+}  // namespace
+
+void RefuseMissingParts(RunOptions const& options) {
+    Part const parts[] = {
+        {HasPage, options.page.isOn, "--page", "the page", "DORVEL_PAGE"},
+    };
+    for (Part const& part : parts) {
+        if (part.isAskedFor && !part.isBuiltIn) {
+            throw CLI::ValidationError(part.option, std::string("this program was built without ") +
+                                                        part.name + "; build it with -D" + part.setting +
+                                                        "=ON");
+        }
+    }
+}
+
+}  // namespace workbench
