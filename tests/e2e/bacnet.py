@@ -75,3 +75,25 @@ class FakeDevice:
         self._socket.close()
         if self.failure:
             raise self.failure
+
+
+# The octets of object types in an object identifier, of those that tests write.
+ANALOG_VALUE = 2
+
+
+def write_real(address, instance, value, object_type=ANALOG_VALUE, client=None):
+    """Writes Present_Value of an object of a device, as another client does. `client` is a UDP socket for many writes."""
+    host, port = address.split(":")
+    object_id = struct.pack(">I", object_type << 22 | instance)
+    request = frame(b"\x00\x05\x01\x0f\x0c" + object_id + b"\x19\x55\x3e\x44" + struct.pack(">f", value) + b"\x3f",
+                    npdu=b"\x01\x04")
+    own = None if client else socket.socket(socket.AF_INET, socket.SOCK_DGRAM)
+    try:
+        (client or own).settimeout(5)
+        (client or own).sendto(request, (host, int(port)))
+        answer, _ = (client or own).recvfrom(2048)
+    finally:
+        if own:
+            own.close()
+    if answer[6] & 0xF0 != 0x20:
+        raise AssertionError(f"the device refuses {value} for object {object_type}, {instance}: {answer.hex()}")

@@ -22,7 +22,7 @@ def client_is_missing():
 class Client:
     """Subscribed to topics until the end of its scope. `messages` has all that came, `newest` the last one of each topic."""
 
-    def __init__(self, url, *topics, longest=LONGEST, **options):
+    def __init__(self, url, *topics, **options):
         self._process = subprocess.Popen(
             ["node", os.path.join(FOLDER, "client.mjs"), url, json.dumps(options)], stdin=subprocess.PIPE,
             stdout=subprocess.PIPE, text=True)
@@ -31,7 +31,7 @@ class Client:
         self._reader = threading.Thread(target=self._read, daemon=True)
         self._reader.start()
         try:
-            self._wait_for_event("connected", longest=longest)
+            self._wait_for_event("connected", or_error=True)
             if topics:
                 self.send(subscribe=topics)
                 self._wait_for_event("subscribed")
@@ -107,8 +107,9 @@ class Client:
     def _count(self, name):
         return sum(event["event"] == name for event in self.events)
 
-    def _wait_for_event(self, name, count=1, longest=LONGEST):
-        try:
-            self.wait_for(lambda _: self._count(name) >= count, name, longest)
-        except AssertionError as failure:
-            raise AssertionError(f"{failure}; the last events: {self.events[-3:]}") from None
+    def _wait_for_event(self, name, count=1, or_error=False):
+        def has_come(_):
+            return self._count(name) >= count or or_error and self._count("error")
+        self.wait_for(has_come, name)
+        if self._count(name) < count:
+            raise AssertionError(f"{name} has not come: {self.events}")

@@ -14,40 +14,15 @@ from urllib.parse import urlsplit
 from programs import LONGEST, PLANT_PROJECT, WORKBENCH, ExamplePlant
 
 
-class PageRun:
-    """dorvel-workbench run --page, until the end of its scope."""
+class PageAccess:
+    """The page of a run, by the link that it printed."""
 
-    def __init__(self, *options, project=PLANT_PROJECT):
-        self._process = subprocess.Popen(
-            [WORKBENCH, "run", project, *options, "--page"], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
-            stderr=subprocess.PIPE, text=True)
-        self.lines = []
-        for line in self._process.stderr:
-            self.lines.append(line.strip())
-            if line.startswith("page: "):
-                break
-        else:
-            raise AssertionError(f"the program has printed no link: {self.lines}")
-        self.link = self.lines[-1].split()[1]
+    def __init__(self, link):
+        self.link = link
         parts = urlsplit(self.link)
         self.host, self.port = parts.hostname, parts.port
         self.token = re.fullmatch(r"token=([0-9a-f]{32})", parts.query)[1]
         self.cookie = ""
-
-    def __enter__(self):
-        return self
-
-    def __exit__(self, *_):
-        self.stop()
-
-    def stop(self):
-        """Ends it as Ctrl-C does; returns its exit code and how many seconds that took."""
-        begin = time.monotonic()
-        if self._process.poll() is None:
-            self._process.send_signal(signal.SIGINT)
-        code = self._process.wait(timeout=LONGEST)
-        self._process.stderr.close()
-        return code, time.monotonic() - begin
 
     def request(self, path, headers=None, method="GET", body=None):
         """The answer to a request of this page's own script, with other headers if they are given; None removes one."""
@@ -94,6 +69,38 @@ class PageRun:
             except OSError:
                 pass
             return received(connection)
+
+
+class PageRun(PageAccess):
+    """dorvel-workbench run --page, until the end of its scope."""
+
+    def __init__(self, *options, project=PLANT_PROJECT):
+        self._process = subprocess.Popen(
+            [WORKBENCH, "run", project, *options, "--page"], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+            stderr=subprocess.PIPE, text=True)
+        self.lines = []
+        for line in self._process.stderr:
+            self.lines.append(line.strip())
+            if line.startswith("page: "):
+                break
+        else:
+            raise AssertionError(f"the program has printed no link: {self.lines}")
+        super().__init__(self.lines[-1].split()[1])
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.stop()
+
+    def stop(self):
+        """Ends it as Ctrl-C does; returns its exit code and how many seconds that took."""
+        begin = time.monotonic()
+        if self._process.poll() is None:
+            self._process.send_signal(signal.SIGINT)
+        code = self._process.wait(timeout=LONGEST)
+        self._process.stderr.close()
+        return code, time.monotonic() - begin
 
 
 def received(connection):

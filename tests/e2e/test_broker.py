@@ -2,27 +2,11 @@
 
 import time
 
-from broker import Broker, Tls, broker_is_missing
+from broker import Tls
 from certificates import Authority
-from clients import Client, client_is_missing
-from programs import EndToEnd
+from clients import Client
 from proxy import Proxy
-
-
-class BrokerTestCase(EndToEnd):
-    """A test with a real broker and a client that others wrote."""
-
-    def setUp(self):
-        super().setUp()
-        reason = broker_is_missing() or client_is_missing()
-        if reason:
-            self.skipTest(reason)
-
-    def broker(self, *settings, **options):
-        return self.enterContext(Broker(self.folder, *settings, **options))
-
-    def client(self, url, *topics, **options):
-        return self.enterContext(Client(url, *topics, **options))
+from publishing import BrokerTestCase
 
 
 class BrokerOfTheTests(BrokerTestCase):
@@ -31,7 +15,6 @@ class BrokerOfTheTests(BrokerTestCase):
             broker = self.broker(persistence=is_kept, name=f"kept-{is_kept}")
             client = self.client(broker.url)
             client.publish("a/b", "21.5", retain=True)
-            time.sleep(1.2 if is_kept else 0)  # it saves once a second
             broker.kill()
             broker.start()
             reader = self.client(broker.url, "#")
@@ -74,4 +57,4 @@ class BrokerOfTheTests(BrokerTestCase):
 
     def assert_refused(self, url, options, reason):
         with self.assertRaisesRegex(AssertionError, f"'reason': .*({reason})"):
-            Client(url, longest=1, **options)
+            Client(url, **options)
