@@ -8,6 +8,7 @@ What lies between a program and its broker is proxy.Proxy.
 """
 
 import os
+import pathlib
 import random
 import shutil
 import signal
@@ -83,6 +84,14 @@ class Broker:
                 raise AssertionError(f"mosquitto does not start: {self.log()}")
             time.sleep(0.1)
         return self
+
+    def wait_until_saved(self, octets):
+        """Returns when the file that survives it has these octets."""
+        path, deadline = pathlib.Path(self.folder, "mosquitto.db"), time.monotonic() + LONGEST
+        while not path.exists() or octets not in path.read_bytes():
+            if time.monotonic() > deadline:
+                raise AssertionError(f"{path} has no {octets}")
+            time.sleep(0.05)
 
     def kill(self):
         """It has no time to close a connection or to save anything."""

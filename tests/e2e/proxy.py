@@ -13,7 +13,7 @@ class Proxy:
 
     cut()      resets the connections that there are; new ones are accepted
     close()    resets them and closes new ones at once, until open()
-    block()    reads nothing from the clients any more, until unblock(): their octets pile up on the way
+    block()    passes nothing of the clients on and soon reads nothing more, until unblock(): their octets pile up
     delay      seconds for which each part is kept, in both directions
     """
 
@@ -94,9 +94,9 @@ class Proxy:
     def _pass(self, source, destination, is_of_the_client):
         try:
             while True:
+                part = source.recv(PART)
                 if is_of_the_client:
                     self._may_read.wait()
-                part = source.recv(PART)
                 if not part:
                     break
                 if self.delay:

@@ -15,6 +15,8 @@ class BrokerOfTheTests(BrokerTestCase):
             broker = self.broker(persistence=is_kept, name=f"kept-{is_kept}")
             client = self.client(broker.url)
             client.publish("a/b", "21.5", retain=True)
+            if is_kept:
+                broker.wait_until_saved(b"21.5")
             broker.kill()
             broker.start()
             reader = self.client(broker.url, "#")
