@@ -53,3 +53,8 @@ if(DORVEL_BUILD_FUZZERS)
     # Tracing the operands of comparisons costs a third of the time; more executions find more here.
     add_compile_options(-O2 -fno-sanitize-coverage=trace-cmp)
 endif()
+
+# For a compiler cache GCC has to name a precompiled header in the preprocessed source, and Clang has to leave the time
+# out of it.
+set(PRECOMPILED_HEADER_OPTIONS "$<$<CXX_COMPILER_ID:GNU>:-fpch-preprocess>"
+                               "$<$<CXX_COMPILER_ID:Clang>:SHELL:-Xclang -fno-pch-timestamp>")
