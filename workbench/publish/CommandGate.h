@@ -74,24 +74,28 @@ public:
 
     // The accepted commands that have come to another state since, at least one cycle after they were
     // accepted: each its final state, and once more if that changes later, such as from Unconfirmed to
-    // Written. `blocks` as in Publisher.h. A state is returned once: call it when it can be sent.
-    std::vector<CommandAnswer> Progress(std::vector<SharedSnapshot> const& blocks);
+    // Written. `blocks` as in Publisher.h. A state is returned once: call it when it can be sent. Of more
+    // than `most` the rest is returned by the next call.
+    std::vector<CommandAnswer> Progress(std::vector<SharedSnapshot> const& blocks, std::size_t most);
     // The same at the end of the run: what is still pending is Unconfirmed.
     std::vector<CommandAnswer> Finish();
 
 private:
     struct Watch {
         CommandAnswer last;
-        unsigned long long cycle = 0;  // looked at last
+        unsigned long long cycle = 0;           // looked at last
+        bool isOver = false;                    // there is no later state
+        std::optional<CommandAnswer> replaced;  // the final state of the command before
     };
 
     BlockConfig const& BlockOf(VariablePlace place) const { return parts.blocks[place.block]; }
     VariableConfig const& VariableOf(VariablePlace place) const;
     std::string WhyRejected(Command const& command, long long now);
     bool IsTooEarly(VariableConfig const& variable, long long now);
-    CommandAnswer Accept(Command const& command, long long now);
+    CommandAnswer Accept(Command const& command);
+    void EndWatch(VariableConfig const& variable);
     CommandAnswer Answer(Command const& command, CommandState state, std::string const& reason);
-    bool HasMoved(Watch& watch) const;
+    bool Follow(Watch& watch) const;
 
     Parts parts;
     bool isOpen;

@@ -19,8 +19,8 @@ namespace workbench {
 // refused" in the status; messages are counted by the connection.
 class JsonPublisher : public Publisher {
 public:
-    // How many answers to commands wait for room at most; of more the oldest are dropped and counted as
-    // "answers dropped". The final states of accepted commands do not wait here and are not lost.
+    // How many answers to commands wait for room at most; further ones are dropped and
+    // counted as "answers dropped". The final states of accepted commands are not lost.
     static constexpr std::size_t MostAnswers = 256;
 
     // ProjectError if the topics of the project are not possible (PlantTopics.h). What the parts refer to,
@@ -37,7 +37,9 @@ public:
 
 private:
     CommandAnswer AnswerOf(VariablePlace place, ReceivedMessage const& message, long long now);
-    void Answer(CommandAnswer const& answer, long long now, MessageSink& sink);
+    void AnswerStray(std::string const& topic, long long now);
+    void Answer(CommandAnswer const& answer, long long now);
+    void Add(Message answer);
     void SendAnswers(MessageSink& sink);
     void SendProgress(std::vector<SharedSnapshot> const& blocks, long long now, MessageSink& sink);
     void SendStates(MessageSink& sink);
@@ -50,6 +52,7 @@ private:
     ValueChanges changes;
     CommandGate gate;
     std::deque<Message> answers;
+    long long latestStray = 0;  // the time of the last answer to a command for no variable
     bool isConnected = false;
 };
 

@@ -34,6 +34,8 @@ public:
     std::string Answer(VariablePlace place) const { return Variable(place) + "/set/state"; }
     // A filter that has all topics of commands.
     std::string CommandFilter() const { return prefix + "/+/+/set"; }
+    // Whether it has this topic, for a variable that exists or not.
+    bool IsCommand(std::string const& topic) const;
     // The variable for which a topic has commands; none for any other topic.
     std::optional<VariablePlace> CommandPlace(std::string_view topic) const;
 

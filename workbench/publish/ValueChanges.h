@@ -53,13 +53,15 @@ public:
     // What was taken last. Valid until the next Take.
     std::size_t BlockCount() const { return blocks.size(); }
     BlockSnapshot const& Block(std::size_t block) const { return *blocks[block].newest; }
+    std::size_t Suspects(std::size_t block) const { return blocks[block].suspects; }
     VariableSnapshot const& Variable(VariablePlace place) const {
         return Block(place.block).variables[place.variable];
     }
 
 private:
     struct Sent {
-        VariableSnapshot snapshot{};
+        VariableState state;
+        std::string suspect;
         QualityKind quality = QualityKind::Bad;
         long long time = 0;       // when it was sent
         bool isKnown = false;     // to the receiver
@@ -88,7 +90,9 @@ private:
     bool HasChanged(BlockPart const& block, std::size_t variable) const;
     void Queue(VariablePlace place);
     void EndRests(long long now);
+    void MarkStateSent(BlockPart& block);
     void MarkSent(VariablePlace place, long long now);
+    static bool HasOtherState(BlockPart const& block);
     Sent& At(VariablePlace place) { return blocks[place.block].variables[place.variable]; }
 
     ChangeLimits limits;
