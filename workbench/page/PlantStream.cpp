@@ -4,10 +4,10 @@
 #include <system_error>
 #include <utility>
 
+#include "BackgroundThread.h"
 #include "EventJson.h"
 #include "JsonFields.h"
 #include "JsonFormat.h"
-#include "PageThread.h"
 #include "Secret.h"
 #include "dorvelshare/HostEnvironment.h"
 
@@ -46,7 +46,7 @@ PlantStream::~PlantStream() {
 }
 
 void PlantStream::Start() {
-    thread = StartPageThread([this] { Run(); });
+    thread = StartBackgroundThread([this] { Run(); });
 }
 
 void PlantStream::Run() {

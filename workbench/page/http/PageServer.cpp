@@ -13,7 +13,7 @@
 #include <stdexcept>
 #include <thread>
 
-#include "PageThread.h"
+#include "BackgroundThread.h"
 #include "RequestGate.h"
 #include "WorkerThreads.h"
 
@@ -245,7 +245,7 @@ int PageServer::Library::Bind(PageAddress const& place) {
 
 void PageServer::Library::Begin(PageService const& pageService) {
     service = &pageService;
-    accepting = StartPageThread([this] { listen_after_bind(); });
+    accepting = StartBackgroundThread([this] { listen_after_bind(); });
     while (!is_running()) {
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }

@@ -1,4 +1,4 @@
-#include "PageThread.h"
+#include "BackgroundThread.h"
 
 #include <gtest/gtest.h>
 #include <pthread.h>
@@ -23,10 +23,10 @@ bool BlocksInterrupt() {
     return sigismember(&blocked, SIGINT) == 1;
 }
 
-TEST(PageThread, GivesWayToOthersAndGetsNoSignalsAsTheThreadsThatItStarts) {
+TEST(BackgroundThread, GivesWayToOthersAndGetsNoSignalsAsTheThreadsThatItStarts) {
     int niceness = -100;
     bool blocks = false;
-    StartPageThread([&] {
+    StartBackgroundThread([&] {
         std::thread([&] {
             niceness = Niceness();
             blocks = BlocksInterrupt();

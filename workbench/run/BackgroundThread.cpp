@@ -1,4 +1,4 @@
-#include "PageThread.h"
+#include "BackgroundThread.h"
 
 #include <pthread.h>
 #include <signal.h>
@@ -41,7 +41,7 @@ private:
 
 }  // namespace
 
-std::thread StartPageThread(std::function<void()> work) {
+std::thread StartBackgroundThread(std::function<void()> work) {
     BlockedSignals const blocked;
     return std::thread([work = std::move(work)] {
         LowerPriority();
