@@ -1,5 +1,7 @@
 #include "FileText.h"
 
+#include <sys/stat.h>
+
 #include <cerrno>
 #include <cstring>
 #include <fstream>
@@ -22,6 +24,11 @@ std::string FileText(std::string const& path, std::size_t megabytes) {
         throw UnreadableFile(path + ": has more than " + std::to_string(megabytes) + " MB");
     }
     return text;
+}
+
+bool IsReadableByOthers(std::string const& path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 && (status.st_mode & (S_IRGRP | S_IROTH)) != 0;
 }
 
 }  // namespace tools

@@ -16,4 +16,7 @@ public:
 // than that.
 std::string FileText(std::string const& path, std::size_t megabytes);
 
+// Whether other users than the owner may read the file; false if that cannot be found out.
+bool IsReadableByOthers(std::string const& path);
+
 }  // namespace tools

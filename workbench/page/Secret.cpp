@@ -1,7 +1,6 @@
 #include "Secret.h"
 
 #include <sys/random.h>
-#include <sys/stat.h>
 
 #include <array>
 #include <cctype>
@@ -56,8 +55,7 @@ SecretFile ReadSecretFile(std::string const& path) {
     if (file.token.size() < ShortestToken || file.token.size() > LongestToken) {
         Refuse(path, "has " + std::to_string(file.token.size()) + " characters");
     }
-    struct stat status {};
-    if (stat(path.c_str(), &status) == 0 && (status.st_mode & (S_IRGRP | S_IROTH)) != 0) {
+    if (tools::IsReadableByOthers(path)) {
         file.warning = path + ": other users can read the token of the page; chmod 600 makes it yours alone";
     }
     return file;
