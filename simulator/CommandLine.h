@@ -20,10 +20,23 @@ struct CommandLine {
     bool wantsHelp = false;
     bool wantsVersion = false;
 
+    // An option, for the parser, --help and the manual.
+    struct Option {
+        char const* name;
+        char const* value;  // what follows it, such as "N"; null: nothing
+        char const* text;
+        void (*take)(CommandLine& line, std::string const& value);
+    };
+    static std::vector<Option> const& Options();
+    static char const* Brief();
+    // What the device files are, and what --help says below the options.
+    static char const* Files();
+    static char const* Notes();
+
     // `arguments` are those after the program's name. Throws std::invalid_argument with the mistake as its
     // text.
     static CommandLine Parse(std::vector<std::string> const& arguments);
-    static char const* Help();
+    static std::string Help();
 };
 
 }  // namespace simulator

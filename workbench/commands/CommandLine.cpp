@@ -52,19 +52,24 @@ constexpr AddCommand Commands[] = {
 
 }  // namespace
 
+void DefineProgram(CLI::App& program, CommandBody& chosen) {
+    program.name("dorvel-workbench");
+    program.description(
+        "Brings BACnet devices into service from a PC: finds them, writes, checks, runs and verifies "
+        "projects.");
+    program.set_version_flag("--version", "dorvel-workbench " WORKBENCH_VERSION);
+    program.require_subcommand(1);
+    program.footer(ProgramHelp);
+    for (AddCommand const add : Commands) {
+        add(program, chosen);
+    }
+}
+
 CommandBody ReadCommandLine(int argc, char const* const* argv, std::ostream& out, std::ostream& err,
                             int& exitCode) {
     CommandBody chosen;
-    CLI::App app(
-        "Brings BACnet devices into service from a PC: finds them, writes, checks, runs and verifies "
-        "projects.",
-        "dorvel-workbench");
-    app.set_version_flag("--version", "dorvel-workbench " WORKBENCH_VERSION);
-    app.require_subcommand(1);
-    app.footer(ProgramHelp);
-    for (AddCommand const add : Commands) {
-        add(app, chosen);
-    }
+    CLI::App app;
+    DefineProgram(app, chosen);
     try {
         app.parse(argc, argv);
     } catch (CLI::ParseError const& end) {

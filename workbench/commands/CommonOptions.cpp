@@ -38,7 +38,7 @@ void AddProjectOptions(CLI::App& command, ProjectOptions& options) {
     command.add_option("PROJECT", options.project, "The project, a Lua file")->required();
     command
         .add_option("--addin", options.addIn, "The add-in (default: dorvel_bacnet.so beside this program)")
-        ->type_name("FILE");
+        ->type_name("FILE.so");
     AddDefineOption(command, options.params);
 }
 
@@ -68,6 +68,53 @@ void AddOutputOption(CLI::App& command, OutputFormat& format, bool hasCsv) {
                 " (default: auto, a table in a terminal and lines elsewhere)")
         ->type_name("FORMAT")
         ->check(CLI::IsMember(names).description(""));
+}
+
+namespace {
+
+// The text between `begin` and `end`, split at the separator.
+std::vector<std::string> WordsBetween(std::string const& text, std::string const& begin,
+                                      std::string const& end, char separator) {
+    std::size_t const from = text.rfind(begin);
+    std::size_t const to = text.rfind(end);
+    if (from == std::string::npos || to == std::string::npos || to < from + begin.size()) {
+        return {};
+    }
+    return CLI::detail::split(text.substr(from + begin.size(), to - from - begin.size()), separator);
+}
+
+// Null beyond the last one.
+CLI::Validator* ValidatorAt(CLI::Option& option, int index) try {
+    return option.get_validator(index);
+} catch (CLI::OptionNotFound const&) {
+    return nullptr;
+}
+
+constexpr char ListMark[] = "list <";
+constexpr char WordMark[] = "word <";
+
+}  // namespace
+
+void NameWords(CLI::Option& option, std::vector<std::string> const& words, WordsKind kind) {
+    std::string const mark = kind == WordsKind::List ? ListMark : WordMark;
+    option.check(CLI::Validator("").name(mark + CLI::detail::join(words, ",") + ">"));
+}
+
+std::vector<std::string> WordsOf(CLI::Option& option, WordsKind& kind) {
+    kind = WordsKind::One;
+    for (int i = 0; CLI::Validator const* const validator = ValidatorAt(option, i); ++i) {
+        std::string const& name = validator->get_name();
+        kind = name.rfind(ListMark, 0) == 0 ? WordsKind::List : WordsKind::One;
+        std::vector<std::string> words = WordsBetween(name, " <", ">", ',');
+        if (words.empty()) {
+            // A check with CLI::IsMember names its words when it refuses a value.
+            words = WordsBetween((*validator)(std::string("\x01")), " not in {", "}", ',');
+        }
+        if (!words.empty()) {
+            return words;
+        }
+    }
+    return {};
 }
 
 void AddWaitOptions(CLI::App& command, unsigned& timeout, unsigned& retries, std::string const& what) {

@@ -3,10 +3,12 @@
 #include <map>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace CLI {
 class App;
-}
+class Option;
+}  // namespace CLI
 
 namespace workbench {
 
@@ -37,6 +39,13 @@ void AddOutputOption(CLI::App& command, OutputFormat& format, bool hasCsv = fals
 // --timeout in milliseconds and --retries, for the requests by the standard. The values that they have are
 // the defaults in the help, which says of `timeout` what a device may take so long for.
 void AddWaitOptions(CLI::App& command, unsigned& timeout, unsigned& retries, std::string const& what);
+
+// Names the words that a value can have, for the manual and for completion, where no check with
+// CLI::IsMember does. A list takes several of them with commas between them.
+enum class WordsKind { One, List };
+void NameWords(CLI::Option& option, std::vector<std::string> const& words, WordsKind kind);
+// The words of an option, with those of a check with CLI::IsMember; none if its values cannot be listed.
+std::vector<std::string> WordsOf(CLI::Option& option, WordsKind& kind);
 
 // Splits "NAME=VALUE". Throws an exception that becomes a mistake on the command line if there is no name.
 std::pair<std::string, std::string> Assignment(std::string const& text, char const* option);

@@ -37,7 +37,7 @@ void AddDiscoveryOptions(CLI::App& command, DiscoverySettings& settings) {
     command
         .add_option("--interface", settings.interfaces,
                     "The interface to ask on, by name or address; may be repeated (default: each)")
-        ->type_name("NAME|ADDRESS")
+        ->type_name("INTERFACE")
         ->allow_extra_args(false);
     command
         .add_option_function<std::string>(

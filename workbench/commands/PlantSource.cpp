@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "AddressArgument.h"
+#include "CommonOptions.h"
 #include "DeviceAddresses.h"
 #include "DeviceReading.h"
 #include "DiscoveryOptions.h"
@@ -119,10 +120,10 @@ void CheckSource(SourceOptions const& options) {
 }
 
 void AddSourceOptions(CLI::App& command, SourceOptions& options) {
-    command
-        .add_option("--from", options.from, "discover, addresses of devices, or a point list FILE_EDE.csv")
-        ->type_name("SOURCE")
-        ->required();
+    CLI::Option* const from = command.add_option(
+        "--from", options.from, "discover, addresses of devices, or a point list FILE_EDE.csv");
+    from->type_name("SOURCE")->required();
+    NameWords(*from, {Discover}, WordsKind::One);
     AddDiscoveryOptions(command, options.discovery);
     AddRequestOptions(command, options);
     command

@@ -182,7 +182,7 @@ void Define(CLI::App& command, ReleaseOptions& options) {
     command
         .add_option(
             "ADDRESS", options.words,
-            "ADDRESS[:PORT][,NET:MAC] and an object such as \"analog-output 1\"; with --all-at a project")
+            "ADDRESS[:PORT][,NET:MAC] and an object such as \"analog-output 1\"; with --all-at PROJECT.lua")
         ->required();
     auto* const priority =
         command.add_option("--priority", options.priority, "The priority to release: 1 to 16")

@@ -120,19 +120,18 @@ std::set<Trouble> Conditions(std::string const& text) {
 }
 
 void AddFailOptions(CLI::App& command, RunOptions& options) {
-    command
-        .add_option_function<std::vector<std::string>>(
-            "--fail-on",
-            [&options](std::vector<std::string> const& texts) {
-                for (std::string const& text : texts) {
-                    std::set<Trouble> const conditions = Conditions(text);
-                    options.failOn.insert(conditions.begin(), conditions.end());
-                }
-            },
-            "Exit code 1 when one of these is true at the end, with commas between them: " +
-                CLI::detail::join(TroubleNames(), ", "))
-        ->type_name("CONDITIONS")
-        ->allow_extra_args(false);
+    auto* const failOn = command.add_option_function<std::vector<std::string>>(
+        "--fail-on",
+        [&options](std::vector<std::string> const& texts) {
+            for (std::string const& text : texts) {
+                std::set<Trouble> const conditions = Conditions(text);
+                options.failOn.insert(conditions.begin(), conditions.end());
+            }
+        },
+        "Exit code 1 when one of these is true at the end, with commas between them: " +
+            CLI::detail::join(TroubleNames(), ", "));
+    failOn->type_name("CONDITIONS")->allow_extra_args(false);
+    NameWords(*failOn, TroubleNames(), WordsKind::List);
     command.add_flag_callback(
         "--fail-on-fault", [&options] { options.failOn.insert(Trouble::Fault); },
         "The same as --fail-on fault");
@@ -159,7 +158,7 @@ void DefineRun(CLI::App& command, RunOptions& options) {
         ->type_name("BLOCK.VARIABLE=VALUE")
         ->allow_extra_args(false);
     command.add_option("--pcap", options.captureFile, "Records every datagram in a capture file")
-        ->type_name("FILE");
+        ->type_name("FILE.pcap");
     AddLogOptions(command, options);
     AddFailOptions(command, options);
     AddPageOptions(command, options.page);
