@@ -23,17 +23,20 @@ def every_one_counts(i):
     return f"counter{{start = {i}, rate = 1}}"
 
 
-def device_text(number, objects, value_of):
+def device_text(number, objects, value_of, has_clock):
     inputs = "".join(f"analog_input{{instance = {i}, name = 'Point {i}', present_value = {value_of(i)}}},\n"
                      for i in range(1, objects + 1))
-    return f"device{{name = 'D{number}', instance = {number}, objects = {{\n{inputs}}}}}\n"
+    clock = "datetime_value{instance = 1, name = 'Clock', present_value = clock()},\n" if has_clock else ""
+    return f"device{{name = 'D{number}', instance = {number}, objects = {{\n{clock}{inputs}}}}}\n"
 
 
-def block_text(name, address, objects):
+def block_text(name, address, objects, has_clock):
+    clock = ("{Name = 'Clock', Type = 'DataValue', ElementType = 'DateTime', ObjectType = 'datetime-value', ObjectNumber = 1, "
+             "ObjectProperties = 'present-value'},\n" if has_clock else "")
     variables = "".join(
         f"{{Name = 'Point {i}', Type = 'DataValue', ElementType = 'Float', ObjectType = 'analog-input', ObjectNumber = {i}, "
         "ObjectProperties = 'present-value'},\n" for i in range(1, objects + 1))
-    return f"BACnet.new{{Name = '{name}', Address = '{address}', MAC = '{address}', Vars = {{\n{variables}}}}}\n"
+    return f"BACnet.new{{Name = '{name}', Address = '{address}', MAC = '{address}', Vars = {{\n{clock}{variables}}}}}\n"
 
 
 class Program:
@@ -80,19 +83,24 @@ class Program:
 
 
 class Plant:
-    """Simulated devices of 1,000 analog inputs, whose values value_of() writes, and runs of the workbench with them."""
+    """Simulated devices of 1,000 analog inputs, whose values value_of() writes, and runs of the workbench with them.
 
-    def __init__(self, folder, bin_folder, objects, period, value_of):
+    A clock, one more object of each device, changes with each cycle: with SPARSE the output has each cycle and little else.
+    """
+
+    SPARSE = ("--dead-band", "1e9")
+
+    def __init__(self, folder, bin_folder, objects, period, value_of, has_clock=False):
         self.devices = max(1, objects // OBJECTS_OF_A_DEVICE)
         each = objects // self.devices
         device_file = pathlib.Path(folder, "plant.lua")
-        device_file.write_text("".join(device_text(number, each, value_of) for number in range(1, self.devices + 1)))
+        device_file.write_text("".join(device_text(number, each, value_of, has_clock) for number in range(1, self.devices + 1)))
         self.bin_folder, self.workbench = bin_folder, None
         self.simulator = Program(bin_folder / "bacnet-simulator", device_file, "--port", 0, "--exit-with-stdin")
         addresses = [self.simulator.line().split()[-1] for _ in range(self.devices)]
         self.project = pathlib.Path(folder, "project.lua")
         self.project.write_text(f"Task{{Name = 'all', Period = {period}}}\n" + "".join(
-            block_text(f"D{number}", address, each) for number, address in enumerate(addresses, 1)))
+            block_text(f"D{number}", address, each, has_clock) for number, address in enumerate(addresses, 1)))
 
     def run(self, *options):
         """Starts the workbench, which prints its cycles as JSON."""

@@ -53,7 +53,8 @@ class Broker:
     def __init__(self, folder, *settings, login=None, tls=None, persistence=False, name="broker"):
         self.folder = os.path.join(folder, name)
         os.mkdir(self.folder)
-        self._lines = ["sys_interval 1", "log_type all", "log_dest stderr", "set_tcp_nodelay true"]
+        # By default it keeps 1000 messages for a client and drops what comes then, such as the values of a large plant.
+        self._lines = ["max_queued_messages 0", "sys_interval 1", "log_type all", "log_dest stderr", "set_tcp_nodelay true"]
         if os.geteuid() == 0:  # it would be another user then, who cannot read the folder
             self._lines.append("user root")
         if login:

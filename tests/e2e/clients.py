@@ -20,13 +20,16 @@ def client_is_missing():
 
 
 class Client:
-    """Subscribed to topics until the end of its scope. `messages` has all that came, `newest` the last one of each topic."""
+    """Subscribed to topics until the end of its scope. `messages` has all that came, `newest` the last one of each topic.
 
-    def __init__(self, url, *topics, **options):
+    With keeps_all=False `messages` stays empty, for tests of many messages. `count` is how many came."""
+
+    def __init__(self, url, *topics, keeps_all=True, **options):
         self._process = subprocess.Popen(
             ["node", os.path.join(FOLDER, "client.mjs"), url, json.dumps(options)], stdin=subprocess.PIPE,
             stdout=subprocess.PIPE, text=True)
-        self.messages, self.newest, self.events = [], {}, []
+        self.messages, self.newest, self.events, self.count = [], {}, [], 0
+        self._keeps_all = keeps_all
         self._changed = threading.Condition()
         self._reader = threading.Thread(target=self._read, daemon=True)
         self._reader.start()
@@ -98,7 +101,9 @@ class Client:
             event = json.loads(line)
             with self._changed:
                 if event["event"] == "message":
-                    self.messages.append(event)
+                    self.count += 1
+                    if self._keeps_all:
+                        self.messages.append(event)
                     self.newest[event["topic"]] = event
                 else:
                     self.events.append(event)
