@@ -18,6 +18,7 @@
 #include "HostScope.h"
 #include "LoadedProject.h"
 #include "Operator.h"
+#include "OutletFormat.h"
 #include "PlantMemory.h"
 #include "RunFigures.h"
 #include "RunOutlets.h"
@@ -60,10 +61,10 @@ std::vector<SharedSnapshot> FirstSnapshots(LoadedProject& project) {
 
 std::unique_ptr<Display> MakeDisplay(RunOptions const& options, Streams const& streams, Terminal& terminal,
                                      LogBuffer& log, ValueSetter const& setter, PlantMemory const& memory,
-                                     LoadedProject const& project, bool table) {
+                                     LoadedProject const& project, OutletList const& outlets, bool table) {
     if (table) {
         terminal.Begin();
-        return std::make_unique<TableDisplay>(terminal, TableSources{memory, setter, log},
+        return std::make_unique<TableDisplay>(terminal, TableSources{memory, setter, log, outlets},
                                               Completions(project.Blocks()));
     }
     std::optional<ChangeFilter> filter;
@@ -71,7 +72,7 @@ std::unique_ptr<Display> MakeDisplay(RunOptions const& options, Streams const& s
         filter.emplace(*options.changesBeyond);
     }
     if (options.format == OutputFormat::Json) {
-        return std::make_unique<JsonDisplay>(streams.out, std::move(filter));
+        return std::make_unique<JsonDisplay>(streams.out, outlets, std::move(filter));
     }
     bool const isCsv = options.format == OutputFormat::Csv;
     streams.out << (isCsv ? CsvHeader() : LinesHeader());
@@ -208,10 +209,10 @@ int RunProject(RunOptions const& given, Streams const& streams) {
 
     Signals signals(Terminal::EndAtOnce);
     Terminal terminal(1, 0);
-    std::unique_ptr<Display> const display =
-        MakeDisplay(options, streams, terminal, log, setter, memory, project, table);
-    Operator person(project, setter, *display, table && isatty(streams.in) ? -1 : streams.in);
     OutletList outlets;
+    std::unique_ptr<Display> const display =
+        MakeDisplay(options, streams, terminal, log, setter, memory, project, outlets, table);
+    Operator person(project, setter, *display, table && isatty(streams.in) ? -1 : streams.in);
     AddOutlets(outlets, options,
                {options.project, WORKBENCH_VERSION, project.Blocks(), project.Tasks(), memory, setter, log,
                 [&host] { return host.Figures(); }});
@@ -230,13 +231,15 @@ int RunProject(RunOptions const& given, Streams const& streams) {
     std::unique_ptr<RunPage> const page =
         StartPage(options, streams,
                   {options.project, WORKBENCH_VERSION, project.Blocks(), project.Tasks(), memory, setter, log,
-                   options.page.hasWrites});
+                   options.page.hasWrites, &outlets});
     outlets.Start();
     RunUntilEnd(project.Runtime(), *display, terminal, signals, person, page.get(), options, table);
     outlets.End();
+    display->Refresh();
     if (terminal.End()) {
         PrintSummary(options, streams,
-                     figures.Summary(host.Figures()) + HeldWritesText(host.Observed(), project.Blocks()));
+                     figures.Summary(host.Figures()) + OutletLines(outlets.States()) +
+                         HeldWritesText(host.Observed(), project.Blocks()));
     }
     PrintHeldWrites(options, streams, host, project, log);
     CheckOutputs(options, host, *display);

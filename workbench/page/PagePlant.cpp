@@ -72,7 +72,7 @@ PagePlant::PagePlant(Parts runParts) : PagePlant(std::move(runParts), std::make_
 PagePlant::PagePlant(Parts runParts, std::unique_ptr<ObjectInspector> objectInspector)
     : parts(std::move(runParts)),
       started(dorvel::Environment().Now()),
-      stream(parts.memory.board, parts.memory.events),
+      stream(parts.memory.board, parts.memory.events, parts.outlets),
       inspector(std::move(objectInspector)) {
     for (BlockConfig const& block : parts.blocks) {
         for (std::size_t i = 0; i < block.variables.size(); ++i) {

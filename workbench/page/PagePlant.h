@@ -9,6 +9,7 @@
 #include "JsonFields.h"
 #include "LogBuffer.h"
 #include "ObjectInspector.h"
+#include "OutletList.h"
 #include "PlantMemory.h"
 #include "PlantStream.h"
 #include "Project.h"
@@ -36,6 +37,7 @@ public:
         ValueSetter& setter;
         LogBuffer& log;
         bool hasWrites;  // whether the page may set values
+        OutletList const* outlets = nullptr;
     };
 
     explicit PagePlant(Parts runParts);

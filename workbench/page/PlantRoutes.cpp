@@ -1,6 +1,19 @@
+#include "OutletFormat.h"
 #include "PageRoutes.h"
+#include "dorvelshare/HostEnvironment.h"
 
 namespace workbench {
+
+namespace {
+
+std::string OutletsField(PagePlant const& plant) {
+    OutletList const* const outlets = plant.Run().outlets;
+    std::string const object = OutletsJson(outlets ? outlets->States() : std::vector<OutletState>(),
+                                           dorvel::Environment().LocalTimeDiff());
+    return object.substr(1, object.size() - 2);
+}
+
+}  // namespace
 
 PageResponse AnswerSession(PageCall const& call) {
     rapidjson::StringBuffer buffer;
@@ -33,7 +46,7 @@ PageResponse AnswerValues(PageCall const& call) {
         response.body += *call.plant.Stream().WholeBlock(block);
         isFirst = false;
     }
-    response.body += "]}\n";
+    response.body += "]," + OutletsField(call.plant) + "}\n";
     return response;
 }
 

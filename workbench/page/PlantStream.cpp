@@ -8,6 +8,7 @@
 #include "EventJson.h"
 #include "JsonFields.h"
 #include "JsonFormat.h"
+#include "OutletFormat.h"
 #include "Secret.h"
 #include "dorvelshare/HostEnvironment.h"
 
@@ -35,8 +36,9 @@ std::string EventText(std::string const& id, char const* event, std::string cons
     return (id.empty() ? "" : "id: " + id + "\n") + "event: " + event + "\ndata: " + OneLine(json) + "\n\n";
 }
 
-PlantStream::PlantStream(PlantBoard const& plantBoard, EventList const& plantEvents)
-    : board(plantBoard), events(plantEvents), run(RandomSecret().substr(0, 8)) {}
+PlantStream::PlantStream(PlantBoard const& plantBoard, EventList const& plantEvents,
+                         OutletList const* runOutlets)
+    : board(plantBoard), events(plantEvents), outlets(runOutlets), run(RandomSecret().substr(0, 8)) {}
 
 PlantStream::~PlantStream() {
     End("the run has ended");
@@ -83,6 +85,7 @@ void PlantStream::Encode() {
         }
     }
     PushEvents();
+    PushOutlets();
 }
 
 void PlantStream::PushEvents() {
@@ -90,6 +93,23 @@ void PlantStream::PushEvents() {
         Push("event", EventJson(event));
         newestEvent = event.id;
     }
+}
+
+// Figures of outlets change all the time.
+void PlantStream::PushOutlets() {
+    if (!HasOutlets() || SteadyNow() - outletsAt < Second) {
+        return;
+    }
+    outletsAt = SteadyNow();
+    std::string text = OutletsText();
+    if (text != shownOutlets) {
+        Push("outlets", text);
+        shownOutlets = std::move(text);
+    }
+}
+
+std::string PlantStream::OutletsText() const {
+    return OutletsJson(outlets->States(), dorvel::Environment().LocalTimeDiff());
 }
 
 void PlantStream::Push(char const* event, std::string const& json) {
@@ -206,6 +226,9 @@ std::vector<SharedText> StreamReader::WholeState() {
         texts.push_back(std::make_shared<std::string const>("event: block\ndata: "));
         texts.push_back(stream.WholeBlock(block));
         texts.push_back(std::make_shared<std::string const>("\n\n"));
+    }
+    if (stream.HasOutlets()) {
+        texts.push_back(std::make_shared<std::string const>(EventText({}, "outlets", stream.OutletsText())));
     }
     if (!id.empty()) {
         texts.push_back(std::make_shared<std::string const>("id: " + id + "\n\n"));

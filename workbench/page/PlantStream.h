@@ -13,22 +13,25 @@
 #include "ChangeFilter.h"
 #include "EventList.h"
 #include "MessageRing.h"
+#include "OutletList.h"
 #include "PlantBoard.h"
 
 namespace workbench {
 
 class StreamReader;
 
-// The server-sent events of a run: after each cycle of a block what has changed, and each event, as messages
-// that are encoded once for all readers. Encodes on its own thread, and only while there are readers. When
-// cycles are faster than that, several become one message. Thread-safe.
+// The server-sent events of a run: after each cycle of a block what has changed, each event, and the outlets
+// when they have changed, at most once a second, as messages that are encoded once for all readers. Encodes
+// on its own thread, and only while there are readers. When cycles are faster than that, several become one
+// message. Thread-safe.
 class PlantStream {
 public:
     // Each reader holds a thread of the server.
     static constexpr std::size_t MostReaders = 64;
 
-    // Both must outlive the stream.
-    PlantStream(PlantBoard const& plantBoard, EventList const& plantEvents);
+    // All must outlive the stream. Without outlets there are no messages of them.
+    PlantStream(PlantBoard const& plantBoard, EventList const& plantEvents,
+                OutletList const* runOutlets = nullptr);
     PlantStream(PlantStream const&) = delete;
     PlantStream& operator=(PlantStream const&) = delete;
     ~PlantStream();
@@ -63,11 +66,15 @@ private:
     void Run();
     void BringUpToDate();
     void PushEvents();
+    void PushOutlets();
+    bool HasOutlets() const { return outlets && !outlets->IsEmpty(); }
+    std::string OutletsText() const;
     void Push(char const* event, std::string const& json);
     std::string EndReason() const;
 
     PlantBoard const& board;
     EventList const& events;
+    OutletList const* outlets;
     std::string run;  // a part of each event's id, so that those of another run do not count
     MessageRing ring;
     std::atomic<std::size_t> readers{0};
@@ -76,6 +83,8 @@ private:
     ChangeFilter filter;
     std::map<BlockConfig const*, SharedSnapshot> shown;
     unsigned long long newestEvent = 0;
+    std::string shownOutlets;
+    long long outletsAt = 0;
     bool isCurrent = false;  // the messages follow one another since the last reader came
     long long lastRead = 0;
     std::string endReason;

@@ -5,6 +5,7 @@
 
 #include "DetailView.h"
 #include "KeyTable.h"
+#include "OutletRows.h"
 #include "PlantScreen.h"
 #include "Printable.h"
 #include "SetRequest.h"
@@ -162,14 +163,17 @@ std::vector<std::string> PlantScreen::Body(Screen const& screen, std::size_t hei
 }
 
 std::vector<std::string> PlantScreen::TableWithLog(Screen const& screen, std::size_t height) {
-    std::vector<std::string> const logLines = NewestLog(log, screen);
-    std::size_t const tableHeight = height - logLines.size();
+    std::vector<std::string> below = OutletRows(rows.Plant().outlets, screen, time);
+    for (std::string& line : NewestLog(log, screen)) {
+        below.push_back(std::move(line));
+    }
+    std::size_t const tableHeight = height - below.size();
     std::vector<std::string> lines = table.Draw(rows, screen, tableHeight, values, time);
     if (rows.Rows().empty()) {
         lines.push_back(Line("    No variable is chosen; Esc shows all again", screen));
     }
     lines.resize(tableHeight);
-    lines.insert(lines.end(), logLines.begin(), logLines.end());
+    lines.insert(lines.end(), below.begin(), below.end());
     return lines;
 }
 

@@ -4,19 +4,21 @@
 #include <map>
 #include <vector>
 
+#include "OutletState.h"
 #include "Snapshot.h"
 #include "WriteState.h"
 
 namespace workbench {
 
 // What the screen shows: the newest cycle of each block, in the order of the project, and the states of the
-// values that were set, which may be newer than the cycle.
+// values that were set, which may be newer than the cycle; and the outlets of the run.
 using BlockList = std::vector<SharedSnapshot>;
 using WriteList = std::map<VariableConfig const*, WriteState>;
 
 struct PlantState {
     BlockList blocks;
     WriteList writes;
+    std::vector<OutletState> outlets{};
 
     WriteState const& WriteOf(VariableSnapshot const& variable) const;
 };

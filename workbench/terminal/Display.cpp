@@ -1,5 +1,6 @@
 #include "Display.h"
 
+#include "OutletFormat.h"
 #include "dorvelshare/HostEnvironment.h"
 #include "dorvelshare/Trace.h"
 
@@ -44,6 +45,18 @@ void JsonDisplay::Answer(SetAnswer const& answer) {
 
 void JsonDisplay::Standby(bool isOn) {
     Write(FormatStandby(isOn));
+}
+
+void JsonDisplay::Refresh() {
+    std::vector<OutletState> states = outlets.States();
+    shown.resize(states.size());
+    for (std::size_t i = 0; i < states.size(); ++i) {
+        if (states[i].since != shown[i].since || states[i].health != shown[i].health ||
+            states[i].text != shown[i].text) {
+            Write(OutletJson(states[i], dorvel::Environment().LocalTimeDiff()) + "\n");
+        }
+    }
+    shown = std::move(states);
 }
 
 }  // namespace workbench

@@ -13,6 +13,7 @@
 #include "JsonFormat.h"
 #include "LineFormat.h"
 #include "LogBuffer.h"
+#include "OutletList.h"
 #include "SetAnswer.h"
 #include "Snapshot.h"
 
@@ -76,14 +77,22 @@ private:
     LogBuffer& log;
 };
 
-// JSON objects, one a line. Answers are separate objects between those of the cycles.
+// JSON objects, one a line. Answers, and outlets whose state has changed, are separate objects between those
+// of the cycles.
 class JsonDisplay : public TextDisplay {
 public:
-    explicit JsonDisplay(std::ostream& outputStream, std::optional<ChangeFilter> changesOnly = {})
-        : TextDisplay(outputStream, FormatJson, std::move(changesOnly)) {}
+    // The outlets must outlive the display.
+    JsonDisplay(std::ostream& outputStream, OutletList const& runOutlets,
+                std::optional<ChangeFilter> changesOnly = {})
+        : TextDisplay(outputStream, FormatJson, std::move(changesOnly)), outlets(runOutlets) {}
 
     void Answer(SetAnswer const& answer) override;
     void Standby(bool isOn) override;
+    void Refresh() override;
+
+private:
+    OutletList const& outlets;
+    std::vector<OutletState> shown;  // as they were written last
 };
 
 }  // namespace workbench

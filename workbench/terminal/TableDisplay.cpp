@@ -88,7 +88,8 @@ void TableDisplay::Update() {
             log.push_back(ShortLogText(line));
         }
     }
-    screen.Update({sources.memory.board.All(), sources.setter.States()}, log, dorvel::Environment().Now());
+    screen.Update({sources.memory.board.All(), sources.setter.States(), sources.outlets.States()}, log,
+                  dorvel::Environment().Now());
 }
 
 VariableFacts TableDisplay::FactsOf(BlockConfig const& block, VariableConfig const& variable) {

@@ -9,6 +9,7 @@
 #include "KeyDecoder.h"
 #include "LogBuffer.h"
 #include "ObjectInspector.h"
+#include "OutletList.h"
 #include "PlantMemory.h"
 #include "PlantScreen.h"
 #include "Terminal.h"
@@ -22,6 +23,7 @@ struct TableSources {
     PlantMemory const& memory;
     ValueSetter const& setter;
     LogBuffer const& log;
+    OutletList const& outlets;
 };
 
 // The screen of a run on a terminal (PlantScreen.h). A key is shown at once, a cycle at most 40 ms after it

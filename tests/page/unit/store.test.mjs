@@ -29,6 +29,16 @@ test('a variable is found by the name of its block and its own', () => {
   assert.equal(store.variables[2].block.now.cycle, 1);
 });
 
+test('outlets replace the ones before, and each time is reported', () => {
+  let times = 0;
+  store.on('outlets', () => { times += 1; });
+  assert.deepEqual(store.outlets, []);
+  store.setOutlets([{outlet: 'mqtt', health: 'good'}]);
+  store.setOutlets([{outlet: 'mqtt', health: 'waiting'}]);
+  assert.deepEqual(store.outlets.map(({health}) => health), ['waiting']);
+  assert.equal(times, 2);
+});
+
 test('only what has changed is reported, and only a change has a time', () => {
   store.apply(block('AHU', [good('Supply', 21), good('Return', 20)]));
   store.apply(block('AHU', [good('Supply', 21, {time: 'later'}), good('Return', 20.5)], {time: 'T'}));

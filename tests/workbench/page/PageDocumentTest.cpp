@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "DocumentPart.h"
+#include "FakeOutlet.h"
 #include "PageFixture.h"
 #include "PageRoutes.h"
 #include "Whereabouts.h"
@@ -70,6 +71,7 @@ protected:
         };
         Post("/api/variables/0/write", R"({"value":"30"})");
         Here() = {&project.Blocks().front(), nullptr, &project.Blocks().front().variables.front()};
+        FakeOutlet::AddTo(outlets, {"mqtt", OutletHealth::Good, "connected", 1, {{"messages", 1}}});
         log.Add("a line about T");
         Here() = {};
         Run(2);

@@ -51,7 +51,7 @@ protected:
         };
         plant = std::make_unique<workbench::PagePlant>(
             workbench::PagePlant::Parts{"p.lua", "1.2.3", project.Blocks(), project.Tasks(), *memory, *setter,
-                                        log, hasWrites},
+                                        log, hasWrites, &outlets},
             std::make_unique<workbench::ObjectInspector>(noNetwork));
         service = std::make_unique<workbench::PageService>(*plant, *guard, files);
     }
@@ -181,6 +181,7 @@ protected:
     workbench::LoadedProject project{"p.lua", {}};
     std::unique_ptr<workbench::ValueSetter> setter;
     std::unique_ptr<workbench::PlantMemory> memory;
+    workbench::OutletList outlets;
     std::unique_ptr<workbench::PagePlant> plant;
     workbench::Sessions sessions{Token};
     workbench::Sessions::Session session;

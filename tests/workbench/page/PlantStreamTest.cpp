@@ -1,5 +1,6 @@
 #include "PlantStream.h"
 
+#include "FakeOutlet.h"
 #include "PageFixture.h"
 
 using namespace test;
@@ -83,6 +84,36 @@ TEST_F(PlantStreamTest, SendsEvents) {
     std::string const text = All(*reader);
     EXPECT_EQ(Count(text, "event: event\n"), 2u);
     EXPECT_NE(text.find(R"("kind":"suspect","block":"AHU","variable":"T")"), std::string::npos);
+}
+
+TEST_F(PlantStreamTest, SendsTheOutletsAtMostOnceASecond) {
+    FakeOutlet& mqtt = FakeOutlet::AddTo(outlets, {"mqtt", OutletHealth::Good, "connected", 1, {}});
+    Run();
+    auto const reader = Open();
+    EXPECT_EQ(Count(All(*reader), R"(event: outlets
+data: {"outlets":[{"outlet":"mqtt","health":"good","text":"connected")"),
+              1u);
+    for (unsigned long long messages = 1; messages <= 4; ++messages) {
+        mqtt.state.counts = {{"messages", messages}};
+        plant->Stream().Encode();
+        world.time += 5000000;
+    }
+    std::string const text = All(*reader);
+    EXPECT_EQ(Count(text, "event: outlets\n"), 2u);
+    EXPECT_NE(text.find(R"("counts":{"messages":3}})"), std::string::npos);
+    plant->Stream().Encode();
+    EXPECT_EQ(Count(All(*reader), R"("messages":4)"), 1u);
+    world.time += 20000000;
+    plant->Stream().Encode();
+    EXPECT_EQ(Count(All(*reader), "event: outlets\n"), 0u);
+}
+
+TEST_F(PlantStreamTest, SaysNothingOfOutletsWithoutThem) {
+    auto const reader = Open();
+    std::string text = All(*reader);
+    RunAndEncode();
+    text += All(*reader);
+    EXPECT_EQ(text.find("outlets"), std::string::npos);
 }
 
 TEST_F(PlantStreamTest, ReportsHowMuchASlowReaderHasLost) {

@@ -46,7 +46,7 @@ protected:
         ioctl(program, TIOCSWINSZ, &size);
         terminal = std::make_unique<Terminal>(program, program);
         terminal->Begin();
-        display = std::make_unique<TableDisplay>(*terminal, TableSources{*memory, *values, log},
+        display = std::make_unique<TableDisplay>(*terminal, TableSources{*memory, *values, log, outlets},
                                                  std::vector<std::string>{"AHU.T"});
     }
 
@@ -77,6 +77,7 @@ protected:
     FakeEnvironment world;
     FakeAddIn addIn;
     LogBuffer log{nullptr};
+    OutletList outlets;
     LoadedProject project{"p.lua", {}};
     std::unique_ptr<PlantMemory> memory;
     std::unique_ptr<ValueSetter> values;

@@ -73,7 +73,7 @@ export function createApi() {
     // after it. Returns a function that closes it; nothing is called after that.
     stream(handlers, after = '') {
       const source = new EventSource(`/api/stream${after && `?after=${encodeURIComponent(after)}`}`);
-      for (const name of ['block', 'changes', 'event', 'lost', 'renew', 'end']) {
+      for (const name of ['block', 'changes', 'event', 'outlets', 'lost', 'renew', 'end']) {
         source.addEventListener(name, (message) => handlers[name]?.(parseJson(message.data || '{}'), message.lastEventId));
       }
       source.onopen = () => handlers.opened?.();

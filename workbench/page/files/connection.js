@@ -65,6 +65,7 @@ class Connection {
       block: this.#hear((cycle) => this.#store.apply(cycle)),
       changes: this.#hear((changes) => this.#store.apply(changes)),
       event: this.#hear((event) => this.#store.addEvent(event)),
+      outlets: this.#hear(({outlets}) => this.#store.setOutlets(outlets)),
       lost: this.#hear(({updates}) => this.#store.skip(updates)),
       renew: () => this.#renew(),
       end: ({reason}) => this.#stop('ended', reason),

@@ -1,7 +1,8 @@
-// The bar at the top and the notices below it: project, present page, connection, blocks in fault, lost updates.
+// The bar at the top and the notices below it: project, present page, connection, blocks in fault, outlets, lost updates.
 
 import {announce, make, everyFrame, setAttribute, setText} from './dom.js';
 import {countText, offsetMs} from './format.js';
+import {startOutlets} from './outlets.js';
 import {makeSign, setSign} from './signs.js';
 import {blockState} from './store.js';
 import {pointTime} from './trend-figures.js';
@@ -111,6 +112,7 @@ export function startHeader(store) {
   startConnectionSign(store);
   startLostNotice(store);
   startFaults(store);
+  startOutlets(store);
   startWrites(store);
   return {
     // The link of the page is marked, and the title of the window names page and project.

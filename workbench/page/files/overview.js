@@ -1,10 +1,11 @@
-// #/: the state of the plant at a glance. Figures that lead to the variables they count, a card for each block, and the
-// latest events.
+// #/: the state of the plant at a glance. Figures that lead to the variables they count, a card for each block, the
+// outlets, and the latest events.
 
 import {BlockWords, countText, groupedText, shortTime} from './format.js';
 import {drawCard, makeCard} from './block-card.js';
 import {eventLine} from './event-line.js';
 import {make, everyFrame, setAttribute, setText, sparingFocus} from './dom.js';
+import {makeOutlets} from './outlets.js';
 import {makeSign, setBlockState} from './signs.js';
 import {blockState} from './store.js';
 
@@ -66,19 +67,21 @@ const makeFigures = (states, figures) => make('div.figures', {},
   make('div.figure.whole-figure', {'data-tone': 'none'}, states.element, make('span', {}, 'blocks')),
   figures.map((figure) => figure.element));
 
-const makeSections = ({blocks}, troubled, list, latest) => make('div.overview', {},
+const makeSections = ({blocks}, troubled, list, outlets, latest) => make('div.overview', {},
   make('section', {'aria-labelledby': 'blocks-title'},
     make('div.panel-head', {}, make('h2', {id: 'blocks-title'}, 'Blocks'), blocks.length > 6 && troubled), list),
-  make('section', {'aria-labelledby': 'latest-title'},
-    make('div.panel-head', {}, make('h2', {id: 'latest-title'}, 'Latest events'),
-      make('a', {href: '#/events'}, 'All events')),
-    make('div.panel', {}, latest)));
+  make('div.beside', {}, outlets,
+    make('section', {'aria-labelledby': 'latest-title'},
+      make('div.panel-head', {}, make('h2', {id: 'latest-title'}, 'Latest events'),
+        make('a', {href: '#/events'}, 'All events')),
+      make('div.panel', {}, latest))));
 
 export function mount(element, {store}) {
   const figures = Figures.map((figure) => ({...makeFigure(figure), figure}));
   const states = makeStates(store);
   const cards = new Map(store.blocks.map((block) => [block, makeCard(block)]));
   const due = new Set(store.blocks);
+  const outlets = makeOutlets(store);
   const latest = make('ol.latest');
   const troubled = make('button.filter', {type: 'button', 'aria-pressed': 'false', onclick: () => {
     const pressed = troubled.getAttribute('aria-pressed') !== 'true';
@@ -105,12 +108,14 @@ export function mount(element, {store}) {
     }
   }));
 
-  element.append(makeHead(store), makeFigures(states, figures), makeSections(store, troubled, list, latest));
+  element.append(makeHead(store), makeFigures(states, figures), makeSections(store, troubled, list, outlets.element, latest));
   draw();
   drawEvents();
+  outlets.draw();
   const ends = [
     store.on('block', (block) => { due.add(block); draw(); }),
     store.on('event', drawEvents),
+    store.on('outlets', outlets.draw),
   ];
   return () => {
     ends.forEach((end) => end());

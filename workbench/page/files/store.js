@@ -10,8 +10,10 @@
 // `counts` of the plant and of each block are kept up to date by each change, in a time that depends on what has
 // changed only: variables that are bad, uncertain, suspect, and writes that are pending or failed.
 //
+// `outlets` are those of /api/values: what the run feeds besides this page.
+//
 // load(session, plant) begins with /api/session and /api/plant. The connection feeds the objects of the stream to
-// apply(), addEvent() and skip(), and its own state to connect().
+// apply(), addEvent(), setOutlets() and skip(), and its own state to connect().
 //
 // on(kind, listener) returns a function that removes the listener. Kinds and what a listener is called with:
 //   'plant'       ()            after load()
@@ -20,6 +22,7 @@
 //   'block'       (block)       after each cycle of a block
 //   'state'       (block, was)  the state of a block is another one: 'ok', 'fault', 'standby' or 'waiting'
 //   'event'       (event)       a new event, as in /api/events
+//   'outlets'     ()            another state or figure of an outlet
 //   'connection'  (connection)  {state, since, reason}; see connection.js
 //   'lost'        (updates)     so many updates were skipped
 
@@ -79,6 +82,7 @@ class Store {
   blocks = [];
   variables = [];
   events = [];
+  outlets = [];
   counts = NoCounts();
   #blocksByName = new Map();
   #listeners = new Map();
@@ -134,6 +138,11 @@ class Store {
       this.events.splice(0, this.events.length - MostEvents);
     }
     this.#emit('event', event);
+  }
+
+  setOutlets(outlets) {
+    this.outlets = outlets;
+    this.#emit('outlets');
   }
 
   skip(updates) {
