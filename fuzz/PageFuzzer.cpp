@@ -75,7 +75,7 @@ private:
     std::vector<PageFile> const files = {{"/index.html", "text/html", "<!DOCTYPE html>", "\"1\""}};
 };
 
-void ReadTarget(std::string const& target, PageRequest& request) {
+void ReadTarget(std::string const& target, HttpRequest& request) {
     std::size_t const mark = std::min(target.find('?'), target.size());
     request.path = target.substr(0, mark);
     std::istringstream pairs(target.substr(std::min(mark + 1, target.size())));
@@ -85,7 +85,7 @@ void ReadTarget(std::string const& target, PageRequest& request) {
     }
 }
 
-void AddRights(unsigned rights, Sessions::Session const& session, PageRequest& request) {
+void AddRights(unsigned rights, Sessions::Session const& session, HttpRequest& request) {
     if (rights & HasSession) {
         request.headers.emplace("cookie", "dorvel_page_8080=" + session.id);
     }
@@ -100,8 +100,8 @@ void AddRights(unsigned rights, Sessions::Session const& session, PageRequest& r
     }
 }
 
-PageRequest ReadRequest(std::string const& input, Sessions::Session const& session) {
-    PageRequest request;
+HttpRequest ReadRequest(std::string const& input, Sessions::Session const& session) {
+    HttpRequest request;
     request.sender = "127.0.0.1";
     AddRights(input.empty() ? 0 : static_cast<unsigned char>(input.front()), session, request);
     std::istringstream text(input.substr(std::min<std::size_t>(1, input.size())));
@@ -117,7 +117,7 @@ PageRequest ReadRequest(std::string const& input, Sessions::Session const& sessi
     return request;
 }
 
-bool HasHeader(PageResponse const& response, std::string const& name) {
+bool HasHeader(HttpResponse const& response, std::string const& name) {
     for (auto const& header : response.headers) {
         Require(header.second.find_first_of("\r\n") == std::string::npos, "a header is one line");
         if (header.first == name) {
@@ -134,9 +134,9 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     Require(added == 0, "the add-in starts");
     static Page page;
     std::string const input(reinterpret_cast<char const*>(data), size);
-    PageRequest const request = ReadRequest(input, page.session);
+    HttpRequest const request = ReadRequest(input, page.session);
     bool const isRefused = page.service->Refusal(request).has_value();
-    PageResponse const response = page.service->Answer(request);
+    HttpResponse const response = page.service->Answer(request);
     Require(response.status >= 200 && response.status < 600, "an answer has a status");
     Require(!isRefused || response.status >= 400, "what the head refuses is refused");
     Require(HasHeader(response, "Content-Security-Policy"), "an answer binds the browser");

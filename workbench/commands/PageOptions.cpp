@@ -13,7 +13,7 @@ namespace {
 void TakeAddress(std::string const& text, CLI::Option& project, PageOptions& options) {
     options.isOn = true;
     try {
-        ReadPageAddress(text);
+        ReadHttpAddress(text);
         options.address = text;
     } catch (std::runtime_error const& mistake) {
         if (project.count() > 0) {

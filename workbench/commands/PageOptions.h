@@ -12,7 +12,7 @@ namespace workbench {
 // The page of the command run.
 struct PageOptions {
     bool isOn = false;
-    std::string address;  // as ReadPageAddress reads it; empty: loopback and a free port
+    std::string address;  // as ReadHttpAddress reads it; empty: loopback and a free port
     bool hasWrites = false;
     std::string tokenFile;  // empty: a random token
     std::vector<std::string> hosts;

@@ -8,7 +8,7 @@
 #include <ifaddrs.h>
 #include <net/if.h>
 
-#include "PageServer.h"
+#include "HttpServer.h"
 #include "PageService.h"
 #include "RequestGuard.h"
 #include "Secret.h"
@@ -39,7 +39,7 @@ std::string OwnAddress() {
     return found;
 }
 
-std::string LinkOf(PageAddress address, std::string const& token) {
+std::string LinkOf(HttpAddress address, std::string const& token) {
     if (address.address == "0.0.0.0" || address.address == "::") {
         address.address = OwnAddress();
     }
@@ -50,13 +50,13 @@ std::string LinkOf(PageAddress address, std::string const& token) {
 
 struct RunPage::Parts {
     Parts(PageOptions const& options, PagePlant::Parts const& run, std::string const& token)
-        : server(ReadPageAddress(options.address)),
+        : server(ReadHttpAddress(options.address), "--page"),
           sessions(token),
           guard(sessions, AllowedHosts(server.Address(), options.hosts), server.Address().port),
           plant(run),
           service(plant, guard, PageFiles()) {}
 
-    PageServer server;
+    HttpServer server;
     Sessions sessions;
     RequestGuard guard;
     PagePlant plant;

@@ -27,9 +27,9 @@ std::string InspectionJson(Inspection const& inspection, long long localDiff) {
     return JsonLine(buffer);
 }
 
-PageResponse AnswerDevice(PageCall const& call) {
+HttpResponse AnswerDevice(PageCall const& call) {
     PageVariable const& variable = *call.variable;
-    PageResponse response;
+    HttpResponse response;
     response.body = InspectionJson(*call.plant.Inspector().Inspect(*variable.block, *variable.config),
                                    dorvel::Environment().LocalTimeDiff());
     return response;

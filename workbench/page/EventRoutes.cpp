@@ -8,7 +8,7 @@
 
 namespace workbench {
 
-PageResponse AnswerEvents(PageCall const& call) {
+HttpResponse AnswerEvents(PageCall const& call) {
     auto const after = NumberParameter(call.request, "after", 0, 0, LargestNumber);
     if (!after) {
         return NumberProblem(call.request, "after", "the id of an event, 0 or more");
@@ -23,12 +23,12 @@ PageResponse AnswerEvents(PageCall const& call) {
     }
     writer.EndArray();
     writer.EndObject();
-    PageResponse response;
+    HttpResponse response;
     response.body = JsonLine(buffer);
     return response;
 }
 
-PageResponse AnswerEventsCsv(PageCall const& call) {
+HttpResponse AnswerEventsCsv(PageCall const& call) {
     return CsvFile("events.csv", EventsCsv(call.plant.Run().memory.events.Since(0)));
 }
 

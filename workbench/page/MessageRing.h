@@ -4,14 +4,13 @@
 #include <condition_variable>
 #include <cstddef>
 #include <deque>
-#include <memory>
 #include <mutex>
 #include <string>
 #include <vector>
 
-namespace workbench {
+#include "HttpService.h"
 
-using SharedText = std::shared_ptr<std::string const>;
+namespace workbench {
 
 // The newest messages for any number of readers, each of which has a position. Messages are numbered from 0
 // and shared; a reader that is slower than the messages loses the oldest and learns how many. Memory is

@@ -7,7 +7,7 @@
 
 namespace workbench {
 
-std::optional<unsigned long long> NumberParameter(PageRequest const& request, std::string const& name,
+std::optional<unsigned long long> NumberParameter(HttpRequest const& request, std::string const& name,
                                                   unsigned long long otherwise, unsigned long long least,
                                                   unsigned long long greatest) {
     if (request.parameters.count(name) == 0) {
@@ -23,7 +23,7 @@ std::optional<unsigned long long> NumberParameter(PageRequest const& request, st
     return number;
 }
 
-PageResponse NumberProblem(PageRequest const& request, std::string const& name, std::string const& allowed) {
+HttpResponse NumberProblem(HttpRequest const& request, std::string const& name, std::string const& allowed) {
     return Problem(400, name + ": " + tools::Quoted(request.Parameter(name)) + " is not " + allowed);
 }
 

@@ -3,18 +3,18 @@
 #include <optional>
 #include <string>
 
-#include "PageRequest.h"
+#include "HttpRequest.h"
 
 namespace workbench {
 
 constexpr unsigned long long LargestNumber = 1ULL << 53;
 
 // A parameter of a request: a number between both limits, the default without it, none for anything else.
-std::optional<unsigned long long> NumberParameter(PageRequest const& request, std::string const& name,
+std::optional<unsigned long long> NumberParameter(HttpRequest const& request, std::string const& name,
                                                   unsigned long long otherwise, unsigned long long least,
                                                   unsigned long long greatest);
 
 // What is wrong with it.
-PageResponse NumberProblem(PageRequest const& request, std::string const& name, std::string const& allowed);
+HttpResponse NumberProblem(HttpRequest const& request, std::string const& name, std::string const& allowed);
 
 }  // namespace workbench

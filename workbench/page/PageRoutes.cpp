@@ -38,7 +38,7 @@ bool IsMethodOf(PageRoute const& route, std::string const& method) {
     return expected == method || (expected == "GET" && method == "HEAD");
 }
 
-PageResponse CallRoute(PageRoute const& route, PageCall call, std::string_view id) {
+HttpResponse CallRoute(PageRoute const& route, PageCall call, std::string_view id) {
     if (!id.empty()) {
         call.variable = FindVariable(call.plant, id);
         if (!call.variable) {
@@ -48,8 +48,8 @@ PageResponse CallRoute(PageRoute const& route, PageCall call, std::string_view i
     return route.answer(call);
 }
 
-PageResponse MethodProblem(PageRequest const& request, std::string const& allowed) {
-    PageResponse response = Problem(405, request.method + " is not possible with " +
+HttpResponse MethodProblem(HttpRequest const& request, std::string const& allowed) {
+    HttpResponse response = Problem(405, request.method + " is not possible with " +
                                              tools::Quoted(request.path) + "; allowed: " + allowed);
     response.headers.emplace_back("Allow", allowed);
     return response;
@@ -63,12 +63,12 @@ PageVariable const* FindVariable(PagePlant const& plant, std::string_view id) {
     return error == std::errc() && end == id.data() + id.size() ? plant.Find(number) : nullptr;
 }
 
-PageResponse UnknownVariable(std::string_view id) {
+HttpResponse UnknownVariable(std::string_view id) {
     return Problem(404, tools::Quoted(id) + " is not the id of a variable; GET /api/plant has all of them");
 }
 
-PageResponse CsvFile(std::string const& name, std::string const& text) {
-    PageResponse response;
+HttpResponse CsvFile(std::string const& name, std::string const& text) {
+    HttpResponse response;
     response.type = "text/csv; charset=utf-8";
     response.headers.emplace_back("Content-Disposition", "attachment; filename=\"" + name + "\"");
     response.body = text;
@@ -95,7 +95,7 @@ std::vector<PageRoute> const& PageRoutes() {
     return routes;
 }
 
-PageResponse AnswerRoute(PagePlant& plant, PageRequest const& request, Sessions::Session const& session) {
+HttpResponse AnswerRoute(PagePlant& plant, HttpRequest const& request, Sessions::Session const& session) {
     std::string allowed;
     for (PageRoute const& route : PageRoutes()) {
         std::string_view id;

@@ -9,8 +9,8 @@ namespace {
 
 constexpr char Api[] = "/api/";
 
-PageResponse AnswerFile(PageFile const& file, PageRequest const& request) {
-    PageResponse response;
+HttpResponse AnswerFile(PageFile const& file, HttpRequest const& request) {
+    HttpResponse response;
     response.type = std::string(file.type);
     // A browser asks each time, so that it never mixes files of two versions.
     response.headers.emplace_back("Cache-Control", "no-cache");
@@ -23,14 +23,14 @@ PageResponse AnswerFile(PageFile const& file, PageRequest const& request) {
     return response;
 }
 
-PageResponse Secured(PageResponse response) {
+HttpResponse Secured(HttpResponse response) {
     AddSecurityHeaders(response);
     return response;
 }
 
 }  // namespace
 
-std::optional<PageResponse> PageService::Refusal(PageRequest const& head) const {
+std::optional<HttpResponse> PageService::Refusal(HttpRequest const& head) const {
     auto refusal = guard.Refusal(head);
     if (refusal) {
         AddSecurityHeaders(*refusal);
@@ -38,18 +38,18 @@ std::optional<PageResponse> PageService::Refusal(PageRequest const& head) const 
     return refusal;
 }
 
-PageResponse PageService::Failure(int status, std::string const& text) {
+HttpResponse PageService::Failure(int status, std::string const& text) const {
     return Secured(Problem(status, text));
 }
 
-PageResponse PageService::Answer(PageRequest const& request) const {
+HttpResponse PageService::Answer(HttpRequest const& request) const {
     if (auto const refusal = Refusal(request)) {
         return *refusal;
     }
     return Secured(AnswerAllowed(request));
 }
 
-PageResponse PageService::AnswerAllowed(PageRequest const& request) const {
+HttpResponse PageService::AnswerAllowed(HttpRequest const& request) const {
     if (RequestGuard::IsSignIn(request)) {
         return guard.SignIn(request);
     }
@@ -63,7 +63,7 @@ PageResponse PageService::AnswerAllowed(PageRequest const& request) const {
         return Problem(404, tools::Quoted(request.path) + " is not a file of this page");
     }
     if (request.method == "POST") {
-        PageResponse response = Problem(405, "files can be read only; allowed: GET");
+        HttpResponse response = Problem(405, "files can be read only; allowed: GET");
         response.headers.emplace_back("Allow", "GET");
         return response;
     }
@@ -80,13 +80,13 @@ PageFile const* PageService::FindFile(std::string const& path) const {
     return nullptr;
 }
 
-std::unique_ptr<StreamReader> PageService::OpenStream(PageRequest const& request) const {
+std::unique_ptr<HttpStream> PageService::OpenStream(HttpRequest const& request) const {
     std::string const after = request.Parameter("after");
     return plant.Stream().Open(after.empty() ? request.Header("last-event-id") : after);
 }
 
-PageResponse PageService::TooManyStreams() {
-    PageResponse response = Problem(503, "all " + std::to_string(PlantStream::MostReaders) +
+HttpResponse PageService::TooManyStreams() const {
+    HttpResponse response = Problem(503, "all " + std::to_string(PlantStream::MostReaders) +
                                              " event streams are in use; close other windows of this page");
     response.headers.emplace_back("Retry-After", "10");
     return Secured(response);

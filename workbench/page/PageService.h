@@ -4,33 +4,31 @@
 #include <string>
 #include <vector>
 
+#include "HttpService.h"
 #include "PageFile.h"
 #include "PagePlant.h"
-#include "PageRequest.h"
 #include "RequestGuard.h"
 
 namespace workbench {
 
-// Answers the requests of browsers and programs (docs/page.md). Needs no socket. Thread-safe.
-class PageService {
+// Answers the requests of browsers and programs (docs/page.md).
+class PageService : public HttpService {
 public:
     // All references must outlive the service.
     PageService(PagePlant& runPlant, RequestGuard& requestGuard, std::vector<PageFile> const& pageFiles)
         : plant(runPlant), guard(requestGuard), files(pageFiles) {}
 
-    // The answer to a request that is refused by its head; none if its body may be read.
-    std::optional<PageResponse> Refusal(PageRequest const& head) const;
-    PageResponse Answer(PageRequest const& request) const;
-    // An error of the server itself, or of the connection.
-    static PageResponse Failure(int status, std::string const& text);
+    std::optional<HttpResponse> Refusal(HttpRequest const& head) const override;
+    HttpResponse Answer(HttpRequest const& request) const override;
+    HttpResponse Failure(int status, std::string const& text) const override;
 
-    // The events for an answer with isStream; null if there are too many readers.
-    std::unique_ptr<StreamReader> OpenStream(PageRequest const& request) const;
-    // The answer then.
-    static PageResponse TooManyStreams();
+    // The streams are those of events.
+    std::size_t MostStreams() const override { return PlantStream::MostReaders; }
+    std::unique_ptr<HttpStream> OpenStream(HttpRequest const& request) const override;
+    HttpResponse TooManyStreams() const override;
 
 private:
-    PageResponse AnswerAllowed(PageRequest const& request) const;
+    HttpResponse AnswerAllowed(HttpRequest const& request) const;
     PageFile const* FindFile(std::string const& path) const;
 
     PagePlant& plant;

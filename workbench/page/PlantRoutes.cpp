@@ -15,7 +15,7 @@ std::string OutletsField(PagePlant const& plant) {
 
 }  // namespace
 
-PageResponse AnswerSession(PageCall const& call) {
+HttpResponse AnswerSession(PageCall const& call) {
     rapidjson::StringBuffer buffer;
     JsonWriter writer(buffer);
     writer.StartObject();
@@ -24,20 +24,20 @@ PageResponse AnswerSession(PageCall const& call) {
     writer.Bool(call.plant.Run().hasWrites);
     WriteField(writer, "version", call.plant.Run().version);
     writer.EndObject();
-    PageResponse response;
+    HttpResponse response;
     response.body = JsonLine(buffer);
     return response;
 }
 
-PageResponse AnswerPlant(PageCall const& call) {
-    PageResponse response;
+HttpResponse AnswerPlant(PageCall const& call) {
+    HttpResponse response;
     response.body = PlantJson(call.plant);
     return response;
 }
 
-PageResponse AnswerValues(PageCall const& call) {
+HttpResponse AnswerValues(PageCall const& call) {
     PlantBoard const& board = call.plant.Run().memory.board;
-    PageResponse response;
+    HttpResponse response;
     // Before the blocks, so that it is never too new for them.
     response.body = "{\"generation\":" + std::to_string(board.Generation()) + ",\"blocks\":[";
     bool isFirst = true;
@@ -50,8 +50,8 @@ PageResponse AnswerValues(PageCall const& call) {
     return response;
 }
 
-PageResponse AnswerStream(PageCall const&) {
-    PageResponse response;
+HttpResponse AnswerStream(PageCall const&) {
+    HttpResponse response;
     response.type = "text/event-stream";
     response.isStream = true;
     // A proxy must not collect events before it passes them on.

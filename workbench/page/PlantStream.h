@@ -12,6 +12,7 @@
 
 #include "ChangeFilter.h"
 #include "EventList.h"
+#include "HttpService.h"
 #include "MessageRing.h"
 #include "OutletList.h"
 #include "PlantBoard.h"
@@ -96,21 +97,19 @@ private:
     std::thread thread;
 };
 
-// What one client gets. Not thread-safe.
-class StreamReader {
+// What one client gets.
+class StreamReader : public HttpStream {
 public:
     static constexpr std::chrono::seconds Lifetime{60};
 
     StreamReader(PlantStream& plantStream, std::string const& lastEvent);
     StreamReader(StreamReader const&) = delete;
     StreamReader& operator=(StreamReader const&) = delete;
-    ~StreamReader();
+    ~StreamReader() override;
 
-    // The next texts to send, in the format of server-sent events. Waits for them; without any, there is none
-    // after that time. After 15 s of silence it is a comment.
-    std::vector<SharedText> Next(std::chrono::milliseconds timeout);
-    // Nothing follows what Next has returned.
-    bool IsOver() const { return isOver; }
+    // The texts are in the format of server-sent events. After 15 s of silence there is a comment.
+    std::vector<SharedText> Next(std::chrono::milliseconds timeout) override;
+    bool IsOver() const override { return isOver; }
 
 private:
     std::vector<SharedText> WholeState();

@@ -16,8 +16,8 @@ constexpr char NoSession[] =
 
 // For a person, who sees it where the page was expected. The link back helps a browser that came here from
 // another site, for which it withholds its cookie.
-PageResponse SignInPage() {
-    PageResponse response;
+HttpResponse SignInPage() {
+    HttpResponse response;
     response.status = 401;
     response.type = "text/html; charset=utf-8";
     response.body =
@@ -31,8 +31,8 @@ PageResponse SignInPage() {
 
 // A browser that follows a redirect from another site withholds the new cookie, so that the next step must
 // come from this page.
-PageResponse StepInside() {
-    PageResponse response;
+HttpResponse StepInside() {
+    HttpResponse response;
     response.type = "text/html; charset=utf-8";
     response.body =
         "<!DOCTYPE html>\n<html lang=\"en-GB\"><meta charset=\"utf-8\"><title>dorvel-workbench</title>\n"
@@ -65,7 +65,7 @@ bool IsTooLong(std::string const& length) {
     return length.size() - digits > 7 || std::strtoul(length.c_str(), nullptr, 10) > LongestBody;
 }
 
-bool IsPage(PageRequest const& head) {
+bool IsPage(HttpRequest const& head) {
     return head.path == "/";
 }
 
@@ -74,9 +74,9 @@ bool IsPage(PageRequest const& head) {
 RequestGuard::RequestGuard(Sessions& pageSessions, AllowedHosts pageHosts, int port)
     : sessions(pageSessions), hosts(std::move(pageHosts)), cookie("dorvel_page_" + std::to_string(port)) {}
 
-std::optional<PageResponse> RequestGuard::Refusal(PageRequest const& head) const {
+std::optional<HttpResponse> RequestGuard::Refusal(HttpRequest const& head) const {
     if (head.method != "GET" && head.method != "HEAD" && head.method != "POST") {
-        PageResponse response = Problem(405, "the method " + tools::Quoted(head.method) +
+        HttpResponse response = Problem(405, "the method " + tools::Quoted(head.method) +
                                                  " is not known here; allowed are GET, HEAD and POST");
         response.headers.emplace_back("Allow", "GET, HEAD, POST");
         return response;
@@ -94,7 +94,7 @@ std::optional<PageResponse> RequestGuard::Refusal(PageRequest const& head) const
     return head.method == "POST" ? RefusalOfPost(head, *session) : std::nullopt;
 }
 
-std::optional<PageResponse> RequestGuard::RefusalOfSite(PageRequest const& head) const {
+std::optional<HttpResponse> RequestGuard::RefusalOfSite(HttpRequest const& head) const {
     std::string const host = head.Header("host");
     if (!hosts.Allows(host)) {
         return Problem(403,
@@ -116,7 +116,7 @@ std::optional<PageResponse> RequestGuard::RefusalOfSite(PageRequest const& head)
     return {};
 }
 
-std::optional<PageResponse> RequestGuard::RefusalOfPost(PageRequest const& head,
+std::optional<HttpResponse> RequestGuard::RefusalOfPost(HttpRequest const& head,
                                                         Sessions::Session const& session) const {
     if (!IsSameSecret(head.Header("x-page-token"), session.token)) {
         return Problem(403,
@@ -133,15 +133,15 @@ std::optional<PageResponse> RequestGuard::RefusalOfPost(PageRequest const& head,
     return {};
 }
 
-bool RequestGuard::IsSignIn(PageRequest const& head) {
+bool RequestGuard::IsSignIn(HttpRequest const& head) {
     return head.method == "GET" && IsPage(head) && head.parameters.count("token") > 0;
 }
 
-PageResponse RequestGuard::SignIn(PageRequest const& request) {
+HttpResponse RequestGuard::SignIn(HttpRequest const& request) {
     Sessions::Session session;
     switch (sessions.Open(request.Parameter("token"), request.sender, session)) {
         case Sessions::SignIn::TooManyFailures: {
-            PageResponse response = Problem(429, "too many wrong tokens; try again in a minute");
+            HttpResponse response = Problem(429, "too many wrong tokens; try again in a minute");
             response.headers.emplace_back("Retry-After", "60");
             return response;
         }
@@ -150,7 +150,7 @@ PageResponse RequestGuard::SignIn(PageRequest const& request) {
         case Sessions::SignIn::Done:
             break;
     }
-    PageResponse response;
+    HttpResponse response;
     if (request.Header("sec-fetch-site") == "cross-site") {
         response = StepInside();
     } else {
@@ -164,11 +164,11 @@ PageResponse RequestGuard::SignIn(PageRequest const& request) {
     return response;
 }
 
-std::optional<Sessions::Session> RequestGuard::SessionOf(PageRequest const& head) const {
+std::optional<Sessions::Session> RequestGuard::SessionOf(HttpRequest const& head) const {
     return sessions.Find(CookieValue(head.Header("cookie"), cookie));
 }
 
-void AddSecurityHeaders(PageResponse& response) {
+void AddSecurityHeaders(HttpResponse& response) {
     static constexpr std::pair<char const*, char const*> always[] = {
         {"Content-Security-Policy",
          "default-src 'none'; script-src 'self'; style-src 'self'; connect-src 'self'; img-src 'self' data:; "

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "AllowedHosts.h"
-#include "PageRequest.h"
+#include "HttpRequest.h"
 #include "Sessions.h"
 
 namespace workbench {
@@ -18,19 +18,19 @@ public:
     RequestGuard(Sessions& pageSessions, AllowedHosts pageHosts, int port);
 
     // The answer to a request that is refused; none for one that may be answered.
-    std::optional<PageResponse> Refusal(PageRequest const& head) const;
+    std::optional<HttpResponse> Refusal(HttpRequest const& head) const;
 
     // Whether the request is the link with the token, which needs no session.
-    static bool IsSignIn(PageRequest const& head);
+    static bool IsSignIn(HttpRequest const& head);
     // Makes a session and sends the browser to the page without the token.
-    PageResponse SignIn(PageRequest const& request);
+    HttpResponse SignIn(HttpRequest const& request);
 
     // The session of a request that is not refused.
-    std::optional<Sessions::Session> SessionOf(PageRequest const& head) const;
+    std::optional<Sessions::Session> SessionOf(HttpRequest const& head) const;
 
 private:
-    std::optional<PageResponse> RefusalOfSite(PageRequest const& head) const;
-    std::optional<PageResponse> RefusalOfPost(PageRequest const& head,
+    std::optional<HttpResponse> RefusalOfSite(HttpRequest const& head) const;
+    std::optional<HttpResponse> RefusalOfPost(HttpRequest const& head,
                                               Sessions::Session const& session) const;
 
     Sessions& sessions;
@@ -40,6 +40,6 @@ private:
 
 // Adds the headers that every answer has: what a browser may load and show (Content-Security-Policy), and
 // that the type of the answer holds.
-void AddSecurityHeaders(PageResponse& response);
+void AddSecurityHeaders(HttpResponse& response);
 
 }  // namespace workbench

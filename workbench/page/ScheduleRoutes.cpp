@@ -15,7 +15,7 @@ namespace workbench {
 
 namespace {
 
-PageResponse NoSchedule(PageCall const& call) {
+HttpResponse NoSchedule(PageCall const& call) {
     return Problem(404, "\"" + call.variable->config->name + "\" is not a schedule; its property is " +
                             call.variable->config->property->name);
 }
@@ -74,7 +74,7 @@ std::string ComposedJson(Schedule const& schedule, Schedule const& before, Value
 
 }  // namespace
 
-PageResponse AnswerSchedule(PageCall const& call) {
+HttpResponse AnswerSchedule(PageCall const& call) {
     if (ScheduleKindOf(*call.variable->config) == ScheduleKind::None) {
         return NoSchedule(call);
     }
@@ -83,12 +83,12 @@ PageResponse AnswerSchedule(PageCall const& call) {
         return NumberProblem(call.request, "year",
                              "a year from " + std::to_string(FirstYear) + " to " + std::to_string(LastYear));
     }
-    PageResponse response;
+    HttpResponse response;
     response.body = ScheduleAnswer(call.plant, *call.variable, static_cast<unsigned>(*year));
     return response;
 }
 
-PageResponse AnswerComposed(PageCall const& call) {
+HttpResponse AnswerComposed(PageCall const& call) {
     PageVariable const& variable = *call.variable;
     ScheduleKind const kind = ScheduleKindOf(*variable.config);
     if (kind == ScheduleKind::None) {
@@ -106,7 +106,7 @@ PageResponse AnswerComposed(PageCall const& call) {
     }
     ValueNames const names = ScheduleNamesOf(*variable.block, *variable.config);
     std::string const text = ScheduleTextNow(call.plant, variable).value_or("");
-    PageResponse response;
+    HttpResponse response;
     auto const* const weekly = std::get_if<WeeklySchedule>(&read.schedule);
     auto const* const exception = std::get_if<ExceptionSchedule>(&read.schedule);
     if (weekly && kind == ScheduleKind::Weekly) {

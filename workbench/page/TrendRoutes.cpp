@@ -29,7 +29,7 @@ struct Span {
     long long to;
 };
 
-std::optional<Span> SpanOf(PageRequest const& request) {
+std::optional<Span> SpanOf(HttpRequest const& request) {
     auto const hours = NumberParameter(request, "hours", 24, 1, MostHours);
     if (!hours) {
         return {};
@@ -38,7 +38,7 @@ std::optional<Span> SpanOf(PageRequest const& request) {
     return Span{now - static_cast<long long>(*hours) * Hour, now};
 }
 
-PageResponse HoursProblem(PageRequest const& request) {
+HttpResponse HoursProblem(HttpRequest const& request) {
     return NumberProblem(request, "hours", "a whole number of hours from 1 to " + std::to_string(MostHours));
 }
 
@@ -68,7 +68,7 @@ std::string RowsOf(PagePlant const& plant, PageVariable const& variable, Span co
 
 }  // namespace
 
-PageResponse AnswerTrend(PageCall const& call) {
+HttpResponse AnswerTrend(PageCall const& call) {
     auto const span = SpanOf(call.request);
     if (!span) {
         return HoursProblem(call.request);
@@ -95,19 +95,19 @@ PageResponse AnswerTrend(PageCall const& call) {
     }
     writer.EndArray();
     writer.EndObject();
-    PageResponse response;
+    HttpResponse response;
     response.body = JsonLine(buffer);
     return response;
 }
 
-PageResponse AnswerTrendCsv(PageCall const& call) {
+HttpResponse AnswerTrendCsv(PageCall const& call) {
     auto const span = SpanOf(call.request);
     return span ? CsvFile("trend-" + std::to_string(call.variable->id) + ".csv",
                           TrendHeader() + RowsOf(call.plant, *call.variable, *span))
                 : HoursProblem(call.request);
 }
 
-PageResponse AnswerTrendsCsv(PageCall const& call) {
+HttpResponse AnswerTrendsCsv(PageCall const& call) {
     auto const span = SpanOf(call.request);
     if (!span) {
         return HoursProblem(call.request);

@@ -57,7 +57,7 @@ void WriteLog(JsonWriter& writer, PageCall const& call) {
 
 }  // namespace
 
-PageResponse AnswerVariable(PageCall const& call) {
+HttpResponse AnswerVariable(PageCall const& call) {
     rapidjson::StringBuffer buffer;
     JsonWriter writer(buffer);
     writer.StartObject();
@@ -70,7 +70,7 @@ PageResponse AnswerVariable(PageCall const& call) {
     WriteWrites(writer, call);
     WriteLog(writer, call);
     writer.EndObject();
-    PageResponse response;
+    HttpResponse response;
     response.body = JsonLine(buffer);
     return response;
 }

@@ -14,8 +14,8 @@ namespace {
 
 constexpr std::size_t LongestValue = 1 << 20;
 
-PageResponse AnswerOf(int status, SetAnswer const& answer) {
-    PageResponse response;
+HttpResponse AnswerOf(int status, SetAnswer const& answer) {
+    HttpResponse response;
     response.status = status;
     response.body = FormatJson(answer, dorvel::Environment().LocalTimeDiff());
     return response;
@@ -24,7 +24,7 @@ PageResponse AnswerOf(int status, SetAnswer const& answer) {
 }  // namespace
 
 // By the same path as a line at the prompt, so that both say the same.
-PageResponse AnswerWrite(PageCall const& call) {
+HttpResponse AnswerWrite(PageCall const& call) {
     if (!call.plant.Run().hasWrites) {
         return Problem(403,
                        "this page is read-only; start dorvel-workbench run with --page-writes to set values");

@@ -125,8 +125,8 @@ protected:
     }
 
     // A request of this page's own script.
-    workbench::PageRequest Request(std::string const& method, std::string const& target) const {
-        workbench::PageRequest request;
+    workbench::HttpRequest Request(std::string const& method, std::string const& target) const {
+        workbench::HttpRequest request;
         request.method = method;
         std::size_t const mark = target.find('?');
         request.path = target.substr(0, mark);
@@ -143,8 +143,8 @@ protected:
         return request;
     }
 
-    workbench::PageRequest PostRequest(std::string const& target, std::string const& body) const {
-        workbench::PageRequest request = Request("POST", target);
+    workbench::HttpRequest PostRequest(std::string const& target, std::string const& body) const {
+        workbench::HttpRequest request = Request("POST", target);
         request.headers.emplace("x-page-token", session.token);
         request.headers.emplace("content-type", "application/json");
         request.headers.emplace("origin", std::string("http://") + Host);
@@ -152,14 +152,14 @@ protected:
         return request;
     }
 
-    workbench::PageResponse Get(std::string const& target) const {
+    workbench::HttpResponse Get(std::string const& target) const {
         return service->Answer(Request("GET", target));
     }
-    workbench::PageResponse Post(std::string const& target, std::string const& body) const {
+    workbench::HttpResponse Post(std::string const& target, std::string const& body) const {
         return service->Answer(PostRequest(target, body));
     }
 
-    static std::string HeaderOf(workbench::PageResponse const& response, std::string const& name) {
+    static std::string HeaderOf(workbench::HttpResponse const& response, std::string const& name) {
         for (auto const& header : response.headers) {
             if (header.first == name) {
                 return header.second;

@@ -8,7 +8,7 @@ namespace {
 // The schedules of the second block.
 class PageScheduleTest : public PageTest {
 protected:
-    static rapidjson::Document Parse(PageResponse const& response, int status = 200) {
+    static rapidjson::Document Parse(HttpResponse const& response, int status = 200) {
         EXPECT_EQ(response.status, status) << response.body;
         rapidjson::Document document;
         document.Parse(response.body.c_str());
@@ -87,7 +87,7 @@ TEST_F(PageScheduleTest, BoundsTheDaysOfAHostileText) {
         exceptions += "2,****,16,12000000,;";
     }
     Run();
-    PageResponse const response = Get("/api/variables/4/schedule?year=2026");
+    HttpResponse const response = Get("/api/variables/4/schedule?year=2026");
     EXPECT_LT(response.body.size(), 4000000u);
     auto const json = Parse(response);
     ASSERT_EQ(json["calendar"]["events"].Size(), 5000u);
@@ -127,7 +127,7 @@ TEST_F(PageScheduleTest, SaysWhatIsWrongWithAModel) {
          {"{}", "{\"model\":5}", "{\"model\":{}}", "{\"model\":{\"kind\":\"weekly\"}}",
           R"({"model":{"kind":"exception","events":[]}})",
           R"({"model":{"kind":"weekly","days":[[{"time":"25:00","type":"real","value":"1"}]]}})"}) {
-        PageResponse const response = Post("/api/variables/3/schedule", body);
+        HttpResponse const response = Post("/api/variables/3/schedule", body);
         EXPECT_EQ(response.status, 400) << body;
         EXPECT_NE(response.body.find("\"error\":\"model"), std::string::npos) << response.body;
     }

@@ -13,7 +13,7 @@ namespace {
 class PageServiceTest : public PageTest {
 protected:
     rapidjson::Document Json(std::string const& target) const {
-        PageResponse const response = Get(target);
+        HttpResponse const response = Get(target);
         EXPECT_EQ(response.status, 200) << response.body;
         EXPECT_EQ(response.type, "application/json");
         rapidjson::Document document;
@@ -22,7 +22,7 @@ protected:
         return document;
     }
 
-    static std::string ErrorOf(PageResponse const& response) {
+    static std::string ErrorOf(HttpResponse const& response) {
         rapidjson::Document document;
         document.Parse(response.body.c_str());
         return document.IsObject() && document.HasMember("error") ? document["error"].GetString()
@@ -47,7 +47,7 @@ TEST_F(PageServiceTest, ServesFilesByTheirNamesAlone) {
 
 TEST_F(PageServiceTest, SendsAFileThatTheBrowserHasOnlyOnce) {
     std::string const tag = HeaderOf(Get("/page.css"), "ETag");
-    PageRequest request = Request("GET", "/page.css");
+    HttpRequest request = Request("GET", "/page.css");
     request.headers.emplace("if-none-match", tag);
     EXPECT_EQ(service->Answer(request).status, 304);
     EXPECT_EQ(service->Answer(request).body, "");
@@ -61,7 +61,7 @@ TEST_F(PageServiceTest, SaysWhatIsPossible) {
     for (char const* id : {"-1", "1x", "99999999999999999999", "+1", " 1", "0x0"}) {
         EXPECT_EQ(Get(std::string("/api/variables/") + id).status, 404) << id;
     }
-    PageResponse const response = Get("/api/variables/0/write");
+    HttpResponse const response = Get("/api/variables/0/write");
     EXPECT_EQ(response.status, 405);
     EXPECT_EQ(HeaderOf(response, "Allow"), "POST");
     EXPECT_EQ(Post("/api/plant", "{}").status, 405);
@@ -140,11 +140,11 @@ TEST_F(PageServiceTest, HasTheTrendOfANumber) {
 
 TEST_F(PageServiceTest, ExportsTrendsAndEventsAsCsv) {
     Run(2);
-    PageResponse const one = Get("/api/variables/0/trend.csv?hours=1");
+    HttpResponse const one = Get("/api/variables/0/trend.csv?hours=1");
     EXPECT_EQ(one.type, "text/csv; charset=utf-8");
     EXPECT_EQ(HeaderOf(one, "Content-Disposition"), "attachment; filename=\"trend-0.csv\"");
     EXPECT_NE(one.body.find("AHU,T,20.5,"), std::string::npos) << one.body;
-    PageResponse const both = Get("/api/trends.csv?id=0&id=1&id=0");
+    HttpResponse const both = Get("/api/trends.csv?id=0&id=1&id=0");
     EXPECT_NE(both.body.find("AHU,T,20.5,"), std::string::npos);
     EXPECT_NE(both.body.find("AHU,Mode,1,"), std::string::npos) << both.body;
     EXPECT_EQ(Get("/api/trends.csv").status, 400);
@@ -162,7 +162,7 @@ TEST_F(PageServiceTest, HasTheEventsAfterAnId) {
 }
 
 TEST_F(PageServiceTest, SetsAValueLikeThePrompt) {
-    PageResponse const response = Post("/api/variables/0/write", R"({"value":" 21.5 °C"})");
+    HttpResponse const response = Post("/api/variables/0/write", R"({"value":" 21.5 °C"})");
     EXPECT_EQ(response.status, 202);
     EXPECT_EQ(response.body,
               "{\"set\":\"AHU.T\",\"state\":\"pending\",\"value\":21.5,\"unit\":\"degrees-celsius\"}\n");
@@ -171,7 +171,7 @@ TEST_F(PageServiceTest, SetsAValueLikeThePrompt) {
 }
 
 TEST_F(PageServiceTest, SaysWhyAValueCannotBeSet) {
-    PageResponse const response = Post("/api/variables/0/write", R"({"value":"warm"})");
+    HttpResponse const response = Post("/api/variables/0/write", R"({"value":"warm"})");
     EXPECT_EQ(response.status, 400);
     EXPECT_NE(response.body.find("\"state\":\"invalid\",\"reason\":\"\\\"AHU.T\\\": \\\"warm\\\""),
               std::string::npos)
@@ -199,7 +199,7 @@ TEST_F(PageServiceTest, SaysWhyADeviceCannotBeRead) {
 }
 
 TEST_F(ReadOnlyPageTest, SetsNothing) {
-    PageResponse const response = Post("/api/variables/0/write", R"({"value":"21"})");
+    HttpResponse const response = Post("/api/variables/0/write", R"({"value":"21"})");
     EXPECT_EQ(response.status, 403);
     EXPECT_NE(ErrorOf(response).find("--page-writes"), std::string::npos);
     EXPECT_FALSE(Json("/api/session")["writes"].GetBool());

@@ -205,7 +205,7 @@ TEST_F(PlantStreamTest, HasSoManyReadersAndNoMore) {
     }
     EXPECT_FALSE(Open());
     EXPECT_FALSE(service->OpenStream(Request("GET", "/api/stream")));
-    EXPECT_EQ(PageService::TooManyStreams().status, 503);
+    EXPECT_EQ(service->TooManyStreams().status, 503);
     readers.pop_back();
     EXPECT_TRUE(Open());
 }

@@ -11,19 +11,19 @@ namespace {
 
 class RequestGuardTest : public PageTest {
 protected:
-    static void Set(PageRequest& request, std::string const& name, std::string const& value) {
+    static void Set(HttpRequest& request, std::string const& name, std::string const& value) {
         request.headers.erase(name);
         request.headers.emplace(name, value);
     }
 
-    int StatusOf(PageRequest const& request) const { return service->Answer(request).status; }
+    int StatusOf(HttpRequest const& request) const { return service->Answer(request).status; }
     int StatusWith(std::string const& name, std::string const& value) const {
-        PageRequest request = Request("GET", "/api/plant");
+        HttpRequest request = Request("GET", "/api/plant");
         Set(request, name, value);
         return StatusOf(request);
     }
     int PostStatusWith(std::string const& name, std::string const& value) const {
-        PageRequest request = PostRequest("/api/variables/0/write", R"({"value":"21"})");
+        HttpRequest request = PostRequest("/api/variables/0/write", R"({"value":"21"})");
         Set(request, name, value);
         return StatusOf(request);
     }
@@ -39,7 +39,7 @@ TEST_F(RequestGuardTest, RefusesOtherHosts) {
     EXPECT_EQ(StatusWith("host", "evil.example:8080"), 403);
     EXPECT_EQ(StatusWith("host", ""), 403);
     EXPECT_EQ(StatusWith("host", "plant.example"), 200);
-    PageRequest twice = Request("GET", "/api/plant");
+    HttpRequest twice = Request("GET", "/api/plant");
     twice.headers.emplace("host", "evil.example");
     EXPECT_EQ(StatusOf(twice), 403);
 }
@@ -65,9 +65,9 @@ TEST_F(RequestGuardTest, RefusesRequestsThatABrowserMakesForAnotherSite) {
 
 TEST_F(RequestGuardTest, AnswersNothingWithoutASession) {
     for (char const* path : {"/", "/page.css", "/api/session", "/api/plant", "/api/stream", "/nothing"}) {
-        PageRequest request = Request("GET", path);
+        HttpRequest request = Request("GET", path);
         request.headers.erase("cookie");
-        PageResponse const response = service->Answer(request);
+        HttpResponse const response = service->Answer(request);
         EXPECT_EQ(response.status, 401) << path;
         EXPECT_EQ(response.body.find(session.token), std::string::npos);
         EXPECT_NE(response.body.find("link"), std::string::npos) << path;
@@ -81,7 +81,7 @@ TEST_F(RequestGuardTest, NeedsTheTokenOfTheSessionForAPost) {
     EXPECT_EQ(PostStatusWith("x-page-token", ""), 403);
     EXPECT_EQ(PostStatusWith("x-page-token", Token), 403);
     EXPECT_EQ(PostStatusWith("x-page-token", session.id), 403);
-    PageRequest without = PostRequest("/api/variables/0/write", R"({"value":"21"})");
+    HttpRequest without = PostRequest("/api/variables/0/write", R"({"value":"21"})");
     without.headers.erase("x-page-token");
     EXPECT_EQ(StatusOf(without), 403);
     // That of another session does not do.
@@ -107,7 +107,7 @@ TEST_F(RequestGuardTest, RefusesABodyThatIsAnnouncedAsTooLong) {
 
 TEST_F(RequestGuardTest, KnowsThreeMethods) {
     for (char const* method : {"PUT", "DELETE", "PATCH", "OPTIONS", "TRACE", "CONNECT", "get", ""}) {
-        PageResponse const response = service->Answer(Request(method, "/api/plant"));
+        HttpResponse const response = service->Answer(Request(method, "/api/plant"));
         EXPECT_EQ(response.status, 405) << method;
         EXPECT_EQ(HeaderOf(response, "Allow"), "GET, HEAD, POST");
     }
@@ -115,9 +115,9 @@ TEST_F(RequestGuardTest, KnowsThreeMethods) {
 }
 
 TEST_F(RequestGuardTest, MakesASessionOfTheLink) {
-    PageRequest request = Request("GET", std::string("/?token=") + Token);
+    HttpRequest request = Request("GET", std::string("/?token=") + Token);
     request.headers.erase("cookie");
-    PageResponse const response = service->Answer(request);
+    HttpResponse const response = service->Answer(request);
     EXPECT_EQ(response.status, 303);
     EXPECT_EQ(HeaderOf(response, "Location"), "/");
     std::string const cookie = HeaderOf(response, "Set-Cookie");
@@ -131,18 +131,18 @@ TEST_F(RequestGuardTest, MakesASessionOfTheLink) {
 }
 
 TEST_F(RequestGuardTest, SendsABrowserThatComesFromAnotherSiteThroughAPageOfItsOwn) {
-    PageRequest request = Request("GET", std::string("/?token=") + Token);
+    HttpRequest request = Request("GET", std::string("/?token=") + Token);
     request.headers.emplace("sec-fetch-site", "cross-site");
-    PageResponse const response = service->Answer(request);
+    HttpResponse const response = service->Answer(request);
     EXPECT_EQ(response.status, 200);
     EXPECT_NE(response.body.find("url=/"), std::string::npos);
     EXPECT_EQ(response.body.find(Token), std::string::npos);
 }
 
 TEST_F(RequestGuardTest, BoundsWrongTokensAndNeverTheRightOne) {
-    PageRequest const request = Request("GET", "/?token=wrong");
+    HttpRequest const request = Request("GET", "/?token=wrong");
     for (unsigned i = 0; i < Sessions::MostFailures; ++i) {
-        PageResponse const response = service->Answer(request);
+        HttpResponse const response = service->Answer(request);
         EXPECT_EQ(response.status, 401);
         EXPECT_EQ(HeaderOf(response, "Set-Cookie"), "");
     }
@@ -152,7 +152,7 @@ TEST_F(RequestGuardTest, BoundsWrongTokensAndNeverTheRightOne) {
 
 TEST_F(RequestGuardTest, GivesEveryAnswerTheHeadersThatBindABrowser) {
     for (char const* path : {"/", "/page.css", "/api/plant", "/api/stream", "/api/nothing", "/nothing"}) {
-        PageResponse const response = Get(path);
+        HttpResponse const response = Get(path);
         EXPECT_EQ(HeaderOf(response, "Content-Security-Policy"),
                   "default-src 'none'; script-src 'self'; style-src 'self'; connect-src 'self'; img-src "
                   "'self' data:; "
@@ -164,7 +164,7 @@ TEST_F(RequestGuardTest, GivesEveryAnswerTheHeadersThatBindABrowser) {
         bool const isFile = path == std::string("/") || path == std::string("/page.css");
         EXPECT_EQ(HeaderOf(response, "Cache-Control"), isFile ? "no-cache" : "no-store") << path;
     }
-    PageRequest refused = Request("GET", "/");
+    HttpRequest refused = Request("GET", "/");
     Set(refused, "host", "evil.example");
     EXPECT_NE(HeaderOf(service->Answer(refused), "Content-Security-Policy"), "");
 }

@@ -8,20 +8,20 @@ namespace {
 
 std::string Read(std::string const& text) {
     try {
-        return HostText(ReadPageAddress(text));
+        return HostText(ReadHttpAddress(text));
     } catch (std::runtime_error const& mistake) {
         return mistake.what();
     }
 }
 
-TEST(PageAddress, IsLoopbackWithAFreePortByDefault) {
+TEST(HttpAddress, IsLoopbackWithAFreePortByDefault) {
     EXPECT_EQ(Read(""), "127.0.0.1:0");
     EXPECT_EQ(Read("8080"), "127.0.0.1:8080");
     EXPECT_EQ(Read(":8080"), "127.0.0.1:8080");
     EXPECT_EQ(Read("localhost:8080"), "127.0.0.1:8080");
 }
 
-TEST(PageAddress, HasAnIpAddressAndAPort) {
+TEST(HttpAddress, HasAnIpAddressAndAPort) {
     EXPECT_EQ(Read("192.168.1.5"), "192.168.1.5:0");
     EXPECT_EQ(Read("192.168.1.5:80"), "192.168.1.5:80");
     EXPECT_EQ(Read("[::1]:80"), "[::1]:80");
@@ -29,7 +29,7 @@ TEST(PageAddress, HasAnIpAddressAndAPort) {
     EXPECT_EQ(Read("0.0.0.0:65535"), "0.0.0.0:65535");
 }
 
-TEST(PageAddress, SaysWhatIsExpectedForAnythingElse) {
+TEST(HttpAddress, SaysWhatIsExpectedForAnythingElse) {
     for (char const* text :
          {"plant.lua", "1.2.3", "1.2.3.4:", "1.2.3.4:x", "1.2.3.4:65536", "[::1", "[::1]x", "-1"}) {
         EXPECT_NE(Read(text).find("is not an address for the page; expected ADDRESS"), std::string::npos)

@@ -8,12 +8,12 @@
 
 namespace workbench {
 
-// A request of a browser or a program to the page, and its answer, without the connection that they use.
+// A request of a browser or a program, and its answer, without the connection that they use.
 
 // The longest body, in octets.
 constexpr std::size_t LongestBody = 1 << 20;
 
-struct PageRequest {
+struct HttpRequest {
     std::string method;  // "GET", "POST", ...
     std::string path;    // "/api/values", without escapes and parameters
     std::multimap<std::string, std::string> parameters;
@@ -28,16 +28,16 @@ struct PageRequest {
     std::string Parameter(std::string const& name) const;
 };
 
-struct PageResponse {
+struct HttpResponse {
     int status = 200;
     std::string type = "application/json";
     std::string body;
     std::vector<std::pair<std::string, std::string>> headers;
-    // Server-sent events follow instead of the body.
+    // A stream follows instead of the body (HttpService.h).
     bool isStream = false;
 };
 
 // {"error":"..."}.
-PageResponse Problem(int status, std::string const& text);
+HttpResponse Problem(int status, std::string const& text);
 
 }  // namespace workbench

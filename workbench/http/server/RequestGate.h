@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <string>
 
-#include "PageRequest.h"
+#include "HttpRequest.h"
 
 namespace workbench {
 

@@ -1,4 +1,4 @@
-#include "PageServer.h"
+#include "HttpServer.h"
 
 #include <arpa/inet.h>
 #include <httplib.h>
@@ -77,22 +77,26 @@ private:
 // The connection of the request that this thread answers.
 thread_local GatedStream* current = nullptr;
 
-// What is wrong with a request that cannot be read; 200 if nothing is.
-PageResponse ProblemOf(RequestGate::Outcome outcome) {
+struct UnreadRequest {
+    int status = 200;
+    std::string text;
+};
+
+// What is wrong with a request that cannot be read; status 200 if nothing is.
+UnreadRequest ProblemOf(RequestGate::Outcome outcome) {
     GateLimits const limits;
     switch (outcome) {
         case RequestGate::Outcome::TooSlow:
-            return PageService::Failure(408, "the request has taken longer than " +
-                                                 std::to_string(limits.request.count() / 1000) + " s");
+            return {408, "the request has taken longer than " +
+                             std::to_string(limits.request.count() / 1000) + " s"};
         case RequestGate::Outcome::LineTooLong:
-            return PageService::Failure(414, "the first line of the request has more than " +
-                                                 std::to_string(limits.line) + " octets");
+            return {414,
+                    "the first line of the request has more than " + std::to_string(limits.line) + " octets"};
         case RequestGate::Outcome::HeadTooLarge:
-            return PageService::Failure(
-                431, "the headers of the request have more than " + std::to_string(limits.head) + " octets");
+            return {431,
+                    "the headers of the request have more than " + std::to_string(limits.head) + " octets"};
         case RequestGate::Outcome::BodyTooLarge:
-            return PageService::Failure(
-                413, "the body of the request has more than " + std::to_string(limits.body) + " octets");
+            return {413, "the body of the request has more than " + std::to_string(limits.body) + " octets"};
         default:
             return {};
     }
@@ -117,7 +121,7 @@ char const* ReasonOf(int status) {
 }
 
 // An answer without the library, for a request that it does not get.
-std::string RawText(PageResponse const& response) {
+std::string RawText(HttpResponse const& response) {
     std::string text =
         "HTTP/1.1 " + std::to_string(response.status) + " " + ReasonOf(response.status) + "\r\n";
     for (auto const& [name, value] : response.headers) {
@@ -127,8 +131,8 @@ std::string RawText(PageResponse const& response) {
            "\r\nContent-Length: " + std::to_string(response.body.size()) + "\r\n\r\n" + response.body;
 }
 
-PageRequest RequestOf(httplib::Request const& from) {
-    PageRequest request;
+HttpRequest RequestOf(httplib::Request const& from) {
+    HttpRequest request;
     request.method = from.method;
     request.path = from.path;
     request.parameters = {from.params.begin(), from.params.end()};
@@ -144,7 +148,7 @@ PageRequest RequestOf(httplib::Request const& from) {
     return request;
 }
 
-void Fill(httplib::Response& to, PageResponse const& from) {
+void Fill(httplib::Response& to, HttpResponse const& from) {
     if (current && from.status >= 400) {
         current->MarkRefused();
     }
@@ -185,13 +189,13 @@ bool Process(Server& server,
 }  // namespace
 
 // The library's server: its accepting thread, its parser and its writer of answers.
-class PageServer::Library : public httplib::Server {
+class HttpServer::Library : public httplib::Server {
 public:
     Library();
     ~Library() override { End(); }
 
-    int Bind(PageAddress const& place);
-    void Begin(PageService const& pageService);
+    int Bind(HttpAddress const& place);
+    void Begin(HttpService const& httpService);
     void End();
 
 private:
@@ -201,18 +205,18 @@ private:
     void Serve(GatedStream& stream);
     HandlerResponse AnswerHead(httplib::Request const& request, httplib::Response& response);
     void Answer(httplib::Request const& request, httplib::Response& response);
-    void AnswerStream(PageRequest const& request, PageResponse const& head, httplib::Response& response);
+    void AnswerStream(HttpRequest const& request, HttpResponse const& head, httplib::Response& response);
     void CloseAll();
 
-    PageService const* service = nullptr;
+    HttpService const* service = nullptr;
     std::thread accepting;
     std::mutex mutex;
     std::condition_variable closed;
     std::set<socket_t> open;
 };
 
-PageServer::Library::Library() {
-    new_task_queue = [] { return new WorkerThreads(PlantStream::MostReaders + MostRequests, MostWaiting); };
+HttpServer::Library::Library() {
+    new_task_queue = [this] { return new WorkerThreads(service->MostStreams() + MostRequests, MostWaiting); };
     // The library's own option lets another program listen at the same port.
     set_socket_options([](socket_t socket) {
         int const yes = 1;
@@ -225,17 +229,18 @@ PageServer::Library::Library() {
     });
     Post(R"([\s\S]*)",
          [this](httplib::Request const& request, httplib::Response& response) { Answer(request, response); });
-    set_error_handler([](httplib::Request const&, httplib::Response& response) {
+    set_error_handler([this](httplib::Request const&, httplib::Response& response) {
         if (response.body.empty()) {
-            PageResponse problem = current ? ProblemOf(current->Gate().LastOutcome()) : PageResponse();
-            Fill(response, problem.status != 200
-                               ? problem
-                               : PageService::Failure(response.status, "the request cannot be read"));
+            UnreadRequest unread = current ? ProblemOf(current->Gate().LastOutcome()) : UnreadRequest();
+            if (unread.status == 200) {
+                unread = {response.status, "the request cannot be read"};
+            }
+            Fill(response, service->Failure(unread.status, unread.text));
         }
     });
 }
 
-int PageServer::Library::Bind(PageAddress const& place) {
+int HttpServer::Library::Bind(HttpAddress const& place) {
     errno = 0;
     if (place.port == 0) {
         return bind_to_any_port(place.address);
@@ -243,15 +248,15 @@ int PageServer::Library::Bind(PageAddress const& place) {
     return bind_to_port(place.address, place.port) ? place.port : -1;
 }
 
-void PageServer::Library::Begin(PageService const& pageService) {
-    service = &pageService;
+void HttpServer::Library::Begin(HttpService const& httpService) {
+    service = &httpService;
     accepting = StartBackgroundThread([this] { listen_after_bind(); });
     while (!is_running()) {
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
 }
 
-void PageServer::Library::End() {
+void HttpServer::Library::End() {
     if (!accepting.joinable()) {
         return;
     }
@@ -264,14 +269,14 @@ void PageServer::Library::End() {
     accepting.join();
 }
 
-void PageServer::Library::CloseAll() {
+void HttpServer::Library::CloseAll() {
     std::lock_guard<std::mutex> const lock(mutex);
     for (socket_t const socket : open) {
         shutdown(socket, SHUT_RDWR);
     }
 }
 
-bool PageServer::Library::process_and_close_socket(socket_t socket) {
+bool HttpServer::Library::process_and_close_socket(socket_t socket) {
     {
         std::lock_guard<std::mutex> const lock(mutex);
         open.insert(socket);
@@ -279,7 +284,7 @@ bool PageServer::Library::process_and_close_socket(socket_t socket) {
     GatedStream stream(socket);
     if (WorkerThreads::IsRefusing()) {
         // The accepting thread must not wait.
-        std::string const text = RawText(PageService::Failure(503, "too many connections; try again"));
+        std::string const text = RawText(service->Failure(503, "too many connections; try again"));
         send(socket, text.data(), text.size(), MSG_DONTWAIT | MSG_NOSIGNAL);
     } else {
         ServeSafely(stream);
@@ -292,7 +297,7 @@ bool PageServer::Library::process_and_close_socket(socket_t socket) {
 }
 
 // Whatever goes wrong with a connection, such as memory that the system does not have, ends no more than it.
-void PageServer::Library::ServeSafely(GatedStream& stream) {
+void HttpServer::Library::ServeSafely(GatedStream& stream) {
     try {
         Serve(stream);
     } catch (std::exception const&) {
@@ -300,13 +305,14 @@ void PageServer::Library::ServeSafely(GatedStream& stream) {
     }
 }
 
-void PageServer::Library::Serve(GatedStream& stream) {
+void HttpServer::Library::Serve(GatedStream& stream) {
     RequestGate::Outcome const outcome = stream.Gate().ReadHead();
     if (outcome == RequestGate::Outcome::Closed) {
         return;
     }
     if (outcome != RequestGate::Outcome::Ready) {
-        std::string const text = RawText(ProblemOf(outcome));
+        UnreadRequest const unread = ProblemOf(outcome);
+        std::string const text = RawText(service->Failure(unread.status, unread.text));
         stream.Gate().Write(text.data(), text.size());
         stream.MarkRefused();
     } else {
@@ -325,7 +331,7 @@ void PageServer::Library::Serve(GatedStream& stream) {
 }
 
 // Answers everything but a POST that may be answered, whose body is read first.
-httplib::Server::HandlerResponse PageServer::Library::AnswerHead(httplib::Request const& request,
+httplib::Server::HandlerResponse HttpServer::Library::AnswerHead(httplib::Request const& request,
                                                                  httplib::Response& response) {
     if (request.method != "POST") {
         Answer(request, response);
@@ -339,25 +345,25 @@ httplib::Server::HandlerResponse PageServer::Library::AnswerHead(httplib::Reques
     return HandlerResponse::Handled;
 }
 
-void PageServer::Library::Answer(httplib::Request const& request, httplib::Response& response) {
+void HttpServer::Library::Answer(httplib::Request const& request, httplib::Response& response) {
     try {
-        PageRequest const asked = RequestOf(request);
-        PageResponse const answer = service->Answer(asked);
+        HttpRequest const asked = RequestOf(request);
+        HttpResponse const answer = service->Answer(asked);
         if (answer.isStream && request.method == "GET") {
             AnswerStream(asked, answer, response);
         } else {
             Fill(response, answer);
         }
     } catch (std::exception const&) {
-        Fill(response, PageService::Failure(500, "this answer has failed in the program"));
+        Fill(response, service->Failure(500, "this answer has failed in the program"));
     }
 }
 
-void PageServer::Library::AnswerStream(PageRequest const& request, PageResponse const& head,
+void HttpServer::Library::AnswerStream(HttpRequest const& request, HttpResponse const& head,
                                        httplib::Response& response) {
-    std::shared_ptr<StreamReader> const reader = service->OpenStream(request);
+    std::shared_ptr<HttpStream> const reader = service->OpenStream(request);
     if (!reader) {
-        Fill(response, PageService::TooManyStreams());
+        Fill(response, service->TooManyStreams());
         return;
     }
     current->Gate().BeginStream();
@@ -375,26 +381,26 @@ void PageServer::Library::AnswerStream(PageRequest const& request, PageResponse 
     });
 }
 
-PageServer::PageServer(PageAddress const& listening)
+HttpServer::HttpServer(HttpAddress const& listening, std::string const& option)
     : address(listening), library(std::make_unique<Library>()) {
     int const port = library->Bind(address);
     if (port <= 0) {
         int const error = errno ? errno : EADDRNOTAVAIL;
-        throw std::runtime_error("--page: cannot listen at " + HostText(address) + ": " +
+        throw std::runtime_error(option + ": cannot listen at " + HostText(address) + ": " +
                                  std::strerror(error) + "; " + AdviceFor(error));
     }
     address.port = port;
 }
 
-PageServer::~PageServer() {
+HttpServer::~HttpServer() {
     Stop();
 }
 
-void PageServer::Start(PageService const& service) {
+void HttpServer::Start(HttpService const& service) {
     library->Begin(service);
 }
 
-void PageServer::Stop() {
+void HttpServer::Stop() {
     library->End();
 }
 

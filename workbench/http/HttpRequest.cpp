@@ -1,10 +1,10 @@
-#include "PageRequest.h"
+#include "HttpRequest.h"
 
 #include "JsonFields.h"
 
 namespace workbench {
 
-std::string PageRequest::Header(std::string const& name) const {
+std::string HttpRequest::Header(std::string const& name) const {
     auto const [first, last] = headers.equal_range(name);
     std::string values;
     for (auto header = first; header != last; ++header) {
@@ -13,18 +13,18 @@ std::string PageRequest::Header(std::string const& name) const {
     return values;
 }
 
-std::string PageRequest::Parameter(std::string const& name) const {
+std::string HttpRequest::Parameter(std::string const& name) const {
     auto const found = parameters.find(name);
     return found == parameters.end() ? std::string() : found->second;
 }
 
-PageResponse Problem(int status, std::string const& text) {
+HttpResponse Problem(int status, std::string const& text) {
     rapidjson::StringBuffer buffer;
     JsonWriter writer(buffer);
     writer.StartObject();
     WriteField(writer, "error", text);
     writer.EndObject();
-    PageResponse response;
+    HttpResponse response;
     response.status = status;
     response.body = JsonLine(buffer);
     return response;

@@ -79,8 +79,8 @@ bool IsAny(std::string const& address) {
 
 }  // namespace
 
-PageAddress ReadPageAddress(std::string const& text) {
-    PageAddress address;
+HttpAddress ReadHttpAddress(std::string const& text) {
+    HttpAddress address;
     if (text.empty()) {
         return address;
     }
@@ -106,12 +106,12 @@ bool IsLoopback(std::string const& address) {
     return address == "::1" || address.compare(0, 4, "127.") == 0;
 }
 
-std::string HostText(PageAddress const& address) {
+std::string HostText(HttpAddress const& address) {
     bool const isLong = address.address.find(':') != std::string::npos;
     return (isLong ? "[" + address.address + "]" : address.address) + ":" + std::to_string(address.port);
 }
 
-AllowedHosts::AllowedHosts(PageAddress const& listeningAddress, std::vector<std::string> const& proxyNames)
+AllowedHosts::AllowedHosts(HttpAddress const& listeningAddress, std::vector<std::string> const& proxyNames)
     : listening(listeningAddress) {
     for (std::string const& name : proxyNames) {
         names.push_back(Lower(name));
