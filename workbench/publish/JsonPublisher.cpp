@@ -5,6 +5,7 @@
 #include "JsonPayloads.h"
 #include "Printable.h"
 #include "SetPayload.h"
+#include "TopicLevel.h"
 #include "dorvelshare/HostEnvironment.h"
 
 namespace workbench {
@@ -21,6 +22,10 @@ Message Retained(std::string topic, std::string payload) {
     return {std::move(topic), std::move(payload), AtLeastOnce, true};
 }
 
+std::string PrefixOf(PublishSettings const& settings) {
+    return settings.prefix.empty() ? "dorvel/" + EscapedLevel(settings.node) : settings.prefix;
+}
+
 }  // namespace
 
 JsonPublisher::JsonPublisher(PublishSettings const& settings, OutletParts const& runParts,
@@ -28,7 +33,7 @@ JsonPublisher::JsonPublisher(PublishSettings const& settings, OutletParts const&
     : parts(runParts),
       status(outletStatus),
       takesCommands(settings.takesCommands),
-      topics(settings.prefix, parts.blocks),
+      topics(PrefixOf(settings), parts.blocks),
       changes({settings.deadBand, settings.interval}),
       gate({parts.blocks, parts.setter, parts.log, status}, takesCommands) {}
 
