@@ -49,6 +49,7 @@ endif()
 
 if(DORVEL_MQTT)
     pkg_check_modules(MOSQUITTO REQUIRED IMPORTED_TARGET libmosquitto)
+    find_package(OpenSSL REQUIRED)
     find_package(Protobuf REQUIRED)
 endif()
 if(DORVEL_RECORD)

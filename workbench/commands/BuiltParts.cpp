@@ -13,6 +13,12 @@ constexpr bool HasPage = true;
 constexpr bool HasPage = false;
 #endif
 
+#ifdef WORKBENCH_HAS_MQTT
+constexpr bool HasMqtt = true;
+#else
+constexpr bool HasMqtt = false;
+#endif
+
 struct Part {
     bool isBuiltIn;
     bool isAskedFor;
@@ -26,6 +32,7 @@ struct Part {
 void RefuseMissingParts(RunOptions const& options) {
     Part const parts[] = {
         {HasPage, options.page.isOn, "--page", "the page", "DORVEL_PAGE"},
+        {HasMqtt, options.mqtt.isOn, "--mqtt", "MQTT", "DORVEL_MQTT"},
     };
     for (Part const& part : parts) {
         if (part.isAskedFor && !part.isBuiltIn) {

@@ -1,12 +1,29 @@
 #include "CommonOptions.h"
 
 #include <CLI/CLI.hpp>
+#include <charconv>
+#include <cmath>
 #include <cstddef>
+#include <system_error>
 #include <vector>
 
 #include "AddIn.h"
+#include "NumberText.h"
+#include "Printable.h"
 
 namespace workbench {
+
+double NumberFromZero(std::string const& text, char const* option, char const* what, double most) {
+    double number = 0;
+    auto const [end, mistake] = std::from_chars(text.data(), text.data() + text.size(), number);
+    bool const isNumber = mistake == std::errc() && end == text.data() + text.size();
+    if (!isNumber || !std::isfinite(number) || number < 0 || (most > 0 && number > most)) {
+        std::string const upTo = most > 0 ? " to " + tools::NumberText(most) : "";
+        throw CLI::ValidationError(option, tools::Quoted(text) + " is not " + what +
+                                               "; allowed is a number from 0" + upTo + ", such as 0.5");
+    }
+    return number;
+}
 
 std::pair<std::string, std::string> Assignment(std::string const& text, char const* option) {
     std::size_t const equals = text.find('=');

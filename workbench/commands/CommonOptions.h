@@ -47,6 +47,10 @@ void NameWords(CLI::Option& option, std::vector<std::string> const& words, Words
 // The words of an option, with those of a check with CLI::IsMember; none if its values cannot be listed.
 std::vector<std::string> WordsOf(CLI::Option& option, WordsKind& kind);
 
+// Reads a number from 0 to `most`, or without an end if `most` is 0. Throws an exception that becomes a
+// mistake on the command line for anything else; it says that the text is not `what`, "a width".
+double NumberFromZero(std::string const& text, char const* option, char const* what, double most = 0);
+
 // Splits "NAME=VALUE". Throws an exception that becomes a mistake on the command line if there is no name.
 std::pair<std::string, std::string> Assignment(std::string const& text, char const* option);
 

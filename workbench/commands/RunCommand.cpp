@@ -252,6 +252,7 @@ void AddRunCommand(CLI::App& program, CommandBody& chosen) {
     DefineRun(*command, *options);
     command->callback([options, &chosen] {
         RefuseMissingParts(*options);
+        CheckMqttOptions(options->mqtt);
         chosen = [options](Streams const& streams) {
             LoadAddIn(AddInOf(*options));
             return RunProject(*options, streams);

@@ -2,11 +2,8 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <charconv>
-#include <cmath>
 #include <cstddef>
 #include <string>
-#include <system_error>
 #include <vector>
 
 #include "Printable.h"
@@ -40,6 +37,9 @@ redundant pair: only blocks with ExecuteOnSlave are polled, and only those with 
 --page serves the same for browsers, beside the table or the lines, and prints a link. It can be read
 only without --page-writes, and by this machine only without an address (docs/page.md).
 
+--mqtt publishes the values at an MQTT broker, as JSON or as Sparkplug B, and with --mqtt-writes takes
+commands from it. A broker that is away or slow does not hold the run up (docs/publish.md).
+
 Examples:
   dorvel-workbench run plant.lua --define ahu=192.168.1.20:47808 --pcap plant.pcap
   dorvel-workbench run plant.lua --set "AHU.Supply air setpoint=21.5" --summary
@@ -47,6 +47,8 @@ Examples:
   dorvel-workbench run plant.lua --format csv --dead-band 0.2 > plant.csv
   dorvel-workbench run plant.lua --page --page-writes
   dorvel-workbench run plant.lua --page 192.168.1.5:8080 --page-token-file page.token
+  dorvel-workbench run plant.lua --mqtt mqtts://broker.example --mqtt-ca ca.pem --mqtt-login broker.login
+  dorvel-workbench run plant.lua --mqtt mqtt://192.168.1.9 --mqtt-payload sparkplug --mqtt-group site1
 
 Exit codes:
   0  done, also after Ctrl-C
@@ -56,17 +58,6 @@ Exit codes:
   4  something else failed, such as writing the capture file
   130  a second Ctrl-C ended the program at once)";
 
-double DeadBand(std::string const& text) {
-    double width = 0;
-    auto const [end, mistake] = std::from_chars(text.data(), text.data() + text.size(), width);
-    bool const isNumber = mistake == std::errc() && end == text.data() + text.size();
-    if (!isNumber || !std::isfinite(width) || width < 0) {
-        throw CLI::ValidationError(
-            "--dead-band", tools::Quoted(text) + " is not a width; allowed is a number from 0, such as 0.5");
-    }
-    return width;
-}
-
 // --format, and what of each cycle is shown in a format for programs.
 void AddFormatOptions(CLI::App& command, RunOptions& options) {
     AddOutputOption(command, options.format, true);
@@ -75,7 +66,10 @@ void AddFormatOptions(CLI::App& command, RunOptions& options) {
         "Shows of each cycle only what has changed; in lines, JSON and CSV");
     command
         .add_option_function<std::string>(
-            "--dead-band", [&options](std::string const& text) { options.changesBeyond = DeadBand(text); },
+            "--dead-band",
+            [&options](std::string const& text) {
+                options.changesBeyond = NumberFromZero(text, "--dead-band", "a width");
+            },
             "The same, and of numbers only changes by more than X")
         ->type_name("X");
     command.parse_complete_callback([&options] {
@@ -162,6 +156,7 @@ void DefineRun(CLI::App& command, RunOptions& options) {
     AddLogOptions(command, options);
     AddFailOptions(command, options);
     AddPageOptions(command, options.page);
+    AddMqttOptions(command, options.mqtt);
     command.add_flag("--standby", options.standby, "Begins as the standby of a redundant pair");
     command.add_flag_callback(
         "--summary", [&options] { options.summary = true; },

@@ -7,6 +7,7 @@
 
 #include "CommonOptions.h"
 #include "LogBuffer.h"
+#include "MqttOptions.h"
 #include "PageOptions.h"
 #include "RunFigures.h"
 
@@ -26,6 +27,7 @@ struct RunOptions : ProjectOptions {
     std::string captureFile;  // empty: none
     std::optional<bool> summary;
     PageOptions page;
+    MqttOptions mqtt;
 };
 
 void DefineRun(CLI::App& command, RunOptions& options);

@@ -1,11 +1,11 @@
 #include "RunOutlets.h"
 
+#include "RunMqtt.h"
+
 namespace workbench {
 
 void AddOutlets(OutletList& outlets, RunOptions const& options, OutletParts const& parts) {
-    static_cast<void>(outlets);
-    static_cast<void>(options);
-    static_cast<void>(parts);
+    outlets.Add(MakeMqtt(options.mqtt, parts));
 }
 
 }  // namespace workbench
