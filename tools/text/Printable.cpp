@@ -73,12 +73,16 @@ std::string Blanks(std::string const& text, std::size_t width) {
 
 std::string ValidUtf8(std::string_view text) {
     std::string result;
+    std::size_t begin = 0;  // of what is valid and not yet in the result
     for (std::size_t place = 0; place < text.size();) {
         Character const character = CharacterAt(text, place);
-        result.append(character.codePoint < 0 ? Replacement : text.substr(place, character.length));
+        if (character.codePoint < 0) {
+            result.append(text.substr(begin, place - begin)).append(Replacement);
+            begin = place + character.length;
+        }
         place += character.length;
     }
-    return result;
+    return result.append(text.substr(begin));
 }
 
 std::string Printable(std::string_view text) {

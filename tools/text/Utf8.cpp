@@ -8,11 +8,8 @@ unsigned OctetAt(std::string_view text, std::size_t place) {
     return static_cast<unsigned char>(text[place]);
 }
 
-// The length of a character by its first octet; 0 for an octet that cannot be the first.
+// The length of a character by its first octet; 0 for an octet that cannot be the first of several.
 std::size_t AnnouncedLength(unsigned first) {
-    if (first < 0x80) {
-        return 1;
-    }
     if (first >= 0xC2 && first <= 0xDF) {
         return 2;
     }
@@ -30,13 +27,10 @@ bool IsCharacter(long codePoint, std::size_t length) {
 
 }  // namespace
 
-Character CharacterAt(std::string_view text, std::size_t place) {
+Character LongCharacterAt(std::string_view text, std::size_t place) {
     unsigned const first = OctetAt(text, place);
     std::size_t const length = AnnouncedLength(first);
-    if (length <= 1) {
-        return {length == 1 ? static_cast<long>(first) : -1, 1};
-    }
-    if (place + length > text.size()) {
+    if (length == 0 || place + length > text.size()) {
         return {-1, 1};
     }
     long codePoint = static_cast<long>(first & (0x7Fu >> length));

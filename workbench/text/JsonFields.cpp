@@ -47,16 +47,16 @@ std::string JsonLine(rapidjson::StringBuffer const& buffer) {
     std::string_view const text(buffer.GetString(), buffer.GetSize());
     std::string line;
     line.reserve(text.size() + 1);
+    std::size_t begin = 0;  // of what needs no escape and is not yet in the line
     for (std::size_t i = 0; i < text.size(); ++i) {
-        std::string const escape = EscapeAt(text, i);
-        if (escape.empty()) {
-            line += text[i];
-        } else {
-            line += escape;
-            i += text[i] == '\x7F' ? 0 : 1;
+        bool const isLikely = text[i] == '\x7F' || text[i] == '\xC2';
+        std::string const escape = isLikely ? EscapeAt(text, i) : std::string();
+        if (!escape.empty()) {
+            line.append(text.substr(begin, i - begin)).append(escape);
+            begin = i + (text[i] == '\x7F' ? 1 : 2);
         }
     }
-    return line + "\n";
+    return line.append(text.substr(begin)).append("\n");
 }
 
 }  // namespace workbench

@@ -65,8 +65,9 @@ std::string IsoTime(long long fileTime, long long localDiff) {
     CalendarTime const time = ToCalendar(fileTime, localDiff);
     int const minutes = static_cast<int>(localDiff / UnitsPerMillisecond / 60000);
     int const distance = minutes < 0 ? -minutes : minutes;
-    return Seconds(time) + Format(".%03d%c%02d:%02d", time.millisecond, minutes < 0 ? '-' : '+',
-                                  distance / 60, distance % 60);
+    return Format("%04lld-%02d-%02dT%02d:%02d:%02d.%03d%c%02d:%02d", time.year, time.month, time.day,
+                  time.hour, time.minute, time.second, time.millisecond, minutes < 0 ? '-' : '+',
+                  distance / 60, distance % 60);
 }
 
 std::string IsoValue(long long fileTime, long long localDiff) {
