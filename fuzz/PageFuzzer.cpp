@@ -53,7 +53,8 @@ public:
         }
         memory = std::make_unique<PlantMemory>(project.Blocks(), first, true);
         plant = std::make_unique<PagePlant>(
-            PagePlant::Parts{"p.lua", "1", project.Blocks(), project.Tasks(), *memory, *setter, log, true},
+            PagePlant::Parts{"p.lua", "1", project.Blocks(), project.Tasks(), *memory, memory->trends,
+                             *setter, log, true},
             std::make_unique<ObjectInspector>([]() -> std::unique_ptr<standard::Link> {
                 throw std::system_error(ENETDOWN, std::generic_category());
             }));

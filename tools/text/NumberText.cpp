@@ -27,4 +27,14 @@ std::string NumberText(double value) {
     return Shortest(value);
 }
 
+double Widened(float value) {
+    double number = static_cast<double>(value);
+    if (std::isfinite(value)) {
+        char text[64];
+        auto const end = std::to_chars(text, text + sizeof text, value).ptr;
+        std::from_chars(text, end, number);
+    }
+    return number;
+}
+
 }  // namespace tools

@@ -8,4 +8,7 @@ namespace tools {
 std::string NumberText(float value);
 std::string NumberText(double value);
 
+// The number that has the shortest text of the float: 21.1, not 21.100000381469727.
+double Widened(float value);
+
 }  // namespace tools

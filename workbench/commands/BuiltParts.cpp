@@ -19,6 +19,12 @@ constexpr bool HasMqtt = true;
 constexpr bool HasMqtt = false;
 #endif
 
+#ifdef WORKBENCH_HAS_RECORD
+constexpr bool HasRecord = true;
+#else
+constexpr bool HasRecord = false;
+#endif
+
 struct Part {
     bool isBuiltIn;
     bool isAskedFor;
@@ -33,6 +39,7 @@ void RefuseMissingParts(RunOptions const& options) {
     Part const parts[] = {
         {HasPage, options.page.isOn, "--page", "the page", "DORVEL_PAGE"},
         {HasMqtt, options.mqtt.isOn, "--mqtt", "MQTT", "DORVEL_MQTT"},
+        {HasRecord, !options.record.file.empty(), "--record", "the recording", "DORVEL_RECORD"},
     };
     for (Part const& part : parts) {
         if (part.isAskedFor && !part.isBuiltIn) {

@@ -23,6 +23,7 @@
 #include "RunFigures.h"
 #include "RunOutlets.h"
 #include "RunPage.h"
+#include "RunRecording.h"
 #include "RunWarnings.h"
 #include "Signals.h"
 #include "TableDisplay.h"
@@ -230,8 +231,8 @@ int RunProject(RunOptions const& given, Streams const& streams) {
     });
     std::unique_ptr<RunPage> const page =
         StartPage(options, streams,
-                  {options.project, WORKBENCH_VERSION, project.Blocks(), project.Tasks(), memory, setter, log,
-                   options.page.hasWrites, &outlets});
+                  {options.project, WORKBENCH_VERSION, project.Blocks(), project.Tasks(), memory,
+                   outlets.TrendsOr(memory.trends), setter, log, options.page.hasWrites, &outlets});
     outlets.Start();
     RunUntilEnd(project.Runtime(), *display, terminal, signals, person, page.get(), options, table);
     outlets.End();
@@ -253,6 +254,7 @@ void AddRunCommand(CLI::App& program, CommandBody& chosen) {
     command->callback([options, &chosen] {
         RefuseMissingParts(*options);
         CheckMqttOptions(options->mqtt);
+        CheckRecordOptions(options->record);
         chosen = [options](Streams const& streams) {
             LoadAddIn(AddInOf(*options));
             return RunProject(*options, streams);

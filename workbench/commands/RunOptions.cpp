@@ -40,6 +40,9 @@ only without --page-writes, and by this machine only without an address (docs/pa
 --mqtt publishes the values at an MQTT broker, as JSON or as Sparkplug B, and with --mqtt-writes takes
 commands from it. A broker that is away or slow does not hold the run up (docs/publish.md).
 
+--record writes changes and events into a database of SQLite, which the trends of the page reach back
+into and the command export reads (docs/record.md).
+
 Examples:
   dorvel-workbench run plant.lua --define ahu=192.168.1.20:47808 --pcap plant.pcap
   dorvel-workbench run plant.lua --set "AHU.Supply air setpoint=21.5" --summary
@@ -49,6 +52,7 @@ Examples:
   dorvel-workbench run plant.lua --page 192.168.1.5:8080 --page-token-file page.token
   dorvel-workbench run plant.lua --mqtt mqtts://broker.example --mqtt-ca ca.pem --mqtt-login broker.login
   dorvel-workbench run plant.lua --mqtt mqtt://192.168.1.9 --mqtt-payload sparkplug --mqtt-group site1
+  dorvel-workbench run plant.lua --page --record plant.sqlite --record-keep 90d
 
 Exit codes:
   0  done, also after Ctrl-C
@@ -157,6 +161,7 @@ void DefineRun(CLI::App& command, RunOptions& options) {
     AddFailOptions(command, options);
     AddPageOptions(command, options.page);
     AddMqttOptions(command, options.mqtt);
+    AddRecordOptions(command, options.record);
     command.add_flag("--standby", options.standby, "Begins as the standby of a redundant pair");
     command.add_flag_callback(
         "--summary", [&options] { options.summary = true; },

@@ -9,6 +9,7 @@
 #include "LogBuffer.h"
 #include "MqttOptions.h"
 #include "PageOptions.h"
+#include "RecordOptions.h"
 #include "RunFigures.h"
 
 namespace workbench {
@@ -28,6 +29,7 @@ struct RunOptions : ProjectOptions {
     std::optional<bool> summary;
     PageOptions page;
     MqttOptions mqtt;
+    RecordOptions record;
 };
 
 void DefineRun(CLI::App& command, RunOptions& options);

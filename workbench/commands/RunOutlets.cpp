@@ -1,11 +1,13 @@
 #include "RunOutlets.h"
 
 #include "RunMqtt.h"
+#include "RunRecording.h"
 
 namespace workbench {
 
 void AddOutlets(OutletList& outlets, RunOptions const& options, OutletParts const& parts) {
     outlets.Add(MakeMqtt(options.mqtt, parts));
+    outlets.Add(MakeRecording(options.record, parts));
 }
 
 }  // namespace workbench

@@ -1,11 +1,9 @@
 #include "MemoryHistory.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <limits>
 #include <optional>
-#include <string>
 
 #include "NumberText.h"
 #include "ShownValue.h"
@@ -35,16 +33,6 @@ double NumberOf(OpcUa_VariantHlp const& value) {
     bool const isPlotted = IsNumeric(value.GetType()) || value.GetType() == OpcUaType_Boolean;
     if (isPlotted) {
         value.GetDouble(number);
-    }
-    return number;
-}
-
-// Has the shortest text of the float.
-double Widened(float value) {
-    double number = static_cast<double>(value);
-    if (std::isfinite(value)) {
-        std::string const text = tools::NumberText(value);
-        std::from_chars(text.data(), text.data() + text.size(), number);
     }
     return number;
 }
@@ -177,7 +165,7 @@ std::vector<Sample> MemoryHistory::Samples(VariableConfig const& variable, long 
     samples = Thinned(samples, most);
     if (ValueType(variable) == OpcUaType_Float) {
         for (Sample& sample : samples) {
-            sample.value = Widened(static_cast<float>(sample.value));
+            sample.value = tools::Widened(static_cast<float>(sample.value));
         }
     }
     return samples;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "History.h"
 #include "OutletState.h"
 #include "Snapshot.h"
 
@@ -21,6 +22,8 @@ public:
     virtual void End() = 0;
     // Thread-safe, and quick.
     virtual OutletState State() const = 0;
+    // The trends that it keeps, longer than memory does; null without any. Not used after End.
+    virtual History const* Trends() const { return nullptr; }
 };
 
 }  // namespace workbench

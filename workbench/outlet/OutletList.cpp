@@ -36,4 +36,13 @@ std::vector<OutletState> OutletList::States() const {
     return states;
 }
 
+History const& OutletList::TrendsOr(History const& others) const {
+    for (auto const& outlet : outlets) {
+        if (History const* const trends = outlet->Trends()) {
+            return *trends;
+        }
+    }
+    return others;
+}
+
 }  // namespace workbench

@@ -18,6 +18,8 @@ public:
     void End();
     // In the order in which they were added.
     std::vector<OutletState> States() const;
+    // Those of the first outlet that keeps trends; the others without one.
+    History const& TrendsOr(History const& others) const;
     bool IsEmpty() const { return outlets.empty(); }
 
 private:

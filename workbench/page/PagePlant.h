@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "History.h"
 #include "JsonFields.h"
 #include "LogBuffer.h"
 #include "ObjectInspector.h"
@@ -34,6 +35,7 @@ public:
         std::deque<BlockConfig> const& blocks;
         std::vector<TaskConfig> const& tasks;
         PlantMemory const& memory;
+        History const& trends;  // those of memory, or longer ones
         ValueSetter& setter;
         LogBuffer& log;
         bool hasWrites;  // whether the page may set values

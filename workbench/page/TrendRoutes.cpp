@@ -62,7 +62,7 @@ void WritePoint(JsonWriter& writer, Sample const& sample) {
 
 std::string RowsOf(PagePlant const& plant, PageVariable const& variable, Span const& span) {
     return TrendRows(*variable.block, *variable.config,
-                     plant.Run().memory.trends.Samples(*variable.config, span.from, span.to, MostRows),
+                     plant.Run().trends.Samples(*variable.config, span.from, span.to, MostRows),
                      dorvel::Environment().LocalTimeDiff());
 }
 
@@ -73,7 +73,7 @@ HttpResponse AnswerTrend(PageCall const& call) {
     if (!span) {
         return HoursProblem(call.request);
     }
-    MemoryHistory const& trends = call.plant.Run().memory.trends;
+    History const& trends = call.plant.Run().trends;
     VariableConfig const& variable = *call.variable->config;
     rapidjson::StringBuffer buffer;
     JsonWriter writer(buffer);

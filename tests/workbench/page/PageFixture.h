@@ -50,8 +50,8 @@ protected:
             throw std::system_error(ENETDOWN, std::generic_category());
         };
         plant = std::make_unique<workbench::PagePlant>(
-            workbench::PagePlant::Parts{"p.lua", "1.2.3", project.Blocks(), project.Tasks(), *memory, *setter,
-                                        log, hasWrites, &outlets},
+            workbench::PagePlant::Parts{"p.lua", "1.2.3", project.Blocks(), project.Tasks(), *memory,
+                                        memory->trends, *setter, log, hasWrites, &outlets},
             std::make_unique<workbench::ObjectInspector>(noNetwork));
         service = std::make_unique<workbench::PageService>(*plant, *guard, files);
     }
