@@ -8,6 +8,7 @@
 #include "DiscoverCommand.h"
 #include "EdeCommand.h"
 #include "ExitCode.h"
+#include "ExportCommand.h"
 #include "NamesCommand.h"
 #include "NewCommand.h"
 #include "ReleaseCommand.h"
@@ -32,13 +33,14 @@ constexpr char ProgramHelp[] = R"(Examples:
   dorvel-workbench ede 192.168.1.20 -o plant
   dorvel-workbench compare plant_EDE.csv plant.lua
   dorvel-workbench release 192.168.1.20 analog-output 1 --priority 8
+  dorvel-workbench export plant.sqlite --from -24h -o yesterday.csv
   dorvel-workbench names
 
 Exit codes:
   0  done, also after Ctrl-C
   1  a condition of --fail-on was met, or a block was in fault at the end, with --fail-on-fault;
      verify: there are findings; new: not everything could be read; compare: there are differences;
-     ede: the list is not whole
+     ede: the list is not whole; export: Ctrl-C ended it
   2  a mistake on the command line or in the project; check: an error, or a warning with --strict
   3  the add-in cannot be loaded
   4  something else failed, such as writing the capture file
@@ -46,8 +48,9 @@ Exit codes:
 
 // In the order of the help.
 constexpr AddCommand Commands[] = {
-    AddDiscoverCommand, AddBrowseCommand, AddNewCommand,     AddCheckCommand,   AddRunCommand,
-    AddVerifyCommand,   AddEdeCommand,    AddCompareCommand, AddReleaseCommand, AddNamesCommand,
+    AddDiscoverCommand, AddBrowseCommand, AddNewCommand,   AddCheckCommand,
+    AddRunCommand,      AddVerifyCommand, AddEdeCommand,   AddCompareCommand,
+    AddReleaseCommand,  AddExportCommand, AddNamesCommand,
 };
 
 }  // namespace
