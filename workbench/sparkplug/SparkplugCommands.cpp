@@ -123,7 +123,7 @@ void SparkplugCommands::Keep(std::string const& block, std::string const& variab
     WriteField(writer, "state", StateName(answer.state));
     writer.Key("value");
     WriteValue(writer, answer.value, localDiff);
-    WriteField(writer, "reason", answer.reason);
+    WriteOptional(writer, "reason", answer.reason);
     WriteField(writer, "time", IsoTime(now, localDiff));
     writer.EndObject();
     if (answers.size() == MostAnswers) {

@@ -16,10 +16,10 @@ namespace workbench {
 // Commands of Sparkplug B, and the answers to them. The format has no answers; here each is the text of a
 // metric of the node:
 //
-//   {"block":"AHU","variable":"Setpoint","state":"written","value":21.5,"reason":"","time":"2024-03-15T..."}
+//   {"block":"AHU","variable":"Setpoint","state":"written","value":21.5,"reason":null,"time":"2024-03-15T..."}
 //
-// state and reason as in CommandGate.h; the value is null unless the command was accepted. For one thread at
-// a time.
+// State and reason are as in CommandGate.h, the reason null without one; the value is null unless the command
+// was accepted. For one thread at a time.
 class SparkplugCommands {
 public:
     // Answers that wait at most. Of more the oldest are dropped and counted as "answers dropped".

@@ -355,6 +355,17 @@ TEST_F(Rebirths, AreAllBirthsWithTheNumberOfTheWill) {
     EXPECT_EQ(Count("rebirths"), 1U);
 }
 
+// With a time and a type, as the JavaScript library of the format writes it.
+TEST_F(Rebirths, FollowARequestOfAHost) {
+    Begin(TwoBlocks());
+    Octets const request = Hex(
+        "08 80 EE B4 D9 D2 31 12 1A 0A 14 4E 6F 64 65 20 43 6F 6E 74 72 6F 6C 2F 52 65 62 69 72 74 68 20 0B "
+        "70 01");
+    Receive("spBv1.0/plant/NCMD/north", {request.begin(), request.end()});
+    Publish();
+    EXPECT_EQ(Sent(), (Names{"NBIRTH", "DBIRTH AHU", "DBIRTH Rooms"}));
+}
+
 TEST_F(Rebirths, OfManyRequestsAreOneInFiveSeconds) {
     Begin(TwoBlocks());
     std::size_t births = 0;
