@@ -25,6 +25,12 @@ constexpr bool HasRecord = true;
 constexpr bool HasRecord = false;
 #endif
 
+#ifdef WORKBENCH_HAS_METRICS
+constexpr bool HasMetrics = true;
+#else
+constexpr bool HasMetrics = false;
+#endif
+
 struct Part {
     bool isBuiltIn;
     bool isAskedFor;
@@ -40,6 +46,7 @@ void RefuseMissingParts(RunOptions const& options) {
         {HasPage, options.page.isOn, "--page", "the page", "DORVEL_PAGE"},
         {HasMqtt, options.mqtt.isOn, "--mqtt", "MQTT", "DORVEL_MQTT"},
         {HasRecord, !options.record.file.empty(), "--record", "the recording", "DORVEL_RECORD"},
+        {HasMetrics, options.metrics.isOn, "--metrics", "metrics", "DORVEL_METRICS"},
     };
     for (Part const& part : parts) {
         if (part.isAskedFor && !part.isBuiltIn) {

@@ -216,7 +216,7 @@ int RunProject(RunOptions const& given, Streams const& streams) {
     Operator person(project, setter, *display, table && isatty(streams.in) ? -1 : streams.in);
     AddOutlets(outlets, options,
                {options.project, WORKBENCH_VERSION, project.Blocks(), project.Tasks(), memory, setter, log,
-                [&host] { return host.Figures(); }});
+                [&host] { return host.Figures(); }, [&outlets] { return outlets.States(); }});
     CycleWatch const watch(project, host.Observed(), [&](BlockSnapshot& snapshot) {
         if (signals.IsStopRequested()) {
             return;  // the signal interrupted this cycle, which is not a fault

@@ -43,6 +43,8 @@ commands from it. A broker that is away or slow does not hold the run up (docs/p
 --record writes changes and events into a database of SQLite, which the trends of the page reach back
 into and the command export reads (docs/record.md).
 
+--metrics serves values, qualities and figures for Prometheus (docs/publish.md).
+
 Examples:
   dorvel-workbench run plant.lua --define ahu=192.168.1.20:47808 --pcap plant.pcap
   dorvel-workbench run plant.lua --set "AHU.Supply air setpoint=21.5" --summary
@@ -162,6 +164,7 @@ void DefineRun(CLI::App& command, RunOptions& options) {
     AddPageOptions(command, options.page);
     AddMqttOptions(command, options.mqtt);
     AddRecordOptions(command, options.record);
+    AddMetricsOptions(command, options.metrics);
     command.add_flag("--standby", options.standby, "Begins as the standby of a redundant pair");
     command.add_flag_callback(
         "--summary", [&options] { options.summary = true; },

@@ -7,6 +7,7 @@
 
 #include "CommonOptions.h"
 #include "LogBuffer.h"
+#include "MetricsOptions.h"
 #include "MqttOptions.h"
 #include "PageOptions.h"
 #include "RecordOptions.h"
@@ -30,6 +31,7 @@ struct RunOptions : ProjectOptions {
     PageOptions page;
     MqttOptions mqtt;
     RecordOptions record;
+    MetricsOptions metrics;
 };
 
 void DefineRun(CLI::App& command, RunOptions& options);

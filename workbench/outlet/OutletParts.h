@@ -7,6 +7,7 @@
 
 #include "LogBuffer.h"
 #include "MeasuringEnvironment.h"
+#include "OutletState.h"
 #include "PlantMemory.h"
 #include "Project.h"
 #include "ValueSetter.h"
@@ -23,6 +24,7 @@ struct OutletParts {
     ValueSetter& setter;
     LogBuffer& log;
     std::function<TrafficFigures()> traffic;
+    std::function<std::vector<OutletState>()> outlets{};  // of all outlets; may be empty
 };
 
 }  // namespace workbench

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "BlockTask.h"
 #include "ScheduleVariable.h"
 #include "ShownValue.h"
 #include "TimeText.h"
@@ -12,15 +13,6 @@
 namespace workbench {
 
 namespace {
-
-TaskConfig const* TaskOf(BlockConfig const& block, std::vector<TaskConfig> const& tasks) {
-    for (TaskConfig const& task : tasks) {
-        if (block.task.empty() || task.name == block.task) {
-            return &task;
-        }
-    }
-    return nullptr;
-}
 
 void WriteStates(JsonWriter& writer, VariableConfig const& variable) {
     writer.Key("states");
