@@ -13,6 +13,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -245,7 +246,8 @@ private:
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     fuzz::QuietWorld::Enter();
-    static dorvel::Runtime runtime(luaL_newstate());
+    static std::unique_ptr<lua_State, void (*)(lua_State*)> const lua(luaL_newstate(), lua_close);
+    static dorvel::Runtime runtime(lua.get());
     Input input(data, size);
     Plant plant(input);
     try {

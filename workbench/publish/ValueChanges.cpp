@@ -25,10 +25,10 @@ void ValueChanges::Forget(std::size_t block) {
     if (block >= blocks.size()) {
         return;
     }
+    EndRestsOf(block);
     blocks[block].isKnown = false;
     for (Sent& sent : blocks[block].variables) {
         sent.isKnown = false;
-        sent.isResting = false;
     }
     Compare(block);
 }
@@ -106,7 +106,7 @@ std::optional<VariablePlace> ValueChanges::NextValue(long long now) {
         values.pop_front();
         Sent& sent = At(place);
         sent.isQueued = false;
-        if (sent.hasChanged) {
+        if (sent.hasChanged && !sent.isResting) {
             MarkSent(place, now);
             return place;
         }
@@ -116,6 +116,7 @@ std::optional<VariablePlace> ValueChanges::NextValue(long long now) {
 
 void ValueChanges::CountAsSent(std::size_t block, long long now) {
     MarkStateSent(blocks[block]);
+    EndRestsOf(block);
     for (std::size_t i = 0; i < blocks[block].variables.size(); ++i) {
         MarkSent({block, i}, now);
     }
@@ -123,17 +124,22 @@ void ValueChanges::CountAsSent(std::size_t block, long long now) {
 
 void ValueChanges::EndRests(long long now) {
     while (!resting.empty() && IsOver(resting.front().since, limits.interval, now)) {
-        Rest const rest = resting.front();
+        VariablePlace const place = resting.front().place;
         resting.pop_front();
-        Sent& sent = At(rest.place);
-        // Another rest may have begun since, by CountAsSent.
-        if (sent.isResting && sent.time == rest.since) {
-            sent.isResting = false;
-            if (sent.hasChanged) {
-                Queue(rest.place);
-            }
+        At(place).isResting = false;
+        if (At(place).hasChanged) {
+            Queue(place);
         }
     }
+}
+
+void ValueChanges::EndRestsOf(std::size_t block) {
+    for (Sent& sent : blocks[block].variables) {
+        sent.isResting = false;
+    }
+    resting.erase(std::remove_if(resting.begin(), resting.end(),
+                                 [&](Rest const& rest) { return rest.place.block == block; }),
+                  resting.end());
 }
 
 bool ValueChanges::HasOtherState(BlockPart const& block) {
@@ -146,18 +152,17 @@ void ValueChanges::MarkStateSent(BlockPart& block) {
     block.sentSuspects = block.suspects;
 }
 
-void ValueChanges::MarkSent(VariablePlace place, long long time) {
+void ValueChanges::MarkSent(VariablePlace place, long long now) {
     Sent& sent = At(place);
-    VariableSnapshot const& now = Variable(place);
-    sent.state = now.state;
-    sent.suspect = now.suspect;
-    sent.quality = PublishedQuality(Block(place.block), now);
-    sent.time = time;
+    VariableSnapshot const& newest = Variable(place);
+    sent.state = newest.state;
+    sent.suspect = newest.suspect;
+    sent.quality = PublishedQuality(Block(place.block), newest);
     sent.isKnown = true;
     sent.hasChanged = false;
     if (limits.interval > 0) {
         sent.isResting = true;
-        resting.push_back({place, time});
+        resting.push_back({place, now});
     }
 }
 

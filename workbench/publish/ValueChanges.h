@@ -63,11 +63,10 @@ private:
         VariableState state;
         std::string suspect;
         QualityKind quality = QualityKind::Bad;
-        long long time = 0;       // when it was sent
         bool isKnown = false;     // to the receiver
         bool hasChanged = false;  // since it was sent
         bool isQueued = false;    // in values
-        bool isResting = false;   // in resting, for its interval
+        bool isResting = false;   // once in resting, for its interval
     };
 
     struct BlockPart {
@@ -90,6 +89,7 @@ private:
     bool HasChanged(BlockPart const& block, std::size_t variable) const;
     void Queue(VariablePlace place);
     void EndRests(long long now);
+    void EndRestsOf(std::size_t block);
     void MarkStateSent(BlockPart& block);
     void MarkSent(VariablePlace place, long long now);
     static bool HasOtherState(BlockPart const& block);

@@ -183,6 +183,16 @@ TEST_F(ValueChangesTest, ThatCountAsSentAreNotSent) {
     EXPECT_EQ(Values(all), Places{2});
 }
 
+TEST_F(ValueChangesTest, WaitForTheirIntervalAlsoAfterTheyCountAsSent) {
+    ValueChanges changes({0, 10 * Second});
+    Take(changes);
+    changes.CountAsSent(0, Noon);
+    block.variables[0].state.Value = Float(21);
+    Take(changes);
+    EXPECT_TRUE(Values(changes, Noon + 1).empty());
+    EXPECT_EQ(Values(changes, Noon + 10 * Second), Places{0});
+}
+
 TEST_F(ValueChangesTest, OfABlockInFaultAreTheQualityOfAllItsValues) {
     Take(all);
     States(all);
@@ -236,6 +246,15 @@ TEST_F(ValueChangesTest, AreTheNewestValuesHoweverTheyAreAskedFor) {
             changes.Forget();
             receiver.clear();
             Take(changes);
+        }
+        if (below(50) == 0) {
+            changes.CountAsSent(0, now);
+            for (std::size_t i = 0; i < 3; ++i) {
+                receiver[i] = changes.Variable({0, i}).state.Value;
+            }
+        }
+        if (below(50) == 0) {
+            changes.Forget(0);
         }
         for (std::size_t room = below(3); room > 0; --room) {
             if (auto const place = changes.NextValue(now)) {
