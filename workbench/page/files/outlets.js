@@ -42,7 +42,7 @@ function drawLink(link, outlet) {
 
 function drawNotice(notice, {outlet, health, text, since}) {
   notice.classList.toggle('bad', health === 'failed');
-  setText(notice, `${outlet} is ${health} since ${shortTime(since)}: ${text}`);
+  setText(notice, `${outlet} ${health} since ${shortTime(since)}: ${text}`);
 }
 
 function announceChanges(outlets, known) {
@@ -50,7 +50,7 @@ function announceChanges(outlets, known) {
     const was = known.get(outlet);
     known.set(outlet, health);
     if (was && was !== health) {
-      announce(`${outlet} is ${health}: ${text}`);
+      announce(`${outlet} ${health}: ${text}`);
     }
   }
 }
