@@ -107,8 +107,9 @@ void RecordUpkeep::ChooseCut(long long now, long long steady) {
 void RecordUpkeep::ChooseCutBySize(long long now) {
     long long const oldest = database.Number(
         "SELECT min(time) FROM (SELECT (SELECT time FROM number WHERE variable = id ORDER BY time LIMIT 1 "
-        "OFFSET 1) AS time FROM variable UNION ALL SELECT min(time) FROM text UNION ALL "
-        "SELECT min(time) FROM event)");
+        "OFFSET 1) AS time FROM variable UNION ALL SELECT (SELECT time FROM text WHERE variable = id ORDER "
+        "BY "
+        "time LIMIT 1 OFFSET 1) FROM variable UNION ALL SELECT min(time) FROM event)");
     long long const next = oldest + std::max(Minute, (now - oldest) / 20);
     if (oldest != 0 && next < now - Minute) {
         Begin(next);

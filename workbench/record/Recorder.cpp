@@ -1,6 +1,7 @@
 #include "Recorder.h"
 
 #include <sqlite3.h>
+#include <unistd.h>
 
 #include "Printable.h"
 #include "RecordSchema.h"
@@ -24,6 +25,10 @@ long long SteadyNow() {
     return dorvel::Environment().SteadyNow() / 10000;
 }
 
+std::string LogOf(std::string const& path) {
+    return path + "-wal";
+}
+
 // With others the file itself is the matter, and it is opened again.
 bool IsPassing(DatabaseError const& mistake) {
     return mistake.Code() == SQLITE_FULL || mistake.Code() == SQLITE_BUSY || mistake.Code() == SQLITE_LOCKED;
@@ -33,10 +38,11 @@ bool IsPassing(DatabaseError const& mistake) {
 
 Recorder::File::File(std::string const& path, RecordLimits const& limits, RecordWriter::Run const& run,
                      long long now)
-    : lock(path), database(OpenForRecording(path)), upkeep(database, limits) {
+    : lock(path), database(OpenForRecording(path)), log(LogOf(path)), upkeep(database, limits) {
     Transaction transaction(database);
     writer.emplace(database, run, now);
     transaction.Commit();
+    log = FileIdentity(LogOf(path));
 }
 
 Recorder::Recorder(std::string const& recordPath, RecordLimits const& recordLimits,
@@ -50,6 +56,16 @@ Recorder::Recorder(std::string const& recordPath, RecordLimits const& recordLimi
     status.Set(OutletHealth::Good, "records into " + tools::Printable(path));
 }
 
+// SQLite would take what it has left beside the file as a part of the one that is there now.
+void Recorder::Leave() {
+    FileIdentity const log = file->log;
+    file.reset();
+    if (FileIdentity(LogOf(path)) == log) {
+        unlink(LogOf(path).c_str());
+        unlink((path + "-shm").c_str());
+    }
+}
+
 // False as long as the file is lost.
 bool Recorder::Open() {
     if (file && file->lock.IsInPlace()) {
@@ -57,7 +73,7 @@ bool Recorder::Open() {
     }
     if (file) {
         status.Set(OutletHealth::Waiting, tools::Printable(path) + ": the file was removed or replaced");
-        file.reset();
+        Leave();
     } else if (SteadyNow() < nextTry) {
         return false;
     }
@@ -119,6 +135,9 @@ bool Recorder::WriteSome(bool isEnd) {
     status.Count("values", file->writer->Values() - countedValues);
     countedValues = file->writer->Values();
     if (!found.empty()) {
+        if (found.front().id > recordedEvent + 1) {
+            status.Count("dropped events", found.front().id - recordedEvent - 1);
+        }
         status.Count("events", found.size());
         recordedEvent = found.back().id;
     }

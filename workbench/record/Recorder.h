@@ -38,11 +38,13 @@ private:
         // In this order: the lock is given up last.
         RecordLock lock;
         Database database;
+        FileIdentity log;  // that of SQLite, beside the file
         std::optional<RecordWriter> writer;
         RecordUpkeep upkeep;
     };
 
     bool Open();
+    void Leave();
     bool WriteSome(bool isEnd);
     void Write(std::vector<SharedSnapshot> const& cycles, std::vector<Event> const& found, bool isEnd);
     void Try(void (Recorder::*work)());

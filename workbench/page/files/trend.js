@@ -12,7 +12,7 @@ import {TrendWords} from './trend-words.js';
 import {make, setAttribute, setText} from './dom.js';
 
 // In hours.
-const Ranges = [['15 min', 0.25], ['1 h', 1], ['4 h', 4], ['All', 24 * 366]];
+const Ranges = [['15 min', 0.25], ['1 h', 1], ['4 h', 4], ['24 h', 24], ['7 d', 168], ['30 d', 720], ['All', 24 * 366]];
 const Longest = Ranges.at(-1)[1];
 const Minute = 60000;
 const Hour = 60 * Minute;
