@@ -11,6 +11,7 @@
 #include "Mistake.h"
 #include "Server.h"
 #include "SystemClock.h"
+#include "Version.h"
 
 namespace {
 
@@ -62,7 +63,7 @@ int main(int argc, char** argv) {
             return tools::SimulatorExit::Ok;
         }
         if (options.wantsVersion) {
-            std::cout << "bacnet-simulator " SIMULATOR_VERSION "\n";
+            std::cout << tools::VersionText("bacnet-simulator") << '\n';
             return tools::SimulatorExit::Ok;
         }
         return Run(options);

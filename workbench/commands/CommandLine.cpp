@@ -14,6 +14,7 @@
 #include "ReleaseCommand.h"
 #include "RunCommand.h"
 #include "VerifyCommand.h"
+#include "Version.h"
 
 namespace workbench {
 
@@ -60,7 +61,7 @@ void DefineProgram(CLI::App& program, CommandBody& chosen) {
     program.description(
         "Brings BACnet devices into service from a PC: finds them, writes, checks, runs and verifies "
         "projects.");
-    program.set_version_flag("--version", "dorvel-workbench " WORKBENCH_VERSION);
+    program.set_version_flag("--version", tools::VersionText("dorvel-workbench"));
     program.require_subcommand(1);
     program.footer(ProgramHelp);
     for (AddCommand const add : Commands) {
