@@ -17,6 +17,13 @@ if(NOT CMAKE_BUILD_TYPE)
     set(CMAKE_BUILD_TYPE Release)
 endif()
 
+# Files are named by their path in the source tree, so that two builds in two folders give the same octets. A compiler
+# cache names them relative to the build folder. The last option that fits is used.
+file(RELATIVE_PATH way_to_sources "${PROJECT_BINARY_DIR}" "${PROJECT_SOURCE_DIR}")
+set(NEUTRAL_PATHS "-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=" "-ffile-prefix-map=${way_to_sources}/="
+                  "-ffile-prefix-map=${PROJECT_BINARY_DIR}=build")
+add_compile_options("$<$<CONFIG:Release>:-g;${NEUTRAL_PATHS}>")
+
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
 
 # In optimised builds GCC's flow analysis warns of correct uses of std::optional and std::vector, and of
@@ -31,7 +38,7 @@ endif()
 # the driver have machine code as well: the tests link that, in a twentieth of the time.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_BUILD_TYPE STREQUAL "Release")
     set(WHOLE_COMPILE -flto -ffat-lto-objects)
-    set(WHOLE_LINK -flto -flto-partition=one)
+    set(WHOLE_LINK -flto -flto-partition=one ${NEUTRAL_PATHS})
     set(MACHINE_CODE_LINK -fno-lto)
 endif()
 

@@ -10,6 +10,8 @@ namespace workbench {
 namespace {
 
 constexpr char AddInName[] = "dorvel_bacnet.so";
+// From the folder of the installed program to that of the libraries (cmake/Install.cmake).
+constexpr char InstalledFolder[] = "../lib/dorvel-bacnet/";
 
 // dlopen searches the system's folders for a name without a slash, but a name means a file here.
 std::string AsPath(std::string const& file) {
@@ -39,7 +41,14 @@ std::string DefaultAddIn() {
     ssize_t const length = readlink("/proc/self/exe", path, sizeof path);
     std::string const program(path, length > 0 ? static_cast<std::size_t>(length) : 0);
     std::size_t const slash = program.rfind('/');
-    return (slash == std::string::npos ? std::string() : program.substr(0, slash + 1)) + AddInName;
+    return AddInBeside(slash == std::string::npos ? std::string() : program.substr(0, slash + 1));
+}
+
+std::string AddInBeside(std::string const& folder) {
+    std::string const beside = folder + AddInName;
+    std::string const installed = folder + InstalledFolder + AddInName;
+    bool const isInstalled = access(beside.c_str(), F_OK) != 0 && access(installed.c_str(), F_OK) == 0;
+    return isInstalled ? installed : beside;
 }
 
 }  // namespace workbench

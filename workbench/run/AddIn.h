@@ -15,7 +15,11 @@ public:
 // process ends, since its registrations point into it. Throws AddInError.
 void LoadAddIn(std::string const& file);
 
-// "dorvel_bacnet.so" in the folder of the running program.
+// "dorvel_bacnet.so" for the running program: in its folder, as in a build, or where it is installed.
 std::string DefaultAddIn();
+
+// The same for a program in a folder, whose name is empty or ends with a slash: the file in this folder, or
+// in "../lib/dorvel-bacnet" if only that exists.
+std::string AddInBeside(std::string const& folder);
 
 }  // namespace workbench
