@@ -44,8 +44,8 @@ install(DIRECTORY docs DESTINATION "${DORVEL_DOCUMENTS}" COMPONENT tools
 # Manual pages and completion, which the target `manual` writes, and the service.
 foreach(program workbench simulator)
     set(pages "${PROJECT_BINARY_DIR}/manual/${program}")
-    install(DIRECTORY "${pages}/man" DESTINATION share COMPONENT tools OPTIONAL)
-    install(DIRECTORY "${pages}/bash/" DESTINATION share/bash-completion/completions COMPONENT tools OPTIONAL)
-    install(DIRECTORY "${pages}/zsh/" DESTINATION share/zsh/vendor-completions COMPONENT tools OPTIONAL)
+    install(DIRECTORY "${pages}/man" DESTINATION share COMPONENT tools)
+    install(DIRECTORY "${pages}/bash/" DESTINATION share/bash-completion/completions COMPONENT tools)
+    install(DIRECTORY "${pages}/zsh/" DESTINATION share/zsh/vendor-completions COMPONENT tools)
 endforeach()
 install(FILES packaging/dorvel-workbench@.service DESTINATION lib/systemd/system COMPONENT tools OPTIONAL)
