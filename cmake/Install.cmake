@@ -15,14 +15,14 @@ install(TARGETS dorvel_bacnet LIBRARY DESTINATION "${DORVEL_LIBRARIES}" COMPONEN
 set_target_properties(dorvel_bacnet PROPERTIES INSTALL_RPATH "")
 install(FILES packaging/driver/copyright DESTINATION share/doc/dorvel-bacnet-driver COMPONENT driver)
 
-# The debug symbols of a package, by the build ids of its files: only with `--component tools-dbgsym` or `driver-dbgsym`.
+# The debug symbols of a package, by the build ids of its files: only with `--component tools-symbols` or `driver-symbols`.
 function(install_debug_symbols package)
     foreach(target IN LISTS ARGN)
         install(CODE "set(FILE \"$<TARGET_FILE:${target}>\")
                       set(READELF \"${CMAKE_READELF}\")
                       set(OBJCOPY \"${CMAKE_OBJCOPY}\")
                       include(\"${PROJECT_SOURCE_DIR}/cmake/InstallDebugSymbols.cmake\")"
-                COMPONENT ${package}-dbgsym EXCLUDE_FROM_ALL)
+                COMPONENT ${package}-symbols EXCLUDE_FROM_ALL)
     endforeach()
 endfunction()
 install_debug_symbols(driver dorvel_bacnet)

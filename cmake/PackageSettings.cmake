@@ -1,5 +1,7 @@
 # Read by CPack before it makes packages: what depends on the built files and on the machine.
 
+cmake_policy(VERSION 3.22)
+
 # package_depends(VARIABLE FILES ... EXCLUDE ...): the packages whose libraries the files need, by dpkg-shlibdeps. For the
 # target they are compared with Debian's packages for it, which scripts/sysroot-armhf has unpacked.
 function(package_depends variable)
@@ -32,7 +34,7 @@ endfunction()
 set(version "${CPACK_PACKAGE_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE}")
 
 package_depends(CPACK_DEBIAN_DRIVER_PACKAGE_DEPENDS FILES "${CPACK_DORVEL_BIN}/dorvel_bacnet.so" EXCLUDE liblua5.4-0)
-set(CPACK_DEBIAN_DRIVER-DBGSYM_PACKAGE_DEPENDS "dorvel-bacnet-driver (= ${version})")
+set(CPACK_DEBIAN_DRIVER-SYMBOLS_PACKAGE_DEPENDS "dorvel-bacnet-driver (= ${version})")
 
 if("tools" IN_LIST CPACK_COMPONENTS_ALL)
     set(files dorvel-workbench bacnet-simulator)
@@ -42,5 +44,5 @@ if("tools" IN_LIST CPACK_COMPONENTS_ALL)
     list(TRANSFORM files PREPEND "${CPACK_DORVEL_BIN}/")
     package_depends(depends FILES ${files})
     set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "dorvel-bacnet-driver (= ${version}), ${depends}")
-    set(CPACK_DEBIAN_TOOLS-DBGSYM_PACKAGE_DEPENDS "dorvel-bacnet-tools (= ${version})")
+    set(CPACK_DEBIAN_TOOLS-SYMBOLS_PACKAGE_DEPENDS "dorvel-bacnet-tools (= ${version})")
 endif()

@@ -75,7 +75,7 @@ class Installation(Installed):
     def test_has_the_debug_symbols_of_each_file_apart(self):
         self.assertFalse(os.path.exists(os.path.join(self.prefix, "lib", "debug")), "only when they are asked for")
         for package in ("tools", "driver"):
-            output_of("cmake", "--install", BUILD, "--prefix", self.prefix, "--component", package + "-dbgsym")
+            output_of("cmake", "--install", BUILD, "--prefix", self.prefix, "--component", package + "-symbols")
         for file in self.programs + self.libraries:
             self.assertNotIn(".debug_info", output_of("readelf", "-SW", file))
             first, rest = re.search(r"Build ID: (..)(\w+)", output_of("readelf", "-n", file)).groups()
