@@ -20,7 +20,7 @@ endif()
 # Files are named by their path in the source tree, so that two builds in two folders give the same octets. A compiler
 # cache names them relative to the build folder. The last option that fits is used.
 file(RELATIVE_PATH way_to_sources "${PROJECT_BINARY_DIR}" "${PROJECT_SOURCE_DIR}")
-set(NEUTRAL_PATHS "-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=" "-ffile-prefix-map=${way_to_sources}/="
+set(NEUTRAL_PATHS "-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=" "-ffile-prefix-map=${way_to_sources}="
                   "-ffile-prefix-map=${PROJECT_BINARY_DIR}=build")
 add_compile_options("$<$<CONFIG:Release>:-g;${NEUTRAL_PATHS}>")
 
