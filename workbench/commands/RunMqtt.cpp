@@ -5,11 +5,11 @@
 #include <unistd.h>
 
 #include <filesystem>
-#include <stdexcept>
 
 #include "ClientId.h"
 #include "JsonPublisher.h"
 #include "MqttOutlet.h"
+#include "SparkplugPublisher.h"
 #include "TopicLevel.h"
 
 namespace workbench {
@@ -57,9 +57,6 @@ std::unique_ptr<Outlet> MakeMqtt(MqttOptions const& options, OutletParts const& 
     if (!options.isOn) {
         return nullptr;
     }
-    if (options.isSparkplug) {
-        throw std::runtime_error("--mqtt-payload sparkplug: this program has JSON only");
-    }
     PublishSettings const publishing = SettingsOf(options, parts.project);
     BrokerSettings broker;
     broker.address = ReadBrokerAddress(options.url);
@@ -71,6 +68,9 @@ std::unique_ptr<Outlet> MakeMqtt(MqttOptions const& options, OutletParts const& 
         tls = TlsFiles{options.authorities, options.certificate, options.key};
     }
     auto const makePublisher = [&](OutletStatus& status) -> std::unique_ptr<Publisher> {
+        if (options.isSparkplug) {
+            return std::make_unique<SparkplugPublisher>(publishing, parts, status);
+        }
         return std::make_unique<JsonPublisher>(publishing, parts, status);
     };
     return std::make_unique<MqttOutlet>(broker, tls, makePublisher, parts.memory.board, parts.log);
