@@ -36,7 +36,6 @@ MqttOutlet::MqttOutlet(BrokerSettings const& brokerSettings, std::optional<TlsFi
     : settings(brokerSettings),
       name(AddressText(settings.address)),
       board(plantBoard),
-      log(runLog),
       status("mqtt", runLog),
       publisher(makePublisher(status)),
       tls(tlsFiles ? std::make_unique<TlsContext>(*tlsFiles, settings.address.host) : nullptr),

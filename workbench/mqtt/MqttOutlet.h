@@ -66,7 +66,6 @@ private:
     BrokerSettings settings;
     std::string name;  // of the broker
     PlantBoard const& board;
-    LogBuffer& log;
     OutletStatus status;
     std::unique_ptr<Publisher> publisher;
     std::unique_ptr<TlsContext> tls;
