@@ -107,15 +107,20 @@ class Plant:
         self.workbench = Program(self.bin_folder / "dorvel-workbench", "run", self.project, "--format", "json", "--no-summary",
                                  *options, errors=subprocess.PIPE)
 
+    def _next_block(self):
+        while "block" not in (state := json.loads(self.workbench.line())):
+            pass  # the state of an outlet
+        return state
+
     def blocks(self):
         """The next round: the state of each block, in their order."""
         states = []
         for number in range(1, self.devices + 1):
-            block = json.loads(self.workbench.line())
+            block = self._next_block()
             while block["block"] != f"D{number}":
                 if number > 1:
                     raise measure.Failure(f"the cycle of {block['block']} came in place of that of D{number}")
-                block = json.loads(self.workbench.line())
+                block = self._next_block()
             if block["fault"]:
                 raise measure.Failure(f"{block['block']} is in fault: {block['error']}")
             states.append(block)

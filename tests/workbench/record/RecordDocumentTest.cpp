@@ -13,7 +13,7 @@ TEST_F(RecordDocumentTest, HasAllTablesAndColumns) {
     Database database(path, Database::Access::Read, 1000);
     Statement tables(database,
                      "SELECT name FROM sqlite_master WHERE type IN ('table', 'view') ORDER BY name");
-    std::string text = "| Table | Columns |\n|---|---|\n";
+    std::string text = "\n| Table | Columns |\n|---|---|\n";
     while (tables.Next()) {
         Statement columns(database, "SELECT name FROM pragma_table_info(?)");
         columns.Bind(1, tables.Text(0));
@@ -23,7 +23,7 @@ TEST_F(RecordDocumentTest, HasAllTablesAndColumns) {
         }
         text += "| `" + tables.Text(0) + "` | " + names + " |\n";
     }
-    ExpectInDocument(RECORD_DOCUMENT, "schema", text);
+    ExpectInDocument(RECORD_DOCUMENT, "schema", text + "\n");
 }
 
 }  // namespace
