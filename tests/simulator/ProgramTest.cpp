@@ -71,6 +71,20 @@ TEST(CommandLine, SeveralDeviceFilesAndDevices) {
     EXPECT_EQ(line.devices, 300u);
 }
 
+TEST(CommandLine, TheHelpHasEachOptionOfTheTableOnce) {
+    std::string const help = CommandLine::Help();
+    for (CommandLine::Option const& option : CommandLine::Options()) {
+        std::string const line =
+            std::string("\n  ") + option.name + " " + (option.value ? option.value : " ");
+        EXPECT_NE(help.find(line), std::string::npos) << line;
+        EXPECT_EQ(help.find(line), help.rfind(line)) << line;
+    }
+    EXPECT_NE(
+        help.find("\n  --port N            UDP port of the first device (default 47808); 0 takes any free "
+                  "port.\n                      Further devices"),
+        std::string::npos);
+}
+
 TEST(CommandLine, Mistakes) {
     EXPECT_EQ(MistakeOf({}), "the device file is missing");
     EXPECT_EQ(MistakeOf({"a", ""}), "unexpected argument \"\"");

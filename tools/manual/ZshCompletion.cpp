@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <sstream>
 
 #include "Completion.h"
@@ -95,7 +96,13 @@ private:
     }
 
     void Command(ManualCommand const& command, std::string const& indent) {
-        out << indent << "_arguments -s -S";
+        // Letters can share a dash only where there are letters.
+        bool const hasLetters =
+            std::any_of(command.options.begin(), command.options.end(), [](ManualOption const& option) {
+                return std::any_of(option.names.begin(), option.names.end(),
+                                   [](std::string const& name) { return name.size() == 2; });
+            });
+        out << indent << "_arguments " << (hasLetters ? "-s " : "") << "-S";
         if (!command.options.empty() || !command.arguments.empty()) {
             out << " \\\n";
         }
@@ -118,13 +125,13 @@ private:
     void Options(ManualCommand const& command, std::string const& indent) {
         for (ManualOption const& option : command.options) {
             for (std::string const& name : option.names) {
-                out << indent << Quoted(Specification(option, name)) << " \\\n";
+                out << indent << Quoted(ArgumentText(option, name)) << " \\\n";
             }
         }
     }
 
     // "(-D --define)--define=[Sets ...]:NAME=VALUE: "
-    static std::string Specification(ManualOption const& option, std::string const& name) {
+    static std::string ArgumentText(ManualOption const& option, std::string const& name) {
         bool const isLong = name.compare(0, 2, "--") == 0;
         bool const endsAll = name == "--help" || name == "-h" || name == "--version";
         std::string text = option.isRepeated ? "*"

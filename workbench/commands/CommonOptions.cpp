@@ -68,20 +68,18 @@ void AddFormatOption(CLI::App& command, bool& isJson) {
         ->check(CLI::IsMember({"text", "json"}).description(""));
 }
 
-void AddOutputOption(CLI::App& command, OutputFormat& format, bool hasCsv) {
-    static std::map<std::string, OutputFormat> const formats = {{"auto", OutputFormat::Auto},
-                                                                {"table", OutputFormat::Table},
-                                                                {"lines", OutputFormat::Lines},
-                                                                {"json", OutputFormat::Json},
-                                                                {"csv", OutputFormat::Csv}};
+void AddOutputOption(CLI::App& command, OutputFormat& format, bool isOfRun) {
+    static std::map<std::string, OutputFormat> const formats = {
+        {"auto", OutputFormat::Auto}, {"table", OutputFormat::Table}, {"lines", OutputFormat::Lines},
+        {"json", OutputFormat::Json}, {"csv", OutputFormat::Csv},     {"none", OutputFormat::None}};
     std::vector<std::string> names = {"auto", "table", "lines", "json"};
-    if (hasCsv) {
-        names.emplace_back("csv");
+    if (isOfRun) {
+        names.insert(names.end(), {"csv", "none"});
     }
     command
         .add_option_function<std::string>(
             "--format", [&format](std::string const& name) { format = formats.at(name); },
-            std::string("auto, table, lines") + (hasCsv ? ", json or csv" : " or json") +
+            std::string("auto, table, lines") + (isOfRun ? ", json, csv or none" : " or json") +
                 " (default: auto, a table in a terminal and lines elsewhere)")
         ->type_name("FORMAT")
         ->check(CLI::IsMember(names).description(""));

@@ -31,10 +31,10 @@ void AddDefineOption(CLI::App& command, Params& params);
 // --format text|json.
 void AddFormatOption(CLI::App& command, bool& isJson);
 
-enum class OutputFormat { Auto, Table, Lines, Json, Csv };
+enum class OutputFormat { Auto, Table, Lines, Json, Csv, None };
 
-// --format auto|table|lines|json, and csv where a command has it.
-void AddOutputOption(CLI::App& command, OutputFormat& format, bool hasCsv = false);
+// --format auto|table|lines|json, and csv and none for a run.
+void AddOutputOption(CLI::App& command, OutputFormat& format, bool isOfRun = false);
 
 // --timeout in milliseconds and --retries, for the requests by the standard. The values that they have are
 // the defaults in the help, which says of `timeout` what a device may take so long for.

@@ -24,6 +24,7 @@
 #include "RunOutlets.h"
 #include "RunPage.h"
 #include "RunRecording.h"
+#include "RunService.h"
 #include "RunWarnings.h"
 #include "Signals.h"
 #include "TableDisplay.h"
@@ -68,6 +69,9 @@ std::unique_ptr<Display> MakeDisplay(RunOptions const& options, Streams const& s
         return std::make_unique<TableDisplay>(terminal, TableSources{memory, setter, log, outlets},
                                               Completions(project.Blocks()));
     }
+    if (options.format == OutputFormat::None) {
+        return std::make_unique<NoDisplay>(log);
+    }
     std::optional<ChangeFilter> filter;
     if (options.changesBeyond) {
         filter.emplace(*options.changesBeyond);
@@ -101,16 +105,21 @@ struct StopAtEnd {
 };
 
 void RunUntilEnd(dorvel::Runtime& runtime, Display& display, Terminal& terminal, Signals& signals,
-                 Operator& person, RunPage* page, RunOptions const& options, bool table) {
+                 Operator& person, RunPage* page, RunService& service, RunOptions const& options,
+                 bool table) {
     {
         StopAtEnd const stop{runtime};
         person.ServeLines();
         runtime.Start(options.cycles);
-        while (!signals.IsStopRequested() && !display.Failed() && !runtime.WaitFinished(display.Wait())) {
+        service.Begin();
+        while (!signals.IsStopRequested() && !display.Failed() &&
+               !runtime.WaitFinished(std::min(display.Wait(), service.LongestWait()))) {
             ServeTerminal(signals, terminal, table);
             person.Serve();
             display.Refresh();
+            service.Serve();
         }
+        service.End();
         if (page) {
             page->End();
         }
@@ -138,10 +147,10 @@ struct StandbyScope {
 
 void PrintSummary(RunOptions const& options, Streams const& streams, std::string const& summary) {
     if (options.summary.value_or(ShowsTable(options))) {
-        // For programs, standard output has nothing but JSON lines or rows.
-        bool const isForPrograms =
-            options.format == OutputFormat::Json || options.format == OutputFormat::Csv;
-        std::ostream& out = isForPrograms ? streams.err : streams.out;
+        // For programs, standard output has nothing but JSON lines or rows, and with "none" nothing at all.
+        bool const isForPeople =
+            options.format == OutputFormat::Table || options.format == OutputFormat::Lines;
+        std::ostream& out = isForPeople ? streams.out : streams.err;
         out << summary << std::flush;
     }
 }
@@ -233,8 +242,9 @@ int RunProject(RunOptions const& given, Streams const& streams) {
         StartPage(options, streams,
                   {options.project, WORKBENCH_VERSION, project.Blocks(), project.Tasks(), memory,
                    outlets.TrendsOr(memory.trends), setter, log, options.page.hasWrites, &outlets});
+    RunService service(memory, outlets);
     outlets.Start();
-    RunUntilEnd(project.Runtime(), *display, terminal, signals, person, page.get(), options, table);
+    RunUntilEnd(project.Runtime(), *display, terminal, signals, person, page.get(), service, options, table);
     outlets.End();
     display->Refresh();
     if (terminal.End()) {

@@ -20,6 +20,9 @@ variable is one line per cycle, with tabs between the columns. Ctrl-C ends the r
 The table is scrolled by the arrows, pages, Home, End and the wheel; / filters, Enter shows all that
 is known of a variable, l shows the log, s sets a value, and ? lists all keys.
 
+With --format none nothing is shown: for a service, whose log is on standard error
+(docs/unattended.md).
+
 A variable with Write = true can be set: with --set, with the key s in the table, and with lines
 "set Block.Variable = value" on standard input. A value is written in the cycle after the first
 cycle without a fault.
@@ -79,11 +82,14 @@ void AddFormatOptions(CLI::App& command, RunOptions& options) {
             "The same, and of numbers only changes by more than X")
         ->type_name("X");
     command.parse_complete_callback([&options] {
-        if (options.changesBeyond && options.format == OutputFormat::Table) {
-            throw CLI::ValidationError(
-                "--changes-only",
-                "and --dead-band are not for the table, which shows all variables; use "
-                "--format lines, json or csv");
+        if (options.changesBeyond &&
+            (options.format == OutputFormat::Table || options.format == OutputFormat::None)) {
+            bool const isTable = options.format == OutputFormat::Table;
+            throw CLI::ValidationError("--changes-only",
+                                       std::string("and --dead-band are not for ") +
+                                           (isTable ? "the table, which shows all variables"
+                                                    : "--format none, which shows no variables") +
+                                           "; use --format lines, json or csv");
         }
     });
 }

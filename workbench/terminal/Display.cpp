@@ -39,6 +39,12 @@ void LinesDisplay::Answer(SetAnswer const& answer) {
     log.Add(AnswerText(answer, dorvel::Environment().LocalTimeDiff()));
 }
 
+void NoDisplay::Cycle(SharedSnapshot const&) {}
+
+void NoDisplay::Answer(SetAnswer const& answer) {
+    log.Add(AnswerText(answer, dorvel::Environment().LocalTimeDiff()));
+}
+
 void JsonDisplay::Answer(SetAnswer const& answer) {
     Write(FormatJson(answer, dorvel::Environment().LocalTimeDiff()));
 }

@@ -77,6 +77,19 @@ private:
     LogBuffer& log;
 };
 
+// Shows no cycles. Answers go to the log.
+class NoDisplay : public Display {
+public:
+    explicit NoDisplay(LogBuffer& answerLog) : log(answerLog) {}
+
+    void Cycle(SharedSnapshot const& block) override;
+    void Answer(SetAnswer const& answer) override;
+    bool Failed() const override { return false; }
+
+private:
+    LogBuffer& log;
+};
+
 // JSON objects, one a line. Answers, and outlets whose state has changed, are separate objects between those
 // of the cycles.
 class JsonDisplay : public TextDisplay {

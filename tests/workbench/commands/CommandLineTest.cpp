@@ -79,6 +79,7 @@ TEST_F(CommandLine, ADeadBandIsForChangesInFormatsForPrograms) {
     }
     ExpectMistake({"run", "plant.lua", "--format", "table", "--changes-only"}, "not for the table");
     ExpectMistake({"run", "plant.lua", "--dead-band", "1", "--format", "table"}, "not for the table");
+    ExpectMistake({"run", "plant.lua", "--changes-only", "--format", "none"}, "not for --format none");
     ExpectMistake({"browse", "10.0.0.1", "--format", "csv"}, "--format");
 }
 

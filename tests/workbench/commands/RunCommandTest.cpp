@@ -181,6 +181,18 @@ TEST_F(RunCommand, TheSummaryMeasuresTheTraffic) {
     EXPECT_NE(out.str().find("round trip        0.000 ms median, 0.000 ms maximum\n"), std::string::npos);
 }
 
+TEST_F(RunCommand, WithFormatNoneNothingIsOnStandardOutput) {
+    addIn.onCycle = [](FakeDriver& driver) { Poll(driver); };
+    options.format = OutputFormat::None;
+    EXPECT_EQ(Run(), tools::WorkbenchExit::Ok);
+    EXPECT_EQ(err.str(), "");
+    options.summary = true;
+    EXPECT_EQ(RunWith("standby off\nset AHU.Temperature = 1\n"), tools::WorkbenchExit::Ok);
+    EXPECT_EQ(out.str(), "");
+    EXPECT_NE(err.str().find("cycles                3\n"), std::string::npos) << err.str();
+    EXPECT_NE(err.str().find("AHU.Temperature"), std::string::npos);
+}
+
 TEST_F(RunCommand, TheSummaryIsNotAmongTheJsonLines) {
     addIn.onCycle = [](FakeDriver& driver) { Poll(driver); };
     options.summary = true;
