@@ -77,7 +77,7 @@ class Shell:
         if completed == line:
             return set()
         begin = line.rfind(" ") + 1
-        return {word.rstrip("=/") for word in completed[begin:].split()}
+        return {word.rstrip("=/,") for word in completed[begin:].split()}
 
     def close(self):
         os.killpg(self._process.pid, signal.SIGKILL)

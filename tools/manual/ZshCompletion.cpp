@@ -37,7 +37,9 @@ std::string Joined(std::vector<std::string> const& words, char const* between) {
 std::string ActionOf(ValueHint const& hint) {
     switch (hint.kind) {
         case ValueHint::Kind::Files:
-            return hint.endings.empty() ? "_files" : "_files -g \"*.(" + Joined(hint.endings, "|") + ")\"";
+            // Without the qualifier, brackets at the end would be one.
+            return hint.endings.empty() ? "_files"
+                                        : "_files -g \"*.(" + Joined(hint.endings, "|") + ")(-.)\"";
         case ValueHint::Kind::Folders:
             return "_files -/";
         case ValueHint::Kind::Interfaces:
