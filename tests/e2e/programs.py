@@ -139,7 +139,7 @@ class EndToEnd(unittest.TestCase):
 def block(name, address, variables, fields=""):
     """The text of a block for a local device. variables are results of variable()."""
     return "BACnet.new{ Name = %s, Address = %s, MAC = %s, %s\n  Vars = {\n    %s\n  } }\n" % (
-        json.dumps(name), json.dumps(address), json.dumps(address), fields, ",\n    ".join(variables))
+        json.dumps(name, ensure_ascii=False), json.dumps(address), json.dumps(address), fields, ",\n    ".join(variables))
 
 
 def variable(name, object_type, number, declared="Float", prop="present-value", data_value=True, write=False):

@@ -16,7 +16,7 @@ from paging import PageAccess
 from programs import LONGEST, WORKBENCH, EndToEnd, block, variable
 
 # Ends a run that a test, killed by its time-out, could not end.
-MOST_CYCLES = "3000"
+MOST_CYCLES = 3000
 PERIOD = 100  # milliseconds
 TASK = f'Task{{ Name = "fast", Period = {PERIOD} }}\n'
 
@@ -54,9 +54,9 @@ class Lines:
 class PublishingRun(PageAccess):
     """dorvel-workbench run with its cycles as JSON, its log, and with the option --page its page, until the end of its scope."""
 
-    def __init__(self, project, *options):
+    def __init__(self, project, *options, most_cycles=MOST_CYCLES):
         self.process = subprocess.Popen(
-            [WORKBENCH, "run", project, "--format", "json", "--no-summary", "--cycles", MOST_CYCLES, *options],
+            [WORKBENCH, "run", project, "--format", "json", "--no-summary", "--cycles", str(most_cycles), *options],
             stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
         self.output, self.log = Lines(self.process.stdout), Lines(self.process.stderr)
         if "--page" in options:
@@ -92,7 +92,7 @@ class PublishingRun(PageAccess):
         deadline = time.monotonic() + LONGEST
         while len(self.output.all) < wanted:
             if self.process.poll() is not None or time.monotonic() > deadline:
-                raise AssertionError(f"the run has ended, or its cycles: {self.log.all[-20:]}")
+                raise AssertionError(f"no more cycles: {self.log.all[-20:]}")
             time.sleep(0.01)
 
     def kill(self):
@@ -112,10 +112,10 @@ class PublishingRun(PageAccess):
         if self.process.poll() is None:
             self.process.send_signal(number)
             self.process.wait(timeout=LONGEST)
-            self.output.join()
-            self.log.join()
-            self.process.stdout.close()
-            self.process.stderr.close()
+        self.output.join()
+        self.log.join()
+        self.process.stdout.close()
+        self.process.stderr.close()
         return self.process.returncode
 
 
@@ -149,14 +149,14 @@ class BrokerTestCase(EndToEnd):
         path = project if project.startswith("/") else self.file("project.lua", project)
         return self.enterContext(PublishingRun(path, *options))
 
-    def assert_no_cycle_was_disturbed(self, run, block_name, since=0):
-        """Its cycles went on in their period, whatever the broker did. A busy machine may be late now and then."""
-        states = [state for state in run.cycles[since:] if state["block"] == block_name]
+    def assert_no_cycle_was_disturbed(self, run, block_name, period=PERIOD):
+        """Its cycles went on in their period, whatever the broker did. A busy machine may be late, but not by a second."""
+        states = [state for state in run.cycles if state["block"] == block_name]
         times = [datetime.datetime.fromisoformat(state["time"]).timestamp() for state in states]
         pauses = [later - earlier for earlier, later in zip(times, times[1:])]
         self.assertGreater(len(pauses), 5)
-        self.assertAlmostEqual(statistics.median(pauses), PERIOD / 1000, delta=PERIOD / 1000 * 0.2)
-        self.assertLess(max(pauses), 1)
+        self.assertLess(statistics.median(pauses), period / 1000 * 1.5)
+        self.assertLess(max(pauses), period / 1000 + 1)
         self.assertEqual([state["error"] for state in states if state["fault"]], [])
 
 
@@ -167,5 +167,5 @@ def points_device(count):
             'device{ instance = 1, name = "D", objects = objects }\n')
 
 
-def points_project(address, count, name="AHU"):
-    return TASK + block(name, address, [variable(f"Point {i}", "analog-value", i, write=True) for i in range(1, count + 1)])
+def points_project(address, count, name="AHU", period=PERIOD):
+    return TASK.replace(str(PERIOD), str(period)) + block(name, address, [variable(f"Point {i}", "analog-value", i, write=True) for i in range(1, count + 1)])
