@@ -66,7 +66,7 @@ class PublishingRun(PageAccess):
     @property
     def cycles(self):
         """The states of the blocks, oldest first."""
-        return [json.loads(line) for line in self.output.all[:]]
+        return [state for line in self.output.all[:] if "block" in (state := json.loads(line))]
 
     def memory(self):
         """Resident, in MiB."""
@@ -76,7 +76,7 @@ class PublishingRun(PageAccess):
     def outlet(self, name="mqtt"):
         """The state of an outlet as the page shows it."""
         outlets = json.loads(self.request("/api/values").text)["outlets"]
-        return next(outlet for outlet in outlets if outlet["name"] == name)
+        return next(outlet for outlet in outlets if outlet["outlet"] == name)
 
     def wait_for_outlet(self, condition, name="mqtt", longest=LONGEST):
         deadline = time.monotonic() + longest

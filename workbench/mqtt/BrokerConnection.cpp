@@ -103,6 +103,8 @@ void BrokerConnection::Prepare(Message const& will) {
     }
     if (tls) {
         tls->Begin();
+        // Otherwise the library sets the context up by settings of its own, and fails without them.
+        mosquitto_int_option(handle.get(), MOSQ_OPT_SSL_CTX_WITH_DEFAULTS, 0);
         mosquitto_void_option(handle.get(), MOSQ_OPT_SSL_CTX, tls->Handle());
     }
 }
