@@ -28,7 +28,7 @@ class MqttConnection(BrokerTestCase):
     def assert_reported(self, pattern, url, *options):
         """Such a run reports it, and ends in order soon."""
         publishing = self.run_of(self.project, "--mqtt", url, *NODE, *options)
-        publishing.log.wait_for("mqtt: .*" + pattern, longest=8)
+        publishing.log.wait_for("mqtt: .*" + pattern)
         begin = time.monotonic()
         self.assertEqual(publishing.stop(), 0)
         self.assertLess(time.monotonic() - begin, 5)
@@ -115,7 +115,7 @@ class MqttConnection(BrokerTestCase):
         publishing.log.wait_for("cut off", before)
         before = len(publishing.log.all)
         broker.start()
-        publishing.log.wait_for("connected to", before, longest=5)
+        publishing.log.wait_for("connected to", before, longest=10)
         states = [state for state in publishing.cycles if "block" in state]
         self.assertEqual([state["error"] for state in states if state["fault"]], [])
 

@@ -70,6 +70,7 @@ void BrokerConnection::Begin(std::string const& address, Message const& will,
     Drop();
     failure = {};
     handshake = {};
+    socketError = 0;
     filters = newFilters;
     refusedFilters.clear();
     received.clear();
@@ -131,23 +132,25 @@ void BrokerConnection::Serve(std::chrono::milliseconds longest, int wakeHandle) 
 }
 
 void BrokerConnection::Turn(short events) {
-    if ((events & (POLLERR | POLLHUP)) != 0) {
-        int const error = ErrorOf(mosquitto_socket(handle.get()));
-        if (error != 0) {
-            Fail(SocketFailure(error));
-            return;
-        }
-    }
+    socketError = (events & (POLLERR | POLLHUP)) != 0 ? ErrorOf(mosquitto_socket(handle.get())) : 0;
+    bool const hasNews = (events & (POLLIN | POLLERR | POLLHUP)) != 0;
     int result = MOSQ_ERR_SUCCESS;
     // TLS reads to make its handshake, and may have octets that the socket has no longer.
-    if (tls || (events & (POLLIN | POLLERR | POLLHUP)) != 0) {
+    if (tls || hasNews) {
         result = mosquitto_loop_read(handle.get(), MostPackets);
     }
-    if (result == MOSQ_ERR_SUCCESS && phase != Phase::Closed && mosquitto_want_write(handle.get())) {
+    // A broker that does not accept a certificate sends the reason and closes the connection, perhaps after
+    // the handshake: writing would fail before the reason is read. The next turn writes.
+    bool const mayWrite = !(tls && hasNews && phase == Phase::Connecting);
+    if (result == MOSQ_ERR_SUCCESS && mayWrite && phase != Phase::Closed &&
+        mosquitto_want_write(handle.get())) {
         result = mosquitto_loop_write(handle.get(), MostPackets);
     }
     if (result == MOSQ_ERR_SUCCESS && phase != Phase::Closed) {
         result = mosquitto_loop_misc(handle.get());
+    }
+    if (result == MOSQ_ERR_SUCCESS && socketError != 0) {
+        result = MOSQ_ERR_CONN_LOST;
     }
     if (result != MOSQ_ERR_SUCCESS && phase != Phase::Closed) {
         FailOf(result);
@@ -261,13 +264,18 @@ void BrokerConnection::Logged(std::string const& line) {
     }
 }
 
+// The reason that a peer has given counts more than the end of the connection after it.
 void BrokerConnection::FailOf(int code) {
+    bool const wasThere = phase == Phase::Connected || phase == Phase::Subscribing;
+    bool const isCutOff = socketError == 0 || socketError == ECONNRESET || socketError == EPIPE;
     if (tls && !tls->Mistake().empty()) {
         Fail({OutletHealth::Failed, tls->Mistake()});
     } else if (!handshake.text.empty()) {
         Fail(handshake);
+    } else if (!isCutOff) {
+        Fail(SocketFailure(socketError));
     } else {
-        Fail(LibraryFailure(code, phase == Phase::Connected || phase == Phase::Subscribing, tls != nullptr));
+        Fail(LibraryFailure(code, wasThere, tls != nullptr));
     }
 }
 

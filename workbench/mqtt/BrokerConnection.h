@@ -93,6 +93,7 @@ private:
     Phase phase = Phase::Closed;
     ConnectionFailure failure;
     ConnectionFailure handshake;
+    int socketError = 0;  // in the current turn
     std::vector<std::string> filters;
     std::vector<std::pair<int, std::string>> unconfirmed;  // subscriptions by their message ids
     std::vector<std::string> refusedFilters;

@@ -104,9 +104,6 @@ ConnectionFailure LibraryFailure(int code, bool wasConnected, bool isTls) {
     switch (code) {
         case MOSQ_ERR_KEEPALIVE:
             return Waiting("the broker has not answered within the keep alive");
-        case MOSQ_ERR_TLS:
-        case MOSQ_ERR_TLS_HANDSHAKE:
-            return Waiting("TLS failed");
         case MOSQ_ERR_PROTOCOL:
         case MOSQ_ERR_MALFORMED_PACKET:
             return Failed("what answers there does not speak MQTT");
