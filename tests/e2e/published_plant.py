@@ -1,4 +1,4 @@
-"""A plant with values of every type, and what its readers must get: what the simulator was told, by the standard's types."""
+"""A plant with values of every type, and what its readers must get: what the simulator has been given, by the standard's types."""
 
 import json
 import struct
@@ -24,10 +24,10 @@ def device_type(object_type):
 class Point:
     """A variable: the object in the device file, its fields in the project, and what is read of it."""
 
-    def __init__(self, name, object_type, number, declared, value, told, quality="good", prop="present-value", fields="", **texts):
+    def __init__(self, name, object_type, number, declared, value, given, quality="good", prop="present-value", fields="", **texts):
         self.name, self.object, self.property = name, f"{object_type} {number}", prop
         self.declared, self.value, self.quality, self.texts = declared, value, quality, texts
-        self.device_text = told and f"{device_type(object_type)}{{instance = {number}, name = {json.dumps(name, ensure_ascii=False)}, {told}, {fields}}},"
+        self.device_text = given and f"{device_type(object_type)}{{instance = {number}, name = {json.dumps(name, ensure_ascii=False)}, {given}, {fields}}},"
         self.project_text = shown(variable(name, object_type, number, declared, prop), **texts)
 
 

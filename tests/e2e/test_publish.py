@@ -1,4 +1,4 @@
-"""What is published, as a client that others wrote reads it: values, qualities and types against what the simulator was told."""
+"""What is published, as a client that others wrote reads it: values, qualities and types against what the simulator has been given."""
 
 import datetime
 import json
