@@ -120,7 +120,7 @@ class PublishingRun(PageAccess):
 
 
 def escaped(name):
-    """A level of a topic: what topics give a meaning, and what is no text, as %XX."""
+    """A level of a topic: what topics give a meaning, and what is not a text, as %XX."""
     octets = name.encode() if isinstance(name, str) else name
     text = octets.decode(errors="surrogateescape")
     begin = "$" if text.startswith("$") else ""
