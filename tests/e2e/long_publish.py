@@ -24,7 +24,7 @@ VARIABLES = int(os.environ.get("DORVEL_PUBLISH_VARIABLES", "10000"))
 MINUTES = float(os.environ.get("DORVEL_PUBLISH_MINUTES", "10"))
 SEED = int(os.environ.get("DORVEL_PUBLISH_SEED", random.randrange(10**6)))
 OLDEST = 4  # seconds: a period, a cycle, the way to the reader
-RECOVERY = 20  # seconds from the end of a fault until all is published again: the pause before a connection, and a cycle
+RECOVERY = 70  # seconds from the end of a fault until all is published again: the longest pause between attempts, and a cycle
 MOST_GROWTH = 32  # MiB from the first minute to the last
 
 
