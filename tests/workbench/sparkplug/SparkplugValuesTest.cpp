@@ -76,7 +76,7 @@ TEST(SparkplugValues, HaveTheTypesOfTheDocument) {
                  std::to_string(static_cast<unsigned>(dataType)) + " | `" +
                  FieldName(WireValue(Example(type), type)) + "` |\n";
     }
-    ExpectInDocument(PUBLISH_DOCUMENT, "sparkplug types", table);
+    ExpectInDocument(PUBLISH_DOCUMENT, "sparkplug types", "\n" + table + "\n");
 }
 
 TEST(SparkplugValues, HaveNegativeNumbersInTwosComplement) {
