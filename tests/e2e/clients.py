@@ -98,6 +98,8 @@ class Client:
 
     def _read(self):
         for line in self._process.stdout:
+            if not line.endswith("\n"):
+                return  # it was killed while it wrote
             event = json.loads(line)
             with self._changed:
                 if event["event"] == "message":

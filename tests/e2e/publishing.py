@@ -150,13 +150,13 @@ class BrokerTestCase(EndToEnd):
         return self.enterContext(PublishingRun(path, *options))
 
     def assert_no_cycle_was_disturbed(self, run, block_name, period=PERIOD):
-        """Its cycles went on in their period, whatever the broker did. A busy machine may be late, but not by a second."""
+        """Its cycles went on in their period, whatever the broker did. A busy machine may be late, but not by what they wait for."""
         states = [state for state in run.cycles if state["block"] == block_name]
         times = [datetime.datetime.fromisoformat(state["time"]).timestamp() for state in states]
         pauses = [later - earlier for earlier, later in zip(times, times[1:])]
         self.assertGreater(len(pauses), 5)
         self.assertLess(statistics.median(pauses), period / 1000 * 1.5)
-        self.assertLess(max(pauses), period / 1000 + 1)
+        self.assertLess(max(pauses), period / 1000 + 2.5)
         self.assertEqual([state["error"] for state in states if state["fault"]], [])
 
 
