@@ -13,19 +13,23 @@ std::size_t ValuesOf(BlockSnapshot const& block) {
 
 }  // namespace
 
-void RecordQueue::DropOldest() {
+std::vector<SharedSnapshot> RecordQueue::TakeTooMany() {
+    std::vector<SharedSnapshot> tooMany;
     while (values > most && waiting.size() > 1) {
         values -= ValuesOf(*waiting.front());
+        tooMany.push_back(std::move(waiting.front()));
         waiting.pop_front();
         ++dropped;
     }
+    return tooMany;
 }
 
 void RecordQueue::Add(SharedSnapshot const& block) {
+    std::vector<SharedSnapshot> tooMany;
     std::lock_guard<std::mutex> const lock(mutex);
     values += ValuesOf(*block);
     waiting.push_back(block);
-    DropOldest();
+    tooMany = TakeTooMany();
 }
 
 std::vector<SharedSnapshot> RecordQueue::Take(std::size_t mostTaken) {
@@ -42,12 +46,13 @@ std::vector<SharedSnapshot> RecordQueue::Take(std::size_t mostTaken) {
 }
 
 void RecordQueue::PutBack(std::vector<SharedSnapshot> const& cycles) {
+    std::vector<SharedSnapshot> tooMany;
     std::lock_guard<std::mutex> const lock(mutex);
     waiting.insert(waiting.begin(), cycles.begin(), cycles.end());
     for (SharedSnapshot const& cycle : cycles) {
         values += ValuesOf(*cycle);
     }
-    DropOldest();
+    tooMany = TakeTooMany();
 }
 
 bool RecordQueue::IsEmpty() const {

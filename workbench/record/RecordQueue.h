@@ -10,7 +10,7 @@
 namespace workbench {
 
 // The cycles that wait to be recorded, oldest first. They are shared, not copied. Thread-safe; a call holds
-// the lock for no longer than it takes to move pointers.
+// the lock for no longer than it takes to move pointers; what is dropped is freed without it.
 class RecordQueue {
 public:
     // Values of variables that wait; of more, the oldest cycles are dropped. The newest cycle is always kept.
@@ -29,7 +29,7 @@ public:
     unsigned long long TakeDropped();
 
 private:
-    void DropOldest();
+    std::vector<SharedSnapshot> TakeTooMany();
 
     std::size_t const most;
     mutable std::mutex mutex;
