@@ -172,12 +172,16 @@ void RecordWriter::WriteEnd(long long now) {
 }
 
 void RecordWriter::Commit() {
+    committedNewest = newest;
+    committedValues = values;
     for (auto& [config, block] : blocks) {
         block.committed = block.polled;
     }
 }
 
 void RecordWriter::Undo() {
+    newest = committedNewest;
+    values = committedValues;
     for (auto& [config, block] : blocks) {
         block.polled = block.committed;
         for (Variable& variable : block.variables) {

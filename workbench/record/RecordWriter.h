@@ -74,7 +74,9 @@ private:
     Statement markSeen;
     long long runId = 0;
     long long newest = 0;  // of the times of cycles
+    long long committedNewest = 0;
     unsigned long long values = 0;
+    unsigned long long committedValues = 0;
     std::map<BlockConfig const*, Block> blocks;
 };
 
