@@ -38,40 +38,53 @@ bool IsPassing(DatabaseError const& mistake) {
 
 Recorder::File::File(std::string const& path, RecordLimits const& limits, RecordWriter::Run const& run,
                      long long now)
-    : lock(path), database(OpenForRecording(path)), log(LogOf(path)), upkeep(database, limits) {
+    : database(OpenForRecording(path)), upkeep(database, limits) {
     Transaction transaction(database);
     writer.emplace(database, run, now);
     transaction.Commit();
-    log = FileIdentity(LogOf(path));
 }
 
 Recorder::Recorder(std::string const& recordPath, RecordLimits const& recordLimits,
                    RecordWriter::Run const& recordRun, EventList const& runEvents, OutletStatus& outletStatus)
-    : path(recordPath), limits(recordLimits), run(recordRun), events(runEvents), status(outletStatus) {
+    : path(recordPath),
+      limits(recordLimits),
+      run(recordRun),
+      events(runEvents),
+      status(outletStatus),
+      log(LogOf(path)) {
     try {
-        file.emplace(path, limits, run, Now());
+        Begin();
     } catch (DatabaseError const& mistake) {
         throw RecordMistake(TroubleOf(path, mistake));
     }
     status.Set(OutletHealth::Good, "records into " + tools::Printable(path));
 }
 
+void Recorder::Begin() {
+    if (!lock) {
+        lock.emplace(path);
+    }
+    file.emplace(path, limits, run, Now());
+    log = FileIdentity(LogOf(path));
+}
+
 // SQLite would take what it has left beside the file as a part of the one that is there now.
 void Recorder::Leave() {
-    FileIdentity const log = file->log;
     file.reset();
     if (FileIdentity(LogOf(path)) == log) {
         unlink(LogOf(path).c_str());
         unlink((path + "-shm").c_str());
     }
+    lock.reset();
 }
 
 // False as long as the file is lost.
 bool Recorder::Open() {
-    if (file && file->lock.IsInPlace()) {
+    bool const isInPlace = lock && lock->IsInPlace();
+    if (file && isInPlace) {
         return true;
     }
-    if (file) {
+    if (lock && !isInPlace) {
         status.Set(OutletHealth::Waiting, tools::Printable(path) + ": the file was removed or replaced");
         Leave();
     } else if (SteadyNow() < nextTry) {
@@ -79,7 +92,7 @@ bool Recorder::Open() {
     }
     nextTry = SteadyNow() + TryEvery;
     try {
-        file.emplace(path, limits, run, Now());
+        Begin();
     } catch (DatabaseError const& mistake) {
         status.Set(OutletHealth::Failed, TroubleOf(path, mistake));
     } catch (RecordMistake const& mistake) {
@@ -177,6 +190,7 @@ void Recorder::End() {
     }
     CountDropped();
     file.reset();
+    lock.reset();
 }
 
 }  // namespace workbench

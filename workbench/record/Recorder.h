@@ -35,15 +35,13 @@ private:
         File(std::string const& path, RecordLimits const& limits, RecordWriter::Run const& run,
              long long now);
 
-        // In this order: the lock is given up last.
-        RecordLock lock;
         Database database;
-        FileIdentity log;  // that of SQLite, beside the file
         std::optional<RecordWriter> writer;
         RecordUpkeep upkeep;
     };
 
     bool Open();
+    void Begin();
     void Leave();
     bool WriteSome(bool isEnd);
     void Write(std::vector<SharedSnapshot> const& cycles, std::vector<Event> const& found, bool isEnd);
@@ -58,6 +56,9 @@ private:
     EventList const& events;
     OutletStatus& status;
     RecordQueue queue;
+    // Kept while the file is in place, also when its database is closed: see RecordLock.
+    std::optional<RecordLock> lock;
+    FileIdentity log;  // that of SQLite, beside the file
     std::optional<File> file;
     unsigned long long recordedEvent = 0;
     unsigned long long countedValues = 0;
