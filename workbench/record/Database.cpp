@@ -16,7 +16,8 @@ int FlagsOf(Database::Access access) {
 
 // Of a URI only "%", "?" and "#" have a meaning that a path can collide with.
 std::string UriOf(std::string const& path, Database::Access access) {
-    std::string uri = "file:";
+    // An absolute path follows an empty host, so that it may begin with two slashes.
+    std::string uri = path.compare(0, 1, "/") == 0 ? "file://" : "file:";
     for (char const octet : path) {
         switch (octet) {
             case '%':
