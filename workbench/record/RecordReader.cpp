@@ -11,17 +11,27 @@ namespace workbench {
 
 namespace {
 
-// While values are being collected, a row may be in both tables.
+// `recent` has no order that helps to find the rows of a variable, so that they are copied first. While
+// values are being collected, a row may be in both tables.
+constexpr char Copies[] =
+    "PRAGMA temp_store = MEMORY; CREATE TEMP TABLE held (variable INTEGER NOT NULL, time INTEGER NOT NULL, "
+    "value REAL, status INTEGER NOT NULL, PRIMARY KEY (variable, time)) WITHOUT ROWID";
+
+constexpr char HoldAll[] =
+    "CREATE TEMP TABLE held_polled AS SELECT * FROM polled; "
+    "CREATE INDEX temp.held_by_time ON held_polled (block, since); "
+    "INSERT OR REPLACE INTO held SELECT variable, time, value, status FROM recent ORDER BY id";
+
 constexpr char Rows[] =
     "SELECT time, value, status FROM number WHERE variable = ?1 AND time > ?2 AND time <= ?3 UNION ALL "
-    "SELECT time, value, status FROM recent WHERE variable = ?1 AND time > ?2 AND time <= ?3 UNION ALL "
+    "SELECT time, value, status FROM held WHERE variable = ?1 AND time > ?2 AND time <= ?3 UNION ALL "
     "SELECT time, value, status FROM text WHERE variable = ?1 AND time > ?2 AND time <= ?3 ORDER BY time";
 
 constexpr char InForce[] =
     "SELECT time, value, status FROM ("
     "SELECT * FROM (SELECT time, value, status FROM number WHERE variable = ?1 AND time BETWEEN ?2 AND ?3 "
     "ORDER BY time DESC LIMIT 1) UNION ALL "
-    "SELECT * FROM (SELECT time, value, status FROM recent WHERE variable = ?1 AND time BETWEEN ?2 AND ?3 "
+    "SELECT * FROM (SELECT time, value, status FROM held WHERE variable = ?1 AND time BETWEEN ?2 AND ?3 "
     "ORDER BY time DESC LIMIT 1) UNION ALL "
     "SELECT * FROM (SELECT time, value, status FROM text WHERE variable = ?1 AND time BETWEEN ?2 AND ?3 "
     "ORDER BY time DESC LIMIT 1)) ORDER BY time DESC LIMIT 1";
@@ -29,7 +39,7 @@ constexpr char InForce[] =
 std::string EdgeOf(char const* edge) {
     std::string const of = std::string("SELECT ") + edge + "(time) AS time FROM ";
     return std::string("SELECT ") + edge + "(time) FROM (" + of + "number WHERE variable = ?1 UNION ALL " +
-           of + "recent WHERE variable = ?1 UNION ALL " + of + "text WHERE variable = ?1)";
+           of + "held WHERE variable = ?1 UNION ALL " + of + "text WHERE variable = ?1)";
 }
 
 RecordRow RowOf(Statement const& statement) {
@@ -60,20 +70,50 @@ struct ResetAtEnd {
     ~ResetAtEnd() { statement.Reset(); }
 };
 
+std::string SpansFrom(char const* table) {
+    return std::string("SELECT since, until FROM ") + table +
+           " WHERE block = ?1 AND until >= ?2 AND since <= ?3 ORDER BY since, id";
+}
+
+Database OpenWithCopies(std::string const& path) {
+    Database database = OpenForReading(path);
+    database.Run(Copies);
+    return database;
+}
+
 }  // namespace
 
 RecordReader::RecordReader(std::string const& path)
-    : database(OpenForReading(path)),
+    : database(OpenWithCopies(path)),
       find(database,
            "SELECT variable.id, block.id FROM block JOIN variable ON variable.block = block.id WHERE "
            "block.name = ? AND variable.name = ?"),
-      spans(database,
-            "SELECT since, until FROM polled WHERE block = ?1 AND until >= ?2 AND since <= ?3 ORDER BY "
-            "since, id"),
+      holdRecent(database,
+                 "INSERT OR REPLACE INTO held SELECT variable, time, value, status FROM recent WHERE "
+                 "variable = ? ORDER BY id"),
+      spans(database, SpansFrom("polled")),
       inForce(database, InForce),
       rows(database, Rows),
       oldest(database, EdgeOf("min")),
       newest(database, EdgeOf("max")) {}
+
+void RecordReader::Hold() {
+    if (!isHeld) {
+        database.Run("BEGIN");
+        database.Run("DELETE FROM held");
+        database.Run(HoldAll);
+        database.Run("COMMIT");
+        spans = Statement(database, SpansFrom("held_polled"));
+        isHeld = true;
+    }
+}
+
+void RecordReader::HoldRecent(long long variable) {
+    if (!isHeld) {
+        database.Run("DELETE FROM held");
+        holdRecent.Bind(1, variable).Run();
+    }
+}
 
 std::vector<RecordedVariable> RecordReader::Variables() {
     Statement list(
@@ -106,11 +146,13 @@ std::vector<RecordReader::Span> RecordReader::SpansOf(long long block, long long
     std::vector<Span> found;
     spans.Bind(1, block).Bind(2, from).Bind(3, to);
     while (spans.Next()) {
-        found.push_back({spans.Number(0), spans.Number(1)});
-    }
-    // Where a clock was set back they overlap; rows of that time come once, in the later one.
-    for (std::size_t i = 0; i + 1 < found.size(); ++i) {
-        found[i].until = std::min(found[i].until, found[i + 1].since - 1);
+        Span const span = {spans.Number(0), spans.Number(1)};
+        // They overlap where a clock was set back: then they are one, so that each row comes once.
+        if (!found.empty() && span.since <= found.back().until) {
+            found.back().until = std::max(found.back().until, span.until);
+        } else {
+            found.push_back(span);
+        }
     }
     return found;
 }
@@ -158,20 +200,22 @@ bool RecordReader::ReadSpan(long long variable, Span const& span, long long from
 
 void RecordReader::Read(RecordedVariable const& variable, long long from, long long to, TakeRow const& take) {
     std::vector<Span> const found = SpansOf(variable.blockId, from, to);
+    HoldRecent(variable.id);
     for (std::size_t i = 0; i < found.size(); ++i) {
-        if (found[i].until >= found[i].since &&
-            !ReadSpan(variable.id, found[i], from, to, i + 1 == found.size(), take)) {
+        if (!ReadSpan(variable.id, found[i], from, to, i + 1 == found.size(), take)) {
             return;
         }
     }
 }
 
 long long RecordReader::Oldest(RecordedVariable const& variable) {
+    HoldRecent(variable.id);
     ResetAtEnd const reset{oldest};
     return oldest.Bind(1, variable.id).Next() ? oldest.Number(0) : 0;
 }
 
 long long RecordReader::Newest(RecordedVariable const& variable) {
+    HoldRecent(variable.id);
     ResetAtEnd const reset{newest};
     return newest.Bind(1, variable.id).Next() ? newest.Number(0) : 0;
 }

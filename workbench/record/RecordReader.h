@@ -47,6 +47,10 @@ class RecordReader {
 public:
     explicit RecordReader(std::string const& path);
 
+    // All calls that follow read the state of this moment, apart from what retention removes. For many
+    // variables: without it each call looks through all rows that are not collected yet.
+    void Hold();
+
     // By the names of the blocks, then in the order in which they came.
     std::vector<RecordedVariable> Variables();
     // Only its ids and names; an id of 0 if it is not recorded.
@@ -72,12 +76,15 @@ private:
         long long until;
     };
 
+    void HoldRecent(long long variable);
     std::vector<Span> SpansOf(long long block, long long from, long long to);
     bool ReadSpan(long long variable, Span const& span, long long from, long long to, bool isLast,
                   TakeRow const& take);
 
     Database database;
+    bool isHeld = false;
     Statement find;
+    Statement holdRecent;
     Statement spans;
     Statement inForce;
     Statement rows;
