@@ -16,6 +16,7 @@
 #include "Printable.h"
 #include "ProgressLine.h"
 #include "RecordExport.h"
+#include "RecordLock.h"
 #include "RecordSchema.h"
 #include "RecordTime.h"
 #include "Signals.h"
@@ -101,11 +102,16 @@ public:
     }
 
     int Run() {
+        if (!options.output.empty() && FileIdentity(options.output) == FileIdentity(options.file)) {
+            throw OutputMistake(tools::Printable(options.output) +
+                                ": this is the recording; name another file");
+        }
         std::vector<RecordedVariable> const variables = Chosen();
         if (!unknown.empty()) {
             return tools::WorkbenchExit::Usage;
         }
         Target target(options, streams.out);
+        reader.Hold();
         if (options.isOfEvents) {
             WriteEvents(target);
         } else {

@@ -14,7 +14,12 @@ namespace workbench {
 
 namespace {
 
-std::string TimeOf(long long time) {
+// Of a file that something else has written, times may be any.
+constexpr long long Year1 = -62135596800000;
+constexpr long long Year9999 = 253402300799999;
+
+std::string TimeOf(long long any) {
+    long long const time = std::clamp(any, Year1, Year9999);
     return time == 0 ? std::string() : IsoTime(FileTimeOf(time), LocalDiffAt(time) * 10000);
 }
 
