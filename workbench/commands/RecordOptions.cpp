@@ -9,7 +9,8 @@ void AddRecordOptions(CLI::App& command, RecordOptions& options) {
         command
             .add_option("--record", options.file,
                         "Records changes of values, qualities and events in a database of SQLite")
-            ->type_name("FILE");
+            ->type_name("FILE")
+            ->check([](std::string const& path) { return path.empty() ? "a file is needed" : ""; });
     command
         .add_option("--record-keep", options.keep,
                     "How long the recording keeps them, such as 12h, 90d or 52w (default: 400d)")
