@@ -138,6 +138,7 @@ class Record(EndToEnd):
         path = self.file("out.csv")
         self.assertIn("rows: ", self.export("-o", path, "--from", "-1h"))
         self.assertIn("--force", self.export("-o", path, code=2))
+        self.assertIn("this is the recording", self.export("-o", self.recording, "--force", code=2))
         self.assertEqual(len(self.export("--list").splitlines()), 5)
         self.assertIn('"AHU.x" is not recorded', self.export("--variable", "AHU.x", code=2))
         self.assertIn("not a database", self.export(recording=self.project, code=4))

@@ -1,6 +1,9 @@
 #include "Recorder.h"
 
+#include <limits>
+
 #include "RecordFixture.h"
+#include "RecordLock.h"
 #include "RecordSchema.h"
 
 using namespace test;
@@ -116,6 +119,95 @@ TEST_F(RecorderTest, KeepsWhatItHasWhenTheClockIsSetBack) {
     EXPECT_EQ(NumberIn("SELECT count(*) FROM polled"), 3) << "an hour without a cycle, and the clock";
 }
 
+TEST_F(RecorderTest, HidesNothingOfATimeWithinWhichTheClockWasWrong) {
+    Begin();
+    for (double const number : {20, 21, 22}) {
+        CycleAndStep(number);
+        Pass(50);
+    }
+    Pass(-140);
+    CycleAndStep(30);
+    Pass(1000);
+    CycleAndStep(40);
+    EXPECT_EQ(Rows("T"),
+              (Lines{"0 20.0 g", "10 30.0 g", "50 21.0 g", "100 22.0 g", "100 nan b", "1010 40.0 g"}));
+}
+
+TEST_F(RecorderTest, RecordsNotANumberOnce) {
+    Begin();
+    for (int i = 0; i < 3; ++i) {
+        CycleAndStep(std::numeric_limits<double>::quiet_NaN());
+        Pass(1);
+    }
+    EXPECT_EQ(Rows("T"), (Lines{"0 nan g", "2 nan g"}));
+}
+
+TEST_F(RecorderTest, OpensAPathThatBeginsWithTwoSlashes) {
+    path = "/" + path;
+    Begin();
+    CycleAndStep(20);
+    EXPECT_EQ(Rows("T"), (Lines{"0 20.0 g"}));
+}
+
+TEST_F(RecorderTest, CountsAndReportsOnceWhatIsWrittenAgain) {
+    Begin();
+    CycleAndStep(20);
+    Pass(-100);
+    {
+        Database other(path, Database::Access::Create, 0);
+        Transaction const lock(other);
+        CycleAndStep(21);
+    }
+    recorder->Step();
+    OutletState const state = status.State();
+    ASSERT_FALSE(state.counts.empty());
+    EXPECT_EQ(state.counts[0].second,
+              static_cast<unsigned long long>(NumberIn("SELECT count(*) FROM samples")));
+    EXPECT_EQ(NumberIn("SELECT count(*) FROM event WHERE event = 'clock'"), 1);
+}
+
+TEST_F(RecorderTest, KeepsOtherRecordersAwayWhileItCannotRecord) {
+    Begin();
+    CycleAndStep(20);
+    {
+        Database other(path, Database::Access::Create, 0);
+        other.Run("ALTER TABLE text RENAME TO hidden");
+    }
+    Pass(1);
+    CycleAndStep(21, "other");
+    EXPECT_EQ(status.State().health, OutletHealth::Failed) << status.State().text;
+    EXPECT_THROW(RecordLock{path}, RecordMistake);
+    {
+        Database other(path, Database::Access::Create, 0);
+        other.Run("ALTER TABLE hidden RENAME TO text");
+    }
+    Pass(20);
+    CycleAndStep(22);
+    EXPECT_EQ(status.State().health, OutletHealth::Good) << status.State().text;
+    EXPECT_EQ(Rows("Note").size(), 4U);
+}
+
+TEST_F(RecorderTest, IsReadAsItWasWhenItWasHeld) {
+    Begin();
+    CycleAndStep(20);
+    RecordReader reader(path);
+    reader.Hold();
+    for (int i = 0; i < 200; ++i) {
+        Pass(1);
+        CycleAndStep(21 + i);
+    }
+    ASSERT_GT(NumberIn("SELECT count(*) FROM number"), 0);
+    RecordedVariable const variable = reader.Find("AHU", "T");
+    std::size_t rows = 0;
+    reader.Read(variable, 0, RecordTime(Noon) * 2, [&](RecordRow const& row) {
+        EXPECT_EQ(row.time, RecordTime(Noon));
+        EXPECT_EQ(row.number, 20);
+        return ++rows < 10;
+    });
+    EXPECT_EQ(rows, 1U);
+    EXPECT_EQ(Rows("T").size(), 201U) << "another reader";
+}
+
 TEST_F(RecorderTest, RecordsCyclesThatWaited) {
     Begin();
     for (int i = 0; i < 5; ++i) {
@@ -226,6 +318,18 @@ TEST(RecordQueue, DropsTheOldestOfTooMany) {
     queue.PutBack(taken);
     EXPECT_EQ(queue.Take(100).size(), 2U);
     EXPECT_TRUE(queue.IsEmpty());
+}
+
+TEST(RecordQueue, FreesWhatItDropsWithoutItsLock) {
+    RecordQueue queue(1);
+    bool isFreed = false;
+    auto const release = [&](BlockSnapshot const* block) {
+        isFreed = !queue.IsEmpty();  // would wait for the lock for ever
+        delete block;
+    };
+    queue.Add(SharedSnapshot(new BlockSnapshot, release));
+    queue.Add(std::make_shared<BlockSnapshot const>());
+    EXPECT_TRUE(isFreed);
 }
 
 TEST(RecordQueue, KeepsACycleThatIsLargerThanItself) {
