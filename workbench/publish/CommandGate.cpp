@@ -1,6 +1,7 @@
 #include "CommandGate.h"
 
 #include <iterator>
+#include <utility>
 
 #include "ProjectError.h"
 #include "SetAnswer.h"
@@ -133,7 +134,11 @@ void CommandGate::EndWatch(VariableConfig const& variable) {
         watch.last.reason = Replaced;
     }
     if (wasPending) {
-        watch.replaced = watch.last;
+        replaced.push_back(watch.last);
+    }
+    if (replaced.size() > MostReplaced) {
+        replaced.pop_front();
+        parts.status.Count("answers dropped");
     }
 }
 
@@ -163,13 +168,12 @@ bool CommandGate::Follow(Watch& watch) const {
 std::vector<CommandAnswer> CommandGate::Progress(std::vector<SharedSnapshot> const& blocks,
                                                  std::size_t most) {
     std::vector<CommandAnswer> answers;
+    while (!replaced.empty() && answers.size() < most) {
+        answers.push_back(std::move(replaced.front()));
+        replaced.pop_front();
+    }
     for (auto next = watches.begin(); next != watches.end() && answers.size() < most;) {
         Watch& watch = next->second;
-        if (watch.replaced) {
-            answers.push_back(*watch.replaced);
-            watch.replaced.reset();
-            continue;
-        }
         unsigned long long const cycle = blocks[watch.last.place.block]->cycle;
         bool const isNew = cycle != watch.cycle;
         watch.cycle = cycle;
@@ -182,11 +186,9 @@ std::vector<CommandAnswer> CommandGate::Progress(std::vector<SharedSnapshot> con
 }
 
 std::vector<CommandAnswer> CommandGate::Finish() {
-    std::vector<CommandAnswer> answers;
+    std::vector<CommandAnswer> answers(replaced.begin(), replaced.end());
+    replaced.clear();
     for (auto& [variable, watch] : watches) {
-        if (watch.replaced) {
-            answers.push_back(*watch.replaced);
-        }
         bool const hasMoved = Follow(watch);
         if (!hasMoved && watch.last.state == CommandState::Pending) {
             watch.last.state = CommandState::Unconfirmed;

@@ -54,6 +54,7 @@ class CommandGate {
 public:
     static constexpr long long OldestCommand = 10 * 10000000LL;
     static constexpr long long LeastDistance = 10000000LL;
+    static constexpr std::size_t MostReplaced = 256;
 
     struct Parts {
         std::deque<BlockConfig> const& blocks;
@@ -75,7 +76,8 @@ public:
     // The accepted commands that have come to another state since, at least one cycle after they were
     // accepted: each its final state, and once more if that changes later, such as from Unconfirmed to
     // Written. `blocks` as in Publisher.h. A state is returned once: call it when it can be sent. Of more
-    // than `most` the rest is returned by the next call.
+    // than `most` the rest is returned by the next call. Commands whose place another one has taken come
+    // first; of more than MostReplaced the oldest are dropped and counted as "answers dropped".
     std::vector<CommandAnswer> Progress(std::vector<SharedSnapshot> const& blocks, std::size_t most);
     // The same at the end of the run: what is still pending is Unconfirmed.
     std::vector<CommandAnswer> Finish();
@@ -83,9 +85,8 @@ public:
 private:
     struct Watch {
         CommandAnswer last;
-        unsigned long long cycle = 0;           // looked at last
-        bool isOver = false;                    // there is no later state
-        std::optional<CommandAnswer> replaced;  // the final state of the command before
+        unsigned long long cycle = 0;  // looked at last
+        bool isOver = false;           // there is no later state
     };
 
     BlockConfig const& BlockOf(VariablePlace place) const { return parts.blocks[place.block]; }
@@ -101,6 +102,7 @@ private:
     bool isOpen;
     std::map<VariableConfig const*, long long> latest;  // the time of the last command that was looked at
     std::map<VariableConfig const*, Watch> watches;
+    std::deque<CommandAnswer> replaced;  // the final states of commands that are watched no longer
 };
 
 }  // namespace workbench

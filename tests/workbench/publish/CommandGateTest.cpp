@@ -145,6 +145,44 @@ TEST_F(CommandGateTest, SaysThatAnotherValueHasReplacedACommand) {
     EXPECT_EQ(AnswerCount(), 1U);
 }
 
+TEST_F(CommandGateTest, LosesNoFinalStateOfCommandsThatReplaceOneAnother) {
+    std::vector<std::string> answers;
+    broker.room = 0;
+    for (int id = 1; id <= 5; ++id) {
+        Receive(Topic, R"({"value":3)" + std::to_string(id) + R"(,"id":)" + std::to_string(id) + "}");
+        world.time += Second;
+        Publish();
+    }
+    broker.room = 1000;
+    Run(4);
+    for (Message const& message : broker.sent) {
+        if (message.topic == std::string(Topic) + "/state") {
+            std::string const answer = WithoutTime(message.payload);
+            if (answer.find("pending") == std::string::npos) {
+                answers.push_back(answer.substr(0, answer.find(R"(,"value")")));
+            }
+        }
+    }
+    EXPECT_EQ(answers,
+              (std::vector<std::string>{R"({"id":1,"state":"refused")", R"({"id":2,"state":"refused")",
+                                        R"({"id":3,"state":"refused")", R"({"id":4,"state":"refused")",
+                                        R"({"id":5,"state":"written")"}));
+    EXPECT_EQ(Count("answers dropped"), 0U);
+}
+
+TEST_F(CommandGateTest, KeepsFinalStatesOfReplacedCommandsWithinBounds) {
+    broker.room = 0;
+    Receive("dorvel/pc-plant/AHU/Mode/set", "1");
+    Publish();  // an answer waits, so that no others are taken from the gate
+    unsigned long long const before = Count("answers dropped");
+    for (std::size_t i = 0; i < CommandGate::MostReplaced + 3; ++i) {
+        world.time += Second;
+        Receive(Topic, "30");
+    }
+    EXPECT_EQ(Count("answers dropped") - before,
+              2U + (CommandGate::MostReplaced + 4 - JsonPublisher::MostAnswers));
+}
+
 TEST_F(CommandGateTest, TakesTheSameValueTwice) {
     Command(R"({"value":30,"id":1})");
     EXPECT_EQ(After(4), R"({"id":1,"state":"written","value":30,"reason":null)");
