@@ -14,6 +14,7 @@ namespace workbench {
 
 namespace {
 
+constexpr char NullValue[] = "null is not a value that can be set";
 constexpr char Form[] = R"(expected is {"value":21.5}, or the value alone)";
 
 // Takes what a command needs from the events of RapidJSON's reader. A function that returns false ends the
@@ -22,7 +23,7 @@ class CommandHandler {
 public:
     explicit CommandHandler(SetPayload& result) : payload(result) {}
 
-    bool Null() { return Scalar("null", Kind::Null); }
+    bool Null() { return depth == 0 || Scalar("null", Kind::Null); }
     bool Bool(bool value) { return Scalar(value ? "true" : "false", Kind::Boolean); }
     bool RawNumber(char const* digits, rapidjson::SizeType length, bool) {
         return Scalar({digits, length}, Kind::Number);
@@ -86,8 +87,7 @@ private:
 
     bool Value(std::string_view text, Kind kind) {
         if (kind == Kind::Null || hasValue) {
-            return Mistake(kind == Kind::Null ? "null is not a value that can be set"
-                                              : "value is there twice; one is allowed");
+            return Mistake(kind == Kind::Null ? NullValue : "value is there twice; one is allowed");
         }
         hasValue = true;
         payload.value.assign(text);
@@ -175,7 +175,7 @@ SetPayload ReadSetPayload(std::string const& payload) {
     } else if (parsed.IsError() && result.mistake.empty()) {
         ReadPlainText(payload, result);
     } else if (result.mistake.empty() && !handler.HasValue()) {
-        result.mistake = std::string("value is missing; ") + Form;
+        result.mistake = isJson ? std::string("value is missing; ") + Form : NullValue;
     }
     return result;
 }

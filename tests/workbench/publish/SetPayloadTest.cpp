@@ -33,6 +33,8 @@ TEST(SetPayload, IsAValueAlone) {
         {"manual", "manual"},
         {"21.5 \xC2\xB0\x43", "21.5 \xC2\xB0\x43"},
         {"Mon-Fri 06:00 21.5, 20:00 17", "Mon-Fri 06:00 21.5, 20:00 17"},
+        {"nullpunkt", "nullpunkt"},
+        {"true north", "true north"},
         {"nan", "nan"}};
     for (auto const& [payload, value] : values) {
         EXPECT_EQ(ReadSetPayload(payload).mistake, "") << payload;
