@@ -122,7 +122,12 @@ struct CommandText {
     std::string operator()(float value) const { return tools::NumberText(value); }
     std::string operator()(double value) const { return tools::NumberText(value); }
     std::string operator()(bool value) const { return value ? "true" : "false"; }
-    std::string operator()(std::string const& value) const { return value; }
+    std::string operator()(std::string const& value) const {
+        if (tools::ValidUtf8(value) != value) {
+            throw ProjectError(tools::Quoted(value) + " is not a text in UTF-8");
+        }
+        return value;
+    }
     std::string operator()(SparkplugBytes const& value) const {
         return tools::HexText(value.octets, tools::HexDigits::Lower);
     }

@@ -24,7 +24,8 @@ char const* SparkplugTypeName(SparkplugType type);
 SparkplugValue WireValue(OpcUa_VariantHlp const& value, _OpcUa_BuiltInType type);
 
 // The value of a command as a person would type it (SetValue.h): its own type, or that of the variable where
-// the command has none, decides what its octets mean. ProjectError for null and for a number beyond its type.
+// the command has none, decides what its octets mean. ProjectError for null, for a number beyond its type and
+// for a text that is not UTF-8.
 std::string CommandValue(SparkplugMetric const& metric, SparkplugType variableType);
 
 // The codes that Sparkplug 3.0 has for the property Quality.

@@ -140,6 +140,13 @@ TEST(SparkplugValues, OfCommandsMayBeNegativeInEachWidth) {
     EXPECT_EQ(Commanded(SparkplugType::Int64, std::uint32_t{0xFFFFFFFEU}), "4294967294");
 }
 
+TEST(SparkplugValues, OfCommandsAreTextsInUtf8) {
+    EXPECT_EQ(Commanded(SparkplugType::String, std::string("S\xFC"
+                                                           "d")),
+              "\"S\xEF\xBF\xBD"
+              "d\" is not a text in UTF-8");
+}
+
 TEST(SparkplugValues, OfCommandsDoNotLoseBits) {
     EXPECT_EQ(Commanded(SparkplugType::Int8, std::uint32_t{300}),
               "\"300\" is not of type Int8; expected a number of 8 bits");
