@@ -70,6 +70,7 @@ void SparkplugCommands::Take(std::size_t block, SparkplugMetric const& metric, C
     }
     CountStray();
     CommandAnswer answer;
+    answer.state = CommandState::Invalid;
     answer.reason = "the block has no such metric; use the names or aliases of its latest birth";
     Keep(parts.blocks[block].name, NameOf(metric), answer, now);
 }

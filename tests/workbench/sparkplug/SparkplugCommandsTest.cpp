@@ -197,13 +197,13 @@ TEST_F(SparkplugCommandsTest, AreRejectedUnlessTheRunTakesThem) {
     EXPECT_EQ(static_cast<OpcUa_Variant const&>(temperature), test::Float(20));
 }
 
-TEST_F(SparkplugCommandsTest, ForOtherMetricsAreRejected) {
+TEST_F(SparkplugCommandsTest, ForOtherMetricsAreInvalid) {
     BeginRun();
     Command(Metric("X", std::nullopt, 30.0F));
     Command(Metric("", 4, 30.0F));
     Command(Metric("N", 1, 30.0F));
     std::string const reason =
-        " rejected null the block has no such metric; use the names or aliases of its latest birth";
+        " invalid null the block has no such metric; use the names or aliases of its latest birth";
     EXPECT_EQ(Answers(), (Names{"AHU.X" + reason, "AHU.4" + reason, "AHU.N" + reason}));
     EXPECT_EQ(Count("commands"), 3U);
     EXPECT_EQ(Count("commands refused"), 3U);
