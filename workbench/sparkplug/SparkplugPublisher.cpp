@@ -1,5 +1,6 @@
 #include "SparkplugPublisher.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <utility>
 
@@ -198,6 +199,10 @@ void SparkplugPublisher::SendDeviceBirth(std::size_t block, long long now, Messa
         device.wasGood.push_back(QualityCodeOf(snapshot, variable) == QualityGood);
     }
     changes.CountAsSent(block, now);
+    // What an earlier birth has left out and what has not been sent since.
+    held.erase(std::remove_if(held.begin(), held.end(),
+                              [&](VariablePlace const& place) { return place.block == block; }),
+               held.end());
     for (std::size_t const variable : birth.leftOut) {
         held.push_back({block, variable});
     }

@@ -160,6 +160,34 @@ TEST_F(Sizes, OfLongTextsAreThoseOfDataAndNotOfTheBirth) {
     EXPECT_EQ(Sent(), Names{});
 }
 
+TEST_F(Sizes, OfWhatWaitsDoNotGrowWithTheBirths) {
+    Load(Large(1000, "String"));
+    RunAll();
+    for (std::size_t i = 0; i < 1000; ++i) {
+        SetValue(0, i, test::Text(std::string(5000, 'x')));
+    }
+    broker.room = 2;
+    Connect();
+    Publish();
+    for (int i = 0; i < 3; ++i) {
+        for (bool const isFault : {true, false}) {
+            Wait(60);
+            SetFault(0, isFault);
+            broker.room = broker.sent.size() + 1;
+            Publish();
+        }
+    }
+    EXPECT_EQ(Sent().back(), "DBIRTH AHU");
+    broker.room = 100000;
+    Publish();
+    Sent();
+    std::size_t values = 0;
+    for (ReadPayload const& payload : taken) {
+        values += payload.metrics.size();
+    }
+    EXPECT_EQ(values, 1000U);
+}
+
 TEST_F(Sizes, OfPropertiesAreBounded) {
     std::string states;
     for (int i = 0; i < 500; ++i) {
