@@ -10,7 +10,6 @@
 #include "JsonPublisher.h"
 #include "MqttOutlet.h"
 #include "SparkplugPublisher.h"
-#include "TopicLevel.h"
 
 namespace workbench {
 
@@ -27,7 +26,7 @@ std::string DefaultNode(std::string const& project) {
 PublishSettings SettingsOf(MqttOptions const& options, std::string const& project) {
     PublishSettings settings;
     settings.node = options.node.empty() ? DefaultNode(project) : options.node;
-    settings.prefix = options.prefix.empty() ? "dorvel/" + EscapedLevel(settings.node) : options.prefix;
+    settings.prefix = options.prefix;
     settings.group = options.group.empty() ? "dorvel" : options.group;
     settings.deadBand = options.deadBand;
     settings.interval = static_cast<long long>(options.interval * UnitsPerSecond);
