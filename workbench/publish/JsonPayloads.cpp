@@ -60,7 +60,9 @@ void WriteQuality(JsonWriter& writer, BlockSnapshot const& block, VariableSnapsh
     if (KindOf(variable.state.Status) == quality) {
         WriteField(writer, "qualityText", QualityText(variable.state.Status));
     } else {
-        WriteField(writer, "qualityText", block.isStandby ? "the block is on standby" : FaultText(block));
+        // Not the reason of the fault: it can change without a message of the variable.
+        WriteField(writer, "qualityText",
+                   block.isStandby ? "the block is on standby" : "the block is in fault");
     }
 }
 

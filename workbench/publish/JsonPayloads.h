@@ -30,7 +30,8 @@ std::string BlockOfflineJson(long long now, long long localDiff);
 
 // {"value":21.5,"unit":"degrees-celsius","quality":"good","suspect":null,"time":"...",
 // "object":"analog-input 1","property":"present-value"}; "stateText" after the unit where the project has one
-// for the value, "qualityText" after the quality where that is not good.
+// for the value, "qualityText" after the quality where that is not good. It has not the reason of a
+// fault, which can change without a message of the variable (ValueChanges.h).
 std::string ValueJson(BlockSnapshot const& block, VariableSnapshot const& variable);
 
 // {"id":1,"state":"pending","value":21.5,"reason":null,"time":"..."}; the tag of the answer is the id as

@@ -39,6 +39,18 @@ TEST(JsonPayloads, HaveTheCausesOfABlock) {
               R"("suspect":2,"time":"2024-03-15T12:34:56.789+01:00"})");
 }
 
+TEST(JsonPayloads, OfValuesDoNotChangeWithTheReasonOfAFault) {
+    Plant plant;
+    BlockSnapshot& block = plant.AddBlock("AHU");
+    plant.AddVariable("V", OpcUaType_Float, Float(20));
+    block.fault = true;
+    block.errorText = "No connection";
+    std::string const before = ValueJson(block, block.variables.front());
+    EXPECT_NE(before.find(R"("quality":"bad","qualityText":"the block is in fault")"), std::string::npos);
+    block.errorText = "Timeout";
+    EXPECT_EQ(ValueJson(block, block.variables.front()), before);
+}
+
 TEST(JsonPayloads, HaveNoTimeForAValueThatWasNeverRead) {
     Plant plant;
     BlockSnapshot& block = plant.AddBlock("AHU");
