@@ -31,6 +31,9 @@ export const plant = {
   command: (device, line) => ask('command', device, line),
   // Another client writes "BLOCK.VARIABLE=VALUE".
   set: (assignment) => ask('set', assignment),
+  // Another program writes into the recording of the run.
+  lockRecording: () => ask('lock_recording'),
+  unlockRecording: () => ask('unlock_recording'),
   stopDevice: (device) => ask('stop_device', device),
   stopWorkbench: () => ask('stop_workbench'),
 };
