@@ -149,6 +149,13 @@ void WriteOutlets(std::vector<OutletState> const& outlets, MetricsText& text) {
 
 PlantMetrics::PlantMetrics(Run const& metricsRun) : run(metricsRun) {
     std::set<std::string> taken;
+    for (TaskConfig const& task : run.tasks) {
+        TaskLabels& made = tasks[&task];
+        made.name = task.name;
+        made.own = Untaken(made.name, taken, [](std::string const& name) {
+            return MetricLabels({{"task", name}});
+        });
+    }
     for (BlockConfig const& block : run.blocks) {
         AddBlock(block, taken);
     }
@@ -161,8 +168,9 @@ void PlantMetrics::AddBlock(BlockConfig const& block, std::set<std::string>& tak
         return MetricLabels({{"block", name}});
     });
     TaskConfig const* const task = TaskOf(block, run.tasks);
-    made.info = MetricLabels(
-        {{"block", made.name}, {"address", block.address}, {"task", task ? task->name : block.task}});
+    made.info = MetricLabels({{"block", made.name},
+                              {"address", block.address},
+                              {"task", task ? tasks.at(task).name : block.task}});
     std::set<std::string> takenHere;
     for (VariableConfig const& variable : block.variables) {
         made.hasWrites = made.hasWrites || variable.write;
@@ -284,11 +292,11 @@ void PlantMetrics::WriteTasks(RunState const& state, MetricsText& text) const {
     }
     text.Begin(Metric::TaskPeriod);
     for (auto const& [task, count] : overruns) {
-        text.Add(MetricLabels({{"task", task->name}}), task->period / 1000.0);
+        text.Add(tasks.at(task).own, task->period / 1000.0);
     }
     text.Begin(Metric::TaskOverruns);
     for (auto const& [task, count] : overruns) {
-        text.Add(MetricLabels({{"task", task->name}}), count);
+        text.Add(tasks.at(task).own, count);
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <deque>
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -53,6 +54,11 @@ private:
         std::vector<VariableLabels> variables;
     };
 
+    struct TaskLabels {
+        std::string name;
+        std::string own;  // {task=...}
+    };
+
     void AddBlock(BlockConfig const& block, std::set<std::string>& taken);
     void WriteVariables(RunState const& state, MetricsText& text) const;
     void WriteBlocks(RunState const& state, MetricsText& text) const;
@@ -61,6 +67,7 @@ private:
     void WriteTasks(RunState const& state, MetricsText& text) const;
 
     Run run;
+    std::map<TaskConfig const*, TaskLabels> tasks;
     std::vector<BlockLabels> labels;
 };
 

@@ -236,6 +236,16 @@ TEST_F(PlantMetricsTest, NamesThatLookTheSameKeepTheirOwnSeries) {
     EXPECT_EQ(std::set<std::string>(samples.begin(), samples.end()).size(), 3u);
 }
 
+TEST_F(PlantMetricsTest, TasksWhoseNamesLookTheSameKeepTheirOwnSeries) {
+    plant.tasks = {{"f\xFF", 500}, {"f\xFE", 1000}};
+    plant.AddBlock("AHU").task = "f\xFF";
+    plant.AddBlock("Meter").task = "f\xFE";
+    plant.Cycle({});
+    EXPECT_EQ(Samples("dorvel_task_period_seconds"),
+              (Lines{"{task=\"f\xEF\xBF\xBD\"} 0.5", "{task=\"f\xEF\xBF\xBD (2)\"} 1"}));
+    EXPECT_NE(Samples("dorvel_block_info").back().find("task=\"f\xEF\xBF\xBD (2)\""), std::string::npos);
+}
+
 // Series of a text, each as it is written; an empty list if a line is not one of the format.
 std::vector<std::string> SeriesOf(std::string const& text) {
     std::vector<std::string> series;
