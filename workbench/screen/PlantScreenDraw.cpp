@@ -167,6 +167,7 @@ std::vector<std::string> PlantScreen::TableWithLog(Screen const& screen, std::si
     for (std::string& line : NewestLog(log, screen)) {
         below.push_back(std::move(line));
     }
+    below.resize(std::min(below.size(), height));
     std::size_t const tableHeight = height - below.size();
     std::vector<std::string> lines = table.Draw(rows, screen, tableHeight, values, time);
     if (rows.Rows().empty()) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "KeyDecoder.h"
 #include "PlantScreen.h"
 #include "Snapshots.h"
 
@@ -68,6 +69,28 @@ TEST(OutletRows, TheLeastScreenHasTheTableToo) {
     Lines const lines = screen.Draw({LeastWidth, LeastHeight, false}).lines;
     ASSERT_EQ(lines.size(), LeastHeight);
     EXPECT_NE(lines[1].find("AHU"), std::string::npos);
+}
+
+TEST(OutletRows, FitOnEachScreenWithCandidatesAndALog) {
+    Plant plant;
+    plant.AddBlock("AHU");
+    plant.AddVariable("T", DataValueOf(OpcUaType_Float), Float(1));
+    std::vector<std::string> names;
+    for (int i = 0; i < 100; ++i) {
+        names.push_back("AHU." + std::string(30, 'x') + std::to_string(i));
+    }
+    for (std::size_t const count : {3U, 50U}) {
+        PlantScreen screen(names);
+        screen.Update({plant.Shared(), {}, std::vector<OutletState>(count, Outlets().front())},
+                      Lines(10, "x"), Noon);
+        KeyDecoder decoder;
+        for (Key const& key : decoder.Feed("s\t")) {
+            screen.Handle(key);
+        }
+        for (std::size_t height = LeastHeight; height < 60; ++height) {
+            EXPECT_EQ(screen.Draw({80, height, false}).lines.size(), height);
+        }
+    }
 }
 
 }  // namespace
