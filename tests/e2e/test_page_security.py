@@ -310,7 +310,7 @@ class PageOptions(PageTestCase):
     def test_a_wrong_address_is_a_mistake_of_the_command_line(self):
         result = self.run_page("--page", "plant.example")
         self.assertEqual(result.returncode, 2)
-        self.assertIn('"plant.example" is not an address for the page', result.stderr)
+        self.assertIn('"plant.example" is not an address to listen at', result.stderr)
         self.assertEqual(self.run_page("--page-writes").returncode, 2)
 
     def test_a_proxy_with_a_given_name_may_ask(self):

@@ -73,7 +73,7 @@ bool IsAny(std::string const& address) {
 [[noreturn]] void RefuseAddress(std::string const& text) {
     throw std::runtime_error(
         tools::Quoted(text) +
-        " is not an address for the page; expected ADDRESS, ADDRESS:PORT, [IPV6]:PORT or PORT, "
+        " is not an address to listen at; expected ADDRESS, ADDRESS:PORT, [IPV6]:PORT or PORT, "
         "such as 127.0.0.1:8080");
 }
 

@@ -100,9 +100,19 @@ TEST_F(CommandLine, AProjectAfterPageIsNotItsAddress) {
         EXPECT_EQ(options.page.address, "[::1]:80");
     }
     ExpectMistake({"run", "plant.lua", "--page", "host:80"},
-                  "--page: \"host:80\" is not an address for the page");
+                  "--page: \"host:80\" is not an address to listen at");
     ExpectMistake({"run", "--page", "plant.lua", "other.lua"}, "--page: \"plant.lua\" is not an address");
     ExpectMistake({"run", "--page"}, "PROJECT");
+}
+
+TEST_F(CommandLine, MetricsHaveAnAddress) {
+    EXPECT_FALSE(Parse(DefineRun, {"plant.lua"}).metrics.isOn);
+    auto const options = Parse(DefineRun, {"plant.lua", "--metrics", "[::1]:9100"});
+    EXPECT_TRUE(options.metrics.isOn);
+    EXPECT_EQ(options.metrics.address, "[::1]:9100");
+    ExpectMistake({"run", "plant.lua", "--metrics", "host:80"},
+                  "--metrics: \"host:80\" is not an address to listen at");
+    ExpectMistake({"run", "plant.lua", "--metrics"}, "--metrics");
 }
 
 TEST_F(CommandLine, VerifyHasItsOptionsAndTheirDefaults) {

@@ -32,7 +32,7 @@ TEST(HttpAddress, HasAnIpAddressAndAPort) {
 TEST(HttpAddress, SaysWhatIsExpectedForAnythingElse) {
     for (char const* text :
          {"plant.lua", "1.2.3", "1.2.3.4:", "1.2.3.4:x", "1.2.3.4:65536", "[::1", "[::1]x", "-1"}) {
-        EXPECT_NE(Read(text).find("is not an address for the page; expected ADDRESS"), std::string::npos)
+        EXPECT_NE(Read(text).find("is not an address to listen at; expected ADDRESS"), std::string::npos)
             << text;
     }
 }
