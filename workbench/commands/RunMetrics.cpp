@@ -25,6 +25,8 @@ public:
           service(server.Address(), [this] { return Scrape(); }) {
         status.Count(Scrapes, 0);
     }
+    // A run that ends with an exception does not call End, and the service must outlive the server's threads.
+    ~MetricsOutlet() override { server.Stop(); }
 
     void Start() override {
         server.Start(service);
