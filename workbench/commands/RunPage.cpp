@@ -94,6 +94,7 @@ void RunPage::Start() {
 
 void RunPage::End() {
     page->plant.Stream().End("the run has ended");
+    page->plant.Run().trends.EndReads();
     page->server.Stop();
 }
 

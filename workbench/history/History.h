@@ -34,6 +34,9 @@ public:
 
     // The time of the oldest sample; 0 without one.
     virtual long long Oldest(VariableConfig const& variable) const = 0;
+    // Cuts short what other threads are reading, and all that is read later, so that the end of a run does
+    // not wait for it.
+    virtual void EndReads() const {}
 };
 
 // The samples, thinned out as Samples says. `most` is at least 4.

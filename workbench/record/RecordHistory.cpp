@@ -99,7 +99,7 @@ std::vector<Sample> RecordHistory::Recorded(VariableConfig const& variable, long
             if (samples.size() >= held) {
                 samples = Thinned(samples, held / 2);
             }
-            return true;
+            return !isEnding;
         });
         return samples;
     };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <deque>
 #include <map>
 #include <memory>
@@ -27,6 +28,7 @@ public:
     std::vector<Sample> Samples(VariableConfig const& variable, long long from, long long to,
                                 std::size_t most) const override;
     long long Oldest(VariableConfig const& variable) const override;
+    void EndReads() const override { isEnding = true; }
 
     // Closes its connections; from then on only memory is left.
     void Close();
@@ -47,6 +49,7 @@ private:
     mutable std::mutex mutex;
     mutable std::vector<std::unique_ptr<Connection>> idle;
     bool isClosed = false;
+    mutable std::atomic<bool> isEnding{false};
 };
 
 }  // namespace workbench

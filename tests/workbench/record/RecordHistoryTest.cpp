@@ -108,6 +108,16 @@ TEST_F(HistoryTest, IsEmptyForTextsAndUnknownVariables) {
     EXPECT_EQ(history.Oldest(other), 0);
 }
 
+TEST_F(HistoryTest, CutsReadsShortAtTheEndOfARun) {
+    Begin();
+    for (int i = 0; i < 30; ++i) {
+        Both(i);
+        Pass(1);
+    }
+    history.EndReads();
+    EXPECT_LT(Found(0, 100).size(), 15U);
+}
+
 TEST_F(HistoryTest, IsOnlyMemoryOnceItIsClosed) {
     Begin();
     for (int i = 0; i < 30; ++i) {
