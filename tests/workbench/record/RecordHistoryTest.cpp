@@ -1,7 +1,6 @@
 #include "RecordHistory.h"
 
 #include <cmath>
-#include <limits>
 
 #include "MemoryHistory.h"
 #include "RecordFixture.h"
@@ -11,7 +10,6 @@ using namespace workbench;
 
 namespace {
 
-constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
 constexpr QualityKind Good = QualityKind::Good;
 using Samples = std::vector<Sample>;
 
