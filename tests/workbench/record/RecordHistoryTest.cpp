@@ -1,6 +1,9 @@
 #include "RecordHistory.h"
 
+#include <atomic>
 #include <cmath>
+#include <thread>
+#include <utility>
 
 #include "MemoryHistory.h"
 #include "RecordFixture.h"
@@ -104,6 +107,35 @@ TEST_F(HistoryTest, IsEmptyForTextsAndUnknownVariables) {
     EXPECT_TRUE(history.Samples(blocks[0].variables[2], 0, Noon * 2, 100).empty());
     EXPECT_TRUE(history.Samples(other, 0, Noon * 2, 100).empty());
     EXPECT_EQ(history.Oldest(other), 0);
+}
+
+TEST_F(HistoryTest, IsReadByThreadsWhileARunRecords) {
+    Begin();
+    CycleAndStep(0);
+    std::atomic<bool> isEnd{false};
+    std::atomic<int> readersWithMany{0};
+    std::vector<std::thread> readers;
+    for (int i = 0; i < 3; ++i) {
+        readers.emplace_back([&] {
+            for (bool hasMany = false; !isEnd;) {
+                if (history.Samples(T(), 0, Noon * 2, 1000).size() >= 50 && !std::exchange(hasMany, true)) {
+                    ++readersWithMany;
+                }
+            }
+        });
+    }
+    for (int i = 1; readersWithMany < 3; ++i) {
+        Pass(1);
+        CycleAndStep(i);
+    }
+    history.EndReads();
+    history.Close();
+    isEnd = true;
+    for (std::thread& reader : readers) {
+        reader.join();
+    }
+    recorder->End();
+    EXPECT_EQ(TextIn("PRAGMA integrity_check"), "ok");
 }
 
 TEST_F(HistoryTest, CutsReadsShortAtTheEndOfARun) {
