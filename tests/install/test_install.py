@@ -67,6 +67,16 @@ class Installation(Installed):
                 self.assertEqual([path for _, path in entries], expected[name], name)
             self.assertNotIn("RPATH", [kind for kind, _ in entries], name)
 
+    def test_names_each_library_that_is_used_in_the_copyright(self):
+        for files, package in ((self.programs + self.libraries, "tools"),
+                               ([os.path.join(self.prefix, "lib/dorvel-bacnet/dorvel_bacnet.so")], "driver")):
+            with open(os.path.join(self.prefix, f"share/doc/dorvel-bacnet-{package}/copyright"), encoding="utf-8") as stream:
+                named = {name.split(".so")[0] for name in re.findall(r"\S+\.so\S*", stream.read())}
+            used = set(re.findall(r"NEEDED.*\[(.*)\]", output_of("readelf", "-d", *files))) - set(LIBRARIES)
+            self.assertIn("libc.so.6", used)
+            self.assertEqual([name for name in sorted(used) if name.split(".so")[0] not in named], [],
+                             package)
+
     def test_names_no_folder_of_the_build(self):
         for file in files_below(self.prefix):
             with open(file, "rb") as stream:
