@@ -22,7 +22,9 @@ endif()
 file(RELATIVE_PATH way_to_sources "${PROJECT_BINARY_DIR}" "${PROJECT_SOURCE_DIR}")
 set(NEUTRAL_PATHS "-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=" "-ffile-prefix-map=${way_to_sources}="
                   "-ffile-prefix-map=${PROJECT_BINARY_DIR}=build")
-add_compile_options("$<$<CONFIG:Release>:-g;${NEUTRAL_PATHS}>")
+# Debug symbols name functions, files and lines, all that a trace of a crash needs; those of variables would make a build
+# a third longer.
+add_compile_options("$<$<CONFIG:Release>:-g1;${NEUTRAL_PATHS}>")
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
 
