@@ -36,6 +36,7 @@ class BrokerOfTheTests(BrokerTestCase):
             self.assertNotIn("blocked", reader.newest)
             proxy.unblock()
             reader.wait_for(lambda client: "blocked" in client.newest)
+            client.wait_for(lambda client: {"event": "published"} in client.events)
             proxy.delay = 0.3
             begin = time.monotonic()
             client.publish("late", "1")

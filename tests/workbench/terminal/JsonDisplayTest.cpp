@@ -17,7 +17,7 @@ TEST(JsonDisplay, AnOutletIsWrittenWhenItsStateHasChanged) {
     std::ostringstream out;
     OutletList outlets;
     FakeOutlet& mqtt = FakeOutlet::AddTo(outlets, {"mqtt", OutletHealth::Starting, "", 1, {}});
-    JsonDisplay display(out, outlets);
+    JsonDisplay display(out, outlets, ChangeFilter());
     display.Refresh();
     EXPECT_EQ(out.str().find(R"({"outlet":"mqtt","health":"starting")"), 0U);
 
