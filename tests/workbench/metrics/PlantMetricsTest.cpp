@@ -275,7 +275,8 @@ std::vector<std::string> SeriesOf(std::string const& text) {
 }
 
 TEST_F(PlantMetricsTest, WhateverNamesAreTheTextIsOneOfTheFormatAndNoSeriesIsTwice) {
-    std::string const octets("a\"\\\n\r\t{}=, \0\x01\x7F\x80\xBF\xC3\xA9\xED\xA0\x80\xF5\xFF", 25);
+    constexpr char Octets[] = "a\"\\\n\r\t{}=, \0\x01\x7F\x80\xBF\xC3\xA9\xED\xA0\x80\xF5\xFF";
+    std::string const octets(Octets, sizeof Octets - 1);
     unsigned long long random = 1;
     auto const name = [&] {
         std::string text;
