@@ -325,7 +325,8 @@ bool HasTwins(std::deque<BlockConfig> const& blocks) {
 
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
     fuzz::QuietWorld::Enter();
-    static dorvel::Runtime runtime(luaL_newstate());
+    static std::unique_ptr<lua_State, void (*)(lua_State*)> const lua(luaL_newstate(), lua_close);
+    static dorvel::Runtime runtime(lua.get());
     Input input(data, size);
     std::deque<BlockConfig> const blocks = MakeBlocks(input);
     try {
