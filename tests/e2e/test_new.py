@@ -51,12 +51,12 @@ class New(EndToEnd):
     def assert_works(self, path, *options):
         """check has no finding, 10 cycles no fault and no suspect value, and verify agrees for every point."""
         checked = subprocess.run([WORKBENCH, "check", "--strict", path], capture_output=True, text=True, check=False)
-        self.assertEqual(checked.returncode, 0, checked.stdout)
+        self.assertEqual(checked.returncode, 0, checked.stdout + checked.stderr)
         run = self.workbench(path, *options, "--fail-on", "fault,suspect,overrun", cycles=10)
         self.assertEqual(run.code, 0, run.errors)
         self.assertEqual([state for state in run.states if state["fault"]], [])
         verified = subprocess.run([WORKBENCH, "verify", path, *options], capture_output=True, text=True, check=False)
-        self.assertEqual(verified.returncode, 0, verified.stdout)
+        self.assertEqual(verified.returncode, 0, verified.stdout + verified.stderr)
         return run
 
     def sources(self, plant):
@@ -162,7 +162,7 @@ class New(EndToEnd):
         self.assertIn('Name = "T1"', text)
         self.assertNotIn('Name = "T999"', text)
         checked = subprocess.run([WORKBENCH, "check", "--strict", path], capture_output=True, text=True, check=False)
-        self.assertEqual(checked.returncode, 0, checked.stdout)
+        self.assertEqual(checked.returncode, 0, checked.stdout + checked.stderr)
 
     def test_files_that_are_there_stay_unless_replacing_is_asked_for(self):
         with ExamplePlant() as plant:
