@@ -2,8 +2,8 @@
 
 #include <cctype>
 #include <cstddef>
-#include <cstdint>
-#include <cstdio>
+
+#include "TopicLevel.h"
 
 namespace workbench {
 
@@ -17,17 +17,6 @@ bool IsPlain(char c) {
     return octet < 0x80 && (std::isalnum(octet) || c == '-' || c == '.' || c == '_');
 }
 
-// FNV-1a with 32 bits.
-std::string HashOf(std::string const& text) {
-    std::uint32_t hash = 2166136261U;
-    for (char const c : text) {
-        hash = (hash ^ static_cast<unsigned char>(c)) * 16777619U;
-    }
-    char digits[16];
-    std::snprintf(digits, sizeof digits, "-%08x", static_cast<unsigned>(hash));
-    return digits;
-}
-
 }  // namespace
 
 std::string ClientIdOf(std::string const& node) {
@@ -38,7 +27,7 @@ std::string ClientIdOf(std::string const& node) {
     if (id == Begin + node && id.size() <= LongestId) {
         return id;
     }
-    std::string const hash = HashOf(node);
+    std::string const hash = "-" + NameHash(node).substr(0, 8);
     return id.substr(0, LongestId - hash.size()) + hash;
 }
 

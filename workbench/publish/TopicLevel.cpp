@@ -43,18 +43,6 @@ std::string Escape(std::string_view octets) {
     return escape;
 }
 
-std::string HashOf(std::string_view name) {
-    std::uint64_t hash = 14695981039346656037U;
-    for (char const octet : name) {
-        hash = (hash ^ static_cast<unsigned char>(octet)) * 1099511628211U;
-    }
-    std::string text;
-    for (int shift = 60; shift >= 0; shift -= 4) {
-        text += Digits[hash >> shift & 0xF];
-    }
-    return text;
-}
-
 }  // namespace
 
 std::string EscapedLevel(std::string_view name) {
@@ -68,9 +56,21 @@ std::string EscapedLevel(std::string_view name) {
         place += character.length;
     }
     if (level.size() > LongestLevel) {
-        return level.substr(0, beginning) + "~" + HashOf(name);
+        return level.substr(0, beginning) + "~" + NameHash(name);
     }
     return level.empty() ? "%" : level;
+}
+
+std::string NameHash(std::string_view name) {
+    std::uint64_t hash = 14695981039346656037U;
+    for (char const octet : name) {
+        hash = (hash ^ static_cast<unsigned char>(octet)) * 1099511628211U;
+    }
+    std::string text;
+    for (int shift = 60; shift >= 0; shift -= 4) {
+        text += Digits[hash >> shift & 0xF];
+    }
+    return text;
 }
 
 std::string PrefixMistake(std::string const& prefix) {

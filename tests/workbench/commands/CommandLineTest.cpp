@@ -115,6 +115,11 @@ TEST_F(CommandLine, MetricsHaveAnAddress) {
     ExpectMistake({"run", "plant.lua", "--metrics"}, "--metrics");
 }
 
+TEST_F(CommandLine, APrefixOfTopicsIsNamedOnceInAMistake) {
+    ExpectMistake({"run", "plant.lua", "--mqtt", "mqtt://127.0.0.1", "--mqtt-prefix", "a/"},
+                  "--mqtt-prefix: \"a/\" cannot begin topics");
+}
+
 TEST_F(CommandLine, VerifyHasItsOptionsAndTheirDefaults) {
     auto options = Parse(DefineVerify, {"plant.lua"});
     EXPECT_EQ(options.project, "plant.lua");

@@ -6,12 +6,9 @@
 
 #include <cerrno>
 
-#include "ClientId.h"
-
 namespace {
 
 using workbench::AnswerFailure;
-using workbench::ClientIdOf;
 using workbench::HandshakeFailure;
 using workbench::LibraryFailure;
 using workbench::LookupFailure;
@@ -66,19 +63,6 @@ TEST(ConnectionFailure, ReadsTheReasonOfAHandshake) {
     EXPECT_TRUE(Has(HandshakeFailure(begin + "tlsv1 alert internal error").text, "ended the TLS handshake"));
     EXPECT_EQ(HandshakeFailure(begin + "certificate verify failed").text, "");
     EXPECT_EQ(HandshakeFailure("Client dorvel-alert sending CONNECT").text, "");
-}
-
-TEST(ClientId, IsTheNodeWhereBrokersAcceptIt) {
-    EXPECT_EQ(ClientIdOf("pc-plant_1.a"), "dorvel-pc-plant_1.a");
-    EXPECT_EQ(ClientIdOf(std::string(57, 'a')), "dorvel-" + std::string(57, 'a'));
-}
-
-TEST(ClientId, OfAnotherNodeIsDifferentAlsoWhenItIsCut) {
-    EXPECT_EQ(ClientIdOf(std::string(58, 'a')).size(), 64U);
-    EXPECT_NE(ClientIdOf(std::string(70, 'a')), ClientIdOf(std::string(71, 'a')));
-    EXPECT_NE(ClientIdOf("plant 1"), ClientIdOf("plant/1"));
-    EXPECT_EQ(ClientIdOf("plant 1").substr(0, 15), "dorvel-plant-1-");
-    EXPECT_EQ(ClientIdOf("plant 1"), ClientIdOf("plant 1"));
 }
 
 }  // namespace

@@ -95,6 +95,7 @@ TEST(TopicPrefix, OfOrdinaryLevelsIsAccepted) {
     for (char const* prefix : {"dorvel/pc-plant", "a", "/plant", "a//b", "Gebäude 1/AHU", "a$b"}) {
         EXPECT_EQ(PrefixMistake(prefix), "");
     }
+    EXPECT_EQ(PrefixMistake("a/").rfind("\"a/\" cannot begin topics", 0), 0U);
     EXPECT_EQ(PrefixMistake(std::string(512, 'a')), "");
 }
 

@@ -201,6 +201,13 @@ int ExitCodeOf(RunOptions const& options, RunFigures const& figures) {
     return failed ? tools::WorkbenchExit::Fault : tools::WorkbenchExit::Ok;
 }
 
+// What a cycle leaves for all that show it, with the state of its writes.
+SharedSnapshot EndOfCycle(BlockSnapshot&& snapshot, ValueSetter& setter) {
+    setter.AfterCycle(*snapshot.config, IsFault(snapshot) || snapshot.isStandby);
+    setter.Show(snapshot);
+    return std::make_shared<BlockSnapshot const>(std::move(snapshot));
+}
+
 }  // namespace
 
 int RunProject(RunOptions const& given, Streams const& streams) {
@@ -230,9 +237,7 @@ int RunProject(RunOptions const& given, Streams const& streams) {
         if (signals.IsStopRequested()) {
             return;  // the signal interrupted this cycle, which is not a fault
         }
-        setter.AfterCycle(*snapshot.config, IsFault(snapshot) || snapshot.isStandby);
-        setter.Show(snapshot);
-        auto const shared = std::make_shared<BlockSnapshot const>(std::move(snapshot));
+        SharedSnapshot const shared = EndOfCycle(std::move(snapshot), setter);
         figures.Count(shared);
         memory.Follow(shared);
         outlets.Follow(shared);

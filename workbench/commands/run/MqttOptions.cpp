@@ -58,10 +58,7 @@ void AddNames(CLI::App& command, MqttOptions& options) {
         });
     AddText(command, "--mqtt-prefix", options.prefix, "TEXT",
             "What the topics of JSON begin with (default: dorvel/NODE)")
-        .check([](std::string const& prefix) {
-            std::string const mistake = PrefixMistake(prefix);
-            return mistake.empty() ? "" : tools::Quoted(prefix) + " " + mistake;
-        });
+        .check([](std::string const& prefix) { return PrefixMistake(prefix); });
     static std::map<std::string, bool> const payloads = {{"json", false}, {"sparkplug", true}};
     command
         .add_option_function<std::string>(
