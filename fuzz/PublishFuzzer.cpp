@@ -19,6 +19,7 @@
 
 #include "Input.h"
 #include "JsonPublisher.h"
+#include "PlayedPlant.h"
 #include "ProjectError.h"
 #include "QuietWorld.h"
 #include "Require.h"
@@ -28,13 +29,12 @@
 #include "dorvel/Runtime.h"
 
 using fuzz::Input;
+using fuzz::PlayedPlant;
 using fuzz::Require;
 using namespace workbench;
 
 namespace {
 
-constexpr std::size_t BlockCount = 2;
-constexpr std::size_t VariableCount = 2;  // of a block
 constexpr std::size_t MostSteps = 64;
 constexpr long long Second = 10000000;
 constexpr char Prefix[] = "p/q";
@@ -70,50 +70,9 @@ public:
     std::map<std::string, std::string> retained;  // the payloads without their time and what follows
 };
 
-// Two blocks without a driver: the first variable of a block is a number, the second one a text.
-class Plant {
-public:
-    explicit Plant(Input& input) {
-        for (std::size_t block = 0; block < BlockCount; ++block) {
-            blocks.emplace_back();
-            blocks.back().name = input.Text(input.Octet());
-            for (std::size_t i = 0; i < VariableCount; ++i) {
-                VariableConfig variable;
-                variable.name = input.Text(input.Octet());
-                variable.type = i == 0 ? OpcUaType_Float : OpcUaType_String;
-                variable.objectType = ObjectTypes().FindName("analog-value");
-                variable.property = Properties().FindName("present-value");
-                std::size_t const id = block * VariableCount + i + 1;
-                variable.readId = static_cast<long long>(id);
-                variable.writeId = variable.readId + 100;
-                variable.write = input.Below(8) != 0;
-                blocks.back().variables.push_back(std::move(variable));
-            }
-        }
-        for (BlockConfig const& block : blocks) {
-            snapshots.emplace_back();
-            snapshots.back().config = &block;
-            for (VariableConfig const& variable : block.variables) {
-                snapshots.back().variables.push_back({&variable, {}});
-            }
-        }
-    }
-
-    std::vector<SharedSnapshot> Shared() const {
-        std::vector<SharedSnapshot> shared;
-        for (BlockSnapshot const& snapshot : snapshots) {
-            shared.push_back(std::make_shared<BlockSnapshot const>(snapshot));
-        }
-        return shared;
-    }
-
-    std::deque<BlockConfig> blocks;
-    std::vector<BlockSnapshot> snapshots;
-};
-
 class Run {
 public:
-    Run(dorvel::Runtime& anyRuntime, Plant& runPlant)
+    Run(dorvel::Runtime& anyRuntime, PlayedPlant& runPlant)
         : runtime(anyRuntime), plant(runPlant), publisher(Settings(), Parts(), status) {}
 
     void Step(Input& input) {
@@ -122,7 +81,7 @@ public:
         std::size_t const variable = step / 16 % 2;
         switch (step % 8) {
             case 0:
-                return Change(input, plant.snapshots[block].variables[variable]);
+                return fuzz::ChangeValue(input, plant.snapshots[block].variables[variable]);
             case 1:
                 return ChangeState(input, plant.snapshots[block]);
             case 2:
@@ -172,24 +131,7 @@ private:
         return settings;
     }
     OutletParts Parts() { return {"p.lua", "1", plant.blocks, tasks, memory, setter, log, {}}; }
-    unsigned long long Count(std::string const& figure) const {
-        for (auto const& count : status.State().counts) {
-            if (count.first == figure) {
-                return count.second;
-            }
-        }
-        return 0;
-    }
-
-    static void Change(Input& input, VariableSnapshot& variable) {
-        variable.state.Time += Second;
-        if (ValueType(*variable.config) == OpcUaType_Float) {
-            variable.state.Value.SetFloat(static_cast<float>(input.Octet()) / 8);
-        } else {
-            std::string const text = input.Text(input.Octet());
-            variable.state.Value.SetUTF8String(text.data(), static_cast<int>(text.size()));
-        }
-    }
+    unsigned long long Count(std::string const& figure) const { return fuzz::CountOf(status, figure); }
 
     void ChangeState(Input& input, BlockSnapshot& block) {
         unsigned const bits = input.Octet();
@@ -230,7 +172,7 @@ private:
 
     dorvel::Runtime& runtime;
     std::vector<TaskConfig> const tasks;
-    Plant& plant;
+    PlayedPlant& plant;
     LogBuffer log{nullptr};
     OutletStatus status{"mqtt", log};
     ValueSetter setter{runtime, log};
@@ -240,7 +182,7 @@ private:
     JsonPublisher publisher;
     bool isConnected = false;
     long long now = 133485408000000000;
-    std::array<long long, BlockCount * VariableCount> latest{};
+    std::array<long long, PlayedPlant::BlockCount * PlayedPlant::VariableCount> latest{};
 };
 
 }  // namespace
@@ -250,7 +192,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     static std::unique_ptr<lua_State, void (*)(lua_State*)> const lua(luaL_newstate(), lua_close);
     static dorvel::Runtime runtime(lua.get());
     Input input(data, size);
-    Plant plant(input);
+    PlayedPlant plant(input);
     try {
         Run run(runtime, plant);
         for (std::size_t step = 0; step < MostSteps && !input.IsEmpty(); ++step) {

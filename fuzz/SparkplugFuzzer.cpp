@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "Input.h"
+#include "PlayedPlant.h"
 #include "ProjectError.h"
 #include "QuietWorld.h"
 #include "Require.h"
@@ -28,6 +29,7 @@
 #include "dorvel/Runtime.h"
 
 using fuzz::Input;
+using fuzz::PlayedPlant;
 using fuzz::Require;
 using namespace workbench;
 
@@ -135,47 +137,13 @@ private:
     bool isNodeBorn = false;
 };
 
-// Two blocks without a driver, with a number and a text each.
-std::deque<BlockConfig> MakeBlocks(Input& input) {
-    std::deque<BlockConfig> blocks(2);
-    long long id = 1;
-    for (BlockConfig& block : blocks) {
-        block.name = input.Text(input.Octet());
-        for (_OpcUa_BuiltInType const type : {OpcUaType_Float, OpcUaType_String}) {
-            VariableConfig variable;
-            variable.name = input.Text(input.Octet());
-            variable.type = type;
-            variable.objectType = ObjectTypes().FindName("analog-value");
-            variable.property = Properties().FindName("present-value");
-            variable.readId = id;
-            variable.writeId = id++ + 100;
-            variable.write = true;
-            block.variables.push_back(std::move(variable));
-        }
-    }
-    return blocks;
-}
-
-std::vector<BlockSnapshot> FirstCycles(std::deque<BlockConfig> const& blocks) {
-    std::vector<BlockSnapshot> cycles;
-    for (BlockConfig const& block : blocks) {
-        cycles.emplace_back();
-        cycles.back().config = &block;
-        for (VariableConfig const& variable : block.variables) {
-            cycles.back().variables.push_back({&variable, {}});
-        }
-    }
-    return cycles;
-}
-
 class Run {
 public:
-    Run(dorvel::Runtime& anyRuntime, std::deque<BlockConfig> const& runBlocks)
-        : runtime(anyRuntime), blocks(runBlocks) {}
+    Run(dorvel::Runtime& anyRuntime, PlayedPlant& runPlant) : runtime(anyRuntime), plant(runPlant) {}
 
     void Step(Input& input) {
         unsigned const step = input.Octet();
-        BlockSnapshot& block = cycles[step / 8 % 2];
+        BlockSnapshot& block = plant.snapshots[step / 8 % 2];
         switch (step % 8) {
             case 0:
                 return Change(input, block.variables[step / 16 % 2]);
@@ -186,7 +154,7 @@ public:
                 return;
             case 3:
                 host.room = input.Octet();
-                return publisher.Publish(Shared(), now, host);
+                return publisher.Publish(plant.Shared(), now, host);
             case 4:
                 return Connect(input.Octet());
             case 5:
@@ -205,15 +173,16 @@ public:
             Connect(255);
         }
         host.room = 2000;
-        publisher.Publish(Shared(), now, host);
-        for (std::size_t i = 0; i < blocks.size(); ++i) {
+        publisher.Publish(plant.Shared(), now, host);
+        for (std::size_t i = 0; i < plant.snapshots.size(); ++i) {
+            BlockSnapshot const& cycle = plant.snapshots[i];
             std::string const topic = names.DeviceTopic("DBIRTH", i);
             auto const device = host.devices.find(topic.substr(topic.rfind('/') + 1));
-            bool const isOnline = cycles[i].cycle > 0 && !cycles[i].isStandby && !IsFault(cycles[i]);
+            bool const isOnline = cycle.cycle > 0 && !cycle.isStandby && !IsFault(cycle);
             Require((device != host.devices.end()) == isOnline, "the host has the devices that are online");
-            for (std::size_t j = 0; isOnline && j < cycles[i].variables.size(); ++j) {
-                auto const value =
-                    WireValue(cycles[i].variables[j].state.Value, ValueType(blocks[i].variables[j]));
+            for (std::size_t j = 0; isOnline && j < cycle.variables.size(); ++j) {
+                VariableSnapshot const& variable = cycle.variables[j];
+                auto const value = WireValue(variable.state.Value, ValueType(*variable.config));
                 Require(device->second.at(names.Alias({i, j})).octets == Octets(value),
                         "the host has the newest values");
             }
@@ -231,32 +200,11 @@ private:
         return settings;
     }
 
-    std::vector<SharedSnapshot> Shared() const {
-        std::vector<SharedSnapshot> shared;
-        for (BlockSnapshot const& cycle : cycles) {
-            shared.push_back(std::make_shared<BlockSnapshot const>(cycle));
-        }
-        return shared;
-    }
-
-    unsigned long long Count(std::string const& figure) const {
-        for (auto const& count : status.State().counts) {
-            if (count.first == figure) {
-                return count.second;
-            }
-        }
-        return 0;
-    }
+    unsigned long long Count(std::string const& figure) const { return fuzz::CountOf(status, figure); }
 
     static void Change(Input& input, VariableSnapshot& variable) {
-        variable.state.Time += Second;
         variable.state.Status = input.Below(4) << 30;
-        if (ValueType(*variable.config) == OpcUaType_Float) {
-            variable.state.Value.SetFloat(static_cast<float>(input.Octet()) / 8);
-        } else {
-            std::string const text = input.Text(input.Octet());
-            variable.state.Value.SetString(text.data(), static_cast<int>(text.size()));
-        }
+        fuzz::ChangeValue(input, variable);
     }
 
     void EndCycle(unsigned bits, BlockSnapshot& block) const {
@@ -300,15 +248,15 @@ private:
     }
 
     dorvel::Runtime& runtime;
-    std::deque<BlockConfig> const& blocks;
-    std::vector<BlockSnapshot> cycles{FirstCycles(blocks)};
+    PlayedPlant& plant;
     std::vector<TaskConfig> const tasks;
     LogBuffer log{nullptr};
     OutletStatus status{"mqtt", log};
     ValueSetter setter{runtime, log};
-    PlantMemory memory{blocks, Shared(), false};
-    SparkplugNames const names{"g", "n", blocks};
-    SparkplugPublisher publisher{Settings(), {"p.lua", "1", blocks, tasks, memory, setter, log, {}}, status};
+    PlantMemory memory{plant.blocks, plant.Shared(), false};
+    SparkplugNames const names{"g", "n", plant.blocks};
+    SparkplugPublisher publisher{
+        Settings(), {"p.lua", "1", plant.blocks, tasks, memory, setter, log, {}}, status};
     Host host;
     bool isConnected = false;
     long long now = 133485408000000000;
@@ -328,15 +276,15 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     static std::unique_ptr<lua_State, void (*)(lua_State*)> const lua(luaL_newstate(), lua_close);
     static dorvel::Runtime runtime(lua.get());
     Input input(data, size);
-    std::deque<BlockConfig> const blocks = MakeBlocks(input);
+    PlayedPlant plant(input);
     try {
-        Run run(runtime, blocks);
+        Run run(runtime, plant);
         for (std::size_t step = 0; step < MostSteps && !input.IsEmpty(); ++step) {
             run.Step(input);
         }
         run.Finish();
     } catch (ProjectError const&) {
-        Require(HasTwins(blocks), "different names are told apart");
+        Require(HasTwins(plant.blocks), "different names are told apart");
     }
     return 0;
 }

@@ -10,39 +10,24 @@
 #include <system_error>
 #include <vector>
 
-#include "FakeEnvironment.h"
+#include "FollowedRun.h"
 #include "PageService.h"
-#include "Projects.h"
 #include "Snapshot.h"
 
 namespace test {
 
 // A run of two blocks with its page: the first one has a number and a state that can be set and a text, the
 // second one a schedule and a calendar.
-class PageTest : public testing::Test {
+class PageTest : public FollowedRun {
 protected:
     static constexpr char Token[] = "0123456789abcdef0123456789abcdef";
     static constexpr char Host[] = "127.0.0.1:8080";
 
-    PageTest() : addIn([this](FakeDriver& driver) { Cycle(driver); }) {
-        dorvel::SetEnvironment(&world);
-        world.time = 133503000000000000;
-        project.Load(workbench::SourceText(Text()));
-        setter = std::make_unique<workbench::ValueSetter>(project.Runtime(), log);
-        memory = std::make_unique<workbench::PlantMemory>(project.Blocks(), First(), true);
+    PageTest() : FollowedRun(ProjectText(), 133503000000000000, true) {
         guard = std::make_unique<workbench::RequestGuard>(
             sessions, workbench::AllowedHosts({"127.0.0.1", 8080}, {"plant.example"}), 8080);
         MakePage(true);
-        project.Runtime().SetCycleObserver(
-            [this](ScadaProtocol& protocol, unsigned long long cycle, bool) { Follow(protocol, cycle); });
         sessions.Open(Token, "127.0.0.1", session);
-    }
-
-    ~PageTest() override {
-        project.Runtime().SetCycleObserver({});
-        plant.reset();
-        setter.reset();
-        dorvel::SetEnvironment(nullptr);
     }
 
     void MakePage(bool hasWrites) {
@@ -56,7 +41,7 @@ protected:
         service = std::make_unique<workbench::PageService>(*plant, *guard, files);
     }
 
-    static std::string Text() {
+    static std::string ProjectText() {
         std::string const number =
             "{Name='T', Type='DataValue', ElementType='Float', ObjectType='analog-value', "
             "ObjectProperties='present-value', ObjectNumber=1, Write=true, Unit='degrees-celsius', "
@@ -77,50 +62,32 @@ protected:
                Block(R"(Name="Rooms", Address="192.168.1.21:47808")", week + ", " + exceptions);
     }
 
-    void Cycle(FakeDriver& driver) {
+    void Cycle(FakeDriver& driver) override {
         if (driver.variables.size() == 3) {
             driver.Deliver(0, temperature);
             driver.Deliver(1, mode);
-            driver.Deliver(2, test::Text(label));
+            driver.Deliver(2, Text(label));
         } else {
-            driver.Deliver(0, test::Text(week));
-            driver.Deliver(1, test::Text(exceptions));
+            driver.Deliver(0, Text(week));
+            driver.Deliver(1, Text(exceptions));
         }
         driver.Report(false, "");
         driver.WritePhase([](std::size_t, OpcUa_VariantHlp const&) {});
     }
 
-    void Follow(ScadaProtocol const& protocol, unsigned long long cycle) {
-        for (workbench::BlockConfig const& block : project.Blocks()) {
-            if (block.protocol == &protocol) {
-                auto snapshot = workbench::TakeSnapshot(block, cycle, project.Runtime().Variables());
-                setter->AfterCycle(block, IsFault(snapshot));
-                setter->Show(snapshot);
-                if (complete) {
-                    complete(snapshot);
-                }
-                if (!suspect.empty()) {
-                    snapshot.variables.front().suspect = suspect;
-                }
-                memory->Follow(std::make_shared<workbench::BlockSnapshot const>(snapshot));
-            }
+    void Complete(workbench::BlockSnapshot& snapshot) override {
+        if (complete) {
+            complete(snapshot);
         }
-    }
-
-    std::vector<workbench::SharedSnapshot> First() {
-        std::vector<workbench::SharedSnapshot> snapshots;
-        for (workbench::BlockConfig const& block : project.Blocks()) {
-            snapshots.push_back(std::make_shared<workbench::BlockSnapshot const>(
-                workbench::TakeSnapshot(block, 0, project.Runtime().Variables())));
+        if (!suspect.empty()) {
+            snapshot.variables.front().suspect = suspect;
         }
-        return snapshots;
     }
 
     // A cycle of both blocks, a second after the one before.
     void Run(int cycles = 1) {
         for (int i = 0; i < cycles; ++i) {
-            world.time += 10000000;
-            project.Runtime().RunOnce();
+            RunOnce();
         }
     }
 
@@ -168,7 +135,6 @@ protected:
         return {};
     }
 
-    FakeEnvironment world;
     OpcUa_VariantHlp temperature = Float(20.5F);
     OpcUa_VariantHlp mode = Number(1);
     std::string label = "Supply";
@@ -176,11 +142,6 @@ protected:
     std::string exceptions;
     std::string suspect;
     std::function<void(workbench::BlockSnapshot& snapshot)> complete;  // what the test adds to each cycle
-    FakeAddIn addIn;
-    workbench::LogBuffer log{nullptr};
-    workbench::LoadedProject project{"p.lua", {}};
-    std::unique_ptr<workbench::ValueSetter> setter;
-    std::unique_ptr<workbench::PlantMemory> memory;
     workbench::OutletList outlets;
     std::unique_ptr<workbench::PagePlant> plant;
     workbench::Sessions sessions{Token};

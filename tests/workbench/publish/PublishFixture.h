@@ -8,12 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "FakeEnvironment.h"
+#include "FollowedRun.h"
 #include "JsonPublisher.h"
-#include "LoadedProject.h"
 #include "OutletParts.h"
-#include "Projects.h"
-#include "Snapshots.h"
 
 namespace test {
 
@@ -46,25 +43,12 @@ public:
 
 // A run of two blocks: the first one has a number and a state that can be set and a text that cannot, the
 // second one a number.
-class PublishTest : public testing::Test {
+class PublishTest : public FollowedRun {
 protected:
-    PublishTest() : addIn([this](FakeDriver& driver) { Cycle(driver); }) {
-        dorvel::SetEnvironment(&world);
-        world.time = Noon;
-        project.Load(workbench::SourceText(Text()));
-        setter = std::make_unique<workbench::ValueSetter>(project.Runtime(), log);
-        memory = std::make_unique<workbench::PlantMemory>(project.Blocks(), First(), false);
-        project.Runtime().SetCycleObserver(
-            [this](ScadaProtocol& protocol, unsigned long long cycle, bool) { Follow(protocol, cycle); });
+    PublishTest() : FollowedRun(ProjectText(), Noon, false) {
         settings.prefix = "dorvel/pc-plant";
         settings.takesCommands = true;
         Make();
-    }
-
-    ~PublishTest() override {
-        project.Runtime().SetCycleObserver({});
-        setter.reset();
-        dorvel::SetEnvironment(nullptr);
     }
 
     void Make() {
@@ -75,7 +59,7 @@ protected:
             status);
     }
 
-    static std::string Text() {
+    static std::string ProjectText() {
         std::string const number =
             "{Name='T', Type='DataValue', ElementType='Float', ObjectType='analog-value', "
             "ObjectProperties='present-value', ObjectNumber=1, Write=true, Unit='degrees-celsius'}";
@@ -89,7 +73,7 @@ protected:
                Block(R"(Name="Room 1", Address="192.168.1.21:47808")");
     }
 
-    void Cycle(FakeDriver& driver) {
+    void Cycle(FakeDriver& driver) override {
         if (isSilent) {
             driver.Report(true, "No connection");
             return;
@@ -97,7 +81,7 @@ protected:
         if (driver.variables.size() == 3) {
             driver.Deliver(0, Float(temperature));
             driver.Deliver(1, mode);
-            driver.Deliver(2, test::Text(label));
+            driver.Deliver(2, Text(label));
         } else {
             driver.Deliver(0, Float(20), quality);
         }
@@ -112,26 +96,9 @@ protected:
         });
     }
 
-    void Follow(ScadaProtocol const& protocol, unsigned long long cycle) {
-        for (workbench::BlockConfig const& block : project.Blocks()) {
-            if (block.protocol == &protocol) {
-                auto snapshot = workbench::TakeSnapshot(block, cycle, project.Runtime().Variables());
-                setter->AfterCycle(block, IsFault(snapshot));
-                setter->Show(snapshot);
-                snapshot.isStandby = isStandby;
-                snapshot.variables.front().suspect = suspect;
-                memory->Follow(std::make_shared<workbench::BlockSnapshot const>(snapshot));
-            }
-        }
-    }
-
-    std::vector<workbench::SharedSnapshot> First() {
-        std::vector<workbench::SharedSnapshot> snapshots;
-        for (workbench::BlockConfig const& block : project.Blocks()) {
-            snapshots.push_back(std::make_shared<workbench::BlockSnapshot const>(
-                workbench::TakeSnapshot(block, 0, project.Runtime().Variables())));
-        }
-        return snapshots;
+    void Complete(workbench::BlockSnapshot& snapshot) override {
+        snapshot.isStandby = isStandby;
+        snapshot.variables.front().suspect = suspect;
     }
 
     void Connect() { publisher->Connected(world.time, broker); }
@@ -139,8 +106,7 @@ protected:
     // A cycle of both blocks, a second after the one before, and what follows from it.
     void Run(int cycles = 1) {
         for (int i = 0; i < cycles; ++i) {
-            world.time += Second;
-            project.Runtime().RunOnce();
+            RunOnce();
             Publish();
         }
     }
@@ -176,8 +142,6 @@ protected:
         return 0;
     }
 
-    FakeEnvironment world;
-    FakeAddIn addIn;
     float temperature = 21.5F;
     OpcUa_VariantHlp mode = [] {
         OpcUa_VariantHlp value;
@@ -191,10 +155,6 @@ protected:
     bool isStandby = false;
     bool takesValues = true;  // the device
     std::vector<std::size_t> written;
-    workbench::LogBuffer log{nullptr};
-    workbench::LoadedProject project{"p.lua", {}};
-    std::unique_ptr<workbench::ValueSetter> setter;
-    std::unique_ptr<workbench::PlantMemory> memory;
     workbench::OutletStatus status{"mqtt", log};
     workbench::PublishSettings settings;
     std::unique_ptr<workbench::JsonPublisher> publisher;
