@@ -138,9 +138,7 @@ std::string VariableJson(VariableSnapshot const& variable, long long localDiff) 
     rapidjson::StringBuffer buffer;
     JsonWriter writer(buffer);
     WriteVariable(writer, variable, localDiff);
-    std::string line = JsonLine(buffer);
-    line.pop_back();
-    return line;
+    return JsonText(buffer);
 }
 
 std::string FormatStandby(bool isOn) {

@@ -24,12 +24,6 @@ void WriteOutlet(JsonWriter& writer, OutletState const& outlet, long long localD
     writer.EndObject();
 }
 
-std::string WithoutLineEnd(rapidjson::StringBuffer const& buffer) {
-    std::string line = JsonLine(buffer);
-    line.pop_back();
-    return line;
-}
-
 std::string CountWords(OutletState const& outlet) {
     std::string words;
     for (auto const& [name, count] : outlet.counts) {
@@ -44,7 +38,7 @@ std::string OutletJson(OutletState const& outlet, long long localDiff) {
     rapidjson::StringBuffer buffer;
     JsonWriter writer(buffer);
     WriteOutlet(writer, outlet, localDiff);
-    return WithoutLineEnd(buffer);
+    return JsonText(buffer);
 }
 
 std::string OutletsJson(std::vector<OutletState> const& outlets, long long localDiff) {
@@ -58,7 +52,7 @@ std::string OutletsJson(std::vector<OutletState> const& outlets, long long local
     }
     writer.EndArray();
     writer.EndObject();
-    return WithoutLineEnd(buffer);
+    return JsonText(buffer);
 }
 
 std::string OutletLines(std::vector<OutletState> const& outlets) {

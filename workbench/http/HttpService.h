@@ -18,7 +18,7 @@ class HttpStream {
 public:
     virtual ~HttpStream() = default;
 
-    // The next texts to send. Waits for them; without any, there is none after that time.
+    // The next texts to send. Waits for them until that time has passed, then returns none.
     virtual std::vector<SharedText> Next(std::chrono::milliseconds timeout) = 0;
     // Nothing follows what Next has returned.
     virtual bool IsOver() const = 0;
@@ -40,7 +40,7 @@ public:
     // The stream of an answer with isStream; null if there are too many.
     virtual std::unique_ptr<HttpStream> OpenStream(HttpRequest const&) const { return nullptr; }
     // The answer then.
-    virtual HttpResponse TooManyStreams() const { return Failure(503, "there is no stream"); }
+    virtual HttpResponse TooManyStreams() const { return Failure(503, "too many event streams"); }
 };
 
 }  // namespace workbench

@@ -8,6 +8,7 @@
 #include "NumberText.h"
 #include "PublishedQuality.h"
 #include "ShownValue.h"
+#include "TimeText.h"
 #include "ValueText.h"
 #include "WriteState.h"
 
@@ -15,7 +16,6 @@ namespace workbench {
 
 namespace {
 
-constexpr long long UnixEpoch = 116444736000000000;
 constexpr double TicksOfSecond = 1e7;
 
 double Seconds(long long ticks) {

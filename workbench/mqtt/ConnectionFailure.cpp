@@ -108,7 +108,7 @@ ConnectionFailure LibraryFailure(int code, bool wasConnected, bool isTls) {
         case MOSQ_ERR_MALFORMED_PACKET:
             return Failed("what answers there does not speak MQTT");
         case MOSQ_ERR_NOMEM:
-            return Waiting("there is not enough memory for a connection");
+            return Waiting("not enough memory for a connection");
         default:
             break;
     }

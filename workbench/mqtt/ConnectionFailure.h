@@ -6,7 +6,7 @@
 
 namespace workbench {
 
-// Why there is no connection, for people: what happened and what to do.
+// Why a connection failed or ended, for people: what happened and what to do.
 struct ConnectionFailure {
     // Failed for what nobody but a person can change, such as a wrong password. Attempts go on all the same:
     // it may be changed at the broker.

@@ -20,7 +20,7 @@ namespace {
 constexpr std::chrono::milliseconds LongestTurn{100};
 // For the last messages of a publisher, besides LongestEnd for the values before.
 constexpr std::chrono::seconds LongestFarewell{1};
-// For so long it is no news that a broker is slow, or fast again.
+// A broker has been slow, or fast again, for so long before that is reported.
 constexpr std::chrono::seconds SpeedPatience{5};
 // So many connections after each other that break soon have a reason.
 constexpr unsigned ManyShortConnections = 2;

@@ -9,6 +9,7 @@
 #include "ScheduleJson.h"
 #include "ScheduleLosses.h"
 #include "ScheduleVariable.h"
+#include "TimeText.h"
 #include "Units.h"
 #include "ValueText.h"
 #include "dorvelshare/HostEnvironment.h"
@@ -17,7 +18,6 @@ namespace workbench {
 
 namespace {
 
-constexpr long long Epoch = 116444736000000000LL;  // 1970 as a file time
 constexpr long long Second = 10000000;
 // Of all events. A text of a megabyte can have fifty thousand events on every day.
 constexpr std::size_t MostDays = 100000;
@@ -56,7 +56,7 @@ Related RelatedOf(PagePlant const& plant, PageVariable const& variable) {
 
 ScheduleInstant LocalNow() {
     auto const seconds = static_cast<std::time_t>(
-        (dorvel::Environment().Now() + dorvel::Environment().LocalTimeDiff() - Epoch) / Second);
+        (dorvel::Environment().Now() + dorvel::Environment().LocalTimeDiff() - UnixEpoch) / Second);
     std::tm parts{};
     gmtime_r(&seconds, &parts);
     ScheduleInstant now;

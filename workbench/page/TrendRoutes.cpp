@@ -7,6 +7,7 @@
 #include "NumberText.h"
 #include "Numbers.h"
 #include "PageRoutes.h"
+#include "TimeText.h"
 #include "dorvelshare/HostEnvironment.h"
 
 namespace workbench {
@@ -14,14 +15,13 @@ namespace workbench {
 namespace {
 
 constexpr long long Hour = 36000000000LL;
-constexpr long long Epoch = 116444736000000000LL;  // 1970 as a file time
 constexpr unsigned long long MostHours = 24 * 366;
 constexpr std::size_t MostPoints = 4000;
 constexpr std::size_t MostRows = 100000;
 constexpr std::size_t MostVariables = 100;
 
 long long Milliseconds(long long fileTime) {
-    return (fileTime - Epoch) / 10000;
+    return (fileTime - UnixEpoch) / 10000;
 }
 
 struct Span {

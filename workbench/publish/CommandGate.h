@@ -86,7 +86,7 @@ private:
     struct Watch {
         CommandAnswer last;
         unsigned long long cycle = 0;  // looked at last
-        bool isOver = false;           // there is no later state
+        bool isOver = false;           // later states cannot come
     };
 
     BlockConfig const& BlockOf(VariablePlace place) const { return parts.blocks[place.block]; }

@@ -18,9 +18,7 @@ std::string Object(Fields const& fields) {
     writer.StartObject();
     fields(writer);
     writer.EndObject();
-    std::string line = JsonLine(buffer);
-    line.pop_back();
-    return line;
+    return JsonText(buffer);
 }
 
 // 0 for none.

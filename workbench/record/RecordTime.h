@@ -3,18 +3,18 @@
 #include <optional>
 #include <string>
 
+#include "TimeText.h"
+
 namespace workbench {
 
 // Times of a recording are milliseconds since 1970, UTC, as other programs expect them. Those of a run are
 // file times (TimeText.h).
 
-constexpr long long EpochOfRecording = 116444736000000000LL;  // 1970 as a file time
-
 inline long long RecordTime(long long fileTime) {
-    return (fileTime - EpochOfRecording) / 10000;
+    return (fileTime - UnixEpoch) / 10000;
 }
 inline long long FileTimeOf(long long recordTime) {
-    return recordTime * 10000 + EpochOfRecording;
+    return recordTime * 10000 + UnixEpoch;
 }
 
 // Local time minus UTC at that time, in milliseconds, by the time zone of this machine (TZ).

@@ -45,7 +45,6 @@ private:
     void Leave();
     bool WriteSome(bool isEnd);
     void Write(std::vector<SharedSnapshot> const& cycles, std::vector<Event> const& found, bool isEnd);
-    void Try(void (Recorder::*work)());
     void KeepInOrder();
     void Report(DatabaseError const& mistake);
     void CountDropped();

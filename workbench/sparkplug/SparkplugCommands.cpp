@@ -19,7 +19,7 @@ bool IsTrue(SparkplugMetric const& metric) {
     return value && *value && !metric.isNull;
 }
 
-// What a command calls a metric, for the answer that there is none.
+// What a command calls a metric, for the answer that it does not exist.
 std::string NameOf(SparkplugMetric const& metric) {
     std::string const name =
         metric.name.empty() && metric.alias ? std::to_string(*metric.alias) : metric.name;

@@ -47,8 +47,8 @@ public:
     std::uint64_t Alias(VariablePlace place) const {
         return devices[place.block].firstAlias + place.variable;
     }
-    // The variable of the block with that alias or, without one, with that name. None if there is none, or if
-    // alias and name are those of two variables.
+    // The variable of the block with that alias or, without one, with that name. None if the block does not
+    // have it, or if alias and name are those of two variables.
     std::optional<VariablePlace> Find(std::size_t block, std::optional<std::uint64_t> alias,
                                       std::string const& name) const;
 

@@ -34,7 +34,7 @@ struct SparkplugBytes {
     std::string octets;
 };
 
-// The field of the payload that has the value: int_value, long_value and so on. Without one there is none.
+// The field of the payload that has the value: int_value, long_value and so on. None without a value.
 using SparkplugValue = std::variant<std::monostate, std::uint32_t, std::uint64_t, float, double, bool,
                                     std::string, SparkplugBytes>;
 

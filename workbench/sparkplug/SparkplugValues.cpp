@@ -15,7 +15,6 @@ namespace workbench {
 
 namespace {
 
-constexpr long long Epoch = 116444736000000000LL;  // 1970 as a file time
 constexpr long long Millisecond = 10000;
 
 struct TypeRow {
@@ -202,14 +201,14 @@ std::uint32_t QualityCode(QualityKind quality, bool isSuspect) {
 }
 
 std::uint64_t SparkplugTime(long long fileTime) {
-    return static_cast<std::uint64_t>((fileTime - Epoch) / Millisecond);
+    return static_cast<std::uint64_t>((fileTime - UnixEpoch) / Millisecond);
 }
 
 long long FileTimeOf(std::uint64_t milliseconds) {
-    constexpr long long earliest = -Epoch / Millisecond;
-    constexpr long long latest = (9223372036854775807LL - Epoch) / Millisecond;
+    constexpr long long earliest = -UnixEpoch / Millisecond;
+    constexpr long long latest = (9223372036854775807LL - UnixEpoch) / Millisecond;
     auto const since1970 = static_cast<std::int64_t>(milliseconds);
-    return Epoch + std::clamp<long long>(since1970, earliest, latest) * Millisecond;
+    return UnixEpoch + std::clamp<long long>(since1970, earliest, latest) * Millisecond;
 }
 
 }  // namespace workbench

@@ -42,21 +42,28 @@ void WriteOptional(JsonWriter& writer, char const* name, std::string const& text
     }
 }
 
-std::string JsonLine(rapidjson::StringBuffer const& buffer) {
+std::string JsonText(rapidjson::StringBuffer const& buffer) {
     // RapidJSON escapes only what JSON demands; these have an effect in a terminal too.
     std::string_view const text(buffer.GetString(), buffer.GetSize());
-    std::string line;
-    line.reserve(text.size() + 1);
-    std::size_t begin = 0;  // of what needs no escape and is not yet in the line
+    std::string json;
+    json.reserve(text.size() + 1);
+    std::size_t begin = 0;  // of what needs no escape and is not yet in the JSON
     for (std::size_t i = 0; i < text.size(); ++i) {
         bool const isLikely = text[i] == '\x7F' || text[i] == '\xC2';
         std::string const escape = isLikely ? EscapeAt(text, i) : std::string();
         if (!escape.empty()) {
-            line.append(text.substr(begin, i - begin)).append(escape);
+            json.append(text.substr(begin, i - begin)).append(escape);
             begin = i + (text[i] == '\x7F' ? 1 : 2);
         }
     }
-    return line.append(text.substr(begin)).append("\n");
+    json.append(text.substr(begin));
+    return json;
+}
+
+std::string JsonLine(rapidjson::StringBuffer const& buffer) {
+    std::string line = JsonText(buffer);
+    line += '\n';
+    return line;
 }
 
 }  // namespace workbench

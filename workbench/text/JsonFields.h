@@ -17,7 +17,8 @@ void WriteField(JsonWriter& writer, char const* name, std::string const& text);
 // null for an empty text.
 void WriteOptional(JsonWriter& writer, char const* name, std::string const& text);
 
-// The finished object with a line end, without a control character.
+// The finished object, without a control character; the line with a line end.
+std::string JsonText(rapidjson::StringBuffer const& buffer);
 std::string JsonLine(rapidjson::StringBuffer const& buffer);
 
 }  // namespace workbench

@@ -7,6 +7,8 @@ namespace workbench {
 // Times are file times: 100-nanosecond units since 1 January 1601, UTC. localDiff is local time minus UTC in
 // the same units.
 
+constexpr long long UnixEpoch = 116444736000000000LL;  // 1 January 1970
+
 // "2024-03-15T12:34:56.789+01:00": local time to the millisecond with its offset from UTC.
 std::string IsoTime(long long fileTime, long long localDiff);
 
