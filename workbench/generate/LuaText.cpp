@@ -1,5 +1,6 @@
 #include "LuaText.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "NumberText.h"

@@ -1,5 +1,6 @@
 #include "LoginFile.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <string_view>
 
