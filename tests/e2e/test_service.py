@@ -84,6 +84,7 @@ class Service(EndToEnd):
         self.assertEqual(run.wait(timeout=LONGEST), 0)
         self.assertIsNone(self.manager.next(0))
         self.assertEqual(run.stdout.read(), "")
+        self.assertRegex(run.stderr.read(), r"(?m)^\S+ \[AHU\] fault: No connection")
 
     def test_a_cycle_that_hangs_does_not_stop_the_reports(self):
         self.start(self.silent(), "--format", "none")

@@ -28,19 +28,29 @@ void LogBuffer::Add(std::string_view text) {
     }
 }
 
+void LogBuffer::Add(LogLine line) {
+    std::lock_guard<std::mutex> const lock(mutex);
+    Write(line);
+    Keep(std::move(line));
+}
+
 void LogBuffer::AddLine(std::string_view text) {
     if (text.empty()) {
         return;
     }
     FollowTrace(text);
     LogLine line = MakeLogLine(std::string(text));
-    if (stream) {
-        *stream << (format == LogFormat::Json ? LogJson(line) : LogText(line) + "\n") << std::flush;
-    }
+    Write(line);
     if (listener) {
         listener(tools::Printable(text));
     }
     Keep(std::move(line));
+}
+
+void LogBuffer::Write(LogLine const& line) {
+    if (stream) {
+        *stream << (format == LogFormat::Json ? LogJson(line) : LogText(line) + "\n") << std::flush;
+    }
 }
 
 void LogBuffer::Keep(LogLine line) {

@@ -30,8 +30,10 @@ public:
     using Listener = std::function<void(std::string const& line)>;
 
     void Add(std::string_view text);
-    // The listener is called with every line as it was logged, without control characters, on the thread
-    // that logs it, and must not log itself. Null for none.
+    // A line of the workbench itself, as it is; the listener does not hear it.
+    void Add(LogLine line);
+    // The listener is called with every other line as it was logged, without control characters, on the
+    // thread that logs it, and must not log itself. Null for none.
     void SetListener(Listener lineListener);
     // The newest lines, oldest first, at most 50, as ShortLogText makes them.
     std::vector<std::string> Lines() const;
@@ -48,6 +50,7 @@ public:
 
 private:
     void AddLine(std::string_view text);
+    void Write(LogLine const& line);
     void Keep(LogLine line);
     template <typename Condition>
     std::vector<LogLine> NewestOf(std::size_t most, Condition const& isMeant) const;

@@ -6,6 +6,29 @@
 
 namespace workbench {
 
+namespace {
+
+// The answer to a value that is set is in the log, and the standby of the host.
+bool IsLoggedElsewhere(EventKind kind) {
+    return kind == EventKind::Set || kind == EventKind::Standby || kind == EventKind::StandbyEnd;
+}
+
+LogLine LineOf(Event const& event) {
+    LogLine line{event.time,
+                 event.localDiff,
+                 event.block->name,
+                 {},
+                 {},
+                 std::string(EventName(event.kind)) + ": " + event.text};
+    if (event.variable) {
+        line.object = ObjectText(*event.variable);
+        line.variable = event.variable->name;
+    }
+    return line;
+}
+
+}  // namespace
+
 void Display::Standby(bool isOn) {
     logMsgLn(isOn ? "standby on" : "standby off");
 }
@@ -43,6 +66,15 @@ void NoDisplay::Cycle(SharedSnapshot const&) {}
 
 void NoDisplay::Answer(SetAnswer const& answer) {
     log.Add(AnswerText(answer, dorvel::Environment().LocalTimeDiff()));
+}
+
+void NoDisplay::Refresh() {
+    for (Event const& event : events.Since(logged)) {
+        logged = event.id;
+        if (!IsLoggedElsewhere(event.kind)) {
+            log.Add(LineOf(event));
+        }
+    }
 }
 
 void JsonDisplay::Answer(SetAnswer const& answer) {

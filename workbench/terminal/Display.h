@@ -10,6 +10,7 @@
 
 #include "ChangeFilter.h"
 #include "CsvFormat.h"
+#include "EventList.h"
 #include "JsonFormat.h"
 #include "LineFormat.h"
 #include "LogBuffer.h"
@@ -77,17 +78,22 @@ private:
     LogBuffer& log;
 };
 
-// Shows no cycles. Answers go to the log.
+// Shows no cycles. Answers go to the log, and so do the events of the blocks and their variables, since
+// nothing else says them.
 class NoDisplay : public Display {
 public:
-    explicit NoDisplay(LogBuffer& answerLog) : log(answerLog) {}
+    // Both must outlive the display.
+    NoDisplay(LogBuffer& runLog, EventList const& runEvents) : log(runLog), events(runEvents) {}
 
     void Cycle(SharedSnapshot const& block) override;
     void Answer(SetAnswer const& answer) override;
+    void Refresh() override;
     bool Failed() const override { return false; }
 
 private:
     LogBuffer& log;
+    EventList const& events;
+    unsigned long long logged = 0;  // the id of the latest event that is in the log
 };
 
 // JSON objects, one a line. Answers, and outlets whose state has changed, are separate objects between those

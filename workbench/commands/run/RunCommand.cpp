@@ -70,7 +70,7 @@ std::unique_ptr<Display> MakeDisplay(RunOptions const& options, Streams const& s
                                               Completions(project.Blocks()));
     }
     if (options.format == OutputFormat::None) {
-        return std::make_unique<NoDisplay>(log);
+        return std::make_unique<NoDisplay>(log, memory.events);
     }
     std::optional<ChangeFilter> filter;
     if (options.changesBeyond) {
