@@ -43,8 +43,8 @@ public:
 private:
     struct VariableLabels {
         std::string own;  // {block=...,variable=...}
-        std::string
-            value;  // the same with what is known of the variable; empty if its values are not numbers
+        // The same with what is known of the variable; empty if its values are not numbers.
+        std::string value;
     };
     struct BlockLabels {
         std::string name;
