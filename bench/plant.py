@@ -18,9 +18,9 @@ def tenth_moves(i):
     return f"ramp{{from = 0, to = 100, period = {20 + i % 40}}}" if i % 10 == 0 else str(i)
 
 
-def every_one_counts(i):
-    """Seconds from the start of the simulator; `i` makes them different."""
-    return f"counter{{start = {i}, rate = 1}}"
+def every_one_rises(i):
+    """Seconds from the start of the simulator, with fractions: another value at each poll. `i` makes them different."""
+    return f"ramp{{from = {i}, to = {i + 86400}, period = 86400}}"
 
 
 def device_text(number, objects, value_of, has_clock):

@@ -18,7 +18,7 @@ from proxy import Proxy
 from publishing import PublishingRun
 
 sys.path.insert(0, os.path.join(ROOT, "bench"))
-from plant import Plant, every_one_counts  # noqa: E402
+from plant import Plant, every_one_rises  # noqa: E402
 
 VARIABLES = int(os.environ.get("DORVEL_PUBLISH_VARIABLES", "10000"))
 MINUTES = float(os.environ.get("DORVEL_PUBLISH_MINUTES", "10"))
@@ -41,7 +41,7 @@ class LongPublish(unittest.TestCase):
         self.broker = self.enterContext(Broker(folder))
         self.proxy = self.enterContext(Proxy(self.broker.port))
         self.begin = time.monotonic()
-        self.plant = Plant(folder, pathlib.Path(BIN), VARIABLES, 1000, every_one_counts, has_clock=True)
+        self.plant = Plant(folder, pathlib.Path(BIN), VARIABLES, 1000, every_one_rises, has_clock=True)
         self.addCleanup(self.plant.end)
         self.bench = self.enterContext(PublishingRun(
             str(self.plant.project), *Plant.SPARSE, "--mqtt", f"mqtt://127.0.0.1:{self.proxy.port}", "--mqtt-node", "long",
