@@ -128,7 +128,8 @@ run_in_root() {
         [ -z "${!name:-}" ] || surroundings+=("$name=${!name}")
     done
     # shellcheck disable=SC2016
-    isolated bash -ec 'mount -t proc proc "$1/proc"
+    isolated bash -ec 'mount --bind "$1" "$1"  # as in a real root, so that namespaces can be made in it
+        mount -t proc proc "$1/proc"
         mount -t devpts -o ptmxmode=666,mode=620,gid=5 devpts "$1/dev/pts"
         if [ -n "$4" ]; then mkdir -p "$1/root/shared"; mount --bind "$4" "$1/root/shared"; fi
         exec chroot "$1" env -i "${@:5}" sh -c "cd $2 && $3"' bash "$1" "$2" "$3" "${shared:-}" "${surroundings[@]}"

@@ -50,7 +50,11 @@ export async function a_phone_shows_one_that_waits({visit, plant}) {
   const {page} = await visit({width: 320, height: 740, isMobile: true, hasTouch: true, deviceScaleFactor: 2});
   await untilItWaits(page, plant);
   await untilText(sign(page), /^\W*recording waiting$/, 'the bar');
-  const {width, room} = await page.evaluate(() => ({
-    width: document.scrollingElement.scrollWidth, room: document.documentElement.clientWidth}));
-  assert.deepEqual([width <= room, room], [true, 320], `${width} pixels wide, the screen ${room}`);
+  for (const spacing of ['0', '.06em', '.2em']) {  // fonts as wide as a machine may have
+    const {width, room} = await page.evaluate((letters) => {
+      document.documentElement.style.letterSpacing = letters;
+      return {width: document.scrollingElement.scrollWidth, room: document.documentElement.clientWidth};
+    }, spacing);
+    assert.deepEqual([width <= room, room], [true, 320], `${width} pixels wide, the screen ${room}, ${spacing}`);
+  }
 }
