@@ -190,7 +190,7 @@ class Record(EndToEnd):
         os.remove(filler)
         self.wait_for(lambda: logged("the disk is full") and self.last_line("log").endswith("records into " + recording))
         # The disk goes away with the last process of its namespace.
-        subprocess.run(["nsenter", "-t", str(process.pid), "-m", "sqlite3", recording, f".backup {self.recording}"],
+        subprocess.run(["nsenter", "-t", str(process.pid), "-m", "-r", "sqlite3", recording, f".backup {self.recording}"],
                        timeout=LONGEST, check=True)
         process.send_signal(signal.SIGINT)
         self.assertEqual(process.wait(timeout=LONGEST), 0)
