@@ -1,6 +1,7 @@
 #include "RunStatus.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "Printable.h"
 
