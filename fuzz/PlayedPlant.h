@@ -32,7 +32,8 @@ public:
                 variable.type = i == 0 ? OpcUaType_Float : OpcUaType_String;
                 variable.objectType = workbench::ObjectTypes().FindName("analog-value");
                 variable.property = workbench::Properties().FindName("present-value");
-                variable.readId = static_cast<long long>(block * VariableCount + i + 1);
+                std::size_t const id = block * VariableCount + i + 1;
+                variable.readId = static_cast<long long>(id);
                 variable.writeId = variable.readId + 100;
                 variable.write = input.Below(8) != 0;
                 blocks.back().variables.push_back(std::move(variable));
